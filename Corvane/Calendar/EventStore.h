@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Utilities/DayCalendar.h"
+#include "Corvane/Utilities/Failure.h"
+
+#include <qcoro/qcorotask.h>
+
+#include <QString>
+#include <QUrl>
+
+#include <expected>
+#include <optional>
+#include <vector>
+
+namespace corvane {
+
+/// What the user allows the program to do with the calendars of the machine.
+enum class CalendarAuthorization { notDetermined, restricted, denied, writeOnly, fullAccess };
+
+/// One occurrence of one event of a calendar. Its texts come from strangers: any text of any length.
+struct CalendarEvent {
+    std::optional<QString> title;
+    Date startDate;
+    Date endDate;
+    bool isAllDay = false;
+    std::optional<QString> location;
+    std::optional<QString> notes;
+    std::optional<QUrl> url;
+
+    friend bool operator==(const CalendarEvent &, const CalendarEvent &) = default;
+};
+
+/// The platform's calendars, read only. Called by EventKitLessonScheduleStore, once a minute.
+///
+/// Main thread only, and no call blocks it. Answers arrive in the order of the calls; a call for an interval
+/// that is already being queried waits for that query instead of starting another.
+class EventStore {
+public:
+    virtual ~EventStore() = default;
+
+    /// What is known of the permission without asking. `notDetermined` until the first request of the
+    /// process; a denial is not remembered, since a calendar service may be installed while the program runs.
+    [[nodiscard]] virtual CalendarAuthorization authorizationStatus() const = 0;
+
+    /// Asks for full access to events and answers whether it was granted. Fails where the asking itself
+    /// failed (a calendar service that does not answer); within 5 seconds in any case.
+    virtual QCoro::Task<std::expected<bool, Failure>> requestFullAccessToEvents() = 0;
+
+    /// Every event of every calendar that overlaps `interval`, occurrences of recurring events one by one,
+    /// cancelled ones left out, tentative and declined ones kept, all-day ones marked.
+    ///
+    /// Ends within 5 seconds. A calendar that does not answer is logged and stands with its last good answer
+    /// for the same interval; the call fails only when no calendar answers.
+    virtual QCoro::Task<std::expected<std::vector<CalendarEvent>, Failure>> events(DateInterval interval) = 0;
+};
+
+} // namespace corvane

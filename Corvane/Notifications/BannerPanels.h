@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Models/TeachingAction.h"
+#include "Corvane/Utilities/Clock.h"
+#include "Corvane/Utilities/Geometry.h"
+
+#include <functional>
+#include <memory>
+
+namespace corvane {
+
+/// What kind of window a banner panel is, in the words of the platform whose window server knows levels and
+/// collection behaviours. An adapter for another window system gives the same effect by its own means: above
+/// everything, full screen included, on every workspace, out of the window cycle, never taking the focus.
+struct PanelTraits {
+    int level = 0;
+    unsigned collectionBehavior = 0;
+    unsigned styleMask = 0;
+    bool hasShadow = false;
+    bool hidesOnDeactivate = false;
+    bool ignoresMouseEvents = false;
+
+    friend bool operator==(const PanelTraits &, const PanelTraits &) = default;
+};
+
+/// The course of an animation: fast first (`easeOut`) or slow first (`easeIn`).
+enum class TimingCurve { easeOut, easeIn };
+
+/// A change of a panel's opacity and frame over time.
+struct PanelAnimation {
+    Seconds duration{};
+    TimingCurve curve = TimingCurve::easeOut;
+    double alpha = 1; ///< opacity at the end, 0 to 1
+    Rect frame;       ///< frame at the end
+
+    friend bool operator==(const PanelAnimation &, const PanelAnimation &) = default;
+};
+
+/// One banner on the screen, or on its way there or away. Main thread only. Destroying it closes it.
+class BannerPanel {
+public:
+    virtual ~BannerPanel() = default;
+
+    /// The card's rectangle as drawn at this moment, animation included; y upwards.
+    [[nodiscard]] virtual Rect frame() const = 0;
+
+    /// Sets the card's rectangle at once. The size may shrink or grow about the centre by a few per cent.
+    virtual void setFrame(Rect frame) = 0;
+
+    /// Sets the opacity at once, 0 to 1.
+    virtual void setAlpha(double alpha) = 0;
+
+    /// Puts the panel on the screen above everything, whether or not the program is active, without taking
+    /// the keyboard focus.
+    virtual void orderFrontRegardless() = 0;
+
+    /// Starts the animation from the present frame and opacity and returns; a running one ends where it is,
+    /// without its `completion`. `completion` runs on the main thread at the end, on a later turn of the
+    /// event loop, and not at all when the panel is closed before.
+    virtual void animate(const PanelAnimation &animation, std::function<void()> completion) = 0;
+
+    /// Takes the panel off the screen at once. Closing twice is harmless.
+    virtual void close() = 0;
+};
+
+/// Makes banner panels. Main thread only; called by the banner presenter.
+class BannerPanels {
+public:
+    virtual ~BannerPanels() = default;
+
+    /// Makes a panel that shows `action` in a card of `frame`, not yet on the screen. `onDismiss` is called
+    /// on the main thread when the teacher presses the card's close button; the panel stays until it is
+    /// closed.
+    [[nodiscard]] virtual std::shared_ptr<BannerPanel> makePanel(Rect frame, const PanelTraits &traits,
+                                                                 const TeachingAction &action,
+                                                                 std::function<void()> onDismiss) = 0;
+};
+
+} // namespace corvane

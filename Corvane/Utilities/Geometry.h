@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+namespace corvane {
+
+/// A point on the desktop, in points; x grows to the right, y grows upwards.
+struct Point {
+    double x = 0;
+    double y = 0;
+
+    friend bool operator==(const Point &, const Point &) = default;
+};
+
+/// A width and a height in points.
+struct Size {
+    double width = 0;
+    double height = 0;
+
+    friend bool operator==(const Size &, const Size &) = default;
+};
+
+/// A rectangle on the desktop, in points, told by its lower-left corner; y grows upwards.
+struct Rect {
+    double x = 0;
+    double y = 0;
+    double width = 0;
+    double height = 0;
+
+    [[nodiscard]] constexpr double minX() const { return x; }
+    [[nodiscard]] constexpr double midX() const { return x + width / 2; }
+    [[nodiscard]] constexpr double maxX() const { return x + width; }
+    [[nodiscard]] constexpr double minY() const { return y; }
+    [[nodiscard]] constexpr double midY() const { return y + height / 2; }
+    [[nodiscard]] constexpr double maxY() const { return y + height; }
+
+    /// Whether `point` lies inside; the left and lower edges belong to the rectangle, the others do not.
+    [[nodiscard]] constexpr bool contains(Point point) const
+    {
+        return point.x >= minX() && point.x < maxX() && point.y >= minY() && point.y < maxY();
+    }
+
+    /// This rectangle with its width and height times `factor`, about the same centre.
+    [[nodiscard]] constexpr Rect scaledAboutCentre(double factor) const
+    {
+        return {midX() - width * factor / 2, midY() - height * factor / 2, width * factor, height * factor};
+    }
+
+    friend bool operator==(const Rect &, const Rect &) = default;
+};
+
+} // namespace corvane

@@ -1,0 +1,46 @@
+# SPDX-FileCopyrightText: 2026 The Quillet authors
+# SPDX-License-Identifier: MIT
+
+# How every target of the project is compiled.
+set(CMAKE_CXX_STANDARD 23)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_AUTORCC ON)
+
+# Dev: quick to build, yet fast enough for the simulated year; assertions stay on.
+set(CMAKE_CXX_FLAGS_DEV "-O1 -g1")
+set(CMAKE_EXE_LINKER_FLAGS_DEV "")
+
+find_program(CCACHE ccache)
+if(CCACHE)
+    # Precompiled headers are cached only when ccache may trust their defines and times.
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${CCACHE})
+endif()
+
+add_compile_options(-Wall -Wextra -Wpedantic -Werror)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    add_compile_options(-fpch-preprocess)
+endif()
+add_compile_definitions(QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING)
+
+if(QUILLET_SANITIZE)
+    add_compile_options(-fsanitize=${QUILLET_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${QUILLET_SANITIZE})
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        # GCC 12 warns of uninitialised coroutine frames once the sanitizers rewrite them.
+        add_compile_options(-Wno-maybe-uninitialized)
+    endif()
+endif()
+if(QUILLET_COVERAGE)
+    add_compile_options(--coverage)
+    add_link_options(--coverage)
+endif()
+
+# Precompiles the headers that nearly every file of a target reads.
+function(quillet_precompile target)
+    if(QUILLET_PRECOMPILE)
+        target_precompile_headers(${target} PRIVATE ${ARGN})
+    endif()
+endfunction()
