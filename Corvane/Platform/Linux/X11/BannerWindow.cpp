@@ -167,12 +167,7 @@ void BannerWindow::draw(const PanelMotion::Moment &moment)
             m_picture.setDevicePixelRatio(ratio);
             m_picture.fill(m_isComposited ? Qt::transparent : Qt::black);
             QPainter painter(&m_picture);
-            if (m_isComposited) {
-                if (m_shadow.isNull() || m_shadow.devicePixelRatio() != ratio) {
-                    m_shadow = QPixmap::fromImage(cardShadow(m_shape, m_cardSize, ratio));
-                }
-                painter.drawPixmap(0, 0, m_shadow);
-            }
+            drawShadow(painter);
             painter.drawPixmap(margin(), margin(), m_content->grab());
         }
         m_content->hide();
@@ -183,6 +178,18 @@ void BannerWindow::draw(const PanelMotion::Moment &moment)
     update();
 }
 
+void BannerWindow::drawShadow(QPainter &painter)
+{
+    if (!m_isComposited) {
+        return;
+    }
+    const double ratio = devicePixelRatioF();
+    if (m_shadow.isNull() || m_shadow.devicePixelRatio() != ratio) {
+        m_shadow = QPixmap::fromImage(cardShadow(m_shape, m_cardSize, ratio));
+    }
+    painter.drawPixmap(0, 0, m_shadow);
+}
+
 void BannerWindow::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
@@ -190,13 +197,7 @@ void BannerWindow::paintEvent(QPaintEvent *)
         painter.fillRect(rect(), Qt::black);
     }
     if (isAtRest()) {
-        if (m_isComposited) {
-            const double ratio = devicePixelRatioF();
-            if (m_shadow.isNull() || m_shadow.devicePixelRatio() != ratio) {
-                m_shadow = QPixmap::fromImage(cardShadow(m_shape, m_cardSize, ratio));
-            }
-            painter.drawPixmap(0, 0, m_shadow);
-        }
+        drawShadow(painter);
         return;
     }
     const QRectF card = cardRect();
@@ -207,19 +208,11 @@ void BannerWindow::paintEvent(QPaintEvent *)
     painter.drawPixmap(-margin(), -margin(), m_picture);
 }
 
-bool BannerWindow::event(QEvent *event)
-{
-    const bool isHandled = QWidget::event(event);
-    if (event->type() == QEvent::WinIdChange) {
-        updateShape();
-    }
-    return isHandled;
-}
-
 void BannerWindow::updateShape()
 {
     xcb_connection_t *server = x11::connection();
-    if (server == nullptr || !testAttribute(Qt::WA_WState_Created) || internalWinId() == 0) {
+    // Qt makes the X window anew while it shows it: the id that counts is that of the shown one.
+    if (server == nullptr || !isVisible() || windowHandle() == nullptr) {
         return;
     }
     // Under a compositing manager only clicks are cut to the card; they are to the card at rest, so that it
@@ -238,7 +231,7 @@ void BannerWindow::updateShape()
     }
     xcb_shape_rectangles(server, XCB_SHAPE_SO_SET,
                          m_isComposited ? XCB_SHAPE_SK_INPUT : XCB_SHAPE_SK_BOUNDING,
-                         XCB_CLIP_ORDERING_UNSORTED, static_cast<xcb_window_t>(internalWinId()), 0, 0,
+                         XCB_CLIP_ORDERING_UNSORTED, static_cast<xcb_window_t>(windowHandle()->winId()), 0, 0,
                          static_cast<std::uint32_t>(rectangles.size()), rectangles.data());
     xcb_flush(server);
 }

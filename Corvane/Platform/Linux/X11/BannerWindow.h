@@ -50,11 +50,11 @@ public:
     void setSessionLocked(bool isLocked);
 
 protected:
-    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
     void draw(const PanelMotion::Moment &moment);
+    void drawShadow(QPainter &painter);
     void place();
     void updateVisibility();
     void updateShape();

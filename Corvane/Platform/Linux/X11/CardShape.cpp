@@ -94,6 +94,13 @@ QImage cardShadow(const CardShape &shape, QSizeF size, double devicePixelRatio)
             stretcher.drawImage(to, corners, from);
         }
     }
+    // The card lets a little of what is behind it through: of the desktop, not of its own shadow.
+    stretcher.setRenderHint(QPainter::Antialiasing);
+    stretcher.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+    stretcher.setPen(Qt::NoPen);
+    stretcher.setBrush(Qt::black);
+    stretcher.drawRoundedRect(QRectF(QPointF(), QSizeF(pixels)).adjusted(inset, inset, -inset, -inset),
+                              shape.cornerRadius * devicePixelRatio, shape.cornerRadius * devicePixelRatio);
     stretcher.end();
     shadow.setDevicePixelRatio(devicePixelRatio);
     return shadow;

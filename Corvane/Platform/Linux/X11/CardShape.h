@@ -22,7 +22,8 @@ struct CardShape {
     [[nodiscard]] int margin() const;
 };
 
-/// The shadow of a card of `size`, with the shape's margin about it, at `devicePixelRatio`.
+/// The shadow of a card of `size`, with the shape's margin about it, at `devicePixelRatio`; nothing of it
+/// lies under the card itself.
 [[nodiscard]] QImage cardShadow(const CardShape &shape, QSizeF size, double devicePixelRatio);
 
 /// A rectangle with rounded corners as rows of pixels: all pixels whose middle lies inside. The rows of the
