@@ -10,7 +10,7 @@ set(CMAKE_AUTOMOC ON)
 set(CMAKE_AUTORCC ON)
 
 # Dev: quick to build, yet fast enough for the simulated year; assertions stay on.
-set(CMAKE_CXX_FLAGS_DEV "-O1 -g1")
+set(CMAKE_CXX_FLAGS_DEV "-O1 -g1 -DQT_FORCE_ASSERTS")
 set(CMAKE_EXE_LINKER_FLAGS_DEV "")
 
 find_program(CCACHE ccache)
