@@ -17,7 +17,10 @@ class Opponent : public QWidget {
 protected:
     void keyPressEvent(QKeyEvent *event) override { print(event->text()); }
 
-    void paintEvent(QPaintEvent * /*event*/) override { QPainter(this).fillRect(rect(), QColor(96, 64, 128)); }
+    void paintEvent(QPaintEvent * /*event*/) override
+    {
+        QPainter(this).fillRect(rect(), QColor(96, 64, 128));
+    }
 
     void changeEvent(QEvent *event) override
     {
@@ -28,10 +31,7 @@ protected:
     }
 
 private:
-    static void print(const QString &text)
-    {
-        QTextStream(stdout) << text << Qt::endl;
-    }
+    static void print(const QString &text) { QTextStream(stdout) << text << Qt::endl; }
 
     bool m_ready = false;
 };
