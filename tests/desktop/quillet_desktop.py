@@ -126,7 +126,7 @@ class Program:
     def __init__(self, desktop, environment=None, arguments=()):
         self.desktop = desktop
         self.output = desktop.room / "logs" / "quillet"
-        self.environment = {**desktop.environment, **(environment or {})}
+        self.environment = {**desktop.environment, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", **(environment or {})}
         self.log = pathlib.Path(self.environment["XDG_STATE_HOME"]) / "Logs/Quillet/quillet-debug.log"
         with self.output.open("ab") as output:
             self.started = time.time()
