@@ -44,3 +44,12 @@ function(quillet_precompile target)
         target_precompile_headers(${target} PRIVATE ${ARGN})
     endif()
 endfunction()
+
+# Runs moc anew when a file joins or leaves a target. CMake 3.25 leaves it at the files known before, so that an
+# incremental build of a newer checkout would fail to link.
+function(quillet_follow_sources)
+    foreach(target IN LISTS ARGN)
+        set_property(TARGET ${target} APPEND PROPERTY AUTOGEN_TARGET_DEPENDS
+            "${CMAKE_CURRENT_BINARY_DIR}/CMakeFiles/${target}_autogen.dir/AutogenInfo.json")
+    endforeach()
+endfunction()
