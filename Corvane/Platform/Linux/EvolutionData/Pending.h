@@ -48,7 +48,8 @@ public:
     }
 
     [[nodiscard]] bool isResolved() const { return m_state->value.has_value(); }
-    [[nodiscard]] T &value() const { return *m_state->value; }
+    /// Constant, since it is shared: co_return would move a variable one away from those who come later.
+    [[nodiscard]] const T &value() const { return *m_state->value; }
 
     class Waiter {
     public:
