@@ -7,9 +7,12 @@
 #include "tests/support/PrivateSoundServer.h"
 
 #include <QApplication>
+#include <QDateTime>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QProcess>
+#include <QTemporaryDir>
 #include <QTimer>
 
 #include <algorithm>
@@ -71,7 +74,8 @@ private Q_SLOTS:
         qint64 best = std::numeric_limits<qint64>::max();
         QList<qint64> all;
         for (int i = 0; i < 5; ++i) {
-            m_server->startRecording();
+            // Until the sound before has died away.
+            QTRY_VERIFY_WITH_TIMEOUT(recordsSilence(), 10000);
             QElapsedTimer timer;
             timer.start();
             auto task = m_sounds->play(u"Glass"_s);
@@ -81,7 +85,7 @@ private Q_SLOTS:
             all.append(timer.elapsed());
             best = std::min(best, all.constLast());
             QVERIFY(QCoro::waitFor(task));
-            QVERIFY(!m_server->stopRecording().isEmpty());
+            QVERIFY(all.constLast() < 5000);
         }
         qInfo() << "ms from the call to the first sample in the recorder" << all;
         QVERIFY2(best < 100, qPrintable(QString::number(best)));
@@ -108,18 +112,28 @@ private Q_SLOTS:
         QVERIFY(m_server->peak() < 0.71);
     }
 
+    // libcanberra remembers in a file where a sound was, whatever the data folders are; so these need a
+    // process, and a cache, of their own.
     void withoutTheThemeTheSoundIsNotThere()
     {
-        qputenv("XDG_DATA_DIRS", "/usr/share");
-        QVERIFY(!QCoro::waitFor(m_sounds->play(u"Glass"_s)));
+        const QTemporaryDir home;
+        QCOMPARE(runProgram(home.path(), u"/usr/share"_s, {}), 1);
     }
 
     void aThemeThatIsInstalledLaterIsFound()
     {
-        qputenv("XDG_DATA_DIRS", "/usr/share");
-        QVERIFY(!QCoro::waitFor(m_sounds->play(u"Glass"_s)));
-        qputenv("XDG_DATA_DIRS", QUILLET_BUILD_SHARE ":/usr/share");
-        QVERIFY(QCoro::waitFor(m_sounds->play(u"Glass"_s)));
+        const QTemporaryDir home;
+        QVERIFY(QDir(home.path()).mkpath(u"sounds"_s));
+        QCOMPARE(runProgram(home.path(), u"/usr/share"_s, {}), 1);
+        // The age of what is remembered is counted in seconds.
+        const qint64 second = QDateTime::currentSecsSinceEpoch();
+        QTRY_VERIFY(QDateTime::currentSecsSinceEpoch() > second + 1);
+        QVERIFY(QDir(home.path()).mkpath(u"sounds/quillet/stereo"_s));
+        for (const QString &file : {u"index.theme"_s, u"stereo/Glass.oga"_s}) {
+            QVERIFY(QFile::copy(QStringLiteral(QUILLET_BUILD_SHARE) + u"/sounds/quillet/"_s + file,
+                                home.filePath(u"sounds/quillet/"_s + file)));
+        }
+        QCOMPARE(runProgram(home.path(), u"/usr/share"_s, {}), 0);
     }
 
     void theBeepIsTheDesktopsBell()
@@ -132,9 +146,8 @@ private Q_SLOTS:
 
     void withoutABellSoundTheBeepIsThePlainBell()
     {
-        qputenv("XDG_DATA_DIRS", QDir::tempPath().toUtf8());
-        m_sounds->beep();
-        QTRY_COMPARE(m_plainBells, 1);
+        const QTemporaryDir home;
+        QCOMPARE(runProgram(home.path(), home.path(), {u"beep"_s}), 2);
     }
 
     void withoutASoundServerNothingPlaysAndThePlainBellRings()
@@ -256,6 +269,28 @@ private Q_SLOTS:
     }
 
 private:
+    // Starts a new recording and says whether it begins with silence.
+    bool recordsSilence()
+    {
+        m_server->startRecording();
+        return m_server->peak() < 0.001;
+    }
+
+    // The exit code of a program that plays the sound with these data folders; see there.
+    static int runProgram(const QString &home, const QString &dataDirs, const QStringList &arguments)
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"XDG_DATA_HOME"_s, home);
+        environment.insert(u"XDG_DATA_DIRS"_s, dataDirs);
+        environment.insert(u"XDG_CACHE_HOME"_s, home);
+        QProcess program;
+        program.setProcessEnvironment(environment);
+        program.start(QUILLET_SOUND_PROGRAM, arguments);
+        return program.waitForFinished(20000) && program.exitStatus() == QProcess::NormalExit
+                   ? program.exitCode()
+                   : -1;
+    }
+
     std::unique_ptr<PrivateSoundServer> m_server;
     std::unique_ptr<CanberraSounds> m_sounds;
     int m_plainBells = 0;

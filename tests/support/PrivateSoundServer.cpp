@@ -47,8 +47,7 @@ PrivateSoundServer::PrivateSoundServer()
 
 PrivateSoundServer::~PrivateSoundServer()
 {
-    m_recorder.kill();
-    m_recorder.waitForFinished(5000);
+    stopRecording();
     stop();
 }
 
@@ -72,6 +71,7 @@ void PrivateSoundServer::resume()
 
 void PrivateSoundServer::startRecording()
 {
+    stopRecording();
     m_recording.clear();
     m_recorder.start(u"parec"_s, {u"--device=null.monitor"_s, u"--format=s16le"_s, u"--rate=44100"_s,
                                   u"--channels=1"_s, u"--latency-msec=5"_s, u"--raw"_s});
@@ -80,12 +80,13 @@ void PrivateSoundServer::startRecording()
     }
 }
 
-QByteArray PrivateSoundServer::stopRecording()
+void PrivateSoundServer::stopRecording()
 {
-    m_recorder.kill();
-    m_recorder.waitForFinished(5000);
+    if (m_recorder.state() != QProcess::NotRunning) {
+        m_recorder.kill();
+        m_recorder.waitForFinished(5000);
+    }
     m_recording += m_recorder.readAllStandardOutput();
-    return m_recording;
 }
 
 double PrivateSoundServer::peak()

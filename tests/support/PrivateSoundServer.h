@@ -27,11 +27,11 @@ public:
     /// Ends it.
     void stop();
 
-    /// Starts to record what is played, and waits until the recording runs.
+    /// Starts to record anew what is played, and waits until the recording runs.
     void startRecording();
 
-    /// Ends the recording: one channel of 16-bit samples, 44100 a second.
-    [[nodiscard]] QByteArray stopRecording();
+    /// Ends the recording.
+    void stopRecording();
 
     /// The loudest sample recorded so far, 0 to 1.
     [[nodiscard]] double peak();
