@@ -73,9 +73,10 @@ private Q_SLOTS:
         // The best of several, since the machine has other things to do; the first includes the connecting.
         qint64 best = std::numeric_limits<qint64>::max();
         QList<qint64> all;
+        m_server->startRecording();
         for (int i = 0; i < 5; ++i) {
             // Until the sound before has died away.
-            QTRY_VERIFY_WITH_TIMEOUT(recordsSilence(), 10000);
+            QTRY_VERIFY_WITH_TIMEOUT(m_server->isSilent(), 10000);
             QElapsedTimer timer;
             timer.start();
             auto task = m_sounds->play(u"Glass"_s);
@@ -221,7 +222,6 @@ private Q_SLOTS:
     {
         QVERIFY(QCoro::waitFor(m_sounds->play(u"Glass"_s)));
         m_server->startRecording();
-        QTRY_VERIFY_WITH_TIMEOUT(m_server->peak() >= 0.0, 1000);
         m_server->hang();
         for (int i = 0; i < 10; ++i) {
             QVERIFY(!QCoro::waitFor(m_sounds->play(u"Glass"_s)));
@@ -269,13 +269,6 @@ private Q_SLOTS:
     }
 
 private:
-    // Starts a new recording and says whether it begins with silence.
-    bool recordsSilence()
-    {
-        m_server->startRecording();
-        return m_server->peak() < 0.001;
-    }
-
     // The exit code of a program that plays the sound with these data folders; see there.
     static int runProgram(const QString &home, const QString &dataDirs, const QStringList &arguments)
     {

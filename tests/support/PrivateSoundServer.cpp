@@ -85,13 +85,15 @@ void PrivateSoundServer::stopRecording()
     if (m_recorder.state() != QProcess::NotRunning) {
         m_recorder.kill();
         m_recorder.waitForFinished(5000);
+        m_recording += m_recorder.readAllStandardOutput();
     }
-    m_recording += m_recorder.readAllStandardOutput();
 }
 
 double PrivateSoundServer::peak()
 {
-    m_recording += m_recorder.readAllStandardOutput();
+    if (m_recorder.isOpen()) {
+        m_recording += m_recorder.readAllStandardOutput();
+    }
     int loudest = 0;
     for (qsizetype i = 0; i + 1 < m_recording.size(); i += 2) {
         qint16 sample = 0;
@@ -99,6 +101,14 @@ double PrivateSoundServer::peak()
         loudest = std::max(loudest, std::abs(static_cast<int>(sample)));
     }
     return loudest / 32768.0;
+}
+
+bool PrivateSoundServer::isSilent()
+{
+    const double loudest = peak();
+    const bool isSilent = !m_recording.isEmpty() && loudest < 0.001;
+    m_recording.clear();
+    return isSilent;
 }
 
 } // namespace corvane

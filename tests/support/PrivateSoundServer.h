@@ -36,6 +36,10 @@ public:
     /// The loudest sample recorded so far, 0 to 1.
     [[nodiscard]] double peak();
 
+    /// Whether something was recorded since the last call, and nothing of it can be heard. What was recorded
+    /// so far is then forgotten.
+    [[nodiscard]] bool isSilent();
+
 private:
     QTemporaryDir m_folder;
     QProcess m_server;
