@@ -105,10 +105,10 @@ double PrivateSoundServer::peak()
 
 bool PrivateSoundServer::isSilent()
 {
-    const double loudest = peak();
-    const bool isSilent = !m_recording.isEmpty() && loudest < 0.001;
-    m_recording.clear();
-    return isSilent;
+    if (peak() >= 0.001) {
+        m_recording.clear();
+    }
+    return !m_recording.isEmpty();
 }
 
 } // namespace corvane

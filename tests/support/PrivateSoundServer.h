@@ -36,8 +36,8 @@ public:
     /// The loudest sample recorded so far, 0 to 1.
     [[nodiscard]] double peak();
 
-    /// Whether something was recorded since the last call, and nothing of it can be heard. What was recorded
-    /// so far is then forgotten.
+    /// Whether something was recorded and nothing of it can be heard. What can be heard is then forgotten, so
+    /// that it becomes true once there is silence.
     [[nodiscard]] bool isSilent();
 
 private:
