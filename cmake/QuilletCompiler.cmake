@@ -10,7 +10,7 @@ set(CMAKE_AUTOMOC ON)
 set(CMAKE_AUTORCC ON)
 
 # Dev: quick to build, yet fast enough for the simulated year; assertions stay on.
-set(CMAKE_CXX_FLAGS_DEV "-O1 -g1")
+set(CMAKE_CXX_FLAGS_DEV "-O1 -g1 -DQT_FORCE_ASSERTS")
 set(CMAKE_EXE_LINKER_FLAGS_DEV "")
 
 find_program(CCACHE ccache)
@@ -43,4 +43,13 @@ function(quillet_precompile target)
     if(QUILLET_PRECOMPILE)
         target_precompile_headers(${target} PRIVATE ${ARGN})
     endif()
+endfunction()
+
+# Runs moc anew when a file joins or leaves a target. CMake 3.25 leaves it at the files known before, so that an
+# incremental build of a newer checkout would fail to link.
+function(quillet_follow_sources)
+    foreach(target IN LISTS ARGN)
+        set_property(TARGET ${target} APPEND PROPERTY AUTOGEN_TARGET_DEPENDS
+            "${CMAKE_CURRENT_BINARY_DIR}/CMakeFiles/${target}_autogen.dir/AutogenInfo.json")
+    endforeach()
 endfunction()

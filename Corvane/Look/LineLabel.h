@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QLabel>
+
+namespace corvane::look {
+
+/// A text on one line, as plain text whatever it holds. A text too long for the line is drawn smaller, down
+/// to a share of the font's size, and then cut with an ellipsis; what assistive tools read is the whole of
+/// it.
+class LineLabel final : public QLabel {
+    Q_OBJECT
+
+public:
+    /// `shrinksTo` is the smallest share of the size of `font`, 0 to 1.
+    LineLabel(const QFont &font, const QColor &color, double shrinksTo, QWidget *parent = nullptr);
+
+    /// Shows `text`. Line breaks and control characters in it are shown as spaces, and marks that would turn
+    /// the direction of what follows are left out.
+    void setLine(const QString &text);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void fit();
+
+    QColor m_color;
+    int m_largestSize;
+    int m_smallestSize;
+    QString m_line;
+    QString m_shown; ///< m_line, or its beginning and an ellipsis
+    QFont m_fitted;
+};
+
+} // namespace corvane::look

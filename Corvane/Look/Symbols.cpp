@@ -1,0 +1,144 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Look/Symbols.h"
+
+#include <QFile>
+#include <QIconEngine>
+#include <QPainter>
+#include <QSvgRenderer>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace corvane::look {
+
+namespace {
+
+struct Symbol {
+    QStringView name;
+    QStringView file;
+    bool isFilled = true; ///< else it is made of lines
+};
+
+constexpr std::array symbols{
+    Symbol{u"arrow.right.circle.fill", u"arrow-right-circle-fill"},
+    Symbol{u"bell.fill", u"bell-fill"},
+    Symbol{u"checkmark.circle.fill", u"check-circle-fill"},
+    Symbol{u"exclamationmark.triangle.fill", u"exclamation-triangle-fill"},
+    Symbol{.name = u"xmark", .file = u"x-lg", .isFilled = false},
+};
+
+/// The side of the square that the set draws on, and how much wider its lines are in bold.
+constexpr double side = 16;
+constexpr double boldness = 0.9;
+
+const Symbol *find(const QString &name)
+{
+    const auto found = std::ranges::find(symbols, QStringView(name), &Symbol::name);
+    return found != symbols.end() ? &*found : nullptr;
+}
+
+/// The drawing of a symbol, filled with `fill` and its outlines drawn `strokeWidth` wide.
+QByteArray drawing(const Symbol *symbol, const QColor &color, bool isFilled, double strokeWidth)
+{
+    QFile file(symbol != nullptr ? u":/symbols/%1.svg"_s.arg(symbol->file) : QString());
+    if (!file.open(QIODevice::ReadOnly)) {
+        Q_ASSERT_X(false, "look", "there is no such symbol");
+        return {};
+    }
+    const QByteArray name = color.name().toLatin1();
+    const QByteArray opacity = QByteArray::number(color.alphaF());
+    QByteArray paint = isFilled ? "fill=\"" + name + "\" fill-opacity=\"" + opacity + '"' : R"(fill="none")";
+    if (strokeWidth > 0) {
+        paint += " stroke=\"" + name + "\" stroke-opacity=\"" + opacity +
+                 "\" stroke-linejoin=\"round\" stroke-width=\"" + QByteArray::number(strokeWidth) + '"';
+    }
+    return file.readAll().replace(R"(fill="currentColor")", paint);
+}
+
+void render(QPainter &painter, const QRectF &rect, const QByteArray &drawing)
+{
+    QSvgRenderer(drawing).render(&painter, rect);
+}
+
+class SymbolEngine final : public QIconEngine {
+public:
+    explicit SymbolEngine(QByteArray drawing) : m_drawing(std::move(drawing)), m_renderer(m_drawing) {}
+
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State) override
+    {
+        painter->save();
+        if (mode == QIcon::Disabled) {
+            painter->setOpacity(painter->opacity() * 0.4);
+        }
+        const int fitting = std::min(rect.width(), rect.height());
+        m_renderer.render(painter, QRectF(rect.x() + (rect.width() - fitting) / 2.0,
+                                          rect.y() + (rect.height() - fitting) / 2.0, fitting, fitting));
+        painter->restore();
+    }
+
+    QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override
+    {
+        QPixmap pixmap(size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        paint(&painter, QRect({}, size), mode, state);
+        return pixmap;
+    }
+
+    [[nodiscard]] QIconEngine *clone() const override { return new SymbolEngine(m_drawing); }
+
+private:
+    QByteArray m_drawing;
+    QSvgRenderer m_renderer;
+};
+
+} // namespace
+
+bool hasSymbol(const QString &name)
+{
+    return find(name) != nullptr;
+}
+
+QIcon symbolIcon(const QString &name, const QColor &color)
+{
+    return QIcon(new SymbolEngine(drawing(find(name), color, true, 0)));
+}
+
+QPixmap symbolPixmap(const QString &name, int size, const QColor &color, double devicePixelRatio,
+                     SymbolWeight weight)
+{
+    const Symbol *symbol = find(name);
+    const int pixels = static_cast<int>(std::ceil(size * devicePixelRatio));
+    QPixmap pixmap(pixels, pixels);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    QRectF rect = pixmap.rect();
+    if (weight == SymbolWeight::regular || symbol == nullptr) {
+        render(painter, rect, drawing(symbol, color, true, 0));
+    } else if (!symbol->isFilled) {
+        render(painter, rect, drawing(symbol, color, true, boldness));
+    } else {
+        // Half a stroke along the outline is taken away: inside, what is cut out grows; outside, the symbol
+        // would shrink, so it is drawn larger by as much.
+        const double more = pixels * boldness / (side - boldness) / 2;
+        rect.adjust(-more, -more, more, more);
+        render(painter, rect, drawing(symbol, color, true, 0));
+        painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+        QPixmap outline(pixmap.size());
+        outline.fill(Qt::transparent);
+        QPainter outliner(&outline);
+        render(outliner, rect, drawing(symbol, Qt::black, false, boldness));
+        outliner.end();
+        painter.drawPixmap(0, 0, outline);
+    }
+    painter.end();
+    pixmap.setDevicePixelRatio(devicePixelRatio);
+    return pixmap;
+}
+
+} // namespace corvane::look

@@ -1,0 +1,113 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "tests/support/FakeBannerPanels.h"
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+
+namespace {
+
+using Record = FakeBannerPanels::Record;
+
+/// Ends the animation `number` of the panel after its time, unless it was replaced or its panel closed.
+QCoro::Task<void> endAnimation(std::weak_ptr<Record> panel, std::uint64_t number, PanelAnimation animation,
+                               std::function<void()> completion)
+{
+    co_await wait(animation.duration);
+    const std::shared_ptr<Record> record = panel.lock();
+    if (!record || record->isClosed || record->animationNumber != number) {
+        co_return;
+    }
+    record->frame = animation.frame;
+    record->alpha = animation.alpha;
+    if (completion) {
+        completion();
+    }
+}
+
+class FakeBannerPanel final : public BannerPanel {
+public:
+    explicit FakeBannerPanel(std::shared_ptr<Record> record) : m_record(std::move(record)) {}
+    ~FakeBannerPanel() override
+    {
+        m_record->calls << u"destroy"_s;
+        takeAway();
+    }
+
+    [[nodiscard]] Rect frame() const override { return m_record->frame; }
+
+    void setFrame(Rect frame) override
+    {
+        m_record->calls << u"setFrame"_s;
+        ++m_record->animationNumber;
+        m_record->frame = frame;
+    }
+
+    void setAlpha(double alpha) override
+    {
+        m_record->calls << u"setAlpha"_s;
+        ++m_record->animationNumber;
+        m_record->alpha = alpha;
+    }
+
+    void orderFrontRegardless() override
+    {
+        m_record->calls << u"orderFrontRegardless"_s;
+        m_record->isVisible = !m_record->isClosed;
+    }
+
+    void animate(const PanelAnimation &animation, std::function<void()> completion) override
+    {
+        m_record->calls << u"animate"_s;
+        m_record->animations.push_back(animation);
+        // The task ends by itself; what it needs it holds weakly.
+        endAnimation(m_record, ++m_record->animationNumber, animation, std::move(completion)).then([] {});
+    }
+
+    void close() override
+    {
+        m_record->calls << u"close"_s;
+        ++m_record->closeCalls;
+        takeAway();
+    }
+
+private:
+    void takeAway()
+    {
+        m_record->isVisible = false;
+        m_record->isClosed = true;
+    }
+
+    std::shared_ptr<Record> m_record;
+};
+
+} // namespace
+
+std::shared_ptr<BannerPanel> FakeBannerPanels::makePanel(Rect frame, const PanelTraits &traits,
+                                                         const TeachingAction &action,
+                                                         std::function<void()> onDismiss)
+{
+    auto record = std::make_shared<Record>();
+    record->initialFrame = frame;
+    record->traits = traits;
+    record->action = action;
+    record->onDismiss = std::move(onDismiss);
+    record->frame = frame;
+    records.push_back(record);
+    return std::make_shared<FakeBannerPanel>(std::move(record));
+}
+
+std::vector<std::shared_ptr<FakeBannerPanels::Record>> FakeBannerPanels::visiblePanels() const
+{
+    std::vector<std::shared_ptr<Record>> visible;
+    std::ranges::copy_if(records, std::back_inserter(visible),
+                         [](const auto &record) { return record->isVisible; });
+    return visible;
+}
+
+} // namespace corvane
