@@ -77,7 +77,8 @@ QCoro::Task<SingleInstance::Start> handOver(QDBusConnection bus, QString token)
     QObject::connect(&arrival, &QDBusServiceWatcher::serviceRegistered, &arrival,
                      [hasArrived] { *hasArrived = true; });
     QDBusMessage answer = co_await activate(bus, token);
-    if (answer.errorName() == "org.freedesktop.DBus.Error.ServiceUnknown"_L1) {
+    if (answer.errorName() == "org.freedesktop.DBus.Error.ServiceUnknown"_L1 ||
+        answer.errorName() == "org.freedesktop.DBus.Error.NameHasNoOwner"_L1) {
         // It may hold its lock and be on its way to its name.
         if (!*hasArrived) {
             co_await qCoro(&arrival, &QDBusServiceWatcher::serviceRegistered, nameDelay);

@@ -151,6 +151,7 @@ CanberraSounds::CanberraSounds(std::function<void()> plainBell, QObject *parent)
     m_answers = new QSocketNotifier(m_channel->answered, QSocketNotifier::Read, this);
     connect(m_answers, &QSocketNotifier::activated, this, &CanberraSounds::takeAnswer);
     m_deadline.setSingleShot(true);
+    m_deadline.setTimerType(Qt::PreciseTimer);
     connect(&m_deadline, &QTimer::timeout, this, &CanberraSounds::dropOverdue);
 
     std::promise<void> ended;
