@@ -29,7 +29,7 @@ inline constexpr double shadowOpacity = 0.55;
 inline constexpr int leadingPadding = 56;
 inline constexpr int trailingPadding = 82; ///< as wide as the corner that the close button takes
 inline constexpr int iconSpacing = 40;     ///< between the icon and the texts
-inline constexpr int lineSpacing = 6;
+inline constexpr int lineSpacing = 10;
 
 inline constexpr int iconArea = 104;
 inline constexpr int iconSize = 68;

@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QSvgRenderer>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -18,8 +19,9 @@ namespace corvane::look {
 namespace {
 
 struct Symbol {
-    const char16_t *name;
-    const char16_t *file;
+    QStringView name;
+    QStringView file;
+    bool isFilled = true; ///< else it is made of lines
 };
 
 constexpr std::array symbols{
@@ -27,36 +29,40 @@ constexpr std::array symbols{
     Symbol{u"bell.fill", u"bell-fill"},
     Symbol{u"checkmark.circle.fill", u"check-circle-fill"},
     Symbol{u"exclamationmark.triangle.fill", u"exclamation-triangle-fill"},
-    Symbol{u"xmark", u"x-lg"},
+    Symbol{.name = u"xmark", .file = u"x-lg", .isFilled = false},
 };
 
-QString fileOf(const QString &name)
+/// The side of the square that the set draws on, and how much wider its lines are in bold.
+constexpr double side = 16;
+constexpr double boldness = 0.9;
+
+const Symbol *find(const QString &name)
 {
-    for (const Symbol &symbol : symbols) {
-        if (name == QStringView(symbol.name)) {
-            return u":/symbols/%1.svg"_s.arg(QStringView(symbol.file));
-        }
-    }
-    return {};
+    const auto found = std::ranges::find(symbols, QStringView(name), &Symbol::name);
+    return found != symbols.end() ? &*found : nullptr;
 }
 
-/// The drawing of a symbol with its colour and weight written into it.
-QByteArray drawing(const QString &name, const QColor &color, SymbolWeight weight)
+/// The drawing of a symbol, filled with `fill` and its outlines drawn `strokeWidth` wide.
+QByteArray drawing(const Symbol *symbol, const QColor &color, bool isFilled, double strokeWidth)
 {
-    QFile file(fileOf(name));
-    const bool isThere = file.open(QIODevice::ReadOnly);
-    Q_ASSERT_X(isThere, "look::symbol", qPrintable(name));
-    if (!isThere) {
+    QFile file(symbol != nullptr ? u":/symbols/%1.svg"_s.arg(symbol->file) : QString());
+    if (!file.open(QIODevice::ReadOnly)) {
+        Q_ASSERT_X(false, "look", "there is no such symbol");
         return {};
     }
-    // The set draws on a field of 16 by 16; one more unit about each line is its bold.
-    QByteArray paint =
-        "fill=\"" + color.name().toLatin1() + "\" fill-opacity=\"" + QByteArray::number(color.alphaF()) + '"';
-    if (weight == SymbolWeight::bold) {
-        paint += " stroke=\"" + color.name().toLatin1() + "\" stroke-opacity=\"" +
-                 QByteArray::number(color.alphaF()) + "\" stroke-width=\"0.9\" stroke-linejoin=\"round\"";
+    const QByteArray name = color.name().toLatin1();
+    const QByteArray opacity = QByteArray::number(color.alphaF());
+    QByteArray paint = isFilled ? "fill=\"" + name + "\" fill-opacity=\"" + opacity + '"' : R"(fill="none")";
+    if (strokeWidth > 0) {
+        paint += " stroke=\"" + name + "\" stroke-opacity=\"" + opacity +
+                 "\" stroke-linejoin=\"round\" stroke-width=\"" + QByteArray::number(strokeWidth) + '"';
     }
-    return file.readAll().replace("fill=\"currentColor\"", paint);
+    return file.readAll().replace(R"(fill="currentColor")", paint);
+}
+
+void render(QPainter &painter, const QRectF &rect, const QByteArray &drawing)
+{
+    QSvgRenderer(drawing).render(&painter, rect);
 }
 
 class SymbolEngine final : public QIconEngine {
@@ -69,9 +75,9 @@ public:
         if (mode == QIcon::Disabled) {
             painter->setOpacity(painter->opacity() * 0.4);
         }
-        const int side = std::min(rect.width(), rect.height());
-        m_renderer.render(painter, QRectF(rect.x() + (rect.width() - side) / 2.0,
-                                          rect.y() + (rect.height() - side) / 2.0, side, side));
+        const int fitting = std::min(rect.width(), rect.height());
+        m_renderer.render(painter, QRectF(rect.x() + (rect.width() - fitting) / 2.0,
+                                          rect.y() + (rect.height() - fitting) / 2.0, fitting, fitting));
         painter->restore();
     }
 
@@ -95,23 +101,41 @@ private:
 
 bool hasSymbol(const QString &name)
 {
-    return !fileOf(name).isEmpty();
+    return find(name) != nullptr;
 }
 
-QIcon symbolIcon(const QString &name, const QColor &color, SymbolWeight weight)
+QIcon symbolIcon(const QString &name, const QColor &color)
 {
-    return QIcon(new SymbolEngine(drawing(name, color, weight)));
+    return QIcon(new SymbolEngine(drawing(find(name), color, true, 0)));
 }
 
 QPixmap symbolPixmap(const QString &name, int size, const QColor &color, double devicePixelRatio,
                      SymbolWeight weight)
 {
-    QSvgRenderer renderer(drawing(name, color, weight));
-    const int side = static_cast<int>(std::ceil(size * devicePixelRatio));
-    QPixmap pixmap(side, side);
+    const Symbol *symbol = find(name);
+    const int pixels = static_cast<int>(std::ceil(size * devicePixelRatio));
+    QPixmap pixmap(pixels, pixels);
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
-    renderer.render(&painter, QRectF(0, 0, side, side));
+    QRectF rect = pixmap.rect();
+    if (weight == SymbolWeight::regular || symbol == nullptr) {
+        render(painter, rect, drawing(symbol, color, true, 0));
+    } else if (!symbol->isFilled) {
+        render(painter, rect, drawing(symbol, color, true, boldness));
+    } else {
+        // Half a stroke along the outline is taken away: inside, what is cut out grows; outside, the symbol
+        // would shrink, so it is drawn larger by as much.
+        const double more = pixels * boldness / (side - boldness) / 2;
+        rect.adjust(-more, -more, more, more);
+        render(painter, rect, drawing(symbol, color, true, 0));
+        painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+        QPixmap outline(pixmap.size());
+        outline.fill(Qt::transparent);
+        QPainter outliner(&outline);
+        render(outliner, rect, drawing(symbol, Qt::black, false, boldness));
+        outliner.end();
+        painter.drawPixmap(0, 0, outline);
+    }
     painter.end();
     pixmap.setDevicePixelRatio(devicePixelRatio);
     return pixmap;

@@ -11,7 +11,8 @@
 /// The program's symbols, drawn in any colour at any size. Main thread only.
 namespace corvane::look {
 
-/// The stroke of a symbol made of lines.
+/// How strong a symbol is drawn: `bold` thickens the lines of one made of lines, and what is cut out of a
+/// filled one.
 enum class SymbolWeight { regular, bold };
 
 /// Whether there is a symbol of this name, for example "bell.fill".

@@ -18,11 +18,10 @@ namespace corvane {
 
 namespace {
 
-void drawSymbol(QPainter &painter, const QRect &area, const QString &name, int size, const QColor &color,
-                look::SymbolWeight weight)
+void drawSymbol(QPainter &painter, const QRect &area, const QString &name, int size, const QColor &color)
 {
-    const QPixmap symbol =
-        look::symbolPixmap(name, size, color, painter.device()->devicePixelRatioF(), weight);
+    const QPixmap symbol = look::symbolPixmap(name, size, color, painter.device()->devicePixelRatioF(),
+                                              look::SymbolWeight::bold);
     painter.drawPixmap(
         QPointF(area.x() + (area.width() - size) / 2.0, area.y() + (area.height() - size) / 2.0), symbol);
 }
@@ -46,8 +45,7 @@ protected:
         painter.setPen(Qt::NoPen);
         painter.setBrush(m_background);
         painter.drawRoundedRect(rect(), look::banner::iconRadius, look::banner::iconRadius);
-        drawSymbol(painter, rect(), m_symbol, look::banner::iconSize, look::white(1),
-                   look::SymbolWeight::regular);
+        drawSymbol(painter, rect(), m_symbol, look::banner::iconSize, look::white(1));
     }
 
 private:
@@ -74,8 +72,7 @@ protected:
         painter.setBrush(look::white(0.12));
         painter.drawEllipse(rect());
         painter.setOpacity(isDown() ? 0.6 : 1);
-        drawSymbol(painter, rect(), u"xmark"_s, look::banner::closeSize, look::white(0.9),
-                   look::SymbolWeight::bold);
+        drawSymbol(painter, rect(), u"xmark"_s, look::banner::closeSize, look::white(0.9));
     }
 };
 

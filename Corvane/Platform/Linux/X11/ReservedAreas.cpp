@@ -1,0 +1,93 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/X11/ReservedAreas.h"
+
+#include <algorithm>
+#include <array>
+
+namespace corvane {
+
+namespace {
+
+/// A property's value as a coordinate of the desktop; whatever a stranger's window says, it stays on it.
+int clamped(std::uint32_t value, int end)
+{
+    return static_cast<int>(std::min<std::uint32_t>(value, static_cast<std::uint32_t>(std::max(end, 0))));
+}
+
+} // namespace
+
+std::optional<Strut> Strut::fromProperty(const std::vector<std::uint32_t> &values, QSize desktop)
+{
+    constexpr std::size_t edges = 4;
+    constexpr std::size_t edgesAndSpans = 12;
+    if (values.size() < edges) {
+        return std::nullopt;
+    }
+    const bool hasSpans = values.size() >= edgesAndSpans;
+    constexpr std::array edgeOrder{Qt::LeftEdge, Qt::RightEdge, Qt::TopEdge, Qt::BottomEdge};
+    for (std::size_t i = 0; i < edges; ++i) {
+        const Qt::Edge edge = edgeOrder[i];
+        const bool isUpright = edge == Qt::LeftEdge || edge == Qt::RightEdge;
+        const int thickness = clamped(values[i], isUpright ? desktop.width() : desktop.height());
+        if (thickness == 0) {
+            continue;
+        }
+        const int length = isUpright ? desktop.height() : desktop.width();
+        const int from = hasSpans ? clamped(values[edges + 2 * i], length) : 0;
+        const int to = hasSpans ? std::min(clamped(values[edges + 2 * i + 1], length) + 1, length) : length;
+        if (to <= from) {
+            return std::nullopt;
+        }
+        switch (edge) {
+        case Qt::LeftEdge:
+            return Strut{edge, QRect(0, from, thickness, to - from)};
+        case Qt::RightEdge:
+            return Strut{edge, QRect(desktop.width() - thickness, from, thickness, to - from)};
+        case Qt::TopEdge:
+            return Strut{edge, QRect(from, 0, to - from, thickness)};
+        case Qt::BottomEdge:
+            return Strut{edge, QRect(from, desktop.height() - thickness, to - from, thickness)};
+        }
+    }
+    return std::nullopt;
+}
+
+QRect ReservedAreas::visiblePart(const QRect &screen) const
+{
+    QRect visible = screen;
+    for (const Strut &strut : struts) {
+        // A strut is told from the desktop's edge, so that of a panel between two monitors covers the outer
+        // one whole; it belongs to the monitor in which its inner edge lies.
+        QRect left = visible;
+        switch (strut.edge) {
+        case Qt::LeftEdge:
+            left.setLeft(std::max(left.left(), strut.area.right() + 1));
+            break;
+        case Qt::RightEdge:
+            left.setRight(std::min(left.right(), strut.area.left() - 1));
+            break;
+        case Qt::TopEdge:
+            left.setTop(std::max(left.top(), strut.area.bottom() + 1));
+            break;
+        case Qt::BottomEdge:
+            left.setBottom(std::min(left.bottom(), strut.area.top() - 1));
+            break;
+        }
+        if (strut.area.intersects(screen) && !left.isEmpty()) {
+            visible = left;
+        }
+    }
+    QRect widest;
+    for (const QRect &area : workAreas) {
+        const QRect common = area & screen;
+        if (qint64{common.width()} * common.height() > qint64{widest.width()} * widest.height()) {
+            widest = common;
+        }
+    }
+    const QRect both = widest.isEmpty() ? visible : visible & widest;
+    return both.isEmpty() ? visible : both;
+}
+
+} // namespace corvane

@@ -1,0 +1,98 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/X11/X11Screens.h"
+
+#include "Corvane/Platform/Linux/X11/DesktopGeometry.h"
+#include "Corvane/Platform/Linux/X11/ReservedAreas.h"
+#include "Corvane/Platform/Linux/X11/X11Connection.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWindow>
+
+namespace corvane {
+
+namespace {
+
+/// What the window manager and the desktop's panels keep for themselves, in the server's pixels.
+ReservedAreas reservedAreas()
+{
+    ReservedAreas areas;
+    const auto size = x11::rootSize();
+    if (!size) {
+        return areas;
+    }
+    areas.desktop = QSize(size->width, size->height);
+    const std::uint32_t root = x11::rootWindow();
+    for (const std::uint32_t window : x11::property(root, "_NET_CLIENT_LIST")) {
+        std::vector<std::uint32_t> strut = x11::property(window, "_NET_WM_STRUT_PARTIAL");
+        if (strut.empty()) {
+            strut = x11::property(window, "_NET_WM_STRUT");
+        }
+        if (const auto read = Strut::fromProperty(strut, areas.desktop)) {
+            areas.struts.push_back(*read);
+        }
+    }
+    const auto desktop = x11::property(root, "_NET_CURRENT_DESKTOP");
+    const QByteArray name = "_GTK_WORKAREAS_D" + QByteArray::number(desktop.empty() ? 0 : desktop.front());
+    const auto values = x11::property(root, name.constData());
+    for (std::size_t i = 0; i + 3 < values.size(); i += 4) {
+        areas.workAreas.emplace_back(static_cast<int>(values[i]), static_cast<int>(values[i + 1]),
+                                     static_cast<int>(values[i + 2]), static_cast<int>(values[i + 3]));
+    }
+    return areas;
+}
+
+Screen describe(const QScreen &screen, const ReservedAreas &reserved)
+{
+    // A screen's place is told in the server's pixels, its size in logical ones.
+    const QRect frame = screen.geometry();
+    const double ratio = screen.devicePixelRatio();
+    const QRect pixels(frame.topLeft(), (QSizeF(frame.size()) * ratio).toSize());
+    const QRect visible = reserved.visiblePart(pixels);
+    const QRectF points(frame.topLeft() + QPointF(visible.topLeft() - pixels.topLeft()) / ratio,
+                        QSizeF(visible.size()) / ratio);
+    // Qt knows of work areas that only the window manager tells of, where there is one monitor.
+    const QRectF both = points & QRectF(screen.availableGeometry());
+    return {.name = screen.name(),
+            .frame = pointsUp(QRectF(frame)),
+            .visibleFrame = pointsUp(both.isEmpty() ? QRectF(frame) : both)};
+}
+
+std::optional<Screen> describe(const QScreen *screen)
+{
+    return screen != nullptr ? std::optional(describe(*screen, reservedAreas())) : std::nullopt;
+}
+
+} // namespace
+
+std::vector<Screen> X11Screens::screens() const
+{
+    const ReservedAreas reserved = reservedAreas();
+    std::vector<Screen> screens;
+    for (const QScreen *screen : QGuiApplication::screens()) {
+        screens.push_back(describe(*screen, reserved));
+    }
+    return screens;
+}
+
+std::optional<Screen> X11Screens::mainScreen() const
+{
+    return describe(QGuiApplication::primaryScreen());
+}
+
+std::optional<Screen> X11Screens::keyWindowScreen() const
+{
+    const QWindow *window = QGuiApplication::focusWindow();
+    return window != nullptr ? describe(window->screen()) : std::nullopt;
+}
+
+Point X11Screens::pointerLocation() const
+{
+    // The middle of the pixel: its own edges belong to its neighbours once y is turned round.
+    return pointsUp(QPointF(QCursor::pos()) + QPointF(0.5, 0.5));
+}
+
+} // namespace corvane

@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "tests/contracts/BannerPanelsContract.h"
+#include "tests/contracts/ScreensContract.h"
+#include "tests/support/FakeBannerPanels.h"
+#include "tests/support/FakeScreens.h"
+
+using namespace corvane;
+
+class FakeBannerPanelsContractTest final : public BannerPanelsContract {
+    Q_OBJECT
+
+protected:
+    BannerPanels &panels() override { return m_panels; }
+    void pressCloseButton() override { m_panels.records.back()->onDismiss(); }
+
+private:
+    FakeBannerPanels m_panels;
+};
+
+class FakeScreensContractTest final : public ScreensContract {
+    Q_OBJECT
+
+protected:
+    Screens &screens() override { return m_screens; }
+
+private:
+    FakeScreens m_screens;
+};
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    FakeBannerPanelsContractTest panels;
+    FakeScreensContractTest screens;
+    return QTest::qExec(&panels, argc, argv) + QTest::qExec(&screens, argc, argv);
+}
+
+#include "BannerFakesContractTest.moc"

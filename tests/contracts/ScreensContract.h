@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Notifications/Screens.h"
+
+#include <QTest>
+
+#include <algorithm>
+
+namespace corvane {
+
+/// What every kind of screens answers. A test class derives from it and hands over the screens, of which
+/// there is at least one.
+class ScreensContract : public QObject {
+    Q_OBJECT
+
+protected:
+    virtual Screens &screens() = 0;
+
+private Q_SLOTS:
+    void everyScreenHasRoom()
+    {
+        QVERIFY(!screens().screens().empty());
+        for (const Screen &screen : screens().screens()) {
+            QVERIFY(screen.frame.width > 0 && screen.frame.height > 0);
+            QVERIFY(screen.visibleFrame.width > 0 && screen.visibleFrame.height > 0);
+        }
+    }
+
+    void theVisiblePartLiesWithinTheScreen()
+    {
+        for (const auto &[name, frame, visible] : screens().screens()) {
+            QVERIFY(visible.minX() >= frame.minX() && visible.maxX() <= frame.maxX());
+            QVERIFY(visible.minY() >= frame.minY() && visible.maxY() <= frame.maxY());
+        }
+    }
+
+    void screensHaveNamesOfTheirOwn()
+    {
+        QStringList names;
+        for (const Screen &screen : screens().screens()) {
+            QVERIFY(!screen.name.isEmpty());
+            QVERIFY(!names.contains(screen.name));
+            names << screen.name;
+        }
+    }
+
+    void theMainScreenIsOneOfThem()
+    {
+        const auto main = screens().mainScreen();
+        QVERIFY(main.has_value());
+        QVERIFY(std::ranges::count(screens().screens(), *main) == 1);
+    }
+
+    void thePointerIsOnExactlyOneScreen()
+    {
+        const Point pointer = screens().pointerLocation();
+        QCOMPARE(std::ranges::count_if(screens().screens(),
+                                       [&](const Screen &screen) { return screen.frame.contains(pointer); }),
+                 1);
+    }
+
+    void withoutAKeyWindowThereIsNoScreenOfIt() { QVERIFY(!screens().keyWindowScreen().has_value()); }
+
+    void theSameQuestionHasTheSameAnswer() { QVERIFY(screens().screens() == screens().screens()); }
+};
+
+} // namespace corvane

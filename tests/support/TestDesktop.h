@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QProcess>
+#include <QSize>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+#include <vector>
+
+namespace corvane {
+
+/// An X desktop of a test's own: a server on a free display, and in it one window manager at a time. All that
+/// it starts it ends, by process id. Made before the application object, since it sets the environment that
+/// the object reads; a desktop that does not come up ends the test program.
+class TestDesktop {
+public:
+    enum class WindowManager { openbox, xfwm4, xfwm4WithCompositing };
+
+    explicit TestDesktop(QSize size);
+    ~TestDesktop();
+    TestDesktop(const TestDesktop &) = delete;
+    TestDesktop &operator=(const TestDesktop &) = delete;
+
+    /// Ends the window manager that runs, if one does, and starts this one. It is ready once isManaged().
+    void startWindowManager(WindowManager manager);
+    void stopWindowManager();
+
+    /// Whether a window manager says on the display that it is there.
+    [[nodiscard]] static bool isManaged();
+
+    /// Starts the full-screen program that banners have to stand above.
+    [[nodiscard]] std::unique_ptr<QProcess> startOpponent(const QStringList &arguments = {}) const;
+
+    /// Runs xdotool and waits for its end; what it prints.
+    static QString xdotool(const QStringList &arguments);
+
+private:
+    static void end(QProcess &process);
+
+    QProcess m_server;
+    std::unique_ptr<QProcess> m_manager;
+};
+
+} // namespace corvane
