@@ -5,8 +5,7 @@
 
 #include "Corvane/Platform/Linux/X11/X11Connection.h"
 
-#include <csignal>
-#include <unistd.h>
+#include <QProcessEnvironment>
 
 using namespace Qt::StringLiterals;
 
@@ -38,6 +37,7 @@ TestDesktop::TestDesktop(QSize size)
 TestDesktop::~TestDesktop()
 {
     stopWindowManager();
+    end(m_bus); // what was started through it ends with it
     end(m_server);
 }
 
@@ -47,19 +47,21 @@ void TestDesktop::startWindowManager(WindowManager manager)
     m_manager = std::make_unique<QProcess>();
     m_manager->setStandardOutputFile(QProcess::nullDevice());
     m_manager->setStandardErrorFile(QProcess::nullDevice());
-    // A group of its own, so that what it starts ends with it.
-    m_manager->setChildProcessModifier([] { ::setsid(); });
     switch (manager) {
     case WindowManager::openbox:
         m_manager->start(u"openbox"_s, {u"--sm-disable"_s});
         break;
     case WindowManager::xfwm4:
-        m_manager->start(u"dbus-run-session"_s, {u"--"_s, u"xfwm4"_s, u"--compositor=off"_s});
+    case WindowManager::xfwm4WithCompositing: {
+        // It reads its settings from a service on the session's bus, and does not start without.
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, busAddress());
+        m_manager->setProcessEnvironment(environment);
+        const bool isCompositing = manager == WindowManager::xfwm4WithCompositing;
+        m_manager->start(u"xfwm4"_s,
+                         {isCompositing ? u"--compositor=on"_s : u"--compositor=off"_s, u"--vblank=off"_s});
         break;
-    case WindowManager::xfwm4WithCompositing:
-        m_manager->start(u"dbus-run-session"_s,
-                         {u"--"_s, u"xfwm4"_s, u"--compositor=on"_s, u"--vblank=off"_s});
-        break;
+    }
     }
     if (!m_manager->waitForStarted(patience)) {
         qFatal("the window manager did not start");
@@ -69,10 +71,26 @@ void TestDesktop::startWindowManager(WindowManager manager)
 void TestDesktop::stopWindowManager()
 {
     if (m_manager) {
-        ::kill(static_cast<pid_t>(-m_manager->processId()), SIGTERM);
         end(*m_manager);
         m_manager.reset();
     }
+}
+
+QString TestDesktop::busAddress()
+{
+    if (m_bus.state() == QProcess::NotRunning) {
+        m_bus.setStandardErrorFile(QProcess::nullDevice());
+        m_bus.start(u"dbus-daemon"_s,
+                    {u"--session"_s, u"--nofork"_s, u"--nopidfile"_s, u"--print-address=1"_s});
+        m_busAddress.clear();
+        while (!m_busAddress.endsWith(u'\n')) {
+            if (!m_bus.waitForReadyRead(patience)) {
+                qFatal("the session bus did not come up");
+            }
+            m_busAddress += QString::fromUtf8(m_bus.readAllStandardOutput());
+        }
+    }
+    return m_busAddress.trimmed();
 }
 
 bool TestDesktop::isManaged()
@@ -104,6 +122,9 @@ QString TestDesktop::xdotool(const QStringList &arguments)
 
 void TestDesktop::end(QProcess &process)
 {
+    if (process.state() == QProcess::NotRunning) {
+        return;
+    }
     process.terminate();
     if (!process.waitForFinished(patience / 4)) {
         process.kill();

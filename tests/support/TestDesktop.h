@@ -39,9 +39,12 @@ public:
     static QString xdotool(const QStringList &arguments);
 
 private:
+    QString busAddress();
     static void end(QProcess &process);
 
     QProcess m_server;
+    QProcess m_bus;
+    QString m_busAddress;
     std::unique_ptr<QProcess> m_manager;
 };
 
