@@ -10,7 +10,7 @@ set(CMAKE_AUTOMOC ON)
 set(CMAKE_AUTORCC ON)
 
 # Dev: quick to build, yet fast enough for the simulated year; assertions stay on.
-set(CMAKE_CXX_FLAGS_DEV "-O1 -g1")
+set(CMAKE_CXX_FLAGS_DEV "-O1 -g1 -DQT_FORCE_ASSERTS")
 set(CMAKE_EXE_LINKER_FLAGS_DEV "")
 
 find_program(CCACHE ccache)
@@ -43,4 +43,22 @@ function(quillet_precompile target)
     if(QUILLET_PRECOMPILE)
         target_precompile_headers(${target} PRIVATE ${ARGN})
     endif()
+endfunction()
+
+# Runs moc anew when a file joins or leaves one of the targets. CMake 3.25 goes on from the files it knew, so that an
+# incremental build of a newer checkout would fail to link. Called once all files of the targets are known.
+function(quillet_follow_sources)
+    foreach(target IN LISTS ARGN)
+        get_target_property(sources ${target} SOURCES)
+        get_target_property(folder ${target} BINARY_DIR)
+        set(known "${folder}/${target}_sources.txt")
+        set(before "")
+        if(EXISTS "${known}")
+            file(READ "${known}" before)
+        endif()
+        if(NOT before STREQUAL "${sources}")
+            file(REMOVE "${folder}/${target}_autogen/timestamp")
+            file(WRITE "${known}" "${sources}")
+        endif()
+    endforeach()
 endfunction()

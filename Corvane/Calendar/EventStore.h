@@ -3,35 +3,19 @@
 
 #pragma once
 
+#include "Corvane/Calendar/CalendarEvent.h"
 #include "Corvane/Utilities/DayCalendar.h"
 #include "Corvane/Utilities/Failure.h"
 
 #include <qcoro/qcorotask.h>
 
-#include <QString>
-#include <QUrl>
-
 #include <expected>
-#include <optional>
 #include <vector>
 
 namespace corvane {
 
 /// What the user allows the program to do with the calendars of the machine.
 enum class CalendarAuthorization { notDetermined, restricted, denied, writeOnly, fullAccess };
-
-/// One occurrence of one event of a calendar. Its texts come from strangers: any text of any length.
-struct CalendarEvent {
-    std::optional<QString> title;
-    Date startDate;
-    Date endDate;
-    bool isAllDay = false;
-    std::optional<QString> location;
-    std::optional<QString> notes;
-    std::optional<QUrl> url;
-
-    friend bool operator==(const CalendarEvent &, const CalendarEvent &) = default;
-};
 
 /// The platform's calendars, read only. Called by EventKitLessonScheduleStore, once a minute.
 ///

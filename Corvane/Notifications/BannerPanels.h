@@ -62,7 +62,8 @@ public:
     /// event loop, and not at all when the panel is closed before.
     virtual void animate(const PanelAnimation &animation, std::function<void()> completion) = 0;
 
-    /// Takes the panel off the screen at once. Closing twice is harmless.
+    /// Takes the panel off the screen at once and lets go of a running animation's `completion`. Closing
+    /// twice is harmless, and nothing that is asked of a closed panel has an effect.
     virtual void close() = 0;
 };
 

@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Notifications/TeachingNotificationPresenting.h"
+#include "Corvane/Services/DateProviding.h"
+#include "Corvane/Services/LessonScheduleProviding.h"
+#include "Corvane/Services/LessonWorkflowEngine.h"
+#include "Corvane/Services/WorkflowScheduling.h"
+#include "Corvane/Settings/AppSettings.h"
+#include "Corvane/Utilities/DebugLogService.h"
+
+namespace corvane {
+
+struct LiveServices;
+
+/// The long-lived services, all borrowed; a record that may be copied. Who builds them keeps them until the
+/// event loop has ended.
+struct AppEnvironment {
+    LessonScheduleProviding &scheduleStore;
+    LessonWorkflowEngine workflowEngine;
+    TeachingNotificationPresenting &notificationPresenter;
+    WorkflowScheduling &scheduler;
+    const DateProviding &dateProvider;
+    DebugLogService &debugLogger;
+    AppSettings &settings;
+
+    /// Builds the running program's services into `services`, which owns them. Asks for no permission and
+    /// reads no calendar. Main thread; called once, by the program's entry.
+    [[nodiscard]] static AppEnvironment live(LiveServices &services);
+};
+
+} // namespace corvane

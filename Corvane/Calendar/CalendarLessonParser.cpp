@@ -1,0 +1,351 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Calendar/CalendarLessonParser.h"
+
+#include <QStringList>
+#include <QTextBoundaryFinder>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <string_view>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+
+namespace {
+
+struct Keyword {
+    QStringView text;
+    TeachingPlatform platform;
+};
+
+/// In the order in which they are tried: LingoAce first, since its notes often carry a Zoom link as well.
+constexpr std::array keywords{
+    Keyword{u"lingoace", TeachingPlatform::lingoAce},
+    Keyword{u"lingo ace", TeachingPlatform::lingoAce},
+    Keyword{u"teams.microsoft.com", TeachingPlatform::microsoftTeams},
+    Keyword{u"microsoft teams", TeachingPlatform::microsoftTeams},
+    Keyword{u"ms teams", TeachingPlatform::microsoftTeams},
+    Keyword{u"zoom.us", TeachingPlatform::zoom},
+    Keyword{u"zoom.com", TeachingPlatform::zoom},
+    Keyword{u"zoom", TeachingPlatform::zoom},
+    Keyword{u"meet.google.com", TeachingPlatform::googleMeet},
+    Keyword{u"google meet", TeachingPlatform::googleMeet},
+};
+
+constexpr std::array<QStringView, 9> personalBlockers{
+    u"appointment", u"break", u"dentist", u"doctor", u"gym", u"lunch", u"personal", u"reminder", u"travel"};
+
+/// Booking platforms put this class platform's name and a running number around the student's name.
+constexpr QStringView tuokeyun = u"拓课云";
+
+constexpr QStringView separators = u"-–—|•:()[]【】";
+
+bool containsBlocker(const QString &loweredText)
+{
+    return std::ranges::any_of(personalBlockers,
+                               [&](QStringView word) { return loweredText.contains(word); });
+}
+
+/// Whether `text` has at most `limit` characters as a person counts them; long texts are not counted to the
+/// end.
+bool hasAtMostCharacters(const QString &text, int limit)
+{
+    QTextBoundaryFinder boundaries(QTextBoundaryFinder::Grapheme, text);
+    int count = 0;
+    while (count <= limit && boundaries.toNextBoundary() != -1) {
+        ++count;
+    }
+    return count <= limit;
+}
+
+/// Removes each upper-case code of two to four letters in parentheses, as in "Anna (ABC)", with the white
+/// space before it.
+QString withoutCodes(const QString &text)
+{
+    QString result;
+    result.reserve(text.size());
+    for (qsizetype i = 0; i < text.size();) {
+        if (text[i] == u'(') {
+            qsizetype end = i + 1;
+            while (end < text.size() && end - i <= 5 && text[end] >= u'A' && text[end] <= u'Z') {
+                ++end;
+            }
+            const qsizetype letters = end - i - 1;
+            if (letters >= 2 && letters <= 4 && end < text.size() && text[end] == u')') {
+                while (!result.isEmpty() && result.back().isSpace()) {
+                    result.chop(1);
+                }
+                i = end + 1;
+                continue;
+            }
+        }
+        result.append(text[i]);
+        ++i;
+    }
+    return result;
+}
+
+/// A text without letter case and diacritics, and where each of its units came from.
+struct FoldedText {
+    QString text;
+    std::vector<qsizetype> source; ///< index in the original of the character a unit was folded from
+    std::vector<bool> first;       ///< whether a unit is the first that its character folds to
+    std::vector<qsizetype> next;   ///< index in the original behind that character and the marks on it
+};
+
+bool isMark(char32_t scalar)
+{
+    switch (QChar::category(scalar)) {
+    case QChar::Mark_NonSpacing:
+    case QChar::Mark_SpacingCombining:
+    case QChar::Mark_Enclosing:
+        return true;
+    default:
+        return false;
+    }
+}
+
+FoldedText folded(const QString &original)
+{
+    FoldedText result;
+    result.text.reserve(original.size());
+    for (qsizetype i = 0; i < original.size();) {
+        const bool pair =
+            original[i].isHighSurrogate() && i + 1 < original.size() && original[i + 1].isLowSurrogate();
+        const qsizetype length = pair ? 2 : 1;
+        const QString character = original.mid(i, length);
+        QString units;
+        if (original[i].unicode() < 0x80) {
+            units = character.toLower();
+        } else {
+            for (const QChar unit : character.normalized(QString::NormalizationForm_D)) {
+                if (!isMark(unit.unicode())) {
+                    units.append(unit);
+                }
+            }
+            units = units.toCaseFolded();
+        }
+        for (qsizetype k = 0; k < units.size(); ++k) {
+            result.source.push_back(i);
+            result.first.push_back(k == 0);
+            result.next.push_back(i + length);
+        }
+        result.text.append(units);
+        if (units.isEmpty() && !result.next.empty()) {
+            // A mark that folds away belongs to the character before it, and goes where that goes.
+            for (auto k = result.next.size(); k-- > 0 && result.source[k] == result.source.back();) {
+                result.next[k] = i + length;
+            }
+        }
+        i += length;
+    }
+    return result;
+}
+
+/// Removes every occurrence of `word`, ignoring case and diacritics. Only whole characters are removed: one
+/// that folds to several units, like "ß", is never cut in two.
+QString without(const QString &text, const QString &word)
+{
+    const FoldedText haystack = folded(text);
+    const QString needle = folded(word).text;
+    QString result;
+    qsizetype kept = 0;
+    qsizetype from = 0;
+    for (;;) {
+        const qsizetype at = haystack.text.indexOf(needle, from);
+        if (at < 0) {
+            break;
+        }
+        const auto begin = static_cast<std::size_t>(at);
+        const auto end = begin + static_cast<std::size_t>(needle.size());
+        if (!haystack.first[begin] || (end < haystack.first.size() && !haystack.first[end])) {
+            from = at + 1;
+            continue;
+        }
+        result.append(QStringView(text).mid(kept, haystack.source[begin] - kept));
+        kept = haystack.next[end - 1];
+        from = static_cast<qsizetype>(end);
+    }
+    result.append(QStringView(text).mid(kept));
+    return result;
+}
+
+QString withoutTrailingNumber(const QString &text)
+{
+    qsizetype end = text.size();
+    while (end > 0 && text[end - 1].isSpace()) {
+        --end;
+    }
+    qsizetype digits = end;
+    while (digits > 0 && text[digits - 1].category() == QChar::Number_DecimalDigit) {
+        --digits;
+    }
+    if (digits == end) {
+        return text;
+    }
+    while (digits > 0 && text[digits - 1].isSpace()) {
+        --digits;
+    }
+    return text.left(digits);
+}
+
+/// The words between separators and white space, joined with single spaces.
+QString words(const QString &text)
+{
+    QString result;
+    result.reserve(text.size());
+    bool betweenWords = true;
+    for (const QChar character : text) {
+        if (character.isSpace() || separators.contains(character)) {
+            betweenWords = true;
+            continue;
+        }
+        if (betweenWords && !result.isEmpty()) {
+            result.append(u' ');
+        }
+        betweenWords = false;
+        result.append(character);
+    }
+    return result;
+}
+
+/// Booked hours and half hours are lessons of 50 and 25 minutes; a minute more or less is a booking's slack.
+Seconds snapped(Seconds booked)
+{
+    if (std::abs(booked.count() - 3600) <= 60) {
+        return Seconds{3000};
+    }
+    if (std::abs(booked.count() - 1800) <= 60) {
+        return Seconds{1500};
+    }
+    return booked;
+}
+
+bool isNameOnlyLesson(const CalendarLessonEvent &event)
+{
+    const double length = (event.endDate - event.startDate).count();
+    if (length < 600 || length > 5400) {
+        return false;
+    }
+    const QString title = event.title.trimmed();
+    return !title.isEmpty() && hasAtMostCharacters(title, 48) &&
+           !CalendarLessonParser::hasPersonalBlocker(title) && !title.toLower().contains(u"meeting"_s) &&
+           CalendarLessonParser::looksLikeNameOnlyLesson(title);
+}
+
+} // namespace
+
+CalendarLessonParser::CalendarLessonParser(std::map<TeachingPlatform, PlatformProfile> platformProfiles)
+    : m_platformProfiles(std::move(platformProfiles))
+{
+}
+
+std::vector<Lesson> CalendarLessonParser::lessons(const std::vector<CalendarLessonEvent> &events) const
+{
+    std::vector<Lesson> result;
+    for (const CalendarLessonEvent &event : events) {
+        if (auto found = lesson(event)) {
+            result.push_back(std::move(*found));
+        }
+    }
+    std::ranges::stable_sort(result, {}, &Lesson::startTime);
+    return result;
+}
+
+std::optional<Lesson> CalendarLessonParser::lesson(const CalendarLessonEvent &event) const
+{
+    if (!(event.endDate > event.startDate) || hasPersonalBlocker(event.title)) {
+        return std::nullopt;
+    }
+    auto platform = CalendarLessonParser::platform(event);
+    if (!platform) {
+        if (!isNameOnlyLesson(event)) {
+            return std::nullopt;
+        }
+        platform = TeachingPlatform::onlineLesson;
+    }
+    const auto profile = m_platformProfiles.find(*platform);
+    if (profile == m_platformProfiles.end()) {
+        return std::nullopt;
+    }
+    return Lesson{.id = QUuid::createUuid(),
+                  .studentName = studentName(event.title, *platform),
+                  .platform = *platform,
+                  .startTime = event.startDate,
+                  .duration = snapped(event.endDate - event.startDate),
+                  .profile = profile->second};
+}
+
+std::optional<TeachingPlatform> CalendarLessonParser::platform(const CalendarLessonEvent &event)
+{
+    QString text = event.title;
+    if (event.location) {
+        text += u' ' + *event.location;
+    }
+    if (event.notes) {
+        text += u' ' + *event.notes;
+    }
+    if (event.url) {
+        text += u' ' + event.url->toString(QUrl::FullyEncoded);
+    }
+    text = text.toLower();
+    const auto *const hit =
+        std::ranges::find_if(keywords, [&](const Keyword &keyword) { return text.contains(keyword.text); });
+    return hit != keywords.end() ? std::optional(hit->platform) : std::nullopt;
+}
+
+QString CalendarLessonParser::studentName(const QString &title, TeachingPlatform platform)
+{
+    const bool numbered = title.contains(tuokeyun);
+    QString text = withoutCodes(title);
+    const QStringList removed{rawValue(platform), u"Online Lesson"_s,   u"LingoAce"_s,
+                              u"Lingo Ace"_s,     u"Microsoft Teams"_s, u"MS Teams"_s,
+                              u"Google Meet"_s,   tuokeyun.toString(),  u"Zoom"_s,
+                              u"Lesson"_s,        u"Class"_s,           u"ESL"_s};
+    for (const QString &word : removed) {
+        text = without(text, word);
+    }
+    if (numbered) {
+        text = withoutTrailingNumber(text);
+    }
+    QString name = words(text);
+    if (name.isEmpty()) {
+        name = text.trimmed();
+    }
+    return name.isEmpty() ? u"Student"_s : name;
+}
+
+bool CalendarLessonParser::hasPersonalBlocker(const QString &text)
+{
+    return containsBlocker(text.toLower());
+}
+
+bool CalendarLessonParser::looksLikeNameOnlyLesson(const QString &trimmedTitle)
+{
+    const auto scalars = trimmedTitle.toUcs4();
+    return std::ranges::all_of(scalars, [](char32_t scalar) { return isAllowedNameCharacter(scalar); });
+}
+
+bool CalendarLessonParser::isAllowedNameCharacter(char32_t scalar)
+{
+    constexpr std::u32string_view allowed = U"-'()[]【】";
+    return QChar::isLetter(scalar) || isMark(scalar) || QChar::isDigit(scalar) || scalar == U'\t' ||
+           QChar::category(scalar) == QChar::Separator_Space || allowed.contains(scalar) ||
+           isCJKUnifiedIdeograph(scalar);
+}
+
+bool CalendarLessonParser::isCJKUnifiedIdeograph(char32_t scalar)
+{
+    using Range = std::pair<char32_t, char32_t>;
+    constexpr std::array ranges{Range{0x3400, 0x4DBF},   Range{0x4E00, 0x9FFF},   Range{0xF900, 0xFAFF},
+                                Range{0x20000, 0x2A6DF}, Range{0x2A700, 0x2EBEF}, Range{0x30000, 0x3134F}};
+    return std::ranges::any_of(
+        ranges, [scalar](Range range) { return scalar >= range.first && scalar <= range.second; });
+}
+
+} // namespace corvane

@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Calendar/CalendarLessonParser.h"
+#include "Corvane/Calendar/EventStore.h"
+#include "Corvane/Services/DateProviding.h"
+#include "Corvane/Services/LessonScheduleProviding.h"
+#include "Corvane/Utilities/DayCalendar.h"
+#include "Corvane/Utilities/DebugLogService.h"
+
+#include <expected>
+
+namespace corvane {
+
+/// Today's lessons from the calendars of the machine, read only.
+///
+/// Main thread only. It asks for the permission while none is decided, keeps no cache and does not watch for
+/// changes: fresh events come with the next reload. The services handed in are borrowed and outlive every
+/// load.
+class EventKitLessonScheduleStore final : public LessonScheduleProviding {
+public:
+    /// `calendar` gives the bounds of today and the time zone.
+    EventKitLessonScheduleStore(EventStore &eventStore, const DateProviding &dateProvider,
+                                CalendarLessonParser parser, DayCalendar calendar, DebugLogService &logger);
+
+    /// The lessons of today in the parser's order. Fails with CalendarAccessError::denied, or with what the
+    /// event store reports.
+    QCoro::Task<LessonScheduleResult> lessonsForToday() override;
+
+    /// The day of `date` in the store's calendar.
+    [[nodiscard]] DateInterval todayInterval(Date date) const;
+
+private:
+    QCoro::Task<std::expected<void, LessonScheduleError>> requestCalendarAccessIfNeeded();
+    QCoro::Task<std::expected<bool, Failure>> requestAccess();
+    void logLoad(std::size_t rawEvents, const std::vector<Lesson> &lessons, DateInterval window);
+
+    EventStore &m_eventStore;
+    const DateProviding &m_dateProvider;
+    CalendarLessonParser m_parser;
+    DayCalendar m_calendar;
+    DebugLogService &m_logger;
+};
+
+} // namespace corvane

@@ -1,0 +1,197 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Notifications/FloatingBannerPresenter.h"
+
+#include "Corvane/Utilities/Clock.h"
+#include "Corvane/Utilities/DateText.h"
+#include "Corvane/Utilities/Spawn.h"
+
+#include <QPointer>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+
+namespace {
+
+constexpr Size bannerSize{1000, 280};
+constexpr double margin = 48; ///< to the edges of the visible area
+
+constexpr PanelTraits bannerTraits{
+    .level = 1000, // above normal, floating and status windows, where screen savers are
+    .collectionBehavior =
+        329,          // on every space, transient, not in the window cycle, beside full-screen windows
+    .styleMask = 128, // borderless, and never activating the program
+    .hasShadow = true,
+    .hidesOnDeactivate = false,
+    .ignoresMouseEvents = false, // the close button takes clicks
+};
+
+constexpr Seconds appearDuration{0.22};
+constexpr double appearScale = 0.95;
+constexpr Seconds disappearDuration{0.24};
+constexpr double disappearScale = 0.97;
+constexpr double shortestTimeOnScreen = 1.0;
+
+QString rectangleText(Rect rect)
+{
+    return u"(%1, %2, %3, %4)"_s.arg(defaultDoubleText(rect.x), defaultDoubleText(rect.y),
+                                     defaultDoubleText(rect.width), defaultDoubleText(rect.height));
+}
+
+} // namespace
+
+FloatingBannerPresenter::FloatingBannerPresenter(const SoundPlaying &soundPlayer, DebugLogService &logger,
+                                                 const AppSettings &settings, Screens &screens,
+                                                 BannerPanels &panels, QObject *parent)
+    : QObject(parent)
+    , m_soundPlayer(soundPlayer)
+    , m_logger(logger)
+    , m_settings(settings)
+    , m_screens(screens)
+    , m_panels(panels)
+{
+}
+
+void FloatingBannerPresenter::present(const TeachingAction &action)
+{
+    dismissExistingWindows();
+    m_logger.log(u"notification actually fires state="_s + rawValue(action.state) + u" message=\""_s +
+                     action.message + u'"',
+                 currentDate());
+    m_soundPlayer.playNotificationSound();
+
+    const Screen screen = activeScreen();
+    const std::shared_ptr<BannerPanel> panel = makeWindow(action, screen);
+    m_visibleWindows.push_back(panel);
+
+    const Rect finalFrame = panel->frame();
+    panel->setFrame(finalFrame.scaledAboutCentre(appearScale));
+    panel->setAlpha(0);
+    panel->orderFrontRegardless();
+    panel->animate(
+        {.duration = appearDuration, .curve = TimingCurve::easeOut, .alpha = 1, .frame = finalFrame}, {});
+
+    m_logger.log(u"popup shown screenFrame="_s + rectangleText(screen.frame) + u" windowFrame="_s +
+                     rectangleText(panel->frame()),
+                 currentDate());
+    spawn(scheduleDismissal(panel, displayDuration(action)));
+}
+
+Point FloatingBannerPresenter::origin(Size size, Rect visible, NotificationPosition position)
+{
+    const double left = visible.minX() + margin;
+    const double right = visible.maxX() - size.width - margin;
+    const double middle = visible.midX() - size.width / 2;
+    const double low = visible.minY() + margin;
+    const double high = visible.maxY() - size.height - margin;
+
+    Point point;
+    switch (position) {
+    case NotificationPosition::center:
+        point = {middle, visible.midY() - size.height / 2};
+        break;
+    case NotificationPosition::top:
+        point = {middle, high};
+        break;
+    case NotificationPosition::bottom:
+        point = {middle, low};
+        break;
+    case NotificationPosition::topLeft:
+        point = {left, high};
+        break;
+    case NotificationPosition::topRight:
+        point = {right, high};
+        break;
+    case NotificationPosition::bottomLeft:
+        point = {left, low};
+        break;
+    case NotificationPosition::bottomRight:
+        point = {right, low};
+        break;
+    }
+    // The upper bound comes last: in too small an area it wins.
+    return {std::min(std::max(point.x, left), right), std::min(std::max(point.y, low), high)};
+}
+
+void FloatingBannerPresenter::dismissExistingWindows()
+{
+    for (const auto &panel : m_visibleWindows) {
+        panel->close();
+    }
+    m_visibleWindows.clear();
+}
+
+Screen FloatingBannerPresenter::activeScreen() const
+{
+    if (const auto screen = m_screens.keyWindowScreen()) {
+        return *screen;
+    }
+    const std::vector<Screen> screens = m_screens.screens();
+    const Point pointer = m_screens.pointerLocation();
+    const auto underPointer =
+        std::ranges::find_if(screens, [&](const Screen &screen) { return screen.frame.contains(pointer); });
+    if (underPointer != screens.end()) {
+        return *underPointer;
+    }
+    if (const auto screen = m_screens.mainScreen()) {
+        return *screen;
+    }
+    return screens.empty() ? Screen() : screens.front();
+}
+
+std::shared_ptr<BannerPanel> FloatingBannerPresenter::makeWindow(const TeachingAction &action,
+                                                                 const Screen &screen)
+{
+    const Point corner = origin(bannerSize, screen.visibleFrame, m_settings.notificationPosition());
+    const Rect frame{corner.x, corner.y, bannerSize.width, bannerSize.height};
+    // The handler needs the panel, which is made with the handler: a box that is filled afterwards ties them.
+    const auto shown = std::make_shared<std::weak_ptr<BannerPanel>>();
+    auto panel = m_panels.makePanel(frame, bannerTraits, action, [self = QPointer(this), shown] {
+        if (const auto panel = shown->lock(); panel != nullptr && self != nullptr) {
+            self->dismiss(panel);
+        }
+    });
+    *shown = panel;
+    return panel;
+}
+
+double FloatingBannerPresenter::displayDuration(const TeachingAction &action) const
+{
+    const double chosen = m_settings.notificationDuration();
+    if (action.state == LessonState::joinPlatform && action.lessonOrNext()) {
+        // The join banner stays until the lesson starts, and then as long as any other.
+        return std::max(0.0, (action.lessonOrNext()->startTime - action.effectiveDate).count()) + chosen;
+    }
+    return chosen;
+}
+
+QCoro::Task<void> FloatingBannerPresenter::scheduleDismissal(std::weak_ptr<BannerPanel> panel, double seconds)
+{
+    const QPointer self(this);
+    // Written so that a length that is not a number becomes the shortest.
+    co_await wait(Seconds{seconds > shortestTimeOnScreen ? seconds : shortestTimeOnScreen});
+    const auto shown = panel.lock();
+    if (self != nullptr && shown != nullptr) {
+        self->dismiss(shown);
+    }
+}
+
+void FloatingBannerPresenter::dismiss(const std::shared_ptr<BannerPanel> &panel)
+{
+    if (panel == nullptr) {
+        return;
+    }
+    // The end of the animation holds the panel, which lives until then and is closed there.
+    panel->animate({.duration = disappearDuration,
+                    .curve = TimingCurve::easeIn,
+                    .alpha = 0,
+                    .frame = panel->frame().scaledAboutCentre(disappearScale)},
+                   [panel] { panel->close(); });
+    std::erase(m_visibleWindows, panel);
+}
+
+} // namespace corvane

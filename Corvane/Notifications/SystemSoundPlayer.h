@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Notifications/SoundPlaying.h"
+#include "Corvane/Notifications/SystemSounds.h"
+#include "Corvane/Utilities/DebugLogService.h"
+
+namespace corvane {
+
+/// Plays the system sound "Glass", and the alert beep where that cannot be played, so that the teacher hears
+/// something either way. Keeps nothing between calls; two calls in quick succession play twice.
+class SystemSoundPlayer final : public SoundPlaying {
+public:
+    /// Both are borrowed.
+    SystemSoundPlayer(DebugLogService &logger, SystemSounds &sounds) : m_logger(&logger), m_sounds(&sounds) {}
+
+    void playNotificationSound() const override;
+
+private:
+    DebugLogService *m_logger;
+    SystemSounds *m_sounds;
+};
+
+} // namespace corvane

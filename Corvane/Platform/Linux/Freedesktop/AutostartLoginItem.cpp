@@ -1,0 +1,217 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/Freedesktop/AutostartLoginItem.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace corvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto fileName = "autostart/com.ordwinsoftware.Quillet.desktop"_L1;
+
+// A larger file is nobody's autostart entry; it is written anew.
+constexpr qint64 largestEntry = 64 * 1024;
+
+// A text as the value of a key of type string.
+QByteArray stringValue(const QString &text)
+{
+    QByteArray value;
+    for (const char c : text.toUtf8()) {
+        switch (c) {
+        case '\\':
+            value += "\\\\";
+            break;
+        case '\n':
+            value += "\\n";
+            break;
+        case '\r':
+            value += "\\r";
+            break;
+        case '\t':
+            value += "\\t";
+            break;
+        default:
+            value += c;
+        }
+    }
+    return value.startsWith(' ') ? "\\s" + value.mid(1) : value;
+}
+
+// A path as a command line: quoted, since it may hold anything, with its percent signs
+// doubled, since single ones are field codes.
+QString commandLine(const QString &path)
+{
+    QString word = u"\""_s;
+    for (const QChar c : path) {
+        if (c == u'"' || c == u'`' || c == u'$' || c == u'\\') {
+            word += u'\\';
+        }
+        word += c;
+        if (c == u'%') {
+            word += u'%';
+        }
+    }
+    word += u'"';
+    // Some desktops look for the program before they undo the doubling, and would not find it.
+    return path.contains(u'%') ? u"env "_s + word : word;
+}
+
+struct Entry {
+    QByteArray key;
+    QByteArray value;
+};
+
+QByteArray render(const std::vector<Entry> &entries, const QByteArray &foreign)
+{
+    QByteArray content = "[Desktop Entry]\n";
+    for (const Entry &entry : entries) {
+        content += entry.key + '=' + entry.value + '\n';
+    }
+    return content + foreign;
+}
+
+bool isKey(const QByteArray &text)
+{
+    if (text.isEmpty()) {
+        return false;
+    }
+    for (const char c : text) {
+        const bool isPlain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+        if (!isPlain && QByteArrayView("-[]@_.").indexOf(c) < 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// What others wrote into the entry, as it stands: comments, unknown keys, further groups. What is no line of
+// a desktop entry at all is left out.
+QByteArray foreignLines(const QByteArray &content, const std::vector<Entry> &own)
+{
+    // These would keep the desktop from starting the program, or start it through something else.
+    const QByteArrayList decided{"Hidden", "DBusActivatable", "X-KDE-autostart-condition", "Path"};
+    QByteArray foreign;
+    enum class Group { before, entry, other } group = Group::before;
+    for (const QByteArray &raw : content.split('\n')) {
+        const QByteArray line = raw.trimmed();
+        if (line.startsWith('[') && line.endsWith(']')) {
+            group = line == "[Desktop Entry]" ? Group::entry : Group::other;
+            if (group == Group::other) {
+                foreign += '\n' + line + '\n';
+            }
+            continue;
+        }
+        if (group == Group::before || line.isEmpty()) {
+            continue;
+        }
+        const qsizetype equals = line.indexOf('=');
+        const QByteArray key = equals > 0 ? line.left(equals).trimmed() : QByteArray();
+        const bool isOwn =
+            group == Group::entry &&
+            (decided.contains(key) ||
+             std::any_of(own.begin(), own.end(), [&](const Entry &entry) { return entry.key == key; }));
+        if (line.startsWith('#') || (isKey(key) && !isOwn)) {
+            foreign += line + '\n';
+        }
+    }
+    return foreign;
+}
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    if (file.size() > largestEntry || !file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    return file.read(largestEntry);
+}
+
+} // namespace
+
+AutostartLoginItem::AutostartLoginItem(QString program, const QString &configHome,
+                                       QStringList configDirectories)
+    : m_program(std::move(program))
+    , m_path(QDir(configHome).filePath(fileName))
+{
+    for (const QString &directory : std::as_const(configDirectories)) {
+        m_systemPaths.append(QDir(directory).filePath(fileName));
+    }
+}
+
+AutostartLoginItem AutostartLoginItem::forThisProgram()
+{
+    // Relative folders in these variables are to be ignored.
+    const QString home = qEnvironmentVariable("XDG_CONFIG_HOME");
+    QStringList directories;
+    const QStringList named = qEnvironmentVariable("XDG_CONFIG_DIRS").split(u':', Qt::SkipEmptyParts);
+    for (const QString &directory : named) {
+        if (QDir::isAbsolutePath(directory)) {
+            directories.append(directory);
+        }
+    }
+    if (directories.isEmpty()) {
+        directories.append(u"/etc/xdg"_s);
+    }
+    return {QCoreApplication::applicationFilePath(),
+            QDir::isAbsolutePath(home) ? home : QDir::home().filePath(u".config"_s), directories};
+}
+
+std::expected<void, Failure> AutostartLoginItem::registerItem()
+{
+    const std::vector<Entry> entries{
+        {"Type", "Application"},
+        {"Name", "Quillet"},
+        {"Comment", "Reminds an online teacher of the next lesson"},
+        {"Exec", stringValue(commandLine(m_program))},
+        {"TryExec", stringValue(m_program)},
+        {"Icon", "com.ordwinsoftware.Quillet"},
+        {"Terminal", "false"},
+        {"X-GNOME-Autostart-enabled", "true"},
+    };
+    return write(render(entries, foreignLines(contentOf(m_path), entries)));
+}
+
+std::expected<void, Failure> AutostartLoginItem::unregisterItem()
+{
+    const bool isSystemWide = std::any_of(m_systemPaths.begin(), m_systemPaths.end(),
+                                          [](const QString &path) { return QFileInfo::exists(path); });
+    if (isSystemWide) {
+        return write(render(
+            {{"Type", "Application"}, {"Name", "Quillet"}, {"Exec", "false"}, {"Hidden", "true"}}, {}));
+    }
+    QFile file(m_path);
+    // A link that points nowhere does not exist for QFile, yet is there.
+    if ((file.exists() || QFileInfo(m_path).isSymLink()) && !file.remove()) {
+        return std::unexpected(
+            Failure{u"the autostart entry %1 cannot be removed: %2"_s.arg(m_path, file.errorString())});
+    }
+    return {};
+}
+
+std::expected<void, Failure> AutostartLoginItem::write(const QByteArray &content) const
+{
+    if (contentOf(m_path) == content) {
+        return {};
+    }
+    QDir().mkpath(QFileInfo(m_path).path());
+    QSaveFile file(m_path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit()) {
+        return std::unexpected(
+            Failure{u"the autostart entry %1 cannot be written: %2"_s.arg(m_path, file.errorString())});
+    }
+    return {};
+}
+
+} // namespace corvane

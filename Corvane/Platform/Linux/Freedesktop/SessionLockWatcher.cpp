@@ -1,0 +1,288 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/Freedesktop/SessionLockWatcher.h"
+
+#include <QCoreApplication>
+#include <QDBusArgument>
+#include <QDBusPendingCall>
+#include <QDBusPendingCallWatcher>
+#include <QDBusServiceWatcher>
+#include <QDBusVariant>
+
+#include <array>
+#include <functional>
+#include <utility>
+
+namespace corvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int timeoutMilliseconds = 3000;
+
+constexpr auto managerService = "org.freedesktop.login1"_L1;
+constexpr auto managerPath = "/org/freedesktop/login1"_L1;
+constexpr auto managerInterface = "org.freedesktop.login1.Manager"_L1;
+constexpr auto sessionInterface = "org.freedesktop.login1.Session"_L1;
+constexpr auto propertiesInterface = "org.freedesktop.DBus.Properties"_L1;
+
+// Interfaces, which are also the names, of the screen savers that speak of ActiveChanged, and the objects on
+// which they answer GetActive.
+struct ScreenSaver {
+    QLatin1StringView name;
+    QLatin1StringView path;
+};
+constexpr std::array screenSavers{
+    ScreenSaver{"org.freedesktop.ScreenSaver"_L1, "/org/freedesktop/ScreenSaver"_L1},
+    ScreenSaver{"org.gnome.ScreenSaver"_L1, "/org/gnome/ScreenSaver"_L1},
+    ScreenSaver{"org.mate.ScreenSaver"_L1, "/org/mate/ScreenSaver"_L1},
+    ScreenSaver{"org.cinnamon.ScreenSaver"_L1, "/org/cinnamon/ScreenSaver"_L1},
+    ScreenSaver{"org.xfce.ScreenSaver"_L1, "/org/xfce/ScreenSaver"_L1},
+};
+
+QDBusMessage call(QLatin1StringView service, const QString &path, QLatin1StringView interface,
+                  const QString &method)
+{
+    auto message = QDBusMessage::createMethodCall(service, path, interface, method);
+    message.setAutoStartService(false);
+    return message;
+}
+
+} // namespace
+
+SessionLockWatcher::SessionLockWatcher(QDBusConnection systemBus, QDBusConnection sessionBus, QObject *parent)
+    : QObject(parent)
+    , m_systemBus(std::move(systemBus))
+    , m_sessionBus(std::move(sessionBus))
+{
+    watchScreenSavers();
+    watchSessionManager();
+}
+
+void SessionLockWatcher::then(const QDBusPendingCall &call,
+                              std::function<void(const QDBusMessage &)> onAnswer)
+{
+    auto *watcher = new QDBusPendingCallWatcher(call, this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher, onAnswer = std::move(onAnswer)] {
+        watcher->deleteLater();
+        onAnswer(watcher->reply());
+    });
+}
+
+void SessionLockWatcher::watchScreenSavers()
+{
+    // On a broken connection a call's answer never comes.
+    if (!m_sessionBus.isConnected()) {
+        return;
+    }
+    m_sessionBus.connect({}, u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s,
+                         u"Disconnected"_s, this, SLOT(busWasLost(QDBusMessage)));
+    m_saverOwners = new QDBusServiceWatcher(this);
+    m_saverOwners->setConnection(m_sessionBus);
+    m_saverOwners->setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
+    connect(m_saverOwners, &QDBusServiceWatcher::serviceUnregistered, this, &SessionLockWatcher::forgetSaver);
+
+    auto *arrivals = new QDBusServiceWatcher(this);
+    arrivals->setConnection(m_sessionBus);
+    arrivals->setWatchMode(QDBusServiceWatcher::WatchForRegistration);
+    connect(arrivals, &QDBusServiceWatcher::serviceRegistered, this, &SessionLockWatcher::askScreenSaver);
+    for (const ScreenSaver &saver : screenSavers) {
+        // Without a service name: to subscribe by name, Qt would first ask for the name's owner and wait.
+        m_sessionBus.connect({}, {}, saver.name, u"ActiveChanged"_s, this, SLOT(saverChanged(QDBusMessage)));
+        arrivals->addWatchedService(saver.name);
+        askScreenSaver(saver.name);
+    }
+}
+
+void SessionLockWatcher::askScreenSaver(const QString &name)
+{
+    for (const ScreenSaver &saver : screenSavers) {
+        if (saver.name != name) {
+            continue;
+        }
+        then(m_sessionBus.asyncCall(call(saver.name, saver.path, saver.name, u"GetActive"_s),
+                                    timeoutMilliseconds),
+             [this](const QDBusMessage &answer) {
+                 // What it has signalled since is newer than its answer.
+                 if (answer.type() == QDBusMessage::ReplyMessage && !m_savers.contains(answer.service())) {
+                     saverChanged(answer);
+                 }
+             });
+    }
+}
+
+void SessionLockWatcher::saverChanged(const QDBusMessage &message)
+{
+    const QVariantList arguments = message.arguments();
+    if (arguments.isEmpty() || arguments.constFirst().typeId() != QMetaType::Bool) {
+        return;
+    }
+    const bool isActive = arguments.constFirst().toBool();
+    if (!m_savers.contains(message.service())) {
+        m_saverOwners->addWatchedService(message.service());
+    }
+    m_savers.insert(message.service(), isActive);
+    if (!isActive && message.type() == QDBusMessage::SignalMessage) {
+        m_lockRequested = false;
+    }
+    update();
+}
+
+void SessionLockWatcher::forgetSaver(const QString &owner)
+{
+    m_saverOwners->removeWatchedService(owner);
+    if (m_savers.take(owner)) {
+        // It held the lock that was asked for, and it is gone.
+        m_lockRequested = false;
+    }
+    update();
+}
+
+void SessionLockWatcher::watchSessionManager()
+{
+    if (!m_systemBus.isConnected()) {
+        return;
+    }
+    m_systemBus.connect({}, u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s,
+                        u"Disconnected"_s, this, SLOT(busWasLost(QDBusMessage)));
+    auto *watcher =
+        new QDBusServiceWatcher(managerService, m_systemBus, QDBusServiceWatcher::WatchForOwnerChange, this);
+    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString &, const QString &, const QString &newOwner) {
+                dropSession();
+                if (!newOwner.isEmpty()) {
+                    askForSession();
+                }
+            });
+    askForSession();
+}
+
+void SessionLockWatcher::askForSession()
+{
+    // A program that the service manager or the bus started is in no session by its process; the manager then
+    // knows the one that is meant by "auto".
+    const QString id = qEnvironmentVariable("XDG_SESSION_ID");
+    if (!id.isEmpty()) {
+        askForPath(u"GetSession"_s, id, false);
+    } else {
+        askForPath(u"GetSessionByPID"_s, static_cast<uint>(QCoreApplication::applicationPid()), false);
+    }
+}
+
+void SessionLockWatcher::askForPath(const QString &method, const QVariant &argument, bool isLastResort)
+{
+    QDBusMessage message = call(managerService, managerPath, managerInterface, method);
+    message << argument;
+    then(m_systemBus.asyncCall(message, timeoutMilliseconds),
+         [this, isLastResort, life = m_managerLife](const QDBusMessage &answer) {
+             if (life != m_managerLife) {
+                 return;
+             }
+             const QVariantList arguments = answer.arguments();
+             if (answer.type() == QDBusMessage::ReplyMessage && !arguments.isEmpty()) {
+                 const QString path = arguments.constFirst().value<QDBusObjectPath>().path();
+                 if (!path.isEmpty()) {
+                     takeSession(path);
+                 }
+             } else if (!isLastResort) {
+                 askForPath(u"GetSession"_s, u"auto"_s, true);
+             }
+         });
+}
+
+void SessionLockWatcher::takeSession(const QString &path)
+{
+    m_sessionPath = path;
+    m_hintWasSignalled = false;
+    m_systemBus.connect({}, path, sessionInterface, u"Lock"_s, this, SLOT(sessionLockRequested()));
+    m_systemBus.connect({}, path, sessionInterface, u"Unlock"_s, this, SLOT(sessionUnlockRequested()));
+    m_systemBus.connect({}, path, propertiesInterface, u"PropertiesChanged"_s, this,
+                        SLOT(sessionPropertiesChanged(QDBusMessage)));
+    QDBusMessage message = call(managerService, path, propertiesInterface, u"Get"_s);
+    message << QString(sessionInterface) << u"LockedHint"_s;
+    then(m_systemBus.asyncCall(message, timeoutMilliseconds),
+         [this, life = m_managerLife](const QDBusMessage &answer) {
+             const QVariantList arguments = answer.arguments();
+             if (life != m_managerLife || m_hintWasSignalled || answer.type() != QDBusMessage::ReplyMessage ||
+                 arguments.isEmpty()) {
+                 return;
+             }
+             m_lockedHint = arguments.constFirst().value<QDBusVariant>().variant().toBool();
+             update();
+         });
+}
+
+void SessionLockWatcher::dropSession()
+{
+    ++m_managerLife;
+    if (!m_sessionPath.isEmpty()) {
+        const QString path = std::exchange(m_sessionPath, {});
+        m_systemBus.disconnect({}, path, sessionInterface, u"Lock"_s, this, SLOT(sessionLockRequested()));
+        m_systemBus.disconnect({}, path, sessionInterface, u"Unlock"_s, this, SLOT(sessionUnlockRequested()));
+        m_systemBus.disconnect({}, path, propertiesInterface, u"PropertiesChanged"_s, this,
+                               SLOT(sessionPropertiesChanged(QDBusMessage)));
+    }
+    m_lockRequested = false;
+    m_lockedHint = false;
+    update();
+}
+
+void SessionLockWatcher::sessionLockRequested()
+{
+    m_lockRequested = true;
+    update();
+}
+
+void SessionLockWatcher::sessionUnlockRequested()
+{
+    m_lockRequested = false;
+    // The hint follows where the locker keeps one; a locker that set it and then crashed never takes it back,
+    // and Unlock is what is then sent to bring the session back.
+    m_lockedHint = false;
+    m_hintWasSignalled = true;
+    update();
+}
+
+void SessionLockWatcher::sessionPropertiesChanged(const QDBusMessage &message)
+{
+    const QVariantList arguments = message.arguments();
+    if (arguments.size() < 2 || arguments.at(0).toString() != sessionInterface) {
+        return;
+    }
+    const auto changed = qdbus_cast<QVariantMap>(arguments.at(1));
+    const auto hint = changed.constFind(u"LockedHint"_s);
+    if (hint == changed.constEnd()) {
+        return;
+    }
+    m_hintWasSignalled = true;
+    m_lockedHint = hint->toBool();
+    if (!m_lockedHint) {
+        m_lockRequested = false;
+    }
+    update();
+}
+
+void SessionLockWatcher::busWasLost(const QDBusMessage &)
+{
+    if (!m_systemBus.isConnected()) {
+        dropSession();
+    }
+    if (!m_sessionBus.isConnected()) {
+        m_savers.clear();
+        m_lockRequested = false;
+    }
+    update();
+}
+
+void SessionLockWatcher::update()
+{
+    const bool isLocked = m_lockRequested || m_lockedHint || m_savers.values().contains(true);
+    if (isLocked != m_locked) {
+        m_locked = isLocked;
+        Q_EMIT lockedChanged(isLocked);
+    }
+}
+
+} // namespace corvane

@@ -1,0 +1,196 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/Freedesktop/SingleInstance.h"
+
+#include "Corvane/Platform/Linux/Freedesktop/ApplicationAdaptor.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <qcoro/qcorodbuspendingcall.h>
+#include <qcoro/qcorosignal.h>
+
+#include <QDBusMessage>
+#include <QDBusServiceWatcher>
+#include <QDir>
+#include <QFile>
+#include <QPointer>
+#include <QSysInfo>
+
+#include <cerrno>
+#include <chrono>
+#include <memory>
+
+namespace corvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto serviceName = "com.ordwinsoftware.Quillet"_L1;
+constexpr auto objectPath = "/com/ordwinsoftware/Quillet"_L1;
+
+constexpr int timeoutMilliseconds = 3000;
+// How long the first may take from its lock to its name.
+constexpr std::chrono::milliseconds nameDelay{2000};
+
+// The reply of the bus to a request for a name.
+constexpr uint doNotQueue = 4;
+constexpr uint nameExists = 3;
+
+// Whether the bus says that another one owns the name; an unclear answer is no.
+QCoro::Task<bool> isOwnedByOther(QDBusConnection bus)
+{
+    auto request = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
+                                                  u"org.freedesktop.DBus"_s, u"RequestName"_s);
+    request << QString(serviceName) << doNotQueue;
+    const QDBusMessage answer = co_await bus.asyncCall(request, timeoutMilliseconds);
+    const QVariantList arguments = answer.arguments();
+    co_return answer.type() == QDBusMessage::ReplyMessage && !arguments.isEmpty() &&
+        arguments.constFirst().toUInt() == nameExists;
+}
+
+QCoro::Task<QDBusMessage> activate(QDBusConnection bus, QString token)
+{
+    auto call = QDBusMessage::createMethodCall(serviceName, objectPath, u"org.freedesktop.Application"_s,
+                                               u"Activate"_s);
+    // It is to reach the one that runs, and to start none.
+    call.setAutoStartService(false);
+    QVariantMap platformData;
+    if (!token.isEmpty()) {
+        platformData.insert(u"activation-token"_s, token);
+        platformData.insert(u"desktop-startup-id"_s, token);
+    }
+    call << platformData;
+    co_return co_await bus.asyncCall(call, timeoutMilliseconds);
+}
+
+QCoro::Task<SingleInstance::Start> handOver(QDBusConnection bus, QString token)
+{
+    if (!bus.isConnected()) {
+        co_return SingleInstance::Start::otherSilent;
+    }
+    QDBusServiceWatcher arrival(serviceName, bus, QDBusServiceWatcher::WatchForRegistration);
+    const auto hasArrived = std::make_shared<bool>(false);
+    QObject::connect(&arrival, &QDBusServiceWatcher::serviceRegistered, &arrival,
+                     [hasArrived] { *hasArrived = true; });
+    QDBusMessage answer = co_await activate(bus, token);
+    if (answer.errorName() == "org.freedesktop.DBus.Error.ServiceUnknown"_L1 ||
+        answer.errorName() == "org.freedesktop.DBus.Error.NameHasNoOwner"_L1) {
+        // It may hold its lock and be on its way to its name.
+        if (!*hasArrived) {
+            co_await qCoro(&arrival, &QDBusServiceWatcher::serviceRegistered, nameDelay);
+        }
+        answer = co_await activate(bus, token);
+    }
+    co_return answer.type() == QDBusMessage::ReplyMessage ? SingleInstance::Start::handedOver
+                                                          : SingleInstance::Start::otherSilent;
+}
+
+} // namespace
+
+SingleInstance::SingleInstance(QDBusConnection sessionBus, QStringList lockDirectories, QObject *parent)
+    : QObject(parent)
+    , m_bus(std::move(sessionBus))
+    , m_lockDirectories(std::move(lockDirectories))
+{
+    new ApplicationAdaptor(this);
+}
+
+SingleInstance::~SingleInstance()
+{
+    m_bus.unregisterObject(objectPath);
+    unlock();
+}
+
+QStringList SingleInstance::userLockDirectories()
+{
+    const QString state = qEnvironmentVariable("XDG_STATE_HOME");
+    QStringList directories{(QDir::isAbsolutePath(state) ? state : QDir::home().filePath(u".local/state"_s)) +
+                            u"/quillet"_s};
+    const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    if (QDir::isAbsolutePath(runtime)) {
+        directories.append(runtime + u"/quillet"_s);
+    }
+    return directories;
+}
+
+QString SingleInstance::takeActivationToken()
+{
+    QString token = qEnvironmentVariable("XDG_ACTIVATION_TOKEN");
+    if (token.isEmpty()) {
+        token = qEnvironmentVariable("DESKTOP_STARTUP_ID");
+    }
+    qunsetenv("XDG_ACTIVATION_TOKEN");
+    qunsetenv("DESKTOP_STARTUP_ID");
+    return token;
+}
+
+bool SingleInstance::lock()
+{
+    // A home folder may be shared between machines; the user of each is to be reminded.
+    const QString name = u"instance-%1.lock"_s.arg(QString::fromLatin1(QSysInfo::machineUniqueId()));
+    for (const QString &directory : std::as_const(m_lockDirectories)) {
+        QDir().mkpath(directory);
+        const QByteArray path = QFile::encodeName(QDir(directory).filePath(name));
+        const int file = ::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+        if (file < 0) {
+            continue;
+        }
+        // The kernel gives the lock back however the program ends. The file stays: to remove it would let two
+        // programs hold locks on two files of one name.
+        if (::flock(file, LOCK_EX | LOCK_NB) == 0) {
+            m_locks.append(file);
+            continue;
+        }
+        const bool isHeldByOther = errno == EWOULDBLOCK;
+        ::close(file);
+        if (isHeldByOther) {
+            unlock();
+            return false;
+        }
+    }
+    return true;
+}
+
+void SingleInstance::unlock()
+{
+    for (const int file : std::exchange(m_locks, {})) {
+        ::close(file);
+    }
+}
+
+QCoro::Task<SingleInstance::Start> SingleInstance::claim(QString activationToken)
+{
+    const QDBusConnection bus = m_bus;
+    if (!lock()) {
+        co_return co_await handOver(bus, activationToken);
+    }
+    if (!m_bus.isConnected()) {
+        co_return Start::first;
+    }
+    m_bus.connect({}, u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s, u"Disconnected"_s,
+                  this, SLOT(disconnected()));
+    // The object first: whoever sees the name appear may call at once.
+    m_bus.registerObject(objectPath, this, QDBusConnection::ExportAdaptors);
+    const QPointer<SingleInstance> alive(this);
+    if (!co_await isOwnedByOther(bus)) {
+        co_return Start::first;
+    }
+    if (alive) {
+        // The other one holds locks elsewhere. These are given back, lest a third start finds them held by a
+        // program that is about to end.
+        alive->m_bus.unregisterObject(objectPath);
+        alive->unlock();
+    }
+    co_return co_await handOver(bus, activationToken);
+}
+
+void SingleInstance::disconnected()
+{
+    Q_EMIT busLost();
+}
+
+} // namespace corvane

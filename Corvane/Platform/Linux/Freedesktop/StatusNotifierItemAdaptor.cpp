@@ -1,0 +1,129 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/Freedesktop/StatusNotifierItemAdaptor.h"
+
+#include <QDBusMetaType>
+#include <QtEndian>
+
+namespace corvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+StatusIconPixmap pixmap(const QImage &image)
+{
+    const QImage plain = image.convertToFormat(QImage::Format_ARGB32);
+    StatusIconPixmap pixmap{plain.width(), plain.height(), {}};
+    pixmap.pixels.resize(static_cast<qsizetype>(plain.width()) * plain.height() * 4);
+    char *out = pixmap.pixels.data();
+    for (int y = 0; y < plain.height(); ++y) {
+        qToBigEndian<quint32>(plain.constScanLine(y), plain.width(), out);
+        out += static_cast<qsizetype>(plain.width()) * 4;
+    }
+    return pixmap;
+}
+
+} // namespace
+
+QDBusArgument &operator<<(QDBusArgument &argument, const StatusIconPixmap &pixmap)
+{
+    argument.beginStructure();
+    argument << pixmap.width << pixmap.height << pixmap.pixels;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument &operator>>(const QDBusArgument &argument, StatusIconPixmap &pixmap)
+{
+    argument.beginStructure();
+    argument >> pixmap.width >> pixmap.height >> pixmap.pixels;
+    argument.endStructure();
+    return argument;
+}
+
+QDBusArgument &operator<<(QDBusArgument &argument, const StatusToolTip &toolTip)
+{
+    argument.beginStructure();
+    argument << toolTip.iconName << toolTip.icons << toolTip.title << toolTip.description;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument &operator>>(const QDBusArgument &argument, StatusToolTip &toolTip)
+{
+    argument.beginStructure();
+    argument >> toolTip.iconName >> toolTip.icons >> toolTip.title >> toolTip.description;
+    argument.endStructure();
+    return argument;
+}
+
+StatusNotifierItemAdaptor::StatusNotifierItemAdaptor(StatusNotifierItem *item, const QList<QImage> &icons)
+    : QDBusAbstractAdaptor(item)
+    , m_item(item)
+{
+    qDBusRegisterMetaType<StatusIconPixmap>();
+    qDBusRegisterMetaType<StatusIconPixmaps>();
+    qDBusRegisterMetaType<StatusToolTip>();
+    for (const QImage &icon : icons) {
+        m_icons.append(pixmap(icon));
+    }
+}
+
+QString StatusNotifierItemAdaptor::category() const
+{
+    return u"ApplicationStatus"_s;
+}
+
+QString StatusNotifierItemAdaptor::id() const
+{
+    return u"com.ordwinsoftware.Quillet"_s;
+}
+
+QString StatusNotifierItemAdaptor::title() const
+{
+    // An item without a name is a riddle in a panel's list of items, and to a screen reader.
+    return m_text.isEmpty() ? u"Quillet"_s : m_text;
+}
+
+QString StatusNotifierItemAdaptor::status() const
+{
+    return u"Active"_s;
+}
+
+StatusToolTip StatusNotifierItemAdaptor::toolTip() const
+{
+    return {{}, {}, title(), {}};
+}
+
+QDBusObjectPath StatusNotifierItemAdaptor::menu() const
+{
+    // What panels know as "this item has no menu"; an object path cannot be empty.
+    return QDBusObjectPath(u"/NO_DBUSMENU"_s);
+}
+
+void StatusNotifierItemAdaptor::setText(const QString &text)
+{
+    if (text == m_text) {
+        return;
+    }
+    m_text = text;
+    Q_EMIT NewTitle();
+    Q_EMIT NewToolTip();
+    textChanged();
+}
+
+void StatusNotifierItemAdaptor::Activate(int x, int y)
+{
+    m_item->click(x, y);
+}
+
+// A panel calls these on any item; this one has nothing to do for them.
+void StatusNotifierItemAdaptor::SecondaryActivate(int, int) {}
+
+void StatusNotifierItemAdaptor::ContextMenu(int, int) {}
+
+void StatusNotifierItemAdaptor::Scroll(int, const QString &) {}
+
+} // namespace corvane

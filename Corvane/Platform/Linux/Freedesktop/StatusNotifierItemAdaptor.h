@@ -1,0 +1,118 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Platform/Linux/Freedesktop/StatusNotifierItem.h"
+
+#include <QDBusAbstractAdaptor>
+#include <QDBusArgument>
+#include <QDBusObjectPath>
+
+namespace corvane {
+
+/// An icon as it travels over the bus: 32 bits a pixel, alpha first, in network byte order.
+struct StatusIconPixmap {
+    int width = 0;
+    int height = 0;
+    QByteArray pixels;
+};
+using StatusIconPixmaps = QList<StatusIconPixmap>;
+
+/// A tool tip as it travels over the bus. Hosts may read `description` as markup and `title` not.
+struct StatusToolTip {
+    QString iconName;
+    StatusIconPixmaps icons;
+    QString title;
+    QString description;
+};
+
+QDBusArgument &operator<<(QDBusArgument &argument, const StatusIconPixmap &pixmap);
+const QDBusArgument &operator>>(const QDBusArgument &argument, StatusIconPixmap &pixmap);
+QDBusArgument &operator<<(QDBusArgument &argument, const StatusToolTip &toolTip);
+const QDBusArgument &operator>>(const QDBusArgument &argument, StatusToolTip &toolTip);
+
+/// The item's face on the bus, as panels know it. The names are theirs.
+class StatusNotifierItemAdaptor : public QDBusAbstractAdaptor {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
+    Q_PROPERTY(QString Category READ category)
+    Q_PROPERTY(QString Id READ id)
+    Q_PROPERTY(QString Title READ title)
+    Q_PROPERTY(QString Status READ status)
+    Q_PROPERTY(int WindowId READ windowId)
+    Q_PROPERTY(QString IconName READ noIconName)
+    Q_PROPERTY(QString IconThemePath READ noIconName)
+    Q_PROPERTY(QString IconAccessibleDesc READ title)
+    Q_PROPERTY(corvane::StatusIconPixmaps IconPixmap READ icons)
+    Q_PROPERTY(QString OverlayIconName READ noIconName)
+    Q_PROPERTY(QString AttentionIconName READ noIconName)
+    Q_PROPERTY(corvane::StatusToolTip ToolTip READ toolTip)
+    Q_PROPERTY(bool ItemIsMenu READ itemIsMenu)
+    Q_PROPERTY(QDBusObjectPath Menu READ menu)
+
+public:
+    StatusNotifierItemAdaptor(StatusNotifierItem *item, const QList<QImage> &icons);
+
+    [[nodiscard]] QString category() const;
+    [[nodiscard]] QString id() const;
+    [[nodiscard]] QString title() const;
+    [[nodiscard]] QString status() const;
+    [[nodiscard]] int windowId() const { return 0; }
+    [[nodiscard]] QString noIconName() const { return {}; }
+    [[nodiscard]] StatusIconPixmaps icons() const { return m_icons; }
+    [[nodiscard]] StatusToolTip toolTip() const;
+    [[nodiscard]] bool itemIsMenu() const { return false; }
+    [[nodiscard]] QDBusObjectPath menu() const;
+
+    /// The text as set, already made harmless.
+    [[nodiscard]] const QString &text() const { return m_text; }
+
+    /// Publishes `text` if it is another one.
+    void setText(const QString &text);
+
+public Q_SLOTS:
+    void Activate(int x, int y);
+    void SecondaryActivate(int x, int y);
+    void ContextMenu(int x, int y);
+    void Scroll(int delta, const QString &orientation);
+
+Q_SIGNALS:
+    void NewTitle();
+    void NewToolTip();
+    void NewIcon();
+    void NewStatus(const QString &status);
+
+protected:
+    virtual void textChanged() {}
+
+private:
+    StatusNotifierItem *m_item;
+    StatusIconPixmaps m_icons;
+    QString m_text;
+};
+
+/// The same with the text beside the icon.
+class LabelledStatusNotifierItemAdaptor final : public StatusNotifierItemAdaptor {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
+    Q_PROPERTY(QString XAyatanaLabel READ label)
+    Q_PROPERTY(QString XAyatanaLabelGuide READ labelGuide)
+
+public:
+    using StatusNotifierItemAdaptor::StatusNotifierItemAdaptor;
+
+    [[nodiscard]] QString label() const { return text(); }
+    [[nodiscard]] QString labelGuide() const { return {}; }
+
+Q_SIGNALS:
+    void XAyatanaNewLabel(const QString &label, const QString &guide);
+
+protected:
+    void textChanged() override { Q_EMIT XAyatanaNewLabel(label(), labelGuide()); }
+};
+
+} // namespace corvane
+
+Q_DECLARE_METATYPE(corvane::StatusIconPixmap)
+Q_DECLARE_METATYPE(corvane::StatusToolTip)

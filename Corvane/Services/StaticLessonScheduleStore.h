@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Services/LessonScheduleProviding.h"
+
+namespace corvane {
+
+/// A fixed list of lessons, wherever a schedule without calendar access is wanted.
+class StaticLessonScheduleStore final : public LessonScheduleProviding {
+public:
+    explicit StaticLessonScheduleStore(std::vector<Lesson> lessons) : m_lessons(std::move(lessons)) {}
+
+    /// The list as it was given: of any day, in any order. Never fails.
+    QCoro::Task<LessonScheduleResult> lessonsForToday() override;
+
+private:
+    std::vector<Lesson> m_lessons;
+};
+
+} // namespace corvane

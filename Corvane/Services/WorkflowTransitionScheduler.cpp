@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Services/WorkflowTransitionScheduler.h"
+
+#include "Corvane/Utilities/Clock.h"
+#include "Corvane/Utilities/Spawn.h"
+
+#include <QCoreApplication>
+#include <QThread>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace corvane {
+
+namespace {
+
+constexpr Seconds period{1};
+
+void assertMainThread()
+{
+    Q_ASSERT_X(QCoreApplication::instance() == nullptr ||
+                   QThread::currentThread() == QCoreApplication::instance()->thread(),
+               "WorkflowTransitionScheduler", "the heartbeat belongs to the main thread");
+}
+
+} // namespace
+
+struct WorkflowTransitionScheduler::Timer {
+    MainThreadOperation operation;
+};
+
+void WorkflowTransitionScheduler::start(MainThreadOperation operation)
+{
+    assertMainThread();
+    m_timer = std::make_shared<Timer>(Timer{std::move(operation)});
+    spawn(run(m_timer));
+}
+
+QCoro::Task<void> WorkflowTransitionScheduler::run(std::weak_ptr<Timer> timer)
+{
+    Seconds deadline = uptime();
+    for (;;) {
+        co_await wait(deadline - uptime());
+        assertMainThread();
+        // Held for this tick only: the operation may start the scheduler anew or end it.
+        const std::shared_ptr<Timer> running = timer.lock();
+        if (running == nullptr) {
+            co_return;
+        }
+        spawn(running->operation());
+        const double missed = std::floor((uptime() - deadline) / period);
+        deadline += period * (std::max(missed, 0.0) + 1);
+    }
+}
+
+} // namespace corvane

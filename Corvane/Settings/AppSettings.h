@@ -1,0 +1,76 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Calendar/ManualLessonEntry.h"
+#include "Corvane/Settings/LoginItem.h"
+#include "Corvane/Settings/NotificationPosition.h"
+
+#include <QObject>
+#include <QSettings>
+
+#include <vector>
+
+namespace corvane {
+
+/// The user's preferences. Main thread only; one instance for the whole run.
+///
+/// Every setter sets the value, tells the observers, and writes it to the standard store at once. A value
+/// that cannot be read stands at its default; a write that fails is dropped, and the value holds for this
+/// run.
+class AppSettings : public QObject {
+    Q_OBJECT
+
+public:
+    /// Loads every property from `userDefaults`. Writes go to `standardUserDefaults`, which is the same store
+    /// in the running program. Registers or unregisters the login item, as the setting says; on the very
+    /// first start the program so registers itself. All three are borrowed.
+    AppSettings(QSettings &userDefaults, QSettings &standardUserDefaults, LoginItem &loginItem,
+                QObject *parent = nullptr);
+
+    /// How long a banner stays up, in seconds; any double that was stored.
+    [[nodiscard]] double notificationDuration() const { return m_notificationDuration; }
+    void setNotificationDuration(double seconds);
+
+    [[nodiscard]] bool startAtLogin() const { return m_startAtLogin; }
+    void setStartAtLogin(bool enabled);
+
+    /// Kept for the settings window; alerts always play their sound.
+    [[nodiscard]] bool playsSound() const { return m_playsSound; }
+    void setPlaysSound(bool enabled);
+
+    [[nodiscard]] NotificationPosition notificationPosition() const { return m_notificationPosition; }
+    void setNotificationPosition(NotificationPosition position);
+
+    /// Whether the first-run setup was finished.
+    [[nodiscard]] bool hasCompletedWelcome() const { return m_hasCompletedWelcome; }
+    void setHasCompletedWelcome(bool completed);
+
+    /// The lessons entered by hand, of any day, in the order in which they were entered.
+    [[nodiscard]] const std::vector<ManualLessonEntry> &manualLessons() const { return m_manualLessons; }
+    void setManualLessons(std::vector<ManualLessonEntry> entries);
+
+Q_SIGNALS:
+    void notificationDurationChanged();
+    void startAtLoginChanged();
+    void playsSoundChanged();
+    void notificationPositionChanged();
+    void hasCompletedWelcomeChanged();
+    void manualLessonsChanged();
+
+private:
+    void load(const QSettings &userDefaults);
+    void store(const QString &key, const QVariant &value);
+
+    QSettings &m_standardUserDefaults;
+    LoginItem &m_loginItem;
+    double m_notificationDuration = 10.0;
+    bool m_startAtLogin = false;
+    bool m_playsSound = true;
+    NotificationPosition m_notificationPosition = NotificationPosition::center;
+    bool m_hasCompletedWelcome = false;
+    std::vector<ManualLessonEntry> m_manualLessons;
+};
+
+} // namespace corvane

@@ -1,0 +1,96 @@
+#!/usr/bin/python3
+# SPDX-FileCopyrightText: 2026 The Quillet authors
+# SPDX-License-Identifier: MIT
+"""The whole road of one lesson in real time: an event in a calendar raises its banners at four minutes, one
+minute, join, start and finish; each never early and within its phase, once, and seen in a picture.
+
+Three roads, each a test of its own so that CTest can run them beside each other:
+
+    lesson_road.py Road.aCalendarEventRaisesItsBanners
+    lesson_road.py Road.aCalendarFileRaisesItsBannersWithoutACalendarService
+    lesson_road.py Road.bannersStandAboveAFullScreenWindowAndLeaveItTheKeyboard
+"""
+import math
+import os
+import subprocess
+import time
+import unittest
+
+from quillet_desktop import Desktop, event, poll, report_lateness
+
+TITLES = {
+    "prepare": "4 MIN BEFORE NEXT LESSON",
+    "oneMinuteWarning": "1 MINUTE BEFORE NEXT LESSON",
+    "joinPlatform": "SECONDS",
+    "startNow": "START NOW",
+    "wrapUp": "FINISH UP ANNA",
+}
+
+
+class Road(unittest.TestCase):
+    def plan(self):
+        """A lesson that starts in a bit more than four minutes and ends soon after."""
+        self.start = math.ceil(time.time()) + 246
+        self.end = self.start + 90
+        self.phases = [
+            ("prepare", self.start - 240, self.start - 60),
+            ("oneMinuteWarning", self.start - 60, self.start - 30),
+            ("joinPlatform", self.start - 30, self.start - 20),
+            ("startNow", self.start - 20, self.start + 5),
+            ("wrapUp", self.end - 60, self.end),
+        ]
+        return event("Zoom - Anna", self.start, self.end)
+
+    def walk(self, name, desktop, program, at_each=lambda: None):
+        for number, (state, begin, end) in enumerate(self.phases, 1):
+            banner = program.wait_for_banner(number, max(end - time.time(), 0) + 2)
+            report_lateness(name, banner, begin)
+            desktop.wait_until_shown(banner, f"{name}-{number}-{state}")
+            self.assertEqual(banner.state, state)
+            for moment in (banner.fired, banner.shown):
+                self.assertGreaterEqual(moment, begin, "early")
+                self.assertLess(moment, end, "after its phase")
+            texts = program.accessible_texts()
+            self.assertTrue(any(TITLES[state] in text for text in texts), texts)
+            at_each()
+        # Nothing is announced twice, and nothing after the end.
+        poll("the lesson's end", lambda: time.time() > self.end + 2, 120, 0.5)
+        self.assertEqual([banner.state for banner in program.banners()], [state for state, _, _ in self.phases])
+        self.assertEqual(len(program.find("^notification should fire ")), len(self.phases))
+        self.assertEqual(len(program.find("^sound played name=Glass$")), len(self.phases))
+        self.assertEqual(program.quit(), 0)
+
+    def aCalendarEventRaisesItsBanners(self):
+        with Desktop() as desktop:
+            desktop.write_system_calendar(self.plan())
+            self.walk("calendar-event", desktop, desktop.start_quillet())
+
+    def aCalendarFileRaisesItsBannersWithoutACalendarService(self):
+        with Desktop(calendar_service=False) as desktop:
+            lesson = self.plan()
+            desktop.write_folder_calendar("lessons.ics",
+                                          "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Test//Test//EN\r\n" + lesson +
+                                          "END:VCALENDAR\r\n")
+            self.walk("calendar-file", desktop, desktop.start_quillet())
+            self.assertEqual(desktop.processes("evolution-calendar-factory"), [])
+
+    def bannersStandAboveAFullScreenWindowAndLeaveItTheKeyboard(self):
+        with Desktop() as desktop:
+            desktop.write_system_calendar(self.plan())
+            opponent = desktop.popen(os.environ["QUILLET_TEST_OPPONENT"], stdout=subprocess.PIPE, text=True)
+            self.assertEqual(opponent.stdout.readline(), "ready\n")
+            opponent_window = desktop.active_window()
+            program = desktop.start_quillet()
+
+            def keyboard_stays():
+                self.assertEqual(desktop.active_window(), opponent_window)
+                desktop.run("xdotool", "key", "q")
+                self.assertEqual(opponent.stdout.readline(), "q\n")
+            self.walk("full-screen", desktop, program, keyboard_stays)
+            opponent.terminate()
+            opponent.wait()
+            opponent.stdout.close()
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)

@@ -1,0 +1,223 @@
+#!/usr/bin/python3
+# SPDX-FileCopyrightText: 2026 The Quillet authors
+# SPDX-License-Identifier: MIT
+"""The whole program under rougher conditions. Each test is run by CTest on its own:
+
+    short_roads.py Roads.theCloseButtonDismissesTheBanner
+"""
+import math
+import os
+import re
+import signal
+import time
+import unittest
+
+from quillet_desktop import Desktop, calendar, event, poll, report_lateness
+
+
+def in_join_phase(seconds_to_start=55, title="Microsoft Teams - Anna"):
+    """A lesson whose join banner is due at once and stays until twenty seconds before the start."""
+    start = math.ceil(time.time()) + seconds_to_start
+    return start, event(title, start, start + 2700)
+
+
+class Roads(unittest.TestCase):
+    def test_list_is_empty_so_that_each_road_is_named(self):
+        self.fail("name the road to walk")
+
+    # --- closing
+
+    def theCloseButtonDismissesTheBanner(self):
+        with Desktop() as desktop:
+            desktop.write_system_calendar(in_join_phase()[1])
+            program = desktop.start_quillet()
+            banner = program.wait_for_banner()
+            desktop.wait_until_shown(banner, "close-by-button")
+            program.press("Close reminder")
+            desktop.wait_until_gone(banner)
+            self.assertEqual(program.quit(), 0)
+
+    def aClickOnTheCrossDismissesTheBanner(self):
+        with Desktop() as desktop:
+            desktop.write_system_calendar(in_join_phase()[1])
+            program = desktop.start_quillet()
+            banner = program.wait_for_banner()
+            desktop.wait_until_shown(banner, "close-by-mouse")
+            # A click on the card itself changes nothing.
+            desktop.run("xdotool", "mousemove", str(banner.left + 500), str(banner.top + 250), "click", "1")
+            self.assertTrue(desktop.picture().shows(banner))
+            desktop.run("xdotool", "mousemove", *map(str, banner.close_button), "click", "1")
+            desktop.wait_until_gone(banner)
+            self.assertEqual(program.quit(), 0)
+
+    # --- one instance
+
+    def aSecondStartHandsOverAndEnds(self):
+        with Desktop() as desktop:
+            desktop.write_system_calendar(in_join_phase()[1])
+            first = desktop.start_quillet()
+            first.wait_for_banner()
+            second = desktop.start_quillet()
+            self.assertEqual(second.wait_for_end(), 0)
+            first.wait_for(r"^notification should fire state=startNow", 60)
+            self.assertEqual(len(first.find("^app started$")), 1)
+            self.assertEqual([banner.state for banner in first.banners()], ["joinPlatform", "startNow"])
+            self.assertEqual(first.quit(), 0)
+
+    # --- the status item
+
+    def theStatusItemSurvivesAClickAndARestartOfItsHost(self):
+        with Desktop() as desktop:
+            program = desktop.start_quillet()
+            item = poll("the status item", desktop.status_items)[0]
+            name, path = re.fullmatch(r"([^/]+)(/.*)?", item).groups()
+            desktop.call(name, path or "/StatusNotifierItem", "org.kde.StatusNotifierItem.Activate", "1200", "10")
+            program.check_alive()
+            self.assertEqual(desktop.status_items(), [item])
+
+            desktop.run("xfce4-panel", "--quit")
+            panel = desktop.pid_of("panel")
+            poll("the panel's end", lambda: not os.path.exists(f"/proc/{panel}/exe") or
+                 "xfce4-panel" not in os.readlink(f"/proc/{panel}/exe"))
+            host = desktop.popen("xfce4-panel", "--disable-wm-check")
+
+            def items():
+                try:
+                    return desktop.status_items()
+                except AssertionError:
+                    return []  # the host is not up yet
+            poll("the status item on the new host", items, 20)
+            self.assertEqual(program.quit(), 0)
+            poll("the status item to go", lambda: not desktop.status_items())
+            host.terminate()
+            host.wait()
+
+    def quitThroughTheBusEndsWithStatusZero(self):
+        with Desktop() as desktop:
+            program = desktop.start_quillet()
+            program.wait_for("^app started$")
+            self.assertEqual(program.quit(), 0)
+
+    # --- trouble with the calendar
+
+    def aKilledCalendarServiceIsLoggedAndComesBack(self):
+        with Desktop() as desktop:
+            start = math.ceil(time.time()) + 600
+            anna, ben = event("Zoom - Anna", start, start + 1800), event("Zoom - Ben", start + 3600, start + 5400)
+            desktop.write_system_calendar(anna)
+            program = desktop.start_quillet()
+            program.wait_for("^calendar reload success lessons=1 ")
+            loaded = program.find("^calendar reload success ")[0].time
+            factories = desktop.processes("evolution-calendar-factory")
+            self.assertTrue(factories)
+            # The service holds still when the next reload asks it, and is killed while that one waits.
+            poll("the next reload to come near", lambda: time.time() > loaded + 58, 70)
+            for pid in factories:
+                os.kill(pid, signal.SIGSTOP)
+            poll("the reload to be under way", lambda: time.time() > loaded + 62, 10)
+            for pid in factories:
+                os.kill(pid, signal.SIGKILL)
+            desktop.write_system_calendar(anna, ben)
+            program.wait_for("calendar.*(failed|error|died|not answer|unavailable|gone|lost)", 15)
+            program.wait_for("^calendar reload success lessons=2 ", 130)
+            # The lessons were kept meanwhile: no reload has told of an empty day.
+            self.assertEqual(program.find("^calendar reload success lessons=0 "), [])
+            self.assertEqual(program.quit(), 0)
+
+    def aHostileCalendarDelaysNothing(self):
+        with Desktop() as desktop:
+            start = math.ceil(time.time()) + 75
+            now = time.time()
+            desktop.write_system_calendar(
+                event("Zoom - Anna", start, start + 2700),
+                event("Zoom every second", 0, 1, extra=["RRULE:FREQ=SECONDLY"]),
+                event("Zoom " + "x" * 1_000_000, now + 7200, now + 9000, uid="long-title"))
+            filler = event("Padding", now - 86400 * 400, now - 86400 * 400 + 60, uid="padding")
+            desktop.write_folder_calendar("big.ics", calendar(*[filler] * (100_000_000 // len(filler))))
+            desktop.write_folder_calendar("sane.ics", calendar(event("Zoom - Ben", start + 3600, start + 5400)))
+            program = desktop.start_quillet()
+            banner = program.wait_for_banner(seconds=40)
+            report_lateness("hostile-calendar", banner, start - 240 if banner.state == "prepare" else start - 60)
+            desktop.wait_until_shown(banner, "hostile-calendar")
+            banner = program.wait_for_banner(2, 90)
+            report_lateness("hostile-calendar", banner, start - 60)
+            self.assertEqual(banner.state, "oneMinuteWarning")
+            self.assertGreaterEqual(banner.fired, start - 60)
+            self.assertLess(banner.fired, start - 60 + 1.2)
+            banner = program.wait_for_banner(3, 60)
+            report_lateness("hostile-calendar", banner, start - 30)
+            self.assertEqual(banner.state, "joinPlatform")
+            self.assertLess(banner.fired, start - 30 + 1.2)
+            self.assertTrue(program.find('student="Ben"'))
+            self.assertEqual(program.quit(), 0)
+
+    # --- trouble with files
+
+    def anUnwritableLogFolderDoesNotStopTheTeaching(self):
+        with Desktop() as desktop:
+            desktop.write_system_calendar(in_join_phase()[1])
+            state = desktop.room / "blocked-state"
+            state.write_text("a file where a folder is wanted")
+            program = desktop.start_quillet({"XDG_STATE_HOME": str(state)})
+            poll("the banner", lambda: any("Anna" in text for text in program.accessible_texts()), 15)
+            self.assertEqual(program.quit(), 0)
+
+    def aGarbledSettingsFileDoesNotStopTheTeaching(self):
+        with Desktop() as desktop:
+            desktop.write_system_calendar(in_join_phase()[1])
+            garbage = bytes(range(256)) * 40 + b"\n[General]\nnotificationDuration=@Variant(\0\0\0"
+            self.settings_file(desktop).write_bytes(garbage)
+            program = desktop.start_quillet()
+            desktop.wait_until_shown(program.wait_for_banner(), "garbled-settings")
+            self.assertEqual(program.quit(), 0)
+
+    def aReadOnlySettingsFileDoesNotStopTheTeaching(self):
+        with Desktop() as desktop:
+            desktop.write_system_calendar(in_join_phase()[1])
+            path = self.settings_file(desktop)
+            path.write_text("[General]\nnotificationDuration=20\n")
+            path.chmod(0o400)
+            path.parent.chmod(0o500)
+            program = desktop.start_quillet()
+            desktop.wait_until_shown(program.wait_for_banner(), "read-only-settings")
+            self.assertEqual(program.quit(), 0)
+            path.parent.chmod(0o700)
+
+    def aFolderInTheSettingsFilesPlaceDoesNotStopTheTeaching(self):
+        # Root may write any file; what nobody can write is a folder.
+        with Desktop() as desktop:
+            desktop.write_system_calendar(in_join_phase()[1])
+            self.settings_file(desktop).mkdir()
+            program = desktop.start_quillet()
+            desktop.wait_until_shown(program.wait_for_banner(), "unwritable-settings")
+            self.assertEqual(program.quit(), 0)
+
+    def settings_file(self, desktop):
+        folder = desktop.config / "quillet"
+        folder.mkdir()
+        return folder / "quillet.ini"
+
+    # --- trouble with the sound
+
+    def aSoundServerThatHangsDelaysNothing(self):
+        with Desktop() as desktop:
+            start = math.ceil(time.time()) + 70
+            desktop.write_system_calendar(event("Zoom - Anna", start, start + 2700))
+            program = desktop.start_quillet()
+            program.wait_for("^sound played name=Glass$")
+            os.kill(desktop.pid_of("sound"), signal.SIGSTOP)
+            for number, (state, due) in enumerate(
+                    [("oneMinuteWarning", start - 60), ("joinPlatform", start - 30), ("startNow", start - 20)], 2):
+                banner = program.wait_for_banner(number, 60)
+                report_lateness("hanging-sound", banner, due)
+                self.assertEqual(banner.state, state)
+                self.assertGreaterEqual(banner.fired, due)
+                self.assertLess(banner.fired, due + 1.2)
+                self.assertLess(banner.shown, banner.fired + 0.3)
+            program.wait_for("^sound fallback played name=NSSound.beep$", 5)
+            os.kill(desktop.pid_of("sound"), signal.SIGCONT)
+            self.assertEqual(program.quit(), 0)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)

@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Notifications/SoundPlaying.h"
+#include "Corvane/Notifications/TeachingNotificationPresenting.h"
+#include "Corvane/Utilities/Clock.h"
+
+#include <vector>
+
+namespace corvane {
+
+/// Counts the sounds asked for.
+class RecordingSoundPlayer final : public SoundPlaying {
+public:
+    mutable int played = 0;
+
+    void playNotificationSound() const override { ++played; }
+};
+
+/// Keeps the actions presented, and when.
+class RecordingPresenter final : public TeachingNotificationPresenting {
+public:
+    struct Presented {
+        TeachingAction action;
+        Date moment;
+    };
+    std::vector<Presented> presented;
+
+    void present(const TeachingAction &action) override { presented.push_back({action, currentDate()}); }
+};
+
+} // namespace corvane

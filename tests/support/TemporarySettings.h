@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QSettings>
+#include <QTemporaryDir>
+
+namespace corvane {
+
+/// A settings store in a file of its own, gone at the end.
+class TemporarySettings {
+public:
+    /// Where the store's file is, or would be.
+    [[nodiscard]] QString path() const { return m_folder.filePath(QStringLiteral("settings.ini")); }
+
+    [[nodiscard]] QSettings &store() { return m_store; }
+
+private:
+    QTemporaryDir m_folder;
+    QSettings m_store{path(), QSettings::IniFormat};
+};
+
+} // namespace corvane

@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Utilities/DateText.h"
+#include "Corvane/Utilities/DayCalendar.h"
+#include "tests/support/Samples.h"
+
+#include <QTest>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A moment of `zone`'s own clocks.
+Date in(const char *zone, const char *local)
+{
+    const QDateTime clock = QDateTime::fromString(QString::fromLatin1(local), Qt::ISODate);
+    return fromDateTime(QDateTime(clock.date(), clock.time(), QTimeZone(zone)));
+}
+
+double hours(DateInterval interval)
+{
+    return (interval.end - interval.start).count() / 3600;
+}
+
+} // namespace
+
+class DateTextTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void stampsKeepTheirMilliseconds()
+    {
+        for (int millisecond = 0; millisecond < 1000; ++millisecond) {
+            const QString text = iso8601Text(dateSince1970(1763190000 + millisecond / 1000.0));
+            QCOMPARE(text, u"2025-11-15T07:00:00.%1Z"_s.arg(millisecond, 3, 10, QChar(u'0')));
+        }
+    }
+
+    void descriptionsAreInUtc()
+    {
+        QCOMPARE(descriptionText(at("09:00:00.9")), u"2026-11-16 09:00:00 +0000"_s);
+    }
+
+    void doublesHaveTheirShortestTextWithAFraction()
+    {
+        QCOMPARE(defaultDoubleText(1731657600), u"1731657600.0"_s);
+        QCOMPARE(defaultDoubleText(1731657600.5), u"1731657600.5"_s);
+        QCOMPARE(defaultDoubleText(0), u"0.0"_s);
+        QCOMPARE(defaultDoubleText(-148), u"-148.0"_s);
+        QCOMPARE(defaultDoubleText(0.1), u"0.1"_s);
+        QCOMPARE(defaultDoubleText(1731657600.1234567).toDouble(), 1731657600.1234567);
+    }
+
+    void aDayGoesFromMidnightToMidnight()
+    {
+        const DayCalendar calendar(QTimeZone("Europe/Berlin"));
+        const DateInterval day = calendar.dayInterval(in("Europe/Berlin", "2026-11-16T23:59:59"));
+        QCOMPARE(day.start, in("Europe/Berlin", "2026-11-16T00:00:00"));
+        QCOMPARE(day.end, in("Europe/Berlin", "2026-11-17T00:00:00"));
+        QCOMPARE(calendar.dayInterval(day.start).start, day.start);
+        QCOMPARE(calendar.dayInterval(day.end).start, day.end);
+        QCOMPARE(calendar.timeZoneIdentifier(), u"Europe/Berlin"_s);
+    }
+
+    void theDaysOfAChangeOfTheClocksHave23And25Hours()
+    {
+        const DayCalendar calendar(QTimeZone("Europe/Berlin"));
+        QCOMPARE(hours(calendar.dayInterval(in("Europe/Berlin", "2026-03-29T12:00:00"))), 23.0);
+        QCOMPARE(hours(calendar.dayInterval(in("Europe/Berlin", "2026-10-25T12:00:00"))), 25.0);
+        QCOMPARE(hours(calendar.dayInterval(in("Europe/Berlin", "2026-10-26T12:00:00"))), 24.0);
+    }
+
+    void aDayWithoutAMidnightBeginsWithItsFirstMoment()
+    {
+        // The clocks go from 23:59:59 to 01:00:00 here.
+        const DayCalendar calendar(QTimeZone("Africa/Cairo"));
+        const DateInterval day = calendar.dayInterval(in("Africa/Cairo", "2010-04-30T12:00:00"));
+        QCOMPARE(day.start, in("Africa/Cairo", "2010-04-30T01:00:00"));
+        QCOMPARE(hours(day), 23.0);
+    }
+
+    void theSameDayIsTheCalendarsOwn()
+    {
+        const DayCalendar berlin(QTimeZone("Europe/Berlin"));
+        const DayCalendar tokyo(QTimeZone("Asia/Tokyo"));
+        const Date evening = at("14:30:00");
+        const Date night = at("15:30:00");
+        QVERIFY(berlin.isInSameDay(evening, night));
+        QVERIFY(!tokyo.isInSameDay(evening, night));
+    }
+};
+
+QTEST_GUILESS_MAIN(DateTextTest)
+#include "DateTextTest.moc"

@@ -1,0 +1,133 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Utilities/DebugLogService.h"
+#include "tests/support/Samples.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QByteArray contents(const QUrl &url)
+{
+    QFile file(url.toLocalFile());
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
+}
+
+} // namespace
+
+class DebugLogServiceTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theLatestEightyLinesAreKept()
+    {
+        const QTemporaryDir library;
+        DebugLogService log(library.path());
+        for (int call = 1; call <= 80; ++call) {
+            log.log(u"call "_s + QString::number(call), at("09:00:00"));
+        }
+        QVERIFY(log.latestLines().first().endsWith(u" call 1"_s));
+        log.log(u"call 81"_s, at("09:00:00"));
+        QCOMPARE(log.latestLines().size(), 80);
+        QVERIFY(log.latestLines().first().endsWith(u" call 2"_s));
+        for (int call = 82; call <= 200; ++call) {
+            log.log(u"call "_s + QString::number(call), at("09:00:00"));
+        }
+        QCOMPARE(log.latestLines().size(), 80);
+        for (int line = 0; line < 80; ++line) {
+            QCOMPARE(log.latestLines().at(line),
+                     u"2026-11-16T09:00:00.000Z call "_s + QString::number(121 + line));
+        }
+        QCOMPARE(contents(log.logURL()).count('\n'), 200);
+    }
+
+    void theFirstCallMakesTheFileWithExactlyOneLine()
+    {
+        const QTemporaryDir library;
+        const QString path = library.path() + u"/state/Logs/Quillet/quillet-debug.log"_s;
+        DebugLogService log(library.path() + u"/state"_s);
+        QVERIFY(!QFile::exists(path));
+        QCOMPARE(log.logURL(), QUrl::fromLocalFile(path));
+        log.log(u"app started"_s, at("09:00:00.123"));
+        QCOMPARE(contents(log.logURL()), QByteArray("2026-11-16T09:00:00.123Z app started\n"));
+    }
+
+    void aLaterLaunchAppendsAndStartsWithAnEmptyList()
+    {
+        const QTemporaryDir library;
+        DebugLogService(library.path()).log(u"first"_s, at("09:00:00"));
+        DebugLogService second(library.path());
+        QVERIFY(second.latestLines().isEmpty());
+        second.log(u"second 王"_s, at("09:00:01"));
+        QCOMPARE(contents(second.logURL()),
+                 QByteArray("2026-11-16T09:00:00.000Z first\n2026-11-16T09:00:01.000Z second 王\n"));
+    }
+
+    void aLineFeedInAMessageMakesTwoLinesInTheFileAndOneEntry()
+    {
+        const QTemporaryDir library;
+        DebugLogService log(library.path());
+        log.log(u"one\ntwo"_s, at("09:00:00"));
+        QCOMPARE(log.latestLines(), QStringList{u"2026-11-16T09:00:00.000Z one\ntwo"_s});
+        QCOMPARE(contents(log.logURL()).count('\n'), 2);
+    }
+
+    void aFolderThatCannotBeMadeLeavesTheLinesInMemory()
+    {
+        // A file stands where the folder should be: nobody, root included, can make it.
+        const QTemporaryDir library;
+        QFile obstacle(library.path() + u"/Logs"_s);
+        QVERIFY(obstacle.open(QIODevice::WriteOnly));
+        DebugLogService log(library.path());
+        log.log(u"kept"_s, at("09:00:00"));
+        QCOMPARE(log.latestLines(), QStringList{u"2026-11-16T09:00:00.000Z kept"_s});
+        QVERIFY(!QFile::exists(log.logURL().toLocalFile()));
+    }
+
+    void aFileThatWasMovedAwayIsMadeAnew()
+    {
+        const QTemporaryDir library;
+        DebugLogService log(library.path());
+        log.log(u"one"_s, at("09:00:00"));
+        QVERIFY(QFile::rename(log.logURL().toLocalFile(), library.filePath(u"old.log"_s)));
+        log.log(u"two"_s, at("09:00:00"));
+        QCOMPARE(contents(log.logURL()), QByteArray("2026-11-16T09:00:00.000Z two\n"));
+    }
+
+    void withoutALibraryTheTemporaryFolderIsUsed()
+    {
+        const DebugLogService log{QString()};
+        QCOMPARE(log.logURL().toLocalFile(), QDir::tempPath() + u"/Logs/Quillet/quillet-debug.log"_s);
+    }
+
+    void theUsersLibraryFollowsTheDesktopsBaseDirectories()
+    {
+        qputenv("XDG_STATE_HOME", "/somewhere/state");
+        QCOMPARE(DebugLogService::userLibraryDirectory(), u"/somewhere/state"_s);
+        qputenv("XDG_STATE_HOME", "relative");
+        QCOMPARE(DebugLogService::userLibraryDirectory(), QDir::homePath() + u"/.local/state"_s);
+        qunsetenv("XDG_STATE_HOME");
+        QCOMPARE(DebugLogService::userLibraryDirectory(), QDir::homePath() + u"/.local/state"_s);
+    }
+
+    void observersAreToldOfEachLine()
+    {
+        const QTemporaryDir library;
+        DebugLogService log(library.path());
+        const QSignalSpy spy(&log, &DebugLogService::latestLinesChanged);
+        log.log(u"one"_s, at("09:00:00"));
+        log.log(u"one"_s, at("09:00:00"));
+        QCOMPARE(spy.count(), 2);
+    }
+};
+
+QTEST_GUILESS_MAIN(DebugLogServiceTest)
+#include "DebugLogServiceTest.moc"

@@ -1,0 +1,394 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Services/MenuBarViewModel.h"
+
+#include "Corvane/Services/WorkflowTransitionScheduler.h"
+#include "Corvane/Utilities/Spawn.h"
+#include "tests/support/FakeLoginItem.h"
+#include "tests/support/ManualClock.h"
+#include "tests/support/Recording.h"
+#include "tests/support/Samples.h"
+#include "tests/support/ScriptedScheduleStore.h"
+#include "tests/support/TemporarySettings.h"
+
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Fixture {
+    explicit Fixture(const char *time) : clock(at(time)) {}
+
+    ManualClock clock;
+    QTemporaryDir library;
+    TemporarySettings temporary;
+    FakeLoginItem loginItem;
+    AppSettings settings{temporary.store(), temporary.store(), loginItem};
+    DebugLogService logger{library.path()};
+    ScriptedScheduleStore store;
+    RecordingPresenter presenter;
+    WorkflowTransitionScheduler scheduler;
+    SystemDateProvider dateProvider;
+    std::unique_ptr<MenuBarViewModel> model = std::make_unique<MenuBarViewModel>(
+        AppEnvironment{.scheduleStore = store,
+                       .workflowEngine = LessonWorkflowEngine(dateProvider),
+                       .notificationPresenter = presenter,
+                       .scheduler = scheduler,
+                       .dateProvider = dateProvider,
+                       .debugLogger = logger,
+                       .settings = settings});
+
+    void start(std::vector<Lesson> lessons)
+    {
+        store.answer = std::move(lessons);
+        spawn(model->start());
+        clock.advance(Seconds{0});
+    }
+
+    [[nodiscard]] QStringList presentedMessages() const
+    {
+        QStringList messages;
+        for (const auto &presented : presenter.presented) {
+            messages.append(presented.action.message);
+        }
+        return messages;
+    }
+
+    [[nodiscard]] QStringList logged() const
+    {
+        QStringList messages;
+        for (const QString &line : logger.latestLines()) {
+            messages.append(line.sliced(25));
+        }
+        return messages;
+    }
+};
+
+Lesson anna()
+{
+    return sampleLesson(u"Anna"_s, at("10:00:00"), minutes(25));
+}
+
+} // namespace
+
+class MenuBarViewModelTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void startingDuringPrepareRaisesTheBannerAtTheFirstEvaluation()
+    {
+        Fixture f("09:57:00");
+        f.start({anna()});
+        QCOMPARE(f.presentedMessages(), QStringList{u"4 min before next lesson"_s});
+        QCOMPARE(f.model->menuTitle(), u"Prepare"_s);
+    }
+
+    void startingInTheMiddleOfALessonRaisesNothing()
+    {
+        Fixture f("10:10:00");
+        f.start({anna()});
+        QVERIFY(f.presenter.presented.empty());
+        QCOMPARE(f.model->menuTitle(), u"Anna"_s);
+        QCOMPARE(f.model->currentAction().state, LessonState::teaching);
+    }
+
+    void withoutLessonsTheTitleIsTheProductsName()
+    {
+        Fixture f("09:00:00");
+        f.start({});
+        QCOMPARE(f.model->menuTitle(), u"Quillet"_s);
+        QCOMPARE(f.model->debugSnapshot().countdownDescription, u"None"_s);
+        QVERIFY(!f.model->debugSnapshot().secondsUntilNextEvent);
+        QCOMPARE(f.model->debugSnapshot().loadedLessonCount, 0);
+        QVERIFY(!f.model->debugSnapshot().currentLessonDescription);
+        QVERIFY(!f.model->debugSnapshot().nextLessonDescription);
+        QVERIFY(f.model->debugSnapshot().lastCalendarReloadDescription == u"No lessons found today"_s);
+    }
+
+    void twoHeartbeatsInOnePhaseRaiseOneBanner()
+    {
+        Fixture f("09:57:00");
+        f.start({anna()});
+        f.clock.advance(Seconds{50});
+        QCOMPARE(f.presenter.presented.size(), std::size_t{1});
+    }
+
+    void aReloadOfTheSameLessonsRaisesNothingNew()
+    {
+        Fixture f("09:57:00");
+        f.start({anna()});
+        f.store.answer = std::vector{anna()}; // with a new identifier
+        spawn(f.model->reloadLessons());
+        f.clock.advance(Seconds{0});
+        QCOMPARE(f.store.calls, 2);
+        QCOMPARE(f.presenter.presented.size(), std::size_t{1});
+    }
+
+    void theTwoStartNowActionsOfOneLessonRaiseOneBanner()
+    {
+        Fixture f("09:59:50");
+        f.start({anna()});
+        f.clock.advance(Seconds{14});
+        QCOMPARE(f.model->currentAction().message, u"START NOW"_s);
+        QCOMPARE(f.presentedMessages(), QStringList{u"START NOW - 20 seconds remaining"_s});
+    }
+
+    void aTestNotificationWithoutLessonsIsUrgentAndSuppressesNothing()
+    {
+        Fixture f("09:56:30");
+        f.start({});
+        f.model->testNotification();
+        QCOMPARE(f.presentedMessages(), QStringList{u"Notification system check"_s});
+        const TeachingAction &action = f.presenter.presented.front().action;
+        QCOMPARE(action.priority, TeachingActionPriority::urgent);
+        QCOMPARE(action.state, LessonState::joinPlatform);
+        QVERIFY(!action.lesson && !action.nextLesson && !action.nextTransitionDate);
+        QVERIFY(!f.model->debugSnapshot().lastNotificationDescription);
+        QCOMPARE(f.logged().last(), u"test notification requested message=\"Notification system check\""_s);
+    }
+
+    void aTestNotificationNamesTheFirstLessonAndTheRealOneStillComes()
+    {
+        Fixture f("09:59:20");
+        f.start({anna()});
+        f.model->testNotification();
+        QCOMPARE(f.presentedMessages(), (QStringList{u"1 minute before next lesson"_s, u"Join Zoom now"_s}));
+        f.clock.advance(Seconds{15});
+        QCOMPARE(f.presentedMessages(),
+                 (QStringList{u"1 minute before next lesson"_s, u"Join Zoom now"_s, u"Join Zoom now"_s}));
+        QVERIFY(f.model->debugSnapshot().lastNotificationDescription == u"Join Zoom now"_s);
+    }
+
+    void afterAFailedFirstLoadANewOneStartsEverySecond()
+    {
+        Fixture f("09:00:00");
+        f.store.answer = std::unexpected(LessonScheduleError(CalendarAccessError::denied));
+        spawn(f.model->start());
+        f.clock.advance(Seconds{0});
+        QCOMPARE(f.store.calls, 2); // the first, and that of the first tick
+        f.clock.advance(Seconds{5});
+        QCOMPARE(f.store.calls, 7);
+        QVERIFY(f.model->lastErrorMessage() == u"Could not load today's lessons."_s);
+        QVERIFY(f.logged().contains(
+            u"calendar reload failed error=Calendar access is required to read today's lessons."_s));
+        f.store.answer = std::vector{anna()};
+        f.clock.advance(Seconds{1});
+        QVERIFY(!f.model->lastErrorMessage());
+        f.clock.advance(Seconds{10});
+        QCOMPARE(f.store.calls, 8);
+        QCOMPARE(f.model->menuTitle(), u"Anna"_s);
+    }
+
+    void lessonsAreReloadedOnceAMinute()
+    {
+        Fixture f("09:00:00");
+        f.start({anna()});
+        QCOMPARE(f.store.calls, 1);
+        f.clock.advance(Seconds{59.5});
+        QCOMPARE(f.store.calls, 1);
+        f.clock.advance(Seconds{1});
+        QCOMPARE(f.store.calls, 2);
+        f.clock.advance(minutes(10));
+        QCOMPARE(f.store.calls, 12);
+    }
+
+    void whileALoadIsUnderWayEachTickStartsAnotherAndTheBannersGoOn()
+    {
+        Fixture f("09:55:50");
+        f.start({anna()});
+        f.store.delay = Seconds{4};
+        f.clock.advance(Seconds{62}); // the reload that fell due is still under way
+        QCOMPARE(f.presentedMessages(), QStringList{u"4 min before next lesson"_s});
+        QVERIFY(f.store.calls >= 3);
+    }
+
+    void aFailedReloadKeepsTheLessonsAndGoesOnFromThem()
+    {
+        Fixture f("09:55:00");
+        f.start({anna()});
+        f.store.answer = std::unexpected(LessonScheduleError(Failure{u"the service is away"_s}));
+        f.clock.advance(minutes(6));
+        QCOMPARE(f.model->lessons().size(), std::size_t{1});
+        QVERIFY(f.model->lastErrorMessage() == u"Could not load today's lessons."_s);
+        QVERIFY(f.model->debugSnapshot().lastCalendarReloadDescription == u"Calendar reload failed"_s);
+        QCOMPARE(f.presentedMessages(),
+                 (QStringList{u"4 min before next lesson"_s, u"1 minute before next lesson"_s,
+                              u"Join Zoom now"_s, u"START NOW - 20 seconds remaining"_s}));
+    }
+
+    void theWholeRoadOfALessonRaisesEachBannerOnceAndInItsSecond()
+    {
+        Fixture f("09:00:00");
+        f.start({anna()});
+        f.clock.advance(minutes(120));
+        QStringList seen;
+        for (const auto &presented : f.presenter.presented) {
+            seen.append(descriptionText(presented.moment).sliced(11, 8) + u' ' + presented.action.message);
+        }
+        QCOMPARE(seen,
+                 (QStringList{u"09:56:00 4 min before next lesson"_s,
+                              u"09:59:00 1 minute before next lesson"_s, u"09:59:30 Join Zoom now"_s,
+                              u"09:59:40 START NOW - 20 seconds remaining"_s, u"10:24:00 Finish up Anna"_s}));
+    }
+
+    void aMovedLessonIsAnnouncedAnew()
+    {
+        Fixture f("09:57:00");
+        f.start({anna()});
+        Lesson moved = anna();
+        moved.startTime += Seconds{30};
+        f.store.answer = std::vector{moved};
+        spawn(f.model->reloadLessons());
+        f.clock.advance(Seconds{0});
+        QCOMPARE(f.presenter.presented.size(), std::size_t{2});
+    }
+
+    void returningToAStateForTheSameLessonRaisesNothing()
+    {
+        Fixture f("09:57:00");
+        f.start({anna()});
+        f.store.answer = std::vector<Lesson>();
+        spawn(f.model->reloadLessons());
+        f.clock.advance(Seconds{1});
+        QCOMPARE(f.model->menuTitle(), u"Quillet"_s);
+        f.store.answer = std::vector{anna()};
+        spawn(f.model->reloadLessons());
+        f.clock.advance(Seconds{1});
+        QCOMPARE(f.model->menuTitle(), u"Prepare"_s);
+        QCOMPARE(f.presenter.presented.size(), std::size_t{1});
+    }
+
+    void theMenuTitleFollowsTheState()
+    {
+        Fixture f("09:00:00");
+        f.start({anna()});
+        QStringList titles;
+        QObject::connect(f.model.get(), &MenuBarViewModel::currentActionChanged, f.model.get(), [&] {
+            if (titles.isEmpty() || titles.last() != f.model->menuTitle()) {
+                titles.append(f.model->menuTitle());
+            }
+        });
+        f.clock.advance(minutes(120));
+        QCOMPARE(titles, (QStringList{u"Anna"_s, u"Prepare"_s, u"1 min"_s, u"Join now"_s, u"Start now"_s,
+                                      u"Anna"_s, u"Wrap up"_s, u"Quillet"_s}));
+    }
+
+    void startingASecondTimeDoesNothing()
+    {
+        Fixture f("09:00:00");
+        f.start({anna()});
+        spawn(f.model->start());
+        f.clock.advance(Seconds{10});
+        QCOMPARE(f.store.calls, 1);
+        QCOMPARE(f.logged().count(u"app started"_s), 1);
+    }
+
+    void theStartIsLoggedInOrder()
+    {
+        Fixture f("09:57:00");
+        f.start({anna()});
+        QCOMPARE(
+            f.logged(),
+            (QStringList{u"app started"_s, u"calendar reload success lessons=1 window=today"_s,
+                         u"notification should fire state=prepare message=\"4 min before next lesson\""_s}));
+    }
+
+    void thePropertiesArePublishedAtEveryReload()
+    {
+        Fixture f("09:00:00");
+        const QSignalSpy lessons(f.model.get(), &MenuBarViewModel::lessonsChanged);
+        const QSignalSpy error(f.model.get(), &MenuBarViewModel::lastErrorMessageChanged);
+        const QSignalSpy action(f.model.get(), &MenuBarViewModel::currentActionChanged);
+        const QSignalSpy snapshot(f.model.get(), &MenuBarViewModel::debugSnapshotChanged);
+        f.start({anna()});
+        QCOMPARE(lessons.count(), 1);
+        QCOMPARE(error.count(), 1);
+        QCOMPARE(action.count(), 2); // the load's, and the first tick's
+        QCOMPARE(snapshot.count(), 2);
+    }
+
+    void theSnapshotTellsWhatIsBelieved()
+    {
+        Fixture f("09:56:55");
+        f.start(
+            {anna(), sampleLesson(u"Ben"_s, at("10:25:00"), minutes(25), TeachingPlatform::onlineLesson)});
+        f.clock.advance(Seconds{0});
+        const DebugSnapshot expected{.currentTime = at("09:56:55"),
+                                     .currentLessonDescription = u"Anna (Zoom)"_s,
+                                     .nextLessonDescription = u"Anna (Zoom)"_s,
+                                     .countdownDescription = u"2m 5s"_s,
+                                     .engineState = LessonState::prepare,
+                                     .secondsUntilNextEvent = 125.0,
+                                     .lastNotificationDescription = u"4 min before next lesson"_s,
+                                     .nextNotificationDescription = std::nullopt,
+                                     .loadedLessonCount = 2,
+                                     .lastCalendarReloadDescription = u"Loaded 2 lesson(s) for today"_s,
+                                     .logPath = f.logger.logURL().toLocalFile()};
+        QVERIFY(f.model->debugSnapshot() == expected);
+        f.clock.advanceTo(at("09:58:30"));
+        QCOMPARE(f.model->debugSnapshot().countdownDescription, u"30s"_s);
+        f.clock.advanceTo(at("10:10:00"));
+        QVERIFY(f.model->debugSnapshot().nextLessonDescription == u"Ben (Online Lesson)"_s);
+    }
+
+    void aTransitionInThePastCountsZeroSeconds()
+    {
+        Fixture f("09:55:00"); // idle: its transition was six minutes before the start
+        f.start({anna()});
+        QVERIFY(f.model->debugSnapshot().secondsUntilNextEvent == 0.0);
+        QCOMPARE(f.model->debugSnapshot().countdownDescription, u"0s"_s);
+    }
+
+    void anActionWithoutATransitionHasNoCountdown()
+    {
+        Fixture f("10:30:00");
+        f.start({anna()});
+        QVERIFY(!f.model->debugSnapshot().secondsUntilNextEvent);
+        QCOMPARE(f.model->debugSnapshot().countdownDescription, u"None"_s);
+        QCOMPARE(f.model->debugSnapshot().loadedLessonCount, 1);
+    }
+
+    void longCountdownsAreInMinutes()
+    {
+        Fixture f("08:39:00");
+        f.start({anna()});
+        QCOMPARE(f.model->debugSnapshot().countdownDescription, u"75m 0s"_s);
+    }
+
+    void beforeTheStartNothingIsBelieved()
+    {
+        const Fixture f("09:00:00");
+        QCOMPARE(f.model->menuTitle(), u"Quillet"_s);
+        QCOMPARE(f.model->currentAction().message, u"No lessons remaining"_s);
+        QCOMPARE(f.model->debugSnapshot().countdownDescription, u"None"_s);
+        QCOMPARE(f.model->debugSnapshot().logPath, f.logger.logURL().toLocalFile());
+        QVERIFY(!f.model->debugSnapshot().lastCalendarReloadDescription);
+        QCOMPARE(f.store.calls, 0);
+    }
+
+    void aModelThatIsGoneIsNotTouchedByWhatStillRuns()
+    {
+        Fixture f("09:00:00");
+        f.store.delay = Seconds{5};
+        f.start({anna()});
+        f.model.reset();
+        f.clock.advance(Seconds{20});
+        QCOMPARE(f.store.calls, 1);
+    }
+
+    void namesWithPercentSignsAreLoggedAsTheyAre()
+    {
+        Fixture f("10:24:30");
+        f.start({sampleLesson(u"%1 \"Anna\" %2"_s, at("10:00:00"), minutes(25))});
+        QCOMPARE(f.logged().last(),
+                 u"notification should fire state=wrapUp message=\"Finish up %1 \"Anna\" %2\""_s);
+    }
+};
+
+QTEST_GUILESS_MAIN(MenuBarViewModelTest)
+#include "MenuBarViewModelTest.moc"

@@ -1,0 +1,169 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Models/LessonState.h"
+#include "Corvane/Models/TeachingAction.h"
+#include "tests/support/Samples.h"
+
+#include <QTest>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+class ModelsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aLessonIsInProgressFromItsStartToBeforeItsEnd()
+    {
+        const Lesson lesson = sampleLesson(u"Anna"_s, at("10:00:00"), minutes(30));
+        QVERIFY(!lesson.isInProgress(at("09:59:59.999")));
+        QVERIFY(lesson.isInProgress(at("10:00:00")));
+        QVERIFY(lesson.isInProgress(at("10:29:59.999")));
+        QVERIFY(!lesson.isInProgress(at("10:30:00")));
+    }
+
+    void aLessonIsUpcomingOnlyStrictlyBeforeItsStart()
+    {
+        const Lesson lesson = sampleLesson(u"Anna"_s, at("10:00:00"), minutes(30));
+        QVERIFY(lesson.isUpcoming(at("09:59:59.999")));
+        QVERIFY(!lesson.isUpcoming(at("10:00:00")));
+    }
+
+    void aLessonOfZeroDurationIsNeverInProgress()
+    {
+        const Lesson lesson = sampleLesson(u"Anna"_s, at("10:00:00"), Seconds{0});
+        QVERIFY(!lesson.isInProgress(at("10:00:00")));
+        QVERIFY(!lesson.isInProgress(at("09:59:59")));
+        QVERIFY(!lesson.isInProgress(at("10:00:01")));
+    }
+
+    void lessonsAreEqualOnlyInAllTheirFields()
+    {
+        const Lesson lesson = sampleLesson(u"Anna"_s, at("10:00:00"), minutes(30));
+        Lesson other = lesson;
+        QCOMPARE(other == lesson, true);
+        other.studentName = u"anna"_s;
+        QCOMPARE(other == lesson, false);
+        other = lesson;
+        other.id = QUuid::createUuid();
+        QCOMPARE(other == lesson, false);
+        other = lesson;
+        other.profile.joinEarlyTime = Seconds{31};
+        QCOMPARE(other == lesson, false);
+    }
+
+    void lessonsThatStartTogetherAreOrderedByNameThenPlatform()
+    {
+        const Date start = at("10:00:00");
+        const Lesson anna = sampleLesson(u"Anna"_s, start, minutes(30));
+        const Lesson ben = sampleLesson(u"Ben"_s, start, minutes(30));
+        const Lesson annaOnTeams =
+            sampleLesson(u"Anna"_s, start, minutes(30), TeachingPlatform::microsoftTeams);
+        QVERIFY(precedes(anna, ben));
+        QVERIFY(!precedes(ben, anna));
+        QVERIFY(precedes(annaOnTeams, anna));
+        QVERIFY(!precedes(anna, annaOnTeams));
+        QVERIFY(!precedes(anna, anna));
+        QVERIFY(precedes(ben, sampleLesson(u"Anna"_s, start + Seconds{0.5}, minutes(30))));
+    }
+
+    void aStateIsMadeFromItsExactNameOnly()
+    {
+        QCOMPARE(lessonState(u"oneMinuteWarning"_s), LessonState::oneMinuteWarning);
+        QVERIFY(!lessonState(u"OneMinuteWarning"_s));
+        QVERIFY(!lessonState(QString()));
+    }
+
+    void eachStateReadsBackFromItsName()
+    {
+        const QStringList names{u"scheduled"_s,        u"wrapUp"_s,       u"prepare"_s,
+                                u"oneMinuteWarning"_s, u"joinPlatform"_s, u"startNow"_s,
+                                u"teaching"_s,         u"feedback"_s,     u"completed"_s};
+        QStringList found;
+        for (const LessonState state : allLessonStates) {
+            found.append(rawValue(state));
+            QCOMPARE(lessonState(rawValue(state)), state);
+        }
+        QCOMPARE(found, names);
+    }
+
+    void microsoftTeamsIsCodedByItsNameAndDecodesBack()
+    {
+        QCOMPARE(encode(TeachingPlatform::microsoftTeams), QJsonValue(u"Microsoft Teams"_s));
+        QCOMPARE(decodeTeachingPlatform(u"Microsoft Teams"_s).value(), TeachingPlatform::microsoftTeams);
+    }
+
+    void decodingAnUnknownPlatformFails()
+    {
+        QVERIFY(!decodeTeachingPlatform(u"microsoft teams"_s));
+        QVERIFY(!decodeTeachingPlatform(3));
+        QVERIFY(!decodeTeachingPlatform(QJsonValue()));
+    }
+
+    void platformsAreNamedAndOrdered()
+    {
+        QStringList names;
+        for (const TeachingPlatform platform : allTeachingPlatforms) {
+            names.append(id(platform));
+        }
+        QCOMPARE(names, (QStringList{u"Online Lesson"_s, u"LingoAce"_s, u"Microsoft Teams"_s, u"Zoom"_s,
+                                     u"Google Meet"_s}));
+    }
+
+    void theDefaultProfilesAreOneForEachPlatformAndTheSameInOneRun()
+    {
+        const auto first = PlatformProfile::defaults();
+        const auto second = PlatformProfile::defaults();
+        QCOMPARE(first.size(), std::size_t{5});
+        for (const TeachingPlatform platform : allTeachingPlatforms) {
+            const PlatformProfile &profile = first.at(platform);
+            QCOMPARE(profile.platform, platform);
+            QCOMPARE(profile.id, second.at(platform).id);
+            QCOMPARE(profile.joinEarlyTime,
+                     Seconds{platform == TeachingPlatform::microsoftTeams ? 60.0 : 30.0});
+            QCOMPARE(profile.wrapUpLeadTime, Seconds{360});
+            QCOMPARE(profile.finishUpLeadTime, Seconds{60});
+            QCOMPARE(profile.preparationLeadTime, Seconds{240});
+        }
+    }
+
+    void idleWithoutANextLessonSaysSo()
+    {
+        const auto action = TeachingAction::idle(at("09:00:00"), std::nullopt);
+        QCOMPARE(action.state, LessonState::scheduled);
+        QCOMPARE(action.message, u"No lessons remaining"_s);
+        QCOMPARE(action.priority, TeachingActionPriority::calm);
+        QVERIFY(!action.lesson && !action.nextLesson && !action.nextTransitionDate);
+        QCOMPARE(action.effectiveDate, at("09:00:00"));
+    }
+
+    void idleNamesTheNextLessonAndTurnsSixMinutesBeforeIt()
+    {
+        const Lesson anna = sampleLesson(u"Anna"_s, at("10:00:00"), minutes(30));
+        const auto action = TeachingAction::idle(at("09:00:00"), anna);
+        QCOMPARE(action.message, u"Next: Anna"_s);
+        QVERIFY(!action.lesson);
+        QVERIFY(action.nextLesson == anna);
+        QVERIFY(action.nextTransitionDate == at("09:54:00"));
+    }
+
+    void theIdleTransitionMayLieInThePast()
+    {
+        const Lesson anna = sampleLesson(u"Anna"_s, at("10:00:00"), minutes(30));
+        const auto action = TeachingAction::idle(at("09:55:00"), anna);
+        QVERIFY(action.nextTransitionDate == at("09:54:00"));
+        QVERIFY(*action.nextTransitionDate < action.effectiveDate);
+    }
+
+    void idleActionsOfTwoMomentsAreNotEqual()
+    {
+        const Lesson anna = sampleLesson(u"Anna"_s, at("10:00:00"), minutes(30));
+        const auto action = TeachingAction::idle(at("09:00:00"), anna);
+        QVERIFY(!(action == TeachingAction::idle(at("09:00:01"), anna)));
+        QVERIFY(action == TeachingAction::idle(at("09:00:00"), anna));
+    }
+};
+
+QTEST_GUILESS_MAIN(ModelsTest)
+#include "ModelsTest.moc"

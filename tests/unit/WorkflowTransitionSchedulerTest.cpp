@@ -1,0 +1,127 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Services/WorkflowTransitionScheduler.h"
+#include "tests/support/ManualClock.h"
+#include "tests/support/Samples.h"
+
+#include <QElapsedTimer>
+#include <QTest>
+
+#include <memory>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+MainThreadOperation noting(std::vector<double> &moments, Date origin)
+{
+    return [&moments, origin]() -> QCoro::Task<void> {
+        moments.push_back((currentDate() - origin).count());
+        return [] -> QCoro::Task<void> { co_return; }();
+    };
+}
+
+} // namespace
+
+class WorkflowTransitionSchedulerTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theOperationRunsAtOnceAndThenOnceASecond()
+    {
+        ManualClock clock(at("09:00:00"));
+        WorkflowTransitionScheduler scheduler;
+        std::vector<double> moments;
+        scheduler.start(noting(moments, at("09:00:00")));
+        clock.advance(Seconds{0});
+        QCOMPARE(moments, std::vector<double>{0});
+        clock.advance(Seconds{3.5});
+        QCOMPARE(moments, (std::vector<double>{0, 1, 2, 3}));
+    }
+
+    void startingTwiceLeavesTheSecondOperationAlone()
+    {
+        ManualClock clock(at("09:00:00"));
+        WorkflowTransitionScheduler scheduler;
+        std::vector<double> first;
+        std::vector<double> second;
+        scheduler.start(noting(first, at("09:00:00")));
+        clock.advance(Seconds{1.5});
+        scheduler.start(noting(second, at("09:00:00")));
+        clock.advance(Seconds{3});
+        QCOMPARE(first, (std::vector<double>{0, 1}));
+        QCOMPARE(second, (std::vector<double>{1.5, 2.5, 3.5, 4.5}));
+        QCOMPARE(clock.waitCount(), std::size_t{1});
+    }
+
+    void aTickDoesNotWaitForTheOneBefore()
+    {
+        ManualClock clock(at("09:00:00"));
+        WorkflowTransitionScheduler scheduler;
+        int begun = 0;
+        int ended = 0;
+        scheduler.start([&] {
+            return [](int &begun, int &ended) -> QCoro::Task<void> {
+                ++begun;
+                co_await wait(Seconds{2.5});
+                ++ended;
+            }(begun, ended);
+        });
+        clock.advance(Seconds{4.75});
+        QCOMPARE(begun, 5);
+        QCOMPARE(ended, 3);
+        clock.advance(Seconds{0});
+    }
+
+    void settingTheClockNeitherStopsNorHurriesTheBeat()
+    {
+        ManualClock clock(at("09:00:00"));
+        WorkflowTransitionScheduler scheduler;
+        int beats = 0;
+        scheduler.start([&] {
+            ++beats;
+            return [] -> QCoro::Task<void> { co_return; }();
+        });
+        clock.advance(Seconds{0});
+        clock.setWallClock(at("07:00:00"));
+        clock.advance(Seconds{10});
+        QCOMPARE(beats, 11);
+        clock.setWallClock(at("12:00:00"));
+        clock.advance(Seconds{10});
+        QCOMPARE(beats, 21);
+    }
+
+    void theTimerEndsWithTheScheduler()
+    {
+        ManualClock clock(at("09:00:00"));
+        auto scheduler = std::make_unique<WorkflowTransitionScheduler>();
+        std::vector<double> moments;
+        scheduler->start(noting(moments, at("09:00:00")));
+        clock.advance(Seconds{1});
+        scheduler.reset();
+        clock.advance(Seconds{10});
+        QCOMPARE(moments, (std::vector<double>{0, 1}));
+        QCOMPARE(clock.waitCount(), std::size_t{0});
+    }
+
+    void theRealTimerBeatsOnceASecond()
+    {
+        WorkflowTransitionScheduler scheduler;
+        QElapsedTimer elapsed;
+        elapsed.start();
+        std::vector<qint64> moments;
+        scheduler.start([&] {
+            moments.push_back(elapsed.elapsed());
+            return [] -> QCoro::Task<void> { co_return; }();
+        });
+        QTRY_VERIFY_WITH_TIMEOUT(moments.size() == 3, 20000);
+        // Never early; how late depends on the machine.
+        QVERIFY(moments[1] >= 999);
+        QVERIFY(moments[2] >= 1999);
+    }
+};
+
+QTEST_GUILESS_MAIN(WorkflowTransitionSchedulerTest)
+#include "WorkflowTransitionSchedulerTest.moc"
