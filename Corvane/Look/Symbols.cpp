@@ -40,9 +40,10 @@ constexpr std::array symbols{
     Symbol{.name = u"xmark", .file = u"x-lg", .body = Body::lines},
 };
 
-/// The side of the square that the set draws on, and how much wider its lines are in bold.
+/// The side of the square that the set draws on, and how much wider lines are in bold, and what is cut out.
 constexpr double side = 16;
-constexpr double boldness = 0.9;
+constexpr double boldLines = 0.9;
+constexpr double boldCuts = 0.6;
 
 const Symbol *find(const QString &name)
 {
@@ -129,18 +130,18 @@ QPixmap symbolPixmap(const QString &name, int size, const QColor &color, double 
     if (weight == SymbolWeight::regular || symbol == nullptr || symbol->body == Body::solid) {
         render(painter, rect, drawing(symbol, color, true, 0));
     } else if (symbol->body == Body::lines) {
-        render(painter, rect, drawing(symbol, color, true, boldness));
+        render(painter, rect, drawing(symbol, color, true, boldLines));
     } else {
         // Half a stroke along the outline is taken away: inside, what is cut out grows; outside, the symbol
         // would shrink, so it is drawn larger by as much.
-        const double more = pixels * boldness / (side - boldness) / 2;
+        const double more = pixels * boldCuts / (side - boldCuts) / 2;
         rect.adjust(-more, -more, more, more);
         render(painter, rect, drawing(symbol, color, true, 0));
         painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
         QPixmap outline(pixmap.size());
         outline.fill(Qt::transparent);
         QPainter outliner(&outline);
-        render(outliner, rect, drawing(symbol, Qt::black, false, boldness));
+        render(outliner, rect, drawing(symbol, Qt::black, false, boldCuts));
         outliner.end();
         painter.drawPixmap(0, 0, outline);
     }
