@@ -6,6 +6,7 @@
 #include "Corvane/Platform/Linux/X11/X11Connection.h"
 #include "Corvane/Platform/Linux/X11/X11Screens.h"
 #include "Corvane/Views/FloatingBannerView.h"
+#include "tests/adapters/WindowManagement.h"
 #include "tests/support/TestDesktop.h"
 
 #include <QApplication>
@@ -117,7 +118,7 @@ private:
     void manage(WindowManager manager)
     {
         m_desktop.startWindowManager(manager);
-        QTRY_VERIFY_WITH_TIMEOUT(TestDesktop::isManaged(), 20'000);
+        QTRY_VERIFY_WITH_TIMEOUT(isManaged(), 20'000);
         QTRY_COMPARE_WITH_TIMEOUT(x11::isComposited(), manager == WindowManager::xfwm4WithCompositing,
                                   20'000);
     }

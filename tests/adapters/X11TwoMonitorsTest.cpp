@@ -5,6 +5,7 @@
 #include "Corvane/Platform/Linux/X11/X11BannerPanels.h"
 #include "Corvane/Platform/Linux/X11/X11Screens.h"
 #include "Corvane/Views/FloatingBannerView.h"
+#include "tests/adapters/WindowManagement.h"
 #include "tests/support/TestDesktop.h"
 
 #include <QApplication>
@@ -67,7 +68,7 @@ private Q_SLOTS:
     void initTestCase()
     {
         m_desktop.startWindowManager(TestDesktop::WindowManager::openbox);
-        QTRY_VERIFY_WITH_TIMEOUT(TestDesktop::isManaged(), 20'000);
+        QTRY_VERIFY_WITH_TIMEOUT(isManaged(), 20'000);
         QCOMPARE(QGuiApplication::screens().size(), 2);
     }
 
