@@ -4,7 +4,7 @@
 #pragma once
 
 #include "Corvane/Notifications/TeachingNotificationPresenting.h"
-#include "Corvane/Services/DateProviding.h"
+#include "Corvane/Utilities/DateProviding.h"
 #include "Corvane/Services/LessonScheduleProviding.h"
 #include "Corvane/Services/LessonWorkflowEngine.h"
 #include "Corvane/Services/WorkflowScheduling.h"
