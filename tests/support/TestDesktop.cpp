@@ -19,10 +19,22 @@ constexpr int patience = 20'000; // milliseconds
 
 TestDesktop::TestDesktop(QSize size)
 {
-    m_server.setProcessChannelMode(QProcess::SeparateChannels);
+    startServer(u"Xvfb"_s, {u"-screen"_s, u"0"_s, u"%1x%2x24"_s.arg(size.width()).arg(size.height())});
+}
+
+TestDesktop::TestDesktop(TwoMonitors)
+{
+    // It keeps its log to itself, and away from the machine's terminals.
+    startServer(u"Xorg"_s, {u"-config"_s, QStringLiteral(QUILLET_TWO_MONITORS), u"-noreset"_s,
+                            u"-novtswitch"_s, u"-sharevts"_s, u"-logfile"_s, QProcess::nullDevice()});
+    run(u"xrandr"_s, {u"--addmode"_s, u"DUMMY1"_s, u"2048x1536"_s});
+    run(u"xrandr"_s, {u"--output"_s, u"DUMMY1"_s, u"--mode"_s, u"2048x1536"_s, u"--right-of"_s, u"DUMMY0"_s});
+}
+
+void TestDesktop::startServer(const QString &program, const QStringList &arguments)
+{
     m_server.setStandardErrorFile(QProcess::nullDevice());
-    m_server.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s,
-                               u"%1x%2x24"_s.arg(size.width()).arg(size.height()), u"-nolisten"_s, u"tcp"_s});
+    m_server.start(program, QStringList{u"-displayfd"_s, u"1"_s, u"-nolisten"_s, u"tcp"_s} + arguments);
     QByteArray display;
     while (!display.endsWith('\n')) {
         if (!m_server.waitForReadyRead(patience)) {
@@ -112,10 +124,15 @@ std::unique_ptr<QProcess> TestDesktop::startOpponent(const QStringList &argument
 
 QString TestDesktop::xdotool(const QStringList &arguments)
 {
+    return run(u"xdotool"_s, arguments);
+}
+
+QString TestDesktop::run(const QString &program, const QStringList &arguments)
+{
     QProcess process;
-    process.start(u"xdotool"_s, arguments);
+    process.start(program, arguments);
     if (!process.waitForFinished(patience) || process.exitCode() != 0) {
-        qFatal("xdotool failed: %s", process.readAllStandardError().constData());
+        qFatal("%s failed: %s", qPrintable(program), process.readAllStandardError().constData());
     }
     return QString::fromUtf8(process.readAllStandardOutput());
 }
