@@ -5,7 +5,6 @@
 
 #include "Corvane/Calendar/CalendarLessonParser.h"
 #include "Corvane/Calendar/EventStore.h"
-#include "Corvane/Services/DateProviding.h"
 #include "Corvane/Services/LessonScheduleProviding.h"
 #include "Corvane/Utilities/DayCalendar.h"
 #include "Corvane/Utilities/DebugLogService.h"
@@ -13,6 +12,8 @@
 #include <expected>
 
 namespace corvane {
+
+class DateProviding;
 
 /// Today's lessons from the calendars of the machine, read only.
 ///
