@@ -14,8 +14,6 @@
 
 namespace corvane {
 
-class DateProviding;
-
 /// Today's lessons from the calendars of the machine, read only.
 ///
 /// Main thread only. It asks for the permission while none is decided, keeps no cache and does not watch for
