@@ -11,8 +11,8 @@
 #include "Corvane/Platform/Linux/X11/X11BannerPanels.h"
 #include "Corvane/Platform/Linux/X11/X11Screens.h"
 #include "Corvane/Services/CombinedLessonScheduleStore.h"
-#include "Corvane/Services/DateProviding.h"
 #include "Corvane/Services/WorkflowTransitionScheduler.h"
+#include "Corvane/Utilities/DateProviding.h"
 
 #include <QSettings>
 

@@ -158,7 +158,7 @@ private Q_SLOTS:
         QFile file(m_item->path());
         QVERIFY(QDir().mkpath(QFileInfo(file).path()));
         QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(QByteArray("\x00\xff[[[\n=\n\x01=1\n", 14) + QByteArray(200000, 'x'));
+        file.write(QByteArray("\x00\xff[[[\n=\n\x01=1\n", 12) + QByteArray(200000, 'x'));
         file.close();
         QVERIFY(m_item->registerItem());
         QCOMPARE(validationErrors(), QString());

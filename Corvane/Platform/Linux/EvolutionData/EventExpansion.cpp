@@ -21,9 +21,13 @@ constexpr qsizetype maximumTitleLength = 10'000;
 /// Longer notes, places and links are cut, links left out. In bytes of UTF-8.
 constexpr std::size_t maximumTextBytes = 4'000'000;
 /// More occurrences of one event in one interval are no lessons.
-constexpr std::size_t maximumOccurrences = 2'000;
+constexpr std::size_t maximumOccurrences = 1'500;
 /// The library walks a rule from its first occurrence, 4 µs a step; more steps take too long.
 constexpr double maximumSteps = 150'000;
+/// The library compares each occurrence in the window with those before: a quarter of a second for these.
+constexpr double maximumInWindow = 1'500;
+/// More dates added to a series or taken from it are no lessons.
+constexpr int maximumDates = 10'000;
 /// How far a changed rest of a series may be moved, in seconds: the window is widened by what it is.
 constexpr double maximumShift = 60 * 86'400.0;
 constexpr double day = 86'400;
@@ -91,11 +95,12 @@ double stepLength(ICalRecurrenceFrequency frequency)
     return 365 * day;
 }
 
-/// Why a rule that begins at `start` cannot be walked to `end` in reasonable time, or nothing. The walk
-/// cannot be interrupted, and a rule that never comes true is walked for thousands of years, so that what
-/// might be such a rule is not begun.
-std::optional<QString> reasonNotToWalk(ICalRecurrence *rule, double start, double end)
+/// Why a rule that begins at `start` cannot be walked through the window in reasonable time, or nothing. The
+/// walk cannot be interrupted, and a rule that never comes true is walked for thousands of years, so that
+/// what might be such a rule is not begun.
+std::optional<QString> reasonNotToWalk(ICalRecurrence *rule, double start, double from, double to)
 {
+    double end = to;
     const auto seconds = part(i_cal_recurrence_get_by_second_array(rule));
     const auto minutes = part(i_cal_recurrence_get_by_minute_array(rule));
     const auto hours = part(i_cal_recurrence_get_by_hour_array(rule));
@@ -150,6 +155,10 @@ std::optional<QString> reasonNotToWalk(ICalRecurrence *rule, double start, doubl
     double steps = std::max(0.0, end - start) / (stepLength(frequency) * interval) * perStep;
     if (const int times = i_cal_recurrence_get_count(rule); times > 0 && !picksDates && days.empty()) {
         steps = std::min(steps, static_cast<double>(times));
+    }
+    const double inWindow = (to - from) / (stepLength(frequency) * interval) * perStep;
+    if (std::min(steps, inWindow) > maximumInWindow) {
+        return u"it occurs too often"_s;
     }
     if (steps > maximumSteps) {
         return u"it has repeated too often since its beginning"_s;
@@ -406,7 +415,7 @@ private:
         const double from = secondsSince1970(m_request.interval.start) - day - m_widest;
         const double to = secondsSince1970(m_request.interval.end) + day + m_widest;
         if (!isChange) {
-            if (const auto reason = reasonNotToExpand(event, to)) {
+            if (const auto reason = reasonNotToExpand(event, from, to)) {
                 leaveOut(event, *reason);
                 return true;
             }
@@ -442,8 +451,15 @@ private:
         return true;
     }
 
-    std::optional<QString> reasonNotToExpand(ICalComponent *event, double to)
+    std::optional<QString> reasonNotToExpand(ICalComponent *event, double from, double to)
     {
+        int dates = 0;
+        for (const ICalPropertyKind kind : {I_CAL_RDATE_PROPERTY, I_CAL_EXDATE_PROPERTY}) {
+            dates += i_cal_component_count_properties(event, kind);
+        }
+        if (dates > maximumDates) {
+            return u"it lists too many dates"_s;
+        }
         double start = to;
         double end = to;
         firstOccurrence(event, start, end);
@@ -454,7 +470,7 @@ private:
                     kind == I_CAL_RRULE_PROPERTY ? i_cal_property_get_rrule(property.get())
                                                  : i_cal_property_get_exrule(property.get()));
                 if (rule) {
-                    if (auto reason = reasonNotToWalk(rule.get(), start, to)) {
+                    if (auto reason = reasonNotToWalk(rule.get(), start, from, to)) {
                         return reason;
                     }
                 }

@@ -213,7 +213,7 @@ public:
         const GObjectRef<GCancellable> cancellable = self->m_cancellable;
         std::vector<QCoro::Task<std::optional<Trouble>>> tasks;
         for (const auto &[uid, calendar] : self->m_calendars) {
-            tasks.push_back(open(calendar, cancellable, deadline));
+            tasks.push_back(open(self, calendar, cancellable, deadline));
         }
         QString trouble;
         bool isAnyOpen = tasks.empty();
@@ -392,11 +392,17 @@ private:
     // One calendar.
 
     /// Ends with nothing where the calendar is open.
-    static QCoro::Task<std::optional<Trouble>>
-    open(std::shared_ptr<Calendar> calendar, GObjectRef<GCancellable> cancellable, QDeadlineTimer deadline)
+    static QCoro::Task<std::optional<Trouble>> open(std::shared_ptr<Impl> self,
+                                                    std::shared_ptr<Calendar> calendar,
+                                                    GObjectRef<GCancellable> cancellable,
+                                                    QDeadlineTimer deadline)
     {
         if (calendar->client && !*calendar->isDead) {
             co_return std::nullopt;
+        }
+        if (calendar->client) {
+            self->m_log(u"calendar opened again name=\"%1\" reason=\"the calendar service died\""_s.arg(
+                logText(calendar->name)));
         }
         calendar->dropClient();
         const auto connecting = startGioCall([&](GAsyncReadyCallback callback, gpointer data) {
@@ -466,7 +472,9 @@ private:
         auto events =
             co_await tryCalendar(self, calendar, interval, timeZoneId, cancellable, inTime, deadline);
         if (!events && !events.error().isTimeout && !inTime.hasExpired() && !self->m_isClosed) {
-            // The service may have died and be started again by the next call.
+            // The service may have died; the next call starts it again.
+            self->m_log(u"calendar opened again name=\"%1\" step=\"%2\" reason=\"%3\""_s.arg(
+                logText(calendar->name), events.error().step, logText(events.error().reason)));
             calendar->dropClient();
             events =
                 co_await tryCalendar(self, calendar, interval, timeZoneId, cancellable, inTime, deadline);
@@ -483,7 +491,7 @@ private:
                 QDeadlineTimer deadline)
     {
         const Trouble late{u"query"_s, u"it did not answer in time"_s, true};
-        if (const auto failure = co_await open(calendar, cancellable, inTime)) {
+        if (const auto failure = co_await open(self, calendar, cancellable, inTime)) {
             co_return std::unexpected(*failure);
         }
         const GObjectRef<ECalClient> client = calendar->client;
