@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QScreen>
 #include <QTest>
+#include <QToolTip>
 
 using namespace corvane;
 using namespace Qt::StringLiterals;
@@ -208,6 +209,23 @@ private Q_SLOTS:
         QTRY_VERIFY(m_listener->heard().contains(u"key 65"_s));
         QVERIFY(!m_listener->heard().contains(u"click"_s));
         QCOMPARE(QGuiApplication::focusWindow(), nullptr);
+    }
+
+    void theCloseButtonSaysOnHoveringWhatItDoes()
+    {
+        manage(WindowManager::openbox);
+        oppose();
+        const auto panel = present();
+        QTRY_VERIFY(panel->frame() == home);
+        for (const QPoint at : {farAway, onTheCloseButton, onTheCloseButton + QPoint(1, 1)}) {
+            TestDesktop::xdotool({u"mousemove"_s, QString::number(at.x()), QString::number(at.y())});
+            QCoreApplication::processEvents();
+        }
+        QTRY_VERIFY(QToolTip::isVisible());
+        QCOMPARE(QToolTip::text(), u"Close reminder"_s);
+        QCOMPARE(QGuiApplication::focusWindow(), nullptr);
+        TestDesktop::xdotool({u"mousemove"_s, u"30"_s, u"30"_s});
+        QTRY_VERIFY(!QToolTip::isVisible());
     }
 
     void aClickOnTheMarginFallsThrough()
