@@ -146,6 +146,13 @@ private:
     }
 
 private Q_SLOTS:
+    void cleanupTestCase()
+    {
+        // The ticks and animations of panels that are gone end at their next turn; one that begins now ends
+        // after them.
+        QCoro::waitFor(wait(Seconds{1.1}));
+    }
+
     void init() { m_panels = makePanels(); }
 
     void cleanup()

@@ -65,6 +65,13 @@ private:
         {look::banner::cornerRadius, look::banner::shadowBlur, look::banner::shadowOpacity}};
 
 private Q_SLOTS:
+    void cleanupTestCase()
+    {
+        // The ticks and animations of panels that are gone end at their next turn; one that begins now ends
+        // after them.
+        QCoro::waitFor(wait(Seconds{1.1}));
+    }
+
     void initTestCase()
     {
         m_desktop.startWindowManager(TestDesktop::WindowManager::openbox);
