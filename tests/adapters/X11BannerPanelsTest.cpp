@@ -420,8 +420,10 @@ private Q_SLOTS:
         manage(WindowManager::openbox);
         X11Screens screens;
         QWidget window;
+        window.setGeometry(400, 300, 300, 200);
         window.show();
-        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        click(window.mapToGlobal(QPoint(150, 100))); // whatever the manager thinks of new windows
         QTRY_VERIFY(screens.keyWindowScreen().has_value());
         QVERIFY(screens.keyWindowScreen() == screens.mainScreen());
         window.hide();
