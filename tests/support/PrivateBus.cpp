@@ -30,7 +30,8 @@ PrivateBus::PrivateBus(const QStringList &serviceDirectories, Kind kind)
     }
     configurationFile.close();
 
-    m_daemon.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    // Where the limits of open files are low it says so each time, to no purpose.
+    m_daemon.setStandardErrorFile(QProcess::nullDevice());
     m_daemon.start(u"dbus-daemon"_s,
                    {u"--nofork"_s, u"--nopidfile"_s, u"--print-address=1"_s, u"--config-file="_s + file});
     while (m_address.isEmpty()) {

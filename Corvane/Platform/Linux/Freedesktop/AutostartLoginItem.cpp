@@ -49,9 +49,9 @@ QByteArray stringValue(const QString &text)
     return value.startsWith(' ') ? "\\s" + value.mid(1) : value;
 }
 
-// A path as the first word of a command line: quoted, since it may hold anything, with its percent signs
+// A path as a command line: quoted, since it may hold anything, with its percent signs
 // doubled, since single ones are field codes.
-QString commandWord(const QString &path)
+QString commandLine(const QString &path)
 {
     QString word = u"\""_s;
     for (const QChar c : path) {
@@ -63,7 +63,9 @@ QString commandWord(const QString &path)
             word += u'%';
         }
     }
-    return word + u'"';
+    word += u'"';
+    // Some desktops look for the program before they undo the doubling, and would not find it.
+    return path.contains(u'%') ? u"env "_s + word : word;
 }
 
 struct Entry {
@@ -172,7 +174,7 @@ std::expected<void, Failure> AutostartLoginItem::registerItem()
         {"Type", "Application"},
         {"Name", "Quillet"},
         {"Comment", "Reminds an online teacher of the next lesson"},
-        {"Exec", stringValue(commandWord(m_program))},
+        {"Exec", stringValue(commandLine(m_program))},
         {"TryExec", stringValue(m_program)},
         {"Icon", "com.ordwinsoftware.Quillet"},
         {"Terminal", "false"},

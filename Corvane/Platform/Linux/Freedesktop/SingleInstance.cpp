@@ -77,7 +77,8 @@ QCoro::Task<SingleInstance::Start> handOver(QDBusConnection bus, QString token)
     QObject::connect(&arrival, &QDBusServiceWatcher::serviceRegistered, &arrival,
                      [hasArrived] { *hasArrived = true; });
     QDBusMessage answer = co_await activate(bus, token);
-    if (answer.errorName() == "org.freedesktop.DBus.Error.ServiceUnknown"_L1) {
+    if (answer.errorName() == "org.freedesktop.DBus.Error.ServiceUnknown"_L1 ||
+        answer.errorName() == "org.freedesktop.DBus.Error.NameHasNoOwner"_L1) {
         // It may hold its lock and be on its way to its name.
         if (!*hasArrived) {
             co_await qCoro(&arrival, &QDBusServiceWatcher::serviceRegistered, nameDelay);
@@ -95,7 +96,9 @@ SingleInstance::SingleInstance(QDBusConnection sessionBus, QStringList lockDirec
     , m_bus(std::move(sessionBus))
     , m_lockDirectories(std::move(lockDirectories))
 {
-    new ApplicationAdaptor(this);
+    new ApplicationAdaptor(this,
+                           {.activate = [this](const QString &token) { Q_EMIT activationRequested(token); },
+                            .quit = [this] { Q_EMIT quitRequested(); }});
 }
 
 SingleInstance::~SingleInstance()

@@ -23,6 +23,13 @@ constexpr int timeoutMilliseconds = 5000;
 constexpr auto itemPath = "/StatusNotifierItem"_L1;
 constexpr auto watcherService = "org.kde.StatusNotifierWatcher"_L1;
 
+// Whether a call failed because nobody owns the name; a call that is to start nobody gets the second answer.
+bool isAbsence(const QDBusError &error)
+{
+    return error.type() == QDBusError::ServiceUnknown ||
+           error.name() == "org.freedesktop.DBus.Error.NameHasNoOwner"_L1;
+}
+
 // The text as programs of others can bear it: one line, no control characters, well-formed, of bounded
 // length.
 QString harmless(const QString &title)
@@ -70,8 +77,9 @@ StatusNotifierItem::StatusNotifierItem(QDBusConnection bus, const QList<QImage> 
     , m_bus(std::move(bus))
     , m_desktop(desktop)
 {
-    m_adaptor = desktop.showsLabel ? new LabelledStatusNotifierItemAdaptor(this, icons)
-                                   : new StatusNotifierItemAdaptor(this, icons);
+    auto onClick = [this](int x, int y) { click(x, y); };
+    m_adaptor = desktop.showsLabel ? new LabelledStatusNotifierItemAdaptor(this, icons, std::move(onClick))
+                                   : new StatusNotifierItemAdaptor(this, icons, std::move(onClick));
     if (!m_bus.isConnected()) {
         return;
     }
@@ -99,7 +107,7 @@ void StatusNotifierItem::registerItem()
         call->deleteLater();
         if (!call->isError()) {
             Q_EMIT registered();
-        } else if (call->error().type() != QDBusError::ServiceUnknown) {
+        } else if (!isAbsence(call->error())) {
             Q_EMIT registrationFailed(call->error().message());
         }
     });

@@ -17,6 +17,7 @@
 #include <coroutine>
 #include <future>
 #include <semaphore>
+#include <system_error>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -102,7 +103,7 @@ private:
 // thread holds a share, so that a stuck one outlives the sounds without harm.
 struct CanberraSounds::Channel {
     Order order;
-    std::binary_semaphore asked{0};
+    std::counting_semaphore<4> asked{0}; // at most an order and the end
     std::atomic<bool> ends{false};
     std::atomic<bool> hasPlayed{false};
     int answered = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
@@ -135,12 +136,14 @@ struct CanberraSounds::Request {
     bool hasPlayed = false;
 };
 
+// What a caller waits on. It holds nothing that needs destroying: GCC 12 destroys the members of such a
+// temporary twice.
 struct CanberraSounds::Reply {
-    std::shared_ptr<Request> request;
+    Request &request;
 
     [[nodiscard]] bool await_ready() const noexcept { return false; }
-    void await_suspend(std::coroutine_handle<> handle) { request->caller = handle; }
-    [[nodiscard]] bool await_resume() const noexcept { return request->hasPlayed; }
+    void await_suspend(std::coroutine_handle<> handle) { request.caller = handle; }
+    [[nodiscard]] bool await_resume() const noexcept { return request.hasPlayed; }
 };
 
 CanberraSounds::CanberraSounds(std::function<void()> plainBell, QObject *parent)
@@ -151,16 +154,22 @@ CanberraSounds::CanberraSounds(std::function<void()> plainBell, QObject *parent)
     m_answers = new QSocketNotifier(m_channel->answered, QSocketNotifier::Read, this);
     connect(m_answers, &QSocketNotifier::activated, this, &CanberraSounds::takeAnswer);
     m_deadline.setSingleShot(true);
+    m_deadline.setTimerType(Qt::PreciseTimer);
     connect(&m_deadline, &QTimer::timeout, this, &CanberraSounds::dropOverdue);
 
     std::promise<void> ended;
     m_channel->ended = ended.get_future();
-    m_channel->thread = std::thread([channel = m_channel, ended = std::move(ended)]() mutable {
-        ::pthread_setname_np(::pthread_self(), "quillet-sound");
-        Channel::run(channel);
-        channel.reset();
-        ended.set_value();
-    });
+    try {
+        m_channel->thread = std::thread([channel = m_channel, ended = std::move(ended)]() mutable {
+            ::pthread_setname_np(::pthread_self(), "quillet-sound");
+            Channel::run(channel);
+            channel.reset();
+            ended.set_value();
+        });
+    } catch (const std::system_error &) {
+        // The machine gives no further thread: there is none to play with, and the plain bell is left.
+        m_isStuck = true;
+    }
 }
 
 CanberraSounds::~CanberraSounds()
@@ -172,7 +181,7 @@ CanberraSounds::~CanberraSounds()
     m_channel->asked.release();
     if (!m_isStuck && m_channel->ended.wait_for(courtesy) == std::future_status::ready) {
         m_channel->thread.join();
-    } else {
+    } else if (m_channel->thread.joinable()) {
         m_channel->thread.detach();
     }
     for (const auto &request : std::exchange(m_requests, {})) {
@@ -207,8 +216,8 @@ QCoro::Task<bool> CanberraSounds::start(QByteArray event, Theme theme)
     m_requests.push_back(request);
     handOverNext();
     armDeadline();
-    // From here on the object may be gone.
-    co_return co_await Reply{std::move(request)};
+    // From here on the object may be gone; the request stays with this frame.
+    co_return co_await Reply{*request};
 }
 
 void CanberraSounds::handOverNext()

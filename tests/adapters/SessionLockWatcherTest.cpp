@@ -1,0 +1,429 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/Freedesktop/SessionLockWatcher.h"
+
+#include "tests/support/PrivateBus.h"
+
+#include <signal.h>
+
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <qcoro/qcorodbuspendingcall.h>
+
+#include <memory>
+#include <utility>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QCoro::Task<QDBusMessage> ask(QDBusConnection bus, QDBusMessage message)
+{
+    co_return co_await bus.asyncCall(message, 10000);
+}
+
+} // namespace
+
+// Against the mock services of python3-dbusmock on buses of the test's own.
+class SessionLockWatcherTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_systemBus = std::make_unique<PrivateBus>(QStringList{}, PrivateBus::Kind::system);
+        m_sessionBus = std::make_unique<PrivateBus>();
+        qunsetenv("XDG_SESSION_ID");
+    }
+
+    void cleanup()
+    {
+        m_watcher.reset();
+        m_manager.reset();
+        m_saver.reset();
+        for (const QString &name : {u"system"_s, u"session"_s, u"system control"_s, u"session control"_s}) {
+            QDBusConnection::disconnectFromBus(name);
+        }
+        m_systemBus.reset();
+        m_sessionBus.reset();
+        qunsetenv("XDG_SESSION_ID");
+    }
+
+    void lockAndUnlockOfTheSessionManagerAreFollowed()
+    {
+        startManager();
+        watch();
+        emitFromSession(u"Lock"_s);
+        QTRY_VERIFY(m_watcher->locked());
+        emitFromSession(u"Unlock"_s);
+        QTRY_VERIFY(!m_watcher->locked());
+        QCOMPARE(changes(), (QList<bool>{true, false}));
+    }
+
+    void theLockedHintIsFollowed()
+    {
+        startManager();
+        watch();
+        setHint(true);
+        QTRY_VERIFY(m_watcher->locked());
+        setHint(false);
+        QTRY_VERIFY(!m_watcher->locked());
+        QCOMPARE(changes(), (QList<bool>{true, false}));
+    }
+
+    void aSessionThatIsLockedAtTheStartIsLocked()
+    {
+        startManager();
+        setHint(true);
+        make();
+        QTRY_VERIFY(m_watcher->locked());
+    }
+
+    void theSessionOfTheEnvironmentIsAskedForByItsName()
+    {
+        startManager();
+        qputenv("XDG_SESSION_ID", "c1");
+        setHint(true);
+        make();
+        QTRY_VERIFY(m_watcher->locked());
+    }
+
+    void anotherSessionsLockIsNotOurs()
+    {
+        startManager();
+        addSession(u"c2"_s);
+        watch();
+        callManager(u"/org/freedesktop/login1/session/c2"_s, u"org.freedesktop.login1.Session"_s, u"Lock"_s,
+                    {});
+        emitFromSession(u"Lock"_s);
+        QTRY_VERIFY(m_watcher->locked());
+        emitFromSession(u"Unlock"_s);
+        QTRY_VERIFY(!m_watcher->locked());
+        QCOMPARE(changes(), (QList<bool>{true, false}));
+    }
+
+    void aLockRequestAndItsHintAreOneLock()
+    {
+        startManager();
+        watch();
+        emitFromSession(u"Lock"_s);
+        setHint(true);
+        setHint(false);
+        QTRY_VERIFY(!m_watcher->locked());
+        QCOMPARE(changes(), (QList<bool>{true, false}));
+    }
+
+    void theScreenSaverIsFollowed()
+    {
+        startSaver();
+        watch();
+        setSaver(true);
+        QTRY_VERIFY(m_watcher->locked());
+        setSaver(false);
+        QTRY_VERIFY(!m_watcher->locked());
+        QCOMPARE(changes(), (QList<bool>{true, false}));
+    }
+
+    void aScreenSaverThatIsActiveAtTheStartLocks()
+    {
+        startSaver();
+        setSaver(true);
+        make();
+        QTRY_VERIFY(m_watcher->locked());
+    }
+
+    void aScreenSaverThatComesUpLateIsFollowed()
+    {
+        watch();
+        startSaver();
+        setSaver(true);
+        QTRY_VERIFY(m_watcher->locked());
+    }
+
+    void everyKnownScreenSaverIsFollowed_data()
+    {
+        QTest::addColumn<QString>("interface");
+        QTest::newRow("freedesktop") << u"org.freedesktop.ScreenSaver"_s;
+        QTest::newRow("gnome") << u"org.gnome.ScreenSaver"_s;
+        QTest::newRow("mate") << u"org.mate.ScreenSaver"_s;
+        QTest::newRow("cinnamon") << u"org.cinnamon.ScreenSaver"_s;
+        QTest::newRow("xfce") << u"org.xfce.ScreenSaver"_s;
+    }
+
+    void everyKnownScreenSaverIsFollowed()
+    {
+        QFETCH(QString, interface);
+        watch();
+        for (const bool active : {true, false}) {
+            auto signal = QDBusMessage::createSignal(u"/any/path"_s, interface, u"ActiveChanged"_s);
+            signal << active;
+            QVERIFY(control(*m_sessionBus, u"session control"_s).send(signal));
+            QTRY_COMPARE(m_watcher->locked(), active);
+        }
+    }
+
+    void anySourceThatSaysLockedIsEnough()
+    {
+        startManager();
+        startSaver();
+        watch();
+        setHint(true);
+        QTRY_VERIFY(m_watcher->locked());
+        setSaver(true);
+        setHint(false);
+        // The manager's word has arrived when its answer to a later call has.
+        settle();
+        QVERIFY(m_watcher->locked());
+        setSaver(false);
+        QTRY_VERIFY(!m_watcher->locked());
+        QCOMPARE(changes(), (QList<bool>{true, false}));
+    }
+
+    void aScreenSaverThatEndsEndsALockRequestButNotTheHint()
+    {
+        startManager();
+        startSaver();
+        watch();
+        emitFromSession(u"Lock"_s);
+        QTRY_VERIFY(m_watcher->locked());
+        setSaver(true);
+        setSaver(false);
+        QTRY_VERIFY(!m_watcher->locked());
+        setHint(true);
+        QTRY_VERIFY(m_watcher->locked());
+        setSaver(true);
+        setSaver(false);
+        settle();
+        QVERIFY(m_watcher->locked());
+    }
+
+    void aScreenSaverThatCrashesWhileLockedDoesNotLockForEver()
+    {
+        startSaver();
+        watch();
+        setSaver(true);
+        QTRY_VERIFY(m_watcher->locked());
+        m_saver.reset();
+        QTRY_VERIFY(!m_watcher->locked());
+    }
+
+    void aSessionManagerThatCrashesWhileLockedDoesNotLockForEver()
+    {
+        // The mock takes its name before it knows any session; asked by name it gives the path all the same.
+        qputenv("XDG_SESSION_ID", "c1");
+        startManager();
+        watch();
+        setHint(true);
+        QTRY_VERIFY(m_watcher->locked());
+        m_manager.reset();
+        QTRY_VERIFY(!m_watcher->locked());
+        // And it is followed again when it is back.
+        startManager();
+        setHint(true);
+        QTRY_VERIFY(m_watcher->locked());
+    }
+
+    void aBusThatBreaksOffWhileLockedDoesNotLockForEver()
+    {
+        startManager();
+        startSaver();
+        watch();
+        setSaver(true);
+        setHint(true);
+        QTRY_VERIFY(m_watcher->locked());
+        settle();
+        m_sessionBus->stop();
+        m_systemBus->stop();
+        QTRY_VERIFY(!m_watcher->locked());
+        QCOMPARE(changes(), (QList<bool>{true, false}));
+    }
+
+    void withoutBusesNothingIsLocked()
+    {
+        SessionLockWatcher watcher(QDBusConnection(u"none"_s), QDBusConnection(u"neither"_s));
+        QVERIFY(!watcher.locked());
+    }
+
+    void withoutSourcesNothingIsLockedAndNothingIsStarted()
+    {
+        watch();
+        QVERIFY(!m_watcher->locked());
+    }
+
+    void aSourceThatHangsDoesNotKeepTheMainThread()
+    {
+        startManager();
+        startSaver();
+        QElapsedTimer timer;
+        m_manager->suspend();
+        m_saver->suspend();
+        timer.start();
+        make();
+        QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY(!m_watcher->locked());
+        m_manager->resume();
+        m_saver->resume();
+        setHint(true);
+        QTRY_VERIFY_WITH_TIMEOUT(m_watcher->locked(), 10000);
+    }
+
+private:
+    // A mock service in a process of its own, ended with the object.
+    class Mock {
+    public:
+        Mock(const PrivateBus &bus, const QString &busKind, const QStringList &arguments)
+        {
+            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+            environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, bus.address());
+            environment.insert(u"DBUS_SYSTEM_BUS_ADDRESS"_s, bus.address());
+            m_process.setProcessEnvironment(environment);
+            m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+            m_process.setStandardOutputFile(QProcess::nullDevice());
+            m_process.start(u"/usr/bin/python3"_s, QStringList{u"-m"_s, u"dbusmock"_s, busKind} + arguments);
+        }
+        ~Mock()
+        {
+            m_process.kill();
+            m_process.waitForFinished(5000);
+        }
+        Mock(const Mock &) = delete;
+        Mock &operator=(const Mock &) = delete;
+
+        void suspend() { ::kill(static_cast<pid_t>(m_process.processId()), SIGSTOP); }
+        void resume() { ::kill(static_cast<pid_t>(m_process.processId()), SIGCONT); }
+
+    private:
+        QProcess m_process;
+    };
+
+    static QDBusConnection control(const PrivateBus &bus, const QString &name)
+    {
+        const QDBusConnection known(name);
+        return known.isConnected() ? known : QDBusConnection::connectToBus(bus.address(), name);
+    }
+
+    void awaitName(QDBusConnection bus, const QString &name)
+    {
+        QTRY_VERIFY_WITH_TIMEOUT(bus.interface()->isServiceRegistered(name), 20000);
+    }
+
+    void startManager()
+    {
+        m_manager =
+            std::make_unique<Mock>(*m_systemBus, u"--system"_s, QStringList{u"--template"_s, u"logind"_s});
+        awaitName(control(*m_systemBus, u"system control"_s), u"org.freedesktop.login1"_s);
+        addSession(u"c1"_s);
+        // The template has no GetSessionByPID.
+        callManager(u"/org/freedesktop/login1"_s, u"org.freedesktop.DBus.Mock"_s, u"AddMethod"_s,
+                    {u"org.freedesktop.login1.Manager"_s, u"GetSessionByPID"_s, u"u"_s, u"o"_s,
+                     u"ret = '/org/freedesktop/login1/session/c1'"_s});
+    }
+
+    void addSession(const QString &id)
+    {
+        callManager(u"/org/freedesktop/login1"_s, u"org.freedesktop.DBus.Mock"_s, u"AddSession"_s,
+                    {id, u"seat0"_s, 1000U, u"teacher"_s, true});
+    }
+
+    void startSaver()
+    {
+        m_saver = std::make_unique<Mock>(*m_sessionBus, u"--session"_s,
+                                         QStringList{u"--template"_s, u"gnome_screensaver"_s});
+        awaitName(control(*m_sessionBus, u"session control"_s), u"org.gnome.ScreenSaver"_s);
+    }
+
+    void make()
+    {
+        m_watcher = std::make_unique<SessionLockWatcher>(
+            QDBusConnection::connectToBus(m_systemBus->address(), u"system"_s),
+            QDBusConnection::connectToBus(m_sessionBus->address(), u"session"_s));
+        m_changes = std::make_unique<QSignalSpy>(m_watcher.get(), &SessionLockWatcher::lockedChanged);
+    }
+
+    // Makes the watcher and waits until it has asked what it asks at its start.
+    void watch()
+    {
+        make();
+        settle();
+    }
+
+    // Calls through the watcher's own connections: their answers come after all that was sent before. Three
+    // rounds, since the watcher's questions follow from each other.
+    void settle()
+    {
+        for (int round = 0; round < 3; ++round) {
+            for (const QString &name : {u"system"_s, u"session"_s}) {
+                const QDBusConnection bus(name);
+                if (!bus.isConnected()) {
+                    continue;
+                }
+                const QStringList names = bus.interface()->registeredServiceNames();
+                for (const QString &service : {u"org.freedesktop.login1"_s, u"org.gnome.ScreenSaver"_s}) {
+                    if (names.contains(service)) {
+                        const auto ping = QDBusMessage::createMethodCall(
+                            service, u"/"_s, u"org.freedesktop.DBus.Peer"_s, u"Ping"_s);
+                        QCoro::waitFor(ask(bus, ping));
+                    }
+                }
+            }
+        }
+    }
+
+    void callManager(const QString &path, const QString &interface, const QString &method,
+                     const QVariantList &arguments)
+    {
+        auto message = QDBusMessage::createMethodCall(u"org.freedesktop.login1"_s, path, interface, method);
+        message.setArguments(arguments);
+        const QDBusMessage answer = QCoro::waitFor(ask(control(*m_systemBus, u"system control"_s), message));
+        QVERIFY2(answer.type() == QDBusMessage::ReplyMessage, qPrintable(answer.errorMessage()));
+    }
+
+    void emitFromSession(const QString &signal)
+    {
+        callManager(u"/org/freedesktop/login1/session/c1"_s, u"org.freedesktop.DBus.Mock"_s, u"EmitSignal"_s,
+                    {u"org.freedesktop.login1.Session"_s, signal, QString(), QVariantList()});
+    }
+
+    void setHint(bool locked)
+    {
+        callManager(u"/org/freedesktop/login1/session/c1"_s, u"org.freedesktop.login1.Session"_s,
+                    u"SetLockedHint"_s, {locked});
+    }
+
+    void setSaver(bool active)
+    {
+        auto message = QDBusMessage::createMethodCall(u"org.gnome.ScreenSaver"_s, u"/org/gnome/ScreenSaver"_s,
+                                                      u"org.gnome.ScreenSaver"_s, u"SetActive"_s);
+        message << active;
+        const QDBusMessage answer =
+            QCoro::waitFor(ask(control(*m_sessionBus, u"session control"_s), message));
+        QVERIFY2(answer.type() == QDBusMessage::ReplyMessage, qPrintable(answer.errorMessage()));
+    }
+
+    [[nodiscard]] QList<bool> changes() const
+    {
+        QList<bool> changes;
+        for (const QList<QVariant> &change : *m_changes) {
+            changes.append(change.first().toBool());
+        }
+        return changes;
+    }
+
+    std::unique_ptr<PrivateBus> m_systemBus;
+    std::unique_ptr<PrivateBus> m_sessionBus;
+    std::unique_ptr<Mock> m_manager;
+    std::unique_ptr<Mock> m_saver;
+    std::unique_ptr<SessionLockWatcher> m_watcher;
+    std::unique_ptr<QSignalSpy> m_changes;
+};
+
+QTEST_GUILESS_MAIN(SessionLockWatcherTest)
+#include "SessionLockWatcherTest.moc"

@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "tests/contracts/LoginItemContract.h"
+#include "tests/contracts/StatusItemContract.h"
+#include "tests/contracts/SystemSoundsContract.h"
+#include "tests/support/FakeLoginItem.h"
+#include "tests/support/FakeStatusItem.h"
+#include "tests/support/FakeSystemSounds.h"
+
+#include <memory>
+
+using namespace corvane;
+
+class FakeSystemSoundsTest final : public SystemSoundsContract {
+    Q_OBJECT
+
+protected:
+    SystemSounds &sounds() override { return *m_sounds; }
+
+private Q_SLOTS:
+    void init() { m_sounds = std::make_unique<FakeSystemSounds>(); }
+
+    void aHeldAnswerComesWithTheRelease()
+    {
+        m_sounds->hold();
+        auto task = m_sounds->play(QStringLiteral("Glass"));
+        QVERIFY(!task.isReady());
+        QCOMPARE(m_sounds->waitingCount(), std::size_t{1});
+        m_sounds->release(false);
+        QVERIFY(task.isReady());
+        QVERIFY(!QCoro::waitFor(task));
+    }
+
+private:
+    std::unique_ptr<FakeSystemSounds> m_sounds;
+};
+
+class FakeLoginItemTest final : public LoginItemContract {
+    Q_OBJECT
+
+protected:
+    LoginItem &item() override { return m_item; }
+    bool startsAtLogin() override { return m_item.isRegistered; }
+
+private Q_SLOTS:
+    void init() { m_item = {}; }
+
+private:
+    FakeLoginItem m_item;
+};
+
+class FakeStatusItemTest final : public StatusItemContract {
+    Q_OBJECT
+
+protected:
+    StatusItem &item() override { return *m_item; }
+    QStringList published() override { return m_item->published; }
+    void click() override { m_item->click(); }
+
+private Q_SLOTS:
+    void init() { m_item = std::make_unique<FakeStatusItem>(); }
+
+private:
+    std::unique_ptr<FakeStatusItem> m_item;
+};
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    FakeSystemSoundsTest sounds;
+    FakeLoginItemTest loginItem;
+    FakeStatusItemTest statusItem;
+    return QTest::qExec(&sounds, argc, argv) + QTest::qExec(&loginItem, argc, argv) +
+           QTest::qExec(&statusItem, argc, argv);
+}
+
+#include "FakesKeepTheirContractsTest.moc"

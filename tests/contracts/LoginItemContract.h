@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Settings/LoginItem.h"
+
+#include <QTest>
+
+namespace corvane {
+
+/// What every implementation of LoginItem must do. A test class derives from it and hands in an item that is
+/// not registered, and a way to ask whether the desktop would start the program.
+class LoginItemContract : public QObject {
+    Q_OBJECT
+
+protected:
+    /// The item under test, made anew for each test.
+    virtual LoginItem &item() = 0;
+    [[nodiscard]] virtual bool startsAtLogin() = 0;
+
+private Q_SLOTS:
+    void registeringStartsTheProgramAtLogin()
+    {
+        QVERIFY(item().registerItem().has_value());
+        QVERIFY(startsAtLogin());
+    }
+
+    void registeringTwiceIsRegisteringOnce()
+    {
+        QVERIFY(item().registerItem().has_value());
+        QVERIFY(item().registerItem().has_value());
+        QVERIFY(startsAtLogin());
+        QVERIFY(item().unregisterItem().has_value());
+        QVERIFY(!startsAtLogin());
+    }
+
+    void unregisteringStopsIt()
+    {
+        QVERIFY(item().registerItem().has_value());
+        QVERIFY(item().unregisterItem().has_value());
+        QVERIFY(!startsAtLogin());
+    }
+
+    void unregisteringWhatIsNotRegisteredSucceeds()
+    {
+        QVERIFY(item().unregisterItem().has_value());
+        QVERIFY(item().unregisterItem().has_value());
+        QVERIFY(!startsAtLogin());
+    }
+
+    void itCanBeRegisteredAgain()
+    {
+        QVERIFY(item().registerItem().has_value());
+        QVERIFY(item().unregisterItem().has_value());
+        QVERIFY(item().registerItem().has_value());
+        QVERIFY(startsAtLogin());
+    }
+};
+
+} // namespace corvane
