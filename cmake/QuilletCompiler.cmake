@@ -45,11 +45,20 @@ function(quillet_precompile target)
     endif()
 endfunction()
 
-# Runs moc anew when a file joins or leaves a target. CMake 3.25 leaves it at the files known before, so that an
-# incremental build of a newer checkout would fail to link.
+# Runs moc anew when a file joins or leaves one of the targets. CMake 3.25 goes on from the files it knew, so that an
+# incremental build of a newer checkout would fail to link. Called once all files of the targets are known.
 function(quillet_follow_sources)
     foreach(target IN LISTS ARGN)
-        set_property(TARGET ${target} APPEND PROPERTY AUTOGEN_TARGET_DEPENDS
-            "${CMAKE_CURRENT_BINARY_DIR}/CMakeFiles/${target}_autogen.dir/AutogenInfo.json")
+        get_target_property(sources ${target} SOURCES)
+        get_target_property(folder ${target} BINARY_DIR)
+        set(known "${folder}/${target}_sources.txt")
+        set(before "")
+        if(EXISTS "${known}")
+            file(READ "${known}" before)
+        endif()
+        if(NOT before STREQUAL "${sources}")
+            file(REMOVE "${folder}/${target}_autogen/timestamp")
+            file(WRITE "${known}" "${sources}")
+        endif()
     endforeach()
 endfunction()

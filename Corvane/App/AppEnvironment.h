@@ -4,11 +4,11 @@
 #pragma once
 
 #include "Corvane/Notifications/TeachingNotificationPresenting.h"
-#include "Corvane/Services/DateProviding.h"
 #include "Corvane/Services/LessonScheduleProviding.h"
 #include "Corvane/Services/LessonWorkflowEngine.h"
 #include "Corvane/Services/WorkflowScheduling.h"
 #include "Corvane/Settings/AppSettings.h"
+#include "Corvane/Utilities/DateProviding.h"
 #include "Corvane/Utilities/DebugLogService.h"
 
 namespace corvane {

@@ -1,10 +1,81 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
+#include "Corvane/App/CorvaneApp.h"
+#include "Corvane/Platform/Linux/Freedesktop/SingleInstance.h"
+#include "Corvane/Utilities/Spawn.h"
+
 #include <QApplication>
+#include <QDBusConnection>
+#include <QTimer>
+
+#include <cstdio>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+using namespace corvane;
+
+namespace {
+
+/// Under Wayland a program cannot put a window above a full-screen one, but an X11 window can stand there.
+void preferX11()
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
+        !qEnvironmentVariableIsEmpty("DISPLAY")) {
+        qputenv("QT_QPA_PLATFORM", "xcb");
+    }
+}
+
+void say(const char *text)
+{
+    std::fputs(text, stderr);
+}
+
+/// Starts the program unless another one runs already.
+QCoro::Task<void> launch(SingleInstance &instance, std::optional<CorvaneApp> &program)
+{
+    // Not awaited in the switch itself: GCC 12 loses the frame there.
+    const SingleInstance::Start start = co_await instance.claim(SingleInstance::takeActivationToken());
+    switch (start) {
+    case SingleInstance::Start::first:
+        program.emplace();
+        co_return;
+    case SingleInstance::Start::handedOver:
+        say("Quillet is running already; look for its bell in the panel.\n");
+        QCoreApplication::exit(0);
+        co_return;
+    case SingleInstance::Start::otherSilent:
+        say("Quillet is running already, but does not answer. End it before starting it again.\n");
+        QCoreApplication::exit(1);
+        co_return;
+    }
+}
+
+} // namespace
 
 int main(int argc, char *argv[])
 {
+    preferX11();
+    QCoreApplication::setApplicationName(u"Quillet"_s);
+    QApplication::setDesktopFileName(u"com.ordwinsoftware.Quillet"_s);
     QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    SingleInstance instance(QDBusConnection::sessionBus(), SingleInstance::userLockDirectories());
+    // Destroyed before the instance: the name is given up when nothing of the program acts any more.
+    std::optional<CorvaneApp> program;
+    QObject::connect(&instance, &SingleInstance::quitRequested, &application, &QCoreApplication::quit);
+    QObject::connect(&instance, &SingleInstance::activationRequested, &application, [&program] {
+        if (program) {
+            program->logger().log(u"second start handed over"_s, currentDate());
+        }
+    });
+    QObject::connect(&instance, &SingleInstance::busLost, &application, [&program] {
+        if (program) {
+            program->logger().log(u"session bus lost"_s, currentDate());
+        }
+    });
+    // On the loop's first turn: exit() has no effect before the loop runs.
+    QTimer::singleShot(0, &application, [&] { spawn(launch(instance, program)); });
     return QApplication::exec();
 }

@@ -5,8 +5,8 @@
 
 #include "Corvane/Calendar/CalendarLessonParser.h"
 #include "Corvane/Calendar/EventStore.h"
-#include "Corvane/Services/DateProviding.h"
 #include "Corvane/Services/LessonScheduleProviding.h"
+#include "Corvane/Utilities/DateProviding.h"
 #include "Corvane/Utilities/DayCalendar.h"
 #include "Corvane/Utilities/DebugLogService.h"
 

@@ -18,23 +18,32 @@ namespace corvane::look {
 
 namespace {
 
+/// What a symbol is made of, which tells how it becomes bold.
+enum class Body {
+    lines,
+    solid,  ///< nothing is cut out of it: it is as bold as it can be
+    cutOut, ///< a solid with a sign cut out of it
+};
+
 struct Symbol {
     QStringView name;
     QStringView file;
-    bool isFilled = true; ///< else it is made of lines
+    Body body;
 };
 
 constexpr std::array symbols{
-    Symbol{u"arrow.right.circle.fill", u"arrow-right-circle-fill"},
-    Symbol{u"bell.fill", u"bell-fill"},
-    Symbol{u"checkmark.circle.fill", u"check-circle-fill"},
-    Symbol{u"exclamationmark.triangle.fill", u"exclamation-triangle-fill"},
-    Symbol{.name = u"xmark", .file = u"x-lg", .isFilled = false},
+    Symbol{.name = u"arrow.right.circle.fill", .file = u"arrow-right-circle-fill", .body = Body::cutOut},
+    Symbol{.name = u"bell.fill", .file = u"bell-fill", .body = Body::solid},
+    Symbol{.name = u"checkmark.circle.fill", .file = u"check-circle-fill", .body = Body::cutOut},
+    Symbol{
+        .name = u"exclamationmark.triangle.fill", .file = u"exclamation-triangle-fill", .body = Body::cutOut},
+    Symbol{.name = u"xmark", .file = u"x-lg", .body = Body::lines},
 };
 
-/// The side of the square that the set draws on, and how much wider its lines are in bold.
+/// The side of the square that the set draws on, and how much wider lines are in bold, and what is cut out.
 constexpr double side = 16;
-constexpr double boldness = 0.9;
+constexpr double boldLines = 0.9;
+constexpr double boldCuts = 0.6;
 
 const Symbol *find(const QString &name)
 {
@@ -118,21 +127,21 @@ QPixmap symbolPixmap(const QString &name, int size, const QColor &color, double 
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
     QRectF rect = pixmap.rect();
-    if (weight == SymbolWeight::regular || symbol == nullptr) {
+    if (weight == SymbolWeight::regular || symbol == nullptr || symbol->body == Body::solid) {
         render(painter, rect, drawing(symbol, color, true, 0));
-    } else if (!symbol->isFilled) {
-        render(painter, rect, drawing(symbol, color, true, boldness));
+    } else if (symbol->body == Body::lines) {
+        render(painter, rect, drawing(symbol, color, true, boldLines));
     } else {
         // Half a stroke along the outline is taken away: inside, what is cut out grows; outside, the symbol
         // would shrink, so it is drawn larger by as much.
-        const double more = pixels * boldness / (side - boldness) / 2;
+        const double more = pixels * boldCuts / (side - boldCuts) / 2;
         rect.adjust(-more, -more, more, more);
         render(painter, rect, drawing(symbol, color, true, 0));
         painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
         QPixmap outline(pixmap.size());
         outline.fill(Qt::transparent);
         QPainter outliner(&outline);
-        render(outliner, rect, drawing(symbol, Qt::black, false, boldness));
+        render(outliner, rect, drawing(symbol, Qt::black, false, boldCuts));
         outliner.end();
         painter.drawPixmap(0, 0, outline);
     }

@@ -20,8 +20,7 @@ enum class SymbolWeight { regular, bold };
 
 /// The symbol `name`, which must exist, in `color` on nothing, as an icon that is sharp at every size and
 /// pixel ratio.
-[[nodiscard]] QIcon symbolIcon(const QString &name, const QColor &color,
-                               SymbolWeight weight = SymbolWeight::regular);
+[[nodiscard]] QIcon symbolIcon(const QString &name, const QColor &color);
 
 /// The symbol `name`, which must exist, as a square picture of `size` points at `devicePixelRatio`.
 [[nodiscard]] QPixmap symbolPixmap(const QString &name, int size, const QColor &color,

@@ -3,9 +3,9 @@
 
 #pragma once
 
-#include "Corvane/Services/DateProviding.h"
 #include "Corvane/Services/LessonScheduleProviding.h"
 #include "Corvane/Settings/AppSettings.h"
+#include "Corvane/Utilities/DateProviding.h"
 #include "Corvane/Utilities/DayCalendar.h"
 
 #include <vector>

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "Corvane/Models/TeachingAction.h"
-#include "Corvane/Services/DateProviding.h"
+#include "Corvane/Utilities/DateProviding.h"
 
 #include <optional>
 #include <vector>

@@ -165,8 +165,8 @@ class Roads(unittest.TestCase):
     def aGarbledSettingsFileDoesNotStopTheTeaching(self):
         with Desktop() as desktop:
             desktop.write_system_calendar(in_join_phase()[1])
-            for path in self.settings_files(desktop):
-                path.write_bytes(bytes(range(256)) * 40 + b"\n[General]\nnotificationDuration=@Variant(\0\0\0")
+            garbage = bytes(range(256)) * 40 + b"\n[General]\nnotificationDuration=@Variant(\0\0\0"
+            self.settings_file(desktop).write_bytes(garbage)
             program = desktop.start_quillet()
             desktop.wait_until_shown(program.wait_for_banner(), "garbled-settings")
             self.assertEqual(program.quit(), 0)
@@ -174,16 +174,28 @@ class Roads(unittest.TestCase):
     def aReadOnlySettingsFileDoesNotStopTheTeaching(self):
         with Desktop() as desktop:
             desktop.write_system_calendar(in_join_phase()[1])
-            for path in self.settings_files(desktop):
-                # Root may write any file: a folder in the file's place is read-only for everybody.
-                path.mkdir()
+            path = self.settings_file(desktop)
+            path.write_text("[General]\nnotificationDuration=20\n")
+            path.chmod(0o400)
+            path.parent.chmod(0o500)
             program = desktop.start_quillet()
             desktop.wait_until_shown(program.wait_for_banner(), "read-only-settings")
             self.assertEqual(program.quit(), 0)
+            path.parent.chmod(0o700)
 
-    def settings_files(self, desktop):
-        """Where the program keeps its settings, learnt from the program itself."""
-        raise NotImplementedError
+    def aFolderInTheSettingsFilesPlaceDoesNotStopTheTeaching(self):
+        # Root may write any file; what nobody can write is a folder.
+        with Desktop() as desktop:
+            desktop.write_system_calendar(in_join_phase()[1])
+            self.settings_file(desktop).mkdir()
+            program = desktop.start_quillet()
+            desktop.wait_until_shown(program.wait_for_banner(), "unwritable-settings")
+            self.assertEqual(program.quit(), 0)
+
+    def settings_file(self, desktop):
+        folder = desktop.config / "quillet"
+        folder.mkdir()
+        return folder / "quillet.ini"
 
     # --- trouble with the sound
 

@@ -5,8 +5,7 @@
 
 #include "Corvane/Platform/Linux/X11/X11Connection.h"
 
-#include <csignal>
-#include <unistd.h>
+#include <QProcessEnvironment>
 
 using namespace Qt::StringLiterals;
 
@@ -20,10 +19,22 @@ constexpr int patience = 20'000; // milliseconds
 
 TestDesktop::TestDesktop(QSize size)
 {
-    m_server.setProcessChannelMode(QProcess::SeparateChannels);
+    startServer(u"Xvfb"_s, {u"-screen"_s, u"0"_s, u"%1x%2x24"_s.arg(size.width()).arg(size.height())});
+}
+
+TestDesktop::TestDesktop(TwoMonitors)
+{
+    // It keeps its log to itself, and away from the machine's terminals.
+    startServer(u"Xorg"_s, {u"-config"_s, QStringLiteral(QUILLET_TWO_MONITORS), u"-noreset"_s,
+                            u"-novtswitch"_s, u"-sharevts"_s, u"-logfile"_s, QProcess::nullDevice()});
+    run(u"xrandr"_s, {u"--addmode"_s, u"DUMMY1"_s, u"2048x1536"_s});
+    run(u"xrandr"_s, {u"--output"_s, u"DUMMY1"_s, u"--mode"_s, u"2048x1536"_s, u"--right-of"_s, u"DUMMY0"_s});
+}
+
+void TestDesktop::startServer(const QString &program, const QStringList &arguments)
+{
     m_server.setStandardErrorFile(QProcess::nullDevice());
-    m_server.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s,
-                               u"%1x%2x24"_s.arg(size.width()).arg(size.height()), u"-nolisten"_s, u"tcp"_s});
+    m_server.start(program, QStringList{u"-displayfd"_s, u"1"_s, u"-nolisten"_s, u"tcp"_s} + arguments);
     QByteArray display;
     while (!display.endsWith('\n')) {
         if (!m_server.waitForReadyRead(patience)) {
@@ -38,6 +49,7 @@ TestDesktop::TestDesktop(QSize size)
 TestDesktop::~TestDesktop()
 {
     stopWindowManager();
+    end(m_bus); // what was started through it ends with it
     end(m_server);
 }
 
@@ -47,19 +59,21 @@ void TestDesktop::startWindowManager(WindowManager manager)
     m_manager = std::make_unique<QProcess>();
     m_manager->setStandardOutputFile(QProcess::nullDevice());
     m_manager->setStandardErrorFile(QProcess::nullDevice());
-    // A group of its own, so that what it starts ends with it.
-    m_manager->setChildProcessModifier([] { ::setsid(); });
     switch (manager) {
     case WindowManager::openbox:
         m_manager->start(u"openbox"_s, {u"--sm-disable"_s});
         break;
     case WindowManager::xfwm4:
-        m_manager->start(u"dbus-run-session"_s, {u"--"_s, u"xfwm4"_s, u"--compositor=off"_s});
+    case WindowManager::xfwm4WithCompositing: {
+        // It reads its settings from a service on the session's bus, and does not start without.
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, busAddress());
+        m_manager->setProcessEnvironment(environment);
+        const bool isCompositing = manager == WindowManager::xfwm4WithCompositing;
+        m_manager->start(u"xfwm4"_s,
+                         {isCompositing ? u"--compositor=on"_s : u"--compositor=off"_s, u"--vblank=off"_s});
         break;
-    case WindowManager::xfwm4WithCompositing:
-        m_manager->start(u"dbus-run-session"_s,
-                         {u"--"_s, u"xfwm4"_s, u"--compositor=on"_s, u"--vblank=off"_s});
-        break;
+    }
     }
     if (!m_manager->waitForStarted(patience)) {
         qFatal("the window manager did not start");
@@ -69,10 +83,26 @@ void TestDesktop::startWindowManager(WindowManager manager)
 void TestDesktop::stopWindowManager()
 {
     if (m_manager) {
-        ::kill(static_cast<pid_t>(-m_manager->processId()), SIGTERM);
         end(*m_manager);
         m_manager.reset();
     }
+}
+
+QString TestDesktop::busAddress()
+{
+    if (m_bus.state() == QProcess::NotRunning) {
+        m_bus.setStandardErrorFile(QProcess::nullDevice());
+        m_bus.start(u"dbus-daemon"_s,
+                    {u"--session"_s, u"--nofork"_s, u"--nopidfile"_s, u"--print-address=1"_s});
+        m_busAddress.clear();
+        while (!m_busAddress.endsWith(u'\n')) {
+            if (!m_bus.waitForReadyRead(patience)) {
+                qFatal("the session bus did not come up");
+            }
+            m_busAddress += QString::fromUtf8(m_bus.readAllStandardOutput());
+        }
+    }
+    return m_busAddress.trimmed();
 }
 
 bool TestDesktop::isManaged()
@@ -94,16 +124,24 @@ std::unique_ptr<QProcess> TestDesktop::startOpponent(const QStringList &argument
 
 QString TestDesktop::xdotool(const QStringList &arguments)
 {
+    return run(u"xdotool"_s, arguments);
+}
+
+QString TestDesktop::run(const QString &program, const QStringList &arguments)
+{
     QProcess process;
-    process.start(u"xdotool"_s, arguments);
+    process.start(program, arguments);
     if (!process.waitForFinished(patience) || process.exitCode() != 0) {
-        qFatal("xdotool failed: %s", process.readAllStandardError().constData());
+        qFatal("%s failed: %s", qPrintable(program), process.readAllStandardError().constData());
     }
     return QString::fromUtf8(process.readAllStandardOutput());
 }
 
 void TestDesktop::end(QProcess &process)
 {
+    if (process.state() == QProcess::NotRunning) {
+        return;
+    }
     process.terminate();
     if (!process.waitForFinished(patience / 4)) {
         process.kill();

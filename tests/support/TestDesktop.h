@@ -20,7 +20,13 @@ class TestDesktop {
 public:
     enum class WindowManager { openbox, xfwm4, xfwm4WithCompositing };
 
+    /// One monitor of `size`.
     explicit TestDesktop(QSize size);
+
+    /// Two monitors of 2048 by 1536 beside one another.
+    struct TwoMonitors {};
+    explicit TestDesktop(TwoMonitors);
+
     ~TestDesktop();
     TestDesktop(const TestDesktop &) = delete;
     TestDesktop &operator=(const TestDesktop &) = delete;
@@ -38,10 +44,17 @@ public:
     /// Runs xdotool and waits for its end; what it prints.
     static QString xdotool(const QStringList &arguments);
 
+    /// Runs any other tool of the display, likewise.
+    static QString run(const QString &program, const QStringList &arguments);
+
 private:
+    void startServer(const QString &program, const QStringList &arguments);
+    QString busAddress();
     static void end(QProcess &process);
 
     QProcess m_server;
+    QProcess m_bus;
+    QString m_busAddress;
     std::unique_ptr<QProcess> m_manager;
 };
 

@@ -3,13 +3,15 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/ApplicationAdaptor.h"
 
+#include <utility>
+
 namespace corvane {
 
 using namespace Qt::StringLiterals;
 
-ApplicationAdaptor::ApplicationAdaptor(SingleInstance *instance)
-    : QDBusAbstractAdaptor(instance)
-    , m_instance(instance)
+ApplicationAdaptor::ApplicationAdaptor(QObject *parent, Handlers handlers)
+    : QDBusAbstractAdaptor(parent)
+    , m_handlers(std::move(handlers))
 {
 }
 
@@ -19,7 +21,7 @@ void ApplicationAdaptor::Activate(const QVariantMap &platformData)
     if (token.isEmpty()) {
         token = platformData.value(u"desktop-startup-id"_s).toString();
     }
-    Q_EMIT m_instance->activationRequested(token);
+    m_handlers.activate(token);
 }
 
 // The program opens no documents: to be handed some is to be asked for.
@@ -32,7 +34,7 @@ void ApplicationAdaptor::Open(const QStringList &, const QVariantMap &platformDa
 void ApplicationAdaptor::ActivateAction(const QString &name, const QVariantList &, const QVariantMap &)
 {
     if (name == "quit"_L1) {
-        Q_EMIT m_instance->quitRequested();
+        m_handlers.quit();
     }
 }
 

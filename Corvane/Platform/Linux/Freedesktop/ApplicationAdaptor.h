@@ -3,10 +3,10 @@
 
 #pragma once
 
-#include "Corvane/Platform/Linux/Freedesktop/SingleInstance.h"
-
 #include <QDBusAbstractAdaptor>
 #include <QVariantMap>
+
+#include <functional>
 
 namespace corvane {
 
@@ -16,7 +16,13 @@ class ApplicationAdaptor final : public QDBusAbstractAdaptor {
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 
 public:
-    explicit ApplicationAdaptor(SingleInstance *instance);
+    /// What a call of the desktop leads to. Signals would not do: those of an adaptor go out on the bus.
+    struct Handlers {
+        std::function<void(const QString &activationToken)> activate;
+        std::function<void()> quit;
+    };
+
+    ApplicationAdaptor(QObject *parent, Handlers handlers);
 
 public Q_SLOTS:
     void Activate(const QVariantMap &platformData);
@@ -24,7 +30,7 @@ public Q_SLOTS:
     void ActivateAction(const QString &name, const QVariantList &parameter, const QVariantMap &platformData);
 
 private:
-    SingleInstance *m_instance;
+    Handlers m_handlers;
 };
 
 } // namespace corvane

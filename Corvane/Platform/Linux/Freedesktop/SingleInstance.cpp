@@ -96,7 +96,9 @@ SingleInstance::SingleInstance(QDBusConnection sessionBus, QStringList lockDirec
     , m_bus(std::move(sessionBus))
     , m_lockDirectories(std::move(lockDirectories))
 {
-    new ApplicationAdaptor(this);
+    new ApplicationAdaptor(this,
+                           {.activate = [this](const QString &token) { Q_EMIT activationRequested(token); },
+                            .quit = [this] { Q_EMIT quitRequested(); }});
 }
 
 SingleInstance::~SingleInstance()

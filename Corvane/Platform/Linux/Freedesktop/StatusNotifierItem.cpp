@@ -77,8 +77,9 @@ StatusNotifierItem::StatusNotifierItem(QDBusConnection bus, const QList<QImage> 
     , m_bus(std::move(bus))
     , m_desktop(desktop)
 {
-    m_adaptor = desktop.showsLabel ? new LabelledStatusNotifierItemAdaptor(this, icons)
-                                   : new StatusNotifierItemAdaptor(this, icons);
+    auto onClick = [this](int x, int y) { click(x, y); };
+    m_adaptor = desktop.showsLabel ? new LabelledStatusNotifierItemAdaptor(this, icons, std::move(onClick))
+                                   : new StatusNotifierItemAdaptor(this, icons, std::move(onClick));
     if (!m_bus.isConnected()) {
         return;
     }

@@ -52,7 +52,6 @@ Q_SIGNALS:
     void registrationFailed(const QString &reason);
 
 private:
-    friend class StatusNotifierItemAdaptor;
     void registerItem();
     void click(int x, int y);
 

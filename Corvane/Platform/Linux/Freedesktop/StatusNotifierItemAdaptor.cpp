@@ -59,9 +59,10 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, StatusToolTip &to
     return argument;
 }
 
-StatusNotifierItemAdaptor::StatusNotifierItemAdaptor(StatusNotifierItem *item, const QList<QImage> &icons)
-    : QDBusAbstractAdaptor(item)
-    , m_item(item)
+StatusNotifierItemAdaptor::StatusNotifierItemAdaptor(QObject *parent, const QList<QImage> &icons,
+                                                     ClickHandler onClick)
+    : QDBusAbstractAdaptor(parent)
+    , m_onClick(std::move(onClick))
 {
     qDBusRegisterMetaType<StatusIconPixmap>();
     qDBusRegisterMetaType<StatusIconPixmaps>();
@@ -116,7 +117,7 @@ void StatusNotifierItemAdaptor::setText(const QString &text)
 
 void StatusNotifierItemAdaptor::Activate(int x, int y)
 {
-    m_item->click(x, y);
+    m_onClick(x, y);
 }
 
 // A panel calls these on any item; this one has nothing to do for them.

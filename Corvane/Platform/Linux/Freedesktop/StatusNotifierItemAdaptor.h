@@ -3,11 +3,13 @@
 
 #pragma once
 
-#include "Corvane/Platform/Linux/Freedesktop/StatusNotifierItem.h"
-
 #include <QDBusAbstractAdaptor>
 #include <QDBusArgument>
 #include <QDBusObjectPath>
+#include <QImage>
+#include <QList>
+
+#include <functional>
 
 namespace corvane {
 
@@ -52,7 +54,11 @@ class StatusNotifierItemAdaptor : public QDBusAbstractAdaptor {
     Q_PROPERTY(QDBusObjectPath Menu READ menu)
 
 public:
-    StatusNotifierItemAdaptor(StatusNotifierItem *item, const QList<QImage> &icons);
+    /// What a click leads to, told where it was. A signal would not do: those of an adaptor go out on the
+    /// bus.
+    using ClickHandler = std::function<void(int x, int y)>;
+
+    StatusNotifierItemAdaptor(QObject *parent, const QList<QImage> &icons, ClickHandler onClick);
 
     [[nodiscard]] QString category() const;
     [[nodiscard]] QString id() const;
@@ -87,7 +93,7 @@ protected:
     virtual void textChanged() {}
 
 private:
-    StatusNotifierItem *m_item;
+    ClickHandler m_onClick;
     StatusIconPixmaps m_icons;
     QString m_text;
 };

@@ -118,7 +118,9 @@ void BannerWindow::updateVisibility()
         show();
         updateShape();
     }
-    raise();
+    if (x11::connection() != nullptr) {
+        raise(); // a window that is mapped again stands where it stood before
+    }
 }
 
 bool BannerWindow::isAtRest() const

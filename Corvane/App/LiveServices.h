@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Calendar/EventKitLessonScheduleStore.h"
+#include "Corvane/Notifications/FloatingBannerPresenter.h"
+#include "Corvane/Notifications/SystemSoundPlayer.h"
+#include "Corvane/Platform/Linux/Freedesktop/AutostartLoginItem.h"
+#include "Corvane/Platform/Linux/Sound/CanberraSounds.h"
+#include "Corvane/Platform/Linux/X11/X11BannerPanels.h"
+#include "Corvane/Platform/Linux/X11/X11Screens.h"
+#include "Corvane/Services/CombinedLessonScheduleStore.h"
+#include "Corvane/Services/WorkflowTransitionScheduler.h"
+#include "Corvane/Utilities/DateProviding.h"
+
+#include <QSettings>
+
+#include <memory>
+
+namespace corvane {
+
+/// What AppEnvironment::live() builds, in the order in which it is built; destroyed the other way round,
+/// after the event loop has ended.
+struct LiveServices {
+    SystemDateProvider dateProvider;
+    std::unique_ptr<QSettings> standardUserDefaults;
+    std::unique_ptr<AutostartLoginItem> loginItem;
+    std::unique_ptr<AppSettings> settings;
+    std::unique_ptr<DebugLogService> debugLogger;
+    std::unique_ptr<EventStore> eventStore;
+    std::unique_ptr<EventKitLessonScheduleStore> calendarStore;
+    std::unique_ptr<CombinedLessonScheduleStore> scheduleStore;
+    std::unique_ptr<CanberraSounds> sounds;
+    std::unique_ptr<SystemSoundPlayer> soundPlayer;
+    std::unique_ptr<X11Screens> screens;
+    std::unique_ptr<X11BannerPanels> panels;
+    std::unique_ptr<FloatingBannerPresenter> notificationPresenter;
+    std::unique_ptr<WorkflowTransitionScheduler> scheduler;
+};
+
+} // namespace corvane

@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/App/SettingsFile.h"
+
+#include "Corvane/Utilities/Clock.h"
+
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+
+std::unique_ptr<QSettings> SettingsFile::open()
+{
+    auto settings =
+        std::make_unique<QSettings>(QSettings::IniFormat, QSettings::UserScope, u"quillet"_s, u"quillet"_s);
+    // The user's file alone: a value of the machine's would look as if the user had chosen it.
+    settings->setFallbacksEnabled(false);
+    if (settings->status() == QSettings::FormatError) {
+        m_garbledPath = settings->fileName();
+        const QString copy = m_garbledPath + u".unreadable"_s;
+        if (QFile::exists(copy) || QFile::copy(m_garbledPath, copy)) {
+            m_copyPath = copy;
+        }
+    }
+    return settings;
+}
+
+void SettingsFile::report(const QSettings &settings, DebugLogService &logger) const
+{
+    if (!m_garbledPath.isEmpty()) {
+        logger.log(u"settings file not understood path=\""_s + m_garbledPath + u"\" copy=\""_s + m_copyPath +
+                       u'"',
+                   currentDate());
+    }
+    if (settings.status() == QSettings::AccessError) {
+        logger.log(u"settings file cannot be written path=\""_s + settings.fileName() +
+                       u"\", changes last for this run only"_s,
+                   currentDate());
+    }
+}
+
+} // namespace corvane

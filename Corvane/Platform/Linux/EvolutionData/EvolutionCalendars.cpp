@@ -1,0 +1,783 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/EvolutionData/EventExpansion.h"
+
+#include "Corvane/Platform/Linux/EvolutionData/EvolutionCalendars.h"
+
+#include "Corvane/Platform/Linux/EvolutionData/Pending.h"
+
+#include <QDateTime>
+#include <QFileInfo>
+#include <QSet>
+
+#include <map>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace corvane {
+
+namespace {
+
+/// What is kept of the time limit for drawing the conclusions.
+constexpr auto conclusionTime = 300ms;
+/// How long the first query of a calendar waits for the watch over its series; it goes on without.
+constexpr auto watchTime = 1000ms;
+/// Series are fetched one by one from services that may leave out their changed instances; not more than so
+/// many, and so many at a time.
+constexpr std::size_t maximumSingleFetches = 1'000;
+constexpr std::size_t fetchesAtATime = 8;
+/// Expansions that did not end in time may stay behind, but not more than so many.
+constexpr int maximumStrayJobs = 2;
+constexpr int workerThreads = 4;
+
+constexpr auto seriesQuery = "(has-recurrences?)";
+
+using Components = std::vector<GObjectRef<ICalComponent>>;
+
+QString messageOf(GError *error)
+{
+    const QString message = error != nullptr ? QString::fromUtf8(error->message) : u"unknown"_s;
+    g_clear_error(&error);
+    return message;
+}
+
+/// The single events that overlap the interval, a day added on either side, since the service takes floating
+/// times for UTC. Series are kept out by the first condition, before the service would walk through them: a
+/// rule without end keeps it busy for hours, and with it the whole calendar.
+QByteArray singlesQuery(DateInterval interval)
+{
+    const auto text = [](Date date, int days) {
+        const auto seconds = static_cast<qint64>(std::floor(secondsSince1970(date))) + days * 86'400LL;
+        return QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC).toString(u"yyyyMMdd'T'hhmmss'Z'"_s).toLatin1();
+    };
+    return "(and (not (has-recurrences?)) (occur-in-time-range? (make-time \"" + text(interval.start, -1) +
+           "\") (make-time \"" + text(interval.end, 2) + "\")))";
+}
+
+/// Gives the service's client back on the main thread, wherever the last user of it is.
+std::shared_ptr<ECalClient> shareAcrossThreads(const GObjectRef<ECalClient> &client)
+{
+    g_object_ref(client.get());
+    return {client.get(), [](ECalClient *last) {
+                g_idle_add(
+                    [](gpointer object) -> gboolean {
+                        g_object_unref(object);
+                        return G_SOURCE_REMOVE;
+                    },
+                    last);
+            }};
+}
+
+/// A flag that a signal of a GObject sets, however long either of them lives.
+using Flag = std::shared_ptr<std::atomic<bool>>;
+
+template <typename Callback>
+void setFlagOn(gpointer object, const char *signal, const Flag &flag, Callback callback)
+{
+    g_signal_connect_data(
+        object, signal, reinterpret_cast<GCallback>(callback), new Flag(flag),
+        [](gpointer data, GClosure *) { delete static_cast<Flag *>(data); }, GConnectFlags{});
+}
+
+struct WatchData {
+    GObjectRef<ECalClient> client;
+    Flag isStale;
+};
+
+/// Makes a view on the series, on a thread of GLib's: its calls block and know no other form.
+void makeWatch(GTask *task, gpointer, gpointer data, GCancellable *cancellable)
+{
+    const auto &watch = *static_cast<WatchData *>(data);
+    GError *error = nullptr;
+    ECalClientView *view = nullptr;
+    if (e_cal_client_get_view_sync(watch.client.get(), seriesQuery, &view, cancellable, &error) == FALSE) {
+        g_task_return_error(task, error);
+        return;
+    }
+    const auto objectsChanged =
+        +[](ECalClientView *, gpointer, gpointer flag) { *static_cast<Flag *>(flag)->get() = true; };
+    for (const char *signal : {"objects-added", "objects-modified", "objects-removed"}) {
+        setFlagOn(view, signal, watch.isStale, objectsChanged);
+    }
+    e_cal_client_view_set_flags(view, E_CAL_CLIENT_VIEW_FLAGS_NONE, &error);
+    if (error == nullptr) {
+        e_cal_client_view_start(view, &error);
+    }
+    if (error != nullptr) {
+        g_object_unref(view);
+        g_task_return_error(task, error);
+        return;
+    }
+    g_task_return_pointer(task, view, g_object_unref);
+}
+
+/// A calendar of the service, and what is known of it.
+struct Calendar {
+    GObjectRef<ESource> source;
+    QString name;
+    bool isLocal = false;
+
+    GObjectRef<ECalClient> client;
+    Flag isDead;
+    GObjectRef<ECalClientView> watch;
+    Flag areSeriesStale;
+
+    /// The occurrences of the series, as long as none of them changes.
+    struct Series {
+        DateInterval interval;
+        QByteArray timeZoneId;
+        std::vector<CalendarEvent> events;
+        std::vector<EventTrouble> troubles;
+    };
+    std::optional<Series> series;
+
+    /// What the last expansions found out about single series, for one interval and time zone.
+    DateInterval knownInterval;
+    QByteArray knownTimeZoneId;
+    std::map<QByteArray, std::shared_ptr<const GroupOutcome>> knownSeries;
+    std::set<std::size_t> suspects;
+
+    struct LastAnswer {
+        DateInterval interval;
+        std::vector<CalendarEvent> events;
+    };
+    std::optional<LastAnswer> lastAnswer;
+
+    bool isSilent = false;
+    QSet<QByteArray> toldTroubles;
+
+    void dropClient()
+    {
+        watch.reset();
+        client.reset();
+        series.reset();
+    }
+};
+
+/// The components of a calendar, and what they name.
+struct Sorted {
+    Components singles;
+    Components series;
+    std::set<QByteArray> timeZones;
+    /// The identifiers of the series.
+    std::set<QByteArray> uids;
+};
+
+struct Expanded {
+    Expansion singles;
+    Expansion series;
+};
+
+/// Why a calendar gave no answer.
+struct Trouble {
+    QString step;
+    QString reason;
+    bool isTimeout = false;
+};
+
+} // namespace
+
+class EvolutionCalendars::Impl : public std::enable_shared_from_this<Impl> {
+public:
+    Impl(DebugLogService &log, TimeZoneId timeZoneId) : m_log(log), m_timeZoneId(std::move(timeZoneId)) {}
+
+    void close()
+    {
+        m_isClosed = true;
+        if (m_cancellable) {
+            g_cancellable_cancel(m_cancellable.get());
+        }
+        for (const auto &control : m_controls) {
+            control->abandon();
+        }
+    }
+
+    enum class Service { there, absent, silent };
+
+    static QCoro::Task<std::expected<bool, Failure>> lookFor(std::shared_ptr<Impl> self,
+                                                             QDeadlineTimer deadline)
+    {
+        const Found found = co_await findService(self, deadline);
+        self->tellOfService(found);
+        if (found.service == Service::silent) {
+            co_return std::unexpected(
+                Failure{u"The calendar service did not answer: %1"_s.arg(found.trouble)});
+        }
+        if (found.service == Service::absent) {
+            co_return false;
+        }
+        self->takeUpCalendars();
+        self->m_cancellable = GObjectRef<GCancellable>::adopt(g_cancellable_new());
+        const GObjectRef<GCancellable> cancellable = self->m_cancellable;
+        std::vector<QCoro::Task<std::optional<Trouble>>> tasks;
+        for (const auto &[uid, calendar] : self->m_calendars) {
+            tasks.push_back(open(self, calendar, cancellable, deadline));
+        }
+        QString trouble;
+        bool isAnyOpen = tasks.empty();
+        for (auto &task : tasks) {
+            const std::optional<Trouble> failure = co_await task;
+            isAnyOpen = isAnyOpen || !failure;
+            if (failure) {
+                trouble = failure->reason;
+            }
+        }
+        g_cancellable_cancel(cancellable.get());
+        if (!isAnyOpen) {
+            co_return std::unexpected(Failure{u"No calendar could be opened: %1"_s.arg(trouble)});
+        }
+        co_return true;
+    }
+
+    static QCoro::Task<CalendarAnswers> query(std::shared_ptr<Impl> self, DateInterval interval,
+                                              QDeadlineTimer deadline)
+    {
+        CalendarAnswers answers;
+        const QDeadlineTimer inTime(
+            std::max(deadline.remainingTimeAsDuration() - conclusionTime, std::chrono::nanoseconds(50ms)),
+            Qt::PreciseTimer);
+        const Found found = co_await findService(self, inTime);
+        self->tellOfService(found);
+        if (found.service == Service::there) {
+            self->takeUpCalendars();
+        }
+        // Calendars that were open before may answer even where the list of calendars cannot be had.
+        answers.isThere = found.service != Service::absent || !self->m_calendars.empty();
+        if (found.service == Service::silent && self->m_calendars.empty()) {
+            answers.silent = 1;
+            answers.trouble = u"The calendar service did not answer: %1"_s.arg(found.trouble);
+            co_return answers;
+        }
+        self->m_cancellable = GObjectRef<GCancellable>::adopt(g_cancellable_new());
+        const GObjectRef<GCancellable> cancellable = self->m_cancellable;
+        std::vector<std::shared_ptr<Calendar>> calendars;
+        std::vector<QCoro::Task<std::expected<std::vector<CalendarEvent>, Trouble>>> tasks;
+        const QByteArray timeZoneId = self->m_timeZoneId();
+        for (const auto &[uid, calendar] : self->m_calendars) {
+            calendars.push_back(calendar);
+            tasks.push_back(
+                queryCalendar(self, calendar, interval, timeZoneId, cancellable, inTime, deadline));
+        }
+        for (std::size_t index = 0; index < tasks.size(); ++index) {
+            auto events = co_await tasks[index];
+            self->conclude(*calendars[index], interval, std::move(events), answers);
+        }
+        // What still runs is given up.
+        g_cancellable_cancel(cancellable.get());
+        co_return answers;
+    }
+
+private:
+    // The list of calendars.
+
+    [[nodiscard]] static bool isBusInReach()
+    {
+        // Without either of these GLib would start a bus of its own for this program alone.
+        return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
+               QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/bus"_s);
+    }
+
+    struct Found {
+        Service service;
+        /// Why it is not there.
+        QString trouble;
+    };
+
+    static QCoro::Task<Found> findService(std::shared_ptr<Impl> self, QDeadlineTimer deadline)
+    {
+        if (self->m_registry && self->isRegistryEmpty()) {
+            // The service is gone, or has come since.
+            self->m_registry.reset();
+        }
+        if (self->m_registry) {
+            co_return Found{Service::there, {}};
+        }
+        if (!isBusInReach()) {
+            co_return Found{Service::absent, u"there is no session bus"_s};
+        }
+        Pending<Found> call;
+        if (self->m_registryCall) {
+            // A service that hangs keeps this call for half a minute, whatever is done: there is one at a
+            // time.
+            call = *self->m_registryCall;
+        } else {
+            self->m_registryCall = call;
+            detach(makeRegistry(self, call));
+        }
+        if (!co_await call.until(deadline)) {
+            co_return Found{Service::silent, u"the list of calendars did not come in time"_s};
+        }
+        co_return call.value();
+    }
+
+    /// Holds what it needs, since its answer may come long after everyone has stopped waiting.
+    static QCoro::Task<void> makeRegistry(std::shared_ptr<Impl> self, Pending<Found> call)
+    {
+        Found found{Service::absent, u"the session bus has none"_s};
+        const auto bus = startGioCall([](GAsyncReadyCallback callback, gpointer data) {
+            g_bus_get(G_BUS_TYPE_SESSION, nullptr, callback, data);
+        });
+        co_await bus.until(QDeadlineTimer(QDeadlineTimer::Forever));
+        GError *error = nullptr;
+        const auto connection =
+            GObjectRef<GDBusConnection>::adopt(g_bus_get_finish(bus.value().get(), &error));
+        if (connection) {
+            // The end of the bus must not be the end of the program.
+            g_dbus_connection_set_exit_on_close(connection.get(), FALSE);
+            const auto making = startGioCall([](GAsyncReadyCallback callback, gpointer data) {
+                e_source_registry_new(nullptr, callback, data);
+            });
+            co_await making.until(QDeadlineTimer(QDeadlineTimer::Forever));
+            self->m_registry = GObjectRef<ESourceRegistry>::adopt(
+                e_source_registry_new_finish(making.value().get(), &error));
+            if (!self->m_registry) {
+                if (g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_ACCESS_DENIED) ||
+                    g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN)) {
+                    g_clear_error(&error);
+                } else {
+                    found = {Service::silent, messageOf(std::exchange(error, nullptr))};
+                }
+            } else if (self->isRegistryEmpty()) {
+                // The library makes an empty list where there is no service; a real one is never empty.
+                self->m_registry.reset();
+            } else {
+                found = {Service::there, {}};
+            }
+        } else {
+            found.trouble = messageOf(std::exchange(error, nullptr));
+        }
+        self->m_registryCall.reset();
+        call.resolve(found);
+    }
+
+    [[nodiscard]] bool isRegistryEmpty() const
+    {
+        GList *sources = e_source_registry_list_sources(m_registry.get(), nullptr);
+        const bool isEmpty = sources == nullptr;
+        g_list_free_full(sources, g_object_unref);
+        return isEmpty;
+    }
+
+    void takeUpCalendars()
+    {
+        std::map<QByteArray, std::shared_ptr<Calendar>> enabled;
+        GList *sources = e_source_registry_list_enabled(m_registry.get(), E_SOURCE_EXTENSION_CALENDAR);
+        for (GList *item = sources; item != nullptr; item = item->next) {
+            auto *source = static_cast<ESource *>(item->data);
+            auto *backend =
+                static_cast<ESourceBackend *>(e_source_get_extension(source, E_SOURCE_EXTENSION_CALENDAR));
+            const QByteArray backendName(e_source_backend_get_backend_name(backend));
+            if (backendName == "contacts" || backendName == "weather") {
+                continue;
+            }
+            const QByteArray uid(e_source_get_uid(source));
+            const auto known = m_calendars.find(uid);
+            std::shared_ptr<Calendar> calendar;
+            if (known != m_calendars.end()) {
+                calendar = known->second;
+            } else {
+                calendar = std::make_shared<Calendar>();
+                calendar->isLocal = backendName == "local";
+            }
+            calendar->source = GObjectRef<ESource>::share(source);
+            calendar->name = QString::fromUtf8(e_source_get_display_name(source));
+            enabled.emplace(uid, std::move(calendar));
+        }
+        g_list_free_full(sources, g_object_unref);
+        m_calendars = std::move(enabled);
+    }
+
+    // One calendar.
+
+    /// Ends with nothing where the calendar is open.
+    static QCoro::Task<std::optional<Trouble>> open(std::shared_ptr<Impl> self,
+                                                    std::shared_ptr<Calendar> calendar,
+                                                    GObjectRef<GCancellable> cancellable,
+                                                    QDeadlineTimer deadline)
+    {
+        if (calendar->client && !*calendar->isDead) {
+            co_return std::nullopt;
+        }
+        if (calendar->client) {
+            self->m_log(u"calendar opened again name=\"%1\" reason=\"the calendar service died\""_s.arg(
+                logText(calendar->name)));
+        }
+        calendar->dropClient();
+        const auto connecting = startGioCall([&](GAsyncReadyCallback callback, gpointer data) {
+            e_cal_client_connect(calendar->source.get(), E_CAL_CLIENT_SOURCE_TYPE_EVENTS,
+                                 static_cast<guint32>(-1), cancellable.get(), callback, data);
+        });
+        if (!co_await connecting.until(deadline)) {
+            co_return Trouble{u"open"_s, u"it did not answer in time"_s, true};
+        }
+        GError *error = nullptr;
+        EClient *made = e_cal_client_connect_finish(connecting.value().get(), &error);
+        if (made == nullptr) {
+            co_return Trouble{u"open"_s, messageOf(error)};
+        }
+        calendar->client = GObjectRef<ECalClient>::adopt(E_CAL_CLIENT(made));
+        calendar->isDead = std::make_shared<std::atomic<bool>>(false);
+        calendar->areSeriesStale = std::make_shared<std::atomic<bool>>(true);
+        setFlagOn(
+            made, "backend-died", calendar->isDead,
+            +[](EClient *, gpointer flag) { *static_cast<Flag *>(flag)->get() = true; });
+
+        const auto watching = startGioCall([&](GAsyncReadyCallback callback, gpointer data) {
+            GTask *task = g_task_new(nullptr, cancellable.get(), callback, data);
+            g_task_set_task_data(task, new WatchData{calendar->client, calendar->areSeriesStale},
+                                 [](gpointer watch) { delete static_cast<WatchData *>(watch); });
+            g_task_run_in_thread(task, makeWatch);
+            g_object_unref(task);
+        });
+        const QDeadlineTimer watchEnd(watchTime, Qt::PreciseTimer);
+        if (co_await watching.until(std::min(watchEnd, deadline))) {
+            // Without a watch the series are fetched anew each time.
+            calendar->watch = GObjectRef<ECalClientView>::adopt(static_cast<ECalClientView *>(
+                g_task_propagate_pointer(G_TASK(watching.value().get()), nullptr)));
+        }
+        co_return std::nullopt;
+    }
+
+    static Pending<GObjectRef<GAsyncResult>> listObjects(const Calendar &calendar, const QByteArray &query,
+                                                         GCancellable *cancellable)
+    {
+        return startGioCall([&](GAsyncReadyCallback callback, gpointer data) {
+            e_cal_client_get_object_list(calendar.client.get(), query.constData(), cancellable, callback,
+                                         data);
+        });
+    }
+
+    static std::expected<Components, Trouble> takeObjects(ECalClient *client, GAsyncResult *result)
+    {
+        GError *error = nullptr;
+        GSList *objects = nullptr;
+        if (e_cal_client_get_object_list_finish(client, result, &objects, &error) == FALSE) {
+            return std::unexpected(Trouble{u"query"_s, messageOf(error)});
+        }
+        Components components;
+        for (GSList *item = objects; item != nullptr; item = item->next) {
+            components.push_back(GObjectRef<ICalComponent>::adopt(static_cast<ICalComponent *>(item->data)));
+        }
+        g_slist_free(objects);
+        return components;
+    }
+
+    static QCoro::Task<std::expected<std::vector<CalendarEvent>, Trouble>>
+    queryCalendar(std::shared_ptr<Impl> self, std::shared_ptr<Calendar> calendar, DateInterval interval,
+                  QByteArray timeZoneId, GObjectRef<GCancellable> cancellable, QDeadlineTimer inTime,
+                  QDeadlineTimer deadline)
+    {
+        auto events =
+            co_await tryCalendar(self, calendar, interval, timeZoneId, cancellable, inTime, deadline);
+        if (!events && !events.error().isTimeout && !inTime.hasExpired() && !self->m_isClosed) {
+            // The service may have died; the next call starts it again.
+            self->m_log(u"calendar opened again name=\"%1\" step=\"%2\" reason=\"%3\""_s.arg(
+                logText(calendar->name), events.error().step, logText(events.error().reason)));
+            calendar->dropClient();
+            events =
+                co_await tryCalendar(self, calendar, interval, timeZoneId, cancellable, inTime, deadline);
+        }
+        if (!events && events.error().step != u"expansion") {
+            calendar->dropClient();
+        }
+        co_return events;
+    }
+
+    static QCoro::Task<std::expected<std::vector<CalendarEvent>, Trouble>>
+    tryCalendar(std::shared_ptr<Impl> self, std::shared_ptr<Calendar> calendar, DateInterval interval,
+                QByteArray timeZoneId, GObjectRef<GCancellable> cancellable, QDeadlineTimer inTime,
+                QDeadlineTimer deadline)
+    {
+        const Trouble late{u"query"_s, u"it did not answer in time"_s, true};
+        if (const auto failure = co_await open(self, calendar, cancellable, inTime)) {
+            co_return std::unexpected(*failure);
+        }
+        const GObjectRef<ECalClient> client = calendar->client;
+        if (calendar->knownInterval != interval || calendar->knownTimeZoneId != timeZoneId) {
+            calendar->knownInterval = interval;
+            calendar->knownTimeZoneId = timeZoneId;
+            calendar->knownSeries.clear();
+            calendar->series.reset();
+        }
+        const bool areSeriesKnown = calendar->series && calendar->watch && !*calendar->areSeriesStale;
+        // What changes from here on is seen by the next query.
+        *calendar->areSeriesStale = false;
+        const auto singlesCall = listObjects(*calendar, singlesQuery(interval), cancellable.get());
+        Components series;
+        if (!areSeriesKnown) {
+            calendar->series.reset();
+            const auto seriesCall = listObjects(*calendar, seriesQuery, cancellable.get());
+            if (!co_await seriesCall.until(inTime)) {
+                co_return std::unexpected(late);
+            }
+            auto objects = takeObjects(client.get(), seriesCall.value().get());
+            if (!objects) {
+                co_return std::unexpected(objects.error());
+            }
+            series = std::move(*objects);
+        }
+        if (!co_await singlesCall.until(inTime)) {
+            co_return std::unexpected(late);
+        }
+        auto singles = takeObjects(client.get(), singlesCall.value().get());
+        if (!singles) {
+            co_return std::unexpected(singles.error());
+        }
+
+        // What the components name is read on a worker: there may be many of them.
+        const auto sorting = startOnPool(
+            self->m_workers.threads(), [singles = std::move(*singles), series = std::move(series)]() mutable {
+                Sorted sorted{std::move(singles), std::move(series), {}, {}};
+                for (const auto &component : sorted.singles) {
+                    sorted.timeZones.merge(timeZoneIdentifiers(component.get()));
+                }
+                for (const auto &component : sorted.series) {
+                    sorted.timeZones.merge(timeZoneIdentifiers(component.get()));
+                    const char *uid = i_cal_component_get_uid(component.get());
+                    if (uid != nullptr) {
+                        sorted.uids.insert(uid);
+                    }
+                }
+                return sorted;
+            });
+        if (!co_await sorting.until(inTime)) {
+            co_return std::unexpected(Trouble{u"expansion"_s, u"it took too long"_s, true});
+        }
+        Sorted sorted = std::move(*sorting.value());
+
+        if (!calendar->isLocal && sorted.uids.size() <= maximumSingleFetches) {
+            // Other services may count a changed instance as a single event: the whole series is asked for.
+            auto whole = co_await fetchWhole(client, sorted.uids, cancellable, inTime);
+            if (!whole) {
+                co_return std::unexpected(late);
+            }
+            if (!whole->empty() || sorted.uids.empty()) {
+                std::erase_if(sorted.singles, [&sorted](const GObjectRef<ICalComponent> &component) {
+                    const char *uid = i_cal_component_get_uid(component.get());
+                    return uid != nullptr && sorted.uids.contains(QByteArray(uid));
+                });
+                sorted.series = std::move(*whole);
+            }
+        }
+        if (!co_await fetchTimeZones(client, std::move(sorted.timeZones), cancellable, inTime)) {
+            co_return std::unexpected(late);
+        }
+
+        if (self->m_strayJobs >= maximumStrayJobs) {
+            co_return std::unexpected(
+                Trouble{u"expansion"_s, u"earlier expansions have not ended yet"_s, true});
+        }
+        auto control = std::make_shared<ExpansionControl>();
+        ExpansionRequest request{interval, timeZoneId, {}, {}, calendar->knownSeries, calendar->suspects};
+        request.customZone = [keeper = shareAcrossThreads(client)](const char *tzid) {
+            return e_timezone_cache_get_timezone(E_TIMEZONE_CACHE(keeper.get()), tzid);
+        };
+        self->m_controls.insert(control);
+        const auto expanding =
+            startOnPool(self->m_workers.threads(), [singles = std::move(sorted.singles),
+                                                    series = std::move(sorted.series),
+                                                    request = std::move(request), control]() mutable {
+                return Expanded{expandGroups(groupByIdentifier(std::move(singles)), request, *control),
+                                expandGroups(groupByIdentifier(std::move(series)), request, *control)};
+            });
+        if (!co_await expanding.until(inTime)) {
+            control->abandon();
+            // Most expansions end at once when they are abandoned, with what they have found out.
+            if (!co_await expanding.until(deadline)) {
+                if (const std::size_t suspect = control->busyWith; suspect != 0) {
+                    calendar->suspects.insert(suspect);
+                }
+                ++self->m_strayJobs;
+                detach(followStray(self, control, expanding));
+                co_return std::unexpected(Trouble{u"expansion"_s, u"it took too long"_s, true});
+            }
+        }
+        self->m_controls.erase(control);
+        Expanded expanded = std::move(*expanding.value());
+        calendar->knownSeries.merge(std::map(expanded.series.series));
+        if (!expanded.singles.isComplete || !expanded.series.isComplete) {
+            co_return std::unexpected(Trouble{u"expansion"_s, u"it took too long"_s, true});
+        }
+        if (!areSeriesKnown) {
+            calendar->knownSeries = std::move(expanded.series.series);
+            calendar->series = Calendar::Series{interval, timeZoneId, std::move(expanded.series.events),
+                                                std::move(expanded.series.troubles)};
+        }
+        std::vector<CalendarEvent> events = std::move(expanded.singles.events);
+        std::ranges::copy(calendar->series->events, std::back_inserter(events));
+        std::vector<EventTrouble> troubles = std::move(expanded.singles.troubles);
+        std::ranges::copy(calendar->series->troubles, std::back_inserter(troubles));
+        self->tellOfEvents(*calendar, troubles);
+        co_return events;
+    }
+
+    template <typename Done>
+    static QCoro::Task<void> followStray(std::shared_ptr<Impl> self,
+                                         std::shared_ptr<ExpansionControl> control, Done done)
+    {
+        co_await done.until(QDeadlineTimer(QDeadlineTimer::Forever));
+        self->m_controls.erase(control);
+        --self->m_strayJobs;
+    }
+
+    static QCoro::Task<std::optional<Components>> fetchWhole(GObjectRef<ECalClient> client,
+                                                             std::set<QByteArray> uids,
+                                                             GObjectRef<GCancellable> cancellable,
+                                                             QDeadlineTimer deadline)
+    {
+        Components components;
+        auto next = uids.begin();
+        while (next != uids.end()) {
+            std::vector<Pending<GObjectRef<GAsyncResult>>> calls;
+            for (; next != uids.end() && calls.size() < fetchesAtATime; ++next) {
+                calls.push_back(startGioCall([&](GAsyncReadyCallback callback, gpointer data) {
+                    e_cal_client_get_objects_for_uid(client.get(), next->constData(), cancellable.get(),
+                                                     callback, data);
+                }));
+            }
+            for (const auto &call : calls) {
+                if (!co_await call.until(deadline)) {
+                    co_return std::nullopt;
+                }
+                GSList *objects = nullptr;
+                // One that has gone since is no failure.
+                e_cal_client_get_objects_for_uid_finish(client.get(), call.value().get(), &objects, nullptr);
+                for (GSList *item = objects; item != nullptr; item = item->next) {
+                    components.push_back(GObjectRef<ICalComponent>::share(
+                        e_cal_component_get_icalcomponent(static_cast<ECalComponent *>(item->data))));
+                }
+                g_slist_free_full(objects, g_object_unref);
+            }
+        }
+        co_return components;
+    }
+
+    /// Brings the zones into the client's cache, where the expansion finds them; answers false when late.
+    static QCoro::Task<bool> fetchTimeZones(GObjectRef<ECalClient> client, std::set<QByteArray> identifiers,
+                                            GObjectRef<GCancellable> cancellable, QDeadlineTimer deadline)
+    {
+        for (const QByteArray &tzid : identifiers) {
+            if (e_timezone_cache_get_timezone(E_TIMEZONE_CACHE(client.get()), tzid.constData()) != nullptr) {
+                continue;
+            }
+            const auto call = startGioCall([&](GAsyncReadyCallback callback, gpointer data) {
+                e_cal_client_get_timezone(client.get(), tzid.constData(), cancellable.get(), callback, data);
+            });
+            if (!co_await call.until(deadline)) {
+                co_return false;
+            }
+            ICalTimezone *zone = nullptr;
+            // A zone that nobody knows is taken for the user's own.
+            e_cal_client_get_timezone_finish(client.get(), call.value().get(), &zone, nullptr);
+        }
+        co_return true;
+    }
+
+    // What becomes of the answers.
+
+    void conclude(Calendar &calendar, DateInterval interval,
+                  std::expected<std::vector<CalendarEvent>, Trouble> events, CalendarAnswers &answers)
+    {
+        if (events) {
+            if (calendar.isSilent) {
+                calendar.isSilent = false;
+                m_log(u"calendar answers again name=\"%1\""_s.arg(logText(calendar.name)));
+            }
+            ++answers.answered;
+            std::ranges::copy(*events, std::back_inserter(answers.events));
+            calendar.lastAnswer = Calendar::LastAnswer{interval, std::move(*events)};
+            return;
+        }
+        const bool standsIn = calendar.lastAnswer && calendar.lastAnswer->interval == interval;
+        if (!calendar.isSilent && !m_isClosed) {
+            calendar.isSilent = true;
+            m_log(u"calendar did not answer name=\"%1\" step=\"%2\" reason=\"%3\" lastAnswerStands=%4"_s.arg(
+                logText(calendar.name), events.error().step, logText(events.error().reason),
+                standsIn ? u"yes"_s : u"no"_s));
+        }
+        if (standsIn) {
+            ++answers.answered;
+            std::ranges::copy(calendar.lastAnswer->events, std::back_inserter(answers.events));
+        } else {
+            ++answers.silent;
+            answers.trouble = u"The calendar \"%1\" did not answer: %2"_s.arg(logText(calendar.name),
+                                                                              logText(events.error().reason));
+        }
+    }
+
+    void tellOfEvents(Calendar &calendar, const std::vector<EventTrouble> &troubles)
+    {
+        QSet<QByteArray> told;
+        for (const EventTrouble &trouble : troubles) {
+            if (!calendar.toldTroubles.contains(trouble.key) && !told.contains(trouble.key)) {
+                m_log(u"calendar event left out calendar=\"%1\" %2"_s.arg(logText(calendar.name),
+                                                                          trouble.text));
+            }
+            told.insert(trouble.key);
+        }
+        calendar.toldTroubles = std::move(told);
+    }
+
+    void tellOfService(const Found &found)
+    {
+        if (m_lastService == found.service || m_isClosed) {
+            return;
+        }
+        const bool isFirst = !m_lastService;
+        m_lastService = found.service;
+        switch (found.service) {
+        case Service::there:
+            if (!isFirst) {
+                m_log(u"calendar service answers"_s);
+            }
+            break;
+        case Service::absent:
+            m_log(u"calendar service absent reason=\"%1\""_s.arg(logText(found.trouble)));
+            break;
+        case Service::silent:
+            m_log(u"calendar service did not answer reason=\"%1\""_s.arg(logText(found.trouble)));
+            break;
+        }
+    }
+
+    CalendarLog m_log;
+    TimeZoneId m_timeZoneId;
+    WorkerPool m_workers{workerThreads};
+    GObjectRef<ESourceRegistry> m_registry;
+    std::optional<Pending<Found>> m_registryCall;
+    std::map<QByteArray, std::shared_ptr<Calendar>> m_calendars;
+    GObjectRef<GCancellable> m_cancellable;
+    std::set<std::shared_ptr<ExpansionControl>> m_controls;
+    std::optional<Service> m_lastService;
+    int m_strayJobs = 0;
+    bool m_isClosed = false;
+};
+
+EvolutionCalendars::EvolutionCalendars(DebugLogService &log, TimeZoneId timeZoneId)
+    : m_impl(std::make_shared<Impl>(log, std::move(timeZoneId)))
+{
+}
+
+EvolutionCalendars::~EvolutionCalendars()
+{
+    m_impl->close();
+}
+
+QCoro::Task<std::expected<bool, Failure>> EvolutionCalendars::lookFor(QDeadlineTimer deadline)
+{
+    return Impl::lookFor(m_impl, deadline);
+}
+
+QCoro::Task<CalendarAnswers> EvolutionCalendars::query(DateInterval interval, QDeadlineTimer deadline)
+{
+    return Impl::query(m_impl, interval, deadline);
+}
+
+void EvolutionCalendars::close()
+{
+    m_impl->close();
+}
+
+} // namespace corvane

@@ -1,0 +1,512 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/EvolutionData/EventExpansion.h"
+
+#include "Corvane/Platform/Linux/EvolutionData/IcsFolders.h"
+
+#include "Corvane/Platform/Linux/EvolutionData/Pending.h"
+
+#include <QCryptographicHash>
+#include <QFile>
+#include <QSet>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cctype>
+#include <cstring>
+#include <filesystem>
+#include <map>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace corvane {
+
+namespace {
+
+/// More files, folders or levels of folders are no teacher's.
+constexpr std::size_t maximumFiles = 5'000;
+constexpr std::size_t maximumFolders = 5'000;
+constexpr int maximumLevels = 32;
+/// A calendar needs three levels; the library takes components apart recursively.
+constexpr int maximumNesting = 16;
+/// Whether a folder exists is told at once; where it is not, the disk hangs.
+constexpr auto lookTime = 500ms;
+/// What is kept of the time limit for drawing the conclusions.
+constexpr auto conclusionTime = 300ms;
+constexpr int workerThreads = 3;
+
+/// Tells one state of a file from another.
+struct Stamp {
+    qint64 size = 0;
+    qint64 seconds = 0;
+    qint64 nanoseconds = 0;
+    quint64 inode = 0;
+
+    friend bool operator==(const Stamp &, const Stamp &) = default;
+};
+
+Stamp stampOf(const struct stat &status)
+{
+    return {status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec, status.st_ino};
+}
+
+/// The files of the folders.
+struct Listing {
+    bool isAnyFolderThere = false;
+    std::map<QByteArray, Stamp> files;
+    /// Folders that cannot be read, and why.
+    std::map<QByteArray, QString> troubles;
+};
+
+bool isIcs(const std::string &name)
+{
+    constexpr std::string_view ending = ".ics";
+    return name.size() > ending.size() &&
+           std::equal(
+               ending.begin(), ending.end(), name.end() - static_cast<std::ptrdiff_t>(ending.size()),
+               [](char left, char right) { return left == std::tolower(static_cast<unsigned char>(right)); });
+}
+
+class Lister {
+public:
+    Listing run(const std::vector<QByteArray> &folders)
+    {
+        for (const QByteArray &folder : folders) {
+            struct stat status {};
+            if (::stat(folder.constData(), &status) == 0 && S_ISDIR(status.st_mode)) {
+                m_listing.isAnyFolderThere = true;
+                read(folder, status, 0);
+            }
+        }
+        return std::move(m_listing);
+    }
+
+private:
+    void read(const QByteArray &folder, const struct stat &status, int level)
+    {
+        // Each folder once: links may lead round in circles.
+        if (level > maximumLevels || m_seen.size() >= maximumFolders ||
+            !m_seen.emplace(status.st_dev, status.st_ino).second) {
+            return;
+        }
+        std::error_code error;
+        std::filesystem::directory_iterator entry(folder.constData(), error);
+        for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+            const std::string path = entry->path().string();
+            struct stat found {};
+            if (::stat(path.c_str(), &found) != 0) {
+                continue;
+            }
+            const QByteArray name(path.data(), static_cast<qsizetype>(path.size()));
+            if (S_ISDIR(found.st_mode)) {
+                read(name, found, level + 1);
+            } else if (S_ISREG(found.st_mode) && isIcs(entry->path().filename().string()) &&
+                       m_listing.files.size() < maximumFiles) {
+                m_listing.files.emplace(name, stampOf(found));
+            }
+        }
+        if (error) {
+            m_listing.troubles.emplace(folder, QString::fromStdString(error.message()));
+        }
+    }
+
+    Listing m_listing;
+    std::set<std::pair<dev_t, ino_t>> m_seen;
+};
+
+/// What a file says, or why it is left out.
+struct FileContent {
+    QString trouble;
+    Expansion expansion;
+};
+
+std::expected<QByteArray, QString> readFile(const QByteArray &path)
+{
+    const int descriptor = ::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0) {
+        return std::unexpected(QString::fromLocal8Bit(std::strerror(errno)));
+    }
+    QFile file;
+    if (!file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        ::close(descriptor);
+        return std::unexpected(file.errorString());
+    }
+    QByteArray text = file.read(IcsFolders::maximumFileSize + 1);
+    if (text.isEmpty() && file.error() != QFileDevice::NoError) {
+        return std::unexpected(file.errorString());
+    }
+    if (text.size() > IcsFolders::maximumFileSize) {
+        return std::unexpected(u"it is too large"_s);
+    }
+    // The library takes text that ends with the first zero, and knows no mark of the byte order.
+    text.replace('\0', ' ');
+    if (text.startsWith("\xEF\xBB\xBF")) {
+        text.remove(0, 3);
+    }
+    return text;
+}
+
+bool isNestedTooDeeply(const QByteArray &text)
+{
+    int level = 0;
+    for (qsizetype line = 0; line >= 0 && line < text.size();) {
+        const char *begin = text.constData() + line;
+        if (qstrnicmp(begin, "BEGIN:", 6) == 0 && ++level > maximumNesting) {
+            return true;
+        }
+        if (qstrnicmp(begin, "END:", 4) == 0) {
+            --level;
+        }
+        const qsizetype end = text.indexOf('\n', line);
+        line = end < 0 ? -1 : end + 1;
+    }
+    return false;
+}
+
+std::vector<GObjectRef<ICalComponent>> children(ICalComponent *parent, ICalComponentKind kind)
+{
+    std::vector<GObjectRef<ICalComponent>> found;
+    for (ICalComponent *child = i_cal_component_get_first_component(parent, kind); child != nullptr;
+         child = i_cal_component_get_next_component(parent, kind)) {
+        found.push_back(GObjectRef<ICalComponent>::adopt(child));
+    }
+    return found;
+}
+
+FileContent readCalendars(const QByteArray &path, ExpansionRequest request, ExpansionControl &control)
+{
+    FileContent content;
+    if (control.isAbandoned()) {
+        content.expansion.isComplete = false;
+        return content;
+    }
+    auto text = readFile(path);
+    if (!text) {
+        content.trouble = text.error();
+        return content;
+    }
+    if (isNestedTooDeeply(*text)) {
+        content.trouble = u"it is nested too deeply"_s;
+        return content;
+    }
+    const auto root = GObjectRef<ICalComponent>::adopt(i_cal_parser_parse_string(text->constData()));
+    *text = QByteArray();
+    std::vector<GObjectRef<ICalComponent>> calendars;
+    if (root && i_cal_component_isa(root.get()) == I_CAL_VCALENDAR_COMPONENT) {
+        calendars.push_back(root);
+    } else if (root && i_cal_component_isa(root.get()) == I_CAL_XROOT_COMPONENT) {
+        calendars = children(root.get(), I_CAL_VCALENDAR_COMPONENT);
+    }
+    if (calendars.empty()) {
+        content.trouble = u"it holds no calendar"_s;
+        return content;
+    }
+    for (const auto &calendar : calendars) {
+        QCryptographicHash zones(QCryptographicHash::Md5);
+        for (const auto &zone : children(calendar.get(), I_CAL_VTIMEZONE_COMPONENT)) {
+            char *zoneText = i_cal_component_as_ical_string(zone.get());
+            zones.addData(QByteArrayView(zoneText));
+            g_free(zoneText);
+        }
+        request.zoneKey = zones.result();
+        std::vector<GObjectRef<ICalTimezone>> kept;
+        request.customZone = [&kept, &calendar](const char *tzid) -> ICalTimezone * {
+            kept.push_back(
+                GObjectRef<ICalTimezone>::adopt(i_cal_component_get_timezone(calendar.get(), tzid)));
+            return kept.back().get();
+        };
+        Expansion expansion = expandGroups(
+            groupByIdentifier(children(calendar.get(), I_CAL_VEVENT_COMPONENT)), request, control);
+        std::ranges::move(expansion.events, std::back_inserter(content.expansion.events));
+        std::ranges::move(expansion.troubles, std::back_inserter(content.expansion.troubles));
+        content.expansion.series.merge(expansion.series);
+        content.expansion.isComplete = content.expansion.isComplete && expansion.isComplete;
+    }
+    return content;
+}
+
+/// A file, and what is known of it.
+struct File {
+    Stamp stamp;
+    DateInterval interval;
+    QByteArray timeZoneId;
+    /// What the file says for all of the above.
+    bool isRead = false;
+    QString trouble;
+    std::vector<CalendarEvent> events;
+
+    struct LastAnswer {
+        DateInterval interval;
+        std::vector<CalendarEvent> events;
+    };
+    std::optional<LastAnswer> lastAnswer;
+
+    std::map<QByteArray, std::shared_ptr<const GroupOutcome>> knownSeries;
+    std::set<std::size_t> suspects;
+
+    /// A reading that is under way, and what it reads.
+    std::optional<Pending<std::shared_ptr<FileContent>>> reading;
+    std::shared_ptr<ExpansionControl> control;
+
+    bool isSilent = false;
+    QString toldTrouble;
+    QSet<QByteArray> toldTroubles;
+};
+
+} // namespace
+
+class IcsFolders::Impl : public std::enable_shared_from_this<Impl> {
+public:
+    Impl(DebugLogService &log, const QStringList &folders, TimeZoneId timeZoneId)
+        : m_log(log)
+        , m_timeZoneId(std::move(timeZoneId))
+    {
+        for (const QString &folder : folders) {
+            m_folders.push_back(QFile::encodeName(folder));
+        }
+    }
+
+    void close()
+    {
+        m_isClosed = true;
+        for (const auto &[path, file] : m_files) {
+            if (file->control) {
+                file->control->abandon();
+            }
+        }
+    }
+
+    static QCoro::Task<std::expected<bool, Failure>> lookFor(std::shared_ptr<Impl> self,
+                                                             QDeadlineTimer deadline)
+    {
+        if (!self->m_looking) {
+            self->m_looking = startOnPool(self->m_workers.threads(), [folders = self->m_folders] {
+                return std::ranges::any_of(folders, [](const QByteArray &folder) {
+                    struct stat status {};
+                    return ::stat(folder.constData(), &status) == 0 && S_ISDIR(status.st_mode);
+                });
+            });
+        }
+        const auto looking = *self->m_looking;
+        const bool isKnown =
+            co_await looking.until(std::min(deadline, QDeadlineTimer(lookTime, Qt::PreciseTimer)));
+        if (!isKnown) {
+            // A disk that hangs is as good as none, for now.
+            co_return false;
+        }
+        self->m_looking.reset();
+        co_return *looking.value();
+    }
+
+    static QCoro::Task<CalendarAnswers> query(std::shared_ptr<Impl> self, DateInterval interval,
+                                              QDeadlineTimer deadline)
+    {
+        CalendarAnswers answers;
+        const QDeadlineTimer inTime(
+            std::max(deadline.remainingTimeAsDuration() - conclusionTime, std::chrono::nanoseconds(50ms)),
+            Qt::PreciseTimer);
+        const QByteArray timeZoneId = self->m_timeZoneId();
+        if (!self->m_listing) {
+            self->m_listing = startOnPool(self->m_workers.threads(),
+                                          [folders = self->m_folders] { return Lister().run(folders); });
+        }
+        const auto listing = *self->m_listing;
+        if (co_await listing.until(inTime)) {
+            self->m_listing.reset();
+            self->takeUp(*listing.value());
+        } else {
+            self->tellOfFolders(u"they could not be read in time"_s);
+            answers.silent = self->m_files.empty() && self->m_isThere ? 1 : 0;
+            answers.trouble = u"The calendar folders did not answer in time."_s;
+        }
+        answers.isThere = self->m_isThere;
+        const std::map<QByteArray, std::shared_ptr<File>> files = self->m_files;
+        for (const auto &[path, file] : files) {
+            self->startReading(path, *file, interval, timeZoneId);
+        }
+        for (const auto &[path, file] : files) {
+            if (file->reading) {
+                const auto reading = *file->reading;
+                if (!co_await reading.until(inTime)) {
+                    file->control->abandon();
+                    if (!co_await reading.until(deadline)) {
+                        if (const std::size_t suspect = file->control->busyWith; suspect != 0) {
+                            file->suspects.insert(suspect);
+                        }
+                    }
+                }
+            }
+            self->finishReading(path, *file);
+            self->conclude(path, *file, interval, timeZoneId, answers);
+        }
+        co_return answers;
+    }
+
+private:
+    void takeUp(const Listing &listing)
+    {
+        m_isThere = listing.isAnyFolderThere;
+        tellOfFolders(QString());
+        std::map<QByteArray, std::shared_ptr<File>> files;
+        for (const auto &[path, stamp] : listing.files) {
+            const auto known = m_files.find(path);
+            const auto file = known != m_files.end() ? known->second : std::make_shared<File>();
+            if (file->stamp != stamp) {
+                file->stamp = stamp;
+                file->isRead = false;
+                file->suspects.clear();
+            }
+            files.emplace(path, file);
+        }
+        m_files = std::move(files);
+        for (const auto &[folder, trouble] : listing.troubles) {
+            if (!m_folderTroubles.contains(folder)) {
+                m_log(u"calendar folder unreadable path=\"%1\" reason=\"%2\""_s.arg(
+                    logText(QFile::decodeName(folder)), logText(trouble)));
+            }
+        }
+        m_folderTroubles = listing.troubles;
+    }
+
+    void startReading(const QByteArray &path, File &file, DateInterval interval, const QByteArray &timeZoneId)
+    {
+        finishReading(path, file);
+        if (file.reading || (file.isRead && file.interval == interval && file.timeZoneId == timeZoneId)) {
+            return;
+        }
+        if (file.interval != interval || file.timeZoneId != timeZoneId) {
+            file.knownSeries.clear();
+        }
+        file.isRead = false;
+        file.interval = interval;
+        file.timeZoneId = timeZoneId;
+        if (file.stamp.size > maximumFileSize) {
+            file.isRead = true;
+            file.trouble = u"it is too large"_s;
+            file.events.clear();
+            return;
+        }
+        file.control = std::make_shared<ExpansionControl>();
+        ExpansionRequest request{interval, timeZoneId, {}, {}, file.knownSeries, file.suspects};
+        file.reading = startOnPool(m_workers.threads(),
+                                   [path, request = std::move(request), control = file.control]() mutable {
+                                       return readCalendars(path, std::move(request), *control);
+                                   });
+    }
+
+    /// Takes over what a reading that has ended found.
+    void finishReading(const QByteArray &path, File &file)
+    {
+        if (!file.reading || !file.reading->isResolved()) {
+            return;
+        }
+        FileContent content = std::move(*file.reading->value());
+        file.reading.reset();
+        file.control.reset();
+        file.knownSeries = std::move(content.expansion.series);
+        if (!content.expansion.isComplete) {
+            return;
+        }
+        file.isRead = true;
+        file.trouble = content.trouble;
+        file.events = std::move(content.expansion.events);
+        QSet<QByteArray> told;
+        for (const EventTrouble &trouble : content.expansion.troubles) {
+            if (!file.toldTroubles.contains(trouble.key) && !told.contains(trouble.key)) {
+                m_log(u"calendar event left out calendar=\"%1\" %2"_s.arg(logText(QFile::decodeName(path)),
+                                                                          trouble.text));
+            }
+            told.insert(trouble.key);
+        }
+        file.toldTroubles = std::move(told);
+    }
+
+    void conclude(const QByteArray &path, File &file, DateInterval interval, const QByteArray &timeZoneId,
+                  CalendarAnswers &answers)
+    {
+        const QString name = logText(QFile::decodeName(path));
+        if (file.isRead && file.interval == interval && file.timeZoneId == timeZoneId) {
+            if (file.isSilent) {
+                file.isSilent = false;
+                m_log(u"calendar answers again name=\"%1\""_s.arg(name));
+            }
+            if (file.trouble != file.toldTrouble) {
+                file.toldTrouble = file.trouble;
+                m_log(file.trouble.isEmpty() ? u"calendar file read again path=\"%1\""_s.arg(name)
+                                             : u"calendar file left out path=\"%1\" reason=\"%2\""_s.arg(
+                                                   name, logText(file.trouble)));
+            }
+            if (file.trouble.isEmpty()) {
+                ++answers.answered;
+                std::ranges::copy(file.events, std::back_inserter(answers.events));
+            }
+            file.lastAnswer = File::LastAnswer{interval, file.events};
+            return;
+        }
+        const bool standsIn = file.lastAnswer && file.lastAnswer->interval == interval;
+        if (!file.isSilent && !m_isClosed) {
+            file.isSilent = true;
+            m_log(u"calendar did not answer name=\"%1\" step=\"read\" reason=\"it took too long\" "
+                  "lastAnswerStands=%2"_s.arg(name, standsIn ? u"yes"_s : u"no"_s));
+        }
+        if (standsIn) {
+            ++answers.answered;
+            std::ranges::copy(file.lastAnswer->events, std::back_inserter(answers.events));
+        } else {
+            ++answers.silent;
+            answers.trouble = u"The calendar file \"%1\" could not be read in time."_s.arg(name);
+        }
+    }
+
+    void tellOfFolders(const QString &trouble)
+    {
+        if (trouble != m_toldTrouble && !m_isClosed) {
+            m_log(trouble.isEmpty() ? u"calendar folders answer again"_s
+                                    : u"calendar folders did not answer reason=\"%1\""_s.arg(trouble));
+        }
+        m_toldTrouble = trouble;
+    }
+
+    CalendarLog m_log;
+    TimeZoneId m_timeZoneId;
+    std::vector<QByteArray> m_folders;
+    WorkerPool m_workers{workerThreads};
+    bool m_isThere = false;
+    bool m_isClosed = false;
+    std::optional<Pending<std::shared_ptr<bool>>> m_looking;
+    std::optional<Pending<std::shared_ptr<Listing>>> m_listing;
+    std::map<QByteArray, std::shared_ptr<File>> m_files;
+    std::map<QByteArray, QString> m_folderTroubles;
+    QString m_toldTrouble;
+};
+
+IcsFolders::IcsFolders(DebugLogService &log, QStringList folders, TimeZoneId timeZoneId)
+    : m_impl(std::make_shared<Impl>(log, folders, std::move(timeZoneId)))
+{
+}
+
+IcsFolders::~IcsFolders()
+{
+    m_impl->close();
+}
+
+QCoro::Task<std::expected<bool, Failure>> IcsFolders::lookFor(QDeadlineTimer deadline)
+{
+    return Impl::lookFor(m_impl, deadline);
+}
+
+QCoro::Task<CalendarAnswers> IcsFolders::query(DateInterval interval, QDeadlineTimer deadline)
+{
+    return Impl::query(m_impl, interval, deadline);
+}
+
+void IcsFolders::close()
+{
+    m_impl->close();
+}
+
+} // namespace corvane

@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/EvolutionData/LinuxEventStore.h"
+
+#include "Corvane/Platform/Linux/EvolutionData/EvolutionCalendars.h"
+#include "Corvane/Platform/Linux/EvolutionData/IcsFolders.h"
+#include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
+
+#include <QAbstractEventDispatcher>
+#include <QDir>
+#include <QStandardPaths>
+#include <QTimeZone>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+
+QStringList defaultCalendarFolders()
+{
+    const QString home = QDir::homePath();
+    QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    if (data.isEmpty()) {
+        data = home + u"/.local/share"_s;
+    }
+    return {data + u"/quillet/calendars"_s, home + u"/.calendars"_s};
+}
+
+std::unique_ptr<EventStore> makeLinuxEventStore(DebugLogService &log, const QStringList &folders)
+{
+    // Asked at each query, so that a traveller's change of the zone reaches the next reload.
+    const TimeZoneId timeZoneId = [] { return QTimeZone::systemTimeZoneId(); };
+    std::vector<std::shared_ptr<CalendarSource>> sources;
+    // The folders first: whether one exists is known at once, so that a service that hangs delays no grant.
+    sources.push_back(std::make_shared<IcsFolders>(log, folders, timeZoneId));
+    sources.push_back(std::make_shared<EvolutionCalendars>(log, timeZoneId));
+    return std::make_unique<MergedEventStore>(std::move(sources));
+}
+
+bool checkEventLoopServesCalendars(DebugLogService &log)
+{
+    const QAbstractEventDispatcher *dispatcher = QAbstractEventDispatcher::instance();
+    for (const QMetaObject *type = dispatcher != nullptr ? dispatcher->metaObject() : nullptr;
+         type != nullptr; type = type->superClass()) {
+        if (QByteArrayView(type->className()).contains("Glib")) {
+            return true;
+        }
+    }
+    const QString line =
+        u"calendar service unreachable reason=\"the event loop runs without GLib\" hint=\"unset QT_NO_GLIB\""_s;
+    log.log(line, currentDate());
+    std::fprintf(stderr, "quillet: %s\n", qUtf8Printable(line));
+    return false;
+}
+
+} // namespace corvane

@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Calendar/EventStore.h"
+#include "Corvane/Utilities/DebugLogService.h"
+
+#include <QStringList>
+
+#include <memory>
+
+namespace corvane {
+
+/// The folders where calendar files are looked for when the user names none: `quillet/calendars` in the
+/// user's data folder, and `.calendars` in the home.
+[[nodiscard]] QStringList defaultCalendarFolders();
+
+/// The calendars of this machine: those of the calendar service and those of `folders` (absolute paths), in
+/// one store. `log` is borrowed. Called once, by the composition root, on the main thread.
+[[nodiscard]] std::unique_ptr<EventStore> makeLinuxEventStore(DebugLogService &log,
+                                                              const QStringList &folders);
+
+/// Whether the event loop of the main thread serves the calendar library; where it does not, says so in the
+/// log and on the standard error: the calendar service then never answers, and loads end at their time limit.
+/// Called once at start-up, after the application object was made.
+bool checkEventLoopServesCalendars(DebugLogService &log);
+
+} // namespace corvane

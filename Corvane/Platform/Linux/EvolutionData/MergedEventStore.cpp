@@ -1,0 +1,195 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
+
+#include "Corvane/Platform/Linux/EvolutionData/Pending.h"
+
+#include <algorithm>
+#include <deque>
+#include <tuple>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace corvane {
+
+namespace {
+
+/// A load of lessons ends within five seconds: what its request and its query may take together, ...
+constexpr auto loadBudget = 4500ms;
+/// ... what of it the request may take, so that something is left for the query, ...
+constexpr auto requestBudget = 3500ms;
+/// ... and how soon after a request a query counts as the same load's.
+constexpr auto sameLoad = 500ms;
+/// What a query that had to wait for others is given at least.
+constexpr auto leastQueryBudget = 200ms;
+
+using Granted = std::expected<bool, Failure>;
+using Events = std::expected<std::vector<CalendarEvent>, Failure>;
+
+bool isBefore(const CalendarEvent &left, const CalendarEvent &right)
+{
+    return std::tie(left.startDate, left.endDate, left.title) <
+           std::tie(right.startDate, right.endDate, right.title);
+}
+
+} // namespace
+
+class MergedEventStore::Impl : public std::enable_shared_from_this<Impl> {
+public:
+    explicit Impl(std::vector<std::shared_ptr<CalendarSource>> sources) : m_sources(std::move(sources)) {}
+
+    [[nodiscard]] bool isGranted() const { return m_isGranted; }
+
+    void close()
+    {
+        for (const auto &source : m_sources) {
+            source->close();
+        }
+    }
+
+    Pending<Granted> request()
+    {
+        if (m_request) {
+            return *m_request;
+        }
+        m_request.emplace();
+        const Pending<Granted> answer = *m_request;
+        detach(runRequest(shared_from_this()));
+        return answer;
+    }
+
+    Pending<Events> ask(DateInterval interval)
+    {
+        if (!m_queries.empty() && m_queries.back().interval == interval) {
+            return m_queries.back().answer;
+        }
+        QDeadlineTimer deadline(loadBudget, Qt::PreciseTimer);
+        if (!m_sameLoad.hasExpired()) {
+            deadline = std::min(deadline, m_loadEnd);
+        }
+        m_queries.push_back({interval, deadline, {}});
+        const Pending<Events> answer = m_queries.back().answer;
+        if (!m_isQuerying) {
+            detach(runQueries(shared_from_this()));
+        }
+        return answer;
+    }
+
+private:
+    struct Query {
+        DateInterval interval;
+        QDeadlineTimer deadline;
+        Pending<Events> answer;
+    };
+
+    // The coroutines hold what they work on, so that it outlives the store while they wait. They are
+    // detached, since kept in what they hold neither would ever go.
+    static QCoro::Task<void> runRequest(std::shared_ptr<Impl> self)
+    {
+        const QDeadlineTimer loadEnd(loadBudget, Qt::PreciseTimer);
+        const QDeadlineTimer deadline(requestBudget, Qt::PreciseTimer);
+        Granted granted = false;
+        for (const auto &source : self->m_sources) {
+            Granted isThere = co_await source->lookFor(deadline);
+            if (isThere && *isThere) {
+                granted = true;
+                break;
+            }
+            if (!isThere) {
+                granted = std::move(isThere);
+            }
+        }
+        self->m_isGranted = granted.value_or(false);
+        self->m_loadEnd = loadEnd;
+        self->m_sameLoad = QDeadlineTimer(sameLoad, Qt::PreciseTimer);
+        const Pending<Granted> answer = *self->m_request;
+        self->m_request.reset();
+        answer.resolve(std::move(granted));
+    }
+
+    static QCoro::Task<void> runQueries(std::shared_ptr<Impl> self)
+    {
+        self->m_isQuerying = true;
+        while (!self->m_queries.empty()) {
+            // The answer is out of the queue before it is given, since whoever gets it may ask again at once.
+            const Query query = self->m_queries.front();
+            const QDeadlineTimer deadline =
+                std::max(query.deadline, QDeadlineTimer(leastQueryBudget, Qt::PreciseTimer));
+            CalendarAnswers all;
+            std::vector<QCoro::Task<CalendarAnswers>> tasks;
+            for (const auto &source : self->m_sources) {
+                tasks.push_back(source->query(query.interval, deadline));
+            }
+            for (auto &task : tasks) {
+                CalendarAnswers answers = co_await task;
+                all.isThere = all.isThere || answers.isThere;
+                all.answered += answers.answered;
+                all.silent += answers.silent;
+                if (answers.silent > 0) {
+                    all.trouble = answers.trouble;
+                }
+                std::ranges::move(answers.events, std::back_inserter(all.events));
+            }
+            self->m_queries.pop_front();
+            query.answer.resolve(self->conclude(std::move(all)));
+        }
+        self->m_isQuerying = false;
+    }
+
+    Events conclude(CalendarAnswers all)
+    {
+        if (all.silent > 0 && all.answered == 0) {
+            return std::unexpected(Failure{all.trouble});
+        }
+        if (!all.isThere) {
+            // The next load asks again: a service may have been installed, a folder made.
+            m_isGranted = false;
+            return std::unexpected(
+                Failure{u"There is neither a calendar service nor a folder of calendars."_s});
+        }
+        std::ranges::stable_sort(all.events, isBefore);
+        return std::move(all.events);
+    }
+
+    std::vector<std::shared_ptr<CalendarSource>> m_sources;
+    bool m_isGranted = false;
+    QDeadlineTimer m_loadEnd;
+    QDeadlineTimer m_sameLoad{0};
+    std::optional<Pending<Granted>> m_request;
+    std::deque<Query> m_queries;
+    bool m_isQuerying = false;
+};
+
+MergedEventStore::MergedEventStore(std::vector<std::shared_ptr<CalendarSource>> sources)
+    : m_impl(std::make_shared<Impl>(std::move(sources)))
+{
+}
+
+MergedEventStore::~MergedEventStore()
+{
+    m_impl->close();
+}
+
+CalendarAuthorization MergedEventStore::authorizationStatus() const
+{
+    return m_impl->isGranted() ? CalendarAuthorization::fullAccess : CalendarAuthorization::notDetermined;
+}
+
+QCoro::Task<std::expected<bool, Failure>> MergedEventStore::requestFullAccessToEvents()
+{
+    const Pending<Granted> answer = m_impl->request();
+    co_await answer.until(QDeadlineTimer(QDeadlineTimer::Forever));
+    co_return answer.value();
+}
+
+QCoro::Task<std::expected<std::vector<CalendarEvent>, Failure>>
+MergedEventStore::events(DateInterval interval)
+{
+    const Pending<Events> answer = m_impl->ask(interval);
+    co_await answer.until(QDeadlineTimer(QDeadlineTimer::Forever));
+    co_return answer.value();
+}
+
+} // namespace corvane

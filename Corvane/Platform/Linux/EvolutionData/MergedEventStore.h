@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Platform/Linux/EvolutionData/CalendarSource.h"
+
+#include <memory>
+#include <vector>
+
+namespace corvane {
+
+/// The calendars of several sources behind the one port, in the order of their starts.
+///
+/// Queries run one after the other; a call for the interval of the query that was asked last waits for that
+/// query. A request and the query that follows it share one time limit, so that a whole load of lessons ends
+/// within five seconds. The events are a failure only where a calendar stayed silent and none answered.
+///
+/// A store that goes while calls are under way gives up what they wait for; they end on later turns of the
+/// event loop, never inside the destructor.
+class MergedEventStore final : public EventStore {
+public:
+    /// `sources` are asked in their order; the first that is there grants access.
+    explicit MergedEventStore(std::vector<std::shared_ptr<CalendarSource>> sources);
+    ~MergedEventStore() override;
+    MergedEventStore(const MergedEventStore &) = delete;
+    MergedEventStore &operator=(const MergedEventStore &) = delete;
+
+    [[nodiscard]] CalendarAuthorization authorizationStatus() const override;
+    QCoro::Task<std::expected<bool, Failure>> requestFullAccessToEvents() override;
+    QCoro::Task<std::expected<std::vector<CalendarEvent>, Failure>> events(DateInterval interval) override;
+
+private:
+    class Impl;
+    std::shared_ptr<Impl> m_impl;
+};
+
+} // namespace corvane

@@ -1,0 +1,193 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Platform/Linux/EvolutionData/GObjectRef.h"
+
+#include <gio/gio.h>
+
+#include <qcoro/qcorotask.h>
+
+#include <QDeadlineTimer>
+#include <QFutureWatcher>
+#include <QPromise>
+#include <QThreadPool>
+#include <QTimer>
+
+#include <algorithm>
+#include <coroutine>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace corvane {
+
+/// A value that comes later, once, or never. Copies stand for the same value. Main thread only.
+///
+/// Whoever waits gives a deadline, so that no coroutine outlives a service that never answers. Deadlines are
+/// kept by real time, not by the program's clock: they guard against services, which know no other.
+template <typename T>
+class Pending {
+    struct State;
+
+public:
+    /// Keeps the first value and wakes those who wait, in the order in which they came.
+    void resolve(T value) const
+    {
+        const std::shared_ptr<State> state = m_state;
+        if (state->value) {
+            return;
+        }
+        state->value = std::move(value);
+        while (!state->waiters.empty()) {
+            Waiter *waiter = state->waiters.front();
+            waiter->leave();
+            waiter->m_handle.resume();
+        }
+    }
+
+    [[nodiscard]] bool isResolved() const { return m_state->value.has_value(); }
+    /// Constant, since it is shared: co_return would move a variable one away from those who come later.
+    [[nodiscard]] const T &value() const { return *m_state->value; }
+
+    class Waiter {
+    public:
+        Waiter(std::shared_ptr<State> state, QDeadlineTimer deadline)
+            : m_state(std::move(state))
+            , m_deadline(deadline)
+        {
+        }
+        ~Waiter() { leave(); }
+        Waiter(const Waiter &) = delete;
+        Waiter &operator=(const Waiter &) = delete;
+
+        [[nodiscard]] bool await_ready() const { return m_state->value.has_value(); }
+        void await_suspend(std::coroutine_handle<> handle)
+        {
+            m_handle = handle;
+            m_state->waiters.push_back(this);
+            if (!m_deadline.isForever()) {
+                m_timer = new QTimer;
+                m_timer->setSingleShot(true);
+                m_timer->setTimerType(Qt::PreciseTimer);
+                QObject::connect(m_timer, &QTimer::timeout, m_timer, [this] {
+                    leave();
+                    m_handle.resume();
+                });
+                m_timer->start(static_cast<int>(std::clamp<qint64>(m_deadline.remainingTime(), 0, 1000000)));
+            }
+        }
+        [[nodiscard]] bool await_resume() const { return m_state->value.has_value(); }
+
+    private:
+        friend class Pending;
+        void leave()
+        {
+            std::erase(m_state->waiters, this);
+            if (m_timer != nullptr) {
+                // It may be the one that is calling.
+                m_timer->stop();
+                std::exchange(m_timer, nullptr)->deleteLater();
+            }
+        }
+
+        std::shared_ptr<State> m_state;
+        QDeadlineTimer m_deadline;
+        QTimer *m_timer = nullptr;
+        std::coroutine_handle<> m_handle;
+    };
+
+    /// What until() gives.
+    struct Wait {
+        Pending pending;
+        QDeadlineTimer deadline;
+        [[nodiscard]] Waiter operator co_await() const { return Waiter(pending.m_state, deadline); }
+    };
+
+    /// To be awaited: answers whether the value came before the deadline.
+    [[nodiscard]] Wait until(QDeadlineTimer deadline) const { return {*this, deadline}; }
+
+private:
+    struct State {
+        std::optional<T> value;
+        std::vector<Waiter *> waiters;
+    };
+    std::shared_ptr<State> m_state = std::make_shared<State>();
+};
+
+/// Lets a coroutine run on by itself: it owns all that it works on, and its frame goes when it ends.
+inline void detach(QCoro::Task<void> task)
+{
+    Q_UNUSED(task)
+}
+
+/// Starts an asynchronous call of GLib. `start` is handed the callback and its data; the result is to be
+/// given to the call's own finish function. A callback that comes after everyone has stopped waiting is
+/// harmless.
+template <typename Start>
+[[nodiscard]] Pending<GObjectRef<GAsyncResult>> startGioCall(Start start)
+{
+    using Result = Pending<GObjectRef<GAsyncResult>>;
+    const Result pending;
+    start(
+        +[](GObject *, GAsyncResult *result, gpointer data) {
+            const std::unique_ptr<Result> pending(static_cast<Result *>(data));
+            pending->resolve(GObjectRef<GAsyncResult>::share(result));
+        },
+        static_cast<gpointer>(new Result(pending)));
+    return pending;
+}
+
+/// Runs `work` on a thread of `pool`; its result comes back on the main thread. Values in, values out.
+template <typename Work>
+[[nodiscard]] auto startOnPool(QThreadPool &pool, Work work)
+{
+    using Result = decltype(work());
+    const Pending<std::shared_ptr<Result>> pending;
+    QPromise<std::shared_ptr<Result>> promise;
+    auto *watcher = new QFutureWatcher<std::shared_ptr<Result>>;
+    QObject::connect(watcher, &QFutureWatcherBase::finished, watcher, [watcher, pending] {
+        if (watcher->future().resultCount() > 0) {
+            pending.resolve(watcher->result());
+        }
+        watcher->deleteLater();
+    });
+    promise.start();
+    watcher->setFuture(promise.future());
+    // A pool takes copyable functions only, a promise can but be moved.
+    pool.start([promise = std::make_shared<QPromise<std::shared_ptr<Result>>>(std::move(promise)),
+                work = std::make_shared<Work>(std::move(work))]() mutable {
+        promise->addResult(std::make_shared<Result>((*work)()));
+        work.reset();
+        promise->finish();
+    });
+    return pending;
+}
+
+/// A pool of few threads for work that may be slow. When it goes it waits a moment for what still runs, and
+/// leaves behind what does not end: a rule that cannot be interrupted must not keep the program from ending.
+class WorkerPool {
+public:
+    explicit WorkerPool(int threads)
+    {
+        m_pool->setMaxThreadCount(threads);
+        m_pool->setExpiryTimeout(5000);
+    }
+    ~WorkerPool()
+    {
+        m_pool->clear();
+        if (m_pool->waitForDone(1000)) {
+            delete m_pool;
+        }
+    }
+    WorkerPool(const WorkerPool &) = delete;
+    WorkerPool &operator=(const WorkerPool &) = delete;
+
+    [[nodiscard]] QThreadPool &threads() { return *m_pool; }
+
+private:
+    QThreadPool *m_pool = new QThreadPool;
+};
+
+} // namespace corvane

@@ -1,0 +1,446 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/EvolutionData/IcsFolders.h"
+#include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
+#include "Corvane/Utilities/DateText.h"
+#include "tests/support/CalendarService.h"
+#include "tests/support/EventLoopWatch.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QByteArray lesson(const QByteArray &title, const QByteArray &more = {})
+{
+    return "BEGIN:VEVENT\nUID:" + title.left(50).simplified().replace(' ', '-') +
+           "\nDTSTAMP:20250101T000000Z\nDTSTART:20250514T120000Z\nDTEND:20250514T123000Z\n" + more +
+           "SUMMARY:" + title + "\nEND:VEVENT\n";
+}
+
+} // namespace
+
+class CalendarFoldersTest : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<QTemporaryDir> m_room;
+    std::unique_ptr<DebugLogService> m_log;
+    std::unique_ptr<EventStore> m_store;
+    QStringList m_folders;
+    DateInterval m_day{dateSince1970(1747180800), dateSince1970(1747180800 + 86400)}; // 14 May 2025, UTC
+
+    [[nodiscard]] QString path(const QString &name) const { return m_room->filePath(u"calendars/"_s + name); }
+
+    void write(const QString &name, const QByteArray &text)
+    {
+        QDir().mkpath(QFileInfo(path(name)).path());
+        QFile file(path(name));
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        QCOMPARE(file.write(text), text.size());
+    }
+
+    void writeLessons(const QString &name, const std::vector<QByteArray> &lessons)
+    {
+        QByteArray components;
+        for (const QByteArray &component : lessons) {
+            components += component;
+        }
+        write(name, calendarText(components));
+    }
+
+    [[nodiscard]] QStringList load()
+    {
+        if (m_store->authorizationStatus() != CalendarAuthorization::fullAccess) {
+            const auto granted = QCoro::waitFor(m_store->requestFullAccessToEvents());
+            if (!granted.value_or(false)) {
+                return {u"no access"_s};
+            }
+        }
+        const auto events = QCoro::waitFor(m_store->events(m_day));
+        if (!events) {
+            return {u"failed: "_s + events.error().localizedDescription};
+        }
+        QStringList titles;
+        for (const CalendarEvent &event : *events) {
+            titles << event.title.value_or(QString());
+        }
+        return titles;
+    }
+
+    [[nodiscard]] qsizetype logged(const QString &part) const
+    {
+        return m_log->latestLines().filter(part).size();
+    }
+
+    void makeStore()
+    {
+        m_store = std::make_unique<MergedEventStore>(std::vector<std::shared_ptr<CalendarSource>>{
+            std::make_shared<IcsFolders>(*m_log, m_folders, [] { return QByteArray("UTC"); })});
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_room = std::make_unique<QTemporaryDir>();
+        m_log = std::make_unique<DebugLogService>(m_room->filePath(u"log"_s));
+        QVERIFY(QDir(m_room->path()).mkpath(u"calendars"_s));
+        m_folders = {m_room->filePath(u"calendars"_s), m_room->filePath(u"others"_s)};
+        makeStore();
+    }
+
+    void cleanup()
+    {
+        m_store.reset();
+        m_log.reset();
+        m_room.reset();
+    }
+
+    void aFolderThatExistsGrantsAccessWithoutAnyFile() { QCOMPARE(load(), QStringList()); }
+
+    void withoutAnyFolderAccessIsDenied()
+    {
+        QVERIFY(QDir(m_folders.first()).removeRecursively());
+        const auto granted = QCoro::waitFor(m_store->requestFullAccessToEvents());
+        QVERIFY(granted.has_value());
+        QVERIFY(!*granted);
+    }
+
+    void aDenialIsNotRemembered()
+    {
+        QVERIFY(QDir(m_folders.first()).removeRecursively());
+        QCOMPARE(load(), QStringList{u"no access"_s});
+        QCOMPARE(m_store->authorizationStatus(), CalendarAuthorization::notDetermined);
+        writeLessons(u"new.ics"_s, {lesson("Zoom - Anna")});
+        QCOMPARE(load(), QStringList{u"Zoom - Anna"_s});
+    }
+
+    void accessEndsWithTheLastFolder()
+    {
+        QCOMPARE(load(), QStringList());
+        QVERIFY(QDir(m_folders.first()).removeRecursively());
+        QVERIFY(load().first().startsWith(u"failed"_s));
+        QCOMPARE(m_store->authorizationStatus(), CalendarAuthorization::notDetermined);
+    }
+
+    void allFoldersAreReadWithTheirSubfolders()
+    {
+        writeLessons(u"a.ics"_s, {lesson("Zoom - One")});
+        writeLessons(u"school/term/b.ics"_s, {lesson("Zoom - Two")});
+        writeLessons(u"../others/c.ics"_s, {lesson("Zoom - Zwei")});
+        QCOMPARE(load(), (QStringList{u"Zoom - One"_s, u"Zoom - Two"_s, u"Zoom - Zwei"_s}));
+    }
+
+    void theEndingIsReadInAnyLetterCase()
+    {
+        writeLessons(u"a.ICS"_s, {lesson("Zoom - One")});
+        writeLessons(u"b.Ics"_s, {lesson("Zoom - Two")});
+        writeLessons(u"c.ics.bak"_s, {lesson("Zoom - Three")});
+        writeLessons(u"ics"_s, {lesson("Zoom - Four")});
+        QCOMPARE(load(), (QStringList{u"Zoom - One"_s, u"Zoom - Two"_s}));
+    }
+
+    void aFileMayHoldSeveralCalendars()
+    {
+        write(u"a.ics"_s, calendarText(lesson("Zoom - One")) + calendarText(lesson("Zoom - Two")));
+        QCOMPARE(load(), (QStringList{u"Zoom - One"_s, u"Zoom - Two"_s}));
+    }
+
+    void aMarkOfTheByteOrderIsNoGarbage()
+    {
+        write(u"a.ics"_s, "\xEF\xBB\xBF" + calendarText(lesson("Zoom - One")));
+        QCOMPARE(load(), QStringList{u"Zoom - One"_s});
+    }
+
+    void aChangedFileIsReadAgain()
+    {
+        writeLessons(u"a.ics"_s, {lesson("Zoom - One")});
+        QCOMPARE(load(), QStringList{u"Zoom - One"_s});
+        writeLessons(u"a.ics"_s, {lesson("Zoom - Two")});
+        QCOMPARE(load(), QStringList{u"Zoom - Two"_s});
+    }
+
+    void aRemovedFileIsForgotten()
+    {
+        writeLessons(u"a.ics"_s, {lesson("Zoom - One")});
+        QCOMPARE(load(), QStringList{u"Zoom - One"_s});
+        QVERIFY(QFile::remove(path(u"a.ics"_s)));
+        QCOMPARE(load(), QStringList());
+    }
+
+    void anUnchangedFileIsNotReadAgain()
+    {
+        writeLessons(u"a.ics"_s, {lesson("Zoom - One")});
+        QCOMPARE(load(), QStringList{u"Zoom - One"_s});
+        struct stat before {};
+        QCOMPARE(::stat(path(u"a.ics"_s).toLocal8Bit().constData(), &before), 0);
+        // The same size and time, another text: what was read stands.
+        QFile file(path(u"a.ics"_s));
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QByteArray text = file.readAll();
+        text.replace("Zoom - One", "Zoom - Two");
+        file.seek(0);
+        file.write(text);
+        file.close();
+        const timespec times[] = {before.st_atim, before.st_mtim};
+        QCOMPARE(::utimensat(AT_FDCWD, path(u"a.ics"_s).toLocal8Bit().constData(), times, 0), 0);
+        QCOMPARE(load(), QStringList{u"Zoom - One"_s});
+    }
+
+    void aFileReadOnOneDayTellsTheNext()
+    {
+        writeLessons(u"a.ics"_s, {lesson("Zoom - One", "RRULE:FREQ=DAILY\n")});
+        QCOMPARE(load(), QStringList{u"Zoom - One"_s});
+        m_day = {m_day.end, m_day.end + Seconds{86400}};
+        QCOMPARE(load(), QStringList{u"Zoom - One"_s});
+        m_day = {m_day.start - Seconds{86400}, m_day.start};
+    }
+
+    void garbageIsLoggedOnceAndLeftOut()
+    {
+        writeLessons(u"a.ics"_s, {lesson("Zoom - One")});
+        write(u"garbage.ics"_s, QByteArray("\x00\xff\xfe not a calendar\n\n:::;;;", 28));
+        write(u"empty.ics"_s, QByteArray());
+        write(u"other.ics"_s, QByteArray("BEGIN:VCARD\r\nFN:Anna\r\nEND:VCARD\r\n"));
+        QCOMPARE(load(), QStringList{u"Zoom - One"_s});
+        QCOMPARE(load(), QStringList{u"Zoom - One"_s});
+        QCOMPARE(logged(u"calendar file left out"_s), 3);
+    }
+
+    void aFileThatIsMendedIsShown()
+    {
+        write(u"a.ics"_s, QByteArray("garbage"));
+        QCOMPARE(load(), QStringList());
+        writeLessons(u"a.ics"_s, {lesson("Zoom - One")});
+        QCOMPARE(load(), QStringList{u"Zoom - One"_s});
+        QCOMPARE(logged(u"calendar file read again"_s), 1);
+    }
+
+    void whatIsNotAFileIsPassedOver()
+    {
+        writeLessons(u"a.ics"_s, {lesson("Zoom - One")});
+        QCOMPARE(::mkfifo(path(u"pipe.ics"_s).toLocal8Bit().constData(), 0600), 0);
+        QVERIFY(QDir(m_folders.first()).mkpath(u"folder.ics"_s));
+        QVERIFY(QFile::link(u"/nowhere/at/all.ics"_s, path(u"dangling.ics"_s)));
+        QCOMPARE(load(), QStringList{u"Zoom - One"_s});
+    }
+
+    void linksInCirclesAreFollowedOnce()
+    {
+        writeLessons(u"one/a.ics"_s, {lesson("Zoom - One")});
+        QVERIFY(QFile::link(m_folders.first(), path(u"one/up"_s)));
+        QVERIFY(QFile::link(path(u"one"_s), path(u"two"_s)));
+        QVERIFY(QFile::link(u"self"_s, path(u"self"_s)));
+        QCOMPARE(load(), QStringList{u"Zoom - One"_s});
+    }
+
+    void aFileThatCannotBeReadIsLoggedAndLeftOut()
+    {
+        writeLessons(u"a.ics"_s, {lesson("Zoom - One")});
+        // Readable by no one, not even by root: a name that leads to a process's memory map of nothing.
+        QVERIFY(QFile::link(u"/proc/self/mem"_s, path(u"mem.ics"_s)));
+        QCOMPARE(load(), QStringList{u"Zoom - One"_s});
+        QCOMPARE(logged(u"calendar file left out"_s), 1);
+    }
+
+    void aFileOfAHundredMegabytesIsLoggedAndLeftOut()
+    {
+        writeLessons(u"a.ics"_s, {lesson("Zoom - One")});
+        QFile large(path(u"large.ics"_s));
+        QVERIFY(large.open(QIODevice::WriteOnly));
+        const QByteArray block = lesson("Zoom - Again").repeated(5000);
+        large.write("BEGIN:VCALENDAR\r\nVERSION:2.0\r\n");
+        while (large.size() < 100'000'000) {
+            QVERIFY(large.write(block) > 0);
+        }
+        large.close();
+        EventLoopWatch watch;
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(load(), QStringList{u"Zoom - One"_s});
+        QVERIFY(timer.elapsed() < 4000);
+        QVERIFY(watch.longestGap() < 0.2);
+        QCOMPARE(logged(u"it is too large"_s), 1);
+    }
+
+    void aLargeCalendarIsReadWithoutHoldingUpTheTicks()
+    {
+        writeLessons(u"a.ics"_s, {lesson("Zoom - One")});
+        QByteArray years;
+        for (int number = 0; number < 40'000; ++number) {
+            years += "BEGIN:VEVENT\nUID:many-" + QByteArray::number(number) +
+                     "\nDTSTART:20240514T120000Z\n"
+                     "DTEND:20240514T123000Z\nDESCRIPTION:" +
+                     QByteArray(300, 'x') + "\nSUMMARY:Zoom - Past\nEND:VEVENT\n";
+        }
+        write(u"many.ics"_s, calendarText(years));
+        EventLoopWatch watch;
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(load().contains(u"Zoom - One"_s));
+        QVERIFY(timer.elapsed() < 5000);
+        QVERIFY2(watch.longestGap() < 0.2, qPrintable(QString::number(watch.longestGap())));
+    }
+
+    void endlessRulesAreLoggedOnceAndLeftOut_data()
+    {
+        QTest::addColumn<QByteArray>("rule");
+        for (const char *rule :
+             {"FREQ=SECONDLY", "FREQ=SECONDLY;BYMONTH=2;BYMONTHDAY=30",
+              "FREQ=MINUTELY;BYMONTH=2;BYMONTHDAY=30", "FREQ=MINUTELY", "FREQ=HOURLY;BYMONTH=2;BYMONTHDAY=30",
+              "FREQ=HOURLY;INTERVAL=24;BYHOUR=9", "FREQ=HOURLY", "FREQ=SECONDLY;COUNT=2000000000",
+              "FREQ=MINUTELY;INTERVAL=1440;BYHOUR=3",
+              "FREQ=DAILY;BYHOUR=0,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21,22,23;BYMINUTE=0,1,"
+              "2,3,4,5,6,7,"
+              "8,9,10,11,12,13,14,15,16,17,18,19,20,21,22,23,24,25,26,27,28,29,30;BYMONTH=2;BYMONTHDAY=30"}) {
+            QTest::newRow(rule) << QByteArray(rule);
+        }
+    }
+
+    void endlessRulesAreLoggedOnceAndLeftOut()
+    {
+        QFETCH(QByteArray, rule);
+        writeLessons(u"a.ics"_s,
+                     {lesson("Zoom - One"),
+                      "BEGIN:VEVENT\nUID:endless\nDTSTART:19700101T000000Z\nDTEND:19700101T000001Z\nRRULE:" +
+                          rule + "\nSUMMARY:Zoom - Endless\nEND:VEVENT\n",
+                      lesson("Zoom - Two")});
+        EventLoopWatch watch;
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(load(), (QStringList{u"Zoom - One"_s, u"Zoom - Two"_s}));
+        QVERIFY2(timer.elapsed() < 4000, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY(watch.longestGap() < 0.2);
+        QCOMPARE(load(), (QStringList{u"Zoom - One"_s, u"Zoom - Two"_s}));
+        QCOMPARE(logged(u"Zoom - Endless"_s), 1);
+    }
+
+    void anOffenderIsForgottenWhenItIsMended()
+    {
+        const QByteArray start =
+            "BEGIN:VEVENT\nUID:endless\nDTSTART:20200101T120000Z\nDTEND:20200101T123000Z\nRRULE:FREQ=";
+        writeLessons(u"a.ics"_s, {start + "SECONDLY\nSUMMARY:Zoom - Endless\nEND:VEVENT\n"});
+        QCOMPARE(load(), QStringList());
+        writeLessons(u"a.ics"_s, {start + "DAILY\nSUMMARY:Zoom - Endless\nEND:VEVENT\n"});
+        QCOMPARE(load(), QStringList{u"Zoom - Endless"_s});
+    }
+
+    void rulesThatNeverComeTrueEnd()
+    {
+        for (const char *rule : {"FREQ=DAILY;BYMONTH=2;BYMONTHDAY=30", "FREQ=YEARLY;BYMONTH=2;BYMONTHDAY=30",
+                                 "FREQ=MONTHLY;BYMONTHDAY=31;BYMONTH=2"}) {
+            writeLessons(u"a.ics"_s, {lesson("Zoom - One"),
+                                      "BEGIN:VEVENT\nUID:never\nDTSTART:19700101T000000Z\nRRULE:" +
+                                          QByteArray(rule) + "\nSUMMARY:Zoom - Never\nEND:VEVENT\n"});
+            QVERIFY(load().contains(u"Zoom - One"_s));
+        }
+    }
+
+    void tooManyOccurrencesAreLoggedAndLeftOut()
+    {
+        writeLessons(u"a.ics"_s,
+                     {lesson("Zoom - One"), lesson("Zoom - Often", "RRULE:FREQ=SECONDLY;COUNT=20000\n")});
+        QCOMPARE(load(), QStringList{u"Zoom - One"_s});
+        QCOMPARE(logged(u"Zoom - Often"_s), 1);
+    }
+
+    void aTitleOfAMillionCharactersIsLoggedOnceAndLeftOut()
+    {
+        writeLessons(u"a.ics"_s, {lesson("Zoom - One"), lesson("Zoom - " + QByteArray(1'000'000, 'a'))});
+        EventLoopWatch watch;
+        QCOMPARE(load(), QStringList{u"Zoom - One"_s});
+        QCOMPARE(load(), QStringList{u"Zoom - One"_s});
+        QVERIFY(watch.longestGap() < 0.2);
+        QCOMPARE(logged(u"its title is too long"_s), 1);
+        QVERIFY(m_log->latestLines().last().size() < 500);
+    }
+
+    void notesOfAnyLengthAreShown()
+    {
+        writeLessons(u"a.ics"_s, {lesson("Zoom - One", "DESCRIPTION:" + QByteArray(1'000'000, 'n') + "\n")});
+        QCOMPARE(load(), QStringList{u"Zoom - One"_s});
+        const auto events = QCoro::waitFor(m_store->events(m_day));
+        QCOMPARE(events.value().front().notes.value().size(), 1'000'000);
+    }
+
+    void controlCharactersPassThroughAndBreakNoLogLine()
+    {
+        writeLessons(u"a.ics"_s,
+                     {lesson("Zoom - \x01\x1b[31m\tAnna\x7f"),
+                      "BEGIN:VEVENT\nUID:e\nDTSTART:19700101T000000Z\nRRULE:FREQ=SECONDLY\nSUMMARY:"
+                      "two\\nlines \" \x1b[0m\n"
+                      "END:VEVENT\n"});
+        const QStringList titles = load();
+        QCOMPARE(titles.size(), 1);
+        QVERIFY(titles.first().contains(u"Anna"_s));
+        const QString line = m_log->latestLines().filter(u"left out"_s).value(0);
+        QVERIFY(!line.isEmpty());
+        QVERIFY(!line.contains(u'\n') && !line.contains(u'\x1b'));
+    }
+
+    void deepNestingIsLeftOut()
+    {
+        writeLessons(u"a.ics"_s, {lesson("Zoom - One")});
+        write(u"deep.ics"_s, QByteArray("BEGIN:VEVENT\r\n").repeated(200'000));
+        QCOMPARE(load(), QStringList{u"Zoom - One"_s});
+        QCOMPARE(logged(u"nested too deeply"_s), 1);
+    }
+
+    void aFileCutOffAtAnyByteNeverEndsTheProgram()
+    {
+        const QByteArray whole = calendarText(
+            "BEGIN:VTIMEZONE\nTZID:Own\nBEGIN:STANDARD\nDTSTART:19700101T000000\nTZOFFSETFROM:+"
+            "0000\nTZOFFSETTO:+0100\n"
+            "END:STANDARD\nEND:VTIMEZONE\nBEGIN:VEVENT\nUID:a\nDTSTART;TZID=Own:20250514T120000\nDURATION:"
+            "PT30M\n"
+            "RRULE:FREQ=WEEKLY;BYDAY=WE;UNTIL=20260101T000000Z\nEXDATE;TZID=Own:20250521T120000\n"
+            "RDATE:20250515T120000Z\nSUMMARY:Zoom - \\n\\, "
+            "课\nURL:https://zoom.us/j/1\nEND:VEVENT\nBEGIN:VEVENT\nUID:a\n"
+            "RECURRENCE-ID;TZID=Own;RANGE=THISANDFUTURE:20250528T120000\nDTSTART;TZID=Own:"
+            "20250528T130000\nEND:VEVENT\n");
+        writeLessons(u"good.ics"_s, {lesson("Zoom - Good")});
+        for (qsizetype length = 0; length <= whole.size(); ++length) {
+            write(u"cut.ics"_s, whole.left(length));
+            QVERIFY2(load().contains(u"Zoom - Good"_s), qPrintable(QString::number(length)));
+        }
+        QVERIFY(load().contains(u"Zoom - \n, 课"_s));
+    }
+
+    void callsWhileAQueryRunsStartNoOther()
+    {
+        writeLessons(u"a.ics"_s, {lesson("Zoom - One")});
+        QCOMPARE(load(), QStringList{u"Zoom - One"_s});
+        std::vector<QCoro::Task<std::expected<std::vector<CalendarEvent>, Failure>>> calls;
+        for (int number = 0; number < 200; ++number) {
+            calls.push_back(m_store->events(m_day));
+        }
+        for (auto &call : calls) {
+            const auto events = QCoro::waitFor(call);
+            QVERIFY(events.has_value());
+            QCOMPARE(events->size(), std::size_t{1});
+        }
+    }
+
+    void aStoreThatGoesWhileItIsAskedLeavesNothingBehind()
+    {
+        writeLessons(u"a.ics"_s, {lesson("Zoom - One")});
+        QCOMPARE(load(), QStringList{u"Zoom - One"_s});
+        writeLessons(u"a.ics"_s, {lesson("Zoom - Two")});
+        auto call = m_store->events(m_day);
+        m_store.reset();
+        // The call ends all the same.
+        QCoro::waitFor(std::move(call));
+    }
+};
+
+QTEST_GUILESS_MAIN(CalendarFoldersTest)
+#include "CalendarFoldersTest.moc"

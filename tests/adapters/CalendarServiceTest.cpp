@@ -1,0 +1,337 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "tests/support/CalendarService.h"
+#include "Corvane/Platform/Linux/EvolutionData/LinuxEventStore.h"
+#include "tests/support/EventLoopWatch.h"
+
+#include <QElapsedTimer>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto limit = 5000;
+
+QByteArray lesson(const QByteArray &title, const QByteArray &more = {})
+{
+    return "BEGIN:VEVENT\nUID:" + title.left(50).simplified().replace(' ', '-') +
+           "\nDTSTAMP:20250101T000000Z\nDTSTART:20250514T120000Z\nDTEND:20250514T123000Z\n" + more +
+           "SUMMARY:" + title + "\nEND:VEVENT\n";
+}
+
+int threadCount()
+{
+    QFile status(u"/proc/self/status"_s);
+    return status.open(QIODevice::ReadOnly) ? QRegularExpression(u"Threads:\\s*(\\d+)"_s)
+                                                  .match(QString::fromLatin1(status.readAll()))
+                                                  .captured(1)
+                                                  .toInt()
+                                            : -1;
+}
+
+} // namespace
+
+/// The store of the whole machine over a real calendar service that is killed, stopped and fed.
+class CalendarServiceTest : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<QTemporaryDir> m_room;
+    std::unique_ptr<DebugLogService> m_log;
+    std::unique_ptr<CalendarService> m_service;
+    std::unique_ptr<EventStore> m_store;
+    const DateInterval m_day{dateSince1970(1747180800),
+                             dateSince1970(1747180800 + 86400)}; // 14 May 2025, UTC
+
+    using Events = std::expected<std::vector<CalendarEvent>, Failure>;
+
+    /// As the lesson store loads: asks for access where none is decided.
+    static QCoro::Task<Events> load(EventStore *store, DateInterval day)
+    {
+        if (store->authorizationStatus() != CalendarAuthorization::fullAccess) {
+            auto granted = co_await store->requestFullAccessToEvents();
+            if (!granted) {
+                co_return std::unexpected(granted.error());
+            }
+            if (!*granted) {
+                co_return std::unexpected(Failure{u"denied"_s});
+            }
+        }
+        auto events = co_await store->events(day);
+        co_return events;
+    }
+
+    [[nodiscard]] static QStringList titles(const Events &events)
+    {
+        if (!events) {
+            return {u"failed: "_s + events.error().localizedDescription};
+        }
+        QStringList titles;
+        for (const CalendarEvent &event : *events) {
+            titles << event.title.value_or(QString());
+        }
+        return titles;
+    }
+
+    [[nodiscard]] QStringList load() { return titles(QCoro::waitFor(load(m_store.get(), m_day))); }
+
+    [[nodiscard]] qsizetype logged(const QString &part) const
+    {
+        return m_log->latestLines().filter(part).size();
+    }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        CalendarService::writeCalendar(
+            calendarText(lesson("Zoom - Anna") + lesson("Zoom - Ben", "RRULE:FREQ=WEEKLY\n")));
+        CalendarService::addCalendar(u"second"_s, u"Lessons"_s, calendarText(lesson("Zoom - Cleo")));
+        CalendarService::addCalendar(u"disabled"_s, u"Off"_s, calendarText(lesson("Zoom - Never")), false);
+        m_service = std::make_unique<CalendarService>();
+    }
+
+    void cleanupTestCase() { m_service.reset(); }
+
+    void init()
+    {
+        m_room = std::make_unique<QTemporaryDir>();
+        m_log = std::make_unique<DebugLogService>(m_room->path());
+        m_store = makeLinuxEventStore(*m_log, {m_room->filePath(u"folder"_s)});
+    }
+
+    void cleanup()
+    {
+        m_store.reset();
+        for (const auto part : {CalendarService::Part::registry, CalendarService::Part::factory}) {
+            if (m_service->isRunning(part)) {
+                m_service->signal(part, SIGCONT);
+            }
+        }
+        m_log.reset();
+        m_room.reset();
+    }
+
+    void enabledCalendarsAreReadAndDisabledOnesNot()
+    {
+        QCOMPARE(load(), (QStringList{u"Zoom - Anna"_s, u"Zoom - Ben"_s, u"Zoom - Cleo"_s}));
+    }
+
+    void foldersAndServiceAreOneList()
+    {
+        QVERIFY(QDir().mkpath(m_room->filePath(u"folder"_s)));
+        QFile file(m_room->filePath(u"folder/a.ics"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(calendarText(lesson("Zoom - Bea")));
+        file.close();
+        QCOMPARE(load(), (QStringList{u"Zoom - Anna"_s, u"Zoom - Bea"_s, u"Zoom - Ben"_s, u"Zoom - Cleo"_s}));
+    }
+
+    void theClientsStayOpenBetweenLoads()
+    {
+        QCOMPARE(load().size(), 3);
+        QElapsedTimer timer;
+        timer.start();
+        for (int number = 0; number < 20; ++number) {
+            QCOMPARE(load().size(), 3);
+        }
+        // Opened anew each time they would take several seconds.
+        QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
+    }
+
+    void aServiceKilledBetweenLoadsIsOpenedAgain()
+    {
+        QCOMPARE(load().size(), 3);
+        m_service->signal(CalendarService::Part::factory, SIGKILL);
+        QTRY_VERIFY_WITH_TIMEOUT(!m_service->isRunning(CalendarService::Part::factory), 5000);
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(load().size(), 3);
+        QVERIFY(timer.elapsed() < limit);
+        QVERIFY(logged(u"calendar opened again"_s) > 0);
+    }
+
+    void aServiceKilledInTheMiddleOfALoadKeepsTheLessons()
+    {
+        QCOMPARE(load().size(), 3);
+        for (int number = 0; number < 10; ++number) {
+            auto loading = load(m_store.get(), m_day);
+            m_service->signal(CalendarService::Part::factory, SIGKILL);
+            QElapsedTimer timer;
+            timer.start();
+            QCOMPARE(titles(QCoro::waitFor(std::move(loading))).size(), 3);
+            QVERIFY(timer.elapsed() < limit);
+            QCOMPARE(load().size(), 3);
+        }
+        QVERIFY(logged(u"calendar opened again"_s) + logged(u"did not answer"_s) > 0);
+    }
+
+    void aServiceThatHangsKeepsTheLessonsAndIsLoggedOnce()
+    {
+        QCOMPARE(load().size(), 3);
+        m_service->signal(CalendarService::Part::factory, SIGSTOP);
+        EventLoopWatch watch;
+        for (int number = 0; number < 2; ++number) {
+            QElapsedTimer timer;
+            timer.start();
+            QCOMPARE(load(), (QStringList{u"Zoom - Anna"_s, u"Zoom - Ben"_s, u"Zoom - Cleo"_s}));
+            QVERIFY2(timer.elapsed() < limit, qPrintable(QString::number(timer.elapsed())));
+        }
+        QVERIFY(watch.longestGap() < 0.2);
+        QCOMPARE(logged(u"calendar did not answer name=\"Lessons\""_s), 1);
+        m_service->signal(CalendarService::Part::factory, SIGCONT);
+        QTRY_COMPARE_WITH_TIMEOUT(
+            (static_cast<void>(load()), logged(u"calendar answers again name=\"Lessons\""_s)), 1, 20000);
+    }
+
+    void onAnotherDayTheLastAnswerDoesNotStandIn()
+    {
+        QCOMPARE(load().size(), 3);
+        m_service->signal(CalendarService::Part::factory, SIGSTOP);
+        const DateInterval next{m_day.end, m_day.end + Seconds{86400}};
+        QVERIFY(!QCoro::waitFor(load(m_store.get(), next)).has_value());
+    }
+
+    void aServiceThatHangsFromTheBeginningIsAnErrorInTime()
+    {
+        QVERIFY(m_service->process(CalendarService::Part::factory) > 0);
+        m_service->signal(CalendarService::Part::factory, SIGSTOP);
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(load().first().startsWith(u"failed"_s));
+        QVERIFY2(timer.elapsed() < limit, qPrintable(QString::number(timer.elapsed())));
+        QCOMPARE(m_store->authorizationStatus(), CalendarAuthorization::notDetermined);
+        m_service->signal(CalendarService::Part::factory, SIGCONT);
+        QTRY_COMPARE_WITH_TIMEOUT(load().size(), 3, 20000);
+    }
+
+    void withAFolderAServiceThatHangsDelaysButDoesNotFail()
+    {
+        QVERIFY(QDir().mkpath(m_room->filePath(u"folder"_s)));
+        QFile file(m_room->filePath(u"folder/a.ics"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(calendarText(lesson("Zoom - Bea")));
+        file.close();
+        QVERIFY(m_service->process(CalendarService::Part::factory) > 0);
+        m_service->signal(CalendarService::Part::factory, SIGSTOP);
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(load(), QStringList{u"Zoom - Bea"_s});
+        QVERIFY2(timer.elapsed() < limit, qPrintable(QString::number(timer.elapsed())));
+    }
+
+    void callsOnceASecondPileNothingUpWhileTheServiceHangs()
+    {
+        QCOMPARE(load().size(), 3);
+        m_service->signal(CalendarService::Part::factory, SIGSTOP);
+        std::vector<QCoro::Task<Events>> calls;
+        const int before = threadCount();
+        int most = 0;
+        // Four a second for twelve seconds: some overlap, all end, and no thread is left behind.
+        QElapsedTimer timer;
+        timer.start();
+        while (timer.elapsed() < 12'000) {
+            calls.push_back(load(m_store.get(), m_day));
+            const qint64 next = timer.elapsed() + 250;
+            QTRY_VERIFY_WITH_TIMEOUT(timer.elapsed() >= next, 1000);
+            most = std::max(most, threadCount());
+        }
+        for (auto &call : calls) {
+            QCOMPARE(titles(QCoro::waitFor(call)).size(), 3);
+        }
+        QVERIFY2(most - before < 20, qPrintable(u"%1 threads, before %2"_s.arg(most).arg(before)));
+    }
+
+    void aNewCalendarAppearsAndARemovedOneGoes()
+    {
+        QCOMPARE(load().size(), 3);
+        CalendarService::addCalendar(u"third"_s, u"Evening"_s, calendarText(lesson("Zoom - Dora")));
+        QTRY_VERIFY_WITH_TIMEOUT(load().contains(u"Zoom - Dora"_s), 30000);
+        CalendarService::removeCalendar(u"third"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(!load().contains(u"Zoom - Dora"_s), 30000);
+    }
+
+    void anEventWrittenIntoTheFileAppears()
+    {
+        QCOMPARE(load().size(), 3);
+        CalendarService::addCalendar(
+            u"second"_s, u"Lessons"_s,
+            calendarText(lesson("Zoom - Cleo") + lesson("Zoom - Emil", "RRULE:FREQ=DAILY\n")));
+        QTRY_COMPARE_WITH_TIMEOUT(
+            load(), (QStringList{u"Zoom - Anna"_s, u"Zoom - Ben"_s, u"Zoom - Cleo"_s, u"Zoom - Emil"_s}),
+            30000);
+        CalendarService::addCalendar(u"second"_s, u"Lessons"_s, calendarText(lesson("Zoom - Cleo")));
+        QTRY_COMPARE_WITH_TIMEOUT(load().size(), 3, 30000);
+    }
+
+    void hostileEventsAreLeftOutAndTheOthersShown()
+    {
+        const QByteArray start = "BEGIN:VEVENT\nUID:%N\nDTSTAMP:20250101T000000Z\nDTSTART:19700101T000000Z\n"
+                                 "DTEND:19700101T000001Z\nRRULE:%R\nSUMMARY:Zoom - %N\nEND:VEVENT\n";
+        QByteArray text = lesson("Zoom - Fay");
+        int number = 0;
+        for (const char *rule :
+             {"FREQ=SECONDLY", "FREQ=SECONDLY;BYMONTH=2;BYMONTHDAY=30", "FREQ=MINUTELY", "FREQ=HOURLY"}) {
+            text +=
+                QByteArray(start).replace("%N", "hostile" + QByteArray::number(++number)).replace("%R", rule);
+        }
+        text += lesson("Zoom - " + QByteArray(1'000'000, 'a'));
+        CalendarService::addCalendar(u"hostile"_s, u"Hostile"_s, calendarText(text));
+        EventLoopWatch watch;
+        QTRY_VERIFY_WITH_TIMEOUT(load().contains(u"Zoom - Fay"_s), 30000);
+        for (int round = 0; round < 3; ++round) {
+            QElapsedTimer timer;
+            timer.start();
+            QCOMPARE(load(),
+                     (QStringList{u"Zoom - Anna"_s, u"Zoom - Ben"_s, u"Zoom - Cleo"_s, u"Zoom - Fay"_s}));
+            QVERIFY2(timer.elapsed() < limit, qPrintable(QString::number(timer.elapsed())));
+        }
+        QVERIFY2(watch.longestGap() < 0.2, qPrintable(QString::number(watch.longestGap())));
+        QCOMPARE(logged(u"calendar event left out calendar=\"Hostile\""_s), 5);
+        CalendarService::removeCalendar(u"hostile"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(!load().contains(u"Zoom - Fay"_s), 30000);
+    }
+
+    void aStoreThatGoesWhileItIsAskedLeavesNothingBehind()
+    {
+        auto first = load(m_store.get(), m_day);
+        QCOMPARE(titles(QCoro::waitFor(std::move(first))).size(), 3);
+        auto second = m_store->events(m_day);
+        m_store.reset();
+        QCoro::waitFor(std::move(second));
+    }
+
+    void aRegistryKilledBetweenLoadsKeepsTheLessons()
+    {
+        QCOMPARE(load().size(), 3);
+        m_service->signal(CalendarService::Part::registry, SIGKILL);
+        QTRY_VERIFY_WITH_TIMEOUT(!m_service->isRunning(CalendarService::Part::registry), 5000);
+        for (int round = 0; round < 3; ++round) {
+            QCOMPARE(load().size(), 3);
+        }
+    }
+
+    // The last one: the library keeps its call to a registry that hangs for half a minute.
+    void aRegistryThatHangsIsAnErrorInTimeAndAnswersLater()
+    {
+        QVERIFY(m_service->process(CalendarService::Part::registry) > 0);
+        m_service->signal(CalendarService::Part::registry, SIGSTOP);
+        for (int round = 0; round < 3; ++round) {
+            QElapsedTimer timer;
+            timer.start();
+            QVERIFY(load().first().startsWith(u"failed"_s));
+            QVERIFY2(timer.elapsed() < limit, qPrintable(QString::number(timer.elapsed())));
+        }
+        QCOMPARE(logged(u"calendar service did not answer"_s), 1);
+        m_service->signal(CalendarService::Part::registry, SIGCONT);
+        QTRY_COMPARE_WITH_TIMEOUT(load().size(), 3, 40000);
+    }
+};
+
+QTEST_GUILESS_MAIN(CalendarServiceTest)
+#include "CalendarServiceTest.moc"

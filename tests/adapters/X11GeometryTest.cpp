@@ -1,0 +1,214 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/X11/CardShape.h"
+#include "Corvane/Platform/Linux/X11/PanelMotion.h"
+#include "Corvane/Platform/Linux/X11/ReservedAreas.h"
+
+#include <QTest>
+
+using namespace corvane;
+
+namespace {
+
+constexpr QSize oneMonitor(1920, 1080);
+constexpr QSize sideBySide(3840, 1080);
+const QRect leftMonitor(0, 0, 1920, 1080);
+const QRect rightMonitor(1920, 0, 1920, 1080);
+
+ReservedAreas with(QSize desktop, const std::vector<std::vector<std::uint32_t>> &properties)
+{
+    ReservedAreas areas{.desktop = desktop, .struts = {}, .workAreas = {}};
+    for (const auto &property : properties) {
+        if (const auto strut = Strut::fromProperty(property, desktop)) {
+            areas.struts.push_back(*strut);
+        }
+    }
+    return areas;
+}
+
+/// The property of a panel that keeps `thickness` of the edge with this index (left, right, top, bottom).
+std::vector<std::uint32_t> panel(std::size_t edge, std::uint32_t thickness, std::uint32_t from,
+                                 std::uint32_t to)
+{
+    std::vector<std::uint32_t> values(12);
+    values[edge] = thickness;
+    values[4 + 2 * edge] = from;
+    values[5 + 2 * edge] = to;
+    return values;
+}
+
+constexpr std::size_t left = 0;
+constexpr std::size_t right = 1;
+constexpr std::size_t top = 2;
+constexpr std::size_t bottom = 3;
+
+} // namespace
+
+class X11GeometryTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aScreenWithoutPanelsIsVisibleWhole()
+    {
+        QCOMPARE(with(oneMonitor, {}).visiblePart(leftMonitor), leftMonitor);
+    }
+
+    void aPanelAtEachEdgeTakesItsStrip()
+    {
+        const ReservedAreas areas = with(oneMonitor, {panel(left, 40, 0, 1079), panel(right, 50, 0, 1079),
+                                                      panel(top, 28, 0, 1919), panel(bottom, 60, 0, 1919)});
+        QCOMPARE(areas.visiblePart(leftMonitor), QRect(40, 28, 1920 - 90, 1080 - 88));
+    }
+
+    void anOldStrutReachesAlongTheWholeEdge()
+    {
+        QCOMPARE(with(oneMonitor, {{0, 0, 30, 0}}).visiblePart(leftMonitor), QRect(0, 30, 1920, 1050));
+    }
+
+    void aPanelOfOneMonitorLeavesTheOtherAlone()
+    {
+        const ReservedAreas areas = with(sideBySide, {panel(top, 28, 1920, 3839)});
+        QCOMPARE(areas.visiblePart(leftMonitor), leftMonitor);
+        QCOMPARE(areas.visiblePart(rightMonitor), QRect(1920, 28, 1920, 1052));
+    }
+
+    void aPanelBetweenTwoMonitorsTakesNothingOfTheOuterOne()
+    {
+        // At the left edge of the right monitor: told from the desktop's left edge, across the left monitor.
+        const ReservedAreas areas = with(sideBySide, {panel(left, 1920 + 48, 0, 1079)});
+        QCOMPARE(areas.visiblePart(leftMonitor), leftMonitor);
+        QCOMPARE(areas.visiblePart(rightMonitor), QRect(1968, 0, 1872, 1080));
+    }
+
+    void aPanelAtTheFootOfALowerMonitorIsToldFromTheDesktopsFoot()
+    {
+        // The left monitor is lower than the right one: its panel's strip begins below it.
+        const QSize desktop(3840, 1200);
+        const QRect tall(1920, 0, 1920, 1200);
+        const ReservedAreas areas = with(desktop, {panel(bottom, 120 + 30, 0, 1919)});
+        QCOMPARE(areas.visiblePart(leftMonitor), QRect(0, 0, 1920, 1050));
+        QCOMPARE(areas.visiblePart(tall), tall);
+    }
+
+    void aWindowManagersWorkAreasCount()
+    {
+        ReservedAreas areas = with(sideBySide, {});
+        areas.workAreas = {QRect(0, 27, 1920, 1053), QRect(1920, 0, 1920, 1080)};
+        QCOMPARE(areas.visiblePart(leftMonitor), QRect(0, 27, 1920, 1053));
+        QCOMPARE(areas.visiblePart(rightMonitor), rightMonitor);
+    }
+
+    void aWorkAreaOfAnotherMonitorDoesNot()
+    {
+        ReservedAreas areas = with(sideBySide, {});
+        areas.workAreas = {QRect(1920, 0, 1920, 1080)};
+        QCOMPARE(areas.visiblePart(leftMonitor), leftMonitor);
+    }
+
+    void strutsThatMakeNoSenseAreLeftOut_data()
+    {
+        QTest::addColumn<QList<uint>>("values");
+        QTest::newRow("none") << QList<uint>{};
+        QTest::newRow("too few") << QList<uint>{1, 2, 3};
+        QTest::newRow("nothing kept") << QList<uint>(12);
+        QTest::newRow("everything kept") << QList<uint>{0, 0, 4'000'000'000, 0, 0, 0, 0, 0, 0, 1919, 0, 0};
+        QTest::newRow("ends before it begins") << QList<uint>{0, 0, 30, 0, 0, 0, 0, 0, 1000, 10, 0, 0};
+        QTest::newRow("beside the desktop") << QList<uint>{0, 0, 30, 0, 0, 0, 0, 0, 5000, 6000, 0, 0};
+    }
+
+    void strutsThatMakeNoSenseAreLeftOut()
+    {
+        QFETCH(QList<uint>, values);
+        const ReservedAreas areas =
+            with(oneMonitor, {std::vector<std::uint32_t>(values.begin(), values.end())});
+        QCOMPARE(areas.visiblePart(leftMonitor), leftMonitor);
+    }
+
+    void aMotionBeginsAndEndsExactly()
+    {
+        const Rect home{100, 100, 1000, 280};
+        const PanelMotion motion{.begin = {home.scaledAboutCentre(0.95), 0},
+                                 .animation = {Seconds{0.22}, TimingCurve::easeOut, 1, home}};
+        QVERIFY((motion.at(Seconds{0}) == PanelMotion::Moment{home.scaledAboutCentre(0.95), 0}));
+        QVERIFY((motion.at(Seconds{0.22}) == PanelMotion::Moment{home, 1}));
+        QVERIFY((motion.at(Seconds{500}) == PanelMotion::Moment{home, 1}));
+        QVERIFY(!motion.isOver(Seconds{0.2199}));
+        QVERIFY(motion.isOver(Seconds{0.22}));
+    }
+
+    void easingOutIsFastFirstAndEasingInSlowFirst()
+    {
+        PanelMotion motion{.begin = {Rect{0, 0, 100, 100}, 0},
+                           .animation = {Seconds{1}, TimingCurve::easeOut, 1, Rect{100, 0, 100, 100}}};
+        QVERIFY(motion.at(Seconds{0.5}).alpha > 0.6);
+        QCOMPARE(motion.at(Seconds{0.5}).frame.x, motion.at(Seconds{0.5}).alpha * 100);
+        motion.animation.curve = TimingCurve::easeIn;
+        QVERIFY(motion.at(Seconds{0.5}).alpha < 0.4);
+    }
+
+    void aMotionNeverTurnsBack()
+    {
+        for (const TimingCurve curve : {TimingCurve::easeOut, TimingCurve::easeIn}) {
+            const PanelMotion motion{.begin = {Rect{}, 0}, .animation = {Seconds{1}, curve, 1, Rect{}}};
+            double before = 0;
+            for (int i = 0; i <= 1000; ++i) {
+                const double alpha = motion.at(Seconds{i / 1000.0}).alpha;
+                QVERIFY(alpha >= before && alpha <= 1);
+                before = alpha;
+            }
+        }
+    }
+
+    void aMotionOfNoLengthIsOverAtOnce()
+    {
+        const PanelMotion motion{.begin = {Rect{}, 0},
+                                 .animation = {Seconds{0}, TimingCurve::easeIn, 1, Rect{}}};
+        QVERIFY(motion.isOver(Seconds{0}));
+        QCOMPARE(motion.at(Seconds{0}).alpha, 1.0);
+    }
+
+    void roundedRowsCoverTheRectangleButItsCorners()
+    {
+        const auto rows = roundedRows(QRectF(10, 20, 100, 60), 20);
+        QRegion region;
+        for (const QRect &row : rows) {
+            QVERIFY(!region.intersects(row));
+            region += row;
+        }
+        QCOMPARE(region.boundingRect(), QRect(10, 20, 100, 60));
+        QVERIFY(!region.contains(QPoint(10, 20)) && !region.contains(QPoint(109, 79)));
+        QVERIFY(region.contains(QPoint(10, 50)) && region.contains(QPoint(60, 20)) &&
+                region.contains(QPoint(16, 26)));
+    }
+
+    void aShadowIsDarkestAtTheCardsEdgeAndGoneAtTheMargins()
+    {
+        const CardShape shape{.cornerRadius = 40, .shadowBlur = 28, .shadowOpacity = 0.55};
+        for (const double ratio : {1.0, 2.0}) {
+            const QImage shadow = cardShadow(shape, {1000, 280}, ratio);
+            const int margin = shape.margin();
+            QCOMPARE(shadow.size(), (QSize(1000, 280) + 2 * QSize(margin, margin)) * ratio);
+            const auto alpha = [&](double x, double y) {
+                return shadow.pixelColor(static_cast<int>(x * ratio), static_cast<int>(y * ratio)).alphaF();
+            };
+            QCOMPARE(alpha(0, 0), 0.F);
+            QVERIFY(alpha(500, 0.5) < 0.02F);
+            QVERIFY(alpha(500, margin - 1) > 0.2F &&
+                    alpha(500, margin - 1) < 0.3F); // half of it, at the edge
+            QVERIFY(alpha(500, margin - 1) > alpha(500, margin - 10));
+            QVERIFY(alpha(margin - 1, 180) > 0.2F);
+            QCOMPARE(alpha(500, 180), 0.F); // under the card
+        }
+    }
+
+    void aShadowOfASmallCardIsWholeToo()
+    {
+        const CardShape shape{.cornerRadius = 40, .shadowBlur = 28, .shadowOpacity = 0.55};
+        const QImage shadow = cardShadow(shape, {60, 50}, 1);
+        QCOMPARE(shadow.size(), QSize(60, 50) + 2 * QSize(shape.margin(), shape.margin()));
+    }
+};
+
+QTEST_GUILESS_MAIN(X11GeometryTest)
+#include "X11GeometryTest.moc"

@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/EvolutionData/EvolutionCalendars.h"
+#include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
+#include "tests/contracts/EventStoreContract.h"
+#include "tests/support/CalendarService.h"
+
+#include <QTemporaryDir>
+
+using namespace corvane;
+
+class EvolutionCalendarsContractTest : public EventStoreContract {
+    Q_OBJECT
+
+    QTemporaryDir m_folder;
+    DebugLogService m_log{m_folder.path()};
+    std::unique_ptr<CalendarService> m_service;
+
+protected:
+    std::unique_ptr<EventStore> makeStore() override
+    {
+        return std::make_unique<MergedEventStore>(std::vector<std::shared_ptr<CalendarSource>>{
+            std::make_shared<EvolutionCalendars>(m_log, [] { return QByteArray("UTC"); })});
+    }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        CalendarService::writeCalendar(calendarText(contractCalendar()));
+        m_service = std::make_unique<CalendarService>();
+    }
+
+    void cleanupTestCase() { m_service.reset(); }
+};
+
+QTEST_GUILESS_MAIN(EvolutionCalendarsContractTest)
+#include "EvolutionCalendarsContractTest.moc"

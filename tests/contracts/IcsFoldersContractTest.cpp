@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/EvolutionData/IcsFolders.h"
+#include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
+#include "tests/contracts/EventStoreContract.h"
+#include "tests/support/CalendarService.h"
+
+#include <QTemporaryDir>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+class IcsFoldersContractTest : public EventStoreContract {
+    Q_OBJECT
+
+    QTemporaryDir m_folder;
+    DebugLogService m_log{m_folder.filePath(u"log"_s)};
+
+protected:
+    std::unique_ptr<EventStore> makeStore() override
+    {
+        return std::make_unique<MergedEventStore>(
+            std::vector<std::shared_ptr<CalendarSource>>{std::make_shared<IcsFolders>(
+                m_log, QStringList{m_folder.path()}, [] { return QByteArray("UTC"); })});
+    }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QFile file(m_folder.filePath(u"contract.ics"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(calendarText(contractCalendar()));
+    }
+};
+
+QTEST_GUILESS_MAIN(IcsFoldersContractTest)
+#include "IcsFoldersContractTest.moc"

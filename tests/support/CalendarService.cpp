@@ -1,0 +1,119 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "tests/support/CalendarService.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusReply>
+#include <QDir>
+#include <QFile>
+#include <QSaveFile>
+
+#include <csignal>
+
+namespace corvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString nameOf(CalendarService::Part part)
+{
+    return part == CalendarService::Part::registry ? u"org.gnome.evolution.dataserver.Sources5"_s
+                                                   : u"org.gnome.evolution.dataserver.Calendar8"_s;
+}
+
+void write(const QString &path, const QByteArray &text)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit()) {
+        qFatal("%s cannot be written", qPrintable(path));
+    }
+}
+
+QString sourceFile(const QString &id)
+{
+    return qEnvironmentVariable("XDG_CONFIG_HOME") + u"/evolution/sources/"_s + id + u".source"_s;
+}
+
+void signalTree(qint64 process, int signal)
+{
+    QFile children(u"/proc/%1/task/%1/children"_s.arg(process));
+    if (children.open(QIODevice::ReadOnly)) {
+        for (const QByteArray &child : children.readAll().split(' ')) {
+            if (child.toLongLong() > 1) {
+                signalTree(child.toLongLong(), signal);
+            }
+        }
+    }
+    ::kill(static_cast<pid_t>(process), signal);
+}
+
+} // namespace
+
+CalendarService::CalendarService()
+    : m_bus({u"/usr/share/dbus-1/services"_s})
+    , m_connection(QDBusConnection::connectToBus(m_bus.address(), u"calendar-service"_s))
+{
+    qputenv("DBUS_SESSION_BUS_ADDRESS", m_bus.address().toUtf8());
+}
+
+CalendarService::~CalendarService()
+{
+    // A process that is stopped does not see the end of its bus.
+    for (const Part part : {Part::registry, Part::factory}) {
+        if (isRunning(part)) {
+            signal(part, SIGCONT);
+            signal(part, SIGTERM);
+        }
+    }
+    QDBusConnection::disconnectFromBus(u"calendar-service"_s);
+}
+
+void CalendarService::writeCalendar(const QByteArray &ics)
+{
+    write(qEnvironmentVariable("XDG_DATA_HOME") + u"/evolution/calendar/system/calendar.ics"_s, ics);
+}
+
+void CalendarService::addCalendar(const QString &id, const QString &displayName, const QByteArray &ics,
+                                  bool isEnabled)
+{
+    const QString file = qEnvironmentVariable("XDG_DATA_HOME") + u"/test-calendars/"_s + id + u".ics"_s;
+    write(file, ics);
+    write(sourceFile(id), u"[Data Source]\nDisplayName=%1\nEnabled=%2\nParent=local-stub\n\n[Calendar]\n"
+                          "BackendName=local\nSelected=true\n\n[Local Backend]\nCustomFile=file://%3\n"_s
+                              .arg(displayName, isEnabled ? u"true"_s : u"false"_s, file)
+                              .toUtf8());
+}
+
+void CalendarService::removeCalendar(const QString &id)
+{
+    QFile::remove(sourceFile(id));
+}
+
+qint64 CalendarService::process(Part part)
+{
+    QDBusConnectionInterface *bus = m_connection.interface();
+    bus->startService(nameOf(part));
+    return bus->servicePid(nameOf(part)).value();
+}
+
+void CalendarService::signal(Part part, int signal)
+{
+    signalTree(m_connection.interface()->servicePid(nameOf(part)).value(), signal);
+}
+
+bool CalendarService::isRunning(Part part) const
+{
+    return m_connection.interface()->isServiceRegistered(nameOf(part)).value();
+}
+
+QByteArray calendarText(const QByteArray &components)
+{
+    QByteArray text = "BEGIN:VCALENDAR\nVERSION:2.0\nPRODID:-//Quillet//Tests//EN\n" + components;
+    text += "END:VCALENDAR\n";
+    return text.replace("\r\n", "\n").replace("\n", "\r\n");
+}
+
+} // namespace corvane

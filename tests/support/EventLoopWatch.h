@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Utilities/Clock.h"
+
+#include <QTimer>
+
+#include <algorithm>
+#include <chrono>
+
+namespace corvane {
+
+/// Measures how long the event loop of the main thread was kept from its turns.
+class EventLoopWatch {
+public:
+    EventLoopWatch()
+    {
+        m_timer.setTimerType(Qt::PreciseTimer);
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { note(); });
+        m_timer.start(interval);
+    }
+
+    /// The longest time between two turns since the construction, in seconds.
+    [[nodiscard]] double longestGap()
+    {
+        note();
+        return m_longest;
+    }
+
+private:
+    static constexpr std::chrono::milliseconds interval{10};
+
+    void note()
+    {
+        const auto now = std::chrono::steady_clock::now();
+        m_longest = std::max(m_longest, Seconds(now - m_last).count());
+        m_last = now;
+    }
+
+    QTimer m_timer;
+    std::chrono::steady_clock::time_point m_last = std::chrono::steady_clock::now();
+    double m_longest = 0;
+};
+
+} // namespace corvane

@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Calendar/EventStore.h"
+
+#include <deque>
+#include <vector>
+
+namespace corvane {
+
+/// An event store over a list of events. It keeps the port's promises and records what it was asked.
+class FakeEventStore final : public EventStore {
+public:
+    /// What the calendars hold: single events, in any order.
+    std::vector<CalendarEvent> calendar;
+    /// What the next requests answer.
+    std::expected<bool, Failure> grant = true;
+    /// Set: what the next queries fail with.
+    std::optional<Failure> failure;
+
+    int requests = 0;
+    std::vector<DateInterval> intervals;
+
+    [[nodiscard]] CalendarAuthorization authorizationStatus() const override;
+    QCoro::Task<std::expected<bool, Failure>> requestFullAccessToEvents() override;
+    QCoro::Task<std::expected<std::vector<CalendarEvent>, Failure>> events(DateInterval interval) override;
+
+private:
+    bool m_isGranted = false;
+};
+
+} // namespace corvane

@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "tests/support/Pictures.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFont>
+#include <QPalette>
+#include <QStyleFactory>
+
+using namespace Qt::StringLiterals;
+
+namespace corvane::pictures {
+
+void prepareEnvironment(int scaleFactor)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_FONT_DPI", "96");
+    qputenv("QT_SCALE_FACTOR", QByteArray::number(scaleFactor));
+    qputenv("FONTCONFIG_FILE", QUILLET_TEST_FONTS);
+}
+
+void prepareApplication()
+{
+    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    QPalette palette(QColor(u"#efefef"_s), QColor(u"#f4f4f4"_s));
+    palette.setColor(QPalette::Highlight, QColor(u"#308cc6"_s));
+    QApplication::setPalette(palette);
+    QApplication::setFont(QFont(u"DejaVu Sans"_s, 10));
+    QApplication::setCursorFlashTime(0);
+}
+
+QString difference(const QImage &picture, const QString &name)
+{
+    const QString version = u"%1.%2"_s.arg(QT_VERSION_MAJOR).arg(QT_VERSION_MINOR);
+    const QString reference = QStringLiteral(QUILLET_TEST_REFERENCES) + u"/%1/%2.png"_s.arg(version, name);
+    const QImage wanted(reference);
+    const QImage actual = picture.convertToFormat(QImage::Format_ARGB32);
+    if (!wanted.isNull() && wanted.convertToFormat(QImage::Format_ARGB32) == actual) {
+        return {};
+    }
+    const QString folder = QStringLiteral(QUILLET_TEST_PICTURES) + u'/' + version;
+    QDir().mkpath(folder);
+    QImage written = actual;
+    written.setDevicePixelRatio(1);
+    const QString path = folder + u'/' + name + u".png"_s;
+    if (!written.save(path, "PNG", 0)) { // as small as it gets
+        return u"the picture could not be written to %1"_s.arg(path);
+    }
+    return (wanted.isNull() ? u"there is no reference %1; the picture is %2"_s
+                            : u"the picture differs from %1; it is %2"_s)
+        .arg(reference, path);
+}
+
+} // namespace corvane::pictures

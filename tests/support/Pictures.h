@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QImage>
+#include <QString>
+
+/// Pictures of views, compared to the last pixel with references that were looked at when they were made.
+namespace corvane::pictures {
+
+/// Sets what pictures depend on and the environment can tell: fonts, resolution, scale factor. Called before
+/// the application object is made. `scaleFactor` is 1 or 2.
+void prepareEnvironment(int scaleFactor);
+
+/// Sets what the application object can tell: style, palette, font, no blinking.
+void prepareApplication();
+
+/// Compares `picture` with the reference `name` of this version of Qt. Empty when they are the same; else
+/// what is wrong and where the picture was written, to be looked at and, if it is right, to become the
+/// reference.
+[[nodiscard]] QString difference(const QImage &picture, const QString &name);
+
+} // namespace corvane::pictures
