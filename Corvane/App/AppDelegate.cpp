@@ -9,8 +9,6 @@ namespace corvane {
 
 void AppDelegate::applicationDidFinishLaunching() const
 {
-    // The desktop shows a program in its task bar by its windows, of which there are none of the ordinary
-    // kind.
     QGuiApplication::setQuitOnLastWindowClosed(applicationShouldTerminateAfterLastWindowClosed());
 }
 

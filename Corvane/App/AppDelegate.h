@@ -5,11 +5,11 @@
 
 namespace corvane {
 
-/// What makes the program one that lives in the panel alone.
+/// What makes the program one that lives in the panel alone. (Nothing of it stands in a task bar because none
+/// of its windows is of the kind that does.)
 class AppDelegate {
 public:
-    /// Called once the application object is made: nothing of the program stands in the task bar, and its
-    /// windows come and go without ending it.
+    /// Called once, after the application object is made and before any window is.
     void applicationDidFinishLaunching() const;
 
     /// Closing the last window never ends the program; only the command to quit does.

@@ -19,8 +19,12 @@ std::unique_ptr<QSettings> SettingsFile::open()
     settings->setFallbacksEnabled(false);
     if (settings->status() == QSettings::FormatError) {
         m_garbledPath = settings->fileName();
-        const QString copy = m_garbledPath + u".unreadable"_s;
-        if (QFile::exists(copy) || QFile::copy(m_garbledPath, copy)) {
+        // Never over an earlier copy: that may be the one that matters.
+        QString copy = m_garbledPath + u".unreadable"_s;
+        for (int number = 2; QFile::exists(copy); ++number) {
+            copy = m_garbledPath + u".unreadable-"_s + QString::number(number);
+        }
+        if (QFile::copy(m_garbledPath, copy)) {
             m_copyPath = copy;
         }
     }

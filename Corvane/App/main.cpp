@@ -31,14 +31,15 @@ void say(const char *text)
     std::fputs(text, stderr);
 }
 
-/// Starts the program unless another one runs already.
-QCoro::Task<void> launch(SingleInstance &instance, std::optional<CorvaneApp> &program)
+/// Starts the program unless another one runs already. Both outlive the event loop.
+QCoro::Task<void> launch(SingleInstance *instance, std::optional<CorvaneApp> *program)
 {
+    const QString token = SingleInstance::takeActivationToken();
     // Not awaited in the switch itself: GCC 12 loses the frame there.
-    const SingleInstance::Start start = co_await instance.claim(SingleInstance::takeActivationToken());
+    const SingleInstance::Start start = co_await instance->claim(token);
     switch (start) {
     case SingleInstance::Start::first:
-        program.emplace();
+        program->emplace();
         co_return;
     case SingleInstance::Start::handedOver:
         say("Quillet is running already; look for its bell in the panel.\n");
@@ -59,7 +60,6 @@ int main(int argc, char *argv[])
     QCoreApplication::setApplicationName(u"Quillet"_s);
     QApplication::setDesktopFileName(u"com.ordwinsoftware.Quillet"_s);
     QApplication application(argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
 
     SingleInstance instance(QDBusConnection::sessionBus(), SingleInstance::userLockDirectories());
     // Destroyed before the instance: the name is given up when nothing of the program acts any more.
@@ -76,6 +76,6 @@ int main(int argc, char *argv[])
         }
     });
     // On the loop's first turn: exit() has no effect before the loop runs.
-    QTimer::singleShot(0, &application, [&] { spawn(launch(instance, program)); });
+    QTimer::singleShot(0, &application, [&] { spawn(launch(&instance, &program)); });
     return QApplication::exec();
 }

@@ -90,14 +90,6 @@ QString withoutCodes(const QString &text)
     return result;
 }
 
-/// A text without letter case and diacritics, and where each of its units came from.
-struct FoldedText {
-    QString text;
-    std::vector<qsizetype> source; ///< index in the original of the character a unit was folded from
-    std::vector<bool> first;       ///< whether a unit is the first that its character folds to
-    std::vector<qsizetype> next;   ///< index in the original behind that character and the marks on it
-};
-
 bool isMark(char32_t scalar)
 {
     switch (QChar::category(scalar)) {
@@ -110,36 +102,57 @@ bool isMark(char32_t scalar)
     }
 }
 
+/// Where a unit of a folded text came from.
+struct FoldedUnit {
+    qsizetype source = 0; ///< index in the original of the character it was folded from
+    qsizetype next = 0;   ///< index in the original behind that character and the marks on it
+    bool isFirst = true;  ///< whether it is the first that its character folds to
+};
+
+/// A text without letter case and diacritics.
+struct FoldedText {
+    QString text;
+    std::vector<FoldedUnit> units;
+};
+
+/// What one character, of one or two UTF-16 units, folds to; nothing when it is a mark.
+QString foldedCharacter(QStringView character)
+{
+    QString units;
+    for (const QChar unit : character.toString().normalized(QString::NormalizationForm_D)) {
+        if (!isMark(unit.unicode())) {
+            units.append(unit);
+        }
+    }
+    return units.toCaseFolded();
+}
+
 FoldedText folded(const QString &original)
 {
     FoldedText result;
     result.text.reserve(original.size());
+    result.units.reserve(static_cast<std::size_t>(original.size()));
     for (qsizetype i = 0; i < original.size();) {
-        const bool pair =
-            original[i].isHighSurrogate() && i + 1 < original.size() && original[i + 1].isLowSurrogate();
-        const qsizetype length = pair ? 2 : 1;
-        const QString character = original.mid(i, length);
-        QString units;
         if (original[i].unicode() < 0x80) {
-            units = character.toLower();
-        } else {
-            for (const QChar unit : character.normalized(QString::NormalizationForm_D)) {
-                if (!isMark(unit.unicode())) {
-                    units.append(unit);
-                }
-            }
-            units = units.toCaseFolded();
+            // Most titles hold little else, and are folded a dozen times.
+            result.text.append(original[i].toLower());
+            result.units.push_back({.source = i, .next = i + 1, .isFirst = true});
+            ++i;
+            continue;
         }
+        const bool isPair =
+            original[i].isHighSurrogate() && i + 1 < original.size() && original[i + 1].isLowSurrogate();
+        const qsizetype length = isPair ? 2 : 1;
+        const QString units = foldedCharacter(QStringView(original).mid(i, length));
         for (qsizetype k = 0; k < units.size(); ++k) {
-            result.source.push_back(i);
-            result.first.push_back(k == 0);
-            result.next.push_back(i + length);
+            result.units.push_back({.source = i, .next = i + length, .isFirst = k == 0});
         }
         result.text.append(units);
-        if (units.isEmpty() && !result.next.empty()) {
+        if (units.isEmpty() && !result.units.empty()) {
             // A mark that folds away belongs to the character before it, and goes where that goes.
-            for (auto k = result.next.size(); k-- > 0 && result.source[k] == result.source.back();) {
-                result.next[k] = i + length;
+            const qsizetype bearer = result.units.back().source;
+            for (auto k = result.units.size(); k-- > 0 && result.units[k].source == bearer;) {
+                result.units[k].next = i + length;
             }
         }
         i += length;
@@ -163,12 +176,12 @@ QString without(const QString &text, const QString &word)
         }
         const auto begin = static_cast<std::size_t>(at);
         const auto end = begin + static_cast<std::size_t>(needle.size());
-        if (!haystack.first[begin] || (end < haystack.first.size() && !haystack.first[end])) {
+        if (!haystack.units[begin].isFirst || (end < haystack.units.size() && !haystack.units[end].isFirst)) {
             from = at + 1;
             continue;
         }
-        result.append(QStringView(text).mid(kept, haystack.source[begin] - kept));
-        kept = haystack.next[end - 1];
+        result.append(QStringView(text).mid(kept, haystack.units[begin].source - kept));
+        kept = haystack.units[end - 1].next;
         from = static_cast<qsizetype>(end);
     }
     result.append(QStringView(text).mid(kept));

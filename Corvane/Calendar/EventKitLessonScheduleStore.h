@@ -17,8 +17,8 @@ namespace corvane {
 /// Today's lessons from the calendars of the machine, read only.
 ///
 /// Main thread only. It asks for the permission while none is decided, keeps no cache and does not watch for
-/// changes: fresh events come with the next reload. The services handed in are borrowed and outlive every
-/// load.
+/// changes: fresh events come with the next reload. The store and the services
+/// handed in, which are borrowed, outlive every load.
 class EventKitLessonScheduleStore final : public LessonScheduleProviding {
 public:
     /// `calendar` gives the bounds of today and the time zone.

@@ -12,13 +12,13 @@
 
 namespace corvane {
 
-/// What kind of window a banner panel is, in the words of the platform whose window server knows levels and
-/// collection behaviours. An adapter for another window system gives the same effect by its own means: above
-/// everything, full screen included, on every workspace, out of the window cycle, never taking the focus.
+/// What kind of window a banner panel is: above everything, full screen included, on every workspace, out of
+/// the window cycle, never taking the focus. An adapter for a window system that knows these numbers hands
+/// them on; one for another window system gives the same effect by its own means.
 struct PanelTraits {
-    int level = 0;
-    unsigned collectionBehavior = 0;
-    unsigned styleMask = 0;
+    int level = 0;                   ///< 1000 is above normal, floating and status windows
+    unsigned collectionBehavior = 0; ///< a set of bits: which workspaces it joins, and how
+    unsigned styleMask = 0;          ///< a set of bits: its frame, and whether it activates the program
     bool hasShadow = false;
     bool hidesOnDeactivate = false;
     bool ignoresMouseEvents = false;

@@ -185,12 +185,20 @@ void FloatingBannerPresenter::dismiss(const std::shared_ptr<BannerPanel> &panel)
     if (panel == nullptr) {
         return;
     }
-    // The end of the animation holds the panel, which lives until then and is closed there.
     panel->animate({.duration = disappearDuration,
                     .curve = TimingCurve::easeIn,
                     .alpha = 0,
                     .frame = panel->frame().scaledAboutCentre(disappearScale)},
-                   [panel] { panel->close(); });
+                   [self = QPointer(this), leaving = std::weak_ptr(panel)] {
+                       if (const auto panel = leaving.lock(); panel != nullptr && self != nullptr) {
+                           panel->close();
+                           std::erase(self->m_leavingWindows, panel);
+                       }
+                   });
+    // Its time may end while it goes away already.
+    if (std::ranges::find(m_leavingWindows, panel) == m_leavingWindows.end()) {
+        m_leavingWindows.push_back(panel);
+    }
     std::erase(m_visibleWindows, panel);
 }
 

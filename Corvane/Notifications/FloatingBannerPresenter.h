@@ -56,6 +56,8 @@ private:
     Screens &m_screens;
     BannerPanels &m_panels;
     std::vector<std::shared_ptr<BannerPanel>> m_visibleWindows;
+    /// Dismissed and on their way out; kept here until they are closed.
+    std::vector<std::shared_ptr<BannerPanel>> m_leavingWindows;
 };
 
 } // namespace corvane

@@ -19,11 +19,12 @@ namespace {
 
 constexpr Seconds period{1};
 
-void assertMainThread()
+void requireMainThread()
 {
-    Q_ASSERT_X(QCoreApplication::instance() == nullptr ||
-                   QThread::currentThread() == QCoreApplication::instance()->thread(),
-               "WorkflowTransitionScheduler", "the heartbeat belongs to the main thread");
+    const QCoreApplication *application = QCoreApplication::instance();
+    if (application != nullptr && QThread::currentThread() != application->thread()) {
+        qFatal("the heartbeat belongs to the main thread");
+    }
 }
 
 } // namespace
@@ -34,7 +35,7 @@ struct WorkflowTransitionScheduler::Timer {
 
 void WorkflowTransitionScheduler::start(MainThreadOperation operation)
 {
-    assertMainThread();
+    requireMainThread();
     m_timer = std::make_shared<Timer>(Timer{std::move(operation)});
     spawn(run(m_timer));
 }
@@ -44,7 +45,7 @@ QCoro::Task<void> WorkflowTransitionScheduler::run(std::weak_ptr<Timer> timer)
     Seconds deadline = uptime();
     for (;;) {
         co_await wait(deadline - uptime());
-        assertMainThread();
+        requireMainThread();
         // Held for this tick only: the operation may start the scheduler anew or end it.
         const std::shared_ptr<Timer> running = timer.lock();
         if (running == nullptr) {

@@ -3,7 +3,7 @@
 
 #include "Corvane/Utilities/Clock.h"
 
-#include <qcoro/qcorosignal.h>
+#include <qcoro/qcorotimer.h>
 
 #include <QTimer>
 
@@ -37,7 +37,7 @@ public:
             timer.setSingleShot(true);
             timer.setTimerType(Qt::PreciseTimer);
             timer.start(static_cast<int>(std::ceil(remaining * 1000.0)));
-            co_await qCoro(&timer, &QTimer::timeout);
+            co_await timer;
         } while (uptime() < end);
     }
 };

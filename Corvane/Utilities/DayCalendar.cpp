@@ -18,7 +18,9 @@ QDate localDay(Date date, const QTimeZone &timeZone)
 
 DayCalendar DayCalendar::current()
 {
-    return DayCalendar(QTimeZone::systemTimeZone());
+    const QTimeZone timeZone = QTimeZone::systemTimeZone();
+    // A zone that is set but unknown would leave every day without bounds.
+    return DayCalendar(timeZone.isValid() ? timeZone : QTimeZone::utc());
 }
 
 Date DayCalendar::startOfDay(Date date) const

@@ -23,7 +23,8 @@ class DayCalendar {
 public:
     explicit DayCalendar(QTimeZone timeZone) : m_timeZone(std::move(timeZone)) {}
 
-    /// The calendar of the user's time zone as it is now; a later change of the zone does not reach it.
+    /// The calendar of the user's time zone as it is now; a later change of the zone does not reach it. Where
+    /// the machine names a zone that is not known, that is UTC.
     [[nodiscard]] static DayCalendar current();
 
     /// The first moment of the day that `date` lies in: midnight, or what follows a midnight that a change of

@@ -6,11 +6,13 @@
 #include "Corvane/Platform/Linux/X11/X11Connection.h"
 #include "Corvane/Platform/Linux/X11/X11Screens.h"
 #include "Corvane/Views/FloatingBannerView.h"
+#include "tests/adapters/WindowManagement.h"
 #include "tests/support/TestDesktop.h"
 
 #include <QApplication>
 #include <QScreen>
 #include <QTest>
+#include <QToolTip>
 
 using namespace corvane;
 using namespace Qt::StringLiterals;
@@ -117,7 +119,7 @@ private:
     void manage(WindowManager manager)
     {
         m_desktop.startWindowManager(manager);
-        QTRY_VERIFY_WITH_TIMEOUT(TestDesktop::isManaged(), 20'000);
+        QTRY_VERIFY_WITH_TIMEOUT(isManaged(), 20'000);
         QTRY_COMPARE_WITH_TIMEOUT(x11::isComposited(), manager == WindowManager::xfwm4WithCompositing,
                                   20'000);
     }
@@ -144,6 +146,13 @@ private:
     }
 
 private Q_SLOTS:
+    void cleanupTestCase()
+    {
+        // The ticks and animations of panels that are gone end at their next turn; one that begins now ends
+        // after them.
+        QCoro::waitFor(wait(Seconds{1.1}));
+    }
+
     void init() { m_panels = makePanels(); }
 
     void cleanup()
@@ -207,6 +216,23 @@ private Q_SLOTS:
         QTRY_VERIFY(m_listener->heard().contains(u"key 65"_s));
         QVERIFY(!m_listener->heard().contains(u"click"_s));
         QCOMPARE(QGuiApplication::focusWindow(), nullptr);
+    }
+
+    void theCloseButtonSaysOnHoveringWhatItDoes()
+    {
+        manage(WindowManager::openbox);
+        oppose();
+        const auto panel = present();
+        QTRY_VERIFY(panel->frame() == home);
+        for (const QPoint at : {farAway, onTheCloseButton, onTheCloseButton + QPoint(1, 1)}) {
+            TestDesktop::xdotool({u"mousemove"_s, QString::number(at.x()), QString::number(at.y())});
+            QCoreApplication::processEvents();
+        }
+        QTRY_VERIFY(QToolTip::isVisible());
+        QCOMPARE(QToolTip::text(), u"Close reminder"_s);
+        QCOMPARE(QGuiApplication::focusWindow(), nullptr);
+        TestDesktop::xdotool({u"mousemove"_s, u"30"_s, u"30"_s});
+        QTRY_VERIFY(!QToolTip::isVisible());
     }
 
     void aClickOnTheMarginFallsThrough()
@@ -394,8 +420,10 @@ private Q_SLOTS:
         manage(WindowManager::openbox);
         X11Screens screens;
         QWidget window;
+        window.setGeometry(400, 300, 300, 200);
         window.show();
-        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        click(window.mapToGlobal(QPoint(150, 100))); // whatever the manager thinks of new windows
         QTRY_VERIFY(screens.keyWindowScreen().has_value());
         QVERIFY(screens.keyWindowScreen() == screens.mainScreen());
         window.hide();

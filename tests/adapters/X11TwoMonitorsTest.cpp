@@ -5,6 +5,7 @@
 #include "Corvane/Platform/Linux/X11/X11BannerPanels.h"
 #include "Corvane/Platform/Linux/X11/X11Screens.h"
 #include "Corvane/Views/FloatingBannerView.h"
+#include "tests/adapters/WindowManagement.h"
 #include "tests/support/TestDesktop.h"
 
 #include <QApplication>
@@ -64,10 +65,17 @@ private:
         {look::banner::cornerRadius, look::banner::shadowBlur, look::banner::shadowOpacity}};
 
 private Q_SLOTS:
+    void cleanupTestCase()
+    {
+        // The ticks and animations of panels that are gone end at their next turn; one that begins now ends
+        // after them.
+        QCoro::waitFor(wait(Seconds{1.1}));
+    }
+
     void initTestCase()
     {
         m_desktop.startWindowManager(TestDesktop::WindowManager::openbox);
-        QTRY_VERIFY_WITH_TIMEOUT(TestDesktop::isManaged(), 20'000);
+        QTRY_VERIFY_WITH_TIMEOUT(isManaged(), 20'000);
         QCOMPARE(QGuiApplication::screens().size(), 2);
     }
 

@@ -40,6 +40,12 @@ protected:
     }
 
 private Q_SLOTS:
+    void cleanupTestCase()
+    {
+        // The animations of panels that are gone end at their next turn; one that begins now ends after them.
+        QCoro::waitFor(wait(Seconds{1.1}));
+    }
+
     void aPanelHasTheFrameThatItWasMadeWith()
     {
         const auto panel = makePanel();

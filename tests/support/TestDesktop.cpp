@@ -3,8 +3,6 @@
 
 #include "tests/support/TestDesktop.h"
 
-#include "Corvane/Platform/Linux/X11/X11Connection.h"
-
 #include <QProcessEnvironment>
 
 using namespace Qt::StringLiterals;
@@ -103,13 +101,6 @@ QString TestDesktop::busAddress()
         }
     }
     return m_busAddress.trimmed();
-}
-
-bool TestDesktop::isManaged()
-{
-    // The property outlives a manager that was killed; the window it names does not.
-    const auto window = x11::property(x11::rootWindow(), "_NET_SUPPORTING_WM_CHECK");
-    return !window.empty() && x11::property(window.front(), "_NET_SUPPORTING_WM_CHECK") == window;
 }
 
 std::unique_ptr<QProcess> TestDesktop::startOpponent(const QStringList &arguments) const

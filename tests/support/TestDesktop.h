@@ -31,12 +31,10 @@ public:
     TestDesktop(const TestDesktop &) = delete;
     TestDesktop &operator=(const TestDesktop &) = delete;
 
-    /// Ends the window manager that runs, if one does, and starts this one. It is ready once isManaged().
+    /// Ends the window manager that runs, if one does, and starts this one. It takes a moment until it is
+    /// there.
     void startWindowManager(WindowManager manager);
     void stopWindowManager();
-
-    /// Whether a window manager says on the display that it is there.
-    [[nodiscard]] static bool isManaged();
 
     /// Starts the full-screen program that banners have to stand above.
     [[nodiscard]] std::unique_ptr<QProcess> startOpponent(const QStringList &arguments = {}) const;

@@ -104,10 +104,38 @@ private Q_SLOTS:
 
     void aStoredFalseUnregistersTwiceAndIsRewritten()
     {
-        store().setValue(u"startAtLogin"_s, false);
-        QCOMPARE(make()->startAtLogin(), false);
+        TemporarySettings read;
+        read.store().setValue(u"startAtLogin"_s, false);
+        const AppSettings settings(read.store(), store(), *m_loginItem);
+        QCOMPARE(settings.startAtLogin(), false);
         QCOMPARE(m_loginItem->calls, (std::vector{Call::unregistered, Call::unregistered}));
-        QCOMPARE(store().value(u"startAtLogin"_s).toBool(), false);
+        QCOMPARE(store().value(u"startAtLogin"_s), QVariant(false));
+    }
+
+    void whatIsLoadedIsWrittenBackAndNothingElse()
+    {
+        TemporarySettings read;
+        read.store().setValue(u"notificationPosition"_s, u"topLeft"_s);
+        read.store().setValue(u"notificationDuration"_s, 7.0);
+        read.store().setValue(u"playsSound"_s, false);
+        read.store().setValue(u"hasCompletedWelcome"_s, true);
+        const AppSettings settings(read.store(), store(), *m_loginItem);
+        QCOMPARE(store().value(u"notificationPosition"_s), QVariant(u"topLeft"_s));
+        QCOMPARE(store().value(u"notificationDuration"_s).toDouble(), 7.0);
+        QCOMPARE(store().value(u"playsSound"_s), QVariant(false));
+        QCOMPARE(store().value(u"hasCompletedWelcome"_s), QVariant(true));
+        QCOMPARE(store().value(u"startAtLogin"_s), QVariant(true));
+        QCOMPARE(store().allKeys().size(), 5);
+    }
+
+    void lessonsWithoutOneKeyStartAnEmptyList()
+    {
+        QByteArray data = encode({sampleEntry()}).value();
+        data.replace(",\"durationMinutes\":25", "").replace("\"durationMinutes\":25,", "");
+        QVERIFY(!data.contains("durationMinutes"));
+        store().setValue(u"manualLessons"_s, data);
+        QVERIFY(make()->manualLessons().empty());
+        QCOMPARE(store().value(u"manualLessons"_s).toByteArray(), data);
     }
 
     void corruptLessonsStayStoredUntilTheListChanges()

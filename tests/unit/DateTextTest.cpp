@@ -81,6 +81,17 @@ private Q_SLOTS:
         QCOMPARE(hours(day), 23.0);
     }
 
+    void aZoneThatIsNotKnownIsTakenForUtc()
+    {
+        const QByteArray before = qgetenv("TZ");
+        qputenv("TZ", "Nowhere/Atlantis");
+        const DayCalendar calendar = DayCalendar::current();
+        qputenv("TZ", before);
+        QCOMPARE(hours(calendar.dayInterval(at("12:00:00"))), 24.0);
+        QCOMPARE(calendar.dayInterval(at("12:00:00")).start, at("00:00:00"));
+        QVERIFY(!calendar.isInSameDay(at("12:00:00"), at("12:00:00") + minutes(1440)));
+    }
+
     void theSameDayIsTheCalendarsOwn()
     {
         const DayCalendar berlin(QTimeZone("Europe/Berlin"));

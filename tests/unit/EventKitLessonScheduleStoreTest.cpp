@@ -3,7 +3,7 @@
 
 #include "Corvane/Calendar/EventKitLessonScheduleStore.h"
 
-#include "Corvane/Services/DateProviding.h"
+#include "Corvane/Utilities/DateProviding.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/Samples.h"
 

@@ -41,16 +41,19 @@ private Q_SLOTS:
     void lessonsAreEqualOnlyInAllTheirFields()
     {
         const Lesson lesson = sampleLesson(u"Anna"_s, at("10:00:00"), minutes(30));
-        Lesson other = lesson;
-        QCOMPARE(other == lesson, true);
-        other.studentName = u"anna"_s;
-        QCOMPARE(other == lesson, false);
-        other = lesson;
-        other.id = QUuid::createUuid();
-        QCOMPARE(other == lesson, false);
-        other = lesson;
-        other.profile.joinEarlyTime = Seconds{31};
-        QCOMPARE(other == lesson, false);
+        QVERIFY(lesson == Lesson(lesson));
+        const auto differs = [&lesson](auto change) {
+            Lesson other = lesson;
+            change(other);
+            return !(other == lesson);
+        };
+        QVERIFY(differs([](Lesson &other) { other.id = QUuid::createUuid(); }));
+        QVERIFY(differs([](Lesson &other) { other.studentName = u"anna"_s; }));
+        QVERIFY(differs([](Lesson &other) { other.platform = TeachingPlatform::lingoAce; }));
+        QVERIFY(differs([](Lesson &other) { other.startTime += Seconds{0.001}; }));
+        QVERIFY(differs([](Lesson &other) { other.duration += Seconds{0.001}; }));
+        QVERIFY(differs([](Lesson &other) { other.profile.id = QUuid::createUuid(); }));
+        QVERIFY(differs([](Lesson &other) { other.profile.joinEarlyTime = Seconds{31}; }));
     }
 
     void lessonsThatStartTogetherAreOrderedByNameThenPlatform()

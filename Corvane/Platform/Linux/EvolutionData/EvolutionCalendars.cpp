@@ -28,6 +28,8 @@ constexpr auto watchTime = 1000ms;
 /// many, and so many at a time.
 constexpr std::size_t maximumSingleFetches = 1'000;
 constexpr std::size_t fetchesAtATime = 8;
+/// How long a watch over the series is trusted before they are fetched again all the same.
+constexpr auto trustInWatch = 10min;
 /// Expansions that did not end in time may stay behind, but not more than so many.
 constexpr int maximumStrayJobs = 2;
 constexpr int workerThreads = 4;
@@ -130,6 +132,7 @@ struct Calendar {
         QByteArray timeZoneId;
         std::vector<CalendarEvent> events;
         std::vector<EventTrouble> troubles;
+        QDeadlineTimer refetch;
     };
     std::optional<Series> series;
 
@@ -501,7 +504,8 @@ private:
             calendar->knownSeries.clear();
             calendar->series.reset();
         }
-        const bool areSeriesKnown = calendar->series && calendar->watch && !*calendar->areSeriesStale;
+        const bool areSeriesKnown = calendar->series && calendar->watch && !*calendar->areSeriesStale &&
+                                    !calendar->series->refetch.hasExpired();
         // What changes from here on is seen by the next query.
         *calendar->areSeriesStale = false;
         const auto singlesCall = listObjects(*calendar, singlesQuery(interval), cancellable.get());
@@ -602,8 +606,9 @@ private:
         }
         if (!areSeriesKnown) {
             calendar->knownSeries = std::move(expanded.series.series);
-            calendar->series = Calendar::Series{interval, timeZoneId, std::move(expanded.series.events),
-                                                std::move(expanded.series.troubles)};
+            calendar->series =
+                Calendar::Series{interval, timeZoneId, std::move(expanded.series.events),
+                                 std::move(expanded.series.troubles), QDeadlineTimer(trustInWatch)};
         }
         std::vector<CalendarEvent> events = std::move(expanded.singles.events);
         std::ranges::copy(calendar->series->events, std::back_inserter(events));

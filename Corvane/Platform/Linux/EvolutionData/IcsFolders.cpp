@@ -12,6 +12,7 @@
 #include <QSet>
 
 #include <fcntl.h>
+#include <malloc.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -38,6 +39,8 @@ constexpr auto lookTime = 500ms;
 /// What is kept of the time limit for drawing the conclusions.
 constexpr auto conclusionTime = 300ms;
 constexpr int workerThreads = 3;
+/// What the taking apart of a larger file has cost is given back to the system at once. In bytes.
+constexpr qint64 largeFile = 1'000'000;
 
 /// Tells one state of a file from another.
 struct Stamp {
@@ -392,10 +395,15 @@ private:
         }
         file.control = std::make_shared<ExpansionControl>();
         ExpansionRequest request{interval, timeZoneId, {}, {}, file.knownSeries, file.suspects};
-        file.reading = startOnPool(m_workers.threads(),
-                                   [path, request = std::move(request), control = file.control]() mutable {
-                                       return readCalendars(path, std::move(request), *control);
-                                   });
+        const bool isLarge = file.stamp.size > largeFile;
+        file.reading = startOnPool(m_workers.threads(), [path, isLarge, request = std::move(request),
+                                                         control = file.control]() mutable {
+            FileContent content = readCalendars(path, std::move(request), *control);
+            if (isLarge) {
+                ::malloc_trim(0);
+            }
+            return content;
+        });
     }
 
     /// Takes over what a reading that has ended found.

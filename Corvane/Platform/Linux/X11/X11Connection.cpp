@@ -93,4 +93,17 @@ std::optional<PixelSize> rootSize()
     return PixelSize{reply->width, reply->height};
 }
 
+std::optional<PixelPoint> pointer()
+{
+    if (connection() == nullptr) {
+        return std::nullopt;
+    }
+    const auto asked = xcb_query_pointer(connection(), rootWindow());
+    const Owned<xcb_query_pointer_reply_t> reply(xcb_query_pointer_reply(connection(), asked, nullptr));
+    if (!reply) {
+        return std::nullopt;
+    }
+    return PixelPoint{reply->root_x, reply->root_y};
+}
+
 } // namespace corvane::x11

@@ -37,4 +37,13 @@ struct PixelSize {
 /// The size of the root window, all monitors together; none without a connection.
 [[nodiscard]] std::optional<PixelSize> rootSize();
 
+/// A place on the root window in the server's pixels, from its upper left corner.
+struct PixelPoint {
+    int x = 0;
+    int y = 0;
+};
+
+/// The pixel that the pointer is on; none without a connection.
+[[nodiscard]] std::optional<PixelPoint> pointer();
+
 } // namespace corvane::x11

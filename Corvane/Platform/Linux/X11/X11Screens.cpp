@@ -45,12 +45,18 @@ ReservedAreas reservedAreas()
     return areas;
 }
 
+/// The screen in the server's pixels. Qt tells its place in them, and its size in logical ones.
+QRect pixelsOf(const QScreen &screen)
+{
+    return {screen.geometry().topLeft(),
+            (QSizeF(screen.geometry().size()) * screen.devicePixelRatio()).toSize()};
+}
+
 Screen describe(const QScreen &screen, const ReservedAreas &reserved)
 {
-    // A screen's place is told in the server's pixels, its size in logical ones.
     const QRect frame = screen.geometry();
     const double ratio = screen.devicePixelRatio();
-    const QRect pixels(frame.topLeft(), (QSizeF(frame.size()) * ratio).toSize());
+    const QRect pixels = pixelsOf(screen);
     const QRect visible = reserved.visiblePart(pixels);
     const QRectF points(frame.topLeft() + QPointF(visible.topLeft() - pixels.topLeft()) / ratio,
                         QSizeF(visible.size()) / ratio);
@@ -91,8 +97,19 @@ std::optional<Screen> X11Screens::keyWindowScreen() const
 
 Point X11Screens::pointerLocation() const
 {
-    // The middle of the pixel: its own edges belong to its neighbours once y is turned round.
-    return pointsUp(QPointF(QCursor::pos()) + QPointF(0.5, 0.5));
+    // The middle of the pixel: its own edges belong to its neighbours once y is turned round. The server is
+    // asked, since Qt rounds to whole points, which may lie beyond the screen's edge.
+    constexpr QPointF middle(0.5, 0.5);
+    if (const auto pixel = x11::pointer()) {
+        for (const QScreen *screen : QGuiApplication::screens()) {
+            const QRect pixels = pixelsOf(*screen);
+            if (pixels.contains(pixel->x, pixel->y)) {
+                const QPointF inside = QPointF(pixel->x, pixel->y) + middle - pixels.topLeft();
+                return pointsUp(pixels.topLeft() + inside / screen->devicePixelRatio());
+            }
+        }
+    }
+    return pointsUp(QPointF(QCursor::pos()) + middle);
 }
 
 } // namespace corvane
