@@ -27,7 +27,8 @@ QString oneLine(const QString &text)
     QString line;
     line.reserve(std::min(text.size(), longestLine));
     for (const QChar c : text) {
-        if (line.size() >= longestLine && !c.isLowSurrogate()) {
+        // Not between the two halves of one character.
+        if (line.size() >= longestLine && !(c.isLowSurrogate() && line.back().isHighSurrogate())) {
             break;
         }
         const QChar::Category category = c.category();

@@ -29,9 +29,31 @@ std::int64_t wholeSeconds(double seconds)
     return std::isnan(seconds) ? 0 : static_cast<std::int64_t>(std::clamp(seconds, -most, most));
 }
 
+// Texts that more than one line says.
+
+QString startNowTitle()
+{
+    return u"START NOW"_s;
+}
+
+QString lessonBeginsNow()
+{
+    return u"Lesson begins now"_s;
+}
+
+QString nextLessonIs(const QString &student)
+{
+    return u"Next lesson is "_s + student;
+}
+
 QString nameOr(const std::optional<Lesson> &lesson, const QString &otherwise)
 {
     return lesson ? lesson->studentName : otherwise;
+}
+
+QString studentOrNotFound(const std::optional<Lesson> &lesson)
+{
+    return nameOr(lesson, u"Student not found"_s);
 }
 
 } // namespace
@@ -94,7 +116,7 @@ QString title(const TeachingAction &action, Date currentDate)
     case LessonState::joinPlatform:
         return joinTitle(action.lessonOrNext(), secondsUntilLessonStart(action, currentDate));
     case LessonState::startNow:
-        return u"START NOW"_s;
+        return startNowTitle();
     case LessonState::scheduled:
     case LessonState::teaching:
     case LessonState::feedback:
@@ -110,7 +132,7 @@ QString joinTitle(const std::optional<Lesson> &lesson, std::int64_t secondsUntil
     constexpr std::int64_t lowestCount = 20;
     constexpr std::int64_t countFrom = 30;
     if (secondsUntilStart < 1) {
-        return u"START NOW"_s;
+        return startNowTitle();
     }
     if (secondsUntilStart <= countFrom) {
         return QString::number(std::max(secondsUntilStart, lowestCount)) + u" SECONDS"_s;
@@ -131,15 +153,14 @@ QString studentLine(const TeachingAction &action)
     case LessonState::oneMinuteWarning:
     case LessonState::joinPlatform:
     case LessonState::startNow:
-        return nameOr(action.lessonOrNext(), u"Student not found"_s);
+        return studentOrNotFound(action.lessonOrNext());
     case LessonState::scheduled:
     case LessonState::teaching:
     case LessonState::feedback:
     case LessonState::completed:
         return nameOr(action.lessonOrNext(), u"Quillet"_s);
     case LessonState::wrapUp:
-        return action.nextLesson ? u"Next lesson is "_s + action.nextLesson->studentName
-                                 : u"Next lesson not found"_s;
+        return action.nextLesson ? nextLessonIs(action.nextLesson->studentName) : u"Next lesson not found"_s;
     }
     Q_UNREACHABLE();
 }
@@ -152,14 +173,14 @@ QString informationLine(const TeachingAction &action, Date currentDate)
                    ? u"Starts in "_s + formattedDuration(action.nextLesson->startTime - action.effectiveDate)
                    : u"Prepare to transition"_s;
     case LessonState::prepare:
-        return u"Next lesson is "_s + nameOr(action.lessonOrNext(), u"Student not found"_s);
+        return nextLessonIs(studentOrNotFound(action.lessonOrNext()));
     case LessonState::oneMinuteWarning:
         return u"Open your lesson and be ready to start"_s;
     case LessonState::joinPlatform:
         return secondsUntilLessonStart(action, currentDate) >= 1 ? u"Get ready to start"_s
-                                                                 : u"Lesson begins now"_s;
+                                                                 : lessonBeginsNow();
     case LessonState::startNow:
-        return u"Lesson begins now"_s;
+        return lessonBeginsNow();
     case LessonState::scheduled:
     case LessonState::teaching:
     case LessonState::feedback:

@@ -8,6 +8,7 @@
 #include "Corvane/Look/Stacks.h"
 #include "Corvane/Look/Symbols.h"
 #include "Corvane/Notifications/BannerContent.h"
+#include "Corvane/Utilities/Spawn.h"
 
 #include <QAbstractButton>
 #include <QPainter>
@@ -59,8 +60,9 @@ public:
     {
         setFixedSize(look::banner::closeArea, look::banner::closeArea);
         setFocusPolicy(Qt::NoFocus); // the card never takes the keyboard
-        setAccessibleName(u"Close reminder"_s);
-        setToolTip(u"Close reminder"_s);
+        const QString purpose = u"Close reminder"_s;
+        setAccessibleName(purpose);
+        setToolTip(purpose);
     }
 
 protected:
@@ -146,7 +148,7 @@ void FloatingBannerView::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
     // The task ends by itself at its first tick after the view is hidden or gone.
-    followClock(this, ++m_showing).then([] {});
+    spawn(followClock(this, ++m_showing));
 }
 
 void FloatingBannerView::hideEvent(QHideEvent *event)

@@ -4,6 +4,7 @@
 #include "Corvane/Platform/Linux/Freedesktop/SingleInstance.h"
 
 #include "Corvane/Platform/Linux/Freedesktop/ApplicationAdaptor.h"
+#include "Corvane/Utilities/DebugLogService.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -109,9 +110,10 @@ SingleInstance::~SingleInstance()
 
 QStringList SingleInstance::userLockDirectories()
 {
-    const QString state = qEnvironmentVariable("XDG_STATE_HOME");
-    QStringList directories{(QDir::isAbsolutePath(state) ? state : QDir::home().filePath(u".local/state"_s)) +
-                            u"/quillet"_s};
+    QStringList directories;
+    if (const QString library = DebugLogService::userLibraryDirectory(); !library.isEmpty()) {
+        directories.append(library + u"/quillet"_s);
+    }
     const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
     if (QDir::isAbsolutePath(runtime)) {
         directories.append(runtime + u"/quillet"_s);

@@ -184,6 +184,8 @@ CanberraSounds::~CanberraSounds()
     } else if (m_channel->thread.joinable()) {
         m_channel->thread.detach();
     }
+    // Whoever is told that nothing plays may ask for a beep, which nobody would ring any more.
+    m_isEnding = true;
     for (const auto &request : std::exchange(m_requests, {})) {
         request->caller.resume();
     }
@@ -196,6 +198,9 @@ QCoro::Task<bool> CanberraSounds::play(QString name)
 
 void CanberraSounds::beep()
 {
+    if (m_isEnding) {
+        return;
+    }
     QCoro::connect(start("bell", Theme::desktop), this, [this](bool hasPlayed) {
         if (!hasPlayed) {
             m_plainBell();
@@ -205,7 +210,7 @@ void CanberraSounds::beep()
 
 QCoro::Task<bool> CanberraSounds::start(QByteArray event, Theme theme)
 {
-    if (m_isStuck) {
+    if (m_isStuck || m_isEnding) {
         co_return false;
     }
     auto request = std::make_shared<Request>();

@@ -64,6 +64,8 @@ private:
     std::uint32_t m_lastId = 0;
     /// Set once the call under way is overdue, until it comes back.
     bool m_isStuck = false;
+    /// Set by the destructor: from then on nothing is played.
+    bool m_isEnding = false;
     /// A timer and no wait(): it is stopped when the answer comes, so that nothing wakes the program up for
     /// it.
     QTimer m_deadline;

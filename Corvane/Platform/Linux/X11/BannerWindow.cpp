@@ -5,6 +5,7 @@
 
 #include "Corvane/Platform/Linux/X11/DesktopGeometry.h"
 #include "Corvane/Platform/Linux/X11/X11Connection.h"
+#include "Corvane/Utilities/Spawn.h"
 
 #include <xcb/shape.h>
 #include <xcb/xcb.h>
@@ -71,7 +72,7 @@ void BannerWindow::animate(const PanelAnimation &animation, std::function<void()
 {
     // The task ends by itself with the animation or at its first frame after it is replaced or the window
     // gone.
-    run(this, ++m_animation, {.begin = m_drawn, .animation = animation}, std::move(completion)).then([] {});
+    spawn(run(this, ++m_animation, {.begin = m_drawn, .animation = animation}, std::move(completion)));
 }
 
 QCoro::Task<void> BannerWindow::run(QPointer<BannerWindow> window, std::uint64_t number, PanelMotion motion,
