@@ -59,7 +59,7 @@ class Roads(unittest.TestCase):
             first.wait_for_banner()
             second = desktop.start_quillet()
             self.assertEqual(second.wait_for_end(), 0)
-            first.wait_for(r"^notification should fire state=startNow", 60)
+            first.wait_for_banner(2, 60)
             self.assertEqual(len(first.find("^app started$")), 1)
             self.assertEqual([banner.state for banner in first.banners()], ["joinPlatform", "startNow"])
             self.assertEqual(first.quit(), 0)
