@@ -30,6 +30,8 @@ constexpr std::size_t maximumSingleFetches = 1'000;
 constexpr std::size_t fetchesAtATime = 8;
 /// How long a watch over the series is trusted before they are fetched again all the same.
 constexpr auto trustInWatch = 10min;
+/// So many components are looked through between two turns of the event loop: about a millisecond.
+constexpr std::size_t maximumSortedAtOnce = 300;
 /// Expansions that did not end in time may stay behind, but not more than so many.
 constexpr int maximumStrayJobs = 2;
 constexpr int workerThreads = 4;
@@ -167,6 +169,22 @@ struct Sorted {
     /// The identifiers of the series.
     std::set<QByteArray> uids;
 };
+
+Sorted sortComponents(Components singles, Components series)
+{
+    Sorted sorted{std::move(singles), std::move(series), {}, {}};
+    for (const auto &component : sorted.singles) {
+        sorted.timeZones.merge(timeZoneIdentifiers(component.get()));
+    }
+    for (const auto &component : sorted.series) {
+        sorted.timeZones.merge(timeZoneIdentifiers(component.get()));
+        const char *uid = i_cal_component_get_uid(component.get());
+        if (uid != nullptr) {
+            sorted.uids.insert(uid);
+        }
+    }
+    return sorted;
+}
 
 struct Expanded {
     Expansion singles;
@@ -530,26 +548,21 @@ private:
             co_return std::unexpected(singles.error());
         }
 
-        // What the components name is read on a worker: there may be many of them.
-        const auto sorting = startOnPool(
-            self->m_workers.threads(), [singles = std::move(*singles), series = std::move(series)]() mutable {
-                Sorted sorted{std::move(singles), std::move(series), {}, {}};
-                for (const auto &component : sorted.singles) {
-                    sorted.timeZones.merge(timeZoneIdentifiers(component.get()));
-                }
-                for (const auto &component : sorted.series) {
-                    sorted.timeZones.merge(timeZoneIdentifiers(component.get()));
-                    const char *uid = i_cal_component_get_uid(component.get());
-                    if (uid != nullptr) {
-                        sorted.uids.insert(uid);
-                    }
-                }
-                return sorted;
-            });
-        if (!co_await sorting.until(inTime)) {
-            co_return std::unexpected(Trouble{u"expansion"_s, u"it took too long"_s, true});
+        // What the components name is read on a worker where there are many of them.
+        Sorted sorted;
+        if (singles->size() + series.size() <= maximumSortedAtOnce) {
+            sorted = sortComponents(std::move(*singles), std::move(series));
+        } else {
+            const auto sorting =
+                startOnPool(self->m_workers.threads(),
+                            [singles = std::move(*singles), series = std::move(series)]() mutable {
+                                return sortComponents(std::move(singles), std::move(series));
+                            });
+            if (!co_await sorting.until(inTime)) {
+                co_return std::unexpected(Trouble{u"expansion"_s, u"it took too long"_s, true});
+            }
+            sorted = std::move(*sorting.value());
         }
-        Sorted sorted = std::move(*sorting.value());
 
         if (!calendar->isLocal && sorted.uids.size() <= maximumSingleFetches) {
             // Other services may count a changed instance as a single event: the whole series is asked for.
