@@ -3,6 +3,7 @@
 
 #include "Corvane/Calendar/CalendarLessonParser.h"
 
+#include <QHash>
 #include <QStringList>
 #include <QTextBoundaryFinder>
 
@@ -239,16 +240,58 @@ Seconds snapped(Seconds booked)
     return booked;
 }
 
-bool isNameOnlyLesson(const CalendarLessonEvent &event)
+/// Whether an event of this title may be a lesson although it names no platform.
+bool isNameOnlyTitle(const QString &untrimmed)
 {
-    const double length = (event.endDate - event.startDate).count();
-    if (length < 600 || length > 5400) {
-        return false;
-    }
-    const QString title = event.title.trimmed();
+    const QString title = untrimmed.trimmed();
     return !title.isEmpty() && hasAtMostCharacters(title, 48) &&
            !CalendarLessonParser::hasPersonalBlocker(title) && !title.toLower().contains(u"meeting"_s) &&
            CalendarLessonParser::looksLikeNameOnlyLesson(title);
+}
+
+/// Whether an event of this length may be a lesson although it names no platform: 10 to 90 minutes.
+bool isNameOnlyLength(Seconds length)
+{
+    return length >= Seconds{600} && length <= Seconds{5400};
+}
+
+bool haveSameTexts(const CalendarLessonEvent &left, const CalendarLessonEvent &right)
+{
+    return left.title == right.title && left.location == right.location && left.notes == right.notes &&
+           left.url == right.url;
+}
+
+/// What the texts of an event say, whenever it takes place.
+struct Reading {
+    const CalendarLessonEvent *event = nullptr; ///< the one that was read
+    bool isPersonal = false;
+    bool namesPlatform = false;
+    bool isNameOnly = false; ///< may be a lesson for its title alone
+    TeachingPlatform platform = TeachingPlatform::onlineLesson;
+    QString studentName; ///< of what may be a lesson
+};
+
+Reading readingOf(const CalendarLessonEvent &event)
+{
+    Reading reading{.event = &event,
+                    .isPersonal = CalendarLessonParser::hasPersonalBlocker(event.title),
+                    .namesPlatform = false,
+                    .isNameOnly = false,
+                    .platform = TeachingPlatform::onlineLesson,
+                    .studentName = {}};
+    if (reading.isPersonal) {
+        return reading;
+    }
+    if (const auto platform = CalendarLessonParser::platform(event)) {
+        reading.namesPlatform = true;
+        reading.platform = *platform;
+    } else {
+        reading.isNameOnly = isNameOnlyTitle(event.title);
+    }
+    if (reading.namesPlatform || reading.isNameOnly) {
+        reading.studentName = CalendarLessonParser::studentName(event.title, reading.platform);
+    }
+    return reading;
 }
 
 } // namespace
@@ -261,37 +304,34 @@ CalendarLessonParser::CalendarLessonParser(std::map<TeachingPlatform, PlatformPr
 std::vector<Lesson> CalendarLessonParser::lessons(const std::vector<CalendarLessonEvent> &events) const
 {
     std::vector<Lesson> result;
+    // The occurrences of one event share its texts, which are read once: they may be long.
+    QHash<QString, Reading> readings;
     for (const CalendarLessonEvent &event : events) {
-        if (auto found = lesson(event)) {
-            result.push_back(std::move(*found));
+        const Seconds length = event.endDate - event.startDate;
+        if (!(event.endDate > event.startDate)) {
+            continue;
         }
+        auto reading = readings.find(event.title);
+        if (reading == readings.end() || !haveSameTexts(*reading->event, event)) {
+            reading = readings.insert(event.title, readingOf(event));
+        }
+        if (reading->isPersonal ||
+            !(reading->namesPlatform || (reading->isNameOnly && isNameOnlyLength(length)))) {
+            continue;
+        }
+        const auto profile = m_platformProfiles.find(reading->platform);
+        if (profile == m_platformProfiles.end()) {
+            continue;
+        }
+        result.push_back({.id = QUuid::createUuid(),
+                          .studentName = reading->studentName,
+                          .platform = reading->platform,
+                          .startTime = event.startDate,
+                          .duration = snapped(length),
+                          .profile = profile->second});
     }
     std::ranges::stable_sort(result, {}, &Lesson::startTime);
     return result;
-}
-
-std::optional<Lesson> CalendarLessonParser::lesson(const CalendarLessonEvent &event) const
-{
-    if (!(event.endDate > event.startDate) || hasPersonalBlocker(event.title)) {
-        return std::nullopt;
-    }
-    auto platform = CalendarLessonParser::platform(event);
-    if (!platform) {
-        if (!isNameOnlyLesson(event)) {
-            return std::nullopt;
-        }
-        platform = TeachingPlatform::onlineLesson;
-    }
-    const auto profile = m_platformProfiles.find(*platform);
-    if (profile == m_platformProfiles.end()) {
-        return std::nullopt;
-    }
-    return Lesson{.id = QUuid::createUuid(),
-                  .studentName = studentName(event.title, *platform),
-                  .platform = *platform,
-                  .startTime = event.startDate,
-                  .duration = snapped(event.endDate - event.startDate),
-                  .profile = profile->second};
 }
 
 std::optional<TeachingPlatform> CalendarLessonParser::platform(const CalendarLessonEvent &event)

@@ -40,8 +40,6 @@ public:
     [[nodiscard]] static bool isCJKUnifiedIdeograph(char32_t scalar);
 
 private:
-    [[nodiscard]] std::optional<Lesson> lesson(const CalendarLessonEvent &event) const;
-
     std::map<TeachingPlatform, PlatformProfile> m_platformProfiles;
 };
 

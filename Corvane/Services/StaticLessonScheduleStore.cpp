@@ -7,7 +7,9 @@ namespace corvane {
 
 QCoro::Task<LessonScheduleResult> StaticLessonScheduleStore::lessonsForToday()
 {
-    co_return m_lessons;
+    // A copy of its own: co_return would move the member away.
+    std::vector<Lesson> lessons = m_lessons;
+    co_return lessons;
 }
 
 } // namespace corvane

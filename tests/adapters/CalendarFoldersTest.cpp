@@ -324,6 +324,19 @@ private Q_SLOTS:
         QCOMPARE(logged(u"Zoom - Endless"_s), 1);
     }
 
+    void anEventThatFillsTheDayIsLoggedOnceAndLeftOut()
+    {
+        writeLessons(u"a.ics"_s,
+                     {lesson("Zoom - One"),
+                      "BEGIN:VEVENT\nUID:flood\nDTSTART:20250514T000000Z\nDTEND:20250514T000100Z\n"
+                      "RRULE:FREQ=MINUTELY\nSUMMARY:Zoom - Flood\nEND:VEVENT\n"});
+        EventLoopWatch watch;
+        QCOMPARE(load(), QStringList{u"Zoom - One"_s});
+        QCOMPARE(load(), QStringList{u"Zoom - One"_s});
+        QVERIFY(watch.longestGap() < 0.2);
+        QCOMPARE(logged(u"Zoom - Flood"_s), 1);
+    }
+
     void anOffenderIsForgottenWhenItIsMended()
     {
         const QByteArray start =

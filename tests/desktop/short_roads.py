@@ -50,6 +50,38 @@ class Roads(unittest.TestCase):
             desktop.wait_until_gone(banner)
             self.assertEqual(program.quit(), 0)
 
+    # --- in the panel, and nowhere else
+
+    def monitoringStartsAtLaunchWithoutAClick(self):
+        with Desktop() as desktop:
+            desktop.write_system_calendar(in_join_phase()[1])
+            program = desktop.start_quillet()
+            self.assertEqual(program.wait_for_banner().state, "joinPlatform")
+            self.assertEqual(program.quit(), 0)
+
+    def noWindowOfItStandsInTheTaskBar(self):
+        with Desktop() as desktop:
+            desktop.write_system_calendar(in_join_phase()[1])
+            program = desktop.start_quillet()
+            desktop.wait_until_shown(program.wait_for_banner(), "no-task-bar")
+            windows = re.findall("0x[0-9a-f]+", desktop.run("xprop", "-root", "_NET_CLIENT_LIST"))
+            self.assertTrue(windows)  # the panel itself is listed
+            owners = [desktop.run("xprop", "-id", window, "_NET_WM_PID").split()[-1] for window in windows]
+            self.assertNotIn(str(program.process.pid), owners)
+            self.assertEqual(program.quit(), 0)
+
+    def withItsLastWindowClosedItRunsOnAndKeepsItsStatusItem(self):
+        with Desktop() as desktop:
+            desktop.write_system_calendar(in_join_phase()[1])
+            program = desktop.start_quillet()
+            banner = program.wait_for_banner()
+            desktop.wait_until_shown(banner, "last-window")
+            program.press("Close reminder")
+            desktop.wait_until_gone(banner)
+            program.wait_for_banner(2, 60)
+            self.assertEqual(len(desktop.status_items()), 1)
+            self.assertEqual(program.quit(), 0)
+
     # --- one instance
 
     def aSecondStartHandsOverAndEnds(self):

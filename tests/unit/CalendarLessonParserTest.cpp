@@ -271,6 +271,32 @@ private Q_SLOTS:
         QCOMPARE(described(u"  zoom   anna   de  vries "_s), u"Zoom|anna de vries|1500"_s);
     }
 
+    void eventsOfOneTitleAreReadByTheirOtherTextsToo()
+    {
+        CalendarLessonEvent onMeet = booked(u"Tom"_s);
+        onMeet.url = QUrl(u"https://meet.google.com/abc"_s);
+        CalendarLessonEvent onZoom = booked(u"Tom"_s);
+        onZoom.notes = u"Zoom"_s;
+        const CalendarLessonEvent longOne = booked(u"Tom"_s, minutes(120));
+        const CalendarLessonParser parser(PlatformProfile::defaults());
+        QStringList platforms;
+        for (const Lesson &lesson :
+             parser.lessons({onMeet, booked(u"Tom"_s), longOne, onZoom, onMeet, booked(u"Tom"_s)})) {
+            platforms.append(rawValue(lesson.platform) + u' ' + lesson.studentName);
+        }
+        QCOMPARE(platforms, (QStringList{u"Google Meet Tom"_s, u"Online Lesson Tom"_s, u"Zoom Tom"_s,
+                                         u"Google Meet Tom"_s, u"Online Lesson Tom"_s}));
+    }
+
+    void theTextsOfAnEventWithManyOccurrencesAreReadOnce()
+    {
+        // Read once each, these would take minutes; the test's own time limit tells.
+        CalendarLessonEvent often = booked(u"Zoom "_s + QString(100000, u'a'));
+        often.notes = QString(1000000, u'b');
+        const CalendarLessonParser parser(PlatformProfile::defaults());
+        QCOMPARE(parser.lessons(std::vector(5000, often)).size(), std::size_t{5000});
+    }
+
     void lessonsAreSortedByStartAndKeepTheirOrderOtherwise()
     {
         CalendarLessonEvent late = booked(u"Zoom Late"_s);

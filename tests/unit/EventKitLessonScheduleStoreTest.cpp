@@ -30,12 +30,14 @@ public:
     QCoro::Task<std::expected<bool, Failure>> requestFullAccessToEvents() override
     {
         ++requests;
-        co_return grant;
+        auto given = grant; // co_return would move the member away
+        co_return given;
     }
     QCoro::Task<std::expected<std::vector<CalendarEvent>, Failure>> events(DateInterval interval) override
     {
         intervals.push_back(interval);
-        co_return answer;
+        auto given = answer;
+        co_return given;
     }
 };
 

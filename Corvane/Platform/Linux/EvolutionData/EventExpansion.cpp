@@ -17,11 +17,11 @@ namespace corvane {
 namespace {
 
 /// A longer title is no lesson's: the event is left out. In characters.
-constexpr qsizetype maximumTitleLength = 10'000;
+constexpr qsizetype maximumTitleLength = 2'000;
 /// Longer notes, places and links are cut, links left out. In bytes of UTF-8.
-constexpr std::size_t maximumTextBytes = 4'000'000;
-/// More occurrences of one event in one interval are no lessons.
-constexpr std::size_t maximumOccurrences = 1'500;
+constexpr std::size_t maximumTextBytes = 256 * 1024;
+/// More occurrences of one event in one day are no lessons.
+constexpr std::size_t maximumOccurrences = 200;
 /// The library walks a rule from its first occurrence, 4 µs a step; more steps take too long.
 constexpr double maximumSteps = 150'000;
 /// The library compares each occurrence in the window with those before: a quarter of a second for these.
