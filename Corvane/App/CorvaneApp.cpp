@@ -21,8 +21,9 @@ CorvaneApp::CorvaneApp()
     checkEventLoopServesCalendars(logger());
     m_viewModel = std::make_unique<MenuBarViewModel>(environment);
     showStatusItem();
-    watchSessionLock();
+    // Before the session's lock is watched: that speaks to another bus, which may take its time.
     spawn(m_viewModel->start());
+    watchSessionLock();
 }
 
 void CorvaneApp::showStatusItem()

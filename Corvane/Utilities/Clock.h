@@ -50,8 +50,8 @@ public:
 /// touch.
 [[nodiscard]] Seconds uptime();
 
-/// Waits at least `duration`: the one place where the program waits for time to pass. (Adapters keep the time limits
-/// of the services that they speak to by themselves, in real time.)
+/// Waits at least `duration`: the one place where the program waits for time to pass. (Adapters keep the time
+/// limits of the services that they speak to by themselves, in real time.)
 QCoro::Task<void> wait(Seconds duration);
 
 /// Puts `clock` (borrowed) in the place of the system's clock; nullptr puts the system's clock back. Called

@@ -125,6 +125,23 @@ private Q_SLOTS:
         QVERIFY(!read(m_item->path()).contains(u"/opt"_s));
     }
 
+    void aProgramInItsBuildFolderLeavesAnInstalledOneEntered()
+    {
+        const QString installed = QCoreApplication::applicationFilePath(); // one that can be started
+        make(installed);
+        QVERIFY(m_item->registerItem());
+        const QString entered = read(m_item->path());
+        make(u"/build/quillet"_s, true);
+        QVERIFY(m_item->registerItem());
+        QCOMPARE(read(m_item->path()), entered);
+        // Once that one is gone, or where none is entered, it takes the place.
+        make(u"/nowhere/quillet"_s);
+        QVERIFY(m_item->registerItem());
+        make(u"/build/quillet"_s, true);
+        QVERIFY(m_item->registerItem());
+        QVERIFY(read(m_item->path()).contains(u"\nTryExec=/build/quillet\n"_s));
+    }
+
     void keysOfOthersAreKept()
     {
         put(m_item->path(),
@@ -208,9 +225,10 @@ private Q_SLOTS:
     }
 
 private:
-    void make(const QString &program)
+    void make(const QString &program, bool isTrial = false)
     {
-        m_item.emplace(program, m_folder->filePath(u"config"_s), QStringList{m_folder->filePath(u"etc"_s)});
+        m_item.emplace(program, m_folder->filePath(u"config"_s), QStringList{m_folder->filePath(u"etc"_s)},
+                       isTrial);
     }
 
     [[nodiscard]] QString systemPath() const

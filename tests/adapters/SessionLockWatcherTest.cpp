@@ -3,6 +3,7 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/SessionLockWatcher.h"
 
+#include "tests/support/ManualClock.h"
 #include "tests/support/PrivateBus.h"
 
 #include <signal.h>
@@ -119,6 +120,44 @@ private Q_SLOTS:
         setHint(false);
         QTRY_VERIFY(!m_watcher->locked());
         QCOMPARE(changes(), (QList<bool>{true, false}));
+    }
+
+    void aLockRequestThatNobodyFollowsEndsByItself()
+    {
+        ManualClock clock(dateSince1970(0));
+        startManager();
+        watch();
+        emitFromSession(u"Lock"_s);
+        QTRY_VERIFY(m_watcher->locked());
+        clock.advance(SessionLockWatcher::requestPatience - Seconds{0.1});
+        QVERIFY(m_watcher->locked());
+        clock.advance(Seconds{0.2});
+        QVERIFY(!m_watcher->locked());
+        // A later one counts for its own time.
+        emitFromSession(u"Lock"_s);
+        QTRY_VERIFY(m_watcher->locked());
+        clock.advance(SessionLockWatcher::requestPatience - Seconds{0.1});
+        QVERIFY(m_watcher->locked());
+        clock.advance(SessionLockWatcher::requestPatience);
+    }
+
+    void aLockRequestThatALockerFollowsLastsUntilItEnds()
+    {
+        ManualClock clock(dateSince1970(0));
+        startManager();
+        watch();
+        emitFromSession(u"Lock"_s);
+        QTRY_VERIFY(m_watcher->locked());
+        setHint(true);
+        // The hint is a message behind the request: an hour passes only once it has come.
+        QTRY_VERIFY([&] {
+            clock.advance(SessionLockWatcher::requestPatience);
+            return m_watcher->locked();
+        }());
+        clock.advance(Seconds{3600});
+        QVERIFY(m_watcher->locked());
+        setHint(false);
+        QTRY_VERIFY(!m_watcher->locked());
     }
 
     void theScreenSaverIsFollowed()

@@ -25,6 +25,14 @@ TITLES = {
     "startNow": "START NOW",
     "wrapUp": "FINISH UP ANNA",
 }
+# What stands beside the bell.
+ITEM_TITLES = {
+    "prepare": "Prepare",
+    "oneMinuteWarning": "1 min",
+    "joinPlatform": "Join now",
+    "startNow": "Start now",
+    "wrapUp": "Wrap up",
+}
 
 
 class Road(unittest.TestCase):
@@ -50,11 +58,13 @@ class Road(unittest.TestCase):
             for moment in (banner.fired, banner.shown):
                 self.assertGreaterEqual(moment, begin, "early")
                 self.assertLess(moment, end, "after its phase")
+            self.assertEqual(desktop.status_title(), ITEM_TITLES[state])
             texts = program.accessible_texts()
             self.assertTrue(any(TITLES[state] in text for text in texts), texts)
             at_each()
         # Nothing is announced twice, and nothing after the end.
         poll("the lesson's end", lambda: time.time() > self.end + 2, 120, 0.5)
+        self.assertEqual(desktop.status_title(), "Quillet")
         self.assertEqual([banner.state for banner in program.banners()], [state for state, _, _ in self.phases])
         self.assertEqual(len(program.find("^notification should fire ")), len(self.phases))
         self.assertEqual(len(program.find("^sound played name=Glass$")), len(self.phases))

@@ -274,7 +274,7 @@ class Desktop(contextlib.AbstractContextManager):
         return program
 
     def popen(self, *command, **options):
-        return subprocess.Popen(command, env=self.environment, stdin=subprocess.DEVNULL, **options)
+        return subprocess.Popen(command, env=self.environment, **{"stdin": subprocess.DEVNULL, **options})
 
     def run(self, *command, text=True, seconds=20):
         """Runs a command in the desktop and gives what it printed; fails when it fails."""
@@ -313,6 +313,14 @@ class Desktop(contextlib.AbstractContextManager):
                            "org.freedesktop.DBus.Properties.Get", "org.kde.StatusNotifierWatcher",
                            "RegisteredStatusNotifierItems")
         return re.findall(r"'([^']*)'", answer)
+
+    def status_title(self):
+        """The title of the only status item."""
+        (item,) = self.status_items()
+        name, path = re.fullmatch(r"([^/]+)(/.*)?", item).groups()
+        answer = self.call(name, path or "/StatusNotifierItem", "org.freedesktop.DBus.Properties.Get",
+                           "org.kde.StatusNotifierItem", "Title")
+        return re.fullmatch(r"\(<'(.*)'>,\)\s*", answer)[1]
 
     # --- the screen
 

@@ -7,12 +7,16 @@
 """
 import math
 import os
+import pathlib
 import re
 import signal
+import subprocess
 import time
 import unittest
 
 from quillet_desktop import Desktop, calendar, event, poll, report_lateness
+
+HERE = pathlib.Path(__file__).resolve().parent
 
 
 def in_join_phase(seconds_to_start=55, title="Microsoft Teams - Anna"):
@@ -80,6 +84,31 @@ class Roads(unittest.TestCase):
             desktop.wait_until_gone(banner)
             program.wait_for_banner(2, 60)
             self.assertEqual(len(desktop.status_items()), 1)
+            self.assertEqual(program.quit(), 0)
+
+    # --- the screen lock
+
+    def aLockedSessionHidesTheBannerAndUnlockingBringsItBack(self):
+        with Desktop() as desktop:
+            desktop.write_system_calendar(in_join_phase()[1])
+            program = desktop.start_quillet()
+            banner = program.wait_for_banner()
+            desktop.wait_until_shown(banner, "before-the-lock")
+            # A screen saver that speaks for as long as its standard input is open.
+            saver = desktop.popen("/usr/bin/python3", str(HERE / "screen_saver.py"), stdin=subprocess.PIPE, text=True)
+            saver.stdin.write("true\n")
+            saver.stdin.flush()
+            desktop.wait_until_gone(banner)
+            # While it is locked the next changeover is announced, heard and hidden.
+            hidden = program.wait_for_banner(2, 60)
+            self.assertEqual(hidden.state, "startNow")
+            program.wait_for("^sound played name=Glass$", count=2)
+            self.assertFalse(desktop.picture().shows(hidden))
+            saver.stdin.write("false\n")
+            saver.stdin.flush()
+            desktop.wait_until_shown(hidden, "after-the-lock")
+            saver.stdin.close()
+            self.assertEqual(saver.wait(10), 0)
             self.assertEqual(program.quit(), 0)
 
     # --- one instance

@@ -43,11 +43,16 @@ protected:
     void changeEvent(QEvent *event) override
     {
         if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+            m_wasActive = true;
             say(u"ready"_s);
         }
     }
 
+public:
+    [[nodiscard]] bool wasActive() const { return m_wasActive; }
+
 private:
+    bool m_wasActive = false;
     QColor m_color;
 };
 
@@ -69,7 +74,9 @@ int main(int argc, char *argv[])
         if (arguments.contains(u"--raise"_s)) {
             window.raise();
         }
-        if (arguments.contains(u"--activate"_s)) {
+        // A window manager that has only just begun may miss the first request; later on nothing is asked
+        // for.
+        if (arguments.contains(u"--activate"_s) || !window.wasActive()) {
             window.activateWindow();
         }
     });

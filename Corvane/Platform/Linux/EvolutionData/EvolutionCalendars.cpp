@@ -325,7 +325,7 @@ private:
             call = *self->m_registryCall;
         } else {
             self->m_registryCall = call;
-            detach(makeRegistry(self, call));
+            spawn(makeRegistry(self, call));
         }
         if (!co_await call.until(deadline)) {
             co_return Found{Service::silent, u"the list of calendars did not come in time"_s};
@@ -607,7 +607,7 @@ private:
                     calendar->suspects.insert(suspect);
                 }
                 ++self->m_strayJobs;
-                detach(followStray(self, control, expanding));
+                spawn(followStray(self, control, expanding));
                 co_return std::unexpected(Trouble{u"expansion"_s, u"it took too long"_s, true});
             }
         }

@@ -30,7 +30,7 @@ QStringList defaultCalendarFolders()
 
 std::unique_ptr<EventStore> makeLinuxEventStore(DebugLogService &log, const QStringList &folders)
 {
-    // Asked at each query, so that a traveller's change of the zone reaches the next reload.
+    // Asked at each query: an event at ten, in whatever zone, is one at ten where a traveller is now.
     const TimeZoneId timeZoneId = [] { return QTimeZone::systemTimeZoneId(); };
     std::vector<std::shared_ptr<CalendarSource>> sources;
     // The folders first: whether one exists is known at once, so that a service that hangs delays no grant.

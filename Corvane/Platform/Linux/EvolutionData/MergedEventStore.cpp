@@ -56,7 +56,7 @@ public:
         }
         m_request.emplace();
         const Pending<Granted> answer = *m_request;
-        detach(runRequest(shared_from_this()));
+        spawn(runRequest(shared_from_this()));
         return answer;
     }
 
@@ -72,7 +72,7 @@ public:
         m_queries.push_back({interval, deadline, {}});
         const Pending<Events> answer = m_queries.back().answer;
         if (!m_isQuerying) {
-            detach(runQueries(shared_from_this()));
+            spawn(runQueries(shared_from_this()));
         }
         return answer;
     }
@@ -85,7 +85,7 @@ private:
     };
 
     // The coroutines hold what they work on, so that it outlives the store while they wait. They are
-    // detached, since kept in what they hold neither would ever go.
+    // let go, since kept in what they hold neither would ever go.
     static QCoro::Task<void> runRequest(std::shared_ptr<Impl> self)
     {
         const QDeadlineTimer loadEnd(loadBudget, Qt::PreciseTimer);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Corvane/Platform/Linux/EvolutionData/GObjectRef.h"
+#include "Corvane/Utilities/Spawn.h"
 
 #include <gio/gio.h>
 
@@ -99,14 +100,20 @@ public:
     };
 
     /// What until() gives.
-    struct Wait {
-        Pending pending;
-        QDeadlineTimer deadline;
-        [[nodiscard]] Waiter operator co_await() const { return Waiter(pending.m_state, deadline); }
+    class Wait {
+    public:
+        Wait(Pending pending, QDeadlineTimer deadline) : m_pending(std::move(pending)), m_deadline(deadline)
+        {
+        }
+        [[nodiscard]] Waiter operator co_await() const { return Waiter(m_pending.m_state, m_deadline); }
+
+    private:
+        Pending m_pending;
+        QDeadlineTimer m_deadline;
     };
 
     /// To be awaited: answers whether the value came before the deadline.
-    [[nodiscard]] Wait until(QDeadlineTimer deadline) const { return {*this, deadline}; }
+    [[nodiscard]] Wait until(QDeadlineTimer deadline) const { return Wait(*this, deadline); }
 
 private:
     struct State {
@@ -115,12 +122,6 @@ private:
     };
     std::shared_ptr<State> m_state = std::make_shared<State>();
 };
-
-/// Lets a coroutine run on by itself: it owns all that it works on, and its frame goes when it ends.
-inline void detach(QCoro::Task<void> task)
-{
-    Q_UNUSED(task)
-}
 
 /// Starts an asynchronous call of GLib. `start` is handed the callback and its data; the result is to be
 /// given to the call's own finish function. A callback that comes after everyone has stopped waiting is

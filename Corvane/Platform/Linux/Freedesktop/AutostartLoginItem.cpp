@@ -138,12 +138,25 @@ QByteArray contentOf(const QString &path)
     return file.read(largestEntry);
 }
 
+// The program that an entry is for, or an empty text.
+QString enteredProgram(const QByteArray &content)
+{
+    constexpr QByteArrayView key = "TryExec=";
+    for (const QByteArray &line : content.split('\n')) {
+        if (line.startsWith(key)) {
+            return QString::fromUtf8(line.sliced(key.size()).trimmed().replace("\\\\", "\\"));
+        }
+    }
+    return {};
+}
+
 } // namespace
 
 AutostartLoginItem::AutostartLoginItem(QString program, const QString &configHome,
-                                       QStringList configDirectories)
+                                       QStringList configDirectories, bool isTrial)
     : m_program(std::move(program))
     , m_path(QDir(configHome).filePath(fileName))
+    , m_isTrial(isTrial)
 {
     for (const QString &directory : std::as_const(configDirectories)) {
         m_systemPaths.append(QDir(directory).filePath(fileName));
@@ -164,12 +177,21 @@ AutostartLoginItem AutostartLoginItem::forThisProgram()
     if (directories.isEmpty()) {
         directories.append(u"/etc/xdg"_s);
     }
+    const bool isInBuildTree =
+        QFile::exists(QCoreApplication::applicationDirPath() + u"/../CMakeCache.txt"_s);
     return {QCoreApplication::applicationFilePath(),
-            QDir::isAbsolutePath(home) ? home : QDir::home().filePath(u".config"_s), directories};
+            QDir::isAbsolutePath(home) ? home : QDir::home().filePath(u".config"_s), directories,
+            isInBuildTree};
 }
 
 std::expected<void, Failure> AutostartLoginItem::registerItem()
 {
+    if (m_isTrial) {
+        const QString other = enteredProgram(contentOf(m_path));
+        if (other != m_program && QFileInfo(other).isExecutable()) {
+            return {};
+        }
+    }
     const std::vector<Entry> entries{
         {"Type", "Application"},
         {"Name", "Quillet"},

@@ -19,9 +19,12 @@ class AutostartLoginItem final : public LoginItem {
 public:
     /// `program` is the absolute path of what is started. `configHome` is the user's configuration folder,
     /// `configDirectories` are the machine's, in which a package may have put an entry of its own.
-    AutostartLoginItem(QString program, const QString &configHome, QStringList configDirectories);
+    /// With `isTrial` the program leaves the entry of another one alone as long as that can be started.
+    AutostartLoginItem(QString program, const QString &configHome, QStringList configDirectories,
+                       bool isTrial = false);
 
-    /// For the running program, in the folders that the environment names.
+    /// For the running program, in the folders that the environment names. One that runs from the folder it
+    /// was built in is on trial: it does not take an installed one's place.
     [[nodiscard]] static AutostartLoginItem forThisProgram();
 
     std::expected<void, Failure> registerItem() override;
@@ -38,6 +41,7 @@ private:
     QString m_program;
     QString m_path;
     QStringList m_systemPaths;
+    bool m_isTrial;
 };
 
 } // namespace corvane

@@ -3,6 +3,8 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/SessionLockWatcher.h"
 
+#include "Corvane/Utilities/Spawn.h"
+
 #include <QCoreApplication>
 #include <QDBusArgument>
 #include <QDBusPendingCall>
@@ -232,7 +234,17 @@ void SessionLockWatcher::dropSession()
 void SessionLockWatcher::sessionLockRequested()
 {
     m_lockRequested = true;
+    spawn(endRequest(this, ++m_requests));
     update();
+}
+
+QCoro::Task<void> SessionLockWatcher::endRequest(QPointer<SessionLockWatcher> watcher, int request)
+{
+    co_await wait(requestPatience);
+    if (watcher && watcher->m_requests == request) {
+        watcher->m_lockRequested = false;
+        watcher->update();
+    }
 }
 
 void SessionLockWatcher::sessionUnlockRequested()

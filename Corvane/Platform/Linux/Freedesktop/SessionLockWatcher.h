@@ -3,11 +3,16 @@
 
 #pragma once
 
+#include "Corvane/Utilities/Clock.h"
+
+#include <qcoro/qcorotask.h>
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QHash>
 #include <QObject>
+#include <QPointer>
 
 #include <functional>
 
@@ -23,7 +28,9 @@ namespace corvane {
 /// the screen savers on the session bus. The session is locked as long as one of them says so. A source that
 /// leaves its bus no longer counts, so that a screen locker that crashed does not leave the session locked
 /// for ever. Some lockers answer a Lock request and tell only the session bus when they are done: a screen
-/// saver's word that it ended therefore also ends a Lock request, though not a LockedHint.
+/// saver's word that it ended therefore also ends a Lock request, though not a LockedHint. A request is no
+/// more than that: one that no source follows within a few seconds counts no longer, since where nothing
+/// locks the screen nothing ever unlocks it, and the banners would stay away for good.
 class SessionLockWatcher final : public QObject {
     Q_OBJECT
 
@@ -32,6 +39,9 @@ public:
     SessionLockWatcher(QDBusConnection systemBus, QDBusConnection sessionBus, QObject *parent = nullptr);
 
     [[nodiscard]] bool locked() const { return m_locked; }
+
+    /// How long a Lock request counts by itself.
+    static constexpr Seconds requestPatience{10};
 
 Q_SIGNALS:
     void lockedChanged(bool locked);
@@ -46,6 +56,7 @@ private:
     void dropSession();
     void forgetSaver(const QString &owner);
     void update();
+    static QCoro::Task<void> endRequest(QPointer<SessionLockWatcher> watcher, int request);
     void then(const QDBusPendingCall &call, std::function<void(const QDBusMessage &)> onAnswer);
 
     QDBusConnection m_systemBus;
@@ -58,6 +69,7 @@ private:
     /// Counts the lives of the session manager: an answer of an earlier one is of no use.
     int m_managerLife = 0;
     bool m_lockRequested = false;
+    int m_requests = 0; ///< tells a request from those before it
     bool m_lockedHint = false;
     /// A signal told the hint, so that an answer given before it is out of date.
     bool m_hintWasSignalled = false;

@@ -1,0 +1,14 @@
+#!/usr/bin/python3
+# SPDX-FileCopyrightText: 2026 The Quillet authors
+# SPDX-License-Identifier: MIT
+"""A screen saver on the session bus: says "active" or not for each line "true" or "false" of its standard input,
+and leaves the bus at its end."""
+import sys
+
+from gi.repository import Gio, GLib
+
+bus = Gio.bus_get_sync(Gio.BusType.SESSION, None)
+for line in sys.stdin:
+    bus.emit_signal(None, "/org/gnome/ScreenSaver", "org.gnome.ScreenSaver", "ActiveChanged",
+                    GLib.Variant("(b)", (line.strip() == "true",)))
+    bus.flush_sync(None)
