@@ -13,6 +13,9 @@ set(CMAKE_AUTORCC ON)
 set(CMAKE_CXX_FLAGS_DEV "-O1 -g1 -DQT_FORCE_ASSERTS")
 set(CMAKE_EXE_LINKER_FLAGS_DEV "")
 
+# Release: -O3's larger code is memory that a program which mostly sleeps does not need.
+set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
+
 find_program(CCACHE ccache)
 if(CCACHE)
     # Precompiled headers are cached only when ccache may trust their defines and times.

@@ -9,6 +9,8 @@
 #include <QDBusConnection>
 #include <QTimer>
 
+#include <malloc.h>
+
 #include <cstdio>
 #include <optional>
 
@@ -57,6 +59,8 @@ QCoro::Task<void> launch(SingleInstance *instance, std::optional<CorvaneApp> *pr
 
 int main(int argc, char *argv[])
 {
+    // The few worker threads sleep nearly always; a heap of its own for each would keep memory for nothing.
+    mallopt(M_ARENA_MAX, 2);
     preferX11();
     QCoreApplication::setApplicationName(u"Quillet"_s);
     QApplication::setDesktopFileName(u"com.ordwinsoftware.Quillet"_s);
