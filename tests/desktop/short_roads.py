@@ -86,6 +86,14 @@ class Roads(unittest.TestCase):
             self.assertEqual(len(desktop.status_items()), 1)
             self.assertEqual(program.quit(), 0)
 
+    def inAWaylandSessionItTakesTheXServer(self):
+        with Desktop() as desktop:
+            desktop.write_system_calendar(in_join_phase()[1])
+            program = desktop.start_quillet({"WAYLAND_DISPLAY": "wayland-0", "XDG_SESSION_TYPE": "wayland",
+                                             "QT_QPA_PLATFORM": "wayland;xcb"})
+            desktop.wait_until_shown(program.wait_for_banner(), "wayland-session")
+            self.assertEqual(program.quit(), 0)
+
     # --- the screen lock
 
     def aLockedSessionHidesTheBannerAndUnlockingBringsItBack(self):
