@@ -124,26 +124,24 @@ private Q_SLOTS:
 
     void aLockRequestThatNobodyFollowsEndsByItself()
     {
-        ManualClock clock(dateSince1970(0));
         startManager();
         watch();
         emitFromSession(u"Lock"_s);
         QTRY_VERIFY(m_watcher->locked());
-        clock.advance(SessionLockWatcher::requestPatience - Seconds{0.1});
+        m_clock.advance(SessionLockWatcher::requestPatience - Seconds{0.1});
         QVERIFY(m_watcher->locked());
-        clock.advance(Seconds{0.2});
+        m_clock.advance(Seconds{0.2});
         QVERIFY(!m_watcher->locked());
         // A later one counts for its own time.
         emitFromSession(u"Lock"_s);
         QTRY_VERIFY(m_watcher->locked());
-        clock.advance(SessionLockWatcher::requestPatience - Seconds{0.1});
+        m_clock.advance(SessionLockWatcher::requestPatience - Seconds{0.1});
         QVERIFY(m_watcher->locked());
-        clock.advance(SessionLockWatcher::requestPatience);
+        m_clock.advance(SessionLockWatcher::requestPatience);
     }
 
     void aLockRequestThatALockerFollowsLastsUntilItEnds()
     {
-        ManualClock clock(dateSince1970(0));
         startManager();
         watch();
         emitFromSession(u"Lock"_s);
@@ -151,10 +149,10 @@ private Q_SLOTS:
         setHint(true);
         // The hint is a message behind the request: an hour passes only once it has come.
         QTRY_VERIFY([&] {
-            clock.advance(SessionLockWatcher::requestPatience);
+            m_clock.advance(SessionLockWatcher::requestPatience);
             return m_watcher->locked();
         }());
-        clock.advance(Seconds{3600});
+        m_clock.advance(Seconds{3600});
         QVERIFY(m_watcher->locked());
         setHint(false);
         QTRY_VERIFY(!m_watcher->locked());
@@ -462,6 +460,8 @@ private:
     std::unique_ptr<Mock> m_saver;
     std::unique_ptr<SessionLockWatcher> m_watcher;
     std::unique_ptr<QSignalSpy> m_changes;
+    /// Only the patience with a lock request is measured by it; the buses keep real time.
+    ManualClock m_clock{dateSince1970(0)};
 };
 
 QTEST_GUILESS_MAIN(SessionLockWatcherTest)

@@ -180,7 +180,11 @@ public:
         m_pool->clear();
         if (m_pool->waitForDone(1000)) {
             delete m_pool;
+            return;
         }
+        // Its thread still works on it: it is kept where a leak checker finds it, until the process ends.
+        static auto &left = *new std::vector<QThreadPool *>;
+        left.push_back(m_pool);
     }
     WorkerPool(const WorkerPool &) = delete;
     WorkerPool &operator=(const WorkerPool &) = delete;
