@@ -125,7 +125,7 @@ private Q_SLOTS:
         make({false, true});
         m_item->setTitle(u"one"_s);
         QTRY_COMPARE(m_host->titleSignals, 1);
-        QCOMPARE(m_host->toolTipSignals, 1);
+        QTRY_COMPARE(m_host->toolTipSignals, 1);
         QVERIFY(!m_host->properties(name()).contains(u"XAyatanaLabel"_s));
         QVERIFY(!m_host->introspection(name()).contains(u"Ayatana"_s));
         QVERIFY(m_host->labels.isEmpty());
