@@ -21,7 +21,7 @@ struct DateInterval {
 /// The user's calendar: where days begin and end in one time zone.
 class DayCalendar {
 public:
-    explicit DayCalendar(QTimeZone timeZone) : m_timeZone(std::move(timeZone)) {}
+    explicit DayCalendar(const QTimeZone &timeZone) : m_timeZone(timeZone) {}
 
     /// The calendar of the user's time zone as it is now; a later change of the zone does not reach it. Where
     /// the machine names a zone that is not known, that is UTC.

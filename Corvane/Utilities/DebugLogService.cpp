@@ -47,7 +47,7 @@ DebugLogService::DebugLogService(const QString &libraryDirectory, QObject *paren
 QString DebugLogService::userLibraryDirectory()
 {
     // A relative path in this variable is to be ignored, as for every base directory of the desktop.
-    const QString state = qEnvironmentVariable("XDG_STATE_HOME");
+    QString state = qEnvironmentVariable("XDG_STATE_HOME");
     if (QDir::isAbsolutePath(state)) {
         return state;
     }

@@ -22,7 +22,7 @@ namespace {
 constexpr auto fileName = "autostart/com.ordwinsoftware.Quillet.desktop"_L1;
 
 // A larger file is nobody's autostart entry; it is written anew.
-constexpr qint64 largestEntry = 64 * 1024;
+constexpr qint64 largestEntry = qint64{64} * 1024;
 
 // A text as the value of a key of type string.
 QByteArray stringValue(const QString &text)
