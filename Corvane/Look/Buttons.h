@@ -38,6 +38,7 @@ protected:
 
 private:
     [[nodiscard]] int symbolSize() const;
+    [[nodiscard]] int symbolGap() const; ///< between the symbol and the text, if there is one
 
     Kind m_kind;
     QString m_symbolName;
