@@ -94,9 +94,7 @@ namespace settings {
 inline constexpr int columnWidth = 720; ///< at most; a wider window has more space at its sides
 inline constexpr int padding = 20;      ///< about the column
 inline constexpr int spacing = 16;      ///< between cards
-inline constexpr int headerSymbol = 32;
-inline constexpr int rowSymbol = 22;
-inline constexpr int formSpacing = 10; ///< between the lines of a form
+inline constexpr int formSpacing = 10;  ///< between the lines of a form
 
 } // namespace settings
 

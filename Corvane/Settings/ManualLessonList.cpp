@@ -5,6 +5,7 @@
 
 #include "Corvane/Look/Buttons.h"
 #include "Corvane/Look/ElidedText.h"
+#include "Corvane/Look/FlowRow.h"
 #include "Corvane/Look/Stacks.h"
 #include "Corvane/Look/Surfaces.h"
 #include "Corvane/Look/SymbolView.h"
@@ -28,16 +29,16 @@ public:
         const QString platform = rawValue(entry.platform);
         const QString start = startText(entry.startTime, locale);
         const QString length = lengthText(entry.durationMinutes);
-        auto *symbol = new SymbolView(corvane::symbolName(entry.platform), settings::rowSymbol, Ink::accent);
+        auto *symbol = new SymbolView(corvane::symbolName(entry.platform), TextStyle::title, Ink::accent);
         symbol->setAccessibleName(platform);
         symbol->setToolTip(platform);
         auto *name = new ElidedText(entry.studentName, TextStyle::body);
         // Many buttons of one name: what each is for is said with it.
         m_remove->setAccessibleDescription(u"%1, %2, %3, %4"_s.arg(name->text(), platform, start, length));
 
-        auto *times =
-            row(space::medium, {new ElidedText(start, TextStyle::subheadline, Ink::secondary),
-                                new ElidedText(length, TextStyle::subheadline, Ink::secondary), Spacer{}});
+        auto *times = new FlowRow(space::medium, FlowRow::Ends::together,
+                                  {new Text(start, TextStyle::subheadline, Ink::secondary),
+                                   new Text(length, TextStyle::subheadline, Ink::secondary)});
         auto *line = row(space::medium, {symbol, column(space::hair, {name, times}), m_remove});
         line->setStretch(1, 1);
         setLayout(column(space::small, {new Divider, line}));

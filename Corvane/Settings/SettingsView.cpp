@@ -77,11 +77,13 @@ SettingsView::SettingsView(AppSettings &settings, std::function<void()> reloadLe
     , m_manualLessons(new ManualLessonList)
 {
     using namespace look;
+    auto *cards = column(settings::spacing, {header(), calendarConnection(), manualLessonEntry(),
+                                             remindersAndDisplay(), help()});
+    cards->addStretch(1);
     auto *content = new QWidget;
     content->setMaximumWidth(settings::columnWidth);
-    content->setLayout(padded({settings::padding, settings::padding, settings::padding, settings::padding},
-                              column(settings::spacing, {header(), calendarConnection(), manualLessonEntry(),
-                                                         remindersAndDisplay(), help(), Spacer{}})));
+    content->setLayout(
+        padded({settings::padding, settings::padding, settings::padding, settings::padding}, cards));
     m_page = scrolling(content);
     setLayout(column(0, {m_page}));
 }
@@ -94,7 +96,7 @@ QWidget *SettingsView::header() const
                                        new Text(u"Choose how Quillet follows your teaching day."_s,
                                                 TextStyle::body, Ink::secondary)});
     auto *line = row(space::medium,
-                     {new SymbolView(u"slider.horizontal.3"_s, settings::headerSymbol, Ink::accent), texts});
+                     {new SymbolView(u"slider.horizontal.3"_s, TextStyle::largeTitle, Ink::accent), texts});
     line->setStretch(1, 1);
     header->setLayout(line);
     return header;
