@@ -20,8 +20,9 @@ public:
         apart,    ///< the last one at the end of its line, unless it stands on a line alone
     };
 
-    /// `spacing` points between widgets and between lines; the layout's widget takes the widgets over.
-    FlowRow(int spacing, Ends ends, std::initializer_list<QWidget *> widgets);
+    /// `spacing` points between widgets, `lineSpacing` between lines; the layout's widget takes the widgets
+    /// over.
+    FlowRow(int spacing, int lineSpacing, Ends ends, std::initializer_list<QWidget *> widgets);
     ~FlowRow() override;
 
     void addItem(QLayoutItem *item) override;
@@ -38,6 +39,7 @@ public:
 private:
     [[nodiscard]] int arrange(const QRect &area, bool isMoving) const;
 
+    int m_lineSpacing;
     Ends m_ends;
     std::vector<std::unique_ptr<QLayoutItem>> m_items;
 };

@@ -80,10 +80,11 @@ namespace control {
 inline constexpr int horizontalPadding = 14;
 inline constexpr int verticalPadding = 6;
 inline constexpr double cornerRadius = 6;
-inline constexpr int symbolSpacing = 6;     ///< between a button's symbol and its text
-inline constexpr double focusRingWidth = 2; ///< drawn inside the control's own area
-inline constexpr double symbolShare = 1.15; ///< of the font's size
-inline constexpr double stepperShare = 0.7; ///< of the font's size, for the arrows of a stepper
+inline constexpr int symbolSpacing = 6;      ///< between a button's symbol and its text
+inline constexpr double focusRingWidth = 2;  ///< drawn inside the control's own area
+inline constexpr double symbolShare = 1.15;  ///< of the font's size
+inline constexpr double stepperShare = 0.7;  ///< of the font's size, for the arrows of a stepper
+inline constexpr double calendarShare = 1.3; ///< of the least size that holds the days
 inline constexpr double disabledOpacity = 0.4;
 
 } // namespace control

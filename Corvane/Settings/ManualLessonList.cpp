@@ -36,9 +36,12 @@ public:
         // Many buttons of one name: what each is for is said with it.
         m_remove->setAccessibleDescription(u"%1, %2, %3, %4"_s.arg(name->text(), platform, start, length));
 
-        auto *times = new FlowRow(space::medium, FlowRow::Ends::together,
-                                  {new Text(start, TextStyle::subheadline, Ink::secondary),
-                                   new Text(length, TextStyle::subheadline, Ink::secondary)});
+        auto *startLabel = new Text(start, TextStyle::subheadline, Ink::secondary);
+        auto *lengthLabel = new Text(length, TextStyle::subheadline, Ink::secondary);
+        startLabel->setPrefersOneLine();
+        lengthLabel->setPrefersOneLine();
+        auto *times =
+            new FlowRow(space::medium, space::hair, FlowRow::Ends::together, {startLabel, lengthLabel});
         auto *line = row(space::medium, {symbol, column(space::hair, {name, times}), m_remove});
         line->setStretch(1, 1);
         setLayout(column(space::small, {new Divider, line}));
@@ -103,6 +106,7 @@ void ManualLessonList::setEntries(const std::vector<ManualLessonEntry> &entries)
         ManualLessonRow *row = makeRow(entries[index]);
         m_rows.insert(m_rows.begin() + static_cast<std::ptrdiff_t>(index), row);
         m_column->insertWidget(static_cast<int>(index), row);
+        row->show(); // the layout would show it only later
         // A row amid others is reached in its place.
         if (before != nullptr) {
             QWidget::setTabOrder(const_cast<QWidget *>(before), row->removeButton());

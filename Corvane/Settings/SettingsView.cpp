@@ -55,7 +55,8 @@ QLayout *formLine(const QString &name, QWidget *control)
     auto *label = new look::Text(name, look::TextStyle::body);
     label->setWordWrap(false);
     label->setBuddy(control);
-    return new look::FlowRow(look::space::medium, look::FlowRow::Ends::apart, {label, control});
+    return new look::FlowRow(look::space::medium, look::space::tight, look::FlowRow::Ends::apart,
+                             {label, control});
 }
 
 /// A button at the beginning of its line.
@@ -231,7 +232,7 @@ QWidget *SettingsView::help()
             card::spacing,
             {new Text(u"Your pop-up timings are already set to guide you through each lesson changeover."_s,
                       TextStyle::subheadline, Ink::secondary),
-             new FlowRow(space::small, FlowRow::Ends::together, {quickStart, userManual})}));
+             new FlowRow(space::small, space::small, FlowRow::Ends::together, {quickStart, userManual})}));
 }
 
 void SettingsView::addManualLesson()
