@@ -19,12 +19,14 @@
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QDateTimeEdit>
+#include <QScopeGuard>
 #include <QScrollBar>
 #include <QTableView>
 #include <QTest>
 #include <QTextDocumentFragment>
 #include <QWheelEvent>
 
+#include <ctime>
 #include <memory>
 
 using namespace corvane;
@@ -518,6 +520,62 @@ private Q_SLOTS:
                  QDateTime(QDate(2026, 11, 21), QTime(17, 45), Qt::UTC));
     }
 
+    void aStartIsTypedInAnyLocale_data()
+    {
+        QTest::addColumn<QLocale>("locale");
+        for (const auto *name : {u"en_US", u"en_GB", u"de_DE", u"zh_CN", u"zh_TW", u"fr_CA", u"ja_JP",
+                                 u"ar_EG", u"fa_IR", u"he_IL", u"hi_IN"}) {
+            const QString text = QString::fromUtf16(name);
+            QTest::newRow(qPrintable(text)) << QLocale(text);
+        }
+    }
+
+    void aStartIsTypedInAnyLocale()
+    {
+        QFETCH(QLocale, locale);
+        const QLocale before;
+        QLocale::setDefault(locale);
+        const auto restore = qScopeGuard([before] { QLocale::setDefault(before); });
+        const Room room;
+        room.show();
+        auto *start = room.start();
+        QVERIFY(start->displayedSections() & QDateTimeEdit::YearSection);
+        start->setDateTime(QDateTime(QDate(2026, 12, 24), QTime(9, 15)));
+        start->setFocus(Qt::TabFocusReason);
+        start->setSelectedSection(QDateTimeEdit::DaySection);
+        QTest::keyClick(start, Qt::Key_Down);
+        start->setSelectedSection(QDateTimeEdit::MinuteSection);
+        QTest::keyClicks(start, u"40"_s);
+        room.studentName()->setText(u"Anna"_s);
+        room.button(u"Add Manual Lesson"_s)->click();
+        QCOMPARE(toDateTime(room.lastLesson().startTime),
+                 QDateTime(QDate(2026, 12, 23), QTime(9, 40), Qt::UTC));
+    }
+
+    void aStartThatAChangeOfTheClocksLeavesOutBecomesOneThatThereIs()
+    {
+        const QByteArray before = qgetenv("TZ");
+        qputenv("TZ", "Europe/Berlin");
+        tzset();
+        const auto restore = qScopeGuard([before] {
+            qputenv("TZ", before);
+            tzset();
+        });
+        const Room room;
+        room.show();
+        room.start()->setDateTime(QDateTime(QDate(2027, 3, 28), QTime(1, 30)));
+        room.start()->setFocus(Qt::TabFocusReason);
+        room.start()->setSelectedSection(QDateTimeEdit::HourSection);
+        QTest::keyClick(room.start(), Qt::Key_Up);
+        QCOMPARE(room.start()->dateTime().time(), QTime(3, 30));
+        QTest::keyClicks(room.start(), u"02"_s);
+        room.studentName()->setText(u"Anna"_s);
+        room.button(u"Add Manual Lesson"_s)->click();
+        const QDateTime start = toDateTime(room.lastLesson().startTime);
+        QVERIFY(start == QDateTime(QDate(2027, 3, 28), QTime(1, 30), Qt::UTC) ||
+                start == QDateTime(QDate(2027, 3, 28), QTime(0, 30), Qt::UTC));
+    }
+
     void aStartIsSteppedWithTheKeysAndGoesOnIntoTheNextUnit()
     {
         const Room room;
@@ -783,6 +841,16 @@ private Q_SLOTS:
             }
         }
         QCOMPARE(labels, 5);
+    }
+
+    void itFollowsTheDesktopsColoursAndFontWhileItIsShown()
+    {
+        const Room room(sampleLessons());
+        (void)column(room, 620);
+        pictures::prepareApplication(Theme::dark, 1.5);
+        const QImage followed = column(room, 620);
+        const Room fresh(sampleLessons());
+        QVERIFY(followed == column(fresh, 620));
     }
 
     void itLooksAsItShould_data()
