@@ -53,13 +53,18 @@ Button::Button(const QString &text, Kind kind, const QString &symbolName, QWidge
     , m_symbolName(symbolName)
 {
     setAttribute(Qt::WA_Hover);
-    setFont(look::font(TextStyle::body));
+    setFont(look::font(textStyle()));
     setFocusPolicy(Qt::StrongFocus);
     setAutoDefault(false);
     setSizePolicy(kind == Kind::plain ? QSizePolicy::Expanding : QSizePolicy::Fixed, QSizePolicy::Fixed);
-    if (kind == Kind::link) {
+    if (isLink()) {
         setCursor(Qt::PointingHandCursor);
     }
+}
+
+TextStyle Button::textStyle() const
+{
+    return m_kind == Kind::quietLink ? TextStyle::caption : TextStyle::body;
 }
 
 int Button::symbolSize() const
@@ -70,7 +75,7 @@ int Button::symbolSize() const
 QSize Button::sizeHint() const
 {
     const QFontMetrics metrics(font());
-    const bool isTight = m_kind == Kind::link;
+    const bool isTight = isLink();
     int width = metrics.horizontalAdvance(text()) + 2 * (isTight ? space::tight : control::horizontalPadding);
     if (m_kind == Kind::plain) {
         width -= 2 * (control::horizontalPadding - space::small);
@@ -118,11 +123,14 @@ void Button::paintEvent(QPaintEvent *)
     case Kind::link:
         ink = Ink::accent;
         break;
+    case Kind::quietLink:
+        ink = Ink::secondary;
+        break;
     }
 
     QFont textFont = font();
-    if (m_kind == Kind::link) {
-        textFont.setUnderline(underMouse() || showsFocus(*this));
+    if (isLink()) {
+        textFont.setUnderline(m_kind == Kind::quietLink || underMouse() || showsFocus(*this));
     }
     painter.setFont(textFont);
     painter.setPen(color(ink, palette()));
@@ -161,7 +169,7 @@ void Button::changeEvent(QEvent *event)
     QPushButton::changeEvent(event);
     if (event->type() == QEvent::FontChange && !m_isApplying) {
         m_isApplying = true;
-        setFont(look::font(TextStyle::body));
+        setFont(look::font(textStyle()));
         m_isApplying = false;
         updateGeometry();
     }

@@ -23,6 +23,7 @@ public:
         bordered,  ///< an ordinary one
         prominent, ///< the one that leads on
         link,      ///< a text in the accent's colour
+        quietLink, ///< a small text that stands back, underlined
     };
 
     /// `symbolName` may be empty.
@@ -38,6 +39,8 @@ protected:
 
 private:
     [[nodiscard]] int symbolSize() const;
+    [[nodiscard]] bool isLink() const { return m_kind == Kind::link || m_kind == Kind::quietLink; }
+    [[nodiscard]] TextStyle textStyle() const;
 
     Kind m_kind;
     QString m_symbolName;

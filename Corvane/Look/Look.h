@@ -82,6 +82,40 @@ inline constexpr double symbolShare = 1.15; ///< of the font's size
 
 } // namespace control
 
+/// The badge of the About window.
+namespace badge {
+
+inline constexpr int side = 88;
+inline constexpr int symbolSize = 42;
+inline constexpr double cornerRadius = 25;
+
+} // namespace badge
+
+/// The About window.
+namespace about {
+
+inline constexpr int padding = 36;
+inline constexpr int spacing = 18;
+inline constexpr int nameSpacing = 5;
+inline constexpr int actionSpacing = 12;
+inline constexpr int footerSpacing = 4;
+inline constexpr int descriptionWidth = 350; ///< at most
+
+} // namespace about
+
+/// The help centre.
+namespace help {
+
+inline constexpr int articleWidth = 650; ///< at most, padding included
+inline constexpr int articlePadding = 32;
+inline constexpr int articleSpacing = 20;
+inline constexpr int sectionSpacing = 8;
+inline constexpr int sidebarPadding = 12;
+inline constexpr int sidebarWidth = 280; ///< at most, unless the user draws it wider
+inline constexpr int emptySymbolSize = 48;
+
+} // namespace help
+
 /// White and black of an opacity, 0 to 1.
 [[nodiscard]] QColor white(double opacity);
 [[nodiscard]] QColor black(double opacity);

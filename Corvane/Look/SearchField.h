@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QLineEdit>
+
+class QAction;
+
+namespace corvane::look {
+
+/// A line to type what is sought. Escape, or the cross at its end, empties it.
+class SearchField final : public QLineEdit {
+    Q_OBJECT
+
+public:
+    /// `prompt` stands in it while it is empty, and is its name for a screen reader.
+    explicit SearchField(const QString &prompt, QWidget *parent = nullptr);
+
+protected:
+    void changeEvent(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    void colorSymbols();
+
+    QAction *m_glass;
+    QAction *m_cross;
+};
+
+} // namespace corvane::look
