@@ -55,14 +55,14 @@ QPainterPath continuousRoundedRect(const QRectF &area, double radius)
     return path;
 }
 
-/// The desktop's highlight, dark enough for white to be seen on it.
+/// The accent, dark enough for white to be seen on it.
 QColor ground(const QPalette &palette)
 {
-    QColor color = palette.color(QPalette::Highlight);
-    while (color.lightnessF() > 0.62F) {
-        color = color.darker(110);
+    QColor ground = color(Ink::accent, palette);
+    while (ground.lightnessF() > badge::greatestLightness) {
+        ground = ground.darker(110);
     }
-    return color;
+    return ground;
 }
 
 } // namespace
@@ -78,7 +78,7 @@ void Badge::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::Antialiasing);
     const QColor color = ground(palette());
     QLinearGradient gradient(0, 0, 0, height());
-    gradient.setColorAt(0, color.lighter(122));
+    gradient.setColorAt(0, color.lighter(badge::lighterAtTop));
     gradient.setColorAt(1, color);
     painter.fillPath(continuousRoundedRect(rect(), badge::cornerRadius), gradient);
     const double inset = (badge::side - badge::symbolSize) / 2.0;

@@ -19,8 +19,6 @@ namespace corvane::look {
 
 namespace {
 
-constexpr double disabledOpacity = 0.4;
-
 /// How the ground of a control answers to the pointer: an opacity of the text's colour.
 double groundOpacity(const QAbstractButton &button, double atRest)
 {
@@ -72,6 +70,11 @@ int Button::symbolSize() const
     return static_cast<int>(std::lround(QFontInfo(font()).pixelSize() * control::symbolShare));
 }
 
+int Button::symbolGap() const
+{
+    return text().isEmpty() ? 0 : control::symbolSpacing;
+}
+
 QSize Button::sizeHint() const
 {
     const QFontMetrics metrics(font());
@@ -81,7 +84,7 @@ QSize Button::sizeHint() const
         width -= 2 * (control::horizontalPadding - space::small);
     }
     if (!m_symbolName.isEmpty()) {
-        width += symbolSize() + control::symbolSpacing;
+        width += symbolSize() + symbolGap();
     }
     const int padding = isTight ? space::hair : control::verticalPadding;
     return {width, metrics.height() + 2 * padding};
@@ -97,7 +100,7 @@ void Button::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     if (!isEnabled()) {
-        painter.setOpacity(disabledOpacity);
+        painter.setOpacity(control::disabledOpacity);
     }
     const QRectF area = rect();
     Ink ink = Ink::primary;
@@ -135,13 +138,13 @@ void Button::paintEvent(QPaintEvent *)
     painter.setFont(textFont);
     painter.setPen(color(ink, palette()));
     const QFontMetrics metrics(textFont);
-    const int symbolRoom = m_symbolName.isEmpty() ? 0 : symbolSize() + control::symbolSpacing;
+    const int symbolRoom = m_symbolName.isEmpty() ? 0 : symbolSize() + symbolGap();
     const int textWidth = metrics.horizontalAdvance(text());
     double left = (width() - symbolRoom - textWidth) / 2.0;
     if (m_kind == Kind::plain) {
         left = isLeftToRight() ? space::small : width() - space::small - symbolRoom - textWidth;
     }
-    const double symbolLeft = isLeftToRight() ? left : left + textWidth + control::symbolSpacing;
+    const double symbolLeft = isLeftToRight() ? left : left + textWidth + symbolGap();
     if (!m_symbolName.isEmpty()) {
         painter.drawPixmap(
             QPointF(std::round(symbolLeft), std::round((height() - symbolSize()) / 2.0)),
@@ -162,6 +165,16 @@ void Button::paintEvent(QPaintEvent *)
             paintFocusRing(painter, area, control::cornerRadius, palette());
         }
     }
+}
+
+bool Button::event(QEvent *event)
+{
+    const bool isHandled = QPushButton::event(event);
+    if (event->type() == QEvent::ApplicationFontChange) {
+        setFont(look::font(textStyle())); // it does not change by itself, since its size is set
+        updateGeometry();
+    }
+    return isHandled;
 }
 
 void Button::changeEvent(QEvent *event)
@@ -223,7 +236,7 @@ void Switch::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     if (!isEnabled()) {
-        painter.setOpacity(disabledOpacity);
+        painter.setOpacity(control::disabledOpacity);
     }
     painter.setFont(font());
     painter.setPen(color(Ink::primary, palette()));

@@ -33,6 +33,7 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void changeEvent(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
@@ -41,6 +42,7 @@ private:
     [[nodiscard]] int symbolSize() const;
     [[nodiscard]] bool isLink() const { return m_kind == Kind::link || m_kind == Kind::quietLink; }
     [[nodiscard]] TextStyle textStyle() const;
+    [[nodiscard]] int symbolGap() const; ///< between the symbol and the text, if there is one
 
     Kind m_kind;
     QString m_symbolName;

@@ -7,6 +7,10 @@
 
 namespace corvane::look {
 
+/// `text` fit for one line: line breaks and control characters as spaces, without marks that would turn the
+/// direction of what follows, and no longer than any line of a screen.
+[[nodiscard]] QString oneLine(const QString &text);
+
 /// A text on one line, as plain text whatever it holds. A text too long for the line is drawn smaller, down
 /// to a share of the font's size, and then cut with an ellipsis; what assistive tools read is the whole of
 /// it.

@@ -49,6 +49,10 @@ enum class Ink {
 [[nodiscard]] QColor cardColor(const QPalette &palette);
 [[nodiscard]] QColor separatorColor(const QPalette &palette);
 
+/// The ground of what is filled in, the desktop's own, and the line about it.
+[[nodiscard]] QColor fieldColor();
+[[nodiscard]] QColor fieldEdgeColor(const QPalette &palette);
+
 /// Distances that recur, in points.
 namespace space {
 
@@ -79,6 +83,8 @@ inline constexpr double cornerRadius = 6;
 inline constexpr int symbolSpacing = 6;     ///< between a button's symbol and its text
 inline constexpr double focusRingWidth = 2; ///< drawn inside the control's own area
 inline constexpr double symbolShare = 1.15; ///< of the font's size
+inline constexpr double stepperShare = 0.7; ///< of the font's size, for the arrows of a stepper
+inline constexpr double disabledOpacity = 0.4;
 
 } // namespace control
 
@@ -88,6 +94,8 @@ namespace badge {
 inline constexpr int side = 88;
 inline constexpr int symbolSize = 42;
 inline constexpr double cornerRadius = 25;
+inline constexpr double greatestLightness = 0.6; ///< of its ground, 0 to 1
+inline constexpr int lighterAtTop = 130;         ///< percent of the lightness at the bottom
 
 } // namespace badge
 
@@ -115,6 +123,35 @@ inline constexpr int sidebarWidth = 280; ///< at most, unless the user draws it 
 inline constexpr int emptySymbolSize = 48;
 
 } // namespace help
+
+/// The settings window: a column of cards.
+namespace settings {
+
+inline constexpr int columnWidth = 720; ///< at most; a wider window has more space at its sides
+inline constexpr int padding = 20;      ///< about the column
+inline constexpr int spacing = 16;      ///< between cards
+inline constexpr int headerSymbol = 32;
+inline constexpr int rowSymbol = 22;
+inline constexpr int formSpacing = 10; ///< between the lines of a form
+
+} // namespace settings
+
+/// The first-run setup: one page at a time.
+namespace setup {
+
+inline constexpr int leastWidth = 620;
+inline constexpr int leastHeight = 420;
+inline constexpr int padding = 42;
+inline constexpr int spacing = 24;
+inline constexpr int textWidth = 500; ///< of the page and of the buttons, at most
+inline constexpr int symbolSize = 58;
+inline constexpr int capsuleSpacing = 8;
+inline constexpr int capsuleHeight = 8;
+inline constexpr int capsuleWidth = 8;
+inline constexpr int currentCapsuleWidth = 26;
+inline constexpr double capsuleOpacity = 0.25; ///< of those of the other pages
+
+} // namespace setup
 
 /// White and black of an opacity, 0 to 1.
 [[nodiscard]] QColor white(double opacity);

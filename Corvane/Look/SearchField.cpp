@@ -3,10 +3,12 @@
 
 #include "Corvane/Look/SearchField.h"
 
+#include "Corvane/Look/Fields.h"
 #include "Corvane/Look/Look.h"
 #include "Corvane/Look/Symbols.h"
 
 #include <QAction>
+#include <QFontMetrics>
 #include <QKeyEvent>
 
 using namespace Qt::StringLiterals;
@@ -20,6 +22,11 @@ SearchField::SearchField(const QString &prompt, QWidget *parent)
 {
     setPlaceholderText(prompt);
     setAccessibleName(prompt);
+    setFrame(false);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    QPalette own; // the ground is the field's; all else stays the desktop's
+    own.setColor(QPalette::Base, Qt::transparent);
+    setPalette(own);
     m_glass->setText(prompt);
     m_cross->setText(u"Clear"_s);
     m_cross->setVisible(false);
@@ -28,6 +35,22 @@ SearchField::SearchField(const QString &prompt, QWidget *parent)
     connect(this, &QLineEdit::textChanged, m_cross,
             [this](const QString &text) { m_cross->setVisible(!text.isEmpty()); });
     colorSymbols();
+}
+
+QSize SearchField::sizeHint() const
+{
+    return {QFontMetrics(font()).averageCharWidth() * 20, fieldHeight(font())};
+}
+
+QSize SearchField::minimumSizeHint() const
+{
+    return {QFontMetrics(font()).averageCharWidth() * 8, fieldHeight(font())};
+}
+
+void SearchField::paintEvent(QPaintEvent *event)
+{
+    paintField(*this, hasFocus());
+    QLineEdit::paintEvent(event);
 }
 
 void SearchField::colorSymbols()

@@ -17,7 +17,11 @@ public:
     /// `prompt` stands in it while it is empty, and is its name for a screen reader.
     explicit SearchField(const QString &prompt, QWidget *parent = nullptr);
 
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
 protected:
+    void paintEvent(QPaintEvent *event) override;
     void changeEvent(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 

@@ -63,6 +63,15 @@ void Text::apply()
     m_isApplying = false;
 }
 
+bool Text::event(QEvent *event)
+{
+    const bool isHandled = QLabel::event(event);
+    if (event->type() == QEvent::ApplicationFontChange) {
+        apply(); // the label's own font does not change by itself, since its size is set
+    }
+    return isHandled;
+}
+
 void Text::changeEvent(QEvent *event)
 {
     QLabel::changeEvent(event);

@@ -29,6 +29,7 @@ public:
     void setMonospacedDigits();
 
 protected:
+    bool event(QEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:

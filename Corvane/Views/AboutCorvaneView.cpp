@@ -5,6 +5,7 @@
 
 #include "Corvane/Look/Badge.h"
 #include "Corvane/Look/Buttons.h"
+#include "Corvane/Look/FlowRow.h"
 #include "Corvane/Look/Look.h"
 #include "Corvane/Look/Stacks.h"
 #include "Corvane/Look/Text.h"
@@ -52,25 +53,29 @@ QLayout *nameBlock(const InformationDictionary &information)
                    centred(new Text(versionLine(information), TextStyle::caption, Ink::secondary))});
 }
 
-Text *description()
+QLayout *description()
 {
     auto *text = centred(new Text(u"A calm, reliable teaching assistant for finishing one lesson well and "
                                   "starting the next on time."_s,
                                   TextStyle::body, Ink::secondary));
     text->setMaximumWidth(about::descriptionWidth);
-    return text;
+    // The space at its sides takes only what the text may not.
+    auto *line = row(0, {});
+    line->addStretch(1);
+    line->addWidget(text, 10'000);
+    line->addStretch(1);
+    return line;
 }
 
 QLayout *actionRow(const UserManualPDF &manual, const UserManualPDF::Opener &openLink)
 {
     auto *userManual = new Button(u"User Manual"_s, Button::Kind::bordered, u"book"_s);
     QObject::connect(userManual, &QAbstractButton::clicked, userManual, [&manual] { manual.open(); });
-    auto *actions = row(about::actionSpacing, {Spacer{}, userManual});
+    auto *actions = new FlowRow(about::actionSpacing, FlowRow::Ends::centred, {userManual});
     if (auto *contact = link(u"Contact Support"_s, Button::Kind::prominent,
                              product::mailLink(product::supportAddress()), openLink)) {
         actions->addWidget(contact);
     }
-    actions->addStretch();
     return actions;
 }
 

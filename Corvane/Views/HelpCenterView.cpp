@@ -50,9 +50,15 @@ public:
     /// What a row of `font` needs beside its text.
     static int widthBesideText(const QFont &font) { return symbolSize(font) + 3 * space::small; }
 
+    static int scrollBarWidth(const QWidget &list)
+    {
+        return list.style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, &list);
+    }
+
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
     {
-        const int width = static_cast<const QAbstractItemView *>(option.widget)->viewport()->width();
+        // As if the list scrolled, or the rows would have to be measured anew once they make it scroll.
+        const int width = option.widget->width() - scrollBarWidth(*option.widget);
         const int textWidth = std::max(1, width - widthBesideText(option.font));
         const QRect text =
             QFontMetrics(option.font)
@@ -123,7 +129,7 @@ public:
                 widest = std::max(widest, metrics.horizontalAdvance(part));
             }
         }
-        return widest + 1 + TopicRow::widthBesideText(font());
+        return widest + 1 + TopicRow::widthBesideText(font()) + TopicRow::scrollBarWidth(*this);
     }
 
     [[nodiscard]] QSize sizeHint() const override

@@ -85,6 +85,7 @@ private:
         pictures::prepareApplication();
         if (palette == Palette::dark) {
             QPalette dark(QColor(u"#31363b"_s), QColor(u"#2a2e32"_s));
+            dark.setColor(QPalette::Base, QColor(u"#1b1e20"_s));
             dark.setColor(QPalette::Highlight, QColor(u"#3daee9"_s));
             QApplication::setPalette(dark);
         }
@@ -107,6 +108,8 @@ private:
     static void compare(QWidget &view, QSize size, const QString &name)
     {
         view.resize(size);
+        (void)view.grab(); // lays it out, after which it may turn out to scroll
+        QCoreApplication::processEvents();
         const QString difference = pictures::difference(view.grab().toImage(), name);
         QVERIFY2(difference.isEmpty(), qPrintable(difference));
     }
