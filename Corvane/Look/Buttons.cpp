@@ -167,16 +167,6 @@ void Button::paintEvent(QPaintEvent *)
     }
 }
 
-bool Button::event(QEvent *event)
-{
-    const bool isHandled = QPushButton::event(event);
-    if (event->type() == QEvent::ApplicationFontChange) {
-        setFont(look::font(textStyle())); // it does not change by itself, since its size is set
-        updateGeometry();
-    }
-    return isHandled;
-}
-
 void Button::changeEvent(QEvent *event)
 {
     QPushButton::changeEvent(event);

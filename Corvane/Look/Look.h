@@ -84,6 +84,7 @@ inline constexpr int symbolSpacing = 6;     ///< between a button's symbol and i
 inline constexpr double focusRingWidth = 2; ///< drawn inside the control's own area
 inline constexpr double symbolShare = 1.15; ///< of the font's size
 inline constexpr double stepperShare = 0.7; ///< of the font's size, for the arrows of a stepper
+inline constexpr double clearShare = 0.85;  ///< of the font's size, for the cross that empties a field
 inline constexpr double disabledOpacity = 0.4;
 
 } // namespace control
@@ -94,7 +95,7 @@ namespace badge {
 inline constexpr int side = 88;
 inline constexpr int symbolSize = 42;
 inline constexpr double cornerRadius = 25;
-inline constexpr double greatestLightness = 0.6; ///< of its ground, 0 to 1
+inline constexpr double greatestLightness = 0.5; ///< of its ground, 0 to 1
 inline constexpr int lighterAtTop = 130;         ///< percent of the lightness at the bottom
 
 } // namespace badge
@@ -119,7 +120,8 @@ inline constexpr int articlePadding = 32;
 inline constexpr int articleSpacing = 20;
 inline constexpr int sectionSpacing = 8;
 inline constexpr int sidebarPadding = 12;
-inline constexpr int sidebarWidth = 280; ///< at most, unless the user draws it wider
+inline constexpr int sidebarWidth = 280;    ///< at most, unless the user draws it wider
+inline constexpr double sidebarShare = 0.4; ///< of the window's width, at most
 inline constexpr int emptySymbolSize = 48;
 
 } // namespace help

@@ -14,16 +14,31 @@ namespace corvane::look {
 
 namespace {
 
-/// The room of the focus ring, which would else lie below the content.
-constexpr int ring = static_cast<int>(control::focusRingWidth);
+/// The ring about a view that has the keyboard; it lies above the content.
+class Ring final : public QWidget {
+public:
+    explicit Ring(QWidget *parent) : QWidget(parent)
+    {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        hide();
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        paintFocusRing(painter, rect(), control::cornerRadius, palette());
+    }
+};
 
 } // namespace
 
-ScrollView::ScrollView(const QString &name, QWidget *content, QWidget *parent) : QScrollArea(parent)
+ScrollView::ScrollView(const QString &name, QWidget *content, QWidget *parent)
+    : QScrollArea(parent)
+    , m_ring(new Ring(this))
 {
     setAccessibleName(name);
     setFrameShape(QFrame::NoFrame);
-    setViewportMargins(ring, ring, ring, ring);
     setWidgetResizable(true);
     setWidget(content);
     // What lies behind shows.
@@ -42,19 +57,26 @@ void ScrollView::followRange()
 
 QSize ScrollView::sizeHint() const
 {
-    return widget()->sizeHint() + QSize(2 * ring, 2 * ring);
+    return widget()->sizeHint();
 }
 
-bool ScrollView::event(QEvent *event)
+void ScrollView::focusInEvent(QFocusEvent *event)
 {
-    const bool isHandled = QScrollArea::event(event);
-    if (event->type() == QEvent::Paint && hasFocus()) {
-        QPainter painter(this);
-        paintFocusRing(painter, rect(), control::cornerRadius, palette());
-    } else if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) {
-        update();
-    }
-    return isHandled;
+    QScrollArea::focusInEvent(event);
+    m_ring->raise();
+    m_ring->show();
+}
+
+void ScrollView::focusOutEvent(QFocusEvent *event)
+{
+    QScrollArea::focusOutEvent(event);
+    m_ring->hide();
+}
+
+void ScrollView::resizeEvent(QResizeEvent *event)
+{
+    QScrollArea::resizeEvent(event);
+    m_ring->setGeometry(viewport()->geometry());
 }
 
 void ScrollView::keyPressEvent(QKeyEvent *event)

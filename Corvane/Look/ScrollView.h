@@ -19,11 +19,15 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
-    bool event(QEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
     void followRange();
+
+    QWidget *m_ring;
 };
 
 } // namespace corvane::look

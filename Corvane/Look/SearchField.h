@@ -5,7 +5,7 @@
 
 #include <QLineEdit>
 
-class QAction;
+class QAbstractButton;
 
 namespace corvane::look {
 
@@ -22,14 +22,13 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
-    void changeEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    void colorSymbols();
+    [[nodiscard]] int symbolSize() const;
 
-    QAction *m_glass;
-    QAction *m_cross;
+    QAbstractButton *m_cross;
 };
 
 } // namespace corvane::look

@@ -55,21 +55,12 @@ void Text::apply()
     setFont(wanted);
     // From the application's palette: the label's own already has the ink in its text's place.
     const QPalette desktop = QGuiApplication::palette();
-    QPalette own = desktop;
+    QPalette own; // all but the ink stays the desktop's, or the label would not hear of its changes
     for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
         own.setColor(group, QPalette::WindowText, color(m_ink, desktop));
     }
     setPalette(own);
     m_isApplying = false;
-}
-
-bool Text::event(QEvent *event)
-{
-    const bool isHandled = QLabel::event(event);
-    if (event->type() == QEvent::ApplicationFontChange) {
-        apply(); // the label's own font does not change by itself, since its size is set
-    }
-    return isHandled;
 }
 
 void Text::changeEvent(QEvent *event)

@@ -29,7 +29,6 @@ public:
     void setMonospacedDigits();
 
 protected:
-    bool event(QEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:

@@ -169,21 +169,16 @@ HelpCenterView::HelpCenterView(const UserManualPDF &manual, QWidget *parent)
     : QWidget(parent)
     , m_search(new SearchField(u"Search help"_s))
     , m_list(new TopicList)
+    , m_columns(new QSplitter)
     , m_detail(new QStackedLayout)
 {
-    auto *columns = new QSplitter;
-    columns->setChildrenCollapsible(false);
-    columns->setHandleWidth(1);
-    columns->addWidget(sidebar());
-    columns->addWidget(detail(manual));
-    columns->setStretchFactor(0, 0);
-    columns->setStretchFactor(1, 1);
-    const int sidebarWidth =
-        std::min(columns->widget(0)->sizeHint().width(),
-                 std::max(help::sidebarWidth, columns->widget(0)->minimumSizeHint().width()));
-    columns->setSizes({sidebarWidth, help::articleWidth});
+    m_columns->setChildrenCollapsible(false);
+    m_columns->setHandleWidth(1);
+    m_columns->addWidget(sidebar());
+    m_columns->addWidget(detail(manual));
     setLayout(row(0, {}));
-    layout()->addWidget(columns);
+    layout()->addWidget(m_columns);
+    connect(m_columns, &QSplitter::splitterMoved, this, [this] { m_isDividedByUser = true; });
 
     connect(m_search, &QLineEdit::textChanged, this, &HelpCenterView::listTopics);
     connect(m_search, &QLineEdit::returnPressed, m_list, [this] { m_list->setFocus(); });
@@ -234,6 +229,25 @@ QWidget *HelpCenterView::detail(const UserManualPDF &manual)
     auto *toolbar = padded({space::medium, space::small, space::medium, space::small},
                            row(space::small, {Spacer{}, openManual}));
     return new Surface(0, cardColor, column(0, {toolbar, new Divider, m_detail}));
+}
+
+void HelpCenterView::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    divide();
+}
+
+void HelpCenterView::divide()
+{
+    if (m_isDividedByUser) {
+        return;
+    }
+    // Each title on one line where that leaves the article enough, and never so narrow that a word is cut.
+    const QWidget *sidebar = m_columns->widget(0);
+    const int wanted = std::min(
+        {sidebar->sizeHint().width(), help::sidebarWidth, static_cast<int>(width() * help::sidebarShare)});
+    const int sidebarWidth = std::max(wanted, sidebar->minimumSizeHint().width());
+    m_columns->setSizes({sidebarWidth, std::max(1, width() - sidebarWidth - m_columns->handleWidth())});
 }
 
 void HelpCenterView::listTopics()

@@ -10,6 +10,7 @@
 #include <optional>
 
 class QListWidget;
+class QSplitter;
 class QStackedLayout;
 
 namespace corvane {
@@ -36,17 +37,23 @@ public:
     /// also where it leaves the topic out.
     [[nodiscard]] std::optional<HelpTopic> selection() const { return m_selection; }
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     [[nodiscard]] QWidget *sidebar();
     [[nodiscard]] QWidget *detail(const UserManualPDF &manual);
+    void divide();
     void listTopics();
     void showDetail();
 
     std::optional<HelpTopic> m_selection = HelpTopic::welcome;
     look::SearchField *m_search;
     QListWidget *m_list;
+    QSplitter *m_columns;
     QStackedLayout *m_detail;
     bool m_isListing = false;
+    bool m_isDividedByUser = false;
 };
 
 } // namespace corvane
