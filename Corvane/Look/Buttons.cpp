@@ -11,6 +11,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QShortcut>
 
 #include <algorithm>
 #include <cmath>
@@ -44,9 +45,6 @@ void fillRounded(QPainter &painter, const QRectF &area, double cornerRadius, con
 
 } // namespace
 
-// --- Button
-// ---------------------------------------------------------------------------------------------------
-
 Button::Button(const QString &text, Kind kind, const QString &symbolName, QWidget *parent)
     : QPushButton(text, parent)
     , m_kind(kind)
@@ -62,6 +60,16 @@ Button::Button(const QString &text, Kind kind, const QString &symbolName, QWidge
     }
 }
 
+void Button::setKeys(const QKeySequence &keys)
+{
+    // Not the button's own shortcut: that one holds it down for a while before it acts.
+    const auto *shortcut = new QShortcut(keys, this);
+    connect(shortcut, &QShortcut::activated, this, &QAbstractButton::click);
+    m_keys = keys.toString(QKeySequence::NativeText);
+    updateGeometry();
+    update();
+}
+
 int Button::symbolSize() const
 {
     return static_cast<int>(std::lround(QFontInfo(font()).pixelSize() * control::symbolShare));
@@ -74,11 +82,16 @@ QSize Button::sizeHint() const
     int width = metrics.horizontalAdvance(text()) + 2 * (isTight ? space::tight : control::horizontalPadding);
     if (m_kind == Kind::plain) {
         width -= 2 * (control::horizontalPadding - space::small);
+        if (!m_keys.isEmpty()) {
+            width += space::large + metrics.horizontalAdvance(m_keys);
+        }
     }
     if (!m_symbolName.isEmpty()) {
         width += symbolSize() + control::symbolSpacing;
     }
-    const int padding = isTight ? space::hair : control::verticalPadding;
+    const int padding = isTight                 ? space::hair
+                        : m_kind == Kind::plain ? control::rowPadding
+                                                : control::verticalPadding;
     return {width, metrics.height() + 2 * padding};
 }
 
@@ -142,6 +155,13 @@ void Button::paintEvent(QPaintEvent *)
     const double textLeft = isLeftToRight() ? left + symbolRoom : left;
     painter.drawText(QRectF(std::round(textLeft), 0, textWidth + 1.0, height()),
                      Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text());
+    if (m_kind == Kind::plain && !m_keys.isEmpty()) {
+        painter.setPen(color(Ink::secondary, palette()));
+        painter.drawText(rect().adjusted(space::small, 0, -space::small, 0),
+                         (isLeftToRight() ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
+                             Qt::AlignVCenter | Qt::TextSingleLine,
+                         m_keys);
+    }
 
     if (showsFocus(*this)) {
         if (m_kind == Kind::prominent) {
@@ -176,9 +196,6 @@ void Button::keyPressEvent(QKeyEvent *event)
     }
     QPushButton::keyPressEvent(event);
 }
-
-// --- Switch
-// ---------------------------------------------------------------------------------------------------
 
 Switch::Switch(const QString &text, QWidget *parent) : QCheckBox(text, parent)
 {
@@ -239,9 +256,6 @@ void Switch::paintEvent(QPaintEvent *)
         paintFocusRing(painter, rect(), control::cornerRadius, palette());
     }
 }
-
-// --- SegmentedPicker
-// ------------------------------------------------------------------------------------------
 
 namespace {
 

@@ -7,6 +7,7 @@
 
 #include <QAbstractButton>
 #include <QCheckBox>
+#include <QKeySequence>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStringList>
@@ -28,6 +29,9 @@ public:
     /// `symbolName` may be empty.
     Button(const QString &text, Kind kind, const QString &symbolName = {}, QWidget *parent = nullptr);
 
+    /// Presses the button by `keys` as well, while its window is in front; a plain one shows them at its end.
+    void setKeys(const QKeySequence &keys);
+
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -41,6 +45,7 @@ private:
 
     Kind m_kind;
     QString m_symbolName;
+    QString m_keys; ///< as the desktop writes them
     bool m_isApplying = false;
 };
 

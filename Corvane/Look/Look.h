@@ -70,11 +70,37 @@ inline constexpr double cornerRadius = 12;
 
 } // namespace card
 
+/// The bell's panel: today's schedule, and the commands below it.
+namespace menu {
+
+inline constexpr int width = 320;
+inline constexpr int horizontalPadding = 12;
+inline constexpr int verticalPadding = 6;
+inline constexpr int spacing = 10; ///< between the texts of two commands, and from one to a line between them
+
+inline constexpr int schedulePadding = 8; ///< in line with the texts of the commands
+inline constexpr int scheduleSpacing = 10;
+inline constexpr double scheduleRadius = 12;
+inline constexpr int pickerWidth = 150;
+inline constexpr int compactHeight = 174; ///< of the area of the rows
+inline constexpr int allTodayHeight = 300;
+
+inline constexpr int rowHeight = 54; ///< at least: three rows fill the compact area
+inline constexpr int rowSpacing = 6;
+inline constexpr int rowHorizontalPadding = 10;
+inline constexpr int rowVerticalPadding = 8;
+inline constexpr int rowColumnSpacing = 10;
+inline constexpr int rowLineSpacing = 2;
+inline constexpr double rowRadius = 9;
+
+} // namespace menu
+
 /// Buttons, switches and what else is pressed.
 namespace control {
 
 inline constexpr int horizontalPadding = 14;
 inline constexpr int verticalPadding = 6;
+inline constexpr int rowPadding = 4; ///< above and below the text of one in a list of commands
 inline constexpr double cornerRadius = 6;
 inline constexpr int symbolSpacing = 6;     ///< between a button's symbol and its text
 inline constexpr double focusRingWidth = 2; ///< drawn inside the control's own area
