@@ -31,11 +31,6 @@ double groundOpacity(const QAbstractButton &button, double atRest)
     return button.isEnabled() && button.underMouse() ? atRest + 0.05 : atRest;
 }
 
-bool showsFocus(const QWidget &widget)
-{
-    return widget.hasFocus() && widget.window()->isActiveWindow();
-}
-
 void fillRounded(QPainter &painter, const QRectF &area, double cornerRadius, const QColor &color)
 {
     painter.setPen(Qt::NoPen);
@@ -52,7 +47,7 @@ Button::Button(const QString &text, Kind kind, const QString &symbolName, QWidge
 {
     setAttribute(Qt::WA_Hover);
     setFont(look::font(TextStyle::body));
-    setFocusPolicy(Qt::StrongFocus);
+    setFocusPolicy(Qt::TabFocus);
     setAutoDefault(false);
     setSizePolicy(kind == Kind::plain ? QSizePolicy::Expanding : QSizePolicy::Fixed, QSizePolicy::Fixed);
     if (kind == Kind::link) {
@@ -79,12 +74,12 @@ QSize Button::sizeHint() const
 {
     const QFontMetrics metrics(font());
     const bool isTight = m_kind == Kind::link;
-    int width = metrics.horizontalAdvance(text()) + 2 * (isTight ? space::tight : control::horizontalPadding);
-    if (m_kind == Kind::plain) {
-        width -= 2 * (control::horizontalPadding - space::small);
-        if (!m_keys.isEmpty()) {
-            width += space::large + metrics.horizontalAdvance(m_keys);
-        }
+    const int inset = isTight                 ? space::tight
+                      : m_kind == Kind::plain ? control::rowInset
+                                              : control::horizontalPadding;
+    int width = metrics.horizontalAdvance(text()) + 2 * inset;
+    if (m_kind == Kind::plain && !m_keys.isEmpty()) {
+        width += space::large + metrics.horizontalAdvance(m_keys);
     }
     if (!m_symbolName.isEmpty()) {
         width += symbolSize() + control::symbolSpacing;
@@ -144,7 +139,7 @@ void Button::paintEvent(QPaintEvent *)
     const int textWidth = metrics.horizontalAdvance(text());
     double left = (width() - symbolRoom - textWidth) / 2.0;
     if (m_kind == Kind::plain) {
-        left = isLeftToRight() ? space::small : width() - space::small - symbolRoom - textWidth;
+        left = isLeftToRight() ? control::rowInset : width() - control::rowInset - symbolRoom - textWidth;
     }
     const double symbolLeft = isLeftToRight() ? left : left + textWidth + control::symbolSpacing;
     if (!m_symbolName.isEmpty()) {
@@ -157,7 +152,7 @@ void Button::paintEvent(QPaintEvent *)
                      Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text());
     if (m_kind == Kind::plain && !m_keys.isEmpty()) {
         painter.setPen(color(Ink::secondary, palette()));
-        painter.drawText(rect().adjusted(space::small, 0, -space::small, 0),
+        painter.drawText(rect().adjusted(control::rowInset, 0, -control::rowInset, 0),
                          (isLeftToRight() ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
                              Qt::AlignVCenter | Qt::TextSingleLine,
                          m_keys);
@@ -176,15 +171,14 @@ void Button::paintEvent(QPaintEvent *)
     }
 }
 
-void Button::changeEvent(QEvent *event)
+bool Button::event(QEvent *event)
 {
-    QPushButton::changeEvent(event);
-    if (event->type() == QEvent::FontChange && !m_isApplying) {
-        m_isApplying = true;
+    const bool isHandled = QPushButton::event(event);
+    if (event->type() == QEvent::ApplicationFontChange) {
         setFont(look::font(TextStyle::body));
-        m_isApplying = false;
         updateGeometry();
     }
+    return isHandled;
 }
 
 void Button::keyPressEvent(QKeyEvent *event)
@@ -195,6 +189,16 @@ void Button::keyPressEvent(QKeyEvent *event)
         return;
     }
     QPushButton::keyPressEvent(event);
+}
+
+bool Switch::event(QEvent *event)
+{
+    const bool isHandled = QCheckBox::event(event);
+    if (event->type() == QEvent::ApplicationFontChange) {
+        setFont(look::font(TextStyle::body));
+        updateGeometry();
+    }
+    return isHandled;
 }
 
 Switch::Switch(const QString &text, QWidget *parent) : QCheckBox(text, parent)
@@ -272,6 +276,16 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
+    bool event(QEvent *event) override
+    {
+        const bool isHandled = QRadioButton::event(event);
+        if (event->type() == QEvent::ApplicationFontChange) {
+            setFont(look::font(TextStyle::caption));
+            updateGeometry();
+        }
+        return isHandled;
+    }
+
     [[nodiscard]] bool hitButton(const QPoint &position) const override { return rect().contains(position); }
 
     void paintEvent(QPaintEvent *) override
@@ -280,9 +294,14 @@ protected:
         painter.setRenderHint(QPainter::Antialiasing);
         const QRectF area = QRectF(rect()).adjusted(space::hair, space::hair, -space::hair, -space::hair);
         if (isChecked()) {
-            fillRounded(painter, area, control::cornerRadius - 1, color(Ink::primary, palette(), 0.12));
-            fillRounded(painter, area.adjusted(0.5, 0.5, -0.5, -0.5), control::cornerRadius - 1,
-                        cardColor(palette()));
+            // Nearer to the light than its neighbours, in the dark as well.
+            if (isDark(palette())) {
+                fillRounded(painter, area, control::cornerRadius - 1, color(Ink::primary, palette(), 0.24));
+            } else {
+                fillRounded(painter, area, control::cornerRadius - 1, color(Ink::primary, palette(), 0.12));
+                fillRounded(painter, area.adjusted(0.5, 0.5, -0.5, -0.5), control::cornerRadius - 1,
+                            cardColor(palette()));
+            }
         } else if (underMouse()) {
             fillRounded(painter, area, control::cornerRadius - 1, color(Ink::primary, palette(), 0.05));
         }
@@ -309,7 +328,7 @@ SegmentedPicker::SegmentedPicker(const QString &label, const QStringList &segmen
         auto *segment = new Segment(text);
         segment->setAttribute(Qt::WA_Hover);
         segment->setFont(look::font(TextStyle::caption));
-        segment->setFocusPolicy(Qt::StrongFocus);
+        segment->setFocusPolicy(Qt::TabFocus);
         segment->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
         line->addWidget(segment, 1);
         const int index = static_cast<int>(m_segments.size());

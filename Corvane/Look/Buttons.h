@@ -36,8 +36,8 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
-    void changeEvent(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
@@ -46,7 +46,6 @@ private:
     Kind m_kind;
     QString m_symbolName;
     QString m_keys; ///< as the desktop writes them
-    bool m_isApplying = false;
 };
 
 /// Something that is on or off. Space turns it.
@@ -60,6 +59,7 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     [[nodiscard]] bool hitButton(const QPoint &position) const override;
 

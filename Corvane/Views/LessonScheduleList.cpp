@@ -117,7 +117,11 @@ void LessonScheduleList::arrange()
         entry.row->setGeometry(0, y, width(), height);
         y += height + menu::rowSpacing;
     }
-    setMinimumHeight(std::max(0, y - menu::rowSpacing));
+    const int height = std::max(0, y - menu::rowSpacing);
+    if (height != minimumHeight()) {
+        setMinimumHeight(height);
+        Q_EMIT heightChanged();
+    }
 }
 
 void LessonScheduleList::resizeEvent(QResizeEvent *event)

@@ -32,6 +32,10 @@ public:
     /// Where the row of `lesson`, by its identifier, begins; 0 when there is none.
     [[nodiscard]] int topOf(const Lesson &lesson) const;
 
+Q_SIGNALS:
+    /// The rows together, minimumHeight(), have become higher or lower.
+    void heightChanged();
+
 protected:
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;

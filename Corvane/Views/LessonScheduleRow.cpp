@@ -48,7 +48,8 @@ QColor fill(Background background, const QPalette &palette)
 
 QFont timeFont(bool isEmphasized)
 {
-    return withMonospacedDigits(look::font(TextStyle::subheadline, isEmphasized ? QFont::Bold : QFont::Medium));
+    return withMonospacedDigits(
+        look::font(TextStyle::subheadline, isEmphasized ? QFont::Bold : QFont::Medium));
 }
 
 QFont badgeFont()

@@ -27,7 +27,7 @@ QLayout *commandRows(const std::vector<MenuCommand> &commands)
     auto *rows = column(0, {});
     for (const MenuCommand &command : commands) {
         if (command.beginsGroup) {
-            rows->addSpacing(rows->isEmpty() ? 0 : aroundLine);
+            rows->addSpacing(rows->count() == 0 ? 0 : aroundLine);
             rows->addWidget(new Divider);
             rows->addSpacing(aroundLine);
         } else {
@@ -53,8 +53,9 @@ MenuBarContentView::MenuBarContentView(MenuBarViewModel &viewModel, const MenuAc
     , m_error(new Text({}, TextStyle::caption, Ink::red))
 {
     setFixedWidth(menu::width);
+    followDesktopFont(*this);
     // In line with the texts of the commands.
-    m_error->setContentsMargins(space::small, 0, space::small, 0);
+    m_error->setContentsMargins(control::rowInset, 0, control::rowInset, 0);
     setLayout(padded(
         {menu::horizontalPadding, menu::verticalPadding, menu::horizontalPadding, menu::verticalPadding},
         column(menu::spacing,

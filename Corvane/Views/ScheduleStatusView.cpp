@@ -42,6 +42,7 @@ ScheduleStatusView::ScheduleStatusView(MenuBarViewModel &viewModel, QWidget *par
 
     connect(m_picker, &SegmentedPicker::selectionChanged, this,
             [this](int index) { setShowsAllLessons(index == 1); });
+    connect(m_list, &LessonScheduleList::heightChanged, this, &ScheduleStatusView::sizeArea);
     const auto follow = [this] {
         if (isVisible()) {
             refresh();
@@ -62,7 +63,17 @@ void ScheduleStatusView::refresh()
     m_list->setLessons(visible, now, scheduleStatus::nextLesson(schedule, now));
     m_nothing->setVisible(visible.empty());
     m_scroll->setVisible(!visible.empty());
-    m_scroll->setFixedHeight(m_showsAllLessons ? menu::allTodayHeight : menu::compactHeight);
+    sizeArea();
+}
+
+void ScheduleStatusView::sizeArea()
+{
+    // Three rows of the usual size. Where the desktop's font is larger they still are seen without scrolling.
+    if (!m_showsAllLessons) {
+        m_compactHeight = std::max(menu::compactHeight, m_list->minimumHeight());
+    }
+    m_scroll->setFixedHeight(m_showsAllLessons ? std::max(menu::allTodayHeight, m_compactHeight)
+                                               : m_compactHeight);
 }
 
 void ScheduleStatusView::setShowsAllLessons(bool showsAllLessons)
@@ -100,12 +111,14 @@ void ScheduleStatusView::showEvent(QShowEvent *event)
     }
 }
 
-void ScheduleStatusView::changeEvent(QEvent *event)
+bool ScheduleStatusView::event(QEvent *event)
 {
-    QWidget::changeEvent(event);
-    if (event->type() == QEvent::FontChange) {
+    const bool isHandled = QWidget::event(event);
+    // Asked for whenever the title or the switch has become wider or narrower.
+    if (event->type() == QEvent::LayoutRequest) {
         arrangeHeader();
     }
+    return isHandled;
 }
 
 void ScheduleStatusView::resizeEvent(QResizeEvent *event)

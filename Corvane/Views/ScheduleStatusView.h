@@ -30,16 +30,18 @@ public:
 
 protected:
     void showEvent(QShowEvent *event) override;
-    void changeEvent(QEvent *event) override;
+    bool event(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
     void refresh();
+    void sizeArea();
     void setShowsAllLessons(bool showsAllLessons);
     void arrangeHeader();
 
     MenuBarViewModel &m_viewModel;
     bool m_showsAllLessons = false;
+    int m_compactHeight = 0; ///< of the area of the rows when the compact list was last shown
     look::Text *m_title;
     look::SegmentedPicker *m_picker;
     QBoxLayout *m_header;
