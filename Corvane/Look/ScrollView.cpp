@@ -8,13 +8,18 @@
 
 #include <QKeyEvent>
 #include <QPainter>
+#include <QProxyStyle>
 #include <QScrollBar>
+#include <QStyleOption>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace corvane::look {
 
 namespace {
 
-/// The ring about a view that has the keyboard; it lies above the content.
 class Ring final : public QWidget {
 public:
     explicit Ring(QWidget *parent) : QWidget(parent)
@@ -26,38 +31,131 @@ public:
 protected:
     void paintEvent(QPaintEvent *) override
     {
-        QPainter painter(this);
-        paintFocusRing(painter, rect(), control::cornerRadius, palette());
+        if (showsFocus(*parentWidget())) {
+            QPainter painter(this);
+            paintFocusRing(painter, rect(), control::cornerRadius, palette());
+        }
     }
+};
+
+/// A slim bar: a thumb on nothing, at some distance from the content.
+class BarStyle final : public QProxyStyle {
+public:
+    BarStyle() : QProxyStyle(u"Fusion"_s) {}
+
+    [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption *option,
+                                  const QWidget *widget) const override
+    {
+        switch (metric) {
+        case PM_ScrollBarExtent:
+            return extent;
+        case PM_ScrollBarSliderMin:
+            return leastLength;
+        default:
+            return QProxyStyle::pixelMetric(metric, option, widget);
+        }
+    }
+
+    [[nodiscard]] QRect subControlRect(ComplexControl control, const QStyleOptionComplex *option,
+                                       SubControl part, const QWidget *widget) const override
+    {
+        const auto *bar = qstyleoption_cast<const QStyleOptionSlider *>(option);
+        if (control != CC_ScrollBar || bar == nullptr || bar->orientation != Qt::Vertical) {
+            return QProxyStyle::subControlRect(control, option, part, widget);
+        }
+        const int groove = bar->rect.height();
+        const double share =
+            bar->pageStep / std::max(1.0, double(bar->maximum) - bar->minimum + bar->pageStep);
+        const int length = std::min(groove, std::max(leastLength, static_cast<int>(groove * share)));
+        const int top = sliderPositionFromValue(bar->minimum, bar->maximum, bar->sliderPosition,
+                                                groove - length, bar->upsideDown);
+        switch (part) {
+        case SC_ScrollBarGroove:
+            return bar->rect;
+        case SC_ScrollBarSlider:
+            return {bar->rect.left(), top, bar->rect.width(), length};
+        case SC_ScrollBarSubPage:
+            return {bar->rect.left(), 0, bar->rect.width(), top};
+        case SC_ScrollBarAddPage:
+            return {bar->rect.left(), top + length, bar->rect.width(), groove - top - length};
+        default:
+            return {};
+        }
+    }
+
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
+                            const QWidget *widget) const override
+    {
+        if (control != CC_ScrollBar) {
+            QProxyStyle::drawComplexControl(control, option, painter, widget);
+            return;
+        }
+        const bool isHeld = option->state.testFlag(State_Sunken);
+        const bool isTouched = option->state.testFlag(State_MouseOver);
+        const QRect slider = subControlRect(control, option, SC_ScrollBarSlider, widget);
+        const int thickness = isHeld || isTouched ? held : resting;
+        const int left =
+            option->direction == Qt::RightToLeft ? slider.left() : slider.right() + 1 - thickness;
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(color(Ink::primary, option->palette, isHeld ? 0.6 : isTouched ? 0.5 : 0.35));
+        painter->drawRoundedRect(QRectF(left, slider.top(), thickness, slider.height()), thickness / 2.0,
+                                 thickness / 2.0);
+        painter->restore();
+    }
+
+private:
+    static constexpr int extent = 10;
+    static constexpr int resting = 4; ///< how thick the thumb is
+    static constexpr int held = 6;
+    static constexpr int leastLength = 24;
 };
 
 } // namespace
 
-ScrollView::ScrollView(const QString &name, QWidget *content, QWidget *parent)
+ScrollView::ScrollView(const QString &label, QWidget *content, QWidget *parent)
     : QScrollArea(parent)
     , m_ring(new Ring(this))
 {
-    setAccessibleName(name);
+    setAccessibleName(label);
     setFrameShape(QFrame::NoFrame);
     setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFocusPolicy(Qt::NoFocus);
+    auto *style = new BarStyle;
+    style->setParent(this);
+    verticalScrollBar()->setStyle(style);
+    verticalScrollBar()->setAttribute(Qt::WA_OpaquePaintEvent, false);
     setWidget(content);
-    // What lies behind shows.
     viewport()->setAutoFillBackground(false);
     content->setAutoFillBackground(false);
-    connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, &ScrollView::followRange);
-    connect(horizontalScrollBar(), &QScrollBar::rangeChanged, this, &ScrollView::followRange);
-    followRange();
+    const auto followRange = [this] {
+        const auto scrolls = [](const QScrollBar *bar) { return bar->maximum() > bar->minimum(); };
+        setFocusPolicy(scrolls(verticalScrollBar()) || scrolls(horizontalScrollBar()) ? Qt::TabFocus
+                                                                                      : Qt::NoFocus);
+    };
+    connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, followRange);
+    connect(horizontalScrollBar(), &QScrollBar::rangeChanged, this, followRange);
 }
 
-void ScrollView::followRange()
+void ScrollView::keyPressEvent(QKeyEvent *event)
 {
-    const bool scrolls = verticalScrollBar()->maximum() > 0 || horizontalScrollBar()->maximum() > 0;
-    setFocusPolicy(scrolls ? Qt::StrongFocus : Qt::NoFocus);
-}
-
-QSize ScrollView::sizeHint() const
-{
-    return widget()->sizeHint();
+    switch (event->key()) {
+    case Qt::Key_Home:
+        verticalScrollBar()->setValue(verticalScrollBar()->minimum());
+        return;
+    case Qt::Key_End:
+        verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+        return;
+    case Qt::Key_Space:
+        verticalScrollBar()->triggerAction(event->modifiers().testFlag(Qt::ShiftModifier)
+                                               ? QAbstractSlider::SliderPageStepSub
+                                               : QAbstractSlider::SliderPageStepAdd);
+        return;
+    default:
+        QScrollArea::keyPressEvent(event);
+    }
 }
 
 void ScrollView::focusInEvent(QFocusEvent *event)
@@ -76,18 +174,7 @@ void ScrollView::focusOutEvent(QFocusEvent *event)
 void ScrollView::resizeEvent(QResizeEvent *event)
 {
     QScrollArea::resizeEvent(event);
-    m_ring->setGeometry(viewport()->geometry());
-}
-
-void ScrollView::keyPressEvent(QKeyEvent *event)
-{
-    if (event->key() == Qt::Key_Home) {
-        verticalScrollBar()->triggerAction(QAbstractSlider::SliderToMinimum);
-    } else if (event->key() == Qt::Key_End) {
-        verticalScrollBar()->triggerAction(QAbstractSlider::SliderToMaximum);
-    } else {
-        QScrollArea::keyPressEvent(event);
-    }
+    m_ring->setGeometry(rect());
 }
 
 } // namespace corvane::look

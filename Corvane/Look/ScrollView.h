@@ -7,27 +7,23 @@
 
 namespace corvane::look {
 
-/// Room for a content that may be larger than it: as wide as the room where that is wide enough, and scrolled
-/// where it is not. While there is something to scroll, Tab reaches it and the keys scroll it.
+/// An area through which a content taller than it is scrolled, by wheel, by its bar and, once Tab has reached
+/// it, by the keyboard. It shows through to what it stands on. Where all is seen, Tab passes it by.
 class ScrollView : public QScrollArea {
     Q_OBJECT
 
 public:
-    /// `name` is what a screen reader calls it. Takes `content` over.
-    ScrollView(const QString &name, QWidget *content, QWidget *parent = nullptr);
-
-    [[nodiscard]] QSize sizeHint() const override;
+    /// `label` is its name for a screen reader.
+    ScrollView(const QString &label, QWidget *content, QWidget *parent = nullptr);
 
 protected:
+    void keyPressEvent(QKeyEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    void followRange();
-
-    QWidget *m_ring;
+    QWidget *m_ring; ///< above the content, while the area has the keyboard
 };
 
 } // namespace corvane::look

@@ -29,7 +29,7 @@ public:
     void setMonospacedDigits();
 
 protected:
-    void changeEvent(QEvent *event) override;
+    bool event(QEvent *event) override;
 
 private:
     void apply();

@@ -122,6 +122,8 @@ AboutCorvaneView::AboutCorvaneView(const UserManualPDF &manual, const Informatio
                                    UserManualPDF::Opener openLink, QWidget *parent)
     : look::ScrollView(u"About Quillet"_s, content(manual, information, openLink), parent)
 {
+    // Where a long word is wider than the window.
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
 }
 
 } // namespace corvane

@@ -50,6 +50,8 @@ QWidget *article(HelpTopic topic)
 HelpArticleView::HelpArticleView(HelpTopic topic, QWidget *parent)
     : look::ScrollView(title(topic), article(topic), parent)
 {
+    // Where a long word is wider than the window.
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
 }
 
 } // namespace corvane
