@@ -215,6 +215,8 @@ QCalendarWidget *calendar(const QLocale &locale)
             }
         }
     }
+    // Days that are easily hit.
+    calendar->setMinimumSize(calendar->sizeHint() * control::calendarShare);
     return calendar;
 }
 
@@ -298,12 +300,13 @@ void DateTimePicker::setDateTime(const QDateTime &dateTime)
 
 void DateTimePicker::showCalendar()
 {
-    if (m_popup) {
+    if (m_popup && m_popup->isVisible()) {
         return;
     }
     auto *popup = new Popup(this);
     popup->setAccessibleName(m_calendarButton->accessibleName());
     auto *days = calendar(locale());
+    days->setAccessibleName(m_calendarButton->accessibleName());
     days->setSelectedDate(m_edit->date());
     popup->setLayout(column(0, {days}));
     const auto choose = [this, popup](QDate day) {

@@ -10,7 +10,23 @@
 
 namespace corvane::look {
 
-FlowRow::FlowRow(int spacing, Ends ends, std::initializer_list<QWidget *> widgets) : m_ends(ends)
+namespace {
+
+/// How large an item is on a line of `width` points: texts that are wider become higher.
+QSize sizeOf(const QLayoutItem &item, int width)
+{
+    const QSize hint = item.sizeHint();
+    if (hint.width() <= width) {
+        return hint;
+    }
+    return {width, item.hasHeightForWidth() ? item.heightForWidth(width) : hint.height()};
+}
+
+} // namespace
+
+FlowRow::FlowRow(int spacing, int lineSpacing, Ends ends, std::initializer_list<QWidget *> widgets)
+    : m_lineSpacing(lineSpacing)
+    , m_ends(ends)
 {
     setContentsMargins(0, 0, 0, 0);
     setSpacing(spacing);
@@ -85,11 +101,11 @@ int FlowRow::arrange(const QRect &area, bool isMoving) const
     int top = area.top();
     for (std::size_t first = 0; first < m_items.size();) {
         // As many as fit on the line, one at the least.
-        int width = m_items[first]->sizeHint().width();
-        int height = m_items[first]->sizeHint().height();
+        int width = sizeOf(*m_items[first], area.width()).width();
+        int height = sizeOf(*m_items[first], area.width()).height();
         std::size_t end = first + 1;
         for (; end < m_items.size(); ++end) {
-            const QSize hint = m_items[end]->sizeHint();
+            const QSize hint = sizeOf(*m_items[end], area.width());
             if (width + spacing() + hint.width() > area.width()) {
                 break;
             }
@@ -98,7 +114,7 @@ int FlowRow::arrange(const QRect &area, bool isMoving) const
         }
         int left = area.left() + (m_ends == Ends::centred ? std::max(0, area.width() - width) / 2 : 0);
         for (std::size_t index = first; isMoving && index < end; ++index) {
-            const QSize size = m_items[index]->sizeHint().boundedTo(QSize(area.width(), height));
+            const QSize size = sizeOf(*m_items[index], area.width());
             if (m_ends == Ends::apart && index == end - 1 && index > first) {
                 left = area.right() + 1 - size.width();
             }
@@ -106,7 +122,7 @@ int FlowRow::arrange(const QRect &area, bool isMoving) const
             m_items[index]->setGeometry(QStyle::visualRect(direction, area, place));
             left += size.width() + spacing();
         }
-        top += height + (end < m_items.size() ? spacing() : 0);
+        top += height + (end < m_items.size() ? m_lineSpacing : 0);
         first = end;
     }
     return top - area.top();

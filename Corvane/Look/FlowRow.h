@@ -21,8 +21,9 @@ public:
         centred,  ///< each line in the middle
     };
 
-    /// `spacing` points between widgets and between lines; the layout's widget takes the widgets over.
-    FlowRow(int spacing, Ends ends, std::initializer_list<QWidget *> widgets);
+    /// `spacing` points between widgets, `lineSpacing` between lines; the layout's widget takes the widgets
+    /// over.
+    FlowRow(int spacing, int lineSpacing, Ends ends, std::initializer_list<QWidget *> widgets);
     ~FlowRow() override;
 
     void addItem(QLayoutItem *item) override;
@@ -39,6 +40,7 @@ public:
 private:
     [[nodiscard]] int arrange(const QRect &area, bool isMoving) const;
 
+    int m_lineSpacing;
     Ends m_ends;
     std::vector<std::unique_ptr<QLayoutItem>> m_items;
 };

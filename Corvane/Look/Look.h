@@ -113,11 +113,12 @@ inline constexpr int verticalPadding = 6;
 inline constexpr int rowPadding = 4; ///< above and below the text of one in a list of commands
 inline constexpr int rowInset = 6;   ///< before and behind it
 inline constexpr double cornerRadius = 6;
-inline constexpr int symbolSpacing = 6;     ///< between a button's symbol and its text
-inline constexpr double focusRingWidth = 2; ///< drawn inside the control's own area
-inline constexpr double symbolShare = 1.15; ///< of the font's size
-inline constexpr double stepperShare = 0.7; ///< of the font's size, for the arrows of a stepper
-inline constexpr double clearShare = 0.85;  ///< of the font's size, for the cross that empties a field
+inline constexpr int symbolSpacing = 6;      ///< between a button's symbol and its text
+inline constexpr double focusRingWidth = 2;  ///< drawn inside the control's own area
+inline constexpr double symbolShare = 1.15;  ///< of the font's size
+inline constexpr double stepperShare = 0.7;  ///< of the font's size, for the arrows of a stepper
+inline constexpr double calendarShare = 1.3; ///< of the least size that holds the days
+inline constexpr double clearShare = 0.85;   ///< of the font's size, for the cross that empties a field
 inline constexpr double disabledOpacity = 0.4;
 
 } // namespace control
@@ -165,9 +166,7 @@ namespace settings {
 inline constexpr int columnWidth = 720; ///< at most; a wider window has more space at its sides
 inline constexpr int padding = 20;      ///< about the column
 inline constexpr int spacing = 16;      ///< between cards
-inline constexpr int headerSymbol = 32;
-inline constexpr int rowSymbol = 22;
-inline constexpr int formSpacing = 10; ///< between the lines of a form
+inline constexpr int formSpacing = 10;  ///< between the lines of a form
 
 } // namespace settings
 

@@ -61,8 +61,9 @@ QString startFormat(const QLocale &locale)
     static const QRegularExpression shortYear(u"(?<!y)yy(?!y)"_s);
     date.replace(shortYear, u"yyyy"_s);
     QString time = locale.timeFormat(QLocale::ShortFormat);
-    static const QRegularExpression secondsOrZone(u"\\W?\\bss?\\b|\\s*\\bt+\\b"_s);
-    time.remove(secondsOrZone);
+    // Nor times of the day in words, which the toolkit writes as the letter that stands for them.
+    static const QRegularExpression omitted(u"\\W?\\bss?\\b|\\s*\\bt+\\b|\\s*B+"_s);
+    time.remove(omitted);
     return date + u' ' + time;
 }
 

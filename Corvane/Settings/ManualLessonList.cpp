@@ -5,6 +5,7 @@
 
 #include "Corvane/Look/Buttons.h"
 #include "Corvane/Look/ElidedText.h"
+#include "Corvane/Look/FlowRow.h"
 #include "Corvane/Look/Stacks.h"
 #include "Corvane/Look/Surfaces.h"
 #include "Corvane/Look/SymbolView.h"
@@ -28,16 +29,19 @@ public:
         const QString platform = rawValue(entry.platform);
         const QString start = startText(entry.startTime, locale);
         const QString length = lengthText(entry.durationMinutes);
-        auto *symbol = new SymbolView(corvane::symbolName(entry.platform), settings::rowSymbol, Ink::accent);
+        auto *symbol = new SymbolView(corvane::symbolName(entry.platform), TextStyle::title, Ink::accent);
         symbol->setAccessibleName(platform);
         symbol->setToolTip(platform);
         auto *name = new ElidedText(entry.studentName, TextStyle::body);
         // Many buttons of one name: what each is for is said with it.
         m_remove->setAccessibleDescription(u"%1, %2, %3, %4"_s.arg(name->text(), platform, start, length));
 
+        auto *startLabel = new Text(start, TextStyle::subheadline, Ink::secondary);
+        auto *lengthLabel = new Text(length, TextStyle::subheadline, Ink::secondary);
+        startLabel->setPrefersOneLine();
+        lengthLabel->setPrefersOneLine();
         auto *times =
-            row(space::medium, {new ElidedText(start, TextStyle::subheadline, Ink::secondary),
-                                new ElidedText(length, TextStyle::subheadline, Ink::secondary), Spacer{}});
+            new FlowRow(space::medium, space::hair, FlowRow::Ends::together, {startLabel, lengthLabel});
         auto *line = row(space::medium, {symbol, column(space::hair, {name, times}), m_remove});
         line->setStretch(1, 1);
         setLayout(column(space::small, {new Divider, line}));
@@ -102,6 +106,7 @@ void ManualLessonList::setEntries(const std::vector<ManualLessonEntry> &entries)
         ManualLessonRow *row = makeRow(entries[index]);
         m_rows.insert(m_rows.begin() + static_cast<std::ptrdiff_t>(index), row);
         m_column->insertWidget(static_cast<int>(index), row);
+        row->show(); // the layout would show it only later
         // A row amid others is reached in its place.
         if (before != nullptr) {
             QWidget::setTabOrder(const_cast<QWidget *>(before), row->removeButton());

@@ -14,7 +14,7 @@ SettingsRow::SettingsRow(const QString &title, const QString &detail, const QStr
     : QWidget(parent)
 {
     using namespace look;
-    auto *symbol = column(0, {new SymbolView(symbolName, settings::rowSymbol, tint), Spacer{}});
+    auto *symbol = column(0, {new SymbolView(symbolName, TextStyle::title, tint), Spacer{}});
     auto *texts = column(space::hair, {new Text(title, TextStyle::body, QFont::Bold),
                                        new Text(detail, TextStyle::subheadline, Ink::secondary)});
     auto *line = row(space::medium, {symbol, texts});

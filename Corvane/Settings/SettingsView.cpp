@@ -55,7 +55,8 @@ QLayout *formLine(const QString &name, QWidget *control)
     auto *label = new look::Text(name, look::TextStyle::body);
     label->setWordWrap(false);
     label->setBuddy(control);
-    return new look::FlowRow(look::space::medium, look::FlowRow::Ends::apart, {label, control});
+    return new look::FlowRow(look::space::medium, look::space::tight, look::FlowRow::Ends::apart,
+                             {label, control});
 }
 
 /// A button at the beginning of its line.
@@ -77,11 +78,13 @@ SettingsView::SettingsView(AppSettings &settings, std::function<void()> reloadLe
     , m_manualLessons(new ManualLessonList)
 {
     using namespace look;
+    auto *cards = column(settings::spacing, {header(), calendarConnection(), manualLessonEntry(),
+                                             remindersAndDisplay(), help()});
+    cards->addStretch(1);
     auto *content = new QWidget;
     content->setMaximumWidth(settings::columnWidth);
-    content->setLayout(padded({settings::padding, settings::padding, settings::padding, settings::padding},
-                              column(settings::spacing, {header(), calendarConnection(), manualLessonEntry(),
-                                                         remindersAndDisplay(), help(), Spacer{}})));
+    content->setLayout(
+        padded({settings::padding, settings::padding, settings::padding, settings::padding}, cards));
     m_page = scrolling(content);
     setLayout(column(0, {m_page}));
 }
@@ -94,7 +97,7 @@ QWidget *SettingsView::header() const
                                        new Text(u"Choose how Quillet follows your teaching day."_s,
                                                 TextStyle::body, Ink::secondary)});
     auto *line = row(space::medium,
-                     {new SymbolView(u"slider.horizontal.3"_s, settings::headerSymbol, Ink::accent), texts});
+                     {new SymbolView(u"slider.horizontal.3"_s, TextStyle::largeTitle, Ink::accent), texts});
     line->setStretch(1, 1);
     header->setLayout(line);
     return header;
@@ -229,7 +232,7 @@ QWidget *SettingsView::help()
             card::spacing,
             {new Text(u"Your pop-up timings are already set to guide you through each lesson changeover."_s,
                       TextStyle::subheadline, Ink::secondary),
-             new FlowRow(space::small, FlowRow::Ends::together, {quickStart, userManual})}));
+             new FlowRow(space::small, space::small, FlowRow::Ends::together, {quickStart, userManual})}));
 }
 
 void SettingsView::addManualLesson()

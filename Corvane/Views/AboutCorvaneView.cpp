@@ -124,6 +124,7 @@ AboutCorvaneView::AboutCorvaneView(const UserManualPDF &manual, const Informatio
 {
     // Where a long word is wider than the window.
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    followDesktopFont(*this);
 }
 
 } // namespace corvane

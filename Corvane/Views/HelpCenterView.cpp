@@ -199,6 +199,7 @@ HelpCenterView::HelpCenterView(const UserManualPDF &manual, QWidget *parent)
     });
     listTopics();
     showDetail();
+    followDesktopFont(*this);
 }
 
 QString HelpCenterView::searchText() const

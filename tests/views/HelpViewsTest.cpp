@@ -571,14 +571,21 @@ private Q_SLOTS:
         QCOMPARE(QApplication::focusWidget(), named<look::Button>(view, u"User Manual"_s));
     }
 
-    void anOpenHelpCentreFollowsTheDesktopsPalette()
+    void anOpenHelpCentreFollowsTheDesktopsFontAndPalette()
     {
         HelpCenterView view(*m_manual);
         view.show();
         const auto *heading = named<look::Text>(view, u"Quillet Help"_s);
-        wear(Palette::dark, 1);
+        const auto *button = named<look::Button>(view, u"Open PDF Manual"_s);
+        const int headingHeight = heading->sizeHint().height();
+        const int buttonHeight = button->sizeHint().height();
+        wear(Palette::dark, 2);
+        QTRY_VERIFY(heading->sizeHint().height() > headingHeight);
+        QTRY_VERIFY(button->sizeHint().height() > buttonHeight);
         QTRY_VERIFY(heading->palette().color(QPalette::WindowText).lightnessF() > 0.5F);
         wear(Palette::light, 1);
+        QTRY_COMPARE(heading->sizeHint().height(), headingHeight);
+        QTRY_COMPARE(button->sizeHint().height(), buttonHeight);
         QTRY_VERIFY(heading->palette().color(QPalette::WindowText).lightnessF() < 0.5F);
     }
 };
