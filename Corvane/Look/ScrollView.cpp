@@ -114,6 +114,14 @@ private:
 
 } // namespace
 
+void makeSlim(QScrollBar &bar)
+{
+    auto *style = new BarStyle;
+    style->setParent(&bar);
+    bar.setStyle(style);
+    bar.setAttribute(Qt::WA_OpaquePaintEvent, false);
+}
+
 ScrollView::ScrollView(const QString &label, QWidget *content, QWidget *parent)
     : QScrollArea(parent)
     , m_ring(new Ring(this))
@@ -123,10 +131,7 @@ ScrollView::ScrollView(const QString &label, QWidget *content, QWidget *parent)
     setWidgetResizable(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFocusPolicy(Qt::NoFocus);
-    auto *style = new BarStyle;
-    style->setParent(this);
-    verticalScrollBar()->setStyle(style);
-    verticalScrollBar()->setAttribute(Qt::WA_OpaquePaintEvent, false);
+    makeSlim(*verticalScrollBar());
     setWidget(content);
     viewport()->setAutoFillBackground(false);
     content->setAutoFillBackground(false);

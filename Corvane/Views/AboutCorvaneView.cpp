@@ -71,7 +71,8 @@ QLayout *actionRow(const UserManualPDF &manual, const UserManualPDF::Opener &ope
 {
     auto *userManual = new Button(u"User Manual"_s, Button::Kind::bordered, u"book"_s);
     QObject::connect(userManual, &QAbstractButton::clicked, userManual, [&manual] { manual.open(); });
-    auto *actions = new FlowRow(about::actionSpacing, FlowRow::Ends::centred, {userManual});
+    auto *actions =
+        new FlowRow(about::actionSpacing, about::actionSpacing, FlowRow::Ends::centred, {userManual});
     if (auto *contact = link(u"Contact Support"_s, Button::Kind::prominent,
                              product::mailLink(product::supportAddress()), openLink)) {
         actions->addWidget(contact);

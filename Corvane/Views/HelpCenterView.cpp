@@ -5,6 +5,7 @@
 
 #include "Corvane/Look/Buttons.h"
 #include "Corvane/Look/Look.h"
+#include "Corvane/Look/ScrollView.h"
 #include "Corvane/Look/SearchField.h"
 #include "Corvane/Look/Stacks.h"
 #include "Corvane/Look/Surfaces.h"
@@ -19,6 +20,7 @@
 #include <QListWidget>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QSplitter>
 #include <QStackedLayout>
@@ -50,15 +52,15 @@ public:
     /// What a row of `font` needs beside its text.
     static int widthBesideText(const QFont &font) { return symbolSize(font) + 3 * space::small; }
 
-    static int scrollBarWidth(const QWidget &list)
+    static int scrollBarWidth(const QWidget *list)
     {
-        return list.style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, &list);
+        return static_cast<const QAbstractScrollArea *>(list)->verticalScrollBar()->sizeHint().width();
     }
 
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
     {
         // As if the list scrolled, or the rows would have to be measured anew once they make it scroll.
-        const int width = option.widget->width() - scrollBarWidth(*option.widget);
+        const int width = option.widget->width() - scrollBarWidth(option.widget);
         const int textWidth = std::max(1, width - widthBesideText(option.font));
         const QRect text =
             QFontMetrics(option.font)
@@ -113,6 +115,7 @@ public:
         viewport()->setAutoFillBackground(false);
         viewport()->setAttribute(Qt::WA_Hover);
         setItemDelegate(new TopicRow(this));
+        makeSlim(*verticalScrollBar());
         setResizeMode(QListView::Adjust);
         setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
@@ -129,7 +132,7 @@ public:
                 widest = std::max(widest, metrics.horizontalAdvance(part));
             }
         }
-        return widest + 1 + TopicRow::widthBesideText(font()) + TopicRow::scrollBarWidth(*this);
+        return widest + 1 + TopicRow::widthBesideText(font()) + TopicRow::scrollBarWidth(this);
     }
 
     [[nodiscard]] QSize sizeHint() const override
