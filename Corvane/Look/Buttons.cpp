@@ -11,6 +11,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QShortcut>
 
 #include <algorithm>
 #include <cmath>
@@ -28,11 +29,6 @@ double groundOpacity(const QAbstractButton &button, double atRest)
     return button.isEnabled() && button.underMouse() ? atRest + 0.05 : atRest;
 }
 
-bool showsFocus(const QWidget &widget)
-{
-    return widget.hasFocus() && widget.window()->isActiveWindow();
-}
-
 void fillRounded(QPainter &painter, const QRectF &area, double cornerRadius, const QColor &color)
 {
     painter.setPen(Qt::NoPen);
@@ -42,27 +38,24 @@ void fillRounded(QPainter &painter, const QRectF &area, double cornerRadius, con
 
 } // namespace
 
-// --- Button
-// ---------------------------------------------------------------------------------------------------
-
 Button::Button(const QString &text, Kind kind, const QString &symbolName, QWidget *parent)
     : QPushButton(text, parent)
     , m_kind(kind)
     , m_symbolName(symbolName)
 {
     setAttribute(Qt::WA_Hover);
-    setFont(look::font(TextStyle::body));
-    setFocusPolicy(Qt::StrongFocus);
+    setFont(look::font(textStyle()));
+    setFocusPolicy(Qt::TabFocus);
     setAutoDefault(false);
     setSizePolicy(kind == Kind::plain ? QSizePolicy::Expanding : QSizePolicy::Fixed, QSizePolicy::Fixed);
-    if (kind == Kind::link) {
+    if (isLink()) {
         setCursor(Qt::PointingHandCursor);
     }
 }
 
-int Button::symbolSize() const
+TextStyle Button::textStyle() const
 {
-    return static_cast<int>(std::lround(QFontInfo(font()).pixelSize() * control::symbolShare));
+    return m_kind == Kind::quietLink ? TextStyle::caption : TextStyle::body;
 }
 
 int Button::symbolGap() const
@@ -70,18 +63,38 @@ int Button::symbolGap() const
     return text().isEmpty() ? 0 : control::symbolSpacing;
 }
 
+void Button::setKeys(const QKeySequence &keys)
+{
+    // Not the button's own shortcut: that one holds it down for a while before it acts.
+    const auto *shortcut = new QShortcut(keys, this);
+    connect(shortcut, &QShortcut::activated, this, &QAbstractButton::click);
+    m_keys = keys.toString(QKeySequence::NativeText);
+    updateGeometry();
+    update();
+}
+
+int Button::symbolSize() const
+{
+    return static_cast<int>(std::lround(QFontInfo(font()).pixelSize() * control::symbolShare));
+}
+
 QSize Button::sizeHint() const
 {
     const QFontMetrics metrics(font());
-    const bool isTight = m_kind == Kind::link;
-    int width = metrics.horizontalAdvance(text()) + 2 * (isTight ? space::tight : control::horizontalPadding);
-    if (m_kind == Kind::plain) {
-        width -= 2 * (control::horizontalPadding - space::small);
+    const bool isTight = isLink();
+    const int inset = isTight                 ? space::tight
+                      : m_kind == Kind::plain ? control::rowInset
+                                              : control::horizontalPadding;
+    int width = metrics.horizontalAdvance(text()) + 2 * inset;
+    if (m_kind == Kind::plain && !m_keys.isEmpty()) {
+        width += space::large + metrics.horizontalAdvance(m_keys);
     }
     if (!m_symbolName.isEmpty()) {
         width += symbolSize() + symbolGap();
     }
-    const int padding = isTight ? space::hair : control::verticalPadding;
+    const int padding = isTight                 ? space::hair
+                        : m_kind == Kind::plain ? control::rowPadding
+                                                : control::verticalPadding;
     return {width, metrics.height() + 2 * padding};
 }
 
@@ -121,11 +134,14 @@ void Button::paintEvent(QPaintEvent *)
     case Kind::link:
         ink = Ink::accent;
         break;
+    case Kind::quietLink:
+        ink = Ink::secondary;
+        break;
     }
 
     QFont textFont = font();
-    if (m_kind == Kind::link) {
-        textFont.setUnderline(underMouse() || showsFocus(*this));
+    if (isLink()) {
+        textFont.setUnderline(m_kind == Kind::quietLink || underMouse() || showsFocus(*this));
     }
     painter.setFont(textFont);
     painter.setPen(color(ink, palette()));
@@ -134,7 +150,7 @@ void Button::paintEvent(QPaintEvent *)
     const int textWidth = metrics.horizontalAdvance(text());
     double left = (width() - symbolRoom - textWidth) / 2.0;
     if (m_kind == Kind::plain) {
-        left = isLeftToRight() ? space::small : width() - space::small - symbolRoom - textWidth;
+        left = isLeftToRight() ? control::rowInset : width() - control::rowInset - symbolRoom - textWidth;
     }
     const double symbolLeft = isLeftToRight() ? left : left + textWidth + symbolGap();
     if (!m_symbolName.isEmpty()) {
@@ -145,6 +161,13 @@ void Button::paintEvent(QPaintEvent *)
     const double textLeft = isLeftToRight() ? left + symbolRoom : left;
     painter.drawText(QRectF(std::round(textLeft), 0, textWidth + 1.0, height()),
                      Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text());
+    if (m_kind == Kind::plain && !m_keys.isEmpty()) {
+        painter.setPen(color(Ink::secondary, palette()));
+        painter.drawText(rect().adjusted(control::rowInset, 0, -control::rowInset, 0),
+                         (isLeftToRight() ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
+                             Qt::AlignVCenter | Qt::TextSingleLine,
+                         m_keys);
+    }
 
     if (showsFocus(*this)) {
         if (m_kind == Kind::prominent) {
@@ -159,15 +182,14 @@ void Button::paintEvent(QPaintEvent *)
     }
 }
 
-void Button::changeEvent(QEvent *event)
+bool Button::event(QEvent *event)
 {
-    QPushButton::changeEvent(event);
-    if (event->type() == QEvent::FontChange && !m_isApplying) {
-        m_isApplying = true;
-        setFont(look::font(TextStyle::body));
-        m_isApplying = false;
+    const bool isHandled = QPushButton::event(event);
+    if (event->type() == QEvent::ApplicationFontChange) {
+        setFont(look::font(textStyle()));
         updateGeometry();
     }
+    return isHandled;
 }
 
 void Button::keyPressEvent(QKeyEvent *event)
@@ -180,8 +202,15 @@ void Button::keyPressEvent(QKeyEvent *event)
     QPushButton::keyPressEvent(event);
 }
 
-// --- Switch
-// ---------------------------------------------------------------------------------------------------
+bool Switch::event(QEvent *event)
+{
+    const bool isHandled = QCheckBox::event(event);
+    if (event->type() == QEvent::ApplicationFontChange) {
+        setFont(look::font(TextStyle::body));
+        updateGeometry();
+    }
+    return isHandled;
+}
 
 Switch::Switch(const QString &text, QWidget *parent) : QCheckBox(text, parent)
 {
@@ -243,9 +272,6 @@ void Switch::paintEvent(QPaintEvent *)
     }
 }
 
-// --- SegmentedPicker
-// ------------------------------------------------------------------------------------------
-
 namespace {
 
 class Segment final : public QRadioButton {
@@ -261,6 +287,16 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
+    bool event(QEvent *event) override
+    {
+        const bool isHandled = QRadioButton::event(event);
+        if (event->type() == QEvent::ApplicationFontChange) {
+            setFont(look::font(TextStyle::caption));
+            updateGeometry();
+        }
+        return isHandled;
+    }
+
     [[nodiscard]] bool hitButton(const QPoint &position) const override { return rect().contains(position); }
 
     void paintEvent(QPaintEvent *) override
@@ -269,9 +305,14 @@ protected:
         painter.setRenderHint(QPainter::Antialiasing);
         const QRectF area = QRectF(rect()).adjusted(space::hair, space::hair, -space::hair, -space::hair);
         if (isChecked()) {
-            fillRounded(painter, area, control::cornerRadius - 1, color(Ink::primary, palette(), 0.12));
-            fillRounded(painter, area.adjusted(0.5, 0.5, -0.5, -0.5), control::cornerRadius - 1,
-                        cardColor(palette()));
+            // Nearer to the light than its neighbours, in the dark as well.
+            if (isDark(palette())) {
+                fillRounded(painter, area, control::cornerRadius - 1, color(Ink::primary, palette(), 0.24));
+            } else {
+                fillRounded(painter, area, control::cornerRadius - 1, color(Ink::primary, palette(), 0.12));
+                fillRounded(painter, area.adjusted(0.5, 0.5, -0.5, -0.5), control::cornerRadius - 1,
+                            cardColor(palette()));
+            }
         } else if (underMouse()) {
             fillRounded(painter, area, control::cornerRadius - 1, color(Ink::primary, palette(), 0.05));
         }
@@ -298,7 +339,7 @@ SegmentedPicker::SegmentedPicker(const QString &label, const QStringList &segmen
         auto *segment = new Segment(text);
         segment->setAttribute(Qt::WA_Hover);
         segment->setFont(look::font(TextStyle::caption));
-        segment->setFocusPolicy(Qt::StrongFocus);
+        segment->setFocusPolicy(Qt::TabFocus);
         segment->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
         line->addWidget(segment, 1);
         const int index = static_cast<int>(m_segments.size());

@@ -112,7 +112,7 @@ int FlowRow::arrange(const QRect &area, bool isMoving) const
             width += spacing() + hint.width();
             height = std::max(height, hint.height());
         }
-        int left = area.left();
+        int left = area.left() + (m_ends == Ends::centred ? std::max(0, area.width() - width) / 2 : 0);
         for (std::size_t index = first; isMoving && index < end; ++index) {
             const QSize size = sizeOf(*m_items[index], area.width());
             if (m_ends == Ends::apart && index == end - 1 && index > first) {

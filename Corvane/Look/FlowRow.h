@@ -18,6 +18,7 @@ public:
     enum class Ends {
         together, ///< one after the other from the beginning of the line
         apart,    ///< the last one at the end of its line, unless it stands on a line alone
+        centred,  ///< each line in the middle
     };
 
     /// `spacing` points between widgets, `lineSpacing` between lines; the layout's widget takes the widgets

@@ -35,7 +35,7 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
-    void changeEvent(QEvent *event) override;
+    bool event(QEvent *event) override;
 
 private:
     void apply();
