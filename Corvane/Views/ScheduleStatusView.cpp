@@ -88,7 +88,8 @@ void ScheduleStatusView::setShowsAllLessons(bool showsAllLessons)
         scheduleStatus::scheduleLessons(m_viewModel.lessons(), m_viewModel.currentAction());
     const std::vector<Lesson> compact = scheduleStatus::visibleLessons(schedule, currentDate(), false);
     if (!compact.empty()) {
-        layout()->activate();
+        // The area learns of its content's height at once, not at the next turn of the event loop.
+        m_list->resize(m_list->width(), m_list->minimumHeight());
         m_scroll->verticalScrollBar()->setValue(m_list->topOf(compact.front()));
     }
 }
