@@ -102,6 +102,15 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
+    bool event(QEvent *event) override
+    {
+        const bool isHandled = QDateTimeEdit::event(event);
+        if (event->type() == QEvent::ApplicationFontChange) {
+            setFont(look::font(TextStyle::body));
+            updateGeometry();
+        }
+        return isHandled;
+    }
     [[nodiscard]] StepEnabled stepEnabled() const override { return StepUpEnabled | StepDownEnabled; }
     void paintEvent(QPaintEvent *) override {}
     void wheelEvent(QWheelEvent *event) override { event->ignore(); }
@@ -138,6 +147,16 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
+    bool event(QEvent *event) override
+    {
+        const bool isHandled = QAbstractButton::event(event);
+        if (event->type() == QEvent::ApplicationFontChange) {
+            setFont(look::font(TextStyle::body));
+            updateGeometry();
+        }
+        return isHandled;
+    }
+
     void paintEvent(QPaintEvent *) override
     {
         QPainter painter(this);
