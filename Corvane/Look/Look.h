@@ -226,4 +226,14 @@ inline constexpr double informationShrinks = 1;
 
 } // namespace banner
 
+/// The card of the bell's panel.
+namespace panel {
+
+inline constexpr double cornerRadius = 10;
+inline constexpr int shadowReach = 14;
+inline constexpr double shadowOpacity = 0.3;
+inline constexpr double edgeOpacity = 0.22; ///< of the text's colour, over the background
+
+} // namespace panel
+
 } // namespace corvane::look
