@@ -161,6 +161,7 @@ struct Scene {
     Theme theme = Theme::light;
     double fontScale = 1;
     QString locale = u"C"_s;
+    Qt::LayoutDirection direction = Qt::LeftToRight;
 };
 
 } // namespace
@@ -210,6 +211,8 @@ private Q_SLOTS:
         QTest::newRow("hostile") << Scene{.lessons = hostile};
         QTest::newRow("twelve-hours")
             << Scene{.time = "12:10:00", .lessons = fullDay(), .locale = u"en_US"_s};
+        QTest::newRow("right-to-left")
+            << Scene{.lessons = foreign, .locale = u"ar_EG"_s, .direction = Qt::RightToLeft};
         QTest::newRow("large-text") << Scene{.lessons = fullDay(), .hasFailed = true, .fontScale = 2};
         QTest::newRow("dark-no-lessons") << Scene{.theme = Theme::dark};
         QTest::newRow("dark-teaching") << Scene{.lessons = fullDay(), .theme = Theme::dark};
@@ -230,6 +233,7 @@ private Q_SLOTS:
             f.store.answer = std::unexpected(LessonScheduleError(Failure{u"the service is away"_s}));
         }
         const auto view = f.pictured();
+        view->setLayoutDirection(scene.direction);
         if (scene.isAllToday) {
             showAllToday(*view);
         }
