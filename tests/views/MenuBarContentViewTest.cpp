@@ -54,10 +54,13 @@ struct Fixture : ViewModelFixture {
     explicit Fixture(const char *time = "10:20:00") : ViewModelFixture(time) {}
 
     std::vector<WindowName> opened;
+    std::vector<WindowName> openedBeside;
     int quits = 0;
-    MenuActions actions{.hasWindow = [](const WindowName &) { return true; },
-                        .openWindow = [this](const WindowName &window) { opened.push_back(window); },
-                        .quit = [this] { ++quits; }};
+    MenuActions actions{
+        .hasWindow = [](const WindowName &) { return true; },
+        .openWindow = [this](const WindowName &window) { opened.push_back(window); },
+        .openWindowBeside = [this](const WindowName &window) { openedBeside.push_back(window); },
+        .quit = [this] { ++quits; }};
 
     [[nodiscard]] std::unique_ptr<MenuBarContentView> view()
     {
@@ -583,6 +586,8 @@ private Q_SLOTS:
         QCOMPARE(error->textFormat(), Qt::PlainText);
         QVERIFY(error->wordWrap());
         QVERIFY(view->sizeHint().height() > height);
+        // As high as its text is on the width that it has, and no higher.
+        QCOMPARE(view->sizeHint().height() - height, error->heightForWidth(320 - 2 * 12) + 10);
         f.store.answer = fullDay();
         spawn(f.model->reloadLessons());
         f.clock.advance(Seconds{0});
@@ -652,7 +657,7 @@ private Q_SLOTS:
         f.settings.setHasCompletedWelcome(true);
         const auto view = f.shown();
         QCoreApplication::processEvents();
-        QVERIFY(f.opened.empty());
+        QVERIFY(f.opened.empty() && f.openedBeside.empty());
     }
 
     void untilSetupWasCompletedEachAppearanceBringsItForward()
@@ -660,11 +665,11 @@ private Q_SLOTS:
         Fixture f;
         const auto view = f.shown();
         QCoreApplication::processEvents();
-        QCOMPARE(f.opened, std::vector{windowNames::setup()});
+        QCOMPARE(f.openedBeside, std::vector{windowNames::setup()});
         view->hide();
         view->show();
         QCoreApplication::processEvents();
-        QCOMPARE(f.opened.size(), std::size_t{2});
+        QCOMPARE(f.openedBeside.size(), std::size_t{2});
         QVERIFY(!f.settings.hasCompletedWelcome());
     }
 
