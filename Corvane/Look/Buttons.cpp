@@ -20,8 +20,6 @@ namespace corvane::look {
 
 namespace {
 
-constexpr double disabledOpacity = 0.4;
-
 /// How the ground of a control answers to the pointer: an opacity of the text's colour.
 double groundOpacity(const QAbstractButton &button, double atRest)
 {
@@ -46,13 +44,23 @@ Button::Button(const QString &text, Kind kind, const QString &symbolName, QWidge
     , m_symbolName(symbolName)
 {
     setAttribute(Qt::WA_Hover);
-    setFont(look::font(TextStyle::body));
+    setFont(look::font(textStyle()));
     setFocusPolicy(Qt::TabFocus);
     setAutoDefault(false);
     setSizePolicy(kind == Kind::plain ? QSizePolicy::Expanding : QSizePolicy::Fixed, QSizePolicy::Fixed);
-    if (kind == Kind::link) {
+    if (isLink()) {
         setCursor(Qt::PointingHandCursor);
     }
+}
+
+TextStyle Button::textStyle() const
+{
+    return m_kind == Kind::quietLink ? TextStyle::caption : TextStyle::body;
+}
+
+int Button::symbolGap() const
+{
+    return text().isEmpty() ? 0 : control::symbolSpacing;
 }
 
 void Button::setKeys(const QKeySequence &keys)
@@ -73,7 +81,7 @@ int Button::symbolSize() const
 QSize Button::sizeHint() const
 {
     const QFontMetrics metrics(font());
-    const bool isTight = m_kind == Kind::link;
+    const bool isTight = isLink();
     const int inset = isTight                 ? space::tight
                       : m_kind == Kind::plain ? control::rowInset
                                               : control::horizontalPadding;
@@ -82,7 +90,7 @@ QSize Button::sizeHint() const
         width += space::large + metrics.horizontalAdvance(m_keys);
     }
     if (!m_symbolName.isEmpty()) {
-        width += symbolSize() + control::symbolSpacing;
+        width += symbolSize() + symbolGap();
     }
     const int padding = isTight                 ? space::hair
                         : m_kind == Kind::plain ? control::rowPadding
@@ -100,7 +108,7 @@ void Button::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     if (!isEnabled()) {
-        painter.setOpacity(disabledOpacity);
+        painter.setOpacity(control::disabledOpacity);
     }
     const QRectF area = rect();
     Ink ink = Ink::primary;
@@ -126,22 +134,25 @@ void Button::paintEvent(QPaintEvent *)
     case Kind::link:
         ink = Ink::accent;
         break;
+    case Kind::quietLink:
+        ink = Ink::secondary;
+        break;
     }
 
     QFont textFont = font();
-    if (m_kind == Kind::link) {
-        textFont.setUnderline(underMouse() || showsFocus(*this));
+    if (isLink()) {
+        textFont.setUnderline(m_kind == Kind::quietLink || underMouse() || showsFocus(*this));
     }
     painter.setFont(textFont);
     painter.setPen(color(ink, palette()));
     const QFontMetrics metrics(textFont);
-    const int symbolRoom = m_symbolName.isEmpty() ? 0 : symbolSize() + control::symbolSpacing;
+    const int symbolRoom = m_symbolName.isEmpty() ? 0 : symbolSize() + symbolGap();
     const int textWidth = metrics.horizontalAdvance(text());
     double left = (width() - symbolRoom - textWidth) / 2.0;
     if (m_kind == Kind::plain) {
         left = isLeftToRight() ? control::rowInset : width() - control::rowInset - symbolRoom - textWidth;
     }
-    const double symbolLeft = isLeftToRight() ? left : left + textWidth + control::symbolSpacing;
+    const double symbolLeft = isLeftToRight() ? left : left + textWidth + symbolGap();
     if (!m_symbolName.isEmpty()) {
         painter.drawPixmap(
             QPointF(std::round(symbolLeft), std::round((height() - symbolSize()) / 2.0)),
@@ -175,7 +186,7 @@ bool Button::event(QEvent *event)
 {
     const bool isHandled = QPushButton::event(event);
     if (event->type() == QEvent::ApplicationFontChange) {
-        setFont(look::font(TextStyle::body));
+        setFont(look::font(textStyle()));
         updateGeometry();
     }
     return isHandled;
@@ -236,7 +247,7 @@ void Switch::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     if (!isEnabled()) {
-        painter.setOpacity(disabledOpacity);
+        painter.setOpacity(control::disabledOpacity);
     }
     painter.setFont(font());
     painter.setPen(color(Ink::primary, palette()));

@@ -24,6 +24,7 @@ public:
         bordered,  ///< an ordinary one
         prominent, ///< the one that leads on
         link,      ///< a text in the accent's colour
+        quietLink, ///< a small text that stands back, underlined
     };
 
     /// `symbolName` may be empty.
@@ -42,6 +43,9 @@ protected:
 
 private:
     [[nodiscard]] int symbolSize() const;
+    [[nodiscard]] bool isLink() const { return m_kind == Kind::link || m_kind == Kind::quietLink; }
+    [[nodiscard]] TextStyle textStyle() const;
+    [[nodiscard]] int symbolGap() const; ///< between the symbol and the text, if there is one
 
     Kind m_kind;
     QString m_symbolName;

@@ -182,6 +182,17 @@ QColor separatorColor(const QPalette &palette)
     return color(Ink::primary, palette, 0.14);
 }
 
+QColor fieldColor()
+{
+    // Not out of a field's own palette, in which the ground is made clear.
+    return QGuiApplication::palette().color(QPalette::Base);
+}
+
+QColor fieldEdgeColor(const QPalette &palette)
+{
+    return color(Ink::primary, palette, 0.28);
+}
+
 QColor white(double opacity)
 {
     return QColor::fromRgbF(1, 1, 1, static_cast<float>(opacity));

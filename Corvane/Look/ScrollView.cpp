@@ -114,6 +114,14 @@ private:
 
 } // namespace
 
+void makeSlim(QScrollBar &bar)
+{
+    auto *style = new BarStyle;
+    style->setParent(&bar);
+    bar.setStyle(style);
+    bar.setAttribute(Qt::WA_OpaquePaintEvent, false);
+}
+
 ScrollView::ScrollView(const QString &label, QWidget *content, QWidget *parent)
     : QScrollArea(parent)
     , m_ring(new Ring(this))
@@ -123,15 +131,17 @@ ScrollView::ScrollView(const QString &label, QWidget *content, QWidget *parent)
     setWidgetResizable(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFocusPolicy(Qt::NoFocus);
-    auto *style = new BarStyle;
-    style->setParent(this);
-    verticalScrollBar()->setStyle(style);
-    verticalScrollBar()->setAttribute(Qt::WA_OpaquePaintEvent, false);
+    makeSlim(*verticalScrollBar());
     setWidget(content);
     viewport()->setAutoFillBackground(false);
     content->setAutoFillBackground(false);
-    connect(verticalScrollBar(), &QScrollBar::rangeChanged, this,
-            [this](int least, int most) { setFocusPolicy(most > least ? Qt::TabFocus : Qt::NoFocus); });
+    const auto followRange = [this] {
+        const auto scrolls = [](const QScrollBar *bar) { return bar->maximum() > bar->minimum(); };
+        setFocusPolicy(scrolls(verticalScrollBar()) || scrolls(horizontalScrollBar()) ? Qt::TabFocus
+                                                                                      : Qt::NoFocus);
+    };
+    connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, followRange);
+    connect(horizontalScrollBar(), &QScrollBar::rangeChanged, this, followRange);
 }
 
 void ScrollView::keyPressEvent(QKeyEvent *event)

@@ -7,9 +7,12 @@
 
 namespace corvane::look {
 
+/// Gives the vertical `bar` of another view the look of that of a ScrollView.
+void makeSlim(QScrollBar &bar);
+
 /// An area through which a content taller than it is scrolled, by wheel, by its bar and, once Tab has reached
 /// it, by the keyboard. It shows through to what it stands on. Where all is seen, Tab passes it by.
-class ScrollView final : public QScrollArea {
+class ScrollView : public QScrollArea {
     Q_OBJECT
 
 public:

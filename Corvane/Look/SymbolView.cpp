@@ -55,8 +55,7 @@ QLayout *label(SymbolView *symbol, QWidget *text, int spacing)
     const int lineHeight = QFontMetrics(text->font()).height();
     const int offset = lineHeight - symbol->height();
     above->setContentsMargins(0, std::max(0, offset / 2), 0, 0);
-    above->addWidget(symbol);
-    above->addStretch();
+    above->addWidget(symbol, 0, Qt::AlignTop); // no stretch, or the label would grow where there is room
     auto *beneath = new QVBoxLayout;
     beneath->setContentsMargins(0, std::max(0, -offset / 2), 0, 0);
     beneath->addWidget(text);

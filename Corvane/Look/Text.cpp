@@ -4,6 +4,7 @@
 #include "Corvane/Look/Text.h"
 
 #include <QEvent>
+#include <QFontMetrics>
 #include <QGuiApplication>
 
 namespace corvane::look {
@@ -40,6 +41,21 @@ void Text::setMonospacedDigits()
 {
     m_hasMonospacedDigits = true;
     apply();
+}
+
+void Text::setPrefersOneLine()
+{
+    m_prefersOneLine = true;
+    updateGeometry();
+}
+
+QSize Text::sizeHint() const
+{
+    if (!m_prefersOneLine) {
+        return QLabel::sizeHint();
+    }
+    const QFontMetrics metrics(font());
+    return {metrics.horizontalAdvance(text()) + 1, metrics.height()};
 }
 
 void Text::apply()
