@@ -200,6 +200,9 @@ QCalendarWidget *calendar(const QLocale &locale)
     calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     calendar->setHorizontalHeaderFormat(QCalendarWidget::ShortDayNames);
     calendar->setFont(look::font(TextStyle::body));
+    QPalette own;
+    own.setColor(QPalette::Base, fieldColor());
+    calendar->setPalette(own);
     const QPalette palette = calendar->palette();
     QTextCharFormat day;
     day.setForeground(color(Ink::primary, palette));
@@ -211,7 +214,6 @@ QCalendarWidget *calendar(const QLocale &locale)
     header.setBackground(palette.color(QPalette::Base));
     calendar->setHeaderTextFormat(header);
     if (auto *bar = calendar->findChild<QWidget *>(u"qt_calendar_navigationbar"_s)) {
-        QPalette own = bar->palette();
         own.setColor(QPalette::Highlight, palette.color(QPalette::Base));
         own.setColor(QPalette::HighlightedText, color(Ink::primary, palette));
         bar->setPalette(own);
