@@ -43,6 +43,7 @@ struct Panel : ViewModelFixture {
         return std::make_unique<MenuBarContentView>(
             *model, MenuActions{.hasWindow = [](const WindowName &) { return true; },
                                 .openWindow = [](const WindowName &) {},
+                                .openWindowBeside = [](const WindowName &) {},
                                 .quit = [] {}});
     }
 };

@@ -102,6 +102,15 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
+    bool event(QEvent *event) override
+    {
+        const bool isHandled = QDateTimeEdit::event(event);
+        if (event->type() == QEvent::ApplicationFontChange) {
+            setFont(look::font(TextStyle::body));
+            updateGeometry();
+        }
+        return isHandled;
+    }
     [[nodiscard]] StepEnabled stepEnabled() const override { return StepUpEnabled | StepDownEnabled; }
     void paintEvent(QPaintEvent *) override {}
     void wheelEvent(QWheelEvent *event) override { event->ignore(); }
@@ -138,6 +147,16 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
+    bool event(QEvent *event) override
+    {
+        const bool isHandled = QAbstractButton::event(event);
+        if (event->type() == QEvent::ApplicationFontChange) {
+            setFont(look::font(TextStyle::body));
+            updateGeometry();
+        }
+        return isHandled;
+    }
+
     void paintEvent(QPaintEvent *) override
     {
         QPainter painter(this);
@@ -181,6 +200,9 @@ QCalendarWidget *calendar(const QLocale &locale)
     calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     calendar->setHorizontalHeaderFormat(QCalendarWidget::ShortDayNames);
     calendar->setFont(look::font(TextStyle::body));
+    QPalette own;
+    own.setColor(QPalette::Base, fieldColor());
+    calendar->setPalette(own);
     const QPalette palette = calendar->palette();
     QTextCharFormat day;
     day.setForeground(color(Ink::primary, palette));
@@ -192,7 +214,6 @@ QCalendarWidget *calendar(const QLocale &locale)
     header.setBackground(palette.color(QPalette::Base));
     calendar->setHeaderTextFormat(header);
     if (auto *bar = calendar->findChild<QWidget *>(u"qt_calendar_navigationbar"_s)) {
-        QPalette own = bar->palette();
         own.setColor(QPalette::Highlight, palette.color(QPalette::Base));
         own.setColor(QPalette::HighlightedText, color(Ink::primary, palette));
         bar->setPalette(own);

@@ -21,7 +21,7 @@ ElidedText::ElidedText(const QString &text, TextStyle style, Ink ink, QWidget *p
 {
     setTextFormat(Qt::PlainText);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    apply();
+    setFont(look::font(style));
     setLine(text);
 }
 
@@ -72,23 +72,15 @@ void ElidedText::resizeEvent(QResizeEvent *event)
     updateToolTip();
 }
 
-void ElidedText::apply()
+bool ElidedText::event(QEvent *event)
 {
-    if (!m_isApplying) {
-        m_isApplying = true;
+    const bool isHandled = QLabel::event(event);
+    if (event->type() == QEvent::ApplicationFontChange) {
         setFont(look::font(m_style));
-        m_isApplying = false;
         updateGeometry();
-    }
-}
-
-void ElidedText::changeEvent(QEvent *event)
-{
-    QLabel::changeEvent(event);
-    if (event->type() == QEvent::FontChange) {
-        apply();
         updateToolTip();
     }
+    return isHandled;
 }
 
 } // namespace corvane::look

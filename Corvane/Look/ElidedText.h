@@ -26,15 +26,13 @@ public:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
-    void changeEvent(QEvent *event) override;
+    bool event(QEvent *event) override;
 
 private:
-    void apply();
     void updateToolTip();
 
     TextStyle m_style;
     Ink m_ink;
-    bool m_isApplying = false;
 };
 
 } // namespace corvane::look

@@ -66,6 +66,16 @@ QSize TextField::minimumSizeHint() const
     return {QFontMetrics(font()).averageCharWidth() * 8, fieldHeight(font())};
 }
 
+bool TextField::event(QEvent *event)
+{
+    const bool isHandled = QLineEdit::event(event);
+    if (event->type() == QEvent::ApplicationFontChange) {
+        setFont(look::font(TextStyle::body));
+        updateGeometry();
+    }
+    return isHandled;
+}
+
 void TextField::paintEvent(QPaintEvent *event)
 {
     paintField(*this, hasFocus());
@@ -103,9 +113,19 @@ QSize Picker::minimumSizeHint() const
     return sizeHint();
 }
 
+bool Picker::event(QEvent *event)
+{
+    const bool isHandled = QComboBox::event(event);
+    if (event->type() == QEvent::ApplicationFontChange) {
+        setFont(look::font(TextStyle::body));
+        updateGeometry();
+    }
+    return isHandled;
+}
+
 void Picker::paintEvent(QPaintEvent *)
 {
-    paintField(*this, hasFocus());
+    paintField(*this, showsFocus(*this));
     QPainter painter(this);
     if (!isEnabled()) {
         painter.setOpacity(control::disabledOpacity);

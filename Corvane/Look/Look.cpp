@@ -184,8 +184,11 @@ QColor separatorColor(const QPalette &palette)
 
 QColor fieldColor()
 {
-    // Not out of a field's own palette, in which the ground is made clear.
-    return QGuiApplication::palette().color(QPalette::Base);
+    // Not out of a field's own palette, in which the ground is made clear. On a dark desktop that may be
+    // black, too hard an edge on a card.
+    const QPalette palette = QGuiApplication::palette();
+    const QColor ground = palette.color(QPalette::Base);
+    return isDark(palette) ? mixed(ground, palette.color(QPalette::Window), 0.4) : ground;
 }
 
 QColor fieldEdgeColor(const QPalette &palette)

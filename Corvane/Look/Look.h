@@ -55,7 +55,7 @@ enum class Ink {
 [[nodiscard]] QColor cardColor(const QPalette &palette);
 [[nodiscard]] QColor separatorColor(const QPalette &palette);
 
-/// The ground of what is filled in, the desktop's own, and the line about it.
+/// The ground of what is filled in, and the line about it.
 [[nodiscard]] QColor fieldColor();
 [[nodiscard]] QColor fieldEdgeColor(const QPalette &palette);
 

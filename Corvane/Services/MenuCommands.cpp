@@ -61,7 +61,7 @@ void openSetupUnlessCompleted(MenuBarViewModel &viewModel, const MenuActions &ac
         &viewModel,
         [&viewModel, actions] {
             if (!viewModel.settings().hasCompletedWelcome() && actions.hasWindow(windowNames::setup())) {
-                actions.openWindow(windowNames::setup());
+                actions.openWindowBeside(windowNames::setup());
             }
         },
         Qt::QueuedConnection);

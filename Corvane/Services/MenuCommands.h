@@ -31,13 +31,17 @@ namespace windowNames {
 } // namespace windowNames
 
 /// What the commands of the bell's panel, and of the native menu in its place, reach beyond the view model.
-/// None of the functions may be empty.
+/// None of the functions may be empty. The functions that open a window bring one that is open to the front.
 struct MenuActions {
-    std::function<bool(const WindowName &window)>
-        hasWindow; ///< a command whose window is not there is not there
-    std::function<void(const WindowName &window)>
-        openWindow;             ///< opens it, or brings the open one to the front
-    std::function<void()> quit; ///< ends the program at once
+    /// Whether there is such a window: a command that would open another one is not offered.
+    std::function<bool(const WindowName &window)> hasWindow;
+    /// A command was chosen that opens `window`.
+    std::function<void(const WindowName &window)> openWindow;
+    /// `window` opens because the content has appeared: both are to stay, and to be of use beside one
+    /// another.
+    std::function<void(const WindowName &window)> openWindowBeside;
+    /// Ends the program at once.
+    std::function<void()> quit;
 };
 
 /// One command, as a row of the panel or an entry of the native menu.

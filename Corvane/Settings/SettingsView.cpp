@@ -87,6 +87,7 @@ SettingsView::SettingsView(AppSettings &settings, std::function<void()> reloadLe
         padded({settings::padding, settings::padding, settings::padding, settings::padding}, cards));
     m_page = scrolling(content);
     setLayout(column(0, {m_page}));
+    followDesktopFont(*this);
 }
 
 QWidget *SettingsView::header() const

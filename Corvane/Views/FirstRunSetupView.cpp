@@ -71,6 +71,7 @@ FirstRunSetupView::FirstRunSetupView(AppSettings &settings, std::function<void()
 
     connect(m_back, &QAbstractButton::clicked, this, &FirstRunSetupView::goBack);
     connect(m_forward, &QAbstractButton::clicked, this, &FirstRunSetupView::goOn);
+    followDesktopFont(*this);
     reserveRoom();
     showStep();
 }

@@ -51,6 +51,7 @@ void LessonScheduleList::setLessons(const std::vector<Lesson> &lessons, Date now
 {
     std::vector<Entry> earlier = std::move(m_entries);
     m_entries.clear();
+    bool isChanged = false;
     bool isRearranged = earlier.size() != lessons.size();
     // Both lists run through the day: what is sought stands at the front, or not far behind it.
     std::size_t front = 0;
@@ -71,7 +72,7 @@ void LessonScheduleList::setLessons(const std::vector<Lesson> &lessons, Date now
         while (front < earlier.size() && earlier[front].row == nullptr) {
             ++front;
         }
-        row->setLesson(lesson, now, next && next->id == lesson.id);
+        isChanged = row->setLesson(lesson, now, next && next->id == lesson.id) || isChanged;
         m_entries.push_back({.lesson = lesson, .row = row});
     }
     for (const Entry &gone : earlier) {
@@ -84,7 +85,9 @@ void LessonScheduleList::setLessons(const std::vector<Lesson> &lessons, Date now
             entry.row->show();
         }
     }
-    arrange();
+    if (isRearranged || isChanged) {
+        arrange();
+    }
 }
 
 std::vector<const LessonScheduleRow *> LessonScheduleList::rows() const

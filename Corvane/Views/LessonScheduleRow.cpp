@@ -87,7 +87,7 @@ LessonScheduleRow::LessonScheduleRow(QWidget *parent) : QWidget(parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
-void LessonScheduleRow::setLesson(const Lesson &lesson, Date now, bool isNext)
+bool LessonScheduleRow::setLesson(const Lesson &lesson, Date now, bool isNext)
 {
     QString student = m_texts.student;
     if (m_studentName != lesson.studentName || m_texts.time.isEmpty()) {
@@ -106,7 +106,7 @@ void LessonScheduleRow::setLesson(const Lesson &lesson, Date now, bool isNext)
                 .isNext = isNext,
                 .isEmphasized = scheduleStatus::isEmphasized(lesson, now, isNext)};
     if (texts == m_texts) {
-        return;
+        return false;
     }
     m_texts = std::move(texts);
     Lesson read = lesson;
@@ -114,6 +114,7 @@ void LessonScheduleRow::setLesson(const Lesson &lesson, Date now, bool isNext)
     setAccessibleName(scheduleStatus::rowText(read, now, isNext, locale));
     fit();
     update();
+    return true;
 }
 
 void LessonScheduleRow::setColumns(Columns columns)

@@ -25,9 +25,9 @@ public:
 
     explicit LessonScheduleRow(QWidget *parent = nullptr);
 
-    /// Shows `lesson` as it stands at `now`; `isNext` tells whether it is the panel's next one. Nothing is
-    /// drawn anew when it looks the same as before.
-    void setLesson(const Lesson &lesson, Date now, bool isNext);
+    /// Shows `lesson` as it stands at `now`; `isNext` tells whether it is the panel's next one. Tells whether
+    /// it looks different from before; otherwise nothing is drawn anew.
+    bool setLesson(const Lesson &lesson, Date now, bool isNext);
 
     /// Divides the width so from now on.
     void setColumns(Columns columns);

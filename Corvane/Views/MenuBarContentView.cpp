@@ -64,6 +64,13 @@ MenuBarContentView::MenuBarContentView(MenuBarViewModel &viewModel, const MenuAc
     showError();
 }
 
+QSize MenuBarContentView::sizeHint() const
+{
+    // Texts that break are as high as the width makes them, not as they would like to be.
+    return {menu::width, layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(menu::width)
+                                                       : layout()->totalSizeHint().height()};
+}
+
 void MenuBarContentView::showError()
 {
     const std::optional<QString> &message = m_viewModel.lastErrorMessage();

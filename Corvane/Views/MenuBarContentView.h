@@ -25,6 +25,9 @@ public:
     /// `viewModel` is borrowed. Commands whose window is not there at this moment are left out.
     MenuBarContentView(MenuBarViewModel &viewModel, const MenuActions &actions, QWidget *parent = nullptr);
 
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
 protected:
     void showEvent(QShowEvent *event) override;
 

@@ -3,6 +3,7 @@
 
 #include "Corvane/Views/FirstRunSetupView.h"
 #include "Corvane/Look/Buttons.h"
+#include "Corvane/Look/Look.h"
 #include "Corvane/Look/Symbols.h"
 #include "Corvane/Settings/AppSettings.h"
 #include "Corvane/Views/PageIndicator.h"
@@ -352,6 +353,18 @@ private Q_SLOTS:
         QTest::keyClick(room.view->focusWidget(), Qt::Key_PageDown);
         QTest::keyClick(room.view->focusWidget(), Qt::Key_Return);
         QCOMPARE(bar->value(), 0);
+    }
+
+    void itFollowsTheDesktopsColoursAndFontWhileItIsShown()
+    {
+        const Room room;
+        room.show();
+        pictures::prepareApplication(Theme::dark, 1.5);
+        QTRY_COMPARE(room.forward()->font(), look::font(look::TextStyle::body));
+        room.view->hide(); // what is seen on the screen also has the mark of the keyboard
+        const QImage followed = room.view->grab().toImage();
+        const Room fresh;
+        QVERIFY(followed == fresh.view->grab().toImage());
     }
 
     void itLooksAsItShould_data()

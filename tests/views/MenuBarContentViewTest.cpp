@@ -54,10 +54,13 @@ struct Fixture : ViewModelFixture {
     explicit Fixture(const char *time = "10:20:00") : ViewModelFixture(time) {}
 
     std::vector<WindowName> opened;
+    std::vector<WindowName> openedBeside;
     int quits = 0;
-    MenuActions actions{.hasWindow = [](const WindowName &) { return true; },
-                        .openWindow = [this](const WindowName &window) { opened.push_back(window); },
-                        .quit = [this] { ++quits; }};
+    MenuActions actions{
+        .hasWindow = [](const WindowName &) { return true; },
+        .openWindow = [this](const WindowName &window) { opened.push_back(window); },
+        .openWindowBeside = [this](const WindowName &window) { openedBeside.push_back(window); },
+        .quit = [this] { ++quits; }};
 
     [[nodiscard]] std::unique_ptr<MenuBarContentView> view()
     {
@@ -161,6 +164,7 @@ struct Scene {
     Theme theme = Theme::light;
     double fontScale = 1;
     QString locale = u"C"_s;
+    Qt::LayoutDirection direction = Qt::LeftToRight;
 };
 
 } // namespace
@@ -210,6 +214,8 @@ private Q_SLOTS:
         QTest::newRow("hostile") << Scene{.lessons = hostile};
         QTest::newRow("twelve-hours")
             << Scene{.time = "12:10:00", .lessons = fullDay(), .locale = u"en_US"_s};
+        QTest::newRow("right-to-left")
+            << Scene{.lessons = foreign, .locale = u"ar_EG"_s, .direction = Qt::RightToLeft};
         QTest::newRow("large-text") << Scene{.lessons = fullDay(), .hasFailed = true, .fontScale = 2};
         QTest::newRow("dark-no-lessons") << Scene{.theme = Theme::dark};
         QTest::newRow("dark-teaching") << Scene{.lessons = fullDay(), .theme = Theme::dark};
@@ -230,6 +236,7 @@ private Q_SLOTS:
             f.store.answer = std::unexpected(LessonScheduleError(Failure{u"the service is away"_s}));
         }
         const auto view = f.pictured();
+        view->setLayoutDirection(scene.direction);
         if (scene.isAllToday) {
             showAllToday(*view);
         }
@@ -579,6 +586,8 @@ private Q_SLOTS:
         QCOMPARE(error->textFormat(), Qt::PlainText);
         QVERIFY(error->wordWrap());
         QVERIFY(view->sizeHint().height() > height);
+        // As high as its text is on the width that it has, and no higher.
+        QCOMPARE(view->sizeHint().height() - height, error->heightForWidth(320 - 2 * 12) + 10);
         f.store.answer = fullDay();
         spawn(f.model->reloadLessons());
         f.clock.advance(Seconds{0});
@@ -648,7 +657,7 @@ private Q_SLOTS:
         f.settings.setHasCompletedWelcome(true);
         const auto view = f.shown();
         QCoreApplication::processEvents();
-        QVERIFY(f.opened.empty());
+        QVERIFY(f.opened.empty() && f.openedBeside.empty());
     }
 
     void untilSetupWasCompletedEachAppearanceBringsItForward()
@@ -656,11 +665,11 @@ private Q_SLOTS:
         Fixture f;
         const auto view = f.shown();
         QCoreApplication::processEvents();
-        QCOMPARE(f.opened, std::vector{windowNames::setup()});
+        QCOMPARE(f.openedBeside, std::vector{windowNames::setup()});
         view->hide();
         view->show();
         QCoreApplication::processEvents();
-        QCOMPARE(f.opened.size(), std::size_t{2});
+        QCOMPARE(f.openedBeside.size(), std::size_t{2});
         QVERIFY(!f.settings.hasCompletedWelcome());
     }
 

@@ -6,6 +6,7 @@
 #include "Corvane/Look/DateTimePicker.h"
 #include "Corvane/Look/ElidedText.h"
 #include "Corvane/Look/Fields.h"
+#include "Corvane/Look/Look.h"
 #include "Corvane/Settings/AppSettings.h"
 #include "Corvane/Settings/ManualLessonList.h"
 #include "Corvane/Settings/NotificationDurationOption.h"
@@ -846,8 +847,10 @@ private Q_SLOTS:
     void itFollowsTheDesktopsColoursAndFontWhileItIsShown()
     {
         const Room room(sampleLessons());
-        (void)column(room, 620);
+        room.show();
         pictures::prepareApplication(Theme::dark, 1.5);
+        QTRY_COMPARE(room.studentName()->font(), look::font(look::TextStyle::body));
+        room.view->hide(); // what is seen on the screen also has the mark of the keyboard
         const QImage followed = column(room, 620);
         const Room fresh(sampleLessons());
         QVERIFY(followed == column(fresh, 620));
