@@ -164,8 +164,8 @@ void Button::paintEvent(QPaintEvent *)
     if (m_kind == Kind::plain && !m_keys.isEmpty()) {
         painter.setPen(color(Ink::secondary, palette()));
         painter.drawText(rect().adjusted(control::rowInset, 0, -control::rowInset, 0),
-                         (isLeftToRight() ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
-                             Qt::AlignVCenter | Qt::TextSingleLine,
+                         static_cast<int>(isLeftToRight() ? Qt::AlignRight : Qt::AlignLeft) |
+                             Qt::AlignAbsolute | Qt::AlignVCenter | Qt::TextSingleLine,
                          m_keys);
     }
 
@@ -252,7 +252,9 @@ void Switch::paintEvent(QPaintEvent *)
     painter.setFont(font());
     painter.setPen(color(Ink::primary, palette()));
     // The text at the beginning of the line, the switch at its end, as in a list of settings.
-    painter.drawText(rect(), Qt::AlignVCenter | (isLeftToRight() ? Qt::AlignLeft : Qt::AlignRight), text());
+    painter.drawText(rect(),
+                     static_cast<int>(isLeftToRight() ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter,
+                     text());
 
     const QSize knob = knobArea();
     const QRectF track(isLeftToRight() ? width() - knob.width() : 0, (height() - knob.height()) / 2.0,
