@@ -3,17 +3,9 @@
 
 #include "Corvane/Services/MenuBarViewModel.h"
 
-#include "Corvane/Services/WorkflowTransitionScheduler.h"
-#include "Corvane/Utilities/Spawn.h"
-#include "tests/support/FakeLoginItem.h"
-#include "tests/support/ManualClock.h"
-#include "tests/support/Recording.h"
-#include "tests/support/Samples.h"
-#include "tests/support/ScriptedScheduleStore.h"
-#include "tests/support/TemporarySettings.h"
+#include "tests/support/ViewModelFixture.h"
 
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace corvane;
@@ -21,34 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Fixture {
-    explicit Fixture(const char *time) : clock(at(time)) {}
-
-    ManualClock clock;
-    QTemporaryDir library;
-    TemporarySettings temporary;
-    FakeLoginItem loginItem;
-    AppSettings settings{temporary.store(), temporary.store(), loginItem};
-    DebugLogService logger{library.path()};
-    ScriptedScheduleStore store;
-    RecordingPresenter presenter;
-    WorkflowTransitionScheduler scheduler;
-    SystemDateProvider dateProvider;
-    std::unique_ptr<MenuBarViewModel> model = std::make_unique<MenuBarViewModel>(
-        AppEnvironment{.scheduleStore = store,
-                       .workflowEngine = LessonWorkflowEngine(dateProvider),
-                       .notificationPresenter = presenter,
-                       .scheduler = scheduler,
-                       .dateProvider = dateProvider,
-                       .debugLogger = logger,
-                       .settings = settings});
-
-    void start(std::vector<Lesson> lessons)
-    {
-        store.answer = std::move(lessons);
-        spawn(model->start());
-        clock.advance(Seconds{0});
-    }
+struct Fixture : ViewModelFixture {
+    using ViewModelFixture::ViewModelFixture;
 
     [[nodiscard]] QStringList presentedMessages() const
     {
