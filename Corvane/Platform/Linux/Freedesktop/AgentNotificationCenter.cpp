@@ -141,8 +141,8 @@ struct AgentNotificationCenter::Link {
 
     static QCoro::Task<std::expected<QStringList, Failure>> pending(std::shared_ptr<Link> link)
     {
-        const auto answer = co_await ask(
-            link, [](NotificationAgentProxy &agent) -> QDBusPendingCall { return agent.PendingRequests(); });
+        const Call call = [](NotificationAgentProxy &agent) { return agent.PendingRequests(); };
+        const auto answer = co_await ask(link, call);
         if (!answer) {
             co_return std::unexpected(answer.error());
         }
@@ -174,7 +174,7 @@ QCoro::Task<std::expected<QStringList, Failure>> AgentNotificationCenter::pendin
 QCoro::Task<std::expected<void, Failure>>
 AgentNotificationCenter::removePendingNotificationRequests(QStringList identifiers)
 {
-    return Link::tell(m_link, [identifiers](NotificationAgentProxy &agent) -> QDBusPendingCall {
+    return Link::tell(m_link, [identifiers](NotificationAgentProxy &agent) {
         return agent.RemovePendingRequests(identifiers);
     });
 }
@@ -187,12 +187,13 @@ QCoro::Task<std::expected<void, Failure>> AgentNotificationCenter::add(Notificat
     if (!fireDate || !expirationDate) {
         co_return std::unexpected(Failure{u"the date of a notification is out of reach"_s});
     }
-    co_return co_await Link::tell(m_link,
-                                  [request, fire = *fireDate, expiration = *expirationDate](
-                                      NotificationAgentProxy &agent) -> QDBusPendingCall {
-                                      return agent.Add(request.identifier, request.title, request.body,
-                                                       request.categoryIdentifier, fire, expiration);
-                                  });
+    // Not made in the wait itself: GCC 12 destroys what a closure holds there twice.
+    const Link::Call call = [request, fire = *fireDate,
+                             expiration = *expirationDate](NotificationAgentProxy &agent) {
+        return agent.Add(request.identifier, request.title, request.body, request.categoryIdentifier, fire,
+                         expiration);
+    };
+    co_return co_await Link::tell(m_link, call);
 }
 
 } // namespace corvane
