@@ -110,6 +110,24 @@ private Q_SLOTS:
         QCOMPARE(pending(), QStringList());
     }
 
+    void anEndlessTextIsNoneTheLessARequest()
+    {
+        const QString endless(1'000'000, u'x');
+        NotificationRequest pages = request(QStringLiteral("long.") + endless);
+        pages.body = endless;
+        QVERIFY(add(pages));
+        QVERIFY(add(pages));
+        QVERIFY(add(request(QStringLiteral("long.") + endless + u'y')));
+        const QStringList both = pending();
+        QCOMPARE(both.size(), 2);
+        QVERIFY(both[0].startsWith(QStringLiteral("long.xxx")) &&
+                both[1].startsWith(QStringLiteral("long.xxx")));
+        QVERIFY(remove({both[0]}));
+        QCOMPARE(pending(), QStringList{both[1]});
+        QVERIFY(remove({both[1]}));
+        QCOMPARE(pending(), QStringList());
+    }
+
     void aRequestIsPendingUntilItsMoment()
     {
         const NotificationRequest soon = request(QStringLiteral("soon"), 1.5);

@@ -13,6 +13,7 @@
 
 #include <qcoro/qcorodbuspendingcall.h>
 
+#include <QCryptographicHash>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <QDBusPendingReply>
@@ -45,6 +46,26 @@ std::optional<qint64> wholeSeconds(double seconds)
         return std::nullopt;
     }
     return static_cast<qint64>(seconds);
+}
+
+/// What the agent is given of a text: it takes no endless ones, and nobody reads a notification of pages,
+/// such as a calendar that means harm can ask for.
+QString readablePart(const QString &text)
+{
+    constexpr qsizetype longest = 2000;
+    return text.size() <= longest ? text : text.first(longest - 1) + u'…';
+}
+
+/// What the agent knows a request by: its identifier, or of an endless one the beginning and a digest of all
+/// of it. Given such a short form it gives that back, so that what is answered as pending can be taken back.
+QString agentIdentifier(const QString &identifier)
+{
+    constexpr qsizetype longest = 2000;
+    if (identifier.size() <= longest) {
+        return identifier;
+    }
+    const QByteArray digest = QCryptographicHash::hash(identifier.toUtf8(), QCryptographicHash::Sha256);
+    return identifier.first(longest - 100) + u'…' + QString::fromLatin1(digest.toHex());
 }
 
 /// Whether this error of a call means that there is no notification server and that none can be started.
@@ -174,6 +195,9 @@ QCoro::Task<std::expected<QStringList, Failure>> AgentNotificationCenter::pendin
 QCoro::Task<std::expected<void, Failure>>
 AgentNotificationCenter::removePendingNotificationRequests(QStringList identifiers)
 {
+    for (QString &identifier : identifiers) {
+        identifier = agentIdentifier(identifier);
+    }
     return Link::tell(m_link, [identifiers](NotificationAgentProxy &agent) {
         return agent.RemovePendingRequests(identifiers);
     });
@@ -190,8 +214,8 @@ QCoro::Task<std::expected<void, Failure>> AgentNotificationCenter::add(Notificat
     // Not made in the wait itself: GCC 12 destroys what a closure holds there twice.
     const Link::Call call = [request, fire = *fireDate,
                              expiration = *expirationDate](NotificationAgentProxy &agent) {
-        return agent.Add(request.identifier, request.title, request.body, request.categoryIdentifier, fire,
-                         expiration);
+        return agent.Add(agentIdentifier(request.identifier), readablePart(request.title),
+                         readablePart(request.body), request.categoryIdentifier, fire, expiration);
     };
     co_return co_await Link::tell(m_link, call);
 }
