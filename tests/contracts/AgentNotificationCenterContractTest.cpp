@@ -3,11 +3,15 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/AgentNotificationCenter.h"
 
+#include "Corvane/Notifications/SystemNotificationScheduler.h"
 #include "tests/agent/AgentRoom.h"
 #include "tests/agent/RecordingServer.h"
 #include "tests/contracts/UserNotificationCenterContract.h"
+#include "tests/support/EventLoopWatch.h"
+#include "tests/support/Samples.h"
 
-#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
 
 #include <memory>
 
@@ -70,6 +74,39 @@ private Q_SLOTS:
                     .has_value());
         m_center.reset();
         QTRY_COMPARE_WITH_TIMEOUT(m_server->shownWith(u"later"_s), 1, 5000);
+    }
+
+    void aFullDayIsReplacedWithoutHoldingTheProgramUp()
+    {
+        const QTemporaryDir library;
+        DebugLogService logger(library.path());
+        SystemNotificationScheduler scheduler(*m_center, logger, u"quillet.backup."_s);
+        std::vector<Lesson> day;
+        const Date first = dateSince1970(std::ceil(secondsSince1970(currentDate()))) + minutes(60);
+        for (int number = 0; number < 30; ++number) {
+            day.push_back(
+                sampleLesson(u"Student %1"_s.arg(number), first + minutes(30 * number), minutes(25)));
+        }
+        EventLoopWatch watch;
+        QElapsedTimer timer;
+        timer.start();
+        QCoro::waitFor(scheduler.scheduleBackupNotifications(day));
+        const auto added = timer.restart();
+        for (Lesson &lesson : day) {
+            lesson.startTime += minutes(5);
+        }
+        QCoro::waitFor(scheduler.scheduleBackupNotifications(day));
+        const auto replaced = timer.elapsed();
+        qInfo("150 requests added in %lld ms, replaced in %lld ms, longest gap of the event loop %.0f ms",
+              added, replaced, watch.longestGap() * 1e3);
+        QCOMPARE(logger.latestLines().size(), 2);
+        QVERIFY2(logger.latestLines().last().endsWith(u"scheduled system backup notifications lessons=30"_s),
+                 qPrintable(logger.latestLines().last()));
+        const auto pending = QCoro::waitFor(m_center->pendingNotificationRequests());
+        QVERIFY(pending.has_value());
+        QCOMPARE(pending->size(), 150);
+        QVERIFY2(added < 20000 && replaced < 20000, qPrintable(QString::number(replaced)));
+        QVERIFY2(watch.longestGap() < 0.25, qPrintable(QString::number(watch.longestGap())));
     }
 
 private:

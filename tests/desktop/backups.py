@@ -18,7 +18,7 @@ import signal
 import time
 import unittest
 
-from quillet_desktop import Desktop, event, poll, report_lateness
+from quillet_desktop import Desktop, calendar, event, poll, report_lateness
 
 AGENT = "com.ordwinsoftware.Quillet.NotificationAgent"
 AGENT_PROGRAM = "quillet-notification-agent"
@@ -57,6 +57,10 @@ class BackupDesktop(Desktop):
         self.listener.terminate()
         self.listener.wait()
         super().__exit__(kind, problem, trace)
+
+    def write_lessons(self, *events):
+        """A calendar file in place of the earlier one, as the next reload finds it."""
+        self.write_folder_calendar("lessons.ics", calendar(*events))
 
     def notifications(self):
         found = []
@@ -121,18 +125,18 @@ class Backups(unittest.TestCase):
             poll("the agent's end", lambda: desktop.processes(AGENT_PROGRAM) == [], 10)
 
     def backupsFollowTheCalendar(self):
-        with BackupDesktop() as desktop:
+        with BackupDesktop(calendar_service=False) as desktop:
             start = math.ceil(time.time()) + 3600
-            desktop.write_system_calendar(event("Zoom - Anna", start, start + 1500, uid="lesson"))
+            desktop.write_lessons(event("Zoom - Anna", start, start + 1500, uid="lesson"))
             program = desktop.start_quillet()
             program.wait_for("^scheduled system backup notifications lessons=1$")
             self.assertEqual(sorted(desktop.pending()), sorted(identifiers(start, "Anna")))
             # The lesson moves: its backups are replaced with the next reload.
-            desktop.write_system_calendar(event("Zoom - Anna", start + 600, start + 2100, uid="lesson"))
+            desktop.write_lessons(event("Zoom - Anna", start + 600, start + 2100, uid="lesson"))
             program.wait_for("^scheduled system backup notifications lessons=1$", 75, count=2)
             self.assertEqual(sorted(desktop.pending()), sorted(identifiers(start + 600, "Anna")))
             # It is called off: with nothing left to keep the agent ends.
-            desktop.write_system_calendar()
+            desktop.write_lessons()
             program.wait_for("^scheduled system backup notifications lessons=0$", 75)
             poll("the agent's end", lambda: desktop.processes(AGENT_PROGRAM) == [], 60, 0.5)
             self.assertEqual(desktop.notifications(), [])
@@ -153,7 +157,7 @@ class Backups(unittest.TestCase):
                   flush=True)
             self.assertEqual([found[0].title, found[0].body], ["Quillet: 1 minute", "Anna starts in 1 minute."])
             self.assertGreaterEqual(found[0].time, start - 60)
-            desktop.picture().save("banner-and-backup")
+            desktop.wait_until_shown(banner, "banner-and-backup")
             banner = program.wait_for_banner(3, 40)
             self.assertEqual(banner.state, "joinPlatform")
             poll("the next backup", lambda: len(desktop.notifications()) > 1, 3)
@@ -171,16 +175,16 @@ class Backups(unittest.TestCase):
             self.assertEqual(program.quit(), 0)
 
     def anAgentThatHangsDelaysNoBanner(self):
-        with BackupDesktop() as desktop:
+        with BackupDesktop(calendar_service=False) as desktop:
             start = math.ceil(time.time()) + 3600
-            desktop.write_system_calendar(event("Zoom - Anna", start, start + 1500))
+            desktop.write_lessons(event("Zoom - Anna", start, start + 1500))
             program = desktop.start_quillet()
             first = program.wait_for("^scheduled system backup notifications lessons=1$")
             (agent,) = desktop.processes(AGENT_PROGRAM)
             os.kill(agent, signal.SIGSTOP)
             # Found by the reload of the next minute, whose backups then hang while the lesson comes near.
             start = math.ceil(first.time + 60) + 65
-            desktop.write_system_calendar(event("Zoom - Ben", start, start + 1500))
+            desktop.write_lessons(event("Zoom - Ben", start, start + 1500))
             poll("the prepare banner", lambda: len(program.banners()) >= 1, 75, 0.5)
             banner = program.wait_for_banner(2, 40)
             report_lateness("hanging-agent", banner, start - 60)
