@@ -282,6 +282,7 @@ private Q_SLOTS:
         m_room->startAgent();
         const PendingRequest due = request(u"Anna"_s, AgentRoom::now());
         QVERIFY(isReply(m_room->add(due)));
+        QTRY_COMPARE_WITH_TIMEOUT(server->asked, 1, patience);
         QCOMPARE(m_room->pending(), QStringList{due.identifier});
         server->leave();
         RecordingServer next(m_room->bus().address(), plain);
