@@ -145,9 +145,9 @@ private Q_SLOTS:
     {
         QElapsedTimer timer;
         timer.start();
-        QCOMPARE(flood(10'000, [](int i) { return QString::number(i); }), 0);
-        qInfo() << "ms to add ten thousand requests" << timer.elapsed();
+        sendWithoutAnswers(10'000, [](int i) { return QString::number(i); });
         QCOMPARE(m_room->pending().size(), 10'000);
+        qInfo() << "ms to add ten thousand requests" << timer.elapsed();
         QCOMPARE(m_room->add(request(u"one more"_s)).errorName(),
                  u"org.freedesktop.DBus.Error.LimitsExceeded"_s);
         // One of them may still be replaced.
@@ -185,24 +185,30 @@ private Q_SLOTS:
         const int size = floodSize();
         QElapsedTimer timer;
         timer.start();
-        m_peak = {};
-        const qint64 process = m_room->ownerProcess();
-        const PendingRequest sample = request({});
-        for (int i = 0; i < size; ++i) {
-            m_room->connection().send(
-                m_room->message(u"Add"_s, {u"one"_s, sample.title, sample.body, sample.categoryIdentifier,
-                                           sample.fireDate, sample.expirationDate}));
-            if (i % 1000 == 0) {
-                look(process);
-            }
-        }
+        sendWithoutAnswers(size, [](int) { return u"one"_s; });
         QCOMPARE(m_room->pending(), QStringList{u"one"_s});
-        look(process);
+        look(m_room->ownerProcess());
         tell(size, timer);
         QVERIFY(m_peak.isPrivate < mostMemory);
     }
 
 private:
+    template <typename Name>
+    void sendWithoutAnswers(int count, Name name)
+    {
+        m_peak = {};
+        const qint64 process = m_room->ownerProcess();
+        const PendingRequest sample = request({});
+        for (int i = 0; i < count; ++i) {
+            m_room->connection().send(
+                m_room->message(u"Add"_s, {name(i), sample.title, sample.body, sample.categoryIdentifier,
+                                           sample.fireDate, sample.expirationDate}));
+            if (i % 1000 == 0) {
+                look(process);
+            }
+        }
+    }
+
     // Sends so many requests without waiting for each answer; how many were refused.
     template <typename Name>
     int flood(int count, Name name, const PendingRequest &sample = request({}))
