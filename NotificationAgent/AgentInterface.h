@@ -21,14 +21,12 @@ class AgentInterface final : public QObject, protected QDBusContext {
 
 public:
     static constexpr qsizetype mostRequests = 10'000;
-    /// In UTF-16 code units.
+    // In UTF-16 code units.
     static constexpr qsizetype longestText = 4096;
     static constexpr qsizetype longestIdentifier = 8192;
-    static constexpr qint64 mostText = qint64{8} * 1024 * 1024;
-    /// Of one call.
-    static constexpr qsizetype mostIdentifiers = 2 * mostRequests;
-    /// The last second of the year 9999.
-    static constexpr qint64 latestDate = 253'402'300'799;
+    static constexpr qint64 mostText = qint64{2} * 1024 * 1024;    ///< of all requests together
+    static constexpr qsizetype mostIdentifiers = 2 * mostRequests; ///< of one call
+    static constexpr qint64 latestDate = 253'402'300'799;          ///< the last second of the year 9999
 
     /// `keeper` is borrowed; `log` takes a line.
     AgentInterface(RequestKeeper &keeper, std::function<void(const QString &)> log,

@@ -56,7 +56,7 @@ private Q_SLOTS:
             const qint64 now = AgentRoom::now();
             bool isKept = false;
             watch(u"Add"_s, {name, name, u"b"_s, u"c"_s, now, now + 600}, isKept);
-            killAfterAWhile(8'000);
+            killAfterAWhile(20'000);
             const int before = server.shownWith(name);
             QVERIFY(isWhole());
             m_room->startAgent();
@@ -99,7 +99,7 @@ private Q_SLOTS:
             }
             bool isRemoved = false;
             watch(u"RemovePendingRequests"_s, {before}, isRemoved);
-            killAfterAWhile(15'000);
+            killAfterAWhile(30'000);
             QVERIFY(isWhole());
             m_room->startAgent();
             const QStringList now = m_room->pending();

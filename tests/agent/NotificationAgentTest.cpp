@@ -8,7 +8,7 @@
 
 #include <signal.h>
 
-#include <QDBusInterface>
+#include <QDBusVariant>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -282,6 +282,7 @@ private Q_SLOTS:
         m_room->startAgent();
         const PendingRequest due = request(u"Anna"_s, AgentRoom::now());
         QVERIFY(isReply(m_room->add(due)));
+        QTRY_COMPARE_WITH_TIMEOUT(server->asked, 1, patience);
         QCOMPARE(m_room->pending(), QStringList{due.identifier});
         server->leave();
         RecordingServer next(m_room->bus().address(), plain);
@@ -330,9 +331,15 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(m_room->isNameOwned(u"org.freedesktop.Notifications"_s), patience);
         m_room->startAgent();
         QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now() + 1))));
-        QDBusInterface control(u"org.freedesktop.Notifications"_s, u"/org/freedesktop/Notifications"_s,
-                               u"org.dunstproject.cmd0"_s, m_room->connection());
-        QTRY_COMPARE_WITH_TIMEOUT(control.property("displayedLength").toInt(), 1, patience);
+        const auto displayed = [this] {
+            auto call = QDBusMessage::createMethodCall(u"org.freedesktop.Notifications"_s,
+                                                       u"/org/freedesktop/Notifications"_s,
+                                                       u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+            call << u"org.dunstproject.cmd0"_s << u"displayedLength"_s;
+            const QDBusMessage answer = m_room->connection().call(call, QDBus::Block, patience);
+            return answer.arguments().value(0).value<QDBusVariant>().variant().toInt();
+        };
+        QTRY_COMPARE_WITH_TIMEOUT(displayed(), 1, patience);
         QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 0, patience);
         QVERIFY(m_room->log().contains(u"notification delivered"_s));
         daemon.kill();

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDBusContext>
 #include <QDBusMessage>
 #include <QDateTime>
@@ -39,16 +40,26 @@ public:
         , m_bus(QDBusConnection::connectToBus(busAddress, m_name))
         , m_capabilities(std::move(capabilities))
     {
-        if (!m_bus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), this,
-                                  QDBusConnection::ExportAllSlots) ||
-            !m_bus.registerService(QStringLiteral("org.freedesktop.Notifications"))) {
+        // The name of one that has just left may still be on its way back.
+        const bool isThere =
+            m_bus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), this,
+                                 QDBusConnection::ExportAllSlots) &&
+            m_bus.interface()->registerService(QStringLiteral("org.freedesktop.Notifications"),
+                                               QDBusConnectionInterface::QueueService) !=
+                QDBusConnectionInterface::ServiceNotRegistered;
+        if (!isThere) {
             qFatal("the recording server does not come up");
         }
     }
     ~RecordingServer() override { leave(); }
 
     /// Goes, without an answer to what is open.
-    void leave() { QDBusConnection::disconnectFromBus(m_name); }
+    void leave()
+    {
+        // The connection ends with its last reference.
+        m_bus = QDBusConnection(QString());
+        QDBusConnection::disconnectFromBus(m_name);
+    }
 
     [[nodiscard]] int shownWith(const QString &summary) const
     {
@@ -61,11 +72,13 @@ public:
 
     Behaviour behaviour = Behaviour::shows;
     bool isAsleep = false; ///< does not even tell its capabilities
+    int asked = 0;         ///< how often it was asked for its capabilities
     std::vector<Shown> shown;
 
 public Q_SLOTS:
     QStringList GetCapabilities()
     {
+        ++asked;
         if (isAsleep) {
             setDelayedReply(true);
         }
