@@ -28,8 +28,10 @@ QString signature(const std::vector<Lesson> &lessons)
 } // namespace
 
 SystemNotificationScheduler::SystemNotificationScheduler(UserNotificationCenter &center,
-                                                         DebugLogService &logger, QString identifierPrefix)
-    : m_center(center)
+                                                         DebugLogService &logger, QString identifierPrefix,
+                                                         QObject *parent)
+    : QObject(parent)
+    , m_center(center)
     , m_logger(logger)
     , m_identifierPrefix(std::move(identifierPrefix))
 {
@@ -42,54 +44,77 @@ QCoro::Task<void> SystemNotificationScheduler::scheduleBackupNotifications(std::
     if (m_lastScheduleSignature == newSignature) {
         co_return;
     }
-    const auto granted = co_await m_center.requestAuthorization();
-    if (!granted) {
-        logFailure(granted.error());
+    const Self self(this);
+    const auto replaced = co_await replacePending(self, lessons);
+    if (self == nullptr) {
         co_return;
     }
-    if (!*granted) {
+    if (!replaced) {
+        log(u"system notification scheduling failed error="_s + replaced.error().localizedDescription);
+        co_return;
+    }
+    if (!*replaced) {
         log(u"system notification permission was not granted"_s);
-        co_return;
-    }
-    const auto removed = co_await removePending();
-    if (!removed) {
-        logFailure(removed.error());
-        co_return;
-    }
-    const auto added = co_await add(lessons);
-    if (!added) {
-        logFailure(added.error());
         co_return;
     }
     m_lastScheduleSignature = newSignature;
     log(u"scheduled system backup notifications lessons="_s + QString::number(lessons.size()));
 }
 
-QCoro::Task<std::expected<void, Failure>> SystemNotificationScheduler::removePending()
+/// Whether notifications are granted; those of `lessons` are then in the place of the earlier ones.
+QCoro::Task<std::expected<bool, Failure>>
+SystemNotificationScheduler::replacePending(Self self, std::vector<Lesson> lessons)
 {
-    const auto pending = co_await m_center.pendingNotificationRequests();
+    const auto granted = co_await self->m_center.requestAuthorization();
+    if (!granted || !*granted) {
+        co_return granted;
+    }
+    const auto removed = co_await removePending(self);
+    if (!removed) {
+        co_return std::unexpected(removed.error());
+    }
+    const auto added = co_await add(self, lessons);
+    if (!added) {
+        co_return std::unexpected(added.error());
+    }
+    co_return true;
+}
+
+QCoro::Task<std::expected<void, Failure>> SystemNotificationScheduler::removePending(Self self)
+{
+    if (self == nullptr) {
+        co_return {};
+    }
+    const auto pending = co_await self->m_center.pendingNotificationRequests();
     if (!pending) {
         co_return std::unexpected(pending.error());
     }
+    if (self == nullptr) {
+        co_return {};
+    }
     QStringList own;
     for (const QString &identifier : *pending) {
-        if (identifier.startsWith(m_identifierPrefix)) {
+        if (identifier.startsWith(self->m_identifierPrefix)) {
             own.append(identifier);
         }
     }
-    co_return co_await m_center.removePendingNotificationRequests(own);
+    co_return co_await self->m_center.removePendingNotificationRequests(own);
 }
 
-QCoro::Task<std::expected<void, Failure>> SystemNotificationScheduler::add(std::vector<Lesson> lessons)
+QCoro::Task<std::expected<void, Failure>> SystemNotificationScheduler::add(Self self,
+                                                                           std::vector<Lesson> lessons)
 {
     for (const Lesson &lesson : lessons) {
-        const auto requests = backupNotifications(lesson, m_identifierPrefix);
+        if (self == nullptr) {
+            co_return {};
+        }
+        const auto requests = backupNotifications(lesson, self->m_identifierPrefix);
         for (const NotificationRequest &request : requests) {
             // The clock goes on while the earlier ones are being added.
-            if (!(request.fireDate > currentDate())) {
+            if (self == nullptr || !(request.fireDate > currentDate())) {
                 continue;
             }
-            const auto added = co_await m_center.add(request);
+            const auto added = co_await self->m_center.add(request);
             if (!added) {
                 co_return std::unexpected(added.error());
             }
@@ -101,11 +126,6 @@ QCoro::Task<std::expected<void, Failure>> SystemNotificationScheduler::add(std::
 void SystemNotificationScheduler::log(const QString &message)
 {
     m_logger.log(message, currentDate());
-}
-
-void SystemNotificationScheduler::logFailure(const Failure &failure)
-{
-    log(u"system notification scheduling failed error="_s + failure.localizedDescription);
 }
 
 } // namespace corvane

@@ -9,6 +9,8 @@
 
 #include <qcoro/qcorotask.h>
 
+#include <QObject>
+#include <QPointer>
 #include <QString>
 
 #include <optional>
@@ -20,13 +22,15 @@ namespace corvane {
 /// remaining step of each remaining lesson to something that outlives the program. They come whether Quillet
 /// runs by then or not, and nothing takes them back when it quits.
 ///
-/// Main thread only. It outlives its runs, and so do the services handed in.
-class SystemNotificationScheduler {
+/// Main thread only. A run that is under way when the scheduler goes does nothing more.
+class SystemNotificationScheduler final : public QObject {
+    Q_OBJECT
+
 public:
     /// `center` and `logger` are borrowed. Each request gets an identifier that begins with
     /// `identifierPrefix`, and no other request is ever taken back.
     SystemNotificationScheduler(UserNotificationCenter &center, DebugLogService &logger,
-                                QString identifierPrefix);
+                                QString identifierPrefix, QObject *parent = nullptr);
 
     /// Puts the notifications of `lessons`, all of today's, in the place of those that are pending. Does
     /// nothing when the same lessons were scheduled last. Called by the view model after each reload; never
@@ -35,10 +39,11 @@ public:
     QCoro::Task<void> scheduleBackupNotifications(std::vector<Lesson> lessons);
 
 private:
-    QCoro::Task<std::expected<void, Failure>> removePending();
-    QCoro::Task<std::expected<void, Failure>> add(std::vector<Lesson> lessons);
+    using Self = QPointer<SystemNotificationScheduler>;
+    static QCoro::Task<std::expected<bool, Failure>> replacePending(Self self, std::vector<Lesson> lessons);
+    static QCoro::Task<std::expected<void, Failure>> removePending(Self self);
+    static QCoro::Task<std::expected<void, Failure>> add(Self self, std::vector<Lesson> lessons);
     void log(const QString &message);
-    void logFailure(const Failure &failure);
 
     UserNotificationCenter &m_center;
     DebugLogService &m_logger;

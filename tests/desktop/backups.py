@@ -5,6 +5,7 @@
 own notification daemon at their moments, never early and once, whatever has become of Quillet by then.
 
     backups.py Backups.aKilledQuilletStillLeadsThroughTheLessons
+    backups.py Backups.aNotificationDaemonThatHangsDelaysNeitherABannerNorTheEnd
     backups.py Backups.aRunningQuilletRaisesItsBannerAndTheBackupComesOnce
     backups.py Backups.anAgentThatHangsDelaysNoBanner
     backups.py Backups.backupsFollowTheCalendar
@@ -172,6 +173,20 @@ class Backups(unittest.TestCase):
             program.wait_for("^system notification permission was not granted$")
             self.assertEqual(program.wait_for_banner().state, "prepare")
             self.assertEqual(desktop.processes(AGENT_PROGRAM), [])
+            self.assertEqual(program.quit(), 0)
+
+    def aNotificationDaemonThatHangsDelaysNeitherABannerNorTheEnd(self):
+        with BackupDesktop() as desktop:
+            start = math.ceil(time.time()) + 150
+            desktop.write_system_calendar(event("Zoom - Anna", start, start + 1500))
+            os.kill(desktop.pid_of("notifications"), signal.SIGSTOP)
+            program = desktop.start_quillet()
+            loaded = program.wait_for("^calendar reload success ")
+            banner = program.wait_for_banner()
+            self.assertEqual(banner.state, "prepare")
+            self.assertLess(banner.fired, loaded.time + 2)
+            # The backups are still under way.
+            self.assertEqual(program.find("^scheduled system backup notifications "), [])
             self.assertEqual(program.quit(), 0)
 
     def anAgentThatHangsDelaysNoBanner(self):

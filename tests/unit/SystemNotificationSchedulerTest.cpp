@@ -477,6 +477,28 @@ private Q_SLOTS:
         QCOMPARE(f.center.identifiers(), allIdentifiers(u"Ben"_s));
     }
 
+    void aSchedulerThatIsGoneIsNotTouchedByItsRun()
+    {
+        // At each of the waits of a run.
+        for (int done = 0; done < 8; ++done) {
+            ManualClock clock(at("09:00:00"));
+            FakeUserNotificationCenter center;
+            {
+                const QTemporaryDir library;
+                DebugLogService logger(library.path());
+                SystemNotificationScheduler scheduler(center, logger, u"quillet.backup."_s);
+                center.hold();
+                spawn(scheduler.scheduleBackupNotifications({anna()}));
+                for (int i = 0; i < done; ++i) {
+                    center.releaseOne();
+                }
+            }
+            QCOMPARE(center.calls.size(), done + 1);
+            center.release();
+            QCOMPARE(center.calls.size(), done + 1);
+        }
+    }
+
     void theRequestsOutliveTheScheduler()
     {
         ManualClock clock(at("09:00:00"));
