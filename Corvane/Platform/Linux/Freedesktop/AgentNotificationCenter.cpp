@@ -115,11 +115,12 @@ struct AgentNotificationCenter::Link {
             co_return std::unexpected(noSessionBus());
         }
         if (!link->agent) {
+            const Pending<bool> reaching = link->reaching.value_or(Pending<bool>());
             if (!link->reaching) {
-                link->reaching.emplace();
+                link->reaching = reaching;
+                // The answer may have come, and it be reset, when this returns.
                 spawn(makeAgent(link));
             }
-            const Pending<bool> reaching = *link->reaching;
             co_await reaching.until(QDeadlineTimer(QDeadlineTimer::Forever));
         }
         if (!link->agent || !link->bus.isConnected()) {
