@@ -34,13 +34,18 @@ namespace {
 constexpr std::chrono::milliseconds lockPatience = 5s;
 constexpr std::chrono::milliseconds lockInterval = 20ms;
 
+LoginEntry userLoginEntry()
+{
+    return {QCoreApplication::applicationFilePath(), LoginEntry::userConfigHome()};
+}
+
 /// All that the agent consists of. Made once the lock is held, since it reads the queue.
 struct Agent {
     Agent(const QDBusConnection &bus, const AgentLog &agentLog)
         : log([&agentLog](const QString &line) { agentLog.log(line); })
         , connection(bus)
         , file(RequestFile::userPath())
-        , loginEntry(QCoreApplication::applicationFilePath(), LoginEntry::userConfigHome())
+        , loginEntry(userLoginEntry())
         , server(bus, sound, {})
         , keeper(file, loginEntry, clock, server, log)
         , interface(keeper, log)
@@ -95,9 +100,16 @@ void launch(QueueLock &lock, const QDeadlineTimer &deadline, const QDBusConnecti
 
 /// At login: when something is pending, has the bus start the agent, so that it is looked after like one that
 /// a program has called; what cannot be started so goes on here.
-void launchAtLogin(const QDBusConnection &bus, const std::function<void()> &launchHere)
+void launchAtLogin(QueueLock &lock, const QDBusConnection &bus, const AgentLog &log,
+                   const std::function<void()> &launchHere)
 {
     if (RequestFile(RequestFile::userPath()).isEmpty()) {
+        // An agent that was killed left its entry there. One that lives sees to its entry itself.
+        if (lock.tryLock() == QueueLock::Attempt::locked) {
+            if (const auto removed = userLoginEntry().setPresent(false); !removed) {
+                log.log(u"login entry "_s + removed.error());
+            }
+        }
         QCoreApplication::exit(0);
         return;
     }
@@ -139,7 +151,7 @@ int main(int argc, char *argv[])
     // On the loop's first turn: exit() has no effect before the loop runs.
     QTimer::singleShot(0, &application, [&] {
         if (QCoreApplication::arguments().contains(u"--login"_s)) {
-            launchAtLogin(bus, launchHere);
+            launchAtLogin(lock, bus, log, launchHere);
         } else {
             launchHere();
         }

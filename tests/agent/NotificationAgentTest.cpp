@@ -134,6 +134,19 @@ private Q_SLOTS:
         QVERIFY(timer.elapsed() < 3000);
     }
 
+    void atLoginWithNothingPendingAnEntryThatWasLeftGoes()
+    {
+        RecordingServer server(m_room->bus().address(), plain);
+        m_room->startAgent();
+        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 0, patience);
+        m_room->killAgent();
+        QVERIFY(QFile::exists(m_room->entryPath()));
+        m_room->launchAgent({u"--login"_s});
+        QVERIFY(m_room->agent().waitForFinished(patience));
+        QVERIFY(!QFile::exists(m_room->entryPath()));
+    }
+
     void atLoginWithSomethingPendingItDelivers()
     {
         m_room->startAgent();
