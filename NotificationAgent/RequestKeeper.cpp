@@ -191,20 +191,17 @@ void RequestKeeper::pump()
         return isOver;
     });
     QStringList dropped;
-    std::optional<PendingRequest> due;
-    while ((due = m_queue.firstDue(now, {})) && due->expirationDate <= now) {
-        m_queue.take(due->identifier);
-        m_postponed.remove(due->identifier);
-        drop(*due, "\"its moment is over\"");
-        dropped.append(due->identifier);
+    for (const PendingRequest &request : m_queue.takeExpired(now)) {
+        m_postponed.remove(request.identifier);
+        drop(request, "\"its moment is over\"");
+        dropped.append(request.identifier);
     }
     if (!dropped.isEmpty()) {
         // Should this fail, they are dropped once more when the file is read again.
         (void)strike(dropped);
     }
     if (!m_isServerAbsent) {
-        due = m_queue.firstDue(now, m_postponed);
-        if (due) {
+        if (m_queue.firstDue(now, m_postponed)) {
             m_step = Step::asking;
             m_server.ask();
             return;

@@ -69,6 +69,20 @@ std::optional<PendingRequest> RequestQueue::firstDue(qint64 now, const QSet<QStr
     return std::nullopt;
 }
 
+std::vector<PendingRequest> RequestQueue::takeExpired(qint64 now)
+{
+    std::vector<PendingRequest> expired;
+    while (!m_order.isEmpty()) {
+        const PendingRequest first = m_items.constFind(m_order.first())->request;
+        if (first.fireDate > now || first.expirationDate > now) {
+            break;
+        }
+        take(first.identifier);
+        expired.push_back(first);
+    }
+    return expired;
+}
+
 std::optional<qint64> RequestQueue::nextFireDate(qint64 now) const
 {
     const auto next = m_order.lowerBound({now + 1, 0});

@@ -513,20 +513,20 @@ private Q_SLOTS:
         QVERIFY(!file.readAll().contains("Anna"));
     }
 
-    void tenThousandAreDeliveredInOrder()
+    void thousandsThatComeDueTogetherAreDeliveredInOrder()
     {
         QStringList expected;
-        for (int i = 0; i < 10'000; ++i) {
+        for (int i = 0; i < 2'000; ++i) {
             expected.append(QString::number(i));
             m_keeper->add(request(expected.constLast(), noon + 1 + i, 100'000),
                           [](const std::expected<void, QString> &) {});
         }
-        QTRY_COMPARE(onDisk().size(), 10'000);
+        QTRY_COMPARE(onDisk().size(), 2'000);
         QElapsedTimer timer;
         timer.start();
         m_clock->set(noon + 20'000);
-        QTRY_COMPARE_WITH_TIMEOUT(m_server->handed.size(), 10'000, 60'000);
-        qInfo() << "ms for ten thousand that came due together" << timer.elapsed();
+        QTRY_COMPARE_WITH_TIMEOUT(m_server->handed.size(), 2'000, 60'000);
+        qInfo() << "ms for two thousand that came due together" << timer.elapsed();
         QCOMPARE(m_server->handed, expected);
     }
 

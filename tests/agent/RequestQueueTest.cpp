@@ -76,6 +76,18 @@ private Q_SLOTS:
         QVERIFY(!queue.nextFireDate(20));
     }
 
+    void whatHasExpiredIsTakenOut()
+    {
+        RequestQueue queue;
+        queue.add(request(u"a"_s, 10));
+        queue.add(request(u"b"_s, 20));
+        queue.add(request(u"c"_s, 90));
+        QVERIFY(queue.takeExpired(69).empty());
+        QVERIFY(queue.takeExpired(70) == std::vector{request(u"a"_s, 10)});
+        QVERIFY(queue.takeExpired(89) == std::vector{request(u"b"_s, 20)});
+        QCOMPARE(queue.identifiers(), QStringList{u"c"_s});
+    }
+
     void takingGivesTheRequestOnce()
     {
         RequestQueue queue;
