@@ -88,7 +88,7 @@ struct AgentNotificationCenter::Link {
     /// Made once the bus has answered: its constructor asks the bus for the agent's owner and waits for the
     /// answer, which a bus that hangs would never give.
     std::unique_ptr<NotificationAgentProxy> agent;
-    /// Set while the bus is being asked; tells those who wait for it, in the order in which they came.
+    /// Set while the bus is being asked; tells whether it answered, in the order in which they came to wait.
     std::optional<Pending<bool>> reaching;
 
     Link(QDBusConnection sessionBus, Patience limits) : bus(std::move(sessionBus)), patience(limits) {}
@@ -105,7 +105,7 @@ struct AgentNotificationCenter::Link {
             link->agent->setTimeout(static_cast<int>(link->patience.agent.count()));
         }
         link->reaching.reset();
-        reaching.resolve(true);
+        reaching.resolve(link->agent != nullptr);
     }
 
     /// The agent's answer to `call`, or why there is none.
@@ -121,10 +121,12 @@ struct AgentNotificationCenter::Link {
                 // The answer may have come, and it be reset, when this returns.
                 spawn(makeAgent(link));
             }
-            co_await reaching.until(QDeadlineTimer(QDeadlineTimer::Forever));
+            if (!co_await reaching.until(QDeadlineTimer(QDeadlineTimer::Forever)) || !reaching.value()) {
+                co_return std::unexpected(Failure{u"the session bus does not answer"_s});
+            }
         }
-        if (!link->agent || !link->bus.isConnected()) {
-            co_return std::unexpected(Failure{u"the session bus does not answer"_s});
+        if (!link->bus.isConnected()) {
+            co_return std::unexpected(noSessionBus());
         }
         const QDBusMessage answer = co_await call(*link->agent);
         if (answer.type() != QDBusMessage::ReplyMessage) {
