@@ -32,11 +32,38 @@ struct Symbol {
 };
 
 constexpr std::array symbols{
+    Symbol{.name = u"arrow.clockwise", .file = u"arrow-clockwise", .body = Body::lines},
     Symbol{.name = u"arrow.right.circle.fill", .file = u"arrow-right-circle-fill", .body = Body::cutOut},
+    Symbol{.name = u"bell.badge", .file = u"bell-badge", .body = Body::lines},
+    Symbol{.name = u"bell.badge.fill", .file = u"bell-badge-fill", .body = Body::solid},
     Symbol{.name = u"bell.fill", .file = u"bell-fill", .body = Body::solid},
+    Symbol{.name = u"bolt.fill", .file = u"lightning-fill", .body = Body::solid},
+    Symbol{.name = u"book", .file = u"book", .body = Body::lines},
+    Symbol{.name = u"bubble.left.and.bubble.right.fill", .file = u"chat-left-fill", .body = Body::solid},
+    Symbol{.name = u"calendar", .file = u"calendar3", .body = Body::lines},
     Symbol{.name = u"checkmark.circle.fill", .file = u"check-circle-fill", .body = Body::cutOut},
+    Symbol{.name = u"checkmark.seal.fill", .file = u"patch-check-fill", .body = Body::cutOut},
+    Symbol{.name = u"clock.arrow.circlepath", .file = u"clock-history", .body = Body::lines},
+    Symbol{.name = u"doc.richtext", .file = u"file-earmark-richtext", .body = Body::lines},
     Symbol{
         .name = u"exclamationmark.triangle.fill", .file = u"exclamation-triangle-fill", .body = Body::cutOut},
+    Symbol{.name = u"g.circle.fill", .file = u"g-circle-fill", .body = Body::cutOut},
+    Symbol{.name = u"gearshape.fill", .file = u"gear-fill", .body = Body::solid},
+    Symbol{.name = u"globe.asia.australia.fill", .file = u"globe-asia-australia", .body = Body::solid},
+    Symbol{.name = u"graduationcap.fill", .file = u"mortarboard-fill", .body = Body::solid},
+    Symbol{.name = u"info.circle.fill", .file = u"info-circle-fill", .body = Body::cutOut},
+    Symbol{.name = u"lock.shield.fill", .file = u"shield-lock-fill", .body = Body::cutOut},
+    Symbol{.name = u"magnifyingglass", .file = u"search", .body = Body::lines},
+    Symbol{.name = u"person.2.wave.2.fill", .file = u"people-fill", .body = Body::solid},
+    Symbol{.name = u"person.crop.rectangle.stack.fill", .file = u"person-vcard-fill", .body = Body::cutOut},
+    Symbol{.name = u"plus", .file = u"plus", .body = Body::lines},
+    Symbol{.name = u"questionmark.circle", .file = u"question-circle", .body = Body::lines},
+    Symbol{.name = u"questionmark.circle.fill", .file = u"question-circle-fill", .body = Body::cutOut},
+    Symbol{.name = u"slider.horizontal.3", .file = u"sliders", .body = Body::lines},
+    Symbol{.name = u"square.and.pencil", .file = u"pencil-square", .body = Body::lines},
+    Symbol{.name = u"trash", .file = u"trash", .body = Body::lines},
+    Symbol{.name = u"video.fill", .file = u"camera-video-fill", .body = Body::solid},
+    Symbol{.name = u"wrench.and.screwdriver.fill", .file = u"tools", .body = Body::solid},
     Symbol{.name = u"xmark", .file = u"x-lg", .body = Body::lines},
 };
 

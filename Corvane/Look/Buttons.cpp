@@ -1,0 +1,328 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Look/Buttons.h"
+
+#include "Corvane/Look/Surfaces.h"
+#include "Corvane/Look/Symbols.h"
+
+#include <QFontInfo>
+#include <QFontMetrics>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace corvane::look {
+
+namespace {
+
+constexpr double disabledOpacity = 0.4;
+
+/// How the ground of a control answers to the pointer: an opacity of the text's colour.
+double groundOpacity(const QAbstractButton &button, double atRest)
+{
+    if (button.isDown()) {
+        return atRest + 0.12;
+    }
+    return button.isEnabled() && button.underMouse() ? atRest + 0.05 : atRest;
+}
+
+bool showsFocus(const QWidget &widget)
+{
+    return widget.hasFocus() && widget.window()->isActiveWindow();
+}
+
+void fillRounded(QPainter &painter, const QRectF &area, double cornerRadius, const QColor &color)
+{
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color);
+    painter.drawRoundedRect(area, cornerRadius, cornerRadius);
+}
+
+} // namespace
+
+// --- Button
+// ---------------------------------------------------------------------------------------------------
+
+Button::Button(const QString &text, Kind kind, const QString &symbolName, QWidget *parent)
+    : QPushButton(text, parent)
+    , m_kind(kind)
+    , m_symbolName(symbolName)
+{
+    setAttribute(Qt::WA_Hover);
+    setFont(look::font(TextStyle::body));
+    setFocusPolicy(Qt::StrongFocus);
+    setAutoDefault(false);
+    setSizePolicy(kind == Kind::plain ? QSizePolicy::Expanding : QSizePolicy::Fixed, QSizePolicy::Fixed);
+    if (kind == Kind::link) {
+        setCursor(Qt::PointingHandCursor);
+    }
+}
+
+int Button::symbolSize() const
+{
+    return static_cast<int>(std::lround(QFontInfo(font()).pixelSize() * control::symbolShare));
+}
+
+QSize Button::sizeHint() const
+{
+    const QFontMetrics metrics(font());
+    const bool isTight = m_kind == Kind::link;
+    int width = metrics.horizontalAdvance(text()) + 2 * (isTight ? space::tight : control::horizontalPadding);
+    if (m_kind == Kind::plain) {
+        width -= 2 * (control::horizontalPadding - space::small);
+    }
+    if (!m_symbolName.isEmpty()) {
+        width += symbolSize() + control::symbolSpacing;
+    }
+    const int padding = isTight ? space::hair : control::verticalPadding;
+    return {width, metrics.height() + 2 * padding};
+}
+
+QSize Button::minimumSizeHint() const
+{
+    return sizeHint();
+}
+
+void Button::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (!isEnabled()) {
+        painter.setOpacity(disabledOpacity);
+    }
+    const QRectF area = rect();
+    Ink ink = Ink::primary;
+    switch (m_kind) {
+    case Kind::plain:
+        if (const double opacity = groundOpacity(*this, 0); opacity > 0) {
+            fillRounded(painter, area, control::cornerRadius, color(Ink::primary, palette(), opacity));
+        }
+        break;
+    case Kind::bordered: {
+        fillRounded(painter, area, control::cornerRadius, separatorColor(palette()));
+        const QRectF inside = area.adjusted(1, 1, -1, -1);
+        fillRounded(painter, inside, control::cornerRadius - 1, cardColor(palette()));
+        fillRounded(painter, inside, control::cornerRadius - 1,
+                    color(Ink::primary, palette(), groundOpacity(*this, 0.03)));
+        break;
+    }
+    case Kind::prominent:
+        ink = Ink::onAccent;
+        fillRounded(painter, area, control::cornerRadius, color(Ink::accent, palette()));
+        fillRounded(painter, area, control::cornerRadius, black(groundOpacity(*this, 0)));
+        break;
+    case Kind::link:
+        ink = Ink::accent;
+        break;
+    }
+
+    QFont textFont = font();
+    if (m_kind == Kind::link) {
+        textFont.setUnderline(underMouse() || showsFocus(*this));
+    }
+    painter.setFont(textFont);
+    painter.setPen(color(ink, palette()));
+    const QFontMetrics metrics(textFont);
+    const int symbolRoom = m_symbolName.isEmpty() ? 0 : symbolSize() + control::symbolSpacing;
+    const int textWidth = metrics.horizontalAdvance(text());
+    double left = (width() - symbolRoom - textWidth) / 2.0;
+    if (m_kind == Kind::plain) {
+        left = isLeftToRight() ? space::small : width() - space::small - symbolRoom - textWidth;
+    }
+    const double symbolLeft = isLeftToRight() ? left : left + textWidth + control::symbolSpacing;
+    if (!m_symbolName.isEmpty()) {
+        painter.drawPixmap(
+            QPointF(std::round(symbolLeft), std::round((height() - symbolSize()) / 2.0)),
+            symbolPixmap(m_symbolName, symbolSize(), color(ink, palette()), devicePixelRatioF()));
+    }
+    const double textLeft = isLeftToRight() ? left + symbolRoom : left;
+    painter.drawText(QRectF(std::round(textLeft), 0, textWidth + 1.0, height()),
+                     Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text());
+
+    if (showsFocus(*this)) {
+        if (m_kind == Kind::prominent) {
+            // A ring of the accent would not be seen on the accent.
+            painter.setBrush(Qt::NoBrush);
+            painter.setPen(QPen(color(Ink::onAccent, palette()), 1.5));
+            painter.drawRoundedRect(area.adjusted(2.5, 2.5, -2.5, -2.5), control::cornerRadius - 2,
+                                    control::cornerRadius - 2);
+        } else {
+            paintFocusRing(painter, area, control::cornerRadius, palette());
+        }
+    }
+}
+
+void Button::changeEvent(QEvent *event)
+{
+    QPushButton::changeEvent(event);
+    if (event->type() == QEvent::FontChange && !m_isApplying) {
+        m_isApplying = true;
+        setFont(look::font(TextStyle::body));
+        m_isApplying = false;
+        updateGeometry();
+    }
+}
+
+void Button::keyPressEvent(QKeyEvent *event)
+{
+    // Outside of dialogues the toolkit leaves Enter alone; here it presses what has the keyboard.
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && !event->isAutoRepeat()) {
+        click();
+        return;
+    }
+    QPushButton::keyPressEvent(event);
+}
+
+// --- Switch
+// ---------------------------------------------------------------------------------------------------
+
+Switch::Switch(const QString &text, QWidget *parent) : QCheckBox(text, parent)
+{
+    setAttribute(Qt::WA_Hover);
+    setFont(look::font(TextStyle::body));
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+QSize Switch::knobArea() const
+{
+    const int height = static_cast<int>(std::lround(QFontMetrics(font()).height() * 1.15));
+    return {static_cast<int>(std::lround(height * 1.75)), height};
+}
+
+QSize Switch::sizeHint() const
+{
+    const QFontMetrics metrics(font());
+    return {metrics.horizontalAdvance(text()) + space::medium + knobArea().width(),
+            std::max(metrics.height(), knobArea().height()) + 2 * space::tight};
+}
+
+QSize Switch::minimumSizeHint() const
+{
+    return sizeHint();
+}
+
+bool Switch::hitButton(const QPoint &position) const
+{
+    return rect().contains(position);
+}
+
+void Switch::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (!isEnabled()) {
+        painter.setOpacity(disabledOpacity);
+    }
+    painter.setFont(font());
+    painter.setPen(color(Ink::primary, palette()));
+    // The text at the beginning of the line, the switch at its end, as in a list of settings.
+    painter.drawText(rect(), Qt::AlignVCenter | (isLeftToRight() ? Qt::AlignLeft : Qt::AlignRight), text());
+
+    const QSize knob = knobArea();
+    const QRectF track(isLeftToRight() ? width() - knob.width() : 0, (height() - knob.height()) / 2.0,
+                       knob.width(), knob.height());
+    const double radius = track.height() / 2;
+    fillRounded(painter, track, radius,
+                isChecked() ? color(Ink::accent, palette()) : color(Ink::primary, palette(), 0.28));
+    constexpr double gap = 2;
+    const double side = track.height() - 2 * gap;
+    const bool isAtRight = isChecked() == isLeftToRight();
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(isChecked() ? color(Ink::onAccent, palette()) : white(1));
+    painter.drawEllipse(
+        QRectF(isAtRight ? track.right() - gap - side : track.left() + gap, track.top() + gap, side, side));
+    if (showsFocus(*this)) {
+        paintFocusRing(painter, rect(), control::cornerRadius, palette());
+    }
+}
+
+// --- SegmentedPicker
+// ------------------------------------------------------------------------------------------
+
+namespace {
+
+class Segment final : public QRadioButton {
+public:
+    using QRadioButton::QRadioButton;
+
+    [[nodiscard]] QSize sizeHint() const override
+    {
+        const QFontMetrics metrics(font());
+        return {metrics.horizontalAdvance(text()) + 2 * space::small, metrics.height() + 2 * space::tight};
+    }
+
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    [[nodiscard]] bool hitButton(const QPoint &position) const override { return rect().contains(position); }
+
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        const QRectF area = QRectF(rect()).adjusted(space::hair, space::hair, -space::hair, -space::hair);
+        if (isChecked()) {
+            fillRounded(painter, area, control::cornerRadius - 1, color(Ink::primary, palette(), 0.12));
+            fillRounded(painter, area.adjusted(0.5, 0.5, -0.5, -0.5), control::cornerRadius - 1,
+                        cardColor(palette()));
+        } else if (underMouse()) {
+            fillRounded(painter, area, control::cornerRadius - 1, color(Ink::primary, palette(), 0.05));
+        }
+        painter.setFont(font());
+        painter.setPen(color(Ink::primary, palette()));
+        painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, text());
+        if (showsFocus(*this)) {
+            paintFocusRing(painter, rect(), control::cornerRadius, palette());
+        }
+    }
+};
+
+} // namespace
+
+SegmentedPicker::SegmentedPicker(const QString &label, const QStringList &segments, QWidget *parent)
+    : QWidget(parent)
+{
+    setAccessibleName(label);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    auto *line = new QHBoxLayout(this);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->setSpacing(0);
+    for (const QString &text : segments) {
+        auto *segment = new Segment(text);
+        segment->setAttribute(Qt::WA_Hover);
+        segment->setFont(look::font(TextStyle::caption));
+        segment->setFocusPolicy(Qt::StrongFocus);
+        segment->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        line->addWidget(segment, 1);
+        const int index = static_cast<int>(m_segments.size());
+        m_segments.push_back(segment);
+        connect(segment, &QRadioButton::toggled, this, [this, index](bool isChosen) {
+            if (isChosen && index != m_selection) {
+                m_selection = index;
+                Q_EMIT selectionChanged(index);
+            }
+        });
+    }
+    if (!m_segments.isEmpty()) {
+        m_segments.front()->setChecked(true);
+    }
+}
+
+void SegmentedPicker::setSelection(int index)
+{
+    Q_ASSERT(index >= 0 && index < m_segments.size());
+    m_segments.at(index)->setChecked(true);
+}
+
+void SegmentedPicker::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    fillRounded(painter, rect(), control::cornerRadius, color(Ink::primary, palette(), 0.08));
+}
+
+} // namespace corvane::look

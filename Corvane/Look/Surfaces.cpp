@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Look/Surfaces.h"
+
+#include <QLayout>
+#include <QPainter>
+
+namespace corvane::look {
+
+Surface::Surface(double cornerRadius, Fill fill, QLayout *content, QWidget *parent)
+    : QWidget(parent)
+    , m_cornerRadius(cornerRadius)
+    , m_fill(std::move(fill))
+{
+    setLayout(content);
+}
+
+void Surface::setFill(Fill fill)
+{
+    m_fill = std::move(fill);
+    update();
+}
+
+void Surface::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(m_fill(palette()));
+    painter.drawRoundedRect(QRectF(rect()), m_cornerRadius, m_cornerRadius);
+}
+
+Divider::Divider(QWidget *parent) : QWidget(parent)
+{
+    setFixedHeight(1);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void Divider::paintEvent(QPaintEvent *)
+{
+    QPainter(this).fillRect(rect(), separatorColor(palette()));
+}
+
+void paintFocusRing(QPainter &painter, const QRectF &area, double cornerRadius, const QPalette &palette)
+{
+    constexpr double inset = control::focusRingWidth / 2;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(color(Ink::accent, palette), control::focusRingWidth));
+    painter.drawRoundedRect(area.adjusted(inset, inset, -inset, -inset), cornerRadius, cornerRadius);
+    painter.restore();
+}
+
+} // namespace corvane::look

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Look/Look.h"
+
+#include <QWidget>
+
+namespace corvane::look {
+
+/// A symbol that stands in a view; it says nothing to a screen reader, since a text stands beside it.
+class SymbolView final : public QWidget {
+    Q_OBJECT
+
+public:
+    /// A symbol as tall as a text in `style`.
+    SymbolView(const QString &name, TextStyle style, Ink ink, QWidget *parent = nullptr);
+
+    /// A symbol of `size` points.
+    SymbolView(const QString &name, int size, Ink ink, QWidget *parent = nullptr);
+
+    void setSymbol(const QString &name);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QString m_name;
+    int m_size;
+    Ink m_ink;
+};
+
+/// A symbol and a text beside it, aligned at the text's first line.
+[[nodiscard]] QLayout *label(SymbolView *symbol, QWidget *text, int spacing = space::small);
+
+} // namespace corvane::look

@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Look/Look.h"
+
+#include <QLabel>
+
+#include <optional>
+
+namespace corvane::look {
+
+/// A text as plain text, whatever it holds, on as many lines as it needs. It follows the desktop's font and
+/// palette while it is shown.
+class Text final : public QLabel {
+    Q_OBJECT
+
+public:
+    /// In the weight that the style has by itself.
+    Text(const QString &text, TextStyle style, Ink ink = Ink::primary, QWidget *parent = nullptr);
+    Text(const QString &text, TextStyle style, QFont::Weight weight, Ink ink = Ink::primary,
+         QWidget *parent = nullptr);
+
+    void setInk(Ink ink);
+    void setWeight(QFont::Weight weight);
+
+    /// Digits all equally wide, for times that change.
+    void setMonospacedDigits();
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private:
+    void apply();
+
+    TextStyle m_style;
+    std::optional<QFont::Weight> m_weight;
+    Ink m_ink;
+    bool m_hasMonospacedDigits = false;
+    bool m_isApplying = false;
+};
+
+} // namespace corvane::look
