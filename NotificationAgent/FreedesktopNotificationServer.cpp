@@ -76,8 +76,8 @@ void FreedesktopNotificationServer::takeCapabilities(const QDBusMessage &reply)
     m_capabilities = reply.arguments().value(0).toStringList();
     if (m_server != reply.service()) {
         if (!m_server.isEmpty()) {
-            // Another one has taken the name; the former may live on, with what it was handed.
             m_departure.removeWatchedService(m_server);
+            Q_EMIT replaced();
         }
         m_server = reply.service();
         m_departure.addWatchedService(m_server);

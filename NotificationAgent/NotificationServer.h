@@ -41,6 +41,10 @@ Q_SIGNALS:
 
     /// The server that was asked last has gone, and with it all that it was handed.
     void left();
+
+    /// Another server has taken its place while it lives on: nobody will know what becomes of what it was
+    /// handed.
+    void replaced();
 };
 
 } // namespace corvane

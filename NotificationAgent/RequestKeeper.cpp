@@ -49,6 +49,11 @@ RequestKeeper::RequestKeeper(RequestFile &file, LoginEntry &loginEntry, WallCloc
     connect(&m_server, &NotificationServer::answered, this, &RequestKeeper::takeAnswer);
     connect(&m_server, &NotificationServer::finished, this, &RequestKeeper::takeOutcome);
     connect(&m_server, &NotificationServer::arrived, this, &RequestKeeper::retryNow);
+    connect(&m_server, &NotificationServer::replaced, this, [this] {
+        for (const PendingRequest &request : std::exchange(m_held, {})) {
+            drop(request, "\"the server that has it was replaced\"");
+        }
+    });
     connect(&m_server, &NotificationServer::left, this, [this] {
         for (const PendingRequest &request : std::exchange(m_held, {})) {
             putBack(request);

@@ -72,7 +72,13 @@ public:
 
     Behaviour behaviour = Behaviour::shows;
     bool isAsleep = false; ///< does not even tell its capabilities
-    int asked = 0;         ///< how often it was asked for its capabilities
+    /// Lets another one take the name, and lives on.
+    void giveUpName()
+    {
+        m_bus.interface()->unregisterService(QStringLiteral("org.freedesktop.Notifications"));
+    }
+
+    int asked = 0; ///< how often it was asked for its capabilities
     std::vector<Shown> shown;
 
 public Q_SLOTS:

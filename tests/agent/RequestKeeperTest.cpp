@@ -276,6 +276,20 @@ private Q_SLOTS:
         QCOMPARE(m_server->handed.size(), 1);
     }
 
+    void whatASilentServerHeldIsNotTriedAgainWithItsReplacement()
+    {
+        m_server->outcome = Outcome::unknown;
+        QVERIFY(add(request(u"a"_s, noon)));
+        QTRY_COMPARE(m_server->handed.size(), 1);
+        settle();
+        Q_EMIT m_server->replaced();
+        QVERIFY(m_keeper->isIdle());
+        Q_EMIT m_server->left();
+        settle();
+        QCOMPARE(m_server->handed.size(), 1);
+        QVERIFY(logged(u"the server that has it was replaced"_s));
+    }
+
     void whatWasTakenBackIsNotTriedAgain()
     {
         m_server->outcome = Outcome::notShown;
