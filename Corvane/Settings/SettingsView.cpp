@@ -173,13 +173,22 @@ QWidget *SettingsView::remindersAndDisplay()
 {
     using namespace look;
     auto *sound = new Switch(u"Play sound with reminders"_s);
-    connect(sound, &QAbstractButton::clicked, this, [this](bool isOn) { m_settings.setPlaysSound(isOn); });
+    // Toggled, not clicked: assistive tools turn a switch without a click.
+    connect(sound, &QAbstractButton::toggled, this, [this](bool isOn) {
+        if (isOn != m_settings.playsSound()) {
+            m_settings.setPlaysSound(isOn);
+        }
+    });
     const auto showSound = [this, sound] { sound->setChecked(m_settings.playsSound()); };
     connect(&m_settings, &AppSettings::playsSoundChanged, sound, showSound);
     showSound();
 
     auto *login = new Switch(u"Start Quillet when I log in"_s);
-    connect(login, &QAbstractButton::clicked, this, [this](bool isOn) { m_settings.setStartAtLogin(isOn); });
+    connect(login, &QAbstractButton::toggled, this, [this](bool isOn) {
+        if (isOn != m_settings.startAtLogin()) {
+            m_settings.setStartAtLogin(isOn);
+        }
+    });
     const auto showLogin = [this, login] { login->setChecked(m_settings.startAtLogin()); };
     connect(&m_settings, &AppSettings::startAtLoginChanged, login, showLogin);
     showLogin();

@@ -431,6 +431,20 @@ private Q_SLOTS:
         QVERIFY(room.loginItem.isRegistered);
     }
 
+    void theSwitchesAreSavedWhenAnAssistiveToolTurnsThem()
+    {
+        const Room room;
+        for (const QString &text : {u"Play sound with reminders"_s, u"Start Quillet when I log in"_s}) {
+            auto *interface = QAccessible::queryAccessibleInterface(room.toggle(text))->actionInterface();
+            QVERIFY(interface->actionNames().contains(QAccessibleActionInterface::toggleAction()));
+            interface->doAction(QAccessibleActionInterface::toggleAction());
+        }
+        QCOMPARE(room.settings.playsSound(), false);
+        QCOMPARE(room.stored(u"playsSound"_s).toBool(), false);
+        QCOMPARE(room.settings.startAtLogin(), false);
+        QVERIFY(!room.loginItem.isRegistered);
+    }
+
     void eachPopupPositionCanBeChosen()
     {
         Room room;
