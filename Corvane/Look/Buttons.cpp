@@ -11,6 +11,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QShortcut>
 
 #include <algorithm>
 #include <cmath>
@@ -19,8 +20,6 @@ namespace corvane::look {
 
 namespace {
 
-constexpr double disabledOpacity = 0.4;
-
 /// How the ground of a control answers to the pointer: an opacity of the text's colour.
 double groundOpacity(const QAbstractButton &button, double atRest)
 {
@@ -28,11 +27,6 @@ double groundOpacity(const QAbstractButton &button, double atRest)
         return atRest + 0.12;
     }
     return button.isEnabled() && button.underMouse() ? atRest + 0.05 : atRest;
-}
-
-bool showsFocus(const QWidget &widget)
-{
-    return widget.hasFocus() && widget.window()->isActiveWindow();
 }
 
 void fillRounded(QPainter &painter, const QRectF &area, double cornerRadius, const QColor &color)
@@ -44,22 +38,39 @@ void fillRounded(QPainter &painter, const QRectF &area, double cornerRadius, con
 
 } // namespace
 
-// --- Button
-// ---------------------------------------------------------------------------------------------------
-
 Button::Button(const QString &text, Kind kind, const QString &symbolName, QWidget *parent)
     : QPushButton(text, parent)
     , m_kind(kind)
     , m_symbolName(symbolName)
 {
     setAttribute(Qt::WA_Hover);
-    setFont(look::font(TextStyle::body));
-    setFocusPolicy(Qt::StrongFocus);
+    setFont(look::font(textStyle()));
+    setFocusPolicy(Qt::TabFocus);
     setAutoDefault(false);
     setSizePolicy(kind == Kind::plain ? QSizePolicy::Expanding : QSizePolicy::Fixed, QSizePolicy::Fixed);
-    if (kind == Kind::link) {
+    if (isLink()) {
         setCursor(Qt::PointingHandCursor);
     }
+}
+
+TextStyle Button::textStyle() const
+{
+    return m_kind == Kind::quietLink ? TextStyle::caption : TextStyle::body;
+}
+
+int Button::symbolGap() const
+{
+    return text().isEmpty() ? 0 : control::symbolSpacing;
+}
+
+void Button::setKeys(const QKeySequence &keys)
+{
+    // Not the button's own shortcut: that one holds it down for a while before it acts.
+    const auto *shortcut = new QShortcut(keys, this);
+    connect(shortcut, &QShortcut::activated, this, &QAbstractButton::click);
+    m_keys = keys.toString(QKeySequence::NativeText);
+    updateGeometry();
+    update();
 }
 
 int Button::symbolSize() const
@@ -70,15 +81,20 @@ int Button::symbolSize() const
 QSize Button::sizeHint() const
 {
     const QFontMetrics metrics(font());
-    const bool isTight = m_kind == Kind::link;
-    int width = metrics.horizontalAdvance(text()) + 2 * (isTight ? space::tight : control::horizontalPadding);
-    if (m_kind == Kind::plain) {
-        width -= 2 * (control::horizontalPadding - space::small);
+    const bool isTight = isLink();
+    const int inset = isTight                 ? space::tight
+                      : m_kind == Kind::plain ? control::rowInset
+                                              : control::horizontalPadding;
+    int width = metrics.horizontalAdvance(text()) + 2 * inset;
+    if (m_kind == Kind::plain && !m_keys.isEmpty()) {
+        width += space::large + metrics.horizontalAdvance(m_keys);
     }
     if (!m_symbolName.isEmpty()) {
-        width += symbolSize() + control::symbolSpacing;
+        width += symbolSize() + symbolGap();
     }
-    const int padding = isTight ? space::hair : control::verticalPadding;
+    const int padding = isTight                 ? space::hair
+                        : m_kind == Kind::plain ? control::rowPadding
+                                                : control::verticalPadding;
     return {width, metrics.height() + 2 * padding};
 }
 
@@ -92,7 +108,7 @@ void Button::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     if (!isEnabled()) {
-        painter.setOpacity(disabledOpacity);
+        painter.setOpacity(control::disabledOpacity);
     }
     const QRectF area = rect();
     Ink ink = Ink::primary;
@@ -118,22 +134,25 @@ void Button::paintEvent(QPaintEvent *)
     case Kind::link:
         ink = Ink::accent;
         break;
+    case Kind::quietLink:
+        ink = Ink::secondary;
+        break;
     }
 
     QFont textFont = font();
-    if (m_kind == Kind::link) {
-        textFont.setUnderline(underMouse() || showsFocus(*this));
+    if (isLink()) {
+        textFont.setUnderline(m_kind == Kind::quietLink || underMouse() || showsFocus(*this));
     }
     painter.setFont(textFont);
     painter.setPen(color(ink, palette()));
     const QFontMetrics metrics(textFont);
-    const int symbolRoom = m_symbolName.isEmpty() ? 0 : symbolSize() + control::symbolSpacing;
+    const int symbolRoom = m_symbolName.isEmpty() ? 0 : symbolSize() + symbolGap();
     const int textWidth = metrics.horizontalAdvance(text());
     double left = (width() - symbolRoom - textWidth) / 2.0;
     if (m_kind == Kind::plain) {
-        left = isLeftToRight() ? space::small : width() - space::small - symbolRoom - textWidth;
+        left = isLeftToRight() ? control::rowInset : width() - control::rowInset - symbolRoom - textWidth;
     }
-    const double symbolLeft = isLeftToRight() ? left : left + textWidth + control::symbolSpacing;
+    const double symbolLeft = isLeftToRight() ? left : left + textWidth + symbolGap();
     if (!m_symbolName.isEmpty()) {
         painter.drawPixmap(
             QPointF(std::round(symbolLeft), std::round((height() - symbolSize()) / 2.0)),
@@ -142,6 +161,13 @@ void Button::paintEvent(QPaintEvent *)
     const double textLeft = isLeftToRight() ? left + symbolRoom : left;
     painter.drawText(QRectF(std::round(textLeft), 0, textWidth + 1.0, height()),
                      Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text());
+    if (m_kind == Kind::plain && !m_keys.isEmpty()) {
+        painter.setPen(color(Ink::secondary, palette()));
+        painter.drawText(rect().adjusted(control::rowInset, 0, -control::rowInset, 0),
+                         static_cast<int>(isLeftToRight() ? Qt::AlignRight : Qt::AlignLeft) |
+                             Qt::AlignAbsolute | Qt::AlignVCenter | Qt::TextSingleLine,
+                         m_keys);
+    }
 
     if (showsFocus(*this)) {
         if (m_kind == Kind::prominent) {
@@ -156,15 +182,14 @@ void Button::paintEvent(QPaintEvent *)
     }
 }
 
-void Button::changeEvent(QEvent *event)
+bool Button::event(QEvent *event)
 {
-    QPushButton::changeEvent(event);
-    if (event->type() == QEvent::FontChange && !m_isApplying) {
-        m_isApplying = true;
-        setFont(look::font(TextStyle::body));
-        m_isApplying = false;
+    const bool isHandled = QPushButton::event(event);
+    if (event->type() == QEvent::ApplicationFontChange) {
+        setFont(look::font(textStyle()));
         updateGeometry();
     }
+    return isHandled;
 }
 
 void Button::keyPressEvent(QKeyEvent *event)
@@ -177,8 +202,15 @@ void Button::keyPressEvent(QKeyEvent *event)
     QPushButton::keyPressEvent(event);
 }
 
-// --- Switch
-// ---------------------------------------------------------------------------------------------------
+bool Switch::event(QEvent *event)
+{
+    const bool isHandled = QCheckBox::event(event);
+    if (event->type() == QEvent::ApplicationFontChange) {
+        setFont(look::font(TextStyle::body));
+        updateGeometry();
+    }
+    return isHandled;
+}
 
 Switch::Switch(const QString &text, QWidget *parent) : QCheckBox(text, parent)
 {
@@ -215,12 +247,14 @@ void Switch::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     if (!isEnabled()) {
-        painter.setOpacity(disabledOpacity);
+        painter.setOpacity(control::disabledOpacity);
     }
     painter.setFont(font());
     painter.setPen(color(Ink::primary, palette()));
     // The text at the beginning of the line, the switch at its end, as in a list of settings.
-    painter.drawText(rect(), Qt::AlignVCenter | (isLeftToRight() ? Qt::AlignLeft : Qt::AlignRight), text());
+    painter.drawText(rect(),
+                     static_cast<int>(isLeftToRight() ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter,
+                     text());
 
     const QSize knob = knobArea();
     const QRectF track(isLeftToRight() ? width() - knob.width() : 0, (height() - knob.height()) / 2.0,
@@ -240,9 +274,6 @@ void Switch::paintEvent(QPaintEvent *)
     }
 }
 
-// --- SegmentedPicker
-// ------------------------------------------------------------------------------------------
-
 namespace {
 
 class Segment final : public QRadioButton {
@@ -258,6 +289,16 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
+    bool event(QEvent *event) override
+    {
+        const bool isHandled = QRadioButton::event(event);
+        if (event->type() == QEvent::ApplicationFontChange) {
+            setFont(look::font(TextStyle::caption));
+            updateGeometry();
+        }
+        return isHandled;
+    }
+
     [[nodiscard]] bool hitButton(const QPoint &position) const override { return rect().contains(position); }
 
     void paintEvent(QPaintEvent *) override
@@ -266,9 +307,14 @@ protected:
         painter.setRenderHint(QPainter::Antialiasing);
         const QRectF area = QRectF(rect()).adjusted(space::hair, space::hair, -space::hair, -space::hair);
         if (isChecked()) {
-            fillRounded(painter, area, control::cornerRadius - 1, color(Ink::primary, palette(), 0.12));
-            fillRounded(painter, area.adjusted(0.5, 0.5, -0.5, -0.5), control::cornerRadius - 1,
-                        cardColor(palette()));
+            // Nearer to the light than its neighbours, in the dark as well.
+            if (isDark(palette())) {
+                fillRounded(painter, area, control::cornerRadius - 1, color(Ink::primary, palette(), 0.24));
+            } else {
+                fillRounded(painter, area, control::cornerRadius - 1, color(Ink::primary, palette(), 0.12));
+                fillRounded(painter, area.adjusted(0.5, 0.5, -0.5, -0.5), control::cornerRadius - 1,
+                            cardColor(palette()));
+            }
         } else if (underMouse()) {
             fillRounded(painter, area, control::cornerRadius - 1, color(Ink::primary, palette(), 0.05));
         }
@@ -295,7 +341,7 @@ SegmentedPicker::SegmentedPicker(const QString &label, const QStringList &segmen
         auto *segment = new Segment(text);
         segment->setAttribute(Qt::WA_Hover);
         segment->setFont(look::font(TextStyle::caption));
-        segment->setFocusPolicy(Qt::StrongFocus);
+        segment->setFocusPolicy(Qt::TabFocus);
         segment->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
         line->addWidget(segment, 1);
         const int index = static_cast<int>(m_segments.size());

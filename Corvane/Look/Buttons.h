@@ -7,6 +7,7 @@
 
 #include <QAbstractButton>
 #include <QCheckBox>
+#include <QKeySequence>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStringList>
@@ -23,25 +24,32 @@ public:
         bordered,  ///< an ordinary one
         prominent, ///< the one that leads on
         link,      ///< a text in the accent's colour
+        quietLink, ///< a small text that stands back, underlined
     };
 
     /// `symbolName` may be empty.
     Button(const QString &text, Kind kind, const QString &symbolName = {}, QWidget *parent = nullptr);
 
+    /// Presses the button by `keys` as well, while its window is in front; a plain one shows them at its end.
+    void setKeys(const QKeySequence &keys);
+
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
-    void changeEvent(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
     [[nodiscard]] int symbolSize() const;
+    [[nodiscard]] bool isLink() const { return m_kind == Kind::link || m_kind == Kind::quietLink; }
+    [[nodiscard]] TextStyle textStyle() const;
+    [[nodiscard]] int symbolGap() const; ///< between the symbol and the text, if there is one
 
     Kind m_kind;
     QString m_symbolName;
-    bool m_isApplying = false;
+    QString m_keys; ///< as the desktop writes them
 };
 
 /// Something that is on or off. Space turns it.
@@ -55,6 +63,7 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     [[nodiscard]] bool hitButton(const QPoint &position) const override;
 

@@ -22,6 +22,8 @@ bool turnsDirection(char16_t c)
     return (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069);
 }
 
+} // namespace
+
 QString oneLine(const QString &text)
 {
     QString line;
@@ -47,8 +49,6 @@ QString oneLine(const QString &text)
     }
     return line;
 }
-
-} // namespace
 
 LineLabel::LineLabel(const QFont &font, const QColor &color, double shrinksTo, QWidget *parent)
     : QLabel(parent)

@@ -7,6 +7,10 @@
 
 namespace corvane::look {
 
+/// `text` as it is shown on one line: line breaks and control characters in it are spaces, marks that would
+/// turn the direction of what follows are left out, and what no line has room for is cut off.
+[[nodiscard]] QString oneLine(const QString &text);
+
 /// A text on one line, as plain text whatever it holds. A text too long for the line is drawn smaller, down
 /// to a share of the font's size, and then cut with an ellipsis; what assistive tools read is the whole of
 /// it.
@@ -17,8 +21,7 @@ public:
     /// `shrinksTo` is the smallest share of the size of `font`, 0 to 1.
     LineLabel(const QFont &font, const QColor &color, double shrinksTo, QWidget *parent = nullptr);
 
-    /// Shows `text`. Line breaks and control characters in it are shown as spaces, and marks that would turn
-    /// the direction of what follows are left out.
+    /// Shows `text`, made fit for one line.
     void setLine(const QString &text);
 
     [[nodiscard]] QSize sizeHint() const override;

@@ -3,7 +3,9 @@
 
 #include "Corvane/Look/Look.h"
 
+#include <QEvent>
 #include <QGuiApplication>
+#include <QWidget>
 
 #include <algorithm>
 #include <cmath>
@@ -70,6 +72,24 @@ QColor legible(QColor color, const QPalette &palette)
     return color;
 }
 
+/// Passes on to all of a view's widgets that the desktop's font has changed.
+class FontMessenger final : public QObject {
+public:
+    explicit FontMessenger(QWidget &view) : QObject(&view) {}
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::FontChange) {
+            for (QWidget *widget : watched->findChildren<QWidget *>()) {
+                QEvent change(QEvent::ApplicationFontChange);
+                QCoreApplication::sendEvent(widget, &change);
+            }
+        }
+        return false;
+    }
+};
+
 } // namespace
 
 QFont font(TextStyle style)
@@ -100,6 +120,11 @@ QFont font(TextStyle style, QFont::Weight weight)
     }
     font.setWeight(weight);
     return font;
+}
+
+void followDesktopFont(QWidget &view)
+{
+    view.installEventFilter(new FontMessenger(view));
 }
 
 QFont withMonospacedDigits(QFont font)
@@ -155,6 +180,20 @@ QColor cardColor(const QPalette &palette)
 QColor separatorColor(const QPalette &palette)
 {
     return color(Ink::primary, palette, 0.14);
+}
+
+QColor fieldColor()
+{
+    // Not out of a field's own palette, in which the ground is made clear. On a dark desktop that may be
+    // black, too hard an edge on a card.
+    const QPalette palette = QGuiApplication::palette();
+    const QColor ground = palette.color(QPalette::Base);
+    return isDark(palette) ? mixed(ground, palette.color(QPalette::Window), 0.4) : ground;
+}
+
+QColor fieldEdgeColor(const QPalette &palette)
+{
+    return color(Ink::primary, palette, 0.28);
 }
 
 QColor white(double opacity)

@@ -7,6 +7,8 @@
 #include <QFont>
 #include <QPalette>
 
+class QWidget;
+
 /// The one home of how things look: sizes in points (a point is a logical pixel), colours, and the scale of
 /// type. Main thread only.
 namespace corvane::look {
@@ -23,6 +25,10 @@ enum class TextStyle { largeTitle, title, title3, headline, body, subheadline, c
 
 /// The same with digits that are all equally wide, for times that change.
 [[nodiscard]] QFont withMonospacedDigits(QFont font);
+
+/// Has what stands in `view` follow the desktop's font when that changes while it is shown. Called once, by
+/// what fills a window; widgets with a font of their own hear nothing of such a change by themselves.
+void followDesktopFont(QWidget &view);
 
 /// What a colour is for. Each is legible on the desktop's window background, light or dark.
 enum class Ink {
@@ -49,6 +55,10 @@ enum class Ink {
 [[nodiscard]] QColor cardColor(const QPalette &palette);
 [[nodiscard]] QColor separatorColor(const QPalette &palette);
 
+/// The ground of what is filled in, and the line about it.
+[[nodiscard]] QColor fieldColor();
+[[nodiscard]] QColor fieldEdgeColor(const QPalette &palette);
+
 /// Distances that recur, in points.
 namespace space {
 
@@ -70,17 +80,112 @@ inline constexpr double cornerRadius = 12;
 
 } // namespace card
 
+/// The bell's panel: today's schedule, and the commands below it.
+namespace menu {
+
+inline constexpr int width = 320;
+inline constexpr int horizontalPadding = 12;
+inline constexpr int verticalPadding = 6;
+inline constexpr int spacing = 10; ///< between the texts of two commands, and from one to a line between them
+
+inline constexpr int schedulePadding = 6; ///< in line with the texts of the commands
+inline constexpr int scheduleSpacing = 10;
+inline constexpr double scheduleRadius = 12;
+inline constexpr int pickerWidth = 150;
+inline constexpr int compactHeight = 174; ///< of the area of the rows; larger texts take more
+inline constexpr int allTodayHeight = 300;
+
+inline constexpr int rowHeight = 54; ///< at least: three rows fill the compact area
+inline constexpr int rowSpacing = 6;
+inline constexpr int rowHorizontalPadding = 10;
+inline constexpr int rowVerticalPadding = 8;
+inline constexpr int rowColumnSpacing = 10;
+inline constexpr int rowLineSpacing = 2;
+inline constexpr double rowRadius = 9;
+
+} // namespace menu
+
 /// Buttons, switches and what else is pressed.
 namespace control {
 
 inline constexpr int horizontalPadding = 14;
 inline constexpr int verticalPadding = 6;
+inline constexpr int rowPadding = 4; ///< above and below the text of one in a list of commands
+inline constexpr int rowInset = 6;   ///< before and behind it
 inline constexpr double cornerRadius = 6;
-inline constexpr int symbolSpacing = 6;     ///< between a button's symbol and its text
-inline constexpr double focusRingWidth = 2; ///< drawn inside the control's own area
-inline constexpr double symbolShare = 1.15; ///< of the font's size
+inline constexpr int symbolSpacing = 6;      ///< between a button's symbol and its text
+inline constexpr double focusRingWidth = 2;  ///< drawn inside the control's own area
+inline constexpr double symbolShare = 1.15;  ///< of the font's size
+inline constexpr double stepperShare = 0.7;  ///< of the font's size, for the arrows of a stepper
+inline constexpr double calendarShare = 1.3; ///< of the least size that holds the days
+inline constexpr double clearShare = 0.85;   ///< of the font's size, for the cross that empties a field
+inline constexpr double disabledOpacity = 0.4;
 
 } // namespace control
+
+/// The badge of the About window.
+namespace badge {
+
+inline constexpr int side = 88;
+inline constexpr int symbolSize = 42;
+inline constexpr double cornerRadius = 25;
+inline constexpr double greatestLightness = 0.5; ///< of its ground, 0 to 1
+inline constexpr int lighterAtTop = 130;         ///< percent of the lightness at the bottom
+
+} // namespace badge
+
+/// The About window.
+namespace about {
+
+inline constexpr int padding = 36;
+inline constexpr int spacing = 18;
+inline constexpr int nameSpacing = 5;
+inline constexpr int actionSpacing = 12;
+inline constexpr int footerSpacing = 4;
+inline constexpr int descriptionWidth = 350; ///< at most
+
+} // namespace about
+
+/// The help centre.
+namespace help {
+
+inline constexpr int articleWidth = 650; ///< at most, padding included
+inline constexpr int articlePadding = 32;
+inline constexpr int articleSpacing = 20;
+inline constexpr int sectionSpacing = 8;
+inline constexpr int sidebarPadding = 12;
+inline constexpr int sidebarWidth = 280;    ///< at most, unless the user draws it wider
+inline constexpr double sidebarShare = 0.4; ///< of the window's width, at most
+inline constexpr int emptySymbolSize = 48;
+
+} // namespace help
+
+/// The settings window: a column of cards.
+namespace settings {
+
+inline constexpr int columnWidth = 720; ///< at most; a wider window has more space at its sides
+inline constexpr int padding = 20;      ///< about the column
+inline constexpr int spacing = 16;      ///< between cards
+inline constexpr int formSpacing = 10;  ///< between the lines of a form
+
+} // namespace settings
+
+/// The first-run setup: one page at a time.
+namespace setup {
+
+inline constexpr int leastWidth = 620;
+inline constexpr int leastHeight = 420;
+inline constexpr int padding = 42;
+inline constexpr int spacing = 24;
+inline constexpr int textWidth = 500; ///< of the page and of the buttons, at most
+inline constexpr int symbolSize = 58;
+inline constexpr int capsuleSpacing = 8;
+inline constexpr int capsuleHeight = 8;
+inline constexpr int capsuleWidth = 8;
+inline constexpr int currentCapsuleWidth = 26;
+inline constexpr double capsuleOpacity = 0.25; ///< of those of the other pages
+
+} // namespace setup
 
 /// White and black of an opacity, 0 to 1.
 [[nodiscard]] QColor white(double opacity);
@@ -120,5 +225,15 @@ inline constexpr int informationSize = 28;
 inline constexpr double informationShrinks = 1;
 
 } // namespace banner
+
+/// The card of the bell's panel.
+namespace panel {
+
+inline constexpr double cornerRadius = 10;
+inline constexpr int shadowReach = 14;
+inline constexpr double shadowOpacity = 0.3;
+inline constexpr double edgeOpacity = 0.22; ///< of the text's colour, over the background
+
+} // namespace panel
 
 } // namespace corvane::look

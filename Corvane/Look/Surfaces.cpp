@@ -42,6 +42,12 @@ void Divider::paintEvent(QPaintEvent *)
     QPainter(this).fillRect(rect(), separatorColor(palette()));
 }
 
+bool showsFocus(const QWidget &widget)
+{
+    const QWidget *window = widget.window();
+    return widget.hasFocus() && window->isActiveWindow() && window->testAttribute(Qt::WA_KeyboardFocusChange);
+}
+
 void paintFocusRing(QPainter &painter, const QRectF &area, double cornerRadius, const QPalette &palette)
 {
     constexpr double inset = control::focusRingWidth / 2;

@@ -43,6 +43,9 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 };
 
+/// Whether `widget` is to show that it has the keyboard: to someone who uses one, not to someone who clicks.
+[[nodiscard]] bool showsFocus(const QWidget &widget);
+
 /// The ring about what has the keyboard, just inside `area`. Called while painting a control.
 void paintFocusRing(QPainter &painter, const QRectF &area, double cornerRadius, const QPalette &palette);
 

@@ -6,20 +6,68 @@
 #include "Corvane/Look/Symbols.h"
 
 #include <QBoxLayout>
+#include <QEvent>
 #include <QFontInfo>
 #include <QFontMetrics>
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 
 namespace corvane::look {
 
-SymbolView::SymbolView(const QString &name, TextStyle style, Ink ink, QWidget *parent)
-    : SymbolView(
-          name,
-          static_cast<int>(std::lround(QFontInfo(look::font(style)).pixelSize() * control::symbolShare)), ink,
-          parent)
+namespace {
+
+int sizeFor(TextStyle style)
 {
+    return static_cast<int>(std::lround(QFontInfo(font(style)).pixelSize() * control::symbolShare));
+}
+
+/// Keeps a symbol at the middle of the first line of a text, whatever the text's font becomes.
+class FirstLine final : public QObject {
+public:
+    FirstLine(SymbolView &symbol, QWidget &text, QLayout &above, QLayout &beneath)
+        : QObject(&text)
+        , m_symbol(symbol)
+        , m_text(text)
+        , m_above(above)
+        , m_beneath(beneath)
+    {
+        text.installEventFilter(this);
+        symbol.installEventFilter(this);
+        align();
+    }
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::FontChange || event->type() == QEvent::Resize) {
+            align();
+        }
+        return false;
+    }
+
+private:
+    void align()
+    {
+        const int offset = QFontMetrics(m_text.font()).height() - m_symbol.height();
+        m_above.setContentsMargins(0, std::max(0, offset / 2), 0, 0);
+        m_beneath.setContentsMargins(0, std::max(0, -offset / 2), 0, 0);
+    }
+
+    // All of them go with the view that the text stands in.
+    SymbolView &m_symbol;
+    QWidget &m_text;
+    QLayout &m_above;
+    QLayout &m_beneath;
+};
+
+} // namespace
+
+SymbolView::SymbolView(const QString &name, TextStyle style, Ink ink, QWidget *parent)
+    : SymbolView(name, sizeFor(style), ink, parent)
+{
+    m_style = style;
 }
 
 SymbolView::SymbolView(const QString &name, int size, Ink ink, QWidget *parent)
@@ -39,6 +87,16 @@ void SymbolView::setSymbol(const QString &name)
     }
 }
 
+bool SymbolView::event(QEvent *event)
+{
+    const bool isHandled = QWidget::event(event);
+    if (event->type() == QEvent::ApplicationFontChange && m_style) {
+        m_size = sizeFor(*m_style);
+        setFixedSize(m_size, m_size);
+    }
+    return isHandled;
+}
+
 void SymbolView::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
@@ -52,14 +110,10 @@ QLayout *label(SymbolView *symbol, QWidget *text, int spacing)
     beside->setContentsMargins(0, 0, 0, 0);
     beside->setSpacing(spacing);
     auto *above = new QVBoxLayout;
-    const int lineHeight = QFontMetrics(text->font()).height();
-    const int offset = lineHeight - symbol->height();
-    above->setContentsMargins(0, std::max(0, offset / 2), 0, 0);
-    above->addWidget(symbol);
-    above->addStretch();
+    above->addWidget(symbol, 0, Qt::AlignTop); // no stretch, or the label would grow where there is room
     auto *beneath = new QVBoxLayout;
-    beneath->setContentsMargins(0, std::max(0, -offset / 2), 0, 0);
     beneath->addWidget(text);
+    new FirstLine(*symbol, *text, *above, *beneath); // the text's
     beside->addLayout(above);
     beside->addLayout(beneath, 1);
     return beside;

@@ -7,6 +7,8 @@
 
 #include <QWidget>
 
+#include <optional>
+
 namespace corvane::look {
 
 /// A symbol that stands in a view; it says nothing to a screen reader, since a text stands beside it.
@@ -23,10 +25,12 @@ public:
     void setSymbol(const QString &name);
 
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
     QString m_name;
+    std::optional<TextStyle> m_style; ///< what its size follows
     int m_size;
     Ink m_ink;
 };

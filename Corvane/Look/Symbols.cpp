@@ -43,6 +43,11 @@ constexpr std::array symbols{
     Symbol{.name = u"calendar", .file = u"calendar3", .body = Body::lines},
     Symbol{.name = u"checkmark.circle.fill", .file = u"check-circle-fill", .body = Body::cutOut},
     Symbol{.name = u"checkmark.seal.fill", .file = u"patch-check-fill", .body = Body::cutOut},
+    Symbol{.name = u"chevron.down", .file = u"chevron-down", .body = Body::lines},
+    Symbol{.name = u"chevron.left", .file = u"chevron-left", .body = Body::lines},
+    Symbol{.name = u"chevron.right", .file = u"chevron-right", .body = Body::lines},
+    Symbol{.name = u"chevron.up", .file = u"chevron-up", .body = Body::lines},
+    Symbol{.name = u"chevron.up.chevron.down", .file = u"chevron-expand", .body = Body::lines},
     Symbol{.name = u"clock.arrow.circlepath", .file = u"clock-history", .body = Body::lines},
     Symbol{.name = u"doc.richtext", .file = u"file-earmark-richtext", .body = Body::lines},
     Symbol{

@@ -4,6 +4,7 @@
 #include "Corvane/Look/Text.h"
 
 #include <QEvent>
+#include <QFontMetrics>
 #include <QGuiApplication>
 
 namespace corvane::look {
@@ -42,33 +43,48 @@ void Text::setMonospacedDigits()
     apply();
 }
 
+void Text::setPrefersOneLine()
+{
+    m_prefersOneLine = true;
+    updateGeometry();
+}
+
+QSize Text::sizeHint() const
+{
+    if (!m_prefersOneLine) {
+        return QLabel::sizeHint();
+    }
+    const QFontMetrics metrics(font());
+    return {metrics.horizontalAdvance(text()) + 1, metrics.height()};
+}
+
 void Text::apply()
 {
-    if (m_isApplying) {
-        return;
-    }
     m_isApplying = true;
     QFont wanted = m_weight ? look::font(m_style, *m_weight) : look::font(m_style);
     if (m_hasMonospacedDigits) {
         wanted = withMonospacedDigits(wanted);
     }
     setFont(wanted);
-    // From the application's palette: the label's own already has the ink in its text's place.
-    const QPalette desktop = QGuiApplication::palette();
-    QPalette own = desktop;
+    // Of the application's palette: the label's own already has the ink in its text's place. The rest is
+    // left as it is inherited, so that the label hears of another theme.
+    QPalette own;
     for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
-        own.setColor(group, QPalette::WindowText, color(m_ink, desktop));
+        own.setColor(group, QPalette::WindowText, color(m_ink, QGuiApplication::palette()));
     }
     setPalette(own);
     m_isApplying = false;
 }
 
-void Text::changeEvent(QEvent *event)
+bool Text::event(QEvent *event)
 {
-    QLabel::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) {
+    const bool isHandled = QLabel::event(event);
+    const bool isDesktops =
+        event->type() == QEvent::ApplicationFontChange || event->type() == QEvent::PaletteChange;
+    if (isDesktops && !m_isApplying) {
         apply();
     }
+    return isHandled;
 }
 
 } // namespace corvane::look

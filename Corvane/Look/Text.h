@@ -28,8 +28,14 @@ public:
     /// Digits all equally wide, for times that change.
     void setMonospacedDigits();
 
+    /// Asks for one line as long as the text is, instead of a block of lines; it still breaks where there is
+    /// less room.
+    void setPrefersOneLine();
+
+    [[nodiscard]] QSize sizeHint() const override;
+
 protected:
-    void changeEvent(QEvent *event) override;
+    bool event(QEvent *event) override;
 
 private:
     void apply();
@@ -38,6 +44,7 @@ private:
     std::optional<QFont::Weight> m_weight;
     Ink m_ink;
     bool m_hasMonospacedDigits = false;
+    bool m_prefersOneLine = false;
     bool m_isApplying = false;
 };
 

@@ -3,6 +3,7 @@
 
 #include "Corvane/Utilities/DateText.h"
 
+#include <QRegularExpression>
 #include <QTimeZone>
 
 #include <algorithm>
@@ -39,6 +40,15 @@ QString iso8601Text(Date date)
 QString descriptionText(Date date)
 {
     return toDateTime(date).toString(u"yyyy-MM-dd HH:mm:ss"_s) + u" +0000"_s;
+}
+
+QString timeOfDayText(Date date, const QLocale &locale)
+{
+    // The short form of some locales, that of the machine without any among them, has seconds.
+    static const QRegularExpression seconds(u"[:.]ss?"_s);
+    QString format = locale.timeFormat(QLocale::ShortFormat);
+    format.remove(seconds);
+    return locale.toString(toDateTime(date).toLocalTime().time(), format);
 }
 
 QString defaultDoubleText(double value)

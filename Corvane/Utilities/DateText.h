@@ -6,6 +6,7 @@
 #include "Corvane/Utilities/Clock.h"
 
 #include <QDateTime>
+#include <QLocale>
 #include <QString>
 
 namespace corvane {
@@ -21,6 +22,10 @@ namespace corvane {
 
 /// For example "2026-11-15 09:00:00 +0000": a date inside a log line, always in UTC.
 [[nodiscard]] QString descriptionText(Date date);
+
+/// The time of day that `date` is on the user's clocks, as short as `locale` writes it and without seconds:
+/// "09:05", "9:05 AM".
+[[nodiscard]] QString timeOfDayText(Date date, const QLocale &locale);
 
 /// The shortest text that reads back as the same double, always with a fractional part: 1731657600.0.
 [[nodiscard]] QString defaultDoubleText(double value);

@@ -4,7 +4,13 @@
 """What a screen reader does with a program of the desktop it is called in.
 
     accessible.py PID texts          prints the names of all that shows, as a JSON list
-    accessible.py PID press NAME     presses the button of that name; fails when there is none within ten seconds
+    accessible.py PID press NAME     presses the button of that name, or turns the switch
+    accessible.py PID focus NAME     gives the keyboard to what has that name
+    accessible.py PID where NAME     prints the middle of what has that name, as X and Y on the screen
+    accessible.py PID value LABEL    prints what is chosen in the combo box with that label
+    accessible.py PID open LABEL     opens the list of the combo box with that label
+
+Each waits ten seconds at most for what it is about to appear, and fails when it does not.
 
 A program of its own, because the accessibility library keeps to the first bus that it has seen."""
 import json
@@ -33,9 +39,40 @@ def showing(node, depth=0):
 def press(node):
     action = node.queryAction()
     for index in range(action.nActions):
-        if action.getName(index) == "Press":
+        if action.getName(index) in ("Press", "Toggle"):
             return action.doAction(index)
     return False
+
+
+def label(node):
+    """What stands beside a control and names it; a combo box calls itself by what is chosen in it."""
+    for relation in node.getRelationSet():
+        if relation.getRelationType() == pyatspi.RELATION_LABELLED_BY:
+            return relation.getTarget(0).name
+    return None
+
+
+def act(nodes, command, name):
+    """Does what the command says to the first node that it fits; None when there is none."""
+    for node in nodes:
+        role = node.getRole()
+        if command == "press" and node.name == name and role in (pyatspi.ROLE_PUSH_BUTTON, pyatspi.ROLE_CHECK_BOX):
+            return press(node)
+        if command in ("value", "open") and role == pyatspi.ROLE_COMBO_BOX and label(node) == name:
+            if command == "open":
+                return press(node)
+            print(node.name)
+            return True
+        if command == "focus" and name in (node.name, label(node)):
+            component = node.queryComponent()
+            if node.getState().contains(pyatspi.STATE_FOCUSABLE):
+                return component.grabFocus()
+        if command == "where" and node.name == name:
+            area = node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+            if area.width > 0:
+                print(area.x + area.width // 2, area.y + area.height // 2)
+                return True
+    return None
 
 
 def main():
@@ -50,11 +87,11 @@ def main():
                     print(json.dumps([node.name for node in nodes if node.name]))
                     return 0
             else:
-                for node in nodes:
-                    if node.name == sys.argv[3] and node.getRole() == pyatspi.ROLE_PUSH_BUTTON:
-                        return 0 if press(node) else 1
+                done = act(nodes, command, sys.argv[3])
+                if done is not None:
+                    return 0 if done else 1
         time.sleep(0.1)
-    print(f"nothing found in program {pid}", file=sys.stderr)
+    print(f"{' '.join(sys.argv[2:])}: nothing found in program {pid}", file=sys.stderr)
     return 1
 
 

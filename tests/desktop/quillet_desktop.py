@@ -191,9 +191,24 @@ class Program:
         """Every text that a screen reader finds in the program's showing windows."""
         return json.loads(self.desktop.run("/usr/bin/python3", str(HERE / "accessible.py"), str(self.process.pid), "texts"))
 
+    def accessible(self, command, name):
+        """Has a screen reader's library do one of the things that accessible.py knows; gives what it printed."""
+        return self.desktop.run("/usr/bin/python3", str(HERE / "accessible.py"), str(self.process.pid), command, name)
+
     def press(self, name):
-        """Presses the button of that accessible name."""
-        self.desktop.run("/usr/bin/python3", str(HERE / "accessible.py"), str(self.process.pid), "press", name)
+        """Presses the button, or turns the switch, of that accessible name."""
+        self.accessible("press", name)
+
+    def focus(self, name):
+        """Gives the keyboard to what has that accessible name."""
+        self.accessible("focus", name)
+
+    def choose(self, label, choice):
+        """Opens the list of the combo box with that label and clicks the choice."""
+        self.accessible("open", label)
+        place = self.accessible("where", choice).split()
+        self.desktop.run("xdotool", "mousemove", *place, "click", "1")
+        poll(f"{label} to be {choice}", lambda: self.accessible("value", label).strip() == choice)
 
     def end(self):
         if self.process.poll() is None:
@@ -321,6 +336,20 @@ class Desktop(contextlib.AbstractContextManager):
         answer = self.call(name, path or "/StatusNotifierItem", "org.freedesktop.DBus.Properties.Get",
                            "org.kde.StatusNotifierItem", "Title")
         return re.fullmatch(r"\(<'(.*)'>,\)\s*", answer)[1]
+
+    def open_panel(self):
+        """Clicks the bell, as its host would tell of it."""
+        (item,) = self.status_items()
+        name, path = re.fullmatch(r"([^/]+)(/.*)?", item).groups()
+        self.call(name, path or "/StatusNotifierItem", "org.kde.StatusNotifierItem.Activate", str(self.size[0] - 40), "10")
+
+    def setting(self, key):
+        """A setting as it stands in the file; None where it does not."""
+        try:
+            lines = (self.config / "quillet/quillet.ini").read_text(errors="replace").splitlines()
+        except FileNotFoundError:
+            return None
+        return next((line.split("=", 1)[1] for line in lines if line.startswith(key + "=")), None)
 
     # --- the screen
 

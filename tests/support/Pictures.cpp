@@ -21,13 +21,16 @@ void prepareEnvironment(int scaleFactor)
     qputenv("FONTCONFIG_FILE", QUILLET_TEST_FONTS);
 }
 
-void prepareApplication()
+void prepareApplication(Theme theme, double fontScale)
 {
     QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
-    QPalette palette(QColor(u"#efefef"_s), QColor(u"#f4f4f4"_s));
+    QPalette palette = theme == Theme::light ? QPalette(QColor(u"#efefef"_s), QColor(u"#f4f4f4"_s))
+                                             : QPalette(QColor(u"#3a3a3c"_s), QColor(u"#2a2a2c"_s));
     palette.setColor(QPalette::Highlight, QColor(u"#308cc6"_s));
     QApplication::setPalette(palette);
-    QApplication::setFont(QFont(u"DejaVu Sans"_s, 10));
+    QFont font(u"DejaVu Sans"_s);
+    font.setPointSizeF(10 * fontScale);
+    QApplication::setFont(font);
     QApplication::setCursorFlashTime(0);
 }
 

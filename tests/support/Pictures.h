@@ -13,8 +13,11 @@ namespace corvane::pictures {
 /// the application object is made. `scaleFactor` is 1 or 2.
 void prepareEnvironment(int scaleFactor);
 
-/// Sets what the application object can tell: style, palette, font, no blinking.
-void prepareApplication();
+enum class Theme { light, dark };
+
+/// Sets what the application object can tell: style, palette, font, no blinking. Called again, it changes the
+/// theme, and the size of the desktop's font to `fontScale` of the usual one, for widgets made from then on.
+void prepareApplication(Theme theme = Theme::light, double fontScale = 1);
 
 /// Compares `picture` with the reference `name` of this version of Qt. Empty when they are the same; else
 /// what is wrong and where the picture was written, to be looked at and, if it is right, to become the

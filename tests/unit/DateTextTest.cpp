@@ -30,6 +30,18 @@ class DateTextTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void timesOfDayFollowTheLocaleAndLeaveSecondsOut()
+    {
+        const Date morning = at("09:05:59.9");
+        const Date evening = at("21:05:00");
+        QCOMPARE(timeOfDayText(morning, QLocale::c()), u"09:05"_s);
+        QCOMPARE(timeOfDayText(evening, QLocale(u"de_DE"_s)), u"21:05"_s);
+        QCOMPARE(timeOfDayText(morning, QLocale(u"en_US"_s)), u"9:05 AM"_s);
+        QCOMPARE(timeOfDayText(evening, QLocale(u"en_US"_s)), u"9:05 PM"_s);
+        QCOMPARE(timeOfDayText(evening, QLocale(u"da_DK"_s)), u"21.05"_s);
+        QCOMPARE(timeOfDayText(at("00:00:00"), QLocale(u"en_GB"_s)), u"00:00"_s);
+    }
+
     void stampsKeepTheirMilliseconds()
     {
         for (int millisecond = 0; millisecond < 1000; ++millisecond) {

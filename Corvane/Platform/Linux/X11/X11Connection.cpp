@@ -7,6 +7,8 @@
 
 #include <QGuiApplication>
 
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -21,6 +23,21 @@ struct Free {
 };
 template <typename Reply>
 using Owned = std::unique_ptr<Reply, Free>;
+
+struct Disconnect {
+    void operator()(xcb_connection_t *server) const { xcb_disconnect(server); }
+};
+
+// The atom of a name, made where the server does not know it yet.
+xcb_atom_t madeAtom(const char *name)
+{
+    const auto asked = xcb_intern_atom(connection(), 0, static_cast<std::uint16_t>(std::strlen(name)), name);
+    const Owned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection(), asked, nullptr));
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+constexpr std::uint8_t bitsOfNumber = 32;
+constexpr std::uint8_t bitsOfText = 8;
 
 } // namespace
 
@@ -48,17 +65,22 @@ std::uint32_t atom(const char *name)
     return reply ? reply->atom : 0;
 }
 
-bool isComposited()
+std::uint32_t selectionOwner(const char *name)
 {
-    // A compositing manager owns the selection of its screen; Qt uses the first one.
-    const std::uint32_t selection = atom("_NET_WM_CM_S0");
+    const std::uint32_t selection = atom(name);
     if (selection == 0) {
-        return false;
+        return 0;
     }
     const auto asked = xcb_get_selection_owner(connection(), selection);
     const Owned<xcb_get_selection_owner_reply_t> reply(
         xcb_get_selection_owner_reply(connection(), asked, nullptr));
-    return reply && reply->owner != XCB_NONE;
+    return reply ? reply->owner : 0;
+}
+
+bool isComposited()
+{
+    // A compositing manager owns the selection of its screen; Qt uses the first one.
+    return selectionOwner("_NET_WM_CM_S0") != 0;
 }
 
 std::vector<std::uint32_t> property(std::uint32_t window, const char *name)
@@ -104,6 +126,121 @@ std::optional<PixelPoint> pointer()
         return std::nullopt;
     }
     return PixelPoint{reply->root_x, reply->root_y};
+}
+
+std::optional<std::uint32_t> serverTime()
+{
+    if (connection() == nullptr) {
+        return std::nullopt;
+    }
+    // The server tells its time with an event only. That is taken on a connection of its own, since the
+    // toolkit reads all events of the other one.
+    const std::unique_ptr<xcb_connection_t, Disconnect> server(xcb_connect(nullptr, nullptr));
+    if (xcb_connection_has_error(server.get()) != 0) {
+        return std::nullopt;
+    }
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(server.get())).data->root;
+    const xcb_window_t window = xcb_generate_id(server.get());
+    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_create_window(server.get(), XCB_COPY_FROM_PARENT, window, root, -1, -1, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
+    xcb_change_property(server.get(), XCB_PROP_MODE_APPEND, window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING,
+                        bitsOfText, 0, nullptr);
+    xcb_flush(server.get());
+    constexpr std::uint8_t typeMask = 0x7f;
+    while (const Owned<xcb_generic_event_t> event{xcb_wait_for_event(server.get())}) {
+        if ((event->response_type & typeMask) == XCB_PROPERTY_NOTIFY) {
+            return reinterpret_cast<const xcb_property_notify_event_t *>(event.get())->time;
+        }
+    }
+    return std::nullopt;
+}
+
+void setNumber(std::uint32_t window, const char *name, std::uint32_t value)
+{
+    if (xcb_connection_t *server = connection()) {
+        xcb_change_property(server, XCB_PROP_MODE_REPLACE, window, madeAtom(name), XCB_ATOM_CARDINAL,
+                            bitsOfNumber, 1, &value);
+    }
+}
+
+void setText(std::uint32_t window, const char *name, std::string_view utf8)
+{
+    if (xcb_connection_t *server = connection()) {
+        xcb_change_property(server, XCB_PROP_MODE_REPLACE, window, madeAtom(name), madeAtom("UTF8_STRING"),
+                            bitsOfText, static_cast<std::uint32_t>(utf8.size()), utf8.data());
+    }
+}
+
+void appendAtoms(std::uint32_t window, const char *name, std::initializer_list<const char *> names)
+{
+    xcb_connection_t *server = connection();
+    if (server == nullptr) {
+        return;
+    }
+    std::vector<xcb_atom_t> atoms;
+    for (const char *each : names) {
+        atoms.push_back(madeAtom(each));
+    }
+    xcb_change_property(server, XCB_PROP_MODE_APPEND, window, madeAtom(name), XCB_ATOM_ATOM, bitsOfNumber,
+                        static_cast<std::uint32_t>(atoms.size()), atoms.data());
+}
+
+void activate(std::uint32_t window, std::uint32_t time)
+{
+    xcb_connection_t *server = connection();
+    if (server == nullptr) {
+        return;
+    }
+    constexpr std::uint32_t fromApplication = 1;
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = bitsOfNumber;
+    message.window = window;
+    message.type = madeAtom("_NET_ACTIVE_WINDOW");
+    message.data.data32[0] = fromApplication;
+    message.data.data32[1] = time;
+    xcb_send_event(server, 0, rootWindow(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char *>(&message));
+    xcb_flush(server);
+}
+
+void endStartup(std::string_view identifier)
+{
+    xcb_connection_t *server = connection();
+    if (server == nullptr) {
+        return;
+    }
+    std::string text = "remove: ID=\"";
+    for (const char c : identifier) {
+        if (c == '"' || c == '\\') {
+            text += '\\';
+        }
+        text += c;
+    }
+    text += '"';
+    // The text goes out in pieces, the last one ended by a zero, all from one window of the program's.
+    const xcb_window_t sender = xcb_generate_id(server);
+    xcb_create_window(server, XCB_COPY_FROM_PARENT, sender, rootWindow(), -1, -1, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = bitsOfText;
+    message.window = sender;
+    message.type = madeAtom("_NET_STARTUP_INFO_BEGIN");
+    constexpr std::size_t pieceSize = 20;
+    for (std::size_t at = 0; at <= text.size(); at += pieceSize) {
+        std::array<char, pieceSize> piece{};
+        std::copy_n(text.begin() + static_cast<std::ptrdiff_t>(at), std::min(pieceSize, text.size() - at),
+                    piece.begin());
+        std::memcpy(message.data.data8, piece.data(), pieceSize);
+        xcb_send_event(server, 0, rootWindow(), XCB_EVENT_MASK_PROPERTY_CHANGE,
+                       reinterpret_cast<const char *>(&message));
+        message.type = madeAtom("_NET_STARTUP_INFO");
+    }
+    xcb_destroy_window(server, sender);
+    xcb_flush(server);
 }
 
 } // namespace corvane::x11

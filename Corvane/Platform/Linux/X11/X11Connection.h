@@ -4,7 +4,9 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 struct xcb_connection_t;
@@ -21,6 +23,9 @@ namespace corvane::x11 {
 
 /// The atom of `name`; 0 when the server does not know it or there is none.
 [[nodiscard]] std::uint32_t atom(const char *name);
+
+/// The window that owns the selection `name`; 0 when none does.
+[[nodiscard]] std::uint32_t selectionOwner(const char *name);
 
 /// Whether windows that are partly transparent look so: whether a compositing manager runs.
 [[nodiscard]] bool isComposited();
@@ -45,5 +50,22 @@ struct PixelPoint {
 
 /// The pixel that the pointer is on; none without a connection.
 [[nodiscard]] std::optional<PixelPoint> pointer();
+
+/// The server's own time in milliseconds, from an arbitrary moment on; none without a server.
+[[nodiscard]] std::optional<std::uint32_t> serverTime();
+
+/// Sets `window`'s property `name` to a number, or to a text in UTF-8. Nothing happens without a connection.
+void setNumber(std::uint32_t window, const char *name, std::uint32_t value);
+void setText(std::uint32_t window, const char *name, std::string_view utf8);
+
+/// Adds the atoms `names` to the list that `window`'s property `name` is.
+void appendAtoms(std::uint32_t window, const char *name, std::initializer_list<const char *> names);
+
+/// Asks the window manager to give `window` the keyboard and to put it in front, for what the user did at
+/// `time` by the server's clock.
+void activate(std::uint32_t window, std::uint32_t time);
+
+/// Tells the desktop that the start with this identifier is over, so that it no longer shows it as going on.
+void endStartup(std::string_view identifier);
 
 } // namespace corvane::x11

@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QWidget>
+
+namespace corvane::look {
+
+/// The product's badge: a white symbol on the accent's colour. It says nothing to a screen reader, since the
+/// product's name stands beside it.
+class Badge final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit Badge(const QString &symbolName, QWidget *parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QString m_symbolName;
+};
+
+} // namespace corvane::look

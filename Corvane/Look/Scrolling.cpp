@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Look/Scrolling.h"
+
+#include "Corvane/Look/ScrollView.h"
+
+#include <QScrollBar>
+
+namespace corvane::look {
+
+QScrollArea *scrolling(QWidget *content)
+{
+    auto *area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus); // it answers the keys that its content leaves alone
+    area->setWidgetResizable(true);
+    makeSlim(*area->verticalScrollBar());
+    area->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    area->viewport()->setBackgroundRole(QPalette::Window);
+    area->setWidget(content);
+    content->setAutoFillBackground(false);
+    return area;
+}
+
+} // namespace corvane::look

@@ -1,0 +1,102 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/X11/X11WindowSystem.h"
+
+#include "Corvane/Platform/Linux/X11/X11Connection.h"
+
+#include <QGuiApplication>
+#include <QWindow>
+
+#include <algorithm>
+#include <utility>
+
+namespace corvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QWindow *toolkitWindow(WindowId id)
+{
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    const auto window = std::find_if(windows.begin(), windows.end(), [id](const QWindow *candidate) {
+        return candidate->handle() != nullptr && candidate->winId() == id;
+    });
+    return window != windows.end() ? *window : nullptr;
+}
+
+bool canActivate()
+{
+    const std::uint32_t message = x11::atom("_NET_ACTIVE_WINDOW");
+    const auto supported = x11::property(x11::rootWindow(), "_NET_SUPPORTED");
+    return message != 0 && std::find(supported.begin(), supported.end(), message) != supported.end();
+}
+
+} // namespace
+
+std::optional<std::uint32_t> X11WindowSystem::timeOf(const QString &token)
+{
+    constexpr auto mark = "_TIME"_L1;
+    const qsizetype at = token.lastIndexOf(mark);
+    if (at < 0) {
+        return std::nullopt;
+    }
+    bool isNumber = false;
+    const std::uint32_t time = QStringView(token).sliced(at + mark.size()).toUInt(&isNumber);
+    return isNumber && time != 0 ? std::optional(time) : std::nullopt;
+}
+
+bool X11WindowSystem::isComposited() const
+{
+    // Under Wayland every window is.
+    return x11::connection() == nullptr ? QGuiApplication::platformName().startsWith("wayland"_L1)
+                                        : x11::isComposited();
+}
+
+void X11WindowSystem::userAsked(const QString &token)
+{
+    if (!token.isEmpty()) {
+        m_token = token;
+    }
+    if (x11::connection() != nullptr) {
+        m_userTime = timeOf(token).value_or(x11::serverTime().value_or(0));
+    }
+}
+
+void X11WindowSystem::keepOutOfTaskBar(WindowId window)
+{
+    // The toolkit adds its own states to those that it finds when the window is shown.
+    x11::appendAtoms(static_cast<std::uint32_t>(window), "_NET_WM_STATE",
+                     {"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"});
+}
+
+void X11WindowSystem::bringToFront(WindowId window)
+{
+    const QString token = std::exchange(m_token, QString());
+    if (x11::connection() == nullptr) {
+        if (QWindow *known = toolkitWindow(window)) {
+            if (!token.isEmpty()) {
+                // Where the toolkit looks for it; it takes it out of the environment.
+                qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
+            }
+            known->requestActivate();
+        }
+        return;
+    }
+    const auto id = static_cast<std::uint32_t>(window);
+    if (!token.isEmpty()) {
+        x11::setText(id, "_NET_STARTUP_ID", token.toUtf8().toStdString());
+        x11::endStartup(token.toUtf8().toStdString());
+    }
+    if (m_userTime != 0) {
+        x11::setNumber(id, "_NET_WM_USER_TIME", m_userTime);
+    }
+    if (canActivate()) {
+        x11::activate(id, m_userTime);
+    } else if (QWindow *known = toolkitWindow(window)) {
+        known->requestActivate();
+    }
+}
+
+} // namespace corvane

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Look/ScrollView.h"
+#include "Corvane/Views/UserManualPDF.h"
+
+namespace corvane {
+
+class InformationDictionary;
+
+/// The version that the About window shows: "Version 1.0.6", or "Version 1.0" where `information` does not
+/// tell it.
+[[nodiscard]] QString versionLine(const InformationDictionary &information);
+
+/// The content of the About window.
+class AboutCorvaneView final : public look::ScrollView {
+    Q_OBJECT
+
+public:
+    /// `manual` is borrowed and outlives the view. `openLink` opens the web site, and begins a letter.
+    AboutCorvaneView(const UserManualPDF &manual, const InformationDictionary &information,
+                     UserManualPDF::Opener openLink, QWidget *parent = nullptr);
+};
+
+} // namespace corvane

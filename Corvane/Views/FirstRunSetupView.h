@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QWidget>
+
+#include <functional>
+
+class QScrollArea;
+
+namespace corvane {
+
+class AppSettings;
+class PageIndicator;
+
+namespace look {
+class Button;
+class SymbolView;
+class Text;
+} // namespace look
+
+/// The content of the window that welcomes a new teacher: five pages, gone through one by one. It only tells;
+/// it asks for nothing and sends nothing.
+class FirstRunSetupView final : public QWidget {
+    Q_OBJECT
+
+public:
+    /// `settings` is borrowed. `dismiss` closes the window; it may delete the view only on a later turn of
+    /// the event loop. Closed in any other way, the setup is not finished.
+    FirstRunSetupView(AppSettings &settings, std::function<void()> dismiss, QWidget *parent = nullptr);
+
+    /// The page that is shown, from 0.
+    [[nodiscard]] int step() const { return m_step; }
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+private:
+    void goBack();
+    void goOn();
+    void showStep();
+    void reserveRoom();
+
+    AppSettings &m_settings;
+    std::function<void()> m_dismiss;
+    int m_step = 0;
+    look::SymbolView *m_symbol;
+    look::Text *m_title;
+    look::Text *m_detail;
+    PageIndicator *m_indicator;
+    look::Button *m_back;
+    look::Button *m_forward;
+    QScrollArea *m_page;
+};
+
+} // namespace corvane

@@ -1,0 +1,280 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Views/HelpCenterView.h"
+
+#include "Corvane/Look/Buttons.h"
+#include "Corvane/Look/Look.h"
+#include "Corvane/Look/ScrollView.h"
+#include "Corvane/Look/SearchField.h"
+#include "Corvane/Look/Stacks.h"
+#include "Corvane/Look/Surfaces.h"
+#include "Corvane/Look/SymbolView.h"
+#include "Corvane/Look/Symbols.h"
+#include "Corvane/Look/Text.h"
+#include "Corvane/Views/HelpArticleView.h"
+#include "Corvane/Views/UserManualPDF.h"
+
+#include <QFontInfo>
+#include <QFontMetrics>
+#include <QListWidget>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QSplitter>
+#include <QStackedLayout>
+#include <QStyledItemDelegate>
+
+#include <algorithm>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+
+namespace {
+
+using namespace look;
+
+constexpr int topicRole = Qt::UserRole;
+
+/// A row of the list: the topic's symbol and its title, on as many lines as it needs.
+class TopicRow final : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    static int symbolSize(const QFont &font)
+    {
+        return static_cast<int>(std::lround(QFontInfo(font).pixelSize() * control::symbolShare));
+    }
+
+    /// What a row of `font` needs beside its text.
+    static int widthBesideText(const QFont &font) { return symbolSize(font) + 3 * space::small; }
+
+    static int scrollBarWidth(const QWidget *list)
+    {
+        return static_cast<const QAbstractScrollArea *>(list)->verticalScrollBar()->sizeHint().width();
+    }
+
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        // As if the list scrolled, or the rows would have to be measured anew once they make it scroll.
+        const int width = option.widget->width() - scrollBarWidth(option.widget);
+        const int textWidth = std::max(1, width - widthBesideText(option.font));
+        const QRect text =
+            QFontMetrics(option.font)
+                .boundingRect(0, 0, textWidth, QWIDGETSIZE_MAX, Qt::TextWordWrap, index.data().toString());
+        return {width, std::max(text.height(), symbolSize(option.font)) + 2 * control::verticalPadding};
+    }
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        const bool isSelected = (option.state & QStyle::State_Selected) != 0;
+        const bool isUnderMouse = (option.state & QStyle::State_MouseOver) != 0;
+        if (isSelected || isUnderMouse) {
+            painter->setPen(Qt::NoPen);
+            painter->setBrush(isSelected ? color(Ink::accent, option.palette)
+                                         : color(Ink::primary, option.palette, 0.05));
+            painter->drawRoundedRect(option.rect, control::cornerRadius, control::cornerRadius);
+        }
+        const int symbol = symbolSize(option.font);
+        const int lineHeight = QFontMetrics(option.font).height();
+        const QRect inside = option.rect.adjusted(space::small, control::verticalPadding, -space::small,
+                                                  -control::verticalPadding);
+        // Beside the first line, also of a title that takes two.
+        const QRect symbolArea(inside.left(), inside.top() + (lineHeight - symbol) / 2, symbol, symbol);
+        const QRect textArea = inside.adjusted(symbol + space::small, 0, 0, 0);
+        const HelpTopic topic = static_cast<HelpTopic>(index.data(topicRole).toInt());
+        painter->drawPixmap(QStyle::visualRect(option.direction, option.rect, symbolArea),
+                            symbolPixmap(symbolName(topic), symbol,
+                                         color(isSelected ? Ink::onAccent : Ink::accent, option.palette),
+                                         painter->device()->devicePixelRatioF()));
+        painter->setFont(option.font);
+        painter->setPen(color(isSelected ? Ink::onAccent : Ink::primary, option.palette));
+        painter->drawText(QStyle::visualRect(option.direction, option.rect, textArea),
+                          Qt::TextWordWrap | Qt::AlignVCenter |
+                              QStyle::visualAlignment(option.direction, Qt::AlignLeft),
+                          index.data().toString());
+        if ((option.state & QStyle::State_HasFocus) != 0 && !isSelected) {
+            paintFocusRing(*painter, option.rect, control::cornerRadius, option.palette);
+        }
+        painter->restore();
+    }
+};
+
+/// The list of topics. A click below the last one deselects.
+class TopicList final : public QListWidget {
+public:
+    TopicList()
+    {
+        setAccessibleName(u"Help topics"_s);
+        setFrameShape(QFrame::NoFrame);
+        viewport()->setAutoFillBackground(false);
+        viewport()->setAttribute(Qt::WA_Hover);
+        setItemDelegate(new TopicRow(this));
+        makeSlim(*verticalScrollBar());
+        setResizeMode(QListView::Adjust);
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+        setSpacing(0);
+    }
+
+    /// Wide enough for the longest title on one line, or for its longest word.
+    [[nodiscard]] int widthFor(bool isWhole) const
+    {
+        const QFontMetrics metrics(font());
+        int widest = 0;
+        for (const HelpTopic topic : allHelpTopics) {
+            for (const QString &part : isWhole ? QStringList(title(topic)) : title(topic).split(u' ')) {
+                widest = std::max(widest, metrics.horizontalAdvance(part));
+            }
+        }
+        return widest + 1 + TopicRow::widthBesideText(font()) + TopicRow::scrollBarWidth(this);
+    }
+
+    [[nodiscard]] QSize sizeHint() const override
+    {
+        return {widthFor(true), QListWidget::sizeHint().height()};
+    }
+    [[nodiscard]] QSize minimumSizeHint() const override
+    {
+        return {widthFor(false), 2 * QFontMetrics(font()).height()};
+    }
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override
+    {
+        if (!indexAt(event->pos()).isValid()) {
+            setCurrentItem(nullptr);
+            clearSelection();
+        }
+        QListWidget::mousePressEvent(event);
+    }
+};
+
+QWidget *emptyState()
+{
+    auto *text = new Text(u"No matching help topic"_s, TextStyle::title, QFont::Bold);
+    text->setAlignment(Qt::AlignCenter);
+    auto *symbol = new SymbolView(u"magnifyingglass"_s, help::emptySymbolSize, Ink::secondary);
+    auto *stack = column(space::medium, {Spacer{}, row(0, {Spacer{}, symbol, Spacer{}}), text, Spacer{}});
+    auto *view = new QWidget;
+    view->setLayout(padded({space::large, space::large, space::large, space::large}, stack));
+    return view;
+}
+
+} // namespace
+
+HelpCenterView::HelpCenterView(const UserManualPDF &manual, QWidget *parent)
+    : QWidget(parent)
+    , m_search(new SearchField(u"Search help"_s))
+    , m_list(new TopicList)
+    , m_columns(new QSplitter)
+    , m_detail(new QStackedLayout)
+{
+    m_columns->setChildrenCollapsible(false);
+    m_columns->setHandleWidth(1);
+    m_columns->addWidget(sidebar());
+    m_columns->addWidget(detail(manual));
+    setLayout(row(0, {}));
+    layout()->addWidget(m_columns);
+    connect(m_columns, &QSplitter::splitterMoved, this, [this] { m_isDividedByUser = true; });
+
+    connect(m_search, &QLineEdit::textChanged, this, &HelpCenterView::listTopics);
+    connect(m_search, &QLineEdit::returnPressed, m_list, [this] { m_list->setFocus(); });
+    connect(m_list, &QListWidget::itemSelectionChanged, this, [this] {
+        if (m_isListing) {
+            return;
+        }
+        const QList<QListWidgetItem *> selected = m_list->selectedItems();
+        m_selection = selected.isEmpty()
+                          ? std::nullopt
+                          : std::optional(static_cast<HelpTopic>(selected.front()->data(topicRole).toInt()));
+        showDetail();
+    });
+    auto *find = new QShortcut(QKeySequence::Find, this);
+    connect(find, &QShortcut::activated, m_search, [this] {
+        m_search->setFocus(Qt::ShortcutFocusReason);
+        m_search->selectAll();
+    });
+    listTopics();
+    showDetail();
+    followDesktopFont(*this);
+}
+
+QString HelpCenterView::searchText() const
+{
+    return m_search->text();
+}
+
+QList<HelpTopic> HelpCenterView::visibleTopics() const
+{
+    return visibleHelpTopics(searchText(), locale());
+}
+
+QWidget *HelpCenterView::sidebar()
+{
+    constexpr int padding = help::sidebarPadding;
+    auto *content = new QWidget;
+    content->setLayout(
+        padded({padding, padding, padding, padding},
+               column(space::medium, {new Text(u"Quillet Help"_s, TextStyle::headline), m_search, m_list})));
+    return content;
+}
+
+QWidget *HelpCenterView::detail(const UserManualPDF &manual)
+{
+    auto *openManual = new Button(u"Open PDF Manual"_s, Button::Kind::bordered, u"doc.richtext"_s);
+    openManual->setToolTip(u"Open the printable Quillet User Manual"_s);
+    connect(openManual, &QAbstractButton::clicked, this, [&manual] { manual.open(); });
+    auto *toolbar = padded({space::medium, space::small, space::medium, space::small},
+                           row(space::small, {Spacer{}, openManual}));
+    return new Surface(0, cardColor, column(0, {toolbar, new Divider, m_detail}));
+}
+
+void HelpCenterView::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    divide();
+}
+
+void HelpCenterView::divide()
+{
+    if (m_isDividedByUser) {
+        return;
+    }
+    // Each title on one line where that leaves the article enough, and never so narrow that a word is cut.
+    const QWidget *sidebar = m_columns->widget(0);
+    const int wanted = std::min(
+        {sidebar->sizeHint().width(), help::sidebarWidth, static_cast<int>(width() * help::sidebarShare)});
+    const int sidebarWidth = std::max(wanted, sidebar->minimumSizeHint().width());
+    m_columns->setSizes({sidebarWidth, std::max(1, width() - sidebarWidth - m_columns->handleWidth())});
+}
+
+void HelpCenterView::listTopics()
+{
+    m_isListing = true;
+    m_list->clear();
+    for (const HelpTopic topic : visibleTopics()) {
+        auto *item = new QListWidgetItem(title(topic), m_list);
+        item->setData(topicRole, static_cast<int>(topic));
+        if (topic == m_selection) {
+            m_list->setCurrentItem(item);
+        }
+    }
+    m_isListing = false;
+}
+
+void HelpCenterView::showDetail()
+{
+    while (QLayoutItem *shown = m_detail->takeAt(0)) {
+        delete shown->widget();
+        delete shown;
+    }
+    m_detail->addWidget(m_selection ? new HelpArticleView(*m_selection) : emptyState());
+}
+
+} // namespace corvane

@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Views/HelpTopic.h"
+
+#include <QWidget>
+
+#include <optional>
+
+class QListWidget;
+class QSplitter;
+class QStackedLayout;
+
+namespace corvane {
+
+class UserManualPDF;
+
+namespace look {
+class SearchField;
+}
+
+/// The content of the help window: the topics that a search leaves, and beside them the article of the one
+/// that is selected.
+class HelpCenterView final : public QWidget {
+    Q_OBJECT
+
+public:
+    /// Begins with an empty search and the welcome. `manual` is borrowed and outlives the view.
+    explicit HelpCenterView(const UserManualPDF &manual, QWidget *parent = nullptr);
+
+    [[nodiscard]] QString searchText() const;
+    [[nodiscard]] QList<HelpTopic> visibleTopics() const;
+
+    /// The topic whose article is shown; none once the user has deselected it. A search leaves it as it is,
+    /// also where it leaves the topic out.
+    [[nodiscard]] std::optional<HelpTopic> selection() const { return m_selection; }
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    [[nodiscard]] QWidget *sidebar();
+    [[nodiscard]] QWidget *detail(const UserManualPDF &manual);
+    void divide();
+    void listTopics();
+    void showDetail();
+
+    std::optional<HelpTopic> m_selection = HelpTopic::welcome;
+    look::SearchField *m_search;
+    QListWidget *m_list;
+    QSplitter *m_columns;
+    QStackedLayout *m_detail;
+    bool m_isListing = false;
+    bool m_isDividedByUser = false;
+};
+
+} // namespace corvane

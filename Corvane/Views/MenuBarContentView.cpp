@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Views/MenuBarContentView.h"
+
+#include "Corvane/Look/Buttons.h"
+#include "Corvane/Look/Stacks.h"
+#include "Corvane/Look/Surfaces.h"
+#include "Corvane/Look/Text.h"
+#include "Corvane/Views/ScheduleStatusView.h"
+
+#include <QKeySequence>
+#include <QShowEvent>
+
+namespace corvane {
+
+using namespace look;
+
+namespace {
+
+/// The commands below one another, with the lines between their groups. Each lights up a little beyond its
+/// text; that is taken from the space between the texts.
+QLayout *commandRows(const std::vector<MenuCommand> &commands)
+{
+    constexpr int aroundLine = menu::spacing - control::rowPadding;
+    constexpr int between = menu::spacing - 2 * control::rowPadding;
+    auto *rows = column(0, {});
+    for (const MenuCommand &command : commands) {
+        if (command.beginsGroup) {
+            rows->addSpacing(rows->count() == 0 ? 0 : aroundLine);
+            rows->addWidget(new Divider);
+            rows->addSpacing(aroundLine);
+        } else {
+            rows->addSpacing(between);
+        }
+        auto *button = new Button(command.text, Button::Kind::plain);
+        if (!command.shortcut.isEmpty()) {
+            button->setKeys(QKeySequence(command.shortcut, QKeySequence::PortableText));
+        }
+        QObject::connect(button, &Button::clicked, button, [action = command.action] { action(); });
+        rows->addWidget(button);
+    }
+    return rows;
+}
+
+} // namespace
+
+MenuBarContentView::MenuBarContentView(MenuBarViewModel &viewModel, const MenuActions &actions,
+                                       QWidget *parent)
+    : QWidget(parent)
+    , m_viewModel(viewModel)
+    , m_actions(actions)
+    , m_error(new Text({}, TextStyle::caption, Ink::red))
+{
+    setFixedWidth(menu::width);
+    followDesktopFont(*this);
+    // In line with the texts of the commands.
+    m_error->setContentsMargins(control::rowInset, 0, control::rowInset, 0);
+    setLayout(padded(
+        {menu::horizontalPadding, menu::verticalPadding, menu::horizontalPadding, menu::verticalPadding},
+        column(menu::spacing,
+               {new ScheduleStatusView(viewModel), m_error, commandRows(menuCommands(viewModel, actions))})));
+    connect(&viewModel, &MenuBarViewModel::lastErrorMessageChanged, this, &MenuBarContentView::showError);
+    showError();
+}
+
+QSize MenuBarContentView::sizeHint() const
+{
+    // Texts that break are as high as the width makes them, not as they would like to be.
+    return {menu::width, layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(menu::width)
+                                                       : layout()->totalSizeHint().height()};
+}
+
+void MenuBarContentView::showError()
+{
+    const std::optional<QString> &message = m_viewModel.lastErrorMessage();
+    m_error->setText(message.value_or(QString()));
+    m_error->setVisible(message.has_value());
+}
+
+void MenuBarContentView::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    if (!event->spontaneous()) {
+        openSetupUnlessCompleted(m_viewModel, m_actions);
+    }
+}
+
+} // namespace corvane

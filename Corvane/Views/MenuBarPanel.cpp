@@ -1,0 +1,124 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Views/MenuBarPanel.h"
+
+#include "Corvane/Views/PanelWindow.h"
+
+#include <QGuiApplication>
+#include <QWindow>
+
+#include <utility>
+
+namespace corvane {
+
+using namespace Qt::StringLiterals;
+
+MenuBarPanel::MenuBarPanel(MakeContent makeContent, const Screens &screens, WindowSystem &windowSystem,
+                           QObject *parent)
+    : QObject(parent)
+    , m_makeContent(std::move(makeContent))
+    , m_screens(screens)
+    , m_windowSystem(windowSystem)
+{
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &MenuBarPanel::keyboardMoved);
+}
+
+MenuBarPanel::~MenuBarPanel()
+{
+    delete m_window;
+}
+
+QString MenuBarPanel::title()
+{
+    return u"Quillet"_s;
+}
+
+QWidget *MenuBarPanel::window() const
+{
+    return m_window;
+}
+
+void MenuBarPanel::toggle(std::optional<Point> item)
+{
+    if (isOpen()) {
+        close();
+        return;
+    }
+    const auto lost = std::exchange(m_lostKeyboard, std::nullopt);
+    if (!lost || uptime() - *lost >= sameClick) {
+        open(item);
+    }
+}
+
+void MenuBarPanel::open(std::optional<Point> item)
+{
+    show(false, item);
+}
+
+void MenuBarPanel::openAsWindow()
+{
+    show(true, std::nullopt);
+}
+
+void MenuBarPanel::show(bool isOrdinary, std::optional<Point> item)
+{
+    if (!isOpen()) {
+        m_isOrdinary = isOrdinary;
+        m_hadKeyboard = false;
+        m_staysBesideWindows = false;
+        const auto kind = isOrdinary                      ? PanelWindow::Kind::window
+                          : m_windowSystem.isComposited() ? PanelWindow::Kind::compositedPanel
+                                                          : PanelWindow::Kind::panel;
+        auto *window = new PanelWindow(kind, m_makeContent(), [this, item](Size size) {
+            return PanelPlacement::find(size, item, m_screens.screens(),
+                                        m_screens.mainScreen().value_or(Screen{}));
+        });
+        m_window = window;
+        window->setWindowTitle(title());
+        connect(window, &PanelWindow::dismissed, this, &MenuBarPanel::close);
+        m_windowSystem.keepOutOfTaskBar(window->winId());
+        window->fit();
+        window->show();
+        Q_EMIT opened();
+    }
+    if (isOpen()) {
+        m_window->raise();
+        m_windowSystem.bringToFront(m_window->winId());
+    }
+}
+
+void MenuBarPanel::close()
+{
+    if (!isOpen()) {
+        return;
+    }
+    QWidget *window = m_window;
+    m_window = nullptr;
+    window->disconnect(this);
+    window->hide();
+    // The call may come from a button in it.
+    window->deleteLater();
+    Q_EMIT closed();
+}
+
+void MenuBarPanel::keyboardMoved(QWindow *to)
+{
+    if (!isOpen() || m_isOrdinary) {
+        return;
+    }
+    const QWindow *panel = m_window->windowHandle();
+    for (const QWindow *window = to; window != nullptr; window = window->transientParent()) {
+        if (window == panel) {
+            m_hadKeyboard = true;
+            return;
+        }
+    }
+    // Until it has been given the keyboard once, the one that loses it is another window.
+    if (m_hadKeyboard && !(to != nullptr && m_staysBesideWindows)) {
+        m_lostKeyboard = uptime();
+        close();
+    }
+}
+
+} // namespace corvane

@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QLabel>
+
+namespace corvane {
+
+/// A capsule for each of a few pages, that of the shown one longer and in the accent's colour. A screen
+/// reader reads it as "Page 1 of 5".
+class PageIndicator final : public QLabel {
+    Q_OBJECT
+
+public:
+    explicit PageIndicator(int count, QWidget *parent = nullptr);
+
+    /// `page` counts from 0.
+    void setPage(int page);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    int m_count;
+    int m_page = -1;
+};
+
+} // namespace corvane

@@ -1,0 +1,136 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Views/PanelPlacement.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace corvane {
+
+namespace {
+
+enum class Edge { top, bottom, right, left };
+
+// How far `point` lies outside `rect`; 0 inside.
+double distance(Point point, const Rect &rect)
+{
+    const double x = std::max({rect.minX() - point.x, 0.0, point.x - rect.maxX()});
+    const double y = std::max({rect.minY() - point.y, 0.0, point.y - rect.maxY()});
+    return std::hypot(x, y);
+}
+
+// The screen that `point` is on; a host may tell a point that is on none.
+const Screen &screenAt(Point point, const std::vector<Screen> &screens, const Screen &mainScreen)
+{
+    const Screen *nearest = &mainScreen;
+    double least = std::numeric_limits<double>::infinity();
+    for (const Screen &screen : screens) {
+        if (screen.frame.contains(point)) {
+            return screen;
+        }
+        if (const double far = distance(point, screen.frame); far < least) {
+            least = far;
+            nearest = &screen;
+        }
+    }
+    return *nearest;
+}
+
+// The edge of `visible` that `point` is furthest beyond, or nearest to from the inside.
+Edge edgeAt(Point point, const Rect &visible)
+{
+    Edge edge = Edge::top;
+    double most = point.y - visible.maxY();
+    const auto consider = [&](Edge other, double beyond) {
+        if (beyond > most) {
+            most = beyond;
+            edge = other;
+        }
+    };
+    consider(Edge::bottom, visible.minY() - point.y);
+    consider(Edge::right, point.x - visible.maxX());
+    consider(Edge::left, visible.minX() - point.x);
+    return edge;
+}
+
+// `start` such that a length from there on lies between the two ends, or at the first where it cannot.
+double kept(double start, double length, double from, double to)
+{
+    return std::max(std::min(start, to - length), from);
+}
+
+// On whole points, the one nearest to `wanted` at which the length still lies between the two ends.
+double onWholePoint(double wanted, double length, double from, double to)
+{
+    const double whole = std::round(kept(wanted, length, from, to));
+    return std::min(std::max(whole, std::ceil(from)), std::max(std::floor(to - length), std::ceil(from)));
+}
+
+PanelPlacement placed(Size size, double x, double y, const Rect &visible)
+{
+    constexpr double gap = PanelPlacement::gap;
+    return {.frame = {onWholePoint(x, size.width, visible.minX() + gap, visible.maxX() - gap),
+                      onWholePoint(y, size.height, visible.minY() + gap, visible.maxY() - gap), size.width,
+                      size.height},
+            .visible = visible};
+}
+
+Size fitted(Size size, const Rect &visible)
+{
+    constexpr double gaps = 2 * PanelPlacement::gap;
+    return {std::max(std::min(std::ceil(size.width), std::floor(visible.width - gaps)), 1.0),
+            std::max(std::min(std::ceil(size.height), std::floor(visible.height - gaps)), 1.0)};
+}
+
+PanelPlacement inCorner(Size wanted, const Screen &screen)
+{
+    const Rect &visible = screen.visibleFrame;
+    const double top = screen.frame.maxY() - visible.maxY();
+    const double bottom = visible.minY() - screen.frame.minY();
+    const double left = visible.minX() - screen.frame.minX();
+    const double right = screen.frame.maxX() - visible.maxX();
+    const Size size = fitted(wanted, visible);
+    const bool isUpright = top <= 0 && bottom <= 0 && std::max(left, right) > 0;
+    const bool isLeft = isUpright && left > right;
+    // An upright panel has its bell at its foot, as a flat one has it at its right end.
+    const bool isBelow = isUpright || bottom > top;
+    return placed(size, isLeft ? visible.minX() : visible.maxX(), isBelow ? visible.minY() : visible.maxY(),
+                  visible);
+}
+
+} // namespace
+
+PanelPlacement PanelPlacement::find(Size size, std::optional<Point> item, const std::vector<Screen> &screens,
+                                    const Screen &mainScreen)
+{
+    if (!item) {
+        return inCorner(size, mainScreen);
+    }
+    const Rect visible = screenAt(*item, screens, mainScreen).visibleFrame;
+    const Size fit = fitted(size, visible);
+    const double centredX = item->x - fit.width / 2;
+    const double centredY = item->y - fit.height / 2;
+    switch (edgeAt(*item, visible)) {
+    case Edge::top: {
+        const double below = item->y < visible.maxY() ? item->y - clearance : visible.maxY();
+        return placed(fit, centredX, below - fit.height, visible);
+    }
+    case Edge::bottom: {
+        const double above = item->y >= visible.minY() ? item->y + clearance : visible.minY();
+        return placed(fit, centredX, above, visible);
+    }
+    case Edge::right: {
+        const double before = item->x < visible.maxX() ? item->x - clearance : visible.maxX();
+        return placed(fit, before - fit.width, centredY, visible);
+    }
+    case Edge::left: {
+        const double after = item->x >= visible.minX() ? item->x + clearance : visible.minX();
+        return placed(fit, after, centredY, visible);
+    }
+    }
+    return inCorner(size, mainScreen);
+}
+
+} // namespace corvane

@@ -1,0 +1,183 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Views/PanelWindow.h"
+
+#include "Corvane/Look/Look.h"
+
+#include <QBoxLayout>
+#include <QCloseEvent>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QScreen>
+#include <QScrollBar>
+#include <QShortcut>
+
+#include <algorithm>
+#include <cmath>
+
+namespace corvane {
+
+namespace {
+
+Qt::WindowFlags flagsOf(PanelWindow::Kind kind)
+{
+    // A popup would do for a panel, but under XWayland it hears nothing of clicks elsewhere.
+    return kind == PanelWindow::Kind::window
+               ? Qt::WindowFlags(Qt::Window)
+               : Qt::Tool | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint;
+}
+
+// The part of a card that round corners leave, as whole pixels.
+QRegion rounded(const QRect &card, double radius)
+{
+    QRegion region;
+    for (int y = 0; y < card.height(); ++y) {
+        const double fromEdge = std::min(y + 0.5, card.height() - y - 0.5);
+        const double inset =
+            fromEdge < radius
+                ? radius - std::sqrt(radius * radius - (radius - fromEdge) * (radius - fromEdge))
+                : 0;
+        const int left = static_cast<int>(std::round(inset));
+        region += QRect(card.left() + left, card.top() + y, card.width() - 2 * left, 1);
+    }
+    return region;
+}
+
+} // namespace
+
+PanelWindow::PanelWindow(Kind kind, std::unique_ptr<QWidget> content, Placing place)
+    : QWidget(nullptr, flagsOf(kind))
+    , m_kind(kind)
+    , m_place(std::move(place))
+    , m_scroll(new QScrollArea)
+    , m_content(content.release())
+{
+    setAttribute(Qt::WA_TranslucentBackground, kind == Kind::compositedPanel);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+    // What lies behind the content is painted once, by the window, with its corners.
+    m_scroll->setWidget(m_content);
+    m_scroll->viewport()->setAutoFillBackground(false);
+    m_content->setAutoFillBackground(false);
+    m_content->installEventFilter(this);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->setSizeConstraint(QLayout::SetNoConstraint);
+    layout->addWidget(m_scroll);
+    const auto *escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
+    connect(escape, &QShortcut::activated, this, &PanelWindow::dismissed);
+}
+
+void PanelWindow::fit()
+{
+    m_isFitting = true;
+    const QSize wanted =
+        m_content->sizeHint().expandedTo(m_content->minimumSize()).boundedTo(m_content->maximumSize());
+    if (m_kind == Kind::window) {
+        const QSize available = screen()->availableSize();
+        const bool scrolls = wanted.height() > available.height();
+        const int bar = scrolls ? m_scroll->verticalScrollBar()->sizeHint().width() : 0;
+        resize(wanted.width() + bar, std::min(wanted.height(), available.height()));
+    } else {
+        PanelPlacement placement = m_place({double(wanted.width()), double(wanted.height())});
+        if (placement.frame.height < wanted.height()) {
+            const int bar = m_scroll->verticalScrollBar()->sizeHint().width();
+            placement = m_place({double(wanted.width() + bar), double(wanted.height())});
+        }
+        placeCard(placement);
+    }
+    m_isFitting = false;
+}
+
+void PanelWindow::placeCard(const PanelPlacement &placement)
+{
+    const Rect &frame = placement.frame;
+    const Rect &visible = placement.visible;
+    // The shadow ends where the visible part does: a desktop may push back a window that reaches beyond.
+    const auto room = [](double free) {
+        return static_cast<int>(std::floor(std::clamp<double>(free, 0, look::panel::shadowReach)));
+    };
+    m_shadow = m_kind == Kind::compositedPanel
+                   ? QMargins(room(frame.minX() - visible.minX()), room(visible.maxY() - frame.maxY()),
+                              room(visible.maxX() - frame.maxX()), room(frame.minY() - visible.minY()))
+                   : QMargins();
+    layout()->setContentsMargins(m_shadow);
+    // The toolkit counts downwards; the lower edge of the primary screen is where the points begin.
+    const double zeroLine = QRectF(QGuiApplication::primaryScreen()->geometry()).bottom();
+    const QRect card = QRectF(frame.x, zeroLine - frame.maxY(), frame.width, frame.height).toRect();
+    setGeometry(card.marginsAdded(m_shadow));
+    if (m_kind == Kind::panel) {
+        setMask(rounded(QRect(QPoint(), card.size()), look::panel::cornerRadius));
+    }
+    update();
+}
+
+QRectF PanelWindow::card() const
+{
+    return QRectF(rect().marginsRemoved(m_shadow));
+}
+
+bool PanelWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    // The content grows and shrinks while it is shown: a line appears, the list gets longer.
+    if (watched == m_content && event->type() == QEvent::LayoutRequest && !m_isFitting && isVisible()) {
+        QMetaObject::invokeMethod(this, &PanelWindow::fit, Qt::QueuedConnection);
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void PanelWindow::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (m_kind == Kind::window) {
+        painter.fillRect(rect(), palette().window());
+        return;
+    }
+    const QRectF card = this->card();
+    constexpr double radius = look::panel::cornerRadius;
+    if (m_kind == Kind::compositedPanel) {
+        painter.setCompositionMode(QPainter::CompositionMode_Source);
+        painter.fillRect(rect(), Qt::transparent);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+        painter.setPen(Qt::NoPen);
+        // Layer upon layer, each a little smaller, so that it fades outwards.
+        constexpr int reach = look::panel::shadowReach;
+        for (int step = reach; step > 0; --step) {
+            const double share = 1.0 - double(step) / reach;
+            painter.setBrush(look::black(look::panel::shadowOpacity * share * share / 4));
+            painter.drawRoundedRect(card.marginsAdded(QMarginsF(step, step - 2, step, step)), radius + step,
+                                    radius + step);
+        }
+    }
+    // The edge is a mixture of text and background, so that it shows on a dark and on a light desktop.
+    QColor edge = palette().color(QPalette::WindowText);
+    edge.setAlphaF(look::panel::edgeOpacity);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(palette().window());
+    painter.drawRoundedRect(card, radius, radius);
+    painter.setPen(QPen(edge, 1));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(card.adjusted(0.5, 0.5, -0.5, -0.5), radius - 0.5, radius - 0.5);
+}
+
+void PanelWindow::mousePressEvent(QMouseEvent *event)
+{
+    if (!card().contains(event->position())) {
+        Q_EMIT dismissed();
+    }
+}
+
+void PanelWindow::closeEvent(QCloseEvent *event)
+{
+    event->accept();
+    Q_EMIT dismissed();
+}
+
+} // namespace corvane

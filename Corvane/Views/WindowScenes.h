@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Utilities/WindowSystem.h"
+
+#include <QPointer>
+#include <QSize>
+#include <QString>
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace corvane {
+
+/// A window that the program can open, of which there is one at most.
+struct WindowScene {
+    QString identifier;
+    QString title;     ///< also what the window is found by, when it is to be brought to the front
+    QSize defaultSize; ///< in points; a smaller screen makes it smaller
+    /// Makes what the window shows: the window itself, not yet shown.
+    std::function<std::unique_ptr<QWidget>()> makeContent;
+};
+
+/// The windows of the program by their identifiers: made when they are opened, destroyed when they are
+/// closed, in no task bar or dock meanwhile. Main thread only.
+class WindowScenes {
+public:
+    /// `windowSystem` is borrowed.
+    explicit WindowScenes(WindowSystem &windowSystem) : m_windowSystem(windowSystem) {}
+    /// Closes the windows that are open.
+    ~WindowScenes();
+    WindowScenes(const WindowScenes &) = delete;
+    WindowScenes &operator=(const WindowScenes &) = delete;
+
+    /// Adds a scene; one of the same identifier must not be there yet.
+    void add(WindowScene scene);
+
+    /// Whether there is such a scene; a command that would open another one is not offered.
+    [[nodiscard]] bool has(const QString &identifier) const;
+
+    /// Opens the window if it is not open. Nothing happens for an identifier that is not known.
+    void open(const QString &identifier);
+
+    /// The window if it is open.
+    [[nodiscard]] QWidget *window(const QString &identifier) const;
+
+private:
+    struct Entry {
+        WindowScene scene;
+        QPointer<QWidget> window;
+    };
+
+    [[nodiscard]] const Entry *find(const QString &identifier) const;
+
+    WindowSystem &m_windowSystem;
+    std::vector<Entry> m_entries;
+};
+
+} // namespace corvane

@@ -1,0 +1,150 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+// How long the bell's panel keeps its user waiting on a day of 300 lessons. Uses the display it is started
+// on, or one of its own where there is none.
+
+#include "Corvane/Look/Buttons.h"
+#include "Corvane/Look/ScrollView.h"
+#include "Corvane/Views/MenuBarContentView.h"
+#include "tests/support/TestDesktop.h"
+#include "tests/support/ViewModelFixture.h"
+
+#include <QApplication>
+#include <QScrollBar>
+#include <QWheelEvent>
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int lessonCount = 300;
+
+struct Panel : ViewModelFixture {
+    Panel() : ViewModelFixture("10:20:30")
+    {
+        std::vector<Lesson> lessons;
+        for (int number = 0; number < lessonCount; ++number) {
+            lessons.push_back(sampleLesson(u"Student number %1"_s.arg(number),
+                                           at("06:00:00") + minutes(3) * number, minutes(25),
+                                           allTeachingPlatforms.at(std::size_t(number) % 5)));
+        }
+        settings.setHasCompletedWelcome(true);
+        start(std::move(lessons));
+    }
+
+    [[nodiscard]] std::unique_ptr<MenuBarContentView> view()
+    {
+        return std::make_unique<MenuBarContentView>(
+            *model, MenuActions{.hasWindow = [](const WindowName &) { return true; },
+                                .openWindow = [](const WindowName &) {},
+                                .openWindowBeside = [](const WindowName &) {},
+                                .quit = [] {}});
+    }
+};
+
+double milliseconds(std::chrono::steady_clock::time_point since)
+{
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - since).count();
+}
+
+/// From a notch of the wheel to the end of the painting that follows from it; the longest of them as well.
+void aNotchOfTheWheel(benchmark::State &state)
+{
+    Panel panel;
+    const auto view = panel.view();
+    view->findChild<look::SegmentedPicker *>()->setSelection(1);
+    view->resize(view->sizeHint());
+    view->show();
+    QCoreApplication::processEvents();
+    const auto *scroll = view->findChild<look::ScrollView *>();
+    QScrollBar *bar = scroll->verticalScrollBar();
+    const QPointF middle = scroll->viewport()->rect().center();
+    int direction = -1;
+    double longest = 0;
+    for (auto _ : state) {
+        if (bar->value() == bar->maximum() || bar->value() == bar->minimum()) {
+            direction = bar->value() == bar->minimum() ? -1 : 1;
+        }
+        const auto begin = std::chrono::steady_clock::now();
+        QWheelEvent notch(middle, scroll->viewport()->mapToGlobal(middle), {}, {0, direction * 120},
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(scroll->viewport(), &notch);
+        QCoreApplication::processEvents();
+        longest = std::max(longest, milliseconds(begin));
+    }
+    state.counters["longest_ms"] = longest;
+}
+
+/// One heartbeat with all of the day's rows in the list, and the painting that follows from it.
+void aSecondOfTheDay(benchmark::State &state)
+{
+    Panel panel;
+    const auto view = panel.view();
+    view->findChild<look::SegmentedPicker *>()->setSelection(1);
+    view->resize(view->sizeHint());
+    view->show();
+    QCoreApplication::processEvents();
+    double longest = 0;
+    for (auto _ : state) {
+        const auto begin = std::chrono::steady_clock::now();
+        panel.clock.advance(Seconds{1});
+        QCoreApplication::processEvents();
+        longest = std::max(longest, milliseconds(begin));
+    }
+    state.counters["longest_ms"] = longest;
+}
+
+/// From the choice of all of the day to the end of the painting.
+void switchingToAllToday(benchmark::State &state)
+{
+    Panel panel;
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto view = panel.view();
+        view->resize(view->sizeHint());
+        view->show();
+        QCoreApplication::processEvents();
+        state.ResumeTiming();
+        view->findChild<look::SegmentedPicker *>()->setSelection(1);
+        QCoreApplication::processEvents();
+        state.PauseTiming();
+        view.reset();
+        QCoreApplication::processEvents();
+        state.ResumeTiming();
+    }
+}
+
+void makingThePanel(benchmark::State &state)
+{
+    Panel panel;
+    for (auto _ : state) {
+        const auto view = panel.view();
+        benchmark::DoNotOptimize(view->grab());
+    }
+}
+
+BENCHMARK(aNotchOfTheWheel)->Unit(benchmark::kMillisecond)->Iterations(1000);
+BENCHMARK(aSecondOfTheDay)->Unit(benchmark::kMillisecond)->Iterations(200);
+BENCHMARK(switchingToAllToday)->Unit(benchmark::kMillisecond)->Iterations(20);
+BENCHMARK(makingThePanel)->Unit(benchmark::kMillisecond)->Iterations(50);
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    std::unique_ptr<TestDesktop> desktop;
+    if (!qEnvironmentVariableIsSet("DISPLAY")) {
+        desktop = std::make_unique<TestDesktop>(QSize(1280, 800));
+    }
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,427 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/X11/X11Connection.h"
+#include "Corvane/Platform/Linux/X11/X11Screens.h"
+#include "Corvane/Platform/Linux/X11/X11WindowSystem.h"
+#include "Corvane/Utilities/WindowPresentation.h"
+#include "Corvane/Views/MenuBarPanel.h"
+#include "Corvane/Views/WindowScenes.h"
+#include "tests/adapters/WindowManagement.h"
+#include "tests/support/TestDesktop.h"
+
+#include <QApplication>
+#include <QBoxLayout>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QSignalSpy>
+#include <QTest>
+#include <QWindow>
+
+#include <algorithm>
+#include <memory>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+using WindowManager = TestDesktop::WindowManager;
+Q_DECLARE_METATYPE(WindowManager)
+
+namespace {
+
+constexpr int patience = 10'000; // milliseconds
+constexpr QSize screenSize(1280, 800);
+constexpr int dockThickness = 30;
+
+std::uint32_t activeWindow()
+{
+    const auto window = x11::property(x11::rootWindow(), "_NET_ACTIVE_WINDOW");
+    return window.empty() ? 0 : window.front();
+}
+
+bool hasState(const QWidget &window, const char *state)
+{
+    const auto states = x11::property(static_cast<std::uint32_t>(window.winId()), "_NET_WM_STATE");
+    return std::find(states.begin(), states.end(), x11::atom(state)) != states.end();
+}
+
+/// Stands for the real content.
+std::unique_ptr<QWidget> content()
+{
+    auto widget = std::make_unique<QWidget>();
+    widget->setFixedWidth(320);
+    auto *layout = new QVBoxLayout(widget.get());
+    for (const QString &text : {u"10:00  Anna"_s, u"10:30  Ben"_s, u"11:00  Cem"_s, u"11:30  Dora"_s}) {
+        layout->addWidget(new QLabel(text));
+    }
+    layout->addWidget(new QPushButton(u"Test Notification"_s));
+    return widget;
+}
+
+QColor pixel(QPoint at)
+{
+    return QGuiApplication::primaryScreen()->grabWindow(0, at.x(), at.y(), 1, 1).toImage().pixelColor(0, 0);
+}
+
+/// The picture of the screen, to be looked at.
+void keepPicture(const QString &name)
+{
+    const QString folder = qEnvironmentVariable("QUILLET_KEEP_PICTURES");
+    if (!folder.isEmpty()) {
+        QVERIFY(QGuiApplication::primaryScreen()->grabWindow(0).save(folder + u'/' + name + u".png"_s));
+    }
+}
+
+/// A desktop's panel on one edge.
+class Dock final : public QWidget {
+public:
+    Dock(Qt::Edge edge, QSize screen)
+    {
+        setAttribute(Qt::WA_X11NetWmWindowTypeDock);
+        setAttribute(Qt::WA_ShowWithoutActivating);
+        setWindowFlag(Qt::WindowDoesNotAcceptFocus);
+        setPalette(QPalette(QColor(60, 64, 72)));
+        const int w = screen.width();
+        const int h = screen.height();
+        constexpr int t = dockThickness;
+        QString strut;
+        switch (edge) {
+        case Qt::TopEdge:
+            setGeometry(0, 0, w, t);
+            strut = u"0,0,%1,0,0,0,0,0,0,%2,0,0"_s.arg(t).arg(w - 1);
+            break;
+        case Qt::BottomEdge:
+            setGeometry(0, h - t, w, t);
+            strut = u"0,0,0,%1,0,0,0,0,0,0,0,%2"_s.arg(t).arg(w - 1);
+            break;
+        case Qt::LeftEdge:
+            setGeometry(0, 0, t, h);
+            strut = u"%1,0,0,0,0,%2,0,0,0,0,0,0"_s.arg(t).arg(h - 1);
+            break;
+        case Qt::RightEdge:
+            setGeometry(w - t, 0, t, h);
+            strut = u"0,%1,0,0,0,0,0,%2,0,0,0,0"_s.arg(t).arg(h - 1);
+            break;
+        }
+        show();
+        TestDesktop::run(u"xprop"_s, {u"-id"_s, QString::number(winId()), u"-f"_s, u"_NET_WM_STRUT_PARTIAL"_s,
+                                      u"32c"_s, u"-set"_s, u"_NET_WM_STRUT_PARTIAL"_s, strut});
+    }
+};
+
+} // namespace
+
+/// The bell's panel and the program's windows under window managers, beside a program of another's.
+class X11WindowsTest final : public QObject {
+    Q_OBJECT
+
+public:
+    explicit X11WindowsTest(TestDesktop &desktop) : m_desktop(desktop) {}
+
+private:
+    TestDesktop &m_desktop;
+    X11Screens m_screens;
+    X11WindowSystem m_windowSystem;
+    std::unique_ptr<QProcess> m_opponent;
+    std::unique_ptr<MenuBarPanel> m_panel;
+    std::unique_ptr<WindowScenes> m_scenes;
+
+    void use(WindowManager manager)
+    {
+        m_desktop.startWindowManager(manager);
+        QTRY_VERIFY_WITH_TIMEOUT(isManaged(), 2 * patience);
+        QTRY_COMPARE_WITH_TIMEOUT(x11::isComposited(), manager == WindowManager::xfwm4WithCompositing,
+                                  patience);
+    }
+
+    /// Another program's window is in front, and the user has just clicked in it.
+    void oppose()
+    {
+        m_opponent = m_desktop.startOpponent();
+        QTRY_COMPARE_WITH_TIMEOUT(pixel({640, 400}), QColor(u"#a0c0e0"_s), 2 * patience);
+        TestDesktop::xdotool({u"mousemove"_s, u"640"_s, u"700"_s, u"click"_s, u"1"_s});
+        QTRY_VERIFY_WITH_TIMEOUT(m_opponent->canReadLine() ||
+                                     (m_opponent->waitForReadyRead(100), m_opponent->canReadLine()),
+                                 patience);
+        QTRY_VERIFY_WITH_TIMEOUT(activeWindow() != 0, patience);
+    }
+
+    [[nodiscard]] static bool hasKeyboard(const QWidget *window)
+    {
+        return window != nullptr && window->isActiveWindow() && activeWindow() == window->winId();
+    }
+
+    void click(const QWidget *widget)
+    {
+        const QPoint at = widget->mapToGlobal(widget->rect().center());
+        TestDesktop::xdotool(
+            {u"mousemove"_s, QString::number(at.x()), QString::number(at.y()), u"click"_s, u"1"_s});
+    }
+
+    /// The bell is clicked: on the bus, in another program's window.
+    void clickBell(Point item)
+    {
+        m_windowSystem.userAsked({});
+        m_panel->toggle(item);
+    }
+
+    void open(const QString &id, const QString &title)
+    {
+        WindowPresentation::open(
+            id, title, [this](const QString &identifier) { m_scenes->open(identifier); }, m_windowSystem);
+    }
+
+    void everyManager()
+    {
+        QTest::addColumn<WindowManager>("manager");
+        QTest::newRow("openbox") << WindowManager::openbox;
+        QTest::newRow("xfwm4") << WindowManager::xfwm4;
+        QTest::newRow("xfwm4 with compositing") << WindowManager::xfwm4WithCompositing;
+    }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        // The manager that reads it keeps windows from taking the keyboard unasked.
+        const QString folder =
+            qEnvironmentVariable("XDG_CONFIG_HOME") + u"/xfce4/xfconf/xfce-perchannel-xml"_s;
+        QVERIFY(QDir().mkpath(folder));
+        QFile settings(folder + u"/xfwm4.xml"_s);
+        QVERIFY(settings.open(QIODevice::WriteOnly));
+        settings.write("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                       "<channel name=\"xfwm4\" version=\"1.0\">\n"
+                       "  <property name=\"general\" type=\"empty\">\n"
+                       "    <property name=\"prevent_focus_stealing\" type=\"bool\" value=\"true\"/>\n"
+                       "  </property>\n</channel>\n");
+    }
+
+    void init()
+    {
+        m_panel = std::make_unique<MenuBarPanel>(content, m_screens, m_windowSystem);
+        m_scenes = std::make_unique<WindowScenes>(m_windowSystem);
+        const auto add = [this](const QString &identifier, const QString &title, QSize size) {
+            m_scenes->add({identifier, title, size, [] { return std::make_unique<QLabel>(u"content"_s); }});
+        };
+        add(u"setup"_s, u"Welcome to Quillet"_s, {680, 500});
+        add(u"help"_s, u"Quillet Help"_s, {920, 620});
+    }
+
+    void cleanup()
+    {
+        m_panel.reset();
+        m_scenes.reset();
+        if (m_opponent) {
+            m_opponent->terminate();
+            QVERIFY(m_opponent->state() == QProcess::NotRunning || m_opponent->waitForFinished());
+            m_opponent.reset();
+        }
+    }
+
+    void thePanelTakesTheKeyboardFromAnotherProgram_data() { everyManager(); }
+    void thePanelTakesTheKeyboardFromAnotherProgram()
+    {
+        QFETCH(WindowManager, manager);
+        use(manager);
+        oppose();
+        clickBell({640, 790});
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_panel->window()), patience);
+        TestDesktop::xdotool({u"key"_s, u"Escape"_s});
+        QTRY_VERIFY_WITH_TIMEOUT(!m_panel->isOpen(), patience);
+        // Again, and again: the moment of each click counts.
+        clickBell({640, 790});
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_panel->window()), patience);
+        TestDesktop::xdotool({u"mousemove"_s, u"100"_s, u"700"_s, u"click"_s, u"1"_s});
+        QTRY_VERIFY_WITH_TIMEOUT(!m_panel->isOpen(), patience);
+    }
+
+    void thePanelStandsAtTheBellOnEveryEdge_data()
+    {
+        QTest::addColumn<WindowManager>("manager");
+        QTest::addColumn<Qt::Edge>("edge");
+        QTest::addColumn<Point>("bell"); // y upwards
+        QTest::addColumn<QRect>("card"); // y downwards, without its height's worth
+        constexpr int gap = 6;
+        const std::initializer_list<std::pair<const char *, WindowManager>> managers{
+            {"openbox", WindowManager::openbox},
+            {"xfwm4", WindowManager::xfwm4},
+            {"xfwm4 with compositing", WindowManager::xfwm4WithCompositing}};
+        for (const auto &[name, manager] : managers) {
+            QTest::addRow("%s top", name)
+                << manager << Qt::TopEdge << Point{1200, 785} << QRect(1280 - gap - 320, 30 + gap, 320, 0);
+            QTest::addRow("%s bottom", name)
+                << manager << Qt::BottomEdge << Point{640, 15} << QRect(480, 800 - 30 - gap, 320, 0);
+            QTest::addRow("%s left", name)
+                << manager << Qt::LeftEdge << Point{15, 400} << QRect(30 + gap, 400, 320, 0);
+            QTest::addRow("%s right", name)
+                << manager << Qt::RightEdge << Point{1265, 400} << QRect(1280 - 30 - gap - 320, 400, 320, 0);
+        }
+    }
+
+    void thePanelStandsAtTheBellOnEveryEdge()
+    {
+        QFETCH(WindowManager, manager);
+        QFETCH(Qt::Edge, edge);
+        QFETCH(Point, bell);
+        QFETCH(QRect, card);
+        use(manager);
+        const Dock dock(edge, screenSize);
+        QTRY_VERIFY_WITH_TIMEOUT(
+            m_screens.screens().front().visibleFrame != m_screens.screens().front().frame, patience);
+        clickBell(bell);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_panel->window()), patience);
+        const QWidget *shown = m_panel->window()->findChild<QPushButton *>()->parentWidget();
+        const auto place = [shown] { return QRect(shown->mapToGlobal(QPoint()), shown->size()); };
+        QCOMPARE(place().width(), 320);
+        QCOMPARE(place().left(), card.left());
+        switch (edge) {
+        case Qt::TopEdge:
+            QCOMPARE(place().top(), card.top());
+            break;
+        case Qt::BottomEdge:
+            QCOMPARE(place().bottom() + 1, card.top());
+            break;
+        case Qt::LeftEdge:
+        case Qt::RightEdge:
+            QVERIFY(std::abs(place().center().y() - card.top()) <= 1);
+            break;
+        }
+        // The server agrees with the toolkit: the manager has moved nothing.
+        const QString told =
+            TestDesktop::xdotool({u"getwindowgeometry"_s, QString::number(m_panel->window()->winId())});
+        const QPoint corner = m_panel->window()->geometry().topLeft();
+        QVERIFY2(told.contains(u"Position: %1,%2 "_s.arg(corner.x()).arg(corner.y())), qPrintable(told));
+        keepPicture(QString::fromLatin1(QTest::currentDataTag()).replace(u' ', u'-'));
+    }
+
+    void aClickElsewhereClosesThePanel_data() { everyManager(); }
+    void aClickElsewhereClosesThePanel()
+    {
+        QFETCH(WindowManager, manager);
+        use(manager);
+        oppose();
+        clickBell({640, 790});
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_panel->window()), patience);
+        TestDesktop::xdotool({u"mousemove"_s, u"100"_s, u"700"_s, u"click"_s, u"1"_s});
+        QTRY_VERIFY_WITH_TIMEOUT(!m_panel->isOpen(), patience);
+        // The same click, had it been on the bell.
+        clickBell({640, 790});
+        QVERIFY(!m_panel->isOpen());
+    }
+
+    void besideTheWindowThatItOpenedThePanelStaysUsable_data() { everyManager(); }
+    void besideTheWindowThatItOpenedThePanelStaysUsable()
+    {
+        QFETCH(WindowManager, manager);
+        use(manager);
+        oppose();
+        clickBell({640, 790});
+        m_panel->stayOpenBesideWindows();
+        open(u"setup"_s, u"Welcome to Quillet"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_scenes->window(u"setup"_s)), patience);
+        QVERIFY(m_panel->isOpen());
+        m_scenes->window(u"setup"_s)->move(10, 60);
+        auto *button = m_panel->window()->findChild<QPushButton *>();
+        QSignalSpy clicks(button, &QAbstractButton::clicked);
+        m_panel->window()->raise();
+        // It lies behind until it is clicked, where the window covers it.
+        QTRY_VERIFY_WITH_TIMEOUT((click(button), QCoreApplication::processEvents(), !clicks.isEmpty()),
+                                 patience);
+        QVERIFY(m_panel->isOpen());
+        QVERIFY(m_scenes->window(u"setup"_s) != nullptr);
+        keepPicture(u"beside-"_s + QString::fromLatin1(QTest::currentDataTag()).replace(u' ', u'-'));
+    }
+
+    void aWindowStandsInNoTaskBar_data() { everyManager(); }
+    void aWindowStandsInNoTaskBar()
+    {
+        QFETCH(WindowManager, manager);
+        use(manager);
+        open(u"help"_s, u"Quillet Help"_s);
+        const QWidget *window = m_scenes->window(u"help"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), patience);
+        QVERIFY(hasState(*window, "_NET_WM_STATE_SKIP_TASKBAR"));
+        QVERIFY(hasState(*window, "_NET_WM_STATE_SKIP_PAGER"));
+        QCOMPARE(window->size(), QSize(920, 620));
+        clickBell({640, 790});
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_panel->window()), patience);
+        QVERIFY(hasState(*m_panel->window(), "_NET_WM_STATE_SKIP_TASKBAR"));
+        m_panel->close();
+        m_panel->openAsWindow();
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_panel->window()), patience);
+        QVERIFY(hasState(*m_panel->window(), "_NET_WM_STATE_SKIP_TASKBAR"));
+        keepPicture(u"window-"_s + QString::fromLatin1(QTest::currentDataTag()).replace(u' ', u'-'));
+    }
+
+    void aWindowThatIsOpenComesToTheFrontAgain_data() { everyManager(); }
+    void aWindowThatIsOpenComesToTheFrontAgain()
+    {
+        QFETCH(WindowManager, manager);
+        use(manager);
+        open(u"help"_s, u"Quillet Help"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_scenes->window(u"help"_s)), patience);
+        const WindowId id = m_scenes->window(u"help"_s)->winId();
+        oppose();
+        QTRY_VERIFY_WITH_TIMEOUT(!hasKeyboard(m_scenes->window(u"help"_s)), patience);
+        open(u"help"_s, u"Quillet Help"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_scenes->window(u"help"_s)), patience);
+        QCOMPARE(m_scenes->window(u"help"_s)->winId(), id);
+        QTRY_VERIFY_WITH_TIMEOUT(pixel({640, 400}) != QColor(u"#a0c0e0"_s), patience);
+    }
+
+    void aMinimizedWindowComesToTheFrontAgain_data() { everyManager(); }
+    void aMinimizedWindowComesToTheFrontAgain()
+    {
+        QFETCH(WindowManager, manager);
+        use(manager);
+        open(u"help"_s, u"Quillet Help"_s);
+        QWidget *window = m_scenes->window(u"help"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), patience);
+        TestDesktop::xdotool({u"windowminimize"_s, QString::number(window->winId())});
+        QTRY_VERIFY_WITH_TIMEOUT(window->isMinimized(), patience);
+        open(u"help"_s, u"Quillet Help"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window) && !window->isMinimized(), patience);
+    }
+
+    void aTokenTellsTheMomentAndIsPassedOn()
+    {
+        use(WindowManager::openbox);
+        QCOMPARE(X11WindowSystem::timeOf(u"host-1-name_TIME123456"_s), std::optional(123456U));
+        QCOMPARE(X11WindowSystem::timeOf(u"a_TIME1_TIME22"_s), std::optional(22U));
+        for (const QString &none :
+             {u""_s, u"token"_s, u"x_TIME"_s, u"x_TIME0"_s, u"x_TIME12x"_s, u"x_TIME99999999999"_s}) {
+            QVERIFY(!X11WindowSystem::timeOf(none));
+        }
+        const std::uint32_t now = x11::serverTime().value_or(0);
+        QVERIFY(now != 0);
+        m_windowSystem.userAsked(u"launcher-7_TIME%1"_s.arg(now));
+        m_panel->open(std::nullopt);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_panel->window()), patience);
+        const auto id = static_cast<std::uint32_t>(m_panel->window()->winId());
+        QVERIFY(TestDesktop::run(u"xprop"_s, {u"-id"_s, QString::number(id), u"_NET_STARTUP_ID"_s})
+                    .contains(u"launcher-7_TIME"_s));
+    }
+
+    void withoutAWindowManagerTheWindowsAreShown()
+    {
+        m_desktop.stopWindowManager();
+        QTRY_VERIFY_WITH_TIMEOUT(!isManaged(), patience);
+        clickBell({640, 790});
+        QTRY_VERIFY_WITH_TIMEOUT(m_panel->window()->windowHandle()->isExposed(), patience);
+        m_panel->toggle(std::nullopt);
+        QVERIFY(!m_panel->isOpen());
+    }
+};
+
+int main(int argc, char *argv[])
+{
+    TestDesktop desktop(screenSize);
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    X11WindowsTest test(desktop);
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "X11WindowsTest.moc"

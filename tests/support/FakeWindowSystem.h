@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Utilities/WindowSystem.h"
+
+#include <QList>
+#include <QStringList>
+
+namespace corvane {
+
+/// A window system that records what it is asked, and does nothing.
+class FakeWindowSystem final : public WindowSystem {
+public:
+    [[nodiscard]] bool isComposited() const override { return composited; }
+    void userAsked(const QString &token) override
+    {
+        tokens.append(token);
+        calls.append(QStringLiteral("asked"));
+    }
+    void keepOutOfTaskBar(WindowId window) override
+    {
+        keptOut.append(window);
+        calls.append(QStringLiteral("kept out"));
+    }
+    void bringToFront(WindowId window) override
+    {
+        broughtToFront.append(window);
+        calls.append(QStringLiteral("front"));
+    }
+
+    bool composited = false;
+    QStringList tokens;
+    QList<WindowId> keptOut;
+    QList<WindowId> broughtToFront;
+    QStringList calls; ///< of all kinds, in order
+};
+
+} // namespace corvane
