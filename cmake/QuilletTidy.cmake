@@ -9,6 +9,8 @@ if(CLANG_TIDY_RUNNER)
         WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
         USES_TERMINAL
         COMMENT "clang-tidy over the project's sources")
+    # The headers that the sources include and the build makes.
+    add_dependencies(tidy agent-proxy agent-adaptor)
 else()
     add_custom_target(tidy
         COMMAND ${CMAKE_COMMAND} -E echo "clang-tidy 16 is not installed; scripts/install-packages tidy installs it"

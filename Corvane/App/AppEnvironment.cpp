@@ -9,6 +9,10 @@
 #include "Corvane/Platform/Linux/EvolutionData/LinuxEventStore.h"
 #include "Corvane/Views/FloatingBannerView.h"
 
+#include <QDBusConnection>
+
+using namespace Qt::StringLiterals;
+
 namespace corvane {
 
 AppEnvironment AppEnvironment::live(LiveServices &services)
@@ -44,11 +48,15 @@ AppEnvironment AppEnvironment::live(LiveServices &services)
         std::make_unique<FloatingBannerPresenter>(*services.soundPlayer, *services.debugLogger,
                                                   *services.settings, *services.screens, *services.panels);
     services.scheduler = std::make_unique<WorkflowTransitionScheduler>();
+    services.notificationCenter = std::make_unique<AgentNotificationCenter>(QDBusConnection::sessionBus());
+    services.systemNotificationScheduler = std::make_unique<SystemNotificationScheduler>(
+        *services.notificationCenter, *services.debugLogger, u"quillet.backup."_s);
 
     return {.scheduleStore = *services.scheduleStore,
             .workflowEngine = LessonWorkflowEngine(services.dateProvider),
             .notificationPresenter = *services.notificationPresenter,
             .scheduler = *services.scheduler,
+            .systemNotificationScheduler = *services.systemNotificationScheduler,
             .dateProvider = services.dateProvider,
             .debugLogger = *services.debugLogger,
             .settings = *services.settings};

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "Corvane/Notifications/SystemNotificationScheduler.h"
 #include "Corvane/Notifications/TeachingNotificationPresenting.h"
 #include "Corvane/Services/LessonScheduleProviding.h"
 #include "Corvane/Services/LessonWorkflowEngine.h"
@@ -22,6 +23,7 @@ struct AppEnvironment {
     LessonWorkflowEngine workflowEngine;
     TeachingNotificationPresenting &notificationPresenter;
     WorkflowScheduling &scheduler;
+    SystemNotificationScheduler &systemNotificationScheduler;
     const DateProviding &dateProvider;
     DebugLogService &debugLogger;
     AppSettings &settings;

@@ -5,7 +5,9 @@
 
 #include "Corvane/Calendar/EventKitLessonScheduleStore.h"
 #include "Corvane/Notifications/FloatingBannerPresenter.h"
+#include "Corvane/Notifications/SystemNotificationScheduler.h"
 #include "Corvane/Notifications/SystemSoundPlayer.h"
+#include "Corvane/Platform/Linux/Freedesktop/AgentNotificationCenter.h"
 #include "Corvane/Platform/Linux/Freedesktop/AutostartLoginItem.h"
 #include "Corvane/Platform/Linux/Sound/CanberraSounds.h"
 #include "Corvane/Platform/Linux/X11/X11BannerPanels.h"
@@ -37,6 +39,8 @@ struct LiveServices {
     std::unique_ptr<X11BannerPanels> panels;
     std::unique_ptr<FloatingBannerPresenter> notificationPresenter;
     std::unique_ptr<WorkflowTransitionScheduler> scheduler;
+    std::unique_ptr<AgentNotificationCenter> notificationCenter;
+    std::unique_ptr<SystemNotificationScheduler> systemNotificationScheduler;
 };
 
 } // namespace corvane

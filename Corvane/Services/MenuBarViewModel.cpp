@@ -6,9 +6,8 @@
 #include "Corvane/Utilities/Clock.h"
 #include "Corvane/Utilities/Spawn.h"
 
-#include <QPointer>
-
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -17,6 +16,9 @@ namespace corvane {
 namespace {
 
 constexpr Seconds lessonReloadInterval{60};
+
+/// How long the heartbeat's start waits for the first backup notifications.
+constexpr Seconds firstBackupsPatience{1};
 
 /// What makes a lesson the same lesson after a reload gave it a new identifier.
 std::optional<QString> lessonIdentity(const std::optional<Lesson> &lesson)
@@ -95,15 +97,30 @@ QCoro::Task<void> MenuBarViewModel::start()
     m_environment.debugLogger.log(u"app started"_s, currentDate());
     const QPointer self(this);
     co_await reloadLessons();
-    if (self == nullptr) {
-        co_return;
+    if (self != nullptr) {
+        startHeartbeat();
     }
-    m_environment.scheduler.start([self]() -> QCoro::Task<void> {
+}
+
+void MenuBarViewModel::startHeartbeat()
+{
+    if (std::exchange(m_isBeating, true)) {
+        return;
+    }
+    m_environment.scheduler.start([self = QPointer(this)]() -> QCoro::Task<void> {
         if (self != nullptr) {
             self->heartbeat();
         }
         co_return;
     });
+}
+
+QCoro::Task<void> MenuBarViewModel::startHeartbeatAfter(QPointer<MenuBarViewModel> self, Seconds patience)
+{
+    co_await wait(patience);
+    if (self != nullptr) {
+        self->startHeartbeat();
+    }
 }
 
 QCoro::Task<void> MenuBarViewModel::reloadLessons()
@@ -114,7 +131,8 @@ QCoro::Task<void> MenuBarViewModel::reloadLessons()
         co_return;
     }
     if (loaded) {
-        m_lessons = *std::move(loaded);
+        std::vector<Lesson> today = *std::move(loaded);
+        m_lessons = today;
         Q_EMIT lessonsChanged();
         m_lastErrorMessage.reset();
         Q_EMIT lastErrorMessageChanged();
@@ -125,6 +143,14 @@ QCoro::Task<void> MenuBarViewModel::reloadLessons()
                                               : u"Loaded "_s + count + u" lesson(s) for today"_s;
         m_environment.debugLogger.log(u"calendar reload success lessons="_s + count + u" window=today"_s,
                                       currentDate());
+        if (m_hasStarted && !m_isBeating) {
+            // The lessons are known: a notification service that hangs must not keep their banners back.
+            spawn(startHeartbeatAfter(self, firstBackupsPatience));
+        }
+        co_await m_environment.systemNotificationScheduler.scheduleBackupNotifications(std::move(today));
+        if (self == nullptr) {
+            co_return;
+        }
     } else {
         m_lastErrorMessage = u"Could not load today's lessons."_s;
         Q_EMIT lastErrorMessageChanged();

@@ -10,6 +10,7 @@
 #include <qcoro/qcorotask.h>
 
 #include <QObject>
+#include <QPointer>
 
 #include <optional>
 #include <vector>
@@ -29,10 +30,12 @@ public:
     /// Performs no input or output.
     explicit MenuBarViewModel(const AppEnvironment &environment, QObject *parent = nullptr);
 
-    /// Loads the lessons and then starts the heartbeat. Only the first call does anything.
+    /// Loads the lessons and then starts the heartbeat, which the backup notifications do not hold up for
+    /// longer than a second. Only the first call does anything.
     QCoro::Task<void> start();
 
-    /// Loads today's lessons and asks the engine anew. A load that fails keeps the lessons of the last one.
+    /// Loads today's lessons, has their backup notifications scheduled and asks the engine anew; meanwhile
+    /// the heartbeat goes on. A load that fails keeps the lessons of the last one.
     QCoro::Task<void> reloadLessons();
 
     /// The text beside the bell; changes whenever the current action is published.
@@ -55,6 +58,8 @@ Q_SIGNALS:
     void debugSnapshotChanged();
 
 private:
+    void startHeartbeat();
+    static QCoro::Task<void> startHeartbeatAfter(QPointer<MenuBarViewModel> self, Seconds patience);
     void heartbeat();
     void refreshAction(bool shouldNotify);
     [[nodiscard]] bool shouldPresent(const TeachingAction &action) const;
@@ -69,6 +74,7 @@ private:
     std::optional<TeachingAction> m_lastPresentedAction;
     std::optional<QString> m_lastPresentedNotificationKey;
     bool m_hasStarted = false;
+    bool m_isBeating = false;
     std::optional<Date> m_lastLessonReloadDate;
     std::optional<QString> m_lastCalendarReloadDescription;
 };

@@ -4,9 +4,13 @@
 #include "tests/contracts/LoginItemContract.h"
 #include "tests/contracts/StatusItemContract.h"
 #include "tests/contracts/SystemSoundsContract.h"
+#include "tests/contracts/UserNotificationCenterContract.h"
 #include "tests/support/FakeLoginItem.h"
 #include "tests/support/FakeStatusItem.h"
 #include "tests/support/FakeSystemSounds.h"
+#include "tests/support/FakeUserNotificationCenter.h"
+#include "tests/support/ManualClock.h"
+#include "tests/support/Samples.h"
 
 #include <memory>
 
@@ -65,14 +69,50 @@ private:
     std::unique_ptr<FakeStatusItem> m_item;
 };
 
+class FakeUserNotificationCenterTest final : public UserNotificationCenterContract {
+    Q_OBJECT
+
+protected:
+    UserNotificationCenter &center() override { return *m_center; }
+    void passUntil(Date moment) override { m_clock->advanceTo(moment); }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_clock = std::make_unique<ManualClock>(at("09:00:00"));
+        m_center = std::make_unique<FakeUserNotificationCenter>();
+    }
+
+    void cleanup()
+    {
+        m_center.reset();
+        m_clock.reset();
+    }
+
+    void aHeldCallIsCarriedOutWithItsRelease()
+    {
+        m_center->hold();
+        auto task = m_center->pendingNotificationRequests();
+        QVERIFY(!task.isReady());
+        QCOMPARE(m_center->waitingCount(), std::size_t{1});
+        m_center->releaseOne();
+        QVERIFY(task.isReady());
+    }
+
+private:
+    std::unique_ptr<ManualClock> m_clock;
+    std::unique_ptr<FakeUserNotificationCenter> m_center;
+};
+
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     FakeSystemSoundsTest sounds;
     FakeLoginItemTest loginItem;
     FakeStatusItemTest statusItem;
+    FakeUserNotificationCenterTest notificationCenter;
     return QTest::qExec(&sounds, argc, argv) + QTest::qExec(&loginItem, argc, argv) +
-           QTest::qExec(&statusItem, argc, argv);
+           QTest::qExec(&statusItem, argc, argv) + QTest::qExec(&notificationCenter, argc, argv);
 }
 
 #include "FakesKeepTheirContractsTest.moc"

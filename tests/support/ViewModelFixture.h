@@ -7,6 +7,7 @@
 #include "Corvane/Services/WorkflowTransitionScheduler.h"
 #include "Corvane/Utilities/Spawn.h"
 #include "tests/support/FakeLoginItem.h"
+#include "tests/support/FakeUserNotificationCenter.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/Recording.h"
 #include "tests/support/Samples.h"
@@ -30,12 +31,15 @@ struct ViewModelFixture {
     ScriptedScheduleStore store;
     RecordingPresenter presenter;
     WorkflowTransitionScheduler scheduler;
+    FakeUserNotificationCenter center;
+    SystemNotificationScheduler backups{center, logger, QStringLiteral("quillet.backup.")};
     SystemDateProvider dateProvider;
     std::unique_ptr<MenuBarViewModel> model = std::make_unique<MenuBarViewModel>(
         AppEnvironment{.scheduleStore = store,
                        .workflowEngine = LessonWorkflowEngine(dateProvider),
                        .notificationPresenter = presenter,
                        .scheduler = scheduler,
+                       .systemNotificationScheduler = backups,
                        .dateProvider = dateProvider,
                        .debugLogger = logger,
                        .settings = settings});

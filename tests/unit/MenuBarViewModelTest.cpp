@@ -25,6 +25,16 @@ struct Fixture : ViewModelFixture {
         return messages;
     }
 
+    /// When they were presented: "09:56:00".
+    [[nodiscard]] QStringList presentedTimes() const
+    {
+        QStringList times;
+        for (const auto &presented : presenter.presented) {
+            times.append(descriptionText(presented.moment).sliced(11, 8));
+        }
+        return times;
+    }
+
     [[nodiscard]] QStringList logged() const
     {
         QStringList messages;
@@ -314,6 +324,7 @@ private Q_SLOTS:
         QCOMPARE(
             f.logged(),
             (QStringList{u"app started"_s, u"calendar reload success lessons=1 window=today"_s,
+                         u"scheduled system backup notifications lessons=1"_s,
                          u"notification should fire state=prepare message=\"4 min before next lesson\""_s}));
     }
 
@@ -397,6 +408,117 @@ private Q_SLOTS:
         f.start({anna()});
         f.model.reset();
         f.clock.advance(Seconds{20});
+        QCOMPARE(f.store.calls, 1);
+    }
+
+    void eachReloadHandsTheWholeDayToTheBackups()
+    {
+        Fixture f("09:00:00");
+        f.start({anna()});
+        QCOMPARE(f.center.requests.size(), std::size_t{5});
+        f.store.answer = std::vector{anna(), sampleLesson(u"Ben"_s, at("10:30:00"), minutes(25))};
+        f.clock.advance(minutes(1));
+        QCOMPARE(f.center.requests.size(), std::size_t{10});
+        f.store.answer = std::vector<Lesson>();
+        f.clock.advance(minutes(1));
+        QVERIFY(f.center.requests.empty());
+        QVERIFY(f.logged().contains(u"scheduled system backup notifications lessons=0"_s));
+    }
+
+    void aFailedReloadLeavesTheBackupsAlone()
+    {
+        Fixture f("09:00:00");
+        f.start({anna()});
+        const auto calls = f.center.calls;
+        f.store.answer = std::unexpected(LessonScheduleError(Failure{u"the service is away"_s}));
+        f.clock.advance(minutes(3));
+        QCOMPARE(f.center.calls, calls);
+        QCOMPARE(f.center.requests.size(), std::size_t{5});
+    }
+
+    void backupsThatFailAreNoErrorOfTheReload()
+    {
+        Fixture f("09:57:00");
+        f.center.authorization = std::unexpected(Failure{u"no bus"_s});
+        f.start({anna()});
+        QVERIFY(!f.model->lastErrorMessage());
+        QCOMPARE(f.presentedMessages(), QStringList{u"4 min before next lesson"_s});
+        QVERIFY(f.logged().contains(u"system notification scheduling failed error=no bus"_s));
+    }
+
+    void theFirstEvaluationWaitsForTheBackups()
+    {
+        Fixture f("09:57:00");
+        f.center.hold();
+        f.start({anna()});
+        QVERIFY(f.presenter.presented.empty());
+        f.center.release();
+        QCOMPARE(f.presentedMessages(), QStringList{u"4 min before next lesson"_s});
+    }
+
+    void aNotificationCentreThatHangsDelaysNoBanner()
+    {
+        Fixture f("09:50:17");
+        f.start({anna()});
+        f.center.hold();
+        Lesson moved = anna();
+        moved.startTime += minutes(1);
+        f.store.answer = std::vector{moved};
+        f.clock.advanceTo(at("10:30:00"));
+        QVERIFY(f.center.waitingCount() > 0);
+        QCOMPARE(f.presentedTimes(),
+                 (QStringList{u"09:57:00"_s, u"10:00:00"_s, u"10:00:30"_s, u"10:00:40"_s, u"10:25:00"_s}));
+        QCOMPARE(f.store.calls, 40); // the reloads go on, too: one a minute
+    }
+
+    void aChangeoverInTheSecondOfAReloadThatHangsComesWithTheNextTick()
+    {
+        Fixture f("09:50:00");
+        f.start({anna()});
+        f.center.hold();
+        Lesson moved = anna();
+        moved.startTime += minutes(1);
+        f.store.answer = std::vector{moved};
+        f.clock.advanceTo(at("10:30:00"));
+        QCOMPARE(f.presentedTimes(),
+                 (QStringList{u"09:57:01"_s, u"10:00:01"_s, u"10:00:30"_s, u"10:00:40"_s, u"10:25:01"_s}));
+    }
+
+    void aNotificationCentreThatHangsAtTheStartDelaysNoBannerByMoreThanASecond()
+    {
+        Fixture f("09:57:00");
+        f.center.hold();
+        f.start({anna()});
+        f.clock.advance(minutes(5));
+        QCOMPARE(f.presenter.presented.front().moment, at("09:57:01"));
+        QCOMPARE(f.presentedMessages(),
+                 (QStringList{u"4 min before next lesson"_s, u"1 minute before next lesson"_s,
+                              u"Join Zoom now"_s, u"START NOW - 20 seconds remaining"_s}));
+        QCOMPARE(f.presenter.presented.back().moment, at("09:59:40"));
+    }
+
+    void theHeartbeatStartsOnceHoweverLongTheFirstBackupsTake()
+    {
+        Fixture f("09:00:00");
+        f.center.hold();
+        f.start({anna()});
+        f.clock.advance(Seconds{10.5});
+        f.center.release();
+        const QSignalSpy action(f.model.get(), &MenuBarViewModel::currentActionChanged);
+        f.clock.advance(Seconds{10});
+        QCOMPARE(action.count(), 10);
+    }
+
+    void aModelThatIsGoneIsNotTouchedByItsBackups()
+    {
+        Fixture f("09:57:00");
+        f.center.hold();
+        f.start({anna()});
+        f.model.reset();
+        f.center.release();
+        f.clock.advance(Seconds{20});
+        QVERIFY(f.presenter.presented.empty());
+        QCOMPARE(f.center.requests.size(), std::size_t{4});
         QCOMPARE(f.store.calls, 1);
     }
 

@@ -16,6 +16,7 @@
 #include <QTest>
 
 #include <map>
+#include <utility>
 
 using namespace corvane;
 using namespace Qt::StringLiterals;
@@ -89,6 +90,47 @@ private:
     }
 };
 
+/// Keeps what is pending, as an agent does: what it has shown is forgotten.
+class CountingCenter final : public UserNotificationCenter {
+public:
+    std::map<QString, Date> pending;
+    int shown = 0;
+
+    QCoro::Task<std::expected<bool, Failure>> requestAuthorization() override { co_return true; }
+
+    QCoro::Task<std::expected<QStringList, Failure>> pendingNotificationRequests() override
+    {
+        showDue();
+        QStringList identifiers;
+        for (const auto &[identifier, fireDate] : pending) {
+            identifiers.append(identifier);
+        }
+        co_return identifiers;
+    }
+
+    QCoro::Task<std::expected<void, Failure>>
+    removePendingNotificationRequests(QStringList identifiers) override
+    {
+        for (const QString &identifier : identifiers) {
+            pending.erase(identifier);
+        }
+        co_return {};
+    }
+
+    QCoro::Task<std::expected<void, Failure>> add(NotificationRequest request) override
+    {
+        pending[request.identifier] = request.fireDate;
+        co_return {};
+    }
+
+    void showDue()
+    {
+        const Date now = currentDate();
+        shown += static_cast<int>(
+            std::erase_if(pending, [now](const auto &entry) { return entry.second <= now; }));
+    }
+};
+
 qint64 residentKibibytes()
 {
     QFile status(u"/proc/self/status"_s);
@@ -122,11 +164,14 @@ private Q_SLOTS:
         TeachingYear store;
         CountingPresenter presenter;
         WorkflowTransitionScheduler scheduler;
+        CountingCenter center;
+        SystemNotificationScheduler backups(center, logger, u"quillet.backup."_s);
         const SystemDateProvider dateProvider;
         MenuBarViewModel model({.scheduleStore = store,
                                 .workflowEngine = LessonWorkflowEngine(dateProvider),
                                 .notificationPresenter = presenter,
                                 .scheduler = scheduler,
+                                .systemNotificationScheduler = backups,
                                 .dateProvider = dateProvider,
                                 .debugLogger = logger,
                                 .settings = settings});
@@ -153,6 +198,10 @@ private Q_SLOTS:
             }
             kept += presenter.counts.size();
             presenter.counts.clear();
+            // The safety net under them: five for each lesson, and nothing is left over.
+            center.showDue();
+            QCOMPARE(std::exchange(center.shown, 0), 5 * lessonsADay);
+            QVERIFY(center.pending.empty());
             if (day == days / 10) {
                 afterTheFirstDays = residentKibibytes();
             }

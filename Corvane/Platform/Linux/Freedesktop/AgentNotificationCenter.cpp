@@ -1,0 +1,226 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/EvolutionData/Pending.h"
+
+#include "Corvane/Platform/Linux/Freedesktop/AgentNotificationCenter.h"
+
+#include "Corvane/Platform/Linux/Freedesktop/GnomeNotificationSwitch.h"
+#include "Corvane/Utilities/Spawn.h"
+
+// Generated from the description of the agent's interface.
+#include <notificationagentproxy.h>
+
+#include <qcoro/qcorodbuspendingcall.h>
+
+#include <QCryptographicHash>
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QDBusPendingReply>
+
+#include <cmath>
+#include <functional>
+#include <optional>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+
+namespace {
+
+constexpr auto applicationId = "com.ordwinsoftware.Quillet"_L1;
+constexpr auto agentName = "com.ordwinsoftware.Quillet.NotificationAgent"_L1;
+constexpr auto agentPath = "/com/ordwinsoftware/Quillet/NotificationAgent"_L1;
+
+Failure noSessionBus()
+{
+    return {u"there is no session bus"_s};
+}
+
+/// A date as the agent takes it; none for one that lies beyond what it can hold.
+std::optional<qint64> wholeSeconds(double seconds)
+{
+    constexpr double limit = 9223372036854775808.0;
+    if (!(seconds >= -limit && seconds < limit)) {
+        return std::nullopt;
+    }
+    return static_cast<qint64>(seconds);
+}
+
+/// What the agent is given of a text: it takes no endless ones, and nobody reads a notification of pages,
+/// such as a calendar that means harm can ask for.
+QString readablePart(const QString &text)
+{
+    constexpr qsizetype longest = 2000;
+    return text.size() <= longest ? text : text.first(longest - 1) + u'…';
+}
+
+/// What the agent knows a request by: its identifier, or of an endless one the beginning and a digest of all
+/// of it. Given such a short form it gives that back, so that what is answered as pending can be taken back.
+QString agentIdentifier(const QString &identifier)
+{
+    constexpr qsizetype longest = 2000;
+    if (identifier.size() <= longest) {
+        return identifier;
+    }
+    const QByteArray digest = QCryptographicHash::hash(identifier.toUtf8(), QCryptographicHash::Sha256);
+    return identifier.first(longest - 100) + u'…' + QString::fromLatin1(digest.toHex());
+}
+
+/// Whether this error of a call means that there is no notification server and that none can be started.
+bool saysThatThereIsNone(const QString &error)
+{
+    return error == "org.freedesktop.DBus.Error.ServiceUnknown"_L1 ||
+           error == "org.freedesktop.DBus.Error.NameHasNoOwner"_L1 ||
+           error.startsWith("org.freedesktop.DBus.Error.Spawn."_L1) ||
+           error.startsWith("org.freedesktop.systemd1."_L1);
+}
+
+} // namespace
+
+// What the calls under way share, which may outlive the object.
+struct AgentNotificationCenter::Link {
+    using Call = std::function<QDBusPendingCall(NotificationAgentProxy &)>;
+
+    QDBusConnection bus;
+    Patience patience;
+    /// Made once the bus has answered: its constructor asks the bus for the agent's owner and waits for the
+    /// answer, which a bus that hangs would never give.
+    std::unique_ptr<NotificationAgentProxy> agent;
+    /// Set while the bus is being asked; tells whether it answered, in the order in which they came to wait.
+    std::optional<Pending<bool>> reaching;
+
+    Link(QDBusConnection sessionBus, Patience limits) : bus(std::move(sessionBus)), patience(limits) {}
+
+    static QCoro::Task<void> makeAgent(std::shared_ptr<Link> link)
+    {
+        const Pending<bool> reaching = *link->reaching;
+        const auto question = QDBusMessage::createMethodCall(
+            u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s, u"org.freedesktop.DBus"_s, u"GetId"_s);
+        const QDBusMessage answer =
+            co_await link->bus.asyncCall(question, static_cast<int>(link->patience.bus.count()));
+        if (answer.type() == QDBusMessage::ReplyMessage) {
+            link->agent = std::make_unique<NotificationAgentProxy>(agentName, agentPath, link->bus);
+            link->agent->setTimeout(static_cast<int>(link->patience.agent.count()));
+        }
+        link->reaching.reset();
+        reaching.resolve(link->agent != nullptr);
+    }
+
+    /// The agent's answer to `call`, or why there is none.
+    static QCoro::Task<std::expected<QDBusMessage, Failure>> ask(std::shared_ptr<Link> link, Call call)
+    {
+        if (!link->bus.isConnected()) {
+            co_return std::unexpected(noSessionBus());
+        }
+        if (!link->agent) {
+            const Pending<bool> reaching = link->reaching.value_or(Pending<bool>());
+            if (!link->reaching) {
+                link->reaching = reaching;
+                // The answer may have come, and it be reset, when this returns.
+                spawn(makeAgent(link));
+            }
+            if (!co_await reaching.until(QDeadlineTimer(QDeadlineTimer::Forever)) || !reaching.value()) {
+                co_return std::unexpected(Failure{u"the session bus does not answer"_s});
+            }
+        }
+        if (!link->bus.isConnected()) {
+            co_return std::unexpected(noSessionBus());
+        }
+        const QDBusMessage answer = co_await call(*link->agent);
+        if (answer.type() != QDBusMessage::ReplyMessage) {
+            co_return std::unexpected(Failure{u"the notification agent: "_s + answer.errorMessage()});
+        }
+        co_return answer;
+    }
+
+    static QCoro::Task<std::expected<void, Failure>> tell(std::shared_ptr<Link> link, Call call)
+    {
+        const auto answer = co_await ask(link, call);
+        if (!answer) {
+            co_return std::unexpected(answer.error());
+        }
+        co_return {};
+    }
+
+    static QCoro::Task<std::expected<bool, Failure>> authorization(std::shared_ptr<Link> link)
+    {
+        if (!link->bus.isConnected()) {
+            co_return std::unexpected(noSessionBus());
+        }
+        if (!gnomeAllowsNotifications(applicationId)) {
+            co_return false;
+        }
+        const auto question = QDBusMessage::createMethodCall(
+            u"org.freedesktop.Notifications"_s, u"/org/freedesktop/Notifications"_s,
+            u"org.freedesktop.Notifications"_s, u"GetServerInformation"_s);
+        const QDBusMessage answer =
+            co_await link->bus.asyncCall(question, static_cast<int>(link->patience.server.count()));
+        if (!link->bus.isConnected()) {
+            co_return std::unexpected(noSessionBus());
+        }
+        co_return answer.type() == QDBusMessage::ReplyMessage || !saysThatThereIsNone(answer.errorName());
+    }
+
+    static QCoro::Task<std::expected<QStringList, Failure>> pending(std::shared_ptr<Link> link)
+    {
+        const Call call = [](NotificationAgentProxy &agent) { return agent.PendingRequests(); };
+        const auto answer = co_await ask(link, call);
+        if (!answer) {
+            co_return std::unexpected(answer.error());
+        }
+        const QDBusPendingReply<QStringList> reply = *answer;
+        if (reply.isError()) {
+            co_return std::unexpected(Failure{u"the notification agent: "_s + reply.error().message()});
+        }
+        co_return reply.value();
+    }
+};
+
+AgentNotificationCenter::AgentNotificationCenter(QDBusConnection sessionBus, Patience patience)
+    : m_link(std::make_shared<Link>(std::move(sessionBus), patience))
+{
+}
+
+AgentNotificationCenter::~AgentNotificationCenter() = default;
+
+QCoro::Task<std::expected<bool, Failure>> AgentNotificationCenter::requestAuthorization()
+{
+    return Link::authorization(m_link);
+}
+
+QCoro::Task<std::expected<QStringList, Failure>> AgentNotificationCenter::pendingNotificationRequests()
+{
+    return Link::pending(m_link);
+}
+
+QCoro::Task<std::expected<void, Failure>>
+AgentNotificationCenter::removePendingNotificationRequests(QStringList identifiers)
+{
+    for (QString &identifier : identifiers) {
+        identifier = agentIdentifier(identifier);
+    }
+    return Link::tell(m_link, [identifiers](NotificationAgentProxy &agent) {
+        return agent.RemovePendingRequests(identifiers);
+    });
+}
+
+QCoro::Task<std::expected<void, Failure>> AgentNotificationCenter::add(NotificationRequest request)
+{
+    // Shown at the beginning of its second, and not dropped before the end of its use.
+    const auto fireDate = wholeSeconds(std::floor(secondsSince1970(request.fireDate)));
+    const auto expirationDate = wholeSeconds(std::ceil(secondsSince1970(request.expirationDate)));
+    if (!fireDate || !expirationDate) {
+        co_return std::unexpected(Failure{u"the date of a notification is out of reach"_s});
+    }
+    // Not made in the wait itself: GCC 12 destroys what a closure holds there twice.
+    const Link::Call call = [request, fire = *fireDate,
+                             expiration = *expirationDate](NotificationAgentProxy &agent) {
+        return agent.Add(agentIdentifier(request.identifier), readablePart(request.title),
+                         readablePart(request.body), request.categoryIdentifier, fire, expiration);
+    };
+    co_return co_await Link::tell(m_link, call);
+}
+
+} // namespace corvane

@@ -1,0 +1,103 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "NotificationAgent/AgentInterface.h"
+
+#include "NotificationAgent/AgentLog.h"
+#include "NotificationAgent/RequestKeeper.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+
+#include <algorithm>
+
+namespace corvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString invalidArguments = u"org.freedesktop.DBus.Error.InvalidArgs"_s;
+const QString limitsExceeded = u"org.freedesktop.DBus.Error.LimitsExceeded"_s;
+const QString failed = u"org.freedesktop.DBus.Error.Failed"_s;
+
+} // namespace
+
+AgentInterface::AgentInterface(RequestKeeper &keeper, std::function<void(const QString &)> log,
+                               QObject *parent)
+    : QObject(parent)
+    , m_keeper(keeper)
+    , m_log(std::move(log))
+{
+}
+
+QStringList AgentInterface::PendingRequests()
+{
+    Q_EMIT called();
+    return m_keeper.pendingRequests();
+}
+
+void AgentInterface::RemovePendingRequests(const QStringList &identifiers)
+{
+    Q_EMIT called();
+    if (identifiers.size() > mostIdentifiers) {
+        refuse(limitsExceeded, u"too many identifiers"_s);
+        return;
+    }
+    m_keeper.remove(identifiers, answerLater());
+}
+
+void AgentInterface::Add(const QString &identifier, const QString &title, const QString &body,
+                         const QString &categoryIdentifier, qlonglong fireDate, qlonglong expirationDate)
+{
+    Q_EMIT called();
+    const RequestQueue &queue = m_keeper.queue();
+    const qint64 textSize = identifier.size() + title.size() + body.size() + categoryIdentifier.size();
+    if (identifier.size() > longestIdentifier ||
+        std::max({title.size(), body.size(), categoryIdentifier.size()}) > longestText) {
+        refuse(limitsExceeded, u"a text is too long"_s);
+    } else if (fireDate < 0 || fireDate > latestDate || expirationDate < fireDate ||
+               expirationDate > latestDate) {
+        refuse(invalidArguments, u"a date is out of range"_s);
+    } else if ((queue.size() >= mostRequests && !queue.contains(identifier)) ||
+               queue.textSizeWithout(identifier) + textSize > mostText) {
+        refuse(limitsExceeded, u"too much is pending"_s);
+    } else {
+        m_keeper.add({identifier, title, body, categoryIdentifier, fireDate, expirationDate}, answerLater());
+    }
+}
+
+std::function<void(std::expected<void, QString>)> AgentInterface::answerLater()
+{
+    if (!calledFromDBus()) {
+        return [](const std::expected<void, QString> &) {};
+    }
+    setDelayedReply(true);
+    return [bus = connection(), call = message()](const std::expected<void, QString> &result) {
+        if (call.isReplyRequired()) {
+            bus.send(result ? call.createReply()
+                            : call.createErrorReply(failed, u"the queue "_s + result.error()));
+        }
+    };
+}
+
+void AgentInterface::refuse(const QString &error, const QString &reason)
+{
+    if (calledFromDBus()) {
+        sendErrorReply(error, reason);
+    }
+    // The first, the tenth, the hundredth: who asks for nonsense a million times is not worth a million
+    // lines.
+    ++m_refusals;
+    qint64 power = 1;
+    while (power < m_refusals) {
+        power *= 10;
+    }
+    if (power == m_refusals) {
+        const QString who = calledFromDBus() ? message().service() : QString();
+        m_log(u"call refused number=%1 caller=%2 reason=%3"_s.arg(m_refusals)
+                  .arg(quotedForLog(who), quotedForLog(reason)));
+    }
+}
+
+} // namespace corvane

@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QDBusContext>
+#include <QObject>
+#include <QStringList>
+
+#include <expected>
+#include <functional>
+
+namespace corvane {
+
+class RequestKeeper;
+
+/// The agent's face on the bus: what its generated adaptor calls. It refuses what no program of ours asks
+/// for, so that whoever speaks to it cannot make it grow without end. Main thread only.
+class AgentInterface final : public QObject, protected QDBusContext {
+    Q_OBJECT
+
+public:
+    static constexpr qsizetype mostRequests = 10'000;
+    // In UTF-16 code units.
+    static constexpr qsizetype longestText = 4096;
+    static constexpr qsizetype longestIdentifier = 8192;
+    static constexpr qint64 mostText = qint64{2} * 1024 * 1024;    ///< of all requests together
+    static constexpr qsizetype mostIdentifiers = 2 * mostRequests; ///< of one call
+    static constexpr qint64 latestDate = 253'402'300'799;          ///< the last second of the year 9999
+
+    /// `keeper` is borrowed; `log` takes a line.
+    AgentInterface(RequestKeeper &keeper, std::function<void(const QString &)> log,
+                   QObject *parent = nullptr);
+
+    /// The methods of the bus interface, under its names; see its XML. The last two are answered when the
+    /// keeper has answered.
+    QStringList PendingRequests();
+    void RemovePendingRequests(const QStringList &identifiers);
+    void Add(const QString &identifier, const QString &title, const QString &body,
+             const QString &categoryIdentifier, qlonglong fireDate, qlonglong expirationDate);
+
+Q_SIGNALS:
+    /// Somebody has called.
+    void called();
+
+private:
+    [[nodiscard]] std::function<void(std::expected<void, QString>)> answerLater();
+    void refuse(const QString &error, const QString &reason);
+
+    RequestKeeper &m_keeper;
+    std::function<void(const QString &)> m_log;
+    qint64 m_refusals = 0;
+};
+
+} // namespace corvane

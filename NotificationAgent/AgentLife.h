@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QDBusConnection>
+#include <QObject>
+#include <QString>
+#include <QTimer>
+
+#include <chrono>
+#include <functional>
+
+namespace corvane {
+
+class RequestKeeper;
+
+/// Holds the lock of one queue: the kernel gives it back however the agent ends.
+class QueueLock {
+public:
+    /// `path` is the lock file's, which is made and stays.
+    explicit QueueLock(QString path) : m_path(std::move(path)) {}
+    ~QueueLock();
+    QueueLock(const QueueLock &) = delete;
+    QueueLock &operator=(const QueueLock &) = delete;
+
+    enum class Attempt { locked, heldByOther, impossible };
+    [[nodiscard]] Attempt tryLock();
+
+private:
+    QString m_path;
+    int m_file = -1;
+};
+
+/// The agent's time on the bus: it takes the bus name, which is what others wait for, once all is ready;
+/// gives it up when nothing has been pending for a while; and ends with its bus. Main thread only.
+class AgentLife final : public QObject {
+    Q_OBJECT
+
+public:
+    static constexpr auto serviceName = "com.ordwinsoftware.Quillet.NotificationAgent";
+    static constexpr auto objectPath = "/com/ordwinsoftware/Quillet/NotificationAgent";
+
+    /// How long the agent stays when there is nothing to do; a program that has just taken everything back
+    /// may be about to add.
+    static constexpr std::chrono::milliseconds idleTime{5000};
+
+    /// `keeper` is borrowed; `log` takes a line.
+    AgentLife(QDBusConnection sessionBus, RequestKeeper &keeper, std::function<void(const QString &)> log,
+              QObject *parent = nullptr);
+
+    /// Takes the name, then starts the keeper. The object must be registered by now.
+    void begin();
+
+public Q_SLOTS:
+    /// Something has happened: counts the idle time anew.
+    void stir();
+
+Q_SIGNALS:
+    void ended(int status);
+
+private:
+    void askForName();
+    void giveUpName();
+
+    QDBusConnection m_bus;
+    RequestKeeper &m_keeper;
+    std::function<void(const QString &)> m_log;
+    QTimer m_idle;
+    bool m_isLeaving = false;
+    bool m_hasCalls = false; ///< since the name was given up
+
+private Q_SLOTS:
+    void loseBus();
+};
+
+} // namespace corvane

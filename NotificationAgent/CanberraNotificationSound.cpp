@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "NotificationAgent/CanberraNotificationSound.h"
+
+#include <canberra.h>
+
+#include <chrono>
+#include <semaphore>
+#include <system_error>
+#include <thread>
+
+namespace corvane {
+
+namespace {
+
+// Cut off when it takes longer.
+constexpr std::chrono::seconds longestSound{10};
+
+void playNow()
+{
+    ca_context *context = nullptr;
+    if (ca_context_create(&context) != CA_SUCCESS) {
+        return;
+    }
+    ca_context_change_props(context, CA_PROP_APPLICATION_NAME, "Quillet", CA_PROP_APPLICATION_ID,
+                            "com.ordwinsoftware.Quillet", CA_PROP_APPLICATION_ICON_NAME,
+                            "com.ordwinsoftware.Quillet", nullptr);
+    ca_proplist *properties = nullptr;
+    if (ca_proplist_create(&properties) == CA_SUCCESS) {
+        ca_proplist_sets(properties, CA_PROP_EVENT_ID, CanberraNotificationSound::eventName);
+        ca_proplist_sets(properties, CA_PROP_MEDIA_ROLE, "event");
+        std::binary_semaphore end(0);
+        const auto ended = [](ca_context *, uint32_t, int, void *data) {
+            static_cast<std::binary_semaphore *>(data)->release();
+        };
+        if (ca_context_play_full(context, 1, properties, ended, &end) == CA_SUCCESS) {
+            (void)end.try_acquire_for(longestSound);
+        }
+        ca_proplist_destroy(properties);
+        // Ends what still plays, and with it the last use of `end`.
+        ca_context_destroy(context);
+        return;
+    }
+    ca_context_destroy(context);
+}
+
+} // namespace
+
+void CanberraNotificationSound::play()
+{
+    if (m_isPlaying->exchange(true)) {
+        return;
+    }
+    try {
+        std::thread([isPlaying = m_isPlaying] {
+            playNow();
+            *isPlaying = false;
+        }).detach();
+    } catch (const std::system_error &) {
+        // The machine gives no further thread: the notification is silent.
+        *m_isPlaying = false;
+    }
+}
+
+} // namespace corvane

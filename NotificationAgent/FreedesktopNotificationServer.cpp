@@ -1,0 +1,157 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "NotificationAgent/FreedesktopNotificationServer.h"
+
+#include "NotificationAgent/CanberraNotificationSound.h"
+#include "NotificationAgent/NotificationSound.h"
+
+#include <QDBusPendingCall>
+#include <QDBusPendingCallWatcher>
+#include <QDBusReply>
+
+namespace corvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto serviceName = "org.freedesktop.Notifications"_L1;
+constexpr auto objectPath = "/org/freedesktop/Notifications"_L1;
+
+constexpr auto applicationId = "com.ordwinsoftware.Quillet"_L1;
+
+int milliseconds(std::chrono::milliseconds duration)
+{
+    return static_cast<int>(duration.count());
+}
+
+QString words(const QDBusMessage &error)
+{
+    return error.errorName() + u": "_s + error.errorMessage();
+}
+
+} // namespace
+
+FreedesktopNotificationServer::FreedesktopNotificationServer(QDBusConnection sessionBus,
+                                                             NotificationSound &sound, Patience patience,
+                                                             QObject *parent)
+    : NotificationServer(parent)
+    , m_bus(std::move(sessionBus))
+    , m_sound(sound)
+    , m_patience(patience)
+{
+    m_arrivals.setConnection(m_bus);
+    m_arrivals.setWatchMode(QDBusServiceWatcher::WatchForRegistration);
+    m_arrivals.addWatchedService(serviceName);
+    m_departure.setConnection(m_bus);
+    m_departure.setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
+    connect(&m_arrivals, &QDBusServiceWatcher::serviceRegistered, this, &NotificationServer::arrived);
+    connect(&m_departure, &QDBusServiceWatcher::serviceUnregistered, this, [this](const QString &name) {
+        if (name == m_server) {
+            m_departure.removeWatchedService(m_server);
+            m_server.clear();
+            Q_EMIT left();
+        }
+    });
+}
+
+void FreedesktopNotificationServer::ask()
+{
+    const auto call =
+        QDBusMessage::createMethodCall(serviceName, objectPath, serviceName, u"GetCapabilities"_s);
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_patience.asking)), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        watcher->deleteLater();
+        takeCapabilities(watcher->reply());
+    });
+}
+
+void FreedesktopNotificationServer::takeCapabilities(const QDBusMessage &reply)
+{
+    if (reply.type() != QDBusMessage::ReplyMessage) {
+        Q_EMIT answered(false, words(reply));
+        return;
+    }
+    m_capabilities = reply.arguments().value(0).toStringList();
+    if (m_server != reply.service()) {
+        if (!m_server.isEmpty()) {
+            m_departure.removeWatchedService(m_server);
+            Q_EMIT replaced();
+        }
+        m_server = reply.service();
+        m_departure.addWatchedService(m_server);
+    }
+    Q_EMIT answered(true, {});
+}
+
+QVariantList FreedesktopNotificationServer::notifyArguments(const PendingRequest &request,
+                                                            const QStringList &capabilities)
+{
+    const bool takesMarkup = capabilities.contains(u"body-markup"_s);
+    QVariantMap hints{{u"urgency"_s, QVariant::fromValue(uchar{1})}, // normal: a critical one would stay
+                      {u"desktop-entry"_s, QString(applicationId)},
+                      {u"sound-name"_s, QString::fromLatin1(CanberraNotificationSound::eventName)}};
+    if (!request.categoryIdentifier.isEmpty()) {
+        hints.insert(u"category"_s, request.categoryIdentifier);
+    }
+    return {u"Quillet"_s,
+            0U, // replaces no other
+            QString(applicationId),
+            request.title,
+            takesMarkup ? request.body.toHtmlEscaped() : request.body,
+            QStringList(), // no actions
+            hints,
+            -1}; // the server's own time on the screen
+}
+
+void FreedesktopNotificationServer::deliver(const PendingRequest &request)
+{
+    auto call = QDBusMessage::createMethodCall(m_server, objectPath, serviceName, u"Notify"_s);
+    call.setArguments(notifyArguments(request, m_capabilities));
+    auto *watcher =
+        new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_patience.delivering)), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        watcher->deleteLater();
+        takeReply(watcher->reply());
+    });
+}
+
+void FreedesktopNotificationServer::takeReply(const QDBusMessage &reply)
+{
+    if (reply.type() == QDBusMessage::ReplyMessage) {
+        if (!m_capabilities.contains(u"sound"_s)) {
+            m_sound.play();
+        }
+        Q_EMIT finished(Outcome::shown, {});
+        return;
+    }
+    // The bus says this when the server has gone, and the library when the time is up.
+    const QString name = reply.errorName();
+    if (name == "org.freedesktop.DBus.Error.NoReply"_L1 || name == "org.freedesktop.DBus.Error.Timeout"_L1 ||
+        name == "org.freedesktop.DBus.Error.TimedOut"_L1) {
+        lookWhetherItIsThere(words(reply));
+        return;
+    }
+    Q_EMIT finished(Outcome::notShown, words(reply));
+}
+
+void FreedesktopNotificationServer::lookWhetherItIsThere(const QString &reason)
+{
+    if (m_server.isEmpty()) {
+        Q_EMIT finished(Outcome::notShown, reason);
+        return;
+    }
+    auto call = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
+                                               u"org.freedesktop.DBus"_s, u"NameHasOwner"_s);
+    call << m_server;
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_patience.asking)), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, reason] {
+        watcher->deleteLater();
+        const QDBusReply<bool> isThere = watcher->reply();
+        const bool isGone = m_server.isEmpty() || (isThere.isValid() && !isThere.value());
+        Q_EMIT finished(isGone ? Outcome::notShown : Outcome::unknown, reason);
+    });
+}
+
+} // namespace corvane

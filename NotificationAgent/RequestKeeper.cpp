@@ -1,0 +1,353 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "NotificationAgent/RequestKeeper.h"
+
+#include "NotificationAgent/AgentLog.h"
+#include "NotificationAgent/LoginEntry.h"
+#include "NotificationAgent/RequestFile.h"
+#include "NotificationAgent/WallClock.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace corvane {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+// Changes that come faster than they can be written share a write, up to so many.
+constexpr std::size_t mostAnswers = 1000;
+
+// The time to the next try doubles from the one to the other.
+constexpr std::chrono::milliseconds firstRetry = 1s;
+constexpr std::chrono::milliseconds longestRetry = 4s;
+
+} // namespace
+
+RequestKeeper::RequestKeeper(RequestFile &file, LoginEntry &loginEntry, WallClock &clock,
+                             NotificationServer &server, std::function<void(const QString &)> log,
+                             QObject *parent)
+    : QObject(parent)
+    , m_file(file)
+    , m_loginEntry(loginEntry)
+    , m_clock(clock)
+    , m_server(server)
+    , m_log(std::move(log))
+{
+    m_flush.setSingleShot(true);
+    connect(&m_flush, &QTimer::timeout, this, [this] {
+        flush();
+        pump();
+    });
+    m_retry.setSingleShot(true);
+    connect(&m_retry, &QTimer::timeout, this, &RequestKeeper::retryNow);
+    connect(&m_clock, &WallClock::woke, this, &RequestKeeper::pump);
+    connect(&m_server, &NotificationServer::answered, this, &RequestKeeper::takeAnswer);
+    connect(&m_server, &NotificationServer::finished, this, &RequestKeeper::takeOutcome);
+    connect(&m_server, &NotificationServer::arrived, this, &RequestKeeper::retryNow);
+    connect(&m_server, &NotificationServer::replaced, this, [this] {
+        for (const PendingRequest &request : std::exchange(m_held, {})) {
+            drop(request, "\"the server that has it was replaced\"");
+        }
+    });
+    connect(&m_server, &NotificationServer::left, this, [this] {
+        for (const PendingRequest &request : std::exchange(m_held, {})) {
+            putBack(request);
+        }
+        retryNow();
+    });
+}
+
+void RequestKeeper::load()
+{
+    const RequestFile::Content content = m_file.read();
+    for (const QString &remark : content.remarks) {
+        m_log(u"queue file "_s + remark);
+    }
+    m_queue = content.queue;
+    if (!m_queue.isEmpty()) {
+        m_log(u"queue read requests="_s + QString::number(m_queue.size()));
+    }
+}
+
+void RequestKeeper::start()
+{
+    if (m_step == Step::stopped) {
+        m_step = Step::resting;
+        if (!m_queue.isEmpty()) {
+            m_isEntryPresent = m_loginEntry.setPresent(true).has_value();
+        }
+        pump();
+    }
+}
+
+void RequestKeeper::add(const PendingRequest &request, Answer answer)
+{
+    if (m_answers.empty()) {
+        m_written = m_queue;
+    }
+    m_queue.add(request);
+    m_hasAdded = true;
+    changed(std::move(answer));
+}
+
+void RequestKeeper::remove(const QStringList &identifiers, Answer answer)
+{
+    if (m_answers.empty()) {
+        m_written = m_queue;
+    }
+    for (const QString &identifier : identifiers) {
+        if (m_queue.take(identifier)) {
+            m_removed.append(identifier);
+        }
+    }
+    // What is with the server cannot be taken back; but it will not be tried again.
+    const QSet<QString> all(identifiers.begin(), identifiers.end());
+    m_isWithdrawn = m_isWithdrawn || all.contains(m_underWay.identifier);
+    std::erase_if(m_held, [&](const PendingRequest &held) { return all.contains(held.identifier); });
+    changed(std::move(answer));
+}
+
+void RequestKeeper::changed(Answer answer)
+{
+    m_answers.push_back(std::move(answer));
+    if (m_answers.size() >= mostAnswers) {
+        flush();
+        pump();
+    } else if (!m_flush.isActive()) {
+        m_flush.start(0); // after what is waiting to be read from the bus
+    }
+}
+
+void RequestKeeper::flush()
+{
+    m_flush.stop();
+    if (m_answers.empty()) {
+        return;
+    }
+    std::expected<void, QString> result;
+    if (m_hasAdded || !m_removed.isEmpty()) {
+        result = m_file.write(m_queue);
+        if (!result && !m_hasAdded) {
+            // Removing needs no room.
+            if (m_file.strike(m_removed)) {
+                result = {};
+            }
+        }
+    }
+    if (!result) {
+        m_queue = m_written;
+        m_log(u"queue file "_s + result.error());
+    } else if (!m_queue.isEmpty() && !m_isEntryPresent) {
+        const auto entered = m_loginEntry.setPresent(true);
+        m_isEntryPresent = true; // once is enough, also when it failed
+        if (!entered) {
+            m_log(u"login entry "_s + entered.error());
+        }
+    }
+    m_written = {};
+    m_removed.clear();
+    m_hasAdded = false;
+    for (const Answer &answer : std::exchange(m_answers, {})) {
+        answer(result);
+    }
+    Q_EMIT stirred();
+}
+
+bool RequestKeeper::strike(const QStringList &identifiers)
+{
+    // In place first: it costs the same however much is pending, and works where there is no room left.
+    const auto struck = m_file.strike(identifiers);
+    if (struck) {
+        m_hasStruck = true;
+        return true;
+    }
+    const auto written = m_file.write(m_queue);
+    m_log(u"queue file "_s + struck.error() + (written ? u"; written anew"_s : u"; "_s + written.error()));
+    return written.has_value();
+}
+
+void RequestKeeper::drop(const PendingRequest &request, const char *reason) const
+{
+    m_log(u"notification dropped identifier=%1 fire_date=%2 expiration_date=%3 reason=%4"_s
+              .arg(quotedForLog(request.identifier))
+              .arg(request.fireDate)
+              .arg(request.expirationDate)
+              .arg(QString::fromLatin1(reason)));
+}
+
+void RequestKeeper::pump()
+{
+    if (m_step != Step::resting) {
+        return;
+    }
+    // What was asked for goes first: what is due may just have been taken back.
+    flush();
+    const qint64 now = m_clock.now();
+    std::erase_if(m_held, [&](const PendingRequest &held) {
+        const bool isOver = held.expirationDate <= now;
+        if (isOver) {
+            drop(held, "\"the server never answered\"");
+        }
+        return isOver;
+    });
+    QStringList dropped;
+    for (const PendingRequest &request : m_queue.takeExpired(now)) {
+        m_postponed.remove(request.identifier);
+        drop(request, "\"its moment is over\"");
+        dropped.append(request.identifier);
+    }
+    if (!dropped.isEmpty()) {
+        // Should this fail, they are dropped once more when the file is read again.
+        (void)strike(dropped);
+    }
+    if (!m_isServerAbsent) {
+        if (m_queue.firstDue(now, m_postponed)) {
+            m_step = Step::asking;
+            m_server.ask();
+            return;
+        }
+    }
+    wait();
+}
+
+void RequestKeeper::wait()
+{
+    m_clock.wakeAt(m_queue.nextFireDate(m_clock.now()));
+    Q_EMIT stirred();
+}
+
+void RequestKeeper::takeAnswer(bool isThere, const QString &reason)
+{
+    if (m_step != Step::asking) {
+        return;
+    }
+    m_step = Step::resting;
+    if (!isThere) {
+        if (!std::exchange(m_isAbsenceLogged, true)) {
+            m_log(u"no notification server reason="_s + quotedForLog(reason));
+        }
+        m_isServerAbsent = true;
+        postpone();
+        pump();
+        return;
+    }
+    m_isAbsenceLogged = false;
+    // The queue may have changed while the server was asked, and so may the clock.
+    flush();
+    const qint64 now = m_clock.now();
+    const std::optional<PendingRequest> due = m_queue.firstDue(now, m_postponed);
+    if (!due || due->expirationDate <= now) {
+        if (due) {
+            m_queue.take(due->identifier);
+            drop(*due, "\"its moment is over\"");
+            (void)strike({due->identifier});
+        }
+        pump();
+        return;
+    }
+    m_queue.take(due->identifier);
+    if (!strike({due->identifier})) {
+        m_queue.add(*due);
+        m_postponed.insert(due->identifier);
+        postpone();
+        pump();
+        return;
+    }
+    m_underWay = *due;
+    m_isWithdrawn = false;
+    m_step = Step::delivering;
+    m_server.deliver(m_underWay);
+}
+
+void RequestKeeper::takeOutcome(NotificationServer::Outcome outcome, const QString &reason)
+{
+    if (m_step != Step::delivering) {
+        return;
+    }
+    m_step = Step::resting;
+    const PendingRequest request = std::exchange(m_underWay, {});
+    const QString identifier = quotedForLog(request.identifier);
+    switch (outcome) {
+    case NotificationServer::Outcome::shown:
+        m_failures = 0;
+        m_log(u"notification delivered identifier=%1 fire_date=%2"_s.arg(identifier).arg(request.fireDate));
+        break;
+    case NotificationServer::Outcome::notShown:
+        m_log(u"notification not shown identifier=%1 reason=%2"_s.arg(identifier, quotedForLog(reason)));
+        if (!m_isWithdrawn) {
+            putBack(request);
+            m_postponed.insert(request.identifier);
+            postpone();
+        }
+        break;
+    case NotificationServer::Outcome::unknown:
+        m_log(
+            u"notification not answered for identifier=%1 reason=%2"_s.arg(identifier, quotedForLog(reason)));
+        if (!m_isWithdrawn) {
+            m_held.push_back(request);
+            postpone();
+        }
+        break;
+    }
+    pump();
+}
+
+void RequestKeeper::putBack(const PendingRequest &request)
+{
+    if (m_queue.contains(request.identifier)) {
+        return; // replaced meanwhile
+    }
+    flush();
+    m_queue.add(request);
+    if (const auto written = m_file.write(m_queue); !written) {
+        // It is kept in memory: should the agent die, it is lost, but not shown twice.
+        m_log(u"queue file "_s + written.error());
+    }
+}
+
+void RequestKeeper::postpone()
+{
+    if (!m_retry.isActive()) {
+        m_retry.start(std::min(firstRetry * (1 << std::min(m_failures, 10)), longestRetry));
+        ++m_failures;
+    }
+}
+
+void RequestKeeper::retryNow()
+{
+    m_retry.stop();
+    m_postponed.clear();
+    m_isServerAbsent = false;
+    // What the server still holds is looked at again, in case its moment is over by then.
+    if (!m_held.empty()) {
+        postpone();
+    }
+    pump();
+}
+
+bool RequestKeeper::isIdle() const
+{
+    return m_queue.isEmpty() && m_answers.empty() && m_held.empty() &&
+           (m_step == Step::resting || m_step == Step::stopped);
+}
+
+void RequestKeeper::tidyUp()
+{
+    if (!m_queue.isEmpty()) {
+        return;
+    }
+    if (m_hasStruck && m_file.write(m_queue)) {
+        m_hasStruck = false;
+    }
+    if (const auto removed = m_loginEntry.setPresent(false); !removed) {
+        m_log(u"login entry "_s + removed.error());
+    }
+    m_isEntryPresent = false;
+}
+
+} // namespace corvane

@@ -1,0 +1,162 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "NotificationAgent/AgentInterface.h"
+#include "NotificationAgent/AgentLife.h"
+#include "NotificationAgent/AgentLog.h"
+#include "NotificationAgent/CanberraNotificationSound.h"
+#include "NotificationAgent/FreedesktopNotificationServer.h"
+#include "NotificationAgent/LoginEntry.h"
+#include "NotificationAgent/RequestFile.h"
+#include "NotificationAgent/RequestKeeper.h"
+#include "NotificationAgent/TimerfdClock.h"
+#include "notificationagentadaptor.h"
+
+#include <malloc.h>
+#include <signal.h>
+
+#include <QCoreApplication>
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QDBusPendingCallWatcher>
+#include <QDeadlineTimer>
+
+#include <chrono>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using namespace corvane;
+
+namespace {
+
+// An agent that is about to end gives its lock up within this time.
+constexpr std::chrono::milliseconds lockPatience = 5s;
+constexpr std::chrono::milliseconds lockInterval = 20ms;
+
+LoginEntry userLoginEntry()
+{
+    return {QCoreApplication::applicationFilePath(), LoginEntry::userConfigHome()};
+}
+
+/// All that the agent consists of. Made once the lock is held, since it reads the queue.
+struct Agent {
+    Agent(const QDBusConnection &bus, const AgentLog &agentLog)
+        : log([&agentLog](const QString &line) { agentLog.log(line); })
+        , connection(bus)
+        , file(RequestFile::userPath())
+        , loginEntry(userLoginEntry())
+        , server(bus, sound, {})
+        , keeper(file, loginEntry, clock, server, log)
+        , interface(keeper, log)
+        , life(bus, keeper, log)
+    {
+        QObject::connect(&interface, &AgentInterface::called, &life, &AgentLife::stir);
+        QObject::connect(&life, &AgentLife::ended, qApp, [](int status) { QCoreApplication::exit(status); });
+        new NotificationAgentAdaptor(&interface);
+    }
+
+    void begin()
+    {
+        keeper.load();
+        connection.registerObject(QString::fromLatin1(AgentLife::objectPath), &interface);
+        life.begin();
+    }
+
+    std::function<void(const QString &)> log;
+    QDBusConnection connection;
+    RequestFile file;
+    LoginEntry loginEntry;
+    TimerfdClock clock;
+    CanberraNotificationSound sound;
+    FreedesktopNotificationServer server;
+    RequestKeeper keeper;
+    AgentInterface interface;
+    AgentLife life;
+};
+
+/// Waits for the lock, then makes the agent.
+void launch(QueueLock &lock, const QDeadlineTimer &deadline, const QDBusConnection &bus, const AgentLog &log,
+            std::unique_ptr<Agent> &agent)
+{
+    const QueueLock::Attempt attempt = lock.tryLock();
+    if (attempt == QueueLock::Attempt::heldByOther) {
+        if (deadline.hasExpired()) {
+            log.log(u"another agent keeps this queue"_s);
+            QCoreApplication::exit(0);
+            return;
+        }
+        QTimer::singleShot(lockInterval, qApp,
+                           [&lock, deadline, bus, &log, &agent] { launch(lock, deadline, bus, log, agent); });
+        return;
+    }
+    if (attempt == QueueLock::Attempt::impossible) {
+        // Where nothing can be written there is still the bus name, which one agent has at a time.
+        log.log(u"the queue cannot be locked"_s);
+    }
+    agent = std::make_unique<Agent>(bus, log);
+    agent->begin();
+}
+
+/// At login: when something is pending, has the bus start the agent, so that it is looked after like one that
+/// a program has called; what cannot be started so goes on here.
+void launchAtLogin(QueueLock &lock, const QDBusConnection &bus, const AgentLog &log,
+                   const std::function<void()> &launchHere)
+{
+    if (RequestFile(RequestFile::userPath()).isEmpty()) {
+        // An agent that was killed left its entry there. One that lives sees to its entry itself.
+        if (lock.tryLock() == QueueLock::Attempt::locked) {
+            if (const auto removed = userLoginEntry().setPresent(false); !removed) {
+                log.log(u"login entry "_s + removed.error());
+            }
+        }
+        QCoreApplication::exit(0);
+        return;
+    }
+    auto call = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
+                                               u"org.freedesktop.DBus"_s, u"StartServiceByName"_s);
+    call << QString::fromLatin1(AgentLife::serviceName) << 0U;
+    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, 25'000), qApp);
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, qApp, [watcher, launchHere] {
+        watcher->deleteLater();
+        if (watcher->isError()) {
+            launchHere();
+        } else {
+            QCoreApplication::exit(0);
+        }
+    });
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    // Two threads that nearly always sleep; a heap of its own for each would keep memory for nothing.
+    mallopt(M_ARENA_MAX, 1);
+    // A limit on the length of files is an error of the write, not the end of the program.
+    ::signal(SIGXFSZ, SIG_IGN);
+    ::signal(SIGPIPE, SIG_IGN);
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(u"quillet-notification-agent"_s);
+
+    const AgentLog log(AgentLog::userPath());
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected()) {
+        log.log(u"there is no session bus"_s);
+        return 1;
+    }
+    QueueLock lock(RequestFile::userPath() + u".lock"_s);
+    std::unique_ptr<Agent> agent;
+    const auto launchHere = [&] { launch(lock, QDeadlineTimer(lockPatience), bus, log, agent); };
+    // On the loop's first turn: exit() has no effect before the loop runs.
+    QTimer::singleShot(0, &application, [&] {
+        if (QCoreApplication::arguments().contains(u"--login"_s)) {
+            launchAtLogin(lock, bus, log, launchHere);
+        } else {
+            launchHere();
+        }
+    });
+    const int status = QCoreApplication::exec();
+    agent.reset();
+    return status;
+}

@@ -1,0 +1,74 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "tests/adapters/RecordingAgent.h"
+
+#include <recordingagentadaptor.h>
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+
+namespace {
+
+constexpr auto name = "com.ordwinsoftware.Quillet.NotificationAgent"_L1;
+constexpr auto path = "/com/ordwinsoftware/Quillet/NotificationAgent"_L1;
+
+} // namespace
+
+RecordingAgent::RecordingAgent(QDBusConnection bus) : m_bus(std::move(bus))
+{
+    new RecordingAgentAdaptor(this);
+    if (!m_bus.registerObject(path, this) || !m_bus.registerService(name)) {
+        qFatal("the recording agent cannot take its place on the bus");
+    }
+}
+
+RecordingAgent::~RecordingAgent()
+{
+    m_bus.unregisterObject(path);
+    m_bus.unregisterService(name);
+}
+
+bool RecordingAgent::isServed(const QString &call)
+{
+    calls.append(call);
+    if (hangs) {
+        setDelayedReply(true);
+        return false;
+    }
+    if (!refusal.isEmpty()) {
+        sendErrorReply(QDBusError::Failed, refusal);
+        return false;
+    }
+    return true;
+}
+
+QStringList RecordingAgent::PendingRequests()
+{
+    QStringList identifiers;
+    if (isServed(u"PendingRequests"_s)) {
+        for (const Added &added : pending) {
+            identifiers.append(added.identifier);
+        }
+    }
+    return identifiers;
+}
+
+void RecordingAgent::RemovePendingRequests(const QStringList &identifiers)
+{
+    if (isServed(u"RemovePendingRequests "_s + identifiers.join(u", "_s))) {
+        std::erase_if(pending, [&](const Added &added) { return identifiers.contains(added.identifier); });
+    }
+}
+
+void RecordingAgent::Add(const QString &identifier, const QString &title, const QString &body,
+                         const QString &categoryIdentifier, qlonglong fireDate, qlonglong expirationDate)
+{
+    if (isServed(u"Add "_s + identifier)) {
+        std::erase_if(pending, [&](const Added &added) { return added.identifier == identifier; });
+        pending.push_back({identifier, title, body, categoryIdentifier, fireDate, expirationDate});
+    }
+}
+
+} // namespace corvane

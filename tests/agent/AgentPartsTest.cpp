@@ -1,0 +1,233 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "NotificationAgent/AgentLife.h"
+#include "NotificationAgent/AgentLog.h"
+#include "NotificationAgent/FreedesktopNotificationServer.h"
+#include "NotificationAgent/LoginEntry.h"
+#include "NotificationAgent/TimerfdClock.h"
+
+#include <QDateTime>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
+}
+
+PendingRequest request()
+{
+    return {u"quillet.backup.start.1.Anna"_s,
+            u"Quillet: <START> & NOW"_s,
+            u"Anna & <b>Ben</b> \"start\" in 20 seconds."_s,
+            u"quillet.lesson"_s,
+            1,
+            2};
+}
+
+} // namespace
+
+class AgentPartsTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    // --- the clock
+    // ------------------------------------------------------------------------------------------
+
+    void theAlarmRingsWithItsSecondAndNotBefore()
+    {
+        TimerfdClock clock;
+        qint64 best = 1'000'000;
+        for (int i = 0; i < 2; ++i) {
+            const qint64 second = clock.now() + 1;
+            qint64 rang = 0;
+            const auto connection =
+                connect(&clock, &WallClock::woke, this, [&] { rang = QDateTime::currentMSecsSinceEpoch(); });
+            clock.wakeAt(second);
+            QTRY_VERIFY_WITH_TIMEOUT(rang != 0, 10'000);
+            disconnect(connection);
+            QVERIFY(clock.now() >= second);
+            QVERIFY(rang >= second * 1000);
+            best = std::min(best, rang - second * 1000);
+        }
+        QVERIFY2(best < 100, QByteArray::number(best).constData());
+    }
+
+    void anAlarmInThePastRingsAtOnce()
+    {
+        TimerfdClock clock;
+        QSignalSpy rings(&clock, &WallClock::woke);
+        clock.wakeAt(-5);
+        QVERIFY(rings.isEmpty());
+        QTRY_COMPARE(rings.size(), 1);
+    }
+
+    void anAlarmThatWasTakenAwayDoesNotRing()
+    {
+        TimerfdClock clock;
+        QSignalSpy rings(&clock, &WallClock::woke);
+        clock.wakeAt(clock.now());
+        clock.wakeAt(std::nullopt);
+        TimerfdClock other;
+        QSignalSpy otherRings(&other, &WallClock::woke);
+        other.wakeAt(other.now() + 1);
+        QTRY_COMPARE(otherRings.size(), 1);
+        QVERIFY(rings.isEmpty());
+    }
+
+    // --- what a server is told
+    // ------------------------------------------------------------------------------
+
+    void aServerThatTakesMarkupGetsTheBodyEscaped()
+    {
+        const QVariantList arguments =
+            FreedesktopNotificationServer::notifyArguments(request(), {u"body"_s, u"body-markup"_s});
+        QCOMPARE(arguments.at(3).toString(), request().title);
+        QCOMPARE(arguments.at(4).toString(),
+                 u"Anna &amp; &lt;b&gt;Ben&lt;/b&gt; &quot;start&quot; in 20 seconds."_s);
+    }
+
+    void aServerThatTakesNoMarkupGetsTheBodyAsItIs()
+    {
+        const QVariantList arguments = FreedesktopNotificationServer::notifyArguments(request(), {u"body"_s});
+        QCOMPARE(arguments.at(4).toString(), request().body);
+    }
+
+    void theCallIsToTheLetter()
+    {
+        const QVariantList arguments = FreedesktopNotificationServer::notifyArguments(request(), {});
+        QCOMPARE(arguments.size(), 8);
+        QCOMPARE(arguments.at(0), QVariant(u"Quillet"_s));
+        QCOMPARE(arguments.at(1), QVariant(0U));
+        QCOMPARE(arguments.at(2), QVariant(u"com.ordwinsoftware.Quillet"_s));
+        QCOMPARE(arguments.at(5), QVariant(QStringList()));
+        const QVariantMap hints{{u"urgency"_s, QVariant::fromValue(uchar{1})},
+                                {u"category"_s, u"quillet.lesson"_s},
+                                {u"desktop-entry"_s, u"com.ordwinsoftware.Quillet"_s},
+                                {u"sound-name"_s, u"message-new-instant"_s}};
+        QCOMPARE(arguments.at(6).toMap(), hints);
+        QCOMPARE(arguments.at(6).toMap().value(u"urgency"_s).typeId(), static_cast<int>(QMetaType::UChar));
+        QCOMPARE(arguments.at(7), QVariant(-1));
+    }
+
+    // --- the login entry
+    // ------------------------------------------------------------------------------------
+
+    void theEntryIsValidAndUnseen()
+    {
+        const QTemporaryDir home;
+        LoginEntry entry(u"/opt/my \"lessons\" 100%/$agent\\"_s, home.path());
+        QVERIFY(entry.setPresent(true));
+        QCOMPARE(entry.path(),
+                 home.filePath(u"autostart/com.ordwinsoftware.Quillet.NotificationAgent.desktop"_s));
+        QProcess validator;
+        validator.setProcessChannelMode(QProcess::MergedChannels);
+        validator.start(u"desktop-file-validate"_s, {u"--no-hints"_s, entry.path()});
+        QVERIFY(validator.waitForFinished(20'000));
+        QCOMPARE(QString::fromUtf8(validator.readAll()), QString());
+        QCOMPARE(validator.exitCode(), 0);
+        const QByteArray content = contentOf(entry.path());
+        QVERIFY(content.contains("\nNoDisplay=true\n"));
+        QVERIFY(content.contains("\nTryExec=/opt/my \"lessons\" 100%/$agent\\\\\n"));
+        QVERIFY(
+            content.contains("\nExec=\"/opt/my \\\\\"lessons\\\\\" 100%%/\\\\$agent\\\\\\\\\" --login\n"));
+    }
+
+    void theEntryIsTouchedOnlyWhenItChanges()
+    {
+        const QTemporaryDir home;
+        LoginEntry entry(u"/opt/agent"_s, home.path());
+        QVERIFY(entry.setPresent(false));
+        QVERIFY(entry.setPresent(true));
+        QFile file(entry.path());
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        const QDateTime old = QDateTime::fromSecsSinceEpoch(1'000'000'000);
+        QVERIFY(file.setFileTime(old, QFileDevice::FileModificationTime));
+        file.close();
+        QVERIFY(entry.setPresent(true));
+        QCOMPARE(QFileInfo(entry.path()).lastModified(), old);
+        QVERIFY(LoginEntry(u"/usr/agent"_s, home.path()).setPresent(true));
+        QVERIFY(contentOf(entry.path()).contains("/usr/agent"));
+        QVERIFY(entry.setPresent(false));
+        QVERIFY(!QFile::exists(entry.path()));
+    }
+
+    void anEntryThatCannotBeWrittenIsTold()
+    {
+        const QTemporaryDir home;
+        QFile obstacle(home.filePath(u"autostart"_s));
+        QVERIFY(obstacle.open(QIODevice::WriteOnly));
+        QVERIFY(!LoginEntry(u"/opt/agent"_s, home.path()).setPresent(true));
+    }
+
+    // --- the log
+    // --------------------------------------------------------------------------------------------
+
+    void aLineHasItsMomentAndNoControlCharacters()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"Logs/Quillet/agent.log"_s);
+        AgentLog(path).log(u"one\ntwo \x1b[31m 王"_s);
+        const QRegularExpression line(
+            u"^\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d\\.\\d{3}Z one two  \\[31m 王\n$"_s);
+        QVERIFY(line.match(QString::fromUtf8(contentOf(path))).hasMatch());
+    }
+
+    void theLogDoesNotGrowWithoutEnd()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"agent.log"_s);
+        QFile full(path);
+        QVERIFY(full.open(QIODevice::WriteOnly));
+        full.write(QByteArray(AgentLog::longestFile - 10, 'x'));
+        full.close();
+        const AgentLog log(path);
+        log.log(u"one"_s);
+        log.log(u"two"_s);
+        QVERIFY(QFileInfo(path).size() < 200);
+        QCOMPARE(QFileInfo(path + u".old"_s).size(), AgentLog::longestFile - 10);
+    }
+
+    void aLongTextIsCutForTheLog()
+    {
+        QCOMPARE(quotedForLog(u"a"_s), u"\"a\""_s);
+        QCOMPARE(quotedForLog(QString(5000, u'a')).size(), 123);
+    }
+
+    // --- the lock
+    // -------------------------------------------------------------------------------------------
+
+    void aQueueIsLockedByOne()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"quillet/queue.lock"_s);
+        QueueLock second(path);
+        {
+            QueueLock first(path);
+            QCOMPARE(first.tryLock(), QueueLock::Attempt::locked);
+            QCOMPARE(second.tryLock(), QueueLock::Attempt::heldByOther);
+        }
+        QCOMPARE(second.tryLock(), QueueLock::Attempt::locked);
+    }
+
+    void whereNothingCanBeLockedItIsTold()
+    {
+        QueueLock lock(u"/proc/quillet/queue.lock"_s);
+        QCOMPARE(lock.tryLock(), QueueLock::Attempt::impossible);
+    }
+};
+
+QTEST_GUILESS_MAIN(AgentPartsTest)
+#include "AgentPartsTest.moc"

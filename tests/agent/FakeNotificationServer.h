@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "NotificationAgent/NotificationServer.h"
+
+#include <QMetaObject>
+#include <QStringList>
+
+#include <functional>
+
+namespace corvane {
+
+/// A server that the test gives its behaviour, and what it was asked.
+class FakeNotificationServer final : public NotificationServer {
+    Q_OBJECT
+
+public:
+    void ask() override
+    {
+        ++asked;
+        if (!isSilent) {
+            QMetaObject::invokeMethod(this, &FakeNotificationServer::answer, Qt::QueuedConnection);
+        }
+    }
+
+    void deliver(const PendingRequest &request) override
+    {
+        handed.append(request.identifier);
+        if (onDeliver) {
+            onDeliver(request);
+        }
+        const Outcome result = outcome;
+        QMetaObject::invokeMethod(
+            this, [this, result] { Q_EMIT finished(result, QStringLiteral("as told")); },
+            Qt::QueuedConnection);
+    }
+
+    /// Answers the question that is open.
+    void answer() { Q_EMIT answered(isThere, QStringLiteral("as told")); }
+
+    bool isThere = true;
+    bool isSilent = false; ///< the test calls answer()
+    Outcome outcome = Outcome::shown;
+    std::function<void(const PendingRequest &)> onDeliver;
+
+    int asked = 0;
+    QStringList handed; ///< identifiers, in order
+};
+
+} // namespace corvane

@@ -1,0 +1,266 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "tests/agent/AgentRoom.h"
+
+#include <QDBusPendingCall>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTest>
+
+#include <algorithm>
+#include <deque>
+#include <limits>
+#include <memory>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int patience = 60'000; // milliseconds
+
+#ifdef __SANITIZE_ADDRESS__
+constexpr double mostMemory = 2000; // MiB; the sanitizer keeps what was given back
+#else
+constexpr double mostMemory = 64;
+#endif
+
+// How many calls a flood has; the figures are made with a million.
+int floodSize()
+{
+    const int told = qEnvironmentVariableIntValue("QUILLET_FLOOD");
+    return told > 0 ? told : 10'000;
+}
+
+PendingRequest request(const QString &identifier)
+{
+    const qint64 later = AgentRoom::now() + 100'000;
+    return {identifier, u"Quillet: prepare"_s, u"Anna starts in 4 minutes."_s, u"quillet.lesson"_s, later,
+            later + 240};
+}
+
+} // namespace
+
+class NotificationAgentFloodTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { m_room = std::make_unique<AgentRoom>(); }
+    void cleanupTestCase() { m_room.reset(); }
+
+    void init()
+    {
+        if (!m_room->isNameOwned()) {
+            m_room->startAgent();
+        }
+    }
+    void cleanup() { QVERIFY(m_room->remove(m_room->pending()).type() == QDBusMessage::ReplyMessage); }
+
+    void oneHundredAndFiftyRequestsAreReplacedQuickly()
+    {
+        QStringList identifiers;
+        for (int i = 0; i < 150; ++i) {
+            identifiers.append(u"quillet.backup.start.1800000000.Anna %1"_s.arg(i));
+            QCOMPARE(m_room->add(request(identifiers.constLast())).type(), QDBusMessage::ReplyMessage);
+        }
+        QElapsedTimer timer;
+        timer.start();
+        // As the program does it: each call waits for the answer to the one before.
+        QCOMPARE(m_room->pending().size(), 150);
+        QCOMPARE(m_room->remove(identifiers).type(), QDBusMessage::ReplyMessage);
+        for (const QString &identifier : identifiers) {
+            QCOMPARE(m_room->add(request(identifier)).type(), QDBusMessage::ReplyMessage);
+        }
+        const qint64 elapsed = timer.elapsed();
+        qInfo() << "ms to replace 150 requests, one after the other" << elapsed;
+        QVERIFY(elapsed < 10'000);
+        QCOMPARE(m_room->pending().size(), 150);
+    }
+
+    void textsThatAreTooLongAreRefused_data()
+    {
+        QTest::addColumn<int>("identifier");
+        QTest::addColumn<int>("title");
+        QTest::addColumn<int>("body");
+        QTest::addColumn<int>("category");
+        QTest::addColumn<bool>("isTaken");
+        QTest::newRow("the longest") << 8192 << 4096 << 4096 << 4096 << true;
+        QTest::newRow("identifier") << 8193 << 1 << 1 << 1 << false;
+        QTest::newRow("title") << 1 << 4097 << 1 << 1 << false;
+        QTest::newRow("body") << 1 << 1 << 4097 << 1 << false;
+        QTest::newRow("category") << 1 << 1 << 1 << 4097 << false;
+        QTest::newRow("thirty megabytes") << 1 << 1 << 30'000'000 << 1 << false;
+    }
+
+    void textsThatAreTooLongAreRefused()
+    {
+        QFETCH(int, identifier);
+        QFETCH(int, title);
+        QFETCH(int, body);
+        QFETCH(int, category);
+        QFETCH(bool, isTaken);
+        const qint64 later = AgentRoom::now() + 1000;
+        const QDBusMessage answer =
+            m_room->add({QString(identifier, u'i'), QString(title, u't'), QString(body, u'b'),
+                         QString(category, u'c'), later, later + 1});
+        QCOMPARE(answer.errorName(), isTaken ? QString() : u"org.freedesktop.DBus.Error.LimitsExceeded"_s);
+        QCOMPARE(m_room->pending().size(), isTaken ? 1 : 0);
+    }
+
+    void absurdDatesAreRefused_data()
+    {
+        QTest::addColumn<qint64>("fireDate");
+        QTest::addColumn<qint64>("expirationDate");
+        QTest::newRow("before 1970") << qint64{-1} << qint64{10};
+        QTest::newRow("least") << std::numeric_limits<qint64>::min() << std::numeric_limits<qint64>::max();
+        QTest::newRow("most") << std::numeric_limits<qint64>::max() << std::numeric_limits<qint64>::max();
+        QTest::newRow("expires in the year 10000") << qint64{1'800'000'000} << qint64{253'402'300'800};
+        QTest::newRow("expires before it fires") << qint64{1'800'000'000} << qint64{1'799'999'999};
+    }
+
+    void absurdDatesAreRefused()
+    {
+        QFETCH(qint64, fireDate);
+        QFETCH(qint64, expirationDate);
+        const QDBusMessage answer = m_room->add({u"i"_s, u"t"_s, u"b"_s, u"c"_s, fireDate, expirationDate});
+        QCOMPARE(answer.errorName(), u"org.freedesktop.DBus.Error.InvalidArgs"_s);
+        QCOMPARE(m_room->pending(), QStringList());
+    }
+
+    void wrongTypesAreRefused()
+    {
+        for (const QVariantList &arguments :
+             {QVariantList{}, QVariantList{1}, QVariantList{u"i"_s, u"t"_s, u"b"_s, u"c"_s, 1, 2},
+              QVariantList{u"i"_s, u"t"_s, u"b"_s, u"c"_s, u"1"_s, u"2"_s},
+              QVariantList{u"i"_s, u"t"_s, u"b"_s, u"c"_s, qlonglong{1}, qlonglong{2}, qlonglong{3}}}) {
+            QCOMPARE(m_room->call(u"Add"_s, arguments).type(), QDBusMessage::ErrorMessage);
+        }
+        QCOMPARE(m_room->call(u"RemovePendingRequests"_s, {u"i"_s}).type(), QDBusMessage::ErrorMessage);
+        QCOMPARE(m_room->call(u"NoSuchMethod"_s, {}).type(), QDBusMessage::ErrorMessage);
+        QCOMPARE(m_room->pending(), QStringList());
+    }
+
+    void tenThousandRequestsArePendingAndAFloodOfMoreIsRefused()
+    {
+        QElapsedTimer timer;
+        timer.start();
+        sendWithoutAnswers(10'000, [](int i) { return QString::number(i); });
+        QCOMPARE(m_room->pending().size(), 10'000);
+        qInfo() << "ms to add ten thousand requests" << timer.elapsed();
+        QCOMPARE(m_room->add(request(u"one more"_s)).errorName(),
+                 u"org.freedesktop.DBus.Error.LimitsExceeded"_s);
+        // One of them may still be replaced.
+        timer.restart();
+        QCOMPARE(m_room->add(request(u"77"_s)).type(), QDBusMessage::ReplyMessage);
+        qInfo() << "ms to replace one of ten thousand" << timer.elapsed();
+        const AgentRoom::Memory memory = AgentRoom::memoryOf(m_room->ownerProcess());
+        qInfo() << "MiB with ten thousand pending: resident" << memory.resident << "private"
+                << memory.isPrivate;
+        timer.restart();
+        QCOMPARE(flood(floodSize(), [](int i) { return u"flood %1"_s.arg(i); }), floodSize());
+        tell(floodSize(), timer);
+        QVERIFY(std::max(memory.isPrivate, m_peak.isPrivate) < mostMemory);
+        // It still answers, and has not filled its log with it.
+        QCOMPARE(m_room->pending().size(), 10'000);
+        QVERIFY(m_room->log().count(u'\n') < 200);
+    }
+
+    void whatIsPendingIsBoundedAlsoByItsLength()
+    {
+        PendingRequest big = request({});
+        big.title = QString(4096, u't');
+        big.body = QString(4096, u'b');
+        big.categoryIdentifier = QString(4096, u'c');
+        const int refused = flood(
+            300, [](int i) { return QString::number(i); }, big);
+        QVERIFY(refused > 100);
+        QVERIFY(m_peak.isPrivate < mostMemory);
+        QCOMPARE(m_room->pending().size(), 300 - refused);
+    }
+
+    // Who wants no answer can send faster than anybody can read.
+    void aFloodThatWaitsForNoAnswerKeepsTheMemoryBounded()
+    {
+        const int size = floodSize();
+        QElapsedTimer timer;
+        timer.start();
+        sendWithoutAnswers(size, [](int) { return u"one"_s; });
+        QCOMPARE(m_room->pending(), QStringList{u"one"_s});
+        look(m_room->ownerProcess());
+        tell(size, timer);
+        QVERIFY(m_peak.isPrivate < mostMemory);
+    }
+
+private:
+    template <typename Name>
+    void sendWithoutAnswers(int count, Name name)
+    {
+        m_peak = {};
+        const qint64 process = m_room->ownerProcess();
+        const PendingRequest sample = request({});
+        for (int i = 0; i < count; ++i) {
+            m_room->connection().send(
+                m_room->message(u"Add"_s, {name(i), sample.title, sample.body, sample.categoryIdentifier,
+                                           sample.fireDate, sample.expirationDate}));
+            if (i % 1000 == 0) {
+                look(process);
+            }
+        }
+    }
+
+    // Sends so many requests without waiting for each answer; how many were refused.
+    template <typename Name>
+    int flood(int count, Name name, const PendingRequest &sample = request({}))
+    {
+        constexpr std::size_t mostOpen = 100; // the bus itself has a limit on open calls
+        m_peak = {};
+        const qint64 process = m_room->ownerProcess();
+        std::deque<QDBusPendingCall> open;
+        int refused = 0;
+        const auto takeOldest = [&] {
+            open.front().waitForFinished();
+            refused += open.front().isError() ? 1 : 0;
+            open.pop_front();
+        };
+        for (int i = 0; i < count; ++i) {
+            open.push_back(m_room->connection().asyncCall(
+                m_room->message(u"Add"_s, {name(i), sample.title, sample.body, sample.categoryIdentifier,
+                                           sample.fireDate, sample.expirationDate}),
+                patience));
+            if (open.size() >= mostOpen) {
+                takeOldest();
+            }
+            if (i % 5000 == 0) {
+                look(process);
+            }
+        }
+        look(process);
+        while (!open.empty()) {
+            takeOldest();
+        }
+        look(process);
+        return refused;
+    }
+
+    void tell(int calls, const QElapsedTimer &timer) const
+    {
+        const AgentRoom::Memory now = AgentRoom::memoryOf(m_room->ownerProcess());
+        qInfo() << calls << "calls: seconds" << static_cast<double>(timer.elapsed()) / 1000
+                << "peak MiB resident" << m_peak.resident << "private" << m_peak.isPrivate
+                << "after it resident" << now.resident << "private" << now.isPrivate;
+    }
+
+    void look(qint64 process)
+    {
+        const AgentRoom::Memory memory = AgentRoom::memoryOf(process);
+        m_peak.resident = std::max(m_peak.resident, memory.resident);
+        m_peak.isPrivate = std::max(m_peak.isPrivate, memory.isPrivate);
+    }
+
+    std::unique_ptr<AgentRoom> m_room;
+    AgentRoom::Memory m_peak;
+};
+
+QTEST_GUILESS_MAIN(NotificationAgentFloodTest)
+#include "NotificationAgentFloodTest.moc"

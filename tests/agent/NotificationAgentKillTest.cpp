@@ -1,0 +1,167 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "NotificationAgent/RequestFile.h"
+#include "tests/agent/AgentRoom.h"
+#include "tests/agent/RecordingServer.h"
+
+#include <QDBusPendingCallWatcher>
+#include <QDeadlineTimer>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QPointer>
+#include <QTest>
+
+#include <deque>
+#include <memory>
+#include <random>
+#include <utility>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int patience = 20'000; // milliseconds
+
+// The figures are made with two hundred.
+int rounds()
+{
+    const int told = qEnvironmentVariableIntValue("QUILLET_ROUNDS");
+    return told > 0 ? told : 20;
+}
+
+} // namespace
+
+class NotificationAgentKillTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_room = std::make_unique<AgentRoom>();
+        m_random.seed(std::random_device{}());
+    }
+    void cleanup() { m_room.reset(); }
+
+    void killedAroundADeliveryItNeverDeliversTwice()
+    {
+        RecordingServer server(m_room->bus().address(), {u"body"_s, u"sound"_s});
+        int once = 0;
+        int afterwards = 0;
+        int lost = 0;
+        for (int round = 0; round < rounds(); ++round) {
+            m_room->startAgent();
+            const QString name = u"round %1"_s.arg(round);
+            const qint64 now = AgentRoom::now();
+            bool isKept = false;
+            watch(u"Add"_s, {name, name, u"b"_s, u"c"_s, now, now + 600}, isKept);
+            // The delivery follows the answer.
+            QDeadlineTimer deadline(patience);
+            while (!isKept && !deadline.hasExpired()) {
+                QCoreApplication::processEvents(QEventLoop::AllEvents);
+            }
+            QVERIFY(isKept);
+            killAfterAWhile(8'000);
+            const int before = server.shownWith(name);
+            QVERIFY(isWhole());
+            m_room->startAgent();
+            // What was not handed over is delivered by the next agent; then nothing of it is left.
+            QTRY_VERIFY_WITH_TIMEOUT(m_room->pending().isEmpty(), patience);
+            const int count = server.shownWith(name);
+            QVERIFY2(count <= 1, qPrintable(name));
+            once += before;
+            afterwards += count - before;
+            lost += count == 0 ? 1 : 0; // it was out of the file and not yet with the server
+            m_room->killAgent();
+            QTRY_VERIFY(!m_room->isNameOwned());
+        }
+        qInfo() << rounds() << "kills around a delivery: delivered before the kill" << once
+                << "by the next agent" << afterwards << "twice 0, lost between the file and the server"
+                << lost;
+        QVERIFY(once + afterwards > 0);
+    }
+
+    void killedAroundAWriteItTearsNothingAndKeepsEveryPromise()
+    {
+        int kept = 0;
+        for (int round = 0; round < rounds(); ++round) {
+            m_room->startAgent();
+            const QStringList before = m_room->pending();
+            const qint64 later = AgentRoom::now() + 10'000;
+            std::deque<bool> answers(40);
+            for (int i = 0; i < 40; ++i) {
+                const QString name = u"round %1 request %2"_s.arg(round).arg(i);
+                watch(u"Add"_s, {name, name, u"b"_s, u"c"_s, later, later + 600},
+                      answers[static_cast<std::size_t>(i)]);
+                if (i % 5 == 0) {
+                    QCoreApplication::processEvents();
+                }
+            }
+            bool isRemoved = false;
+            watch(u"RemovePendingRequests"_s, {before}, isRemoved);
+            killAfterAWhile(30'000);
+            QVERIFY(isWhole());
+            m_room->startAgent();
+            const QStringList now = m_room->pending();
+            for (int i = 0; i < 40; ++i) {
+                if (answers[static_cast<std::size_t>(i)]) {
+                    ++kept;
+                    QVERIFY(now.contains(u"round %1 request %2"_s.arg(round).arg(i)));
+                }
+            }
+            if (isRemoved) {
+                for (const QString &identifier : before) {
+                    QVERIFY(!now.contains(identifier));
+                }
+            }
+            m_room->killAgent();
+            QTRY_VERIFY(!m_room->isNameOwned());
+        }
+        qInfo() << rounds() << "kills around a write: promised and kept" << kept;
+        QVERIFY(!m_room->log().contains(u"damaged"_s));
+    }
+
+private:
+    // Calls, and sets `isAnswered`, which outlives the room's agent, when the agent has said yes.
+    void watch(const QString &method, const QVariantList &arguments, bool &isAnswered)
+    {
+        auto *watcher = new QDBusPendingCallWatcher(
+            m_room->connection().asyncCall(m_room->message(method, arguments), patience), this);
+        connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher, &isAnswered] {
+            isAnswered = !watcher->isError();
+            watcher->deleteLater();
+        });
+        m_watchers.append(watcher);
+    }
+
+    // The random moment lies within so many microseconds from now.
+    void killAfterAWhile(int mostMicroseconds)
+    {
+        const qint64 moment = std::uniform_int_distribution<qint64>(0, mostMicroseconds)(m_random) * 1000;
+        QElapsedTimer timer;
+        timer.start();
+        while (timer.nsecsElapsed() < moment) {
+            QCoreApplication::processEvents(QEventLoop::AllEvents);
+        }
+        m_room->killAgent();
+        // Every call is answered by now, by the agent or by the bus.
+        QTRY_VERIFY(!m_room->isNameOwned());
+        for (const auto &watcher : std::exchange(m_watchers, {})) {
+            QTRY_VERIFY(watcher.isNull());
+        }
+    }
+
+    [[nodiscard]] bool isWhole() const
+    {
+        QFile file(m_room->queuePath());
+        return !file.open(QIODevice::ReadOnly) || decodedRequests(file.readAll()).isWhole;
+    }
+
+    std::unique_ptr<AgentRoom> m_room;
+    std::mt19937 m_random;
+    QList<QPointer<QDBusPendingCallWatcher>> m_watchers;
+};
+
+QTEST_GUILESS_MAIN(NotificationAgentKillTest)
+#include "NotificationAgentKillTest.moc"

@@ -1,0 +1,393 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "tests/agent/AgentRoom.h"
+#include "tests/agent/RecordingServer.h"
+#include "tests/support/PrivateSoundServer.h"
+#include "tests/support/TestDesktop.h"
+
+#include <signal.h>
+
+#include <QDBusVariant>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QTest>
+
+#include <algorithm>
+#include <memory>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+using Behaviour = RecordingServer::Behaviour;
+
+namespace {
+
+constexpr int patience = 20'000; // milliseconds
+
+PendingRequest request(const QString &name, qint64 fireDate, qint64 helpsFor = 240)
+{
+    return {u"quillet.backup.start.%1.%2"_s.arg(fireDate).arg(name),
+            name,
+            name + u" & <co> starts in 20 seconds."_s,
+            u"quillet.lesson"_s,
+            fireDate,
+            fireDate + helpsFor};
+}
+
+const QStringList plain{u"body"_s, u"sound"_s};
+
+bool isReply(const QDBusMessage &message)
+{
+    if (message.type() != QDBusMessage::ReplyMessage) {
+        qWarning() << message.errorName() << message.errorMessage();
+    }
+    return message.type() == QDBusMessage::ReplyMessage;
+}
+
+} // namespace
+
+class NotificationAgentTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { m_room = std::make_unique<AgentRoom>(); }
+    void cleanup() { m_room.reset(); }
+
+    void aNotificationComesWithinATenthOfItsSecondAndNeverBefore()
+    {
+        RecordingServer server(m_room->bus().address(), plain);
+        m_room->startAgent();
+        const qint64 first = AgentRoom::now() + 1;
+        for (int i = 0; i < 3; ++i) {
+            QVERIFY(isReply(m_room->add(request(QString::number(i), first + i))));
+        }
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 3U, patience);
+        QList<qint64> late;
+        for (int i = 0; i < 3; ++i) {
+            const RecordingServer::Shown &one = server.shown.at(static_cast<std::size_t>(i));
+            QCOMPARE(one.summary, QString::number(i));
+            late.append(one.arrival - (first + i) * 1000);
+        }
+        qInfo() << "ms after the second" << late;
+        QVERIFY(*std::min_element(late.begin(), late.end()) >= 0);
+        // The best of three, since the machine has other things to do.
+        QVERIFY(*std::min_element(late.begin(), late.end()) < 100);
+        QVERIFY(m_room->log().contains(u"notification delivered identifier=\"quillet.backup.start."_s));
+    }
+
+    void theServerIsToldAllOfIt()
+    {
+        RecordingServer server(m_room->bus().address(), {u"body"_s, u"body-markup"_s, u"sound"_s});
+        m_room->startAgent();
+        QVERIFY(isReply(m_room->add(request(u"王 <Anna>"_s, AgentRoom::now()))));
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, patience);
+        const RecordingServer::Shown &one = server.shown.front();
+        QCOMPARE(one.application, u"Quillet"_s);
+        QCOMPARE(one.icon, u"com.ordwinsoftware.Quillet"_s);
+        QCOMPARE(one.summary, u"王 <Anna>"_s);
+        QCOMPARE(one.body, u"王 &lt;Anna&gt; &amp; &lt;co&gt; starts in 20 seconds."_s);
+        QCOMPARE(one.hints.value(u"urgency"_s), QVariant::fromValue(uchar{1}));
+        QCOMPARE(one.hints.value(u"category"_s).toString(), u"quillet.lesson"_s);
+        QCOMPARE(one.hints.value(u"desktop-entry"_s).toString(), u"com.ordwinsoftware.Quillet"_s);
+        QCOMPARE(one.hints.value(u"sound-name"_s).toString(), u"message-new-instant"_s);
+    }
+
+    void anAnswerMeansThatTheRequestOutlivesTheAgent()
+    {
+        m_room->startAgent();
+        const PendingRequest later = request(u"Anna"_s, AgentRoom::now() + 1000);
+        QVERIFY(isReply(m_room->add(later)));
+        m_room->killAgent();
+        QVERIFY(QFile::exists(m_room->entryPath()));
+        QTRY_VERIFY(!m_room->isNameOwned());
+        m_room->startAgent();
+        QCOMPARE(m_room->pending(), QStringList{later.identifier});
+        QVERIFY(isReply(m_room->remove({later.identifier})));
+        m_room->killAgent();
+        QTRY_VERIFY(!m_room->isNameOwned());
+        m_room->startAgent();
+        QCOMPARE(m_room->pending(), QStringList());
+    }
+
+    void itEndsByItselfWhenNothingIsPendingAndLeavesNothing()
+    {
+        RecordingServer server(m_room->bus().address(), plain);
+        m_room->startAgent();
+        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->agent().state(), QProcess::NotRunning, patience);
+        QCOMPARE(m_room->agent().exitStatus(), QProcess::NormalExit);
+        QCOMPARE(m_room->agent().exitCode(), 0);
+        QVERIFY(!QFile::exists(m_room->entryPath()));
+    }
+
+    void atLoginWithNothingPendingItEndsAtOnce()
+    {
+        QElapsedTimer timer;
+        timer.start();
+        m_room->launchAgent({u"--login"_s});
+        QVERIFY(m_room->agent().waitForFinished(patience));
+        QCOMPARE(m_room->agent().exitCode(), 0);
+        QVERIFY(timer.elapsed() < 3000);
+    }
+
+    void atLoginWithNothingPendingAnEntryThatWasLeftGoes()
+    {
+        RecordingServer server(m_room->bus().address(), plain);
+        m_room->startAgent();
+        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 0, patience);
+        m_room->killAgent();
+        QVERIFY(QFile::exists(m_room->entryPath()));
+        m_room->launchAgent({u"--login"_s});
+        QVERIFY(m_room->agent().waitForFinished(patience));
+        QVERIFY(!QFile::exists(m_room->entryPath()));
+    }
+
+    void atLoginWithSomethingPendingItDelivers()
+    {
+        m_room->startAgent();
+        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now() + 1))));
+        m_room->killAgent();
+        RecordingServer server(m_room->bus().address(), plain);
+        m_room->launchAgent({u"--login"_s});
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, patience);
+    }
+
+    void atLoginTheBusStartsItWhereItCan()
+    {
+        m_room = std::make_unique<AgentRoom>(AgentRoom::Start::byBus);
+        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now() + 1000))));
+        const qint64 former = m_room->ownerProcess();
+        QVERIFY(former > 0);
+        ::kill(static_cast<pid_t>(former), SIGKILL);
+        QTRY_VERIFY(!m_room->isNameOwned());
+        m_room->launchAgent({u"--login"_s});
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->agent().state(), QProcess::NotRunning, patience);
+        QVERIFY(m_room->ownerProcess() > 0);
+    }
+
+    void theBusAloneStartsIt()
+    {
+        m_room = std::make_unique<AgentRoom>(AgentRoom::Start::byBus);
+        QCOMPARE(m_room->pending(), QStringList());
+        const PendingRequest later = request(u"Anna"_s, AgentRoom::now() + 1000);
+        QVERIFY(isReply(m_room->add(later)));
+        const qint64 former = m_room->ownerProcess();
+        ::kill(static_cast<pid_t>(former), SIGKILL);
+        QTRY_VERIFY(m_room->ownerProcess() != former);
+        QCOMPARE(m_room->pending(), QStringList{later.identifier});
+    }
+
+    void itLeavesWithItsBus()
+    {
+        m_room->startAgent();
+        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now() + 1000))));
+        m_room->bus().stop();
+        QVERIFY(m_room->agent().waitForFinished(patience));
+        QCOMPARE(m_room->agent().exitStatus(), QProcess::NormalExit);
+    }
+
+    void withoutABusItEnds()
+    {
+        m_room->launchAgent({}, u"export DBUS_SESSION_BUS_ADDRESS=unix:path=/nowhere"_s);
+        QVERIFY(m_room->agent().waitForFinished(patience));
+        QCOMPARE(m_room->agent().exitCode(), 1);
+    }
+
+    void thereAreNeverTwo()
+    {
+        m_room->startAgent();
+        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now() + 1000))));
+        const qint64 first = m_room->ownerProcess();
+        // Also on another bus, as of a second session.
+        PrivateBus other;
+        QProcess second;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, other.address());
+        second.setProcessEnvironment(environment);
+        second.setStandardErrorFile(QProcess::nullDevice());
+        second.start(m_room->agent().program(), {});
+        QVERIFY(second.waitForFinished(patience));
+        QCOMPARE(second.exitCode(), 0);
+        QCOMPARE(m_room->ownerProcess(), first);
+        QVERIFY(m_room->log().contains(u"another agent keeps this queue"_s));
+    }
+
+    void whatCameDueWhileItWasOffIsDeliveredOnlyWhileItHelps()
+    {
+        m_room->startAgent();
+        const qint64 now = AgentRoom::now();
+        QVERIFY(isReply(m_room->add(request(u"over"_s, now + 1, 1))));
+        QVERIFY(isReply(m_room->add(request(u"helps"_s, now + 2, 300))));
+        m_room->killAgent();
+        QTRY_VERIFY_WITH_TIMEOUT(AgentRoom::now() >= now + 2, patience);
+        RecordingServer server(m_room->bus().address(), plain);
+        m_room->startAgent();
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, patience);
+        QCOMPARE(server.shown.front().summary, u"helps"_s);
+        QVERIFY(m_room->log().contains(u"notification dropped"_s));
+    }
+
+    // --- servers
+    // --------------------------------------------------------------------------------------------
+
+    void aServerThatComesUpLateShowsItAtOnce()
+    {
+        m_room->startAgent();
+        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
+        QTRY_VERIFY_WITH_TIMEOUT(m_room->log().contains(u"no notification server"_s), patience);
+        QElapsedTimer timer;
+        timer.start();
+        RecordingServer server(m_room->bus().address(), plain);
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, patience);
+        QVERIFY(timer.elapsed() < 2000);
+    }
+
+    void aServerThatRefusesIsAskedAgain()
+    {
+        RecordingServer server(m_room->bus().address(), plain);
+        server.behaviour = Behaviour::refuses;
+        m_room->startAgent();
+        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 1, patience);
+        server.behaviour = Behaviour::shows;
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 2U, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 0, patience);
+    }
+
+    void aServerThatCrashesOverItIsFollowedByOneThatShowsIt()
+    {
+        auto server = std::make_unique<RecordingServer>(m_room->bus().address(), plain);
+        server->behaviour = Behaviour::leaves;
+        m_room->startAgent();
+        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
+        QTRY_COMPARE_WITH_TIMEOUT(server->shown.size(), 1U, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 1, patience);
+        RecordingServer next(m_room->bus().address(), plain);
+        QTRY_COMPARE_WITH_TIMEOUT(next.shown.size(), 1U, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 0, patience);
+    }
+
+    void aServerThatHangsOverItIsNotHandedItAgainUntilItHasGone()
+    {
+        auto server = std::make_unique<RecordingServer>(m_room->bus().address(), plain);
+        server->behaviour = Behaviour::says_nothing;
+        m_room->startAgent();
+        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
+        QTRY_COMPARE_WITH_TIMEOUT(server->shown.size(), 1U, patience);
+        // Out of the file while nobody knows whether it is shown.
+        QCOMPARE(m_room->pending(), QStringList());
+        server->leave();
+        RecordingServer next(m_room->bus().address(), plain);
+        QTRY_COMPARE_WITH_TIMEOUT(next.shown.size(), 1U, patience);
+        QCOMPARE(server->shown.size(), 1U);
+    }
+
+    void aServerThatDoesNotEvenAnswerIsHandedNothing()
+    {
+        auto server = std::make_unique<RecordingServer>(m_room->bus().address(), plain);
+        server->isAsleep = true;
+        m_room->startAgent();
+        const PendingRequest due = request(u"Anna"_s, AgentRoom::now());
+        QVERIFY(isReply(m_room->add(due)));
+        QTRY_COMPARE_WITH_TIMEOUT(server->asked, 1, patience);
+        QCOMPARE(m_room->pending(), QStringList{due.identifier});
+        server->leave();
+        RecordingServer next(m_room->bus().address(), plain);
+        QTRY_COMPARE_WITH_TIMEOUT(next.shown.size(), 1U, patience);
+        QVERIFY(server->shown.empty());
+    }
+
+    void whereTheServerHasNoSoundItIsPlayed()
+    {
+        PrivateSoundServer sound;
+        sound.startRecording();
+        RecordingServer server(m_room->bus().address(), {u"body"_s});
+        m_room->startAgent();
+        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
+        QTRY_VERIFY_WITH_TIMEOUT(sound.peak() > 0.01, patience);
+        QCOMPARE(server.shown.size(), 1U);
+    }
+
+    void aSoundServerThatHangsDelaysNothing()
+    {
+        PrivateSoundServer sound;
+        RecordingServer server(m_room->bus().address(), {u"body"_s});
+        m_room->startAgent();
+        sound.hang();
+        const qint64 now = AgentRoom::now();
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(isReply(m_room->add(request(u"Anna"_s, now))));
+        QVERIFY(isReply(m_room->add(request(u"Ben"_s, now))));
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 2U, patience);
+        QVERIFY(timer.elapsed() < 5000);
+        QTRY_COMPARE(m_room->pending().size(), 0);
+        sound.resume();
+    }
+
+    void aRealNotificationDaemonShowsIt()
+    {
+        TestDesktop desktop(QSize(800, 600));
+        QProcess daemon;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, m_room->bus().address());
+        daemon.setProcessEnvironment(environment);
+        daemon.setStandardErrorFile(QProcess::nullDevice());
+        daemon.setStandardOutputFile(QProcess::nullDevice());
+        daemon.start(u"dunst"_s, {});
+        QTRY_VERIFY_WITH_TIMEOUT(m_room->isNameOwned(u"org.freedesktop.Notifications"_s), patience);
+        m_room->startAgent();
+        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now() + 1))));
+        const auto displayed = [this] {
+            auto call = QDBusMessage::createMethodCall(u"org.freedesktop.Notifications"_s,
+                                                       u"/org/freedesktop/Notifications"_s,
+                                                       u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+            call << u"org.dunstproject.cmd0"_s << u"displayedLength"_s;
+            const QDBusMessage answer = m_room->connection().call(call, QDBus::Block, patience);
+            return answer.arguments().value(0).value<QDBusVariant>().variant().toInt();
+        };
+        QTRY_COMPARE_WITH_TIMEOUT(displayed(), 1, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 0, patience);
+        QVERIFY(m_room->log().contains(u"notification delivered"_s));
+        daemon.kill();
+        daemon.waitForFinished(patience);
+    }
+
+    // --- disks
+    // ----------------------------------------------------------------------------------------------
+
+    void onADiskThatTakesNothingItRefusesAndLives()
+    {
+        m_room->startAgent(u"ulimit -f 0"_s);
+        const QDBusMessage answer = m_room->add(request(u"Anna"_s, AgentRoom::now() + 1000));
+        QCOMPARE(answer.errorName(), u"org.freedesktop.DBus.Error.Failed"_s);
+        QVERIFY(answer.errorMessage().startsWith(u"the queue cannot be written"_s));
+        QCOMPARE(m_room->pending(), QStringList());
+    }
+
+    void aGarbageQueueFileDoesNotStopIt()
+    {
+        QDir().mkpath(QFileInfo(m_room->queuePath()).path());
+        QFile file(m_room->queuePath());
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(QByteArray(100'000, '\xfe'));
+        file.close();
+        m_room->startAgent();
+        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now() + 1000))));
+        QCOMPARE(m_room->pending().size(), 1);
+        QVERIFY(m_room->log().contains(u"queue file is damaged: whole_entries=0"_s));
+        QVERIFY(QFile::exists(m_room->queuePath() + u".unreadable"_s));
+    }
+
+private:
+    std::unique_ptr<AgentRoom> m_room;
+};
+
+QTEST_GUILESS_MAIN(NotificationAgentTest)
+#include "NotificationAgentTest.moc"

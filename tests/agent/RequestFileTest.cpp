@@ -1,0 +1,338 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "NotificationAgent/RequestFile.h"
+
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <algorithm>
+#include <memory>
+#include <random>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+PendingRequest request(int number)
+{
+    return {u"quillet.backup.start.%1.王 \"Ä\"\n\\ 😀"_s.arg(number),
+            u"Quillet: START NOW"_s,
+            u"Anna\tstarts & <soon>\u2028."_s,
+            u"quillet.lesson"_s,
+            1'800'000'000 + number,
+            1'800'000'020 + number};
+}
+
+RequestQueue queueOf(int count)
+{
+    RequestQueue queue;
+    for (int number = 0; number < count; ++number) {
+        queue.add(request(number));
+    }
+    return queue;
+}
+
+// While it lives, no file can grow beyond `bytes`, and nothing can be written behind them: to the program it
+// looks like a full disk, whoever runs it.
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t bytes)
+    {
+        ::signal(SIGXFSZ, SIG_IGN);
+        ::getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &m_before); }
+    FullDisk(const FullDisk &) = delete;
+    FullDisk &operator=(const FullDisk &) = delete;
+
+private:
+    rlimit m_before{};
+};
+
+} // namespace
+
+class RequestFileTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_path = m_folder->filePath(u"state/quillet/pending"_s);
+    }
+
+    void aFileThatIsNotThereIsAnEmptyQueue()
+    {
+        RequestFile file(m_path);
+        const auto content = file.read();
+        QVERIFY(content.queue.isEmpty());
+        QVERIFY(content.remarks.isEmpty());
+        QVERIFY(file.isEmpty());
+        QVERIFY(!QFile::exists(m_path + u".unreadable"_s));
+    }
+
+    void whatWasWrittenIsReadAgain()
+    {
+        QVERIFY(RequestFile(m_path).write(queueOf(5)));
+        RequestFile file(m_path);
+        QVERIFY(!file.isEmpty());
+        const auto content = file.read();
+        QVERIFY(content.queue == queueOf(5));
+        QVERIFY(content.remarks.isEmpty());
+        QCOMPARE(QDir(QFileInfo(m_path).path()).entryList(QDir::Files), QStringList{u"pending"_s});
+    }
+
+    void onlyTheUserMayReadIt()
+    {
+        QVERIFY(RequestFile(m_path).write(queueOf(1)));
+        struct stat status {};
+        QCOMPARE(::stat(QFile::encodeName(m_path).constData(), &status), 0);
+        QCOMPARE(status.st_mode & 0777U, 0600U);
+    }
+
+    void theFileIsReplacedAsAWhole()
+    {
+        RequestFile file(m_path);
+        QVERIFY(file.write(queueOf(5)));
+        QFile old(m_path);
+        QVERIFY(old.open(QIODevice::ReadOnly));
+        QVERIFY(file.write(queueOf(2)));
+        // Who has the former open still sees all of it.
+        QCOMPARE(old.readAll(), encodedRequests(queueOf(5)));
+        QCOMPARE(content(), encodedRequests(queueOf(2)));
+    }
+
+    void aFileCutOffAtAnyByteKeepsEveryWholeEntry()
+    {
+        const RequestQueue queue = queueOf(4);
+        QMultiHash<QString, qint64> offsets;
+        const QByteArray text = encodedRequests(queue, &offsets);
+        const auto all = queue.requests();
+        for (qsizetype length = 0; length < text.size(); ++length) {
+            const DecodedRequests decoded = decodedRequests(text.first(length));
+            QVERIFY2(!decoded.isWhole, QByteArray::number(length).constData());
+            // An entry is whole when all but its line feed is there.
+            std::vector<PendingRequest> expected;
+            for (const PendingRequest &one : all) {
+                const qsizetype end = text.indexOf('\n', offsets.value(one.identifier));
+                if (end <= length) {
+                    expected.push_back(one);
+                }
+            }
+            QVERIFY2(decoded.requests == expected, QByteArray::number(length).constData());
+        }
+        QVERIFY(decodedRequests(text).isWhole);
+        QVERIFY(decodedRequests(text).requests == all);
+    }
+
+    void aCutOffFileIsMendedToldOfAndKeptAside()
+    {
+        const QByteArray text = encodedRequests(queueOf(4));
+        for (const qsizetype length : {qsizetype{0}, qsizetype{10}, text.size() / 2, text.size() - 1}) {
+            put(text.first(length));
+            RequestFile file(m_path);
+            const auto damaged = file.read();
+            QCOMPARE(damaged.remarks.size(), 2);
+            QVERIFY(damaged.remarks.first().startsWith(u"is damaged"_s));
+            QCOMPARE(content(m_path + u".unreadable"_s), text.first(length));
+            const auto mended = RequestFile(m_path).read();
+            QVERIFY(mended.remarks.isEmpty());
+            QVERIFY(mended.queue == damaged.queue);
+        }
+    }
+
+    void anyByteThatChangesCostsOneEntryAtMost()
+    {
+        const RequestQueue queue = queueOf(3);
+        const QByteArray text = encodedRequests(queue);
+        for (qsizetype place = 0; place < text.size(); ++place) {
+            QByteArray changed = text;
+            changed[place] = static_cast<char>(changed.at(place) ^ 0x15);
+            const DecodedRequests decoded = decodedRequests(changed);
+            QVERIFY2(!decoded.isWhole, QByteArray::number(place).constData());
+            // A changed line feed joins two lines, of which the second can still be found.
+            QVERIFY2(decoded.requests.size() >= 2, QByteArray::number(place).constData());
+            for (const PendingRequest &one : decoded.requests) {
+                QVERIFY(queue.contains(one.identifier));
+            }
+        }
+    }
+
+    void garbageAroundWholeEntriesCostsNone_data()
+    {
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<QByteArray>("after");
+        QTest::newRow("zeros before") << QByteArray(4096, '\0') << QByteArray();
+        QTest::newRow("zeros after") << QByteArray() << QByteArray(4096, '\0');
+        QTest::newRow("text") << QByteArray("no queue [\"at all\"]\n") << QByteArray("{\"a\": [");
+        QByteArray noise;
+        std::minstd_rand random(7);
+        for (int i = 0; i < 50'000; ++i) {
+            noise += static_cast<char>(random());
+        }
+        QTest::newRow("noise") << noise << noise;
+        QTest::newRow("one long line") << QByteArray(200'000, '[') << QByteArray(200'000, '"');
+    }
+
+    void garbageAroundWholeEntriesCostsNone()
+    {
+        QFETCH(QByteArray, before);
+        QFETCH(QByteArray, after);
+        const QByteArray text = encodedRequests(queueOf(10));
+        put(before + text + after);
+        RequestFile file(m_path);
+        const auto found = file.read();
+        QVERIFY(found.queue == queueOf(10));
+        QCOMPARE(found.remarks.size(), 2);
+        QCOMPARE(content(m_path + u".unreadable"_s), before + text + after);
+    }
+
+    void nothingButGarbageIsAnEmptyQueueThatWorks()
+    {
+        put(QByteArray("\xff\xfe garbage \0 \n\n\n", 16));
+        RequestFile file(m_path);
+        QVERIFY(file.read().queue.isEmpty());
+        QVERIFY(file.write(queueOf(1)));
+        QVERIFY(RequestFile(m_path).read().queue == queueOf(1));
+    }
+
+    void aFolderInTheFilesPlaceIsSetAside()
+    {
+        QVERIFY(QDir().mkpath(m_path + u"/folder"_s));
+        RequestFile file(m_path);
+        const auto found = file.read();
+        QVERIFY(found.queue.isEmpty());
+        QVERIFY(!found.remarks.isEmpty());
+        QVERIFY(file.write(queueOf(1)));
+        QVERIFY(RequestFile(m_path).read().queue == queueOf(1));
+    }
+
+    void tenThousandEntriesAreReadAgain()
+    {
+        const RequestQueue queue = queueOf(10'000);
+        QVERIFY(RequestFile(m_path).write(queue));
+        QVERIFY(RequestFile(m_path).read().queue == queue);
+    }
+
+    void anEntryThatWasStruckIsGone()
+    {
+        RequestFile file(m_path);
+        QVERIFY(file.write(queueOf(3)));
+        QVERIFY(file.strike({request(1).identifier}));
+        const auto left = RequestFile(m_path).read();
+        QVERIFY(left.remarks.isEmpty());
+        QCOMPARE(left.queue.identifiers(), (QStringList{request(0).identifier, request(2).identifier}));
+    }
+
+    void anEntryThatWasStruckByHalfIsGoneToo()
+    {
+        QMultiHash<QString, qint64> offsets;
+        const QByteArray text = encodedRequests(queueOf(3), &offsets);
+        for (int done = 1; done < 16; ++done) {
+            QByteArray half = text;
+            half.replace(offsets.value(request(1).identifier), done, QByteArray(done, '-'));
+            QCOMPARE(decodedRequests(half).requests.size(), 2U);
+        }
+    }
+
+    void whatWasReadCanBeStruck()
+    {
+        QVERIFY(RequestFile(m_path).write(queueOf(3)));
+        RequestFile file(m_path);
+        (void)file.read();
+        QVERIFY(file.strike({request(0).identifier, request(2).identifier}));
+        QCOMPARE(RequestFile(m_path).read().queue.identifiers(), QStringList{request(1).identifier});
+    }
+
+    void onAFullDiskTheFormerFileStays()
+    {
+        RequestFile file(m_path);
+        QVERIFY(file.write(queueOf(3)));
+        {
+            const FullDisk full(100);
+            const auto written = file.write(queueOf(4));
+            QVERIFY(!written);
+            QVERIFY(written.error().startsWith(u"cannot be written: "_s));
+        }
+        QVERIFY(RequestFile(m_path).read().queue == queueOf(3));
+        QCOMPARE(QDir(QFileInfo(m_path).path()).entryList(QDir::Files), QStringList{u"pending"_s});
+    }
+
+    void onAFullDiskAnEntryCanBeStruck()
+    {
+        RequestFile file(m_path);
+        QVERIFY(file.write(queueOf(3)));
+        {
+            const FullDisk full(100);
+            QVERIFY(file.strike({request(0).identifier}));
+        }
+        QCOMPARE(RequestFile(m_path).read().queue.size(), 2);
+    }
+
+    void onAFullDiskADamagedFileCanBeReadAndStruck()
+    {
+        put(encodedRequests(queueOf(3)).chopped(5));
+        RequestFile file(m_path);
+        {
+            const FullDisk full(100);
+            const auto found = file.read();
+            QCOMPARE(found.queue.size(), 3);
+            QCOMPARE(found.remarks.size(), 3);
+            QVERIFY(file.strike({request(0).identifier}));
+        }
+        QCOMPARE(RequestFile(m_path).read().queue.size(), 2);
+    }
+
+    void whereNothingCanBeWrittenTheFileIsReadAndStays()
+    {
+        RequestFile file(m_path);
+        QVERIFY(file.write(queueOf(3)));
+        {
+            const FullDisk none(0);
+            QVERIFY(!file.write({}));
+            QVERIFY(!file.strike({request(0).identifier}));
+            QCOMPARE(RequestFile(m_path).read().queue.size(), 3);
+        }
+        QVERIFY(RequestFile(m_path).read().queue == queueOf(3));
+    }
+
+    void whereTheFolderCannotBeMadeItIsTold()
+    {
+        QFile obstacle(m_folder->filePath(u"state"_s));
+        QVERIFY(obstacle.open(QIODevice::WriteOnly));
+        RequestFile file(m_path);
+        QVERIFY(file.read().queue.isEmpty());
+        QVERIFY(!file.write(queueOf(1)));
+    }
+
+private:
+    void put(const QByteArray &bytes) const
+    {
+        QDir().mkpath(QFileInfo(m_path).path());
+        QFile file(m_path);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    }
+
+    [[nodiscard]] QByteArray content(const QString &path) const
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
+    }
+    [[nodiscard]] QByteArray content() const { return content(m_path); }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_path;
+};
+
+QTEST_GUILESS_MAIN(RequestFileTest)
+#include "RequestFileTest.moc"

@@ -1,0 +1,124 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "NotificationAgent/RequestQueue.h"
+
+#include <QTest>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+PendingRequest request(const QString &identifier, qint64 fireDate, const QString &body = u"b"_s)
+{
+    return {identifier, u"t"_s, body, u"quillet.lesson"_s, fireDate, fireDate + 60};
+}
+
+} // namespace
+
+class RequestQueueTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void requestsStandInTheOrderOfTheirFireDates()
+    {
+        RequestQueue queue;
+        queue.add(request(u"late"_s, 30));
+        queue.add(request(u"early"_s, 10));
+        queue.add(request(u"middle"_s, 20));
+        QCOMPARE(queue.identifiers(), (QStringList{u"early"_s, u"middle"_s, u"late"_s}));
+    }
+
+    void thoseOfOneSecondStandInTheOrderOfTheirArrival()
+    {
+        RequestQueue queue;
+        queue.add(request(u"b"_s, 10));
+        queue.add(request(u"a"_s, 10));
+        QCOMPARE(queue.identifiers(), (QStringList{u"b"_s, u"a"_s}));
+    }
+
+    void aRequestReplacesTheOneOfItsIdentifier()
+    {
+        RequestQueue queue;
+        queue.add(request(u"a"_s, 10));
+        queue.add(request(u"a"_s, 20, u"new"_s));
+        QCOMPARE(queue.size(), 1);
+        QCOMPARE(queue.requests().front(), request(u"a"_s, 20, u"new"_s));
+        QVERIFY(!queue.firstDue(19, {}));
+    }
+
+    void aRequestIsDueFromItsSecondOn()
+    {
+        RequestQueue queue;
+        queue.add(request(u"a"_s, 10));
+        QVERIFY(!queue.firstDue(9, {}));
+        QCOMPARE(queue.firstDue(10, {})->identifier, u"a"_s);
+        QCOMPARE(queue.firstDue(1000, {})->identifier, u"a"_s);
+    }
+
+    void exceptedRequestsArePassedOver()
+    {
+        RequestQueue queue;
+        queue.add(request(u"a"_s, 10));
+        queue.add(request(u"b"_s, 11));
+        QCOMPARE(queue.firstDue(20, {u"a"_s})->identifier, u"b"_s);
+        QVERIFY(!queue.firstDue(20, {u"a"_s, u"b"_s}));
+    }
+
+    void theNextFireDateLiesAheadOfNow()
+    {
+        RequestQueue queue;
+        queue.add(request(u"a"_s, 10));
+        queue.add(request(u"b"_s, 20));
+        QCOMPARE(queue.nextFireDate(9), std::optional<qint64>(10));
+        QCOMPARE(queue.nextFireDate(10), std::optional<qint64>(20));
+        QVERIFY(!queue.nextFireDate(20));
+    }
+
+    void whatHasExpiredIsTakenOut()
+    {
+        RequestQueue queue;
+        queue.add(request(u"a"_s, 10));
+        queue.add(request(u"b"_s, 20));
+        queue.add(request(u"c"_s, 90));
+        QVERIFY(queue.takeExpired(69).empty());
+        QVERIFY(queue.takeExpired(70) == std::vector{request(u"a"_s, 10)});
+        QVERIFY(queue.takeExpired(89) == std::vector{request(u"b"_s, 20)});
+        QCOMPARE(queue.identifiers(), QStringList{u"c"_s});
+    }
+
+    void takingGivesTheRequestOnce()
+    {
+        RequestQueue queue;
+        queue.add(request(u"a"_s, 10));
+        QCOMPARE(*queue.take(u"a"_s), request(u"a"_s, 10));
+        QVERIFY(!queue.take(u"a"_s));
+        QVERIFY(queue.isEmpty());
+        QCOMPARE(queue.textSizeWithout({}), 0);
+    }
+
+    void aCopyIsASnapshot()
+    {
+        RequestQueue queue;
+        queue.add(request(u"a"_s, 10));
+        const RequestQueue before = queue;
+        queue.add(request(u"b"_s, 5));
+        queue.take(u"a"_s);
+        QCOMPARE(before.identifiers(), QStringList{u"a"_s});
+        QCOMPARE(queue.identifiers(), QStringList{u"b"_s});
+    }
+
+    void itsTextIsCounted()
+    {
+        RequestQueue queue;
+        queue.add({u"12"_s, u"3"_s, u"456"_s, u"7890"_s, 1, 2});
+        QCOMPARE(queue.textSizeWithout({}), 10);
+        QCOMPARE(queue.textSizeWithout(u"12"_s), 0);
+        queue.add({u"12"_s, u"3"_s, {}, {}, 1, 2});
+        QCOMPARE(queue.textSizeWithout({}), 3);
+    }
+};
+
+QTEST_GUILESS_MAIN(RequestQueueTest)
+#include "RequestQueueTest.moc"

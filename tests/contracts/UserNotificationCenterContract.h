@@ -1,0 +1,176 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Notifications/UserNotificationCenter.h"
+
+#include <QTest>
+
+#include <cmath>
+
+namespace corvane {
+
+/// What every notification centre does. A test class derives from it and hands over, for each test, a centre
+/// with nothing pending on a desktop that grants notifications.
+class UserNotificationCenterContract : public QObject {
+    Q_OBJECT
+
+protected:
+    virtual UserNotificationCenter &center() = 0;
+    /// Lets time pass until `moment`, and what is due by then be shown.
+    virtual void passUntil(Date moment) = 0;
+
+private:
+    /// A request that is due `after` seconds from now, at the earliest.
+    [[nodiscard]] static NotificationRequest request(const QString &identifier, double after = 3600)
+    {
+        const Date fireDate = dateSince1970(std::ceil(secondsSince1970(currentDate()) + after));
+        return {.identifier = identifier,
+                .title = QStringLiteral("Quillet: prepare"),
+                .body = QStringLiteral("Anna starts in 4 minutes."),
+                .categoryIdentifier = QStringLiteral("quillet.lesson"),
+                .fireDate = fireDate,
+                .expirationDate = fireDate + Seconds{240}};
+    }
+
+    [[nodiscard]] bool add(const NotificationRequest &added)
+    {
+        return QCoro::waitFor(center().add(added)).has_value();
+    }
+
+    [[nodiscard]] bool remove(const QStringList &identifiers)
+    {
+        return QCoro::waitFor(center().removePendingNotificationRequests(identifiers)).has_value();
+    }
+
+    /// The pending identifiers, sorted.
+    [[nodiscard]] QStringList pending()
+    {
+        QStringList identifiers = QCoro::waitFor(center().pendingNotificationRequests())
+                                      .value_or(QStringList{QStringLiteral("(failed)")});
+        identifiers.sort();
+        return identifiers;
+    }
+
+private Q_SLOTS:
+    void notificationsAreGranted()
+    {
+        const auto granted = QCoro::waitFor(center().requestAuthorization());
+        QVERIFY(granted.has_value());
+        QVERIFY(*granted);
+    }
+
+    void atFirstNothingIsPending() { QCOMPARE(pending(), QStringList()); }
+
+    void whatIsAddedIsPending()
+    {
+        QVERIFY(add(request(QStringLiteral("a"))));
+        QVERIFY(add(request(QStringLiteral("b"))));
+        QCOMPARE(pending(), (QStringList{QStringLiteral("a"), QStringLiteral("b")}));
+    }
+
+    void oneRequestAtATimeIsPendingUnderAnIdentifier()
+    {
+        QVERIFY(add(request(QStringLiteral("a"))));
+        QVERIFY(add(request(QStringLiteral("a"), 7200)));
+        QCOMPARE(pending(), QStringList{QStringLiteral("a")});
+    }
+
+    void whatIsTakenBackIsPendingNoMore()
+    {
+        QVERIFY(add(request(QStringLiteral("a"))));
+        QVERIFY(add(request(QStringLiteral("b"))));
+        QVERIFY(add(request(QStringLiteral("c"))));
+        QVERIFY(remove({QStringLiteral("a"), QStringLiteral("c")}));
+        QCOMPARE(pending(), QStringList{QStringLiteral("b")});
+    }
+
+    void takingBackWhatIsNotPendingIsPassedOver()
+    {
+        QVERIFY(remove({}));
+        QVERIFY(remove({QStringLiteral("never")}));
+        QVERIFY(add(request(QStringLiteral("a"))));
+        QVERIFY(remove({QStringLiteral("never"), QStringLiteral("a"), QStringLiteral("a")}));
+        QCOMPARE(pending(), QStringList());
+    }
+
+    void identifiersAreAnyText()
+    {
+        QStringList identifiers{
+            QStringLiteral("quillet.backup.start.1763190000.Anna Smith"),
+            QStringLiteral("quillet.backup.start.1763190000.王小明 (课)"), QStringLiteral("أحمد 🎓"),
+            QStringLiteral("two\nlines\tand \"quotes\" \\ / % ; = [x]"), QString(300, u'x')};
+        for (const QString &identifier : identifiers) {
+            QVERIFY2(add(request(identifier)), qPrintable(identifier));
+        }
+        identifiers.sort();
+        QCOMPARE(pending(), identifiers);
+        QVERIFY(remove(identifiers));
+        QCOMPARE(pending(), QStringList());
+    }
+
+    void anEndlessTextIsNoneTheLessARequest()
+    {
+        const QString endless(1'000'000, u'x');
+        NotificationRequest pages = request(QStringLiteral("long.") + endless);
+        pages.body = endless;
+        QVERIFY(add(pages));
+        QVERIFY(add(pages));
+        QVERIFY(add(request(QStringLiteral("long.") + endless + u'y')));
+        const QStringList both = pending();
+        QCOMPARE(both.size(), 2);
+        QVERIFY(both[0].startsWith(QStringLiteral("long.xxx")) &&
+                both[1].startsWith(QStringLiteral("long.xxx")));
+        QVERIFY(remove({both[0]}));
+        QCOMPARE(pending(), QStringList{both[1]});
+        QVERIFY(remove({both[1]}));
+        QCOMPARE(pending(), QStringList());
+    }
+
+    void aRequestIsPendingUntilItsMoment()
+    {
+        const NotificationRequest soon = request(QStringLiteral("soon"), 1.5);
+        QVERIFY(add(soon));
+        QVERIFY(add(request(QStringLiteral("later"))));
+        QCOMPARE(pending().size(), 2);
+        passUntil(soon.fireDate + Seconds{0.5});
+        QCOMPARE(pending(), QStringList{QStringLiteral("later")});
+    }
+
+    void aMomentIsCutToItsWholeSecond()
+    {
+        NotificationRequest soon = request(QStringLiteral("soon"), 1.5);
+        soon.fireDate += Seconds{0.9};
+        QVERIFY(add(soon));
+        passUntil(soon.fireDate - Seconds{0.4});
+        QCOMPARE(pending(), QStringList());
+    }
+
+    void aReplacedRequestKeepsOnlyItsNewMoment()
+    {
+        const NotificationRequest soon = request(QStringLiteral("a"), 1.5);
+        QVERIFY(add(soon));
+        QVERIFY(add(request(QStringLiteral("a"))));
+        passUntil(soon.fireDate + Seconds{0.5});
+        QCOMPARE(pending(), QStringList{QStringLiteral("a")});
+    }
+
+    void callsAreCarriedOutInTheOrderInWhichTheyWereMade()
+    {
+        auto first = center().add(request(QStringLiteral("a")));
+        auto second = center().pendingNotificationRequests();
+        auto third = center().removePendingNotificationRequests({QStringLiteral("a")});
+        auto fourth = center().add(request(QStringLiteral("b")));
+        auto fifth = center().pendingNotificationRequests();
+        const auto before = QCoro::waitFor(second);
+        const auto after = QCoro::waitFor(fifth);
+        QVERIFY(QCoro::waitFor(first).has_value() && QCoro::waitFor(third).has_value() &&
+                QCoro::waitFor(fourth).has_value());
+        QVERIFY(before.has_value() && after.has_value());
+        QCOMPARE(*before, QStringList{QStringLiteral("a")});
+        QCOMPARE(*after, QStringList{QStringLiteral("b")});
+    }
+};
+
+} // namespace corvane

@@ -1,0 +1,517 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Notifications/SystemNotificationScheduler.h"
+
+#include "Corvane/Notifications/BackupNotifications.h"
+#include "Corvane/Utilities/Spawn.h"
+#include "tests/support/FakeUserNotificationCenter.h"
+#include "tests/support/ManualClock.h"
+#include "tests/support/Samples.h"
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cmath>
+#include <csignal>
+#include <limits>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Fixture {
+    explicit Fixture(const char *time) : clock(at(time)) {}
+
+    ManualClock clock;
+    QTemporaryDir library;
+    DebugLogService logger{library.path()};
+    FakeUserNotificationCenter center;
+    SystemNotificationScheduler scheduler{center, logger, u"quillet.backup."_s};
+
+    void schedule(std::vector<Lesson> lessons)
+    {
+        spawn(scheduler.scheduleBackupNotifications(std::move(lessons)));
+    }
+
+    [[nodiscard]] QStringList logged() const
+    {
+        QStringList messages;
+        for (const QString &line : logger.latestLines()) {
+            messages.append(line.sliced(25));
+        }
+        return messages;
+    }
+};
+
+// 10:00:00 on the day of at(), as the identifiers tell it.
+constexpr auto tenOClock = "1794823200";
+
+Lesson anna(TeachingPlatform platform = TeachingPlatform::zoom)
+{
+    return sampleLesson(u"Anna"_s, at("10:00:00"), minutes(25), platform);
+}
+
+QString identifier(const char *kind, const QString &student = u"Anna"_s)
+{
+    return u"quillet.backup."_s + QLatin1StringView(kind) + u'.' + QLatin1StringView(tenOClock) + u'.' +
+           student;
+}
+
+QStringList allIdentifiers(const QString &student = u"Anna"_s)
+{
+    return {identifier("prepare", student), identifier("one-minute", student), identifier("join", student),
+            identifier("start", student), identifier("finish", student)};
+}
+
+NotificationRequest foreign()
+{
+    return {.identifier = u"quillet.other.1"_s,
+            .title = u"Other"_s,
+            .body = {},
+            .categoryIdentifier = {},
+            .fireDate = at("23:00:00"),
+            .expirationDate = at("23:30:00")};
+}
+
+const auto scheduledOne = u"scheduled system backup notifications lessons=1"_s;
+
+// How a process ends that makes the requests of a lesson with this start: its signal, 0 when it goes on.
+int endOfMakingRequests(double start)
+{
+    const pid_t child = ::fork();
+    if (child == 0) {
+        // Neither a core file nor the test framework's report of the crash.
+        ::signal(SIGABRT, SIG_DFL);
+        const rlimit none{0, 0};
+        ::setrlimit(RLIMIT_CORE, &none);
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+        Lesson lesson = anna();
+        lesson.startTime = dateSince1970(start);
+        const auto requests = backupNotifications(lesson, {});
+        ::_exit(requests.front().identifier.isEmpty() ? 1 : 0);
+    }
+    int status = 0;
+    if (child < 0 || ::waitpid(child, &status, 0) != child) {
+        qFatal("no child process");
+    }
+    return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+}
+
+} // namespace
+
+class SystemNotificationSchedulerTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aLessonIsFiveNotificationsWithTheirTextsAndMoments()
+    {
+        const auto requests = backupNotifications(anna(), u"quillet.backup."_s);
+        struct Expected {
+            const char *kind;
+            Date fireDate;
+            QString title;
+            QString body;
+            Date expirationDate;
+        };
+        const std::array<Expected, 5> expected{{
+            {"prepare", at("09:56:00"), u"Quillet: prepare"_s, u"Anna starts in 4 minutes."_s,
+             at("10:00:00")},
+            {"one-minute", at("09:59:00"), u"Quillet: 1 minute"_s, u"Anna starts in 1 minute."_s,
+             at("10:00:00")},
+            {"join", at("09:59:30"), u"Quillet: join now"_s, u"Join Anna now."_s, at("10:00:00")},
+            {"start", at("09:59:40"), u"Quillet: START NOW"_s, u"Anna starts in 20 seconds."_s,
+             at("10:00:00")},
+            {"finish", at("10:24:00"), u"Quillet: finish up"_s, u"Finish Anna now."_s, at("10:25:00")},
+        }};
+        for (std::size_t i = 0; i < expected.size(); ++i) {
+            QCOMPARE(requests[i].identifier, identifier(expected[i].kind));
+            QCOMPARE(requests[i].title, expected[i].title);
+            QCOMPARE(requests[i].body, expected[i].body);
+            QCOMPARE(requests[i].categoryIdentifier, u"quillet.lesson"_s);
+            QCOMPARE(requests[i].fireDate, expected[i].fireDate);
+            QCOMPARE(requests[i].expirationDate, expected[i].expirationDate);
+        }
+    }
+
+    void theIdentifierIsThatOfTheExample()
+    {
+        const auto requests = backupNotifications(
+            sampleLesson(u"Anna Smith"_s, dateSince1970(1763190000), minutes(25)), u"quillet.backup."_s);
+        QCOMPARE(requests[3].identifier, u"quillet.backup.start.1763190000.Anna Smith"_s);
+    }
+
+    void theStartsFractionIsCutFromTheIdentifierTowardsZero()
+    {
+        const auto of = [](double start) {
+            return backupNotifications(sampleLesson(u"A"_s, dateSince1970(start), minutes(25)), {})[0]
+                .identifier;
+        };
+        QCOMPARE(of(1763190000.9), u"prepare.1763190000.A"_s);
+        QCOMPARE(of(-0.9), u"prepare.0.A"_s);
+        QCOMPARE(of(-1.9), u"prepare.-1.A"_s);
+    }
+
+    void theMomentsFollowTheLessonsOwnProfileAndTheWordingDoesNot()
+    {
+        Lesson lesson = anna();
+        lesson.profile.preparationLeadTime = minutes(10);
+        lesson.profile.joinEarlyTime = Seconds{90};
+        lesson.profile.finishUpLeadTime = Seconds{120};
+        const auto requests = backupNotifications(lesson, {});
+        QCOMPARE(requests[0].fireDate, at("09:50:00"));
+        QCOMPARE(requests[0].body, u"Anna starts in 4 minutes."_s);
+        QCOMPARE(requests[2].fireDate, at("09:58:30"));
+        QCOMPARE(requests[4].fireDate, at("10:23:00"));
+        QCOMPARE(backupNotifications(anna(TeachingPlatform::microsoftTeams), {})[2].fireDate, at("09:59:00"));
+    }
+
+    void aStudentsNameIsTakenAsItIs()
+    {
+        const auto requests =
+            backupNotifications(sampleLesson(u"%1 <b>王</b>.\n%2"_s, at("10:00:00"), minutes(25)), u"p."_s);
+        QCOMPARE(requests[2].body, u"Join %1 <b>王</b>.\n%2 now."_s);
+        QCOMPARE(requests[2].identifier,
+                 u"p.join."_s + QLatin1StringView(tenOClock) + u".%1 <b>王</b>.\n%2"_s);
+    }
+
+    void aStartBeyondWholeSecondsStopsTheProcess()
+    {
+        QCOMPARE(endOfMakingRequests(1763190000), 0);
+        QCOMPARE(endOfMakingRequests(-9223372036854775808.0), 0);
+        QCOMPARE(endOfMakingRequests(9223372036854774784.0), 0); // the last double before the limit
+        QCOMPARE(endOfMakingRequests(9223372036854775808.0), SIGABRT);
+        QCOMPARE(endOfMakingRequests(-9223372036854777856.0), SIGABRT);
+        QCOMPARE(endOfMakingRequests(std::numeric_limits<double>::infinity()), SIGABRT);
+        QCOMPARE(endOfMakingRequests(std::numeric_limits<double>::quiet_NaN()), SIGABRT);
+    }
+
+    void aRunAsksRemovesAndAddsInOrder()
+    {
+        Fixture f("09:00:00");
+        const Lesson ben = sampleLesson(u"Ben"_s, at("10:00:00"), minutes(25));
+        f.schedule({ben, anna()});
+        QStringList expected{u"authorize"_s, u"pending"_s, u"remove "_s};
+        for (const QString &id : allIdentifiers(u"Ben"_s) + allIdentifiers()) {
+            expected.append(u"add "_s + id);
+        }
+        QCOMPARE(f.center.calls, expected);
+        QCOMPARE(f.logged(), QStringList{u"scheduled system backup notifications lessons=2"_s});
+    }
+
+    void theSameLessonsTwiceInARowDoNothingTheSecondTime()
+    {
+        Fixture f("09:00:00");
+        f.schedule({anna()});
+        f.center.calls.clear();
+        f.clock.advance(minutes(1));
+        f.schedule({anna()}); // with a new identifier of its own
+        QVERIFY(f.center.calls.isEmpty());
+        QCOMPARE(f.logged(), QStringList{scheduledOne});
+    }
+
+    void aZoomLessonHalfAMinuteAwayGetsOnlyStartAndFinish()
+    {
+        Fixture f("09:59:30");
+        f.schedule({anna()});
+        QCOMPARE(f.center.identifiers(), (QStringList{identifier("start"), identifier("finish")}));
+        QCOMPARE(f.logged(), QStringList{scheduledOne});
+    }
+
+    void aMomentThatIsNowIsSkippedAndOneJustAheadIsNot()
+    {
+        Fixture f("09:59:39.9");
+        f.schedule({anna()});
+        QCOMPARE(f.center.identifiers(), (QStringList{identifier("start"), identifier("finish")}));
+        Fixture g("09:59:40");
+        g.schedule({anna()});
+        QCOMPARE(g.center.identifiers(), QStringList{identifier("finish")});
+    }
+
+    void aLessonThatEndedASecondAgoIsNeitherInTheSignatureNorScheduled()
+    {
+        Fixture f("10:25:01");
+        const Lesson ben = sampleLesson(u"Ben"_s, at("11:00:00"), minutes(25));
+        f.schedule({anna(), ben});
+        QCOMPARE(f.center.requests.size(), std::size_t{5});
+        QCOMPARE(f.logged(), QStringList{scheduledOne});
+        f.center.calls.clear();
+        f.schedule({ben}); // the same signature
+        QVERIFY(f.center.calls.isEmpty());
+    }
+
+    void aLessonThatEndsNowHasEnded()
+    {
+        Fixture f("10:25:00");
+        f.schedule({anna()});
+        QCOMPARE(f.logged(), QStringList{u"scheduled system backup notifications lessons=0"_s});
+    }
+
+    void aLessonUnderWayKeepsItsFinish()
+    {
+        Fixture f("10:10:00");
+        f.schedule({anna()});
+        QCOMPARE(f.center.identifiers(), QStringList{identifier("finish")});
+    }
+
+    void aLessonInItsLastMinuteCountsThoughNothingIsLeftOfIt()
+    {
+        Fixture f("10:24:30");
+        f.schedule({anna()});
+        QVERIFY(f.center.requests.empty());
+        QCOMPARE(f.logged(), QStringList{scheduledOne});
+    }
+
+    void withEveryLessonRemovedAllBackupsAreTakenBack()
+    {
+        Fixture f("09:00:00");
+        f.center.requests.push_back(foreign());
+        f.schedule({anna()});
+        f.center.calls.clear();
+        f.schedule({});
+        QCOMPARE(f.center.calls,
+                 (QStringList{u"authorize"_s, u"pending"_s, u"remove "_s + allIdentifiers().join(u", "_s)}));
+        QCOMPARE(f.center.identifiers(), QStringList{foreign().identifier});
+        QCOMPARE(f.logged(),
+                 (QStringList{scheduledOne, u"scheduled system backup notifications lessons=0"_s}));
+        f.center.calls.clear();
+        f.schedule({});
+        QVERIFY(f.center.calls.isEmpty());
+    }
+
+    void theFirstRunWithoutLessonsRunsThrough()
+    {
+        Fixture f("09:00:00");
+        f.schedule({});
+        QCOMPARE(f.center.calls, (QStringList{u"authorize"_s, u"pending"_s, u"remove "_s}));
+        QCOMPARE(f.logged(), QStringList{u"scheduled system backup notifications lessons=0"_s});
+    }
+
+    void twoLessonsOfOneStudentAndStartAreOneSetOfRequestsAndTheSecondHolds()
+    {
+        Fixture f("09:00:00");
+        const Lesson longer =
+            sampleLesson(u"Anna"_s, at("10:00:00"), minutes(50), TeachingPlatform::microsoftTeams);
+        f.schedule({anna(), longer});
+        QCOMPARE(f.center.identifiers(), allIdentifiers());
+        QCOMPARE(f.center.requests[2].fireDate, at("09:59:00"));
+        QCOMPARE(f.center.requests[4].fireDate, at("10:49:00"));
+        QCOMPARE(f.logged(), QStringList{u"scheduled system backup notifications lessons=2"_s});
+    }
+
+    void aMovedLessonsBackupsReplaceTheEarlierOnes()
+    {
+        Fixture f("09:00:00");
+        f.schedule({anna()});
+        Lesson moved = anna();
+        moved.startTime += Seconds{30};
+        f.schedule({moved});
+        QCOMPARE(f.center.requests.size(), std::size_t{5});
+        for (const QString &id : allIdentifiers()) {
+            QVERIFY2(!f.center.identifiers().contains(id), qPrintable(id));
+        }
+        QCOMPARE(f.center.requests[3].fireDate, at("10:00:10"));
+    }
+
+    void aStartThatMovesByAFractionIsAnotherSchedule()
+    {
+        Fixture f("09:00:00");
+        f.schedule({anna()});
+        Lesson moved = anna();
+        moved.startTime += Seconds{0.25};
+        f.schedule({moved});
+        QCOMPARE(f.logged(), (QStringList{scheduledOne, scheduledOne}));
+        QCOMPARE(f.center.identifiers(), allIdentifiers());
+        QCOMPARE(f.center.requests[3].fireDate, at("09:59:40.25"));
+    }
+
+    void theOrderOfTheLessonsIsPartOfTheSignature()
+    {
+        Fixture f("09:00:00");
+        const Lesson ben = sampleLesson(u"Ben"_s, at("10:00:00"), minutes(25));
+        f.schedule({anna(), ben});
+        f.schedule({ben, anna()});
+        QCOMPARE(f.logged().size(), 2);
+    }
+
+    void aRefusedPermissionIsLoggedAndAskedAgain()
+    {
+        Fixture f("09:00:00");
+        f.center.authorization = false;
+        f.schedule({anna()});
+        f.schedule({anna()});
+        QCOMPARE(f.center.calls, (QStringList{u"authorize"_s, u"authorize"_s}));
+        const auto refused = u"system notification permission was not granted"_s;
+        QCOMPARE(f.logged(), (QStringList{refused, refused}));
+        f.center.authorization = true;
+        f.schedule({anna()});
+        QCOMPARE(f.center.identifiers(), allIdentifiers());
+    }
+
+    void aFailedAuthorisationIsLoggedAndTriedAgain()
+    {
+        Fixture f("09:00:00");
+        f.center.authorization = std::unexpected(Failure{u"there is no session bus"_s});
+        f.schedule({anna()});
+        QCOMPARE(f.center.calls, QStringList{u"authorize"_s});
+        QCOMPARE(f.logged(),
+                 QStringList{u"system notification scheduling failed error=there is no session bus"_s});
+        f.center.authorization = true;
+        f.schedule({anna()});
+        QCOMPARE(f.center.identifiers(), allIdentifiers());
+    }
+
+    void aFailedLookAtWhatIsPendingEndsTheRun()
+    {
+        Fixture f("09:00:00");
+        f.center.pendingFailure = Failure{u"gone"_s};
+        f.schedule({anna()});
+        QCOMPARE(f.center.calls, (QStringList{u"authorize"_s, u"pending"_s}));
+        QCOMPARE(f.logged(), QStringList{u"system notification scheduling failed error=gone"_s});
+    }
+
+    void aFailedRemovalEndsTheRun()
+    {
+        Fixture f("09:00:00");
+        f.center.removalFailure = Failure{u"gone"_s};
+        f.schedule({anna()});
+        QCOMPARE(f.center.calls, (QStringList{u"authorize"_s, u"pending"_s, u"remove "_s}));
+        QCOMPARE(f.logged(), QStringList{u"system notification scheduling failed error=gone"_s});
+    }
+
+    void aFailedAddEndsTheRunKeepsWhatWasAddedAndTheNextRunRepeatsAll()
+    {
+        Fixture f("09:00:00");
+        f.center.addFailure = Failure{u"the disk is full"_s};
+        f.center.addsBeforeFailure = 2;
+        f.schedule({anna()});
+        QCOMPARE(f.center.identifiers(), (QStringList{identifier("prepare"), identifier("one-minute")}));
+        QCOMPARE(f.center.calls.last(), u"add "_s + identifier("join"));
+        QCOMPARE(f.logged(), QStringList{u"system notification scheduling failed error=the disk is full"_s});
+
+        f.center.addFailure.reset();
+        f.center.calls.clear();
+        f.schedule({anna()});
+        QCOMPARE(f.center.calls.at(2),
+                 u"remove "_s + identifier("prepare") + u", "_s + identifier("one-minute"));
+        QCOMPARE(f.center.identifiers(), allIdentifiers());
+        QCOMPARE(f.logged().last(), scheduledOne);
+    }
+
+    void aFailedRunForgetsNothingOfTheLastCompleteOne()
+    {
+        Fixture f("09:00:00");
+        f.schedule({anna()});
+        f.center.authorization = std::unexpected(Failure{u"away"_s});
+        f.schedule({});
+        f.center.calls.clear();
+        f.schedule({anna()}); // still the last that was scheduled completely
+        QVERIFY(f.center.calls.isEmpty());
+    }
+
+    void theFiveAreAddedOneAfterTheOther()
+    {
+        Fixture f("09:00:00");
+        f.center.hold();
+        f.schedule({anna()});
+        for (int done = 0; done < 8; ++done) {
+            QCOMPARE(f.center.calls.size(), done + 1);
+            QCOMPARE(f.center.waitingCount(), std::size_t{1});
+            QVERIFY(f.logged().isEmpty());
+            f.center.releaseOne();
+        }
+        QCOMPARE(f.logged(), QStringList{scheduledOne});
+    }
+
+    void aMomentThatPassesWhileEarlierOnesAreAddedIsSkipped()
+    {
+        Fixture f("09:58:59");
+        f.center.hold();
+        f.schedule({anna()});
+        for (int done = 0; done < 3; ++done) {
+            f.center.releaseOne();
+        }
+        QCOMPARE(f.center.calls.last(), u"add "_s + identifier("one-minute"));
+        f.clock.advanceTo(at("09:59:35"));
+        f.center.release();
+        QCOMPARE(f.center.identifiers(),
+                 (QStringList{identifier("one-minute"), identifier("start"), identifier("finish")}));
+    }
+
+    void ofTwoRunsThatOverlapTheOneThatEndsLastDecides()
+    {
+        Fixture f("09:00:00");
+        const Lesson ben = sampleLesson(u"Ben"_s, at("10:00:00"), minutes(25));
+        f.center.hold();
+        f.schedule({anna()});
+        f.schedule({ben});
+        QCOMPARE(f.center.calls, (QStringList{u"authorize"_s, u"authorize"_s}));
+        f.center.release();
+        QCOMPARE(f.logged(), (QStringList{scheduledOne, scheduledOne}));
+        // Both looked at what was pending before either had added anything: nothing guards against that, and
+        // the set of the first is taken back by the next run.
+        QCOMPARE(f.center.requests.size(), std::size_t{10});
+        f.center.calls.clear();
+        f.schedule({ben});
+        QVERIFY(f.center.calls.isEmpty());
+        f.schedule({anna()});
+        QCOMPARE(f.center.identifiers(), allIdentifiers());
+    }
+
+    void aLaterRunTakesBackWhatAnEarlierOneStillAdds()
+    {
+        Fixture f("09:00:00");
+        const Lesson ben = sampleLesson(u"Ben"_s, at("10:00:00"), minutes(25));
+        f.center.hold();
+        f.schedule({anna()});
+        for (int done = 0; done < 8; ++done) {
+            f.center.releaseOne();
+        }
+        f.schedule({ben});
+        f.center.release();
+        QCOMPARE(f.center.identifiers(), allIdentifiers(u"Ben"_s));
+    }
+
+    void aSchedulerThatIsGoneIsNotTouchedByItsRun()
+    {
+        // At each of the waits of a run.
+        for (int done = 0; done < 8; ++done) {
+            ManualClock clock(at("09:00:00"));
+            FakeUserNotificationCenter center;
+            {
+                const QTemporaryDir library;
+                DebugLogService logger(library.path());
+                SystemNotificationScheduler scheduler(center, logger, u"quillet.backup."_s);
+                center.hold();
+                spawn(scheduler.scheduleBackupNotifications({anna()}));
+                for (int i = 0; i < done; ++i) {
+                    center.releaseOne();
+                }
+            }
+            QCOMPARE(center.calls.size(), done + 1);
+            center.release();
+            QCOMPARE(center.calls.size(), done + 1);
+        }
+    }
+
+    void theRequestsOutliveTheScheduler()
+    {
+        ManualClock clock(at("09:00:00"));
+        const QTemporaryDir library;
+        DebugLogService logger(library.path());
+        FakeUserNotificationCenter center;
+        {
+            SystemNotificationScheduler scheduler(center, logger, u"quillet.backup."_s);
+            spawn(scheduler.scheduleBackupNotifications({anna()}));
+        }
+        QCOMPARE(center.identifiers(), allIdentifiers());
+    }
+};
+
+QTEST_GUILESS_MAIN(SystemNotificationSchedulerTest)
+#include "SystemNotificationSchedulerTest.moc"
