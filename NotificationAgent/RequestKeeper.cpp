@@ -212,12 +212,8 @@ void RequestKeeper::pump()
             return;
         }
     }
-    wait();
-}
-
-void RequestKeeper::wait()
-{
-    m_clock.wakeAt(m_queue.nextFireDate(m_clock.now()));
+    // The same moment as above: a second that has begun since is not passed over.
+    m_clock.wakeAt(m_queue.nextFireDate(now));
     Q_EMIT stirred();
 }
 

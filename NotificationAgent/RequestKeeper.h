@@ -75,7 +75,6 @@ private:
     void changed(Answer answer);
     void flush();
     void pump();
-    void wait();
     void takeAnswer(bool isThere, const QString &reason);
     void takeOutcome(NotificationServer::Outcome outcome, const QString &reason);
     void putBack(const PendingRequest &request);

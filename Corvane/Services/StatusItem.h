@@ -8,9 +8,17 @@
 #include <QObject>
 #include <QString>
 
+#include <functional>
 #include <optional>
+#include <vector>
 
 namespace corvane {
+
+/// A line of the menu that the bell opens where it opens a menu.
+struct StatusMenuEntry {
+    QString text;                 ///< empty: a line between groups
+    std::function<void()> action; ///< called on the main thread, after the menu has closed
+};
 
 /// The bell in the desktop's panel with a few words beside it. Main thread only. Made by the application's
 /// entry, which hands on the view model's title whenever it changes.
@@ -26,9 +34,23 @@ public:
     /// Nothing is published when it is the text already shown.
     virtual void setTitle(const QString &title) = 0;
 
+    /// The menu for panels that open one on a click instead of telling of the click. The others never show
+    /// it.
+    virtual void setMenu(std::vector<StatusMenuEntry> entries) = 0;
+
+    /// Whether a panel is there that has taken the item.
+    [[nodiscard]] virtual bool isShown() const = 0;
+
 Q_SIGNALS:
     /// The item was clicked; `position` is where the panel says that it happened, if it says so.
-    void activated(std::optional<corvane::Point> position);
+    /// `activationToken` is what it gave along to raise a window with, or empty.
+    void activated(std::optional<corvane::Point> position, const QString &activationToken);
+
+    /// The menu is about to be shown.
+    void menuAboutToShow();
+
+    /// isShown() has changed to `isShown`.
+    void shownChanged(bool isShown);
 };
 
 } // namespace corvane

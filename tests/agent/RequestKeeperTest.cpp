@@ -71,6 +71,15 @@ private Q_SLOTS:
         QTRY_VERIFY(m_keeper->isIdle());
     }
 
+    void aSecondThatBeginsWhileTheQueueIsLookedAtIsNotPassedOver()
+    {
+        m_clock->isHurried = true;
+        QVERIFY(add(request(u"a"_s, noon + 1)));
+        settle();
+        // The alarm rings at once, since its second has begun by now.
+        QCOMPARE(m_clock->alarm(), std::optional<qint64>(noon + 1));
+    }
+
     void aRequestThatIsDueAlreadyIsDeliveredAtOnce()
     {
         QVERIFY(add(request(u"a"_s, noon - 10)));

@@ -30,8 +30,33 @@ public:
         }
     }
 
+    void setMenu(std::vector<StatusMenuEntry> entries) override { menu = std::move(entries); }
+    [[nodiscard]] bool isShown() const override { return shown; }
+
+    std::vector<StatusMenuEntry> menu;
+    bool shown = true;
+
+    /// A panel comes or goes.
+    void setShown(bool isShown)
+    {
+        if (isShown != shown) {
+            shown = isShown;
+            Q_EMIT shownChanged(isShown);
+        }
+    }
+
     /// The teacher clicks the item.
-    void click(std::optional<Point> position = std::nullopt) { Q_EMIT activated(position); }
+    void click(std::optional<Point> position = std::nullopt, const QString &token = {})
+    {
+        Q_EMIT activated(position, token);
+    }
+
+    /// The teacher opens the menu and chooses the line at `index`.
+    void choose(std::size_t index)
+    {
+        Q_EMIT menuAboutToShow();
+        menu.at(index).action();
+    }
 };
 
 } // namespace corvane

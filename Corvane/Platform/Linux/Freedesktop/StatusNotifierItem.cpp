@@ -3,6 +3,7 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/StatusNotifierItem.h"
 
+#include "Corvane/Platform/Linux/Freedesktop/StatusMenuAdaptor.h"
 #include "Corvane/Platform/Linux/Freedesktop/StatusNotifierItemAdaptor.h"
 
 #include <QCursor>
@@ -13,6 +14,8 @@
 #include <QGuiApplication>
 #include <QScreen>
 
+#include <utility>
+
 namespace corvane {
 
 using namespace Qt::StringLiterals;
@@ -21,7 +24,9 @@ namespace {
 
 constexpr int timeoutMilliseconds = 5000;
 constexpr auto itemPath = "/StatusNotifierItem"_L1;
+constexpr auto menuPath = "/StatusNotifierItem/Menu"_L1;
 constexpr auto watcherService = "org.kde.StatusNotifierWatcher"_L1;
+constexpr auto watcherPath = "/StatusNotifierWatcher"_L1;
 
 // Whether a call failed because nobody owns the name; a call that is to start nobody gets the second answer.
 bool isAbsence(const QDBusError &error)
@@ -65,6 +70,8 @@ StatusNotifierItem::Desktop StatusNotifierItem::Desktop::current()
     for (const QByteArray &name : names) {
         desktop.showsLabel = desktop.showsLabel || name == "gnome" || name == "unity" || name == "budgie";
     }
+    // They share the kind of panel.
+    desktop.opensMenu = desktop.showsLabel;
     // Under Wayland a program is told the pointer only while it is over one of the program's own windows.
     desktop.tellsPointer =
         qgetenv("XDG_SESSION_TYPE") != "wayland" && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
@@ -77,40 +84,152 @@ StatusNotifierItem::StatusNotifierItem(QDBusConnection bus, const QList<QImage> 
     , m_bus(std::move(bus))
     , m_desktop(desktop)
 {
-    auto onClick = [this](int x, int y) { click(x, y); };
-    m_adaptor = desktop.showsLabel ? new LabelledStatusNotifierItemAdaptor(this, icons, std::move(onClick))
-                                   : new StatusNotifierItemAdaptor(this, icons, std::move(onClick));
+    StatusNotifierItemAdaptor::Handlers handlers{
+        .click = [this](int x, int y) { click(x, y); },
+        .activationToken = [this](const QString &token) { m_activationToken = token; }};
+    const QString menu = desktop.opensMenu ? QString(menuPath) : QString();
+    m_adaptor = desktop.showsLabel
+                    ? new LabelledStatusNotifierItemAdaptor(this, icons, menu, std::move(handlers))
+                    : new StatusNotifierItemAdaptor(this, icons, menu, std::move(handlers));
     if (!m_bus.isConnected()) {
+        m_isAbsent = true;
         return;
+    }
+    if (desktop.opensMenu) {
+        auto *object = new QObject(this);
+        m_menuAdaptor = new StatusMenuAdaptor(
+            object, {.aboutToShow = [this] { Q_EMIT menuAboutToShow(); },
+                     .clicked =
+                         [this](int index) {
+                             // The panel gets its answer first: the action may end the program.
+                             const auto action = m_menu[static_cast<std::size_t>(index)].action;
+                             QMetaObject::invokeMethod(this, action, Qt::QueuedConnection);
+                         }});
+        m_bus.registerObject(menuPath, object, QDBusConnection::ExportAdaptors);
     }
     m_bus.registerObject(itemPath, this, QDBusConnection::ExportAdaptors);
     auto *watcher =
-        new QDBusServiceWatcher(watcherService, m_bus, QDBusServiceWatcher::WatchForRegistration, this);
-    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &StatusNotifierItem::registerItem);
+        new QDBusServiceWatcher(watcherService, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
+    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString &, const QString &, const QString &newOwner) {
+                ++m_attempt;
+                if (newOwner.isEmpty()) {
+                    setPresence(false, true, true);
+                } else {
+                    registerItem();
+                }
+            });
+    m_bus.connect(watcherService, watcherPath, watcherService, u"StatusNotifierHostRegistered"_s, this,
+                  SLOT(hostRegistered()));
+    m_bus.connect(watcherService, watcherPath, watcherService, u"StatusNotifierHostUnregistered"_s, this,
+                  SLOT(hostUnregistered()));
     registerItem();
 }
 
 StatusNotifierItem::~StatusNotifierItem()
 {
-    m_bus.unregisterObject(itemPath);
+    m_bus.unregisterObject(itemPath, QDBusConnection::UnregisterTree);
 }
 
 void StatusNotifierItem::registerItem()
 {
-    auto message = QDBusMessage::createMethodCall(watcherService, u"/StatusNotifierWatcher"_s, watcherService,
+    auto message = QDBusMessage::createMethodCall(watcherService, watcherPath, watcherService,
                                                   u"RegisterStatusNotifierItem"_s);
     message.setAutoStartService(false);
     // The connection's own name: it vanishes with the program, and a sandbox lets it pass.
     message << m_bus.baseService();
+    const int attempt = ++m_attempt;
     auto *call = new QDBusPendingCallWatcher(m_bus.asyncCall(message, timeoutMilliseconds), this);
-    connect(call, &QDBusPendingCallWatcher::finished, this, [this, call] {
+    connect(call, &QDBusPendingCallWatcher::finished, this, [this, call, attempt] {
         call->deleteLater();
-        if (!call->isError()) {
-            Q_EMIT registered();
-        } else if (!isAbsence(call->error())) {
-            Q_EMIT registrationFailed(call->error().message());
+        if (attempt == m_attempt) {
+            registrationAnswered(call->reply());
         }
     });
+}
+
+void StatusNotifierItem::registrationAnswered(const QDBusMessage &answer)
+{
+    if (answer.type() == QDBusMessage::ReplyMessage) {
+        m_isSilent = false;
+        setPresence(true, true, false);
+        Q_EMIT registered();
+        askForHost();
+        return;
+    }
+    const QDBusError error(answer);
+    if (isAbsence(error)) {
+        setPresence(false, true, true);
+        return;
+    }
+    const bool isSilent = error.type() == QDBusError::NoReply || error.type() == QDBusError::TimedOut;
+    if (!isSilent || !std::exchange(m_isSilent, true)) {
+        Q_EMIT registrationFailed(error.message());
+    }
+    // It has had its time to answer already, so that this is no hurry. One that has gone is not silent.
+    if (isSilent && m_bus.isConnected()) {
+        registerItem();
+    }
+}
+
+void StatusNotifierItem::askForHost()
+{
+    auto message = QDBusMessage::createMethodCall(watcherService, watcherPath,
+                                                  u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+    message.setAutoStartService(false);
+    message << QString(watcherService) << u"IsStatusNotifierHostRegistered"_s;
+    const int attempt = m_attempt;
+    auto *call = new QDBusPendingCallWatcher(m_bus.asyncCall(message, timeoutMilliseconds), this);
+    connect(call, &QDBusPendingCallWatcher::finished, this, [this, call, attempt] {
+        call->deleteLater();
+        const QVariantList arguments = call->reply().arguments();
+        if (attempt == m_attempt && !call->isError() && !arguments.isEmpty()) {
+            const QVariant value = arguments.constFirst().value<QDBusVariant>().variant();
+            if (value.typeId() == QMetaType::Bool && !value.toBool()) {
+                hostUnregistered();
+            }
+        }
+    });
+}
+
+void StatusNotifierItem::hostRegistered()
+{
+    if (m_isRegistered) {
+        setPresence(true, true, false);
+    }
+}
+
+void StatusNotifierItem::hostUnregistered()
+{
+    if (m_isRegistered) {
+        setPresence(true, false, true);
+    }
+}
+
+void StatusNotifierItem::setPresence(bool isRegistered, bool hasHost, bool isAbsent)
+{
+    const bool wasShown = isShown();
+    const bool wasAbsent = std::exchange(m_isAbsent, isAbsent);
+    m_isRegistered = isRegistered;
+    m_hasHost = hasHost;
+    if (isShown() != wasShown) {
+        Q_EMIT shownChanged(isShown());
+    }
+    if (m_isAbsent && !wasAbsent) {
+        Q_EMIT absenceFound();
+    }
+}
+
+void StatusNotifierItem::setMenu(std::vector<StatusMenuEntry> entries)
+{
+    m_menu = std::move(entries);
+    if (m_menuAdaptor != nullptr) {
+        QStringList texts;
+        for (const StatusMenuEntry &entry : m_menu) {
+            texts.append(entry.text);
+        }
+        m_menuAdaptor->setLines(texts);
+    }
 }
 
 void StatusNotifierItem::setTitle(const QString &title)
@@ -120,16 +239,17 @@ void StatusNotifierItem::setTitle(const QString &title)
 
 void StatusNotifierItem::click(int x, int y)
 {
+    const QString token = std::exchange(m_activationToken, QString());
     const QScreen *screen = QGuiApplication::primaryScreen();
     if (screen == nullptr || (!m_desktop.tellsPointer && x == 0 && y == 0)) {
-        Q_EMIT activated(std::nullopt);
+        Q_EMIT activated(std::nullopt, token);
         return;
     }
     const QPointF place =
         m_desktop.tellsPointer ? QPointF(QCursor::pos()) : QPointF(x, y) / screen->devicePixelRatio();
     // The bus counts downwards from the top, points count upwards from the main screen's lower edge.
     const QRect frame = screen->geometry();
-    Q_EMIT activated(Point{place.x(), frame.y() + frame.height() - place.y()});
+    Q_EMIT activated(Point{place.x(), frame.y() + frame.height() - place.y()}, token);
 }
 
 } // namespace corvane

@@ -60,9 +60,10 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, StatusToolTip &to
 }
 
 StatusNotifierItemAdaptor::StatusNotifierItemAdaptor(QObject *parent, const QList<QImage> &icons,
-                                                     ClickHandler onClick)
+                                                     QString menu, Handlers handlers)
     : QDBusAbstractAdaptor(parent)
-    , m_onClick(std::move(onClick))
+    , m_handlers(std::move(handlers))
+    , m_menu(std::move(menu))
 {
     qDBusRegisterMetaType<StatusIconPixmap>();
     qDBusRegisterMetaType<StatusIconPixmaps>();
@@ -101,7 +102,7 @@ StatusToolTip StatusNotifierItemAdaptor::toolTip() const
 QDBusObjectPath StatusNotifierItemAdaptor::menu() const
 {
     // What panels know as "this item has no menu"; an object path cannot be empty.
-    return QDBusObjectPath(u"/NO_DBUSMENU"_s);
+    return QDBusObjectPath(m_menu.isEmpty() ? u"/NO_DBUSMENU"_s : m_menu);
 }
 
 void StatusNotifierItemAdaptor::setText(const QString &text)
@@ -117,13 +118,23 @@ void StatusNotifierItemAdaptor::setText(const QString &text)
 
 void StatusNotifierItemAdaptor::Activate(int x, int y)
 {
-    m_onClick(x, y);
+    m_handlers.click(x, y);
+}
+
+// A panel that has no menu to show for a right click passes that on; it is as good as a left one.
+void StatusNotifierItemAdaptor::ContextMenu(int x, int y)
+{
+    m_handlers.click(x, y);
+}
+
+// It comes ahead of the click that it is for.
+void StatusNotifierItemAdaptor::ProvideXdgActivationToken(const QString &token)
+{
+    m_handlers.activationToken(token);
 }
 
 // A panel calls these on any item; this one has nothing to do for them.
 void StatusNotifierItemAdaptor::SecondaryActivate(int, int) {}
-
-void StatusNotifierItemAdaptor::ContextMenu(int, int) {}
 
 void StatusNotifierItemAdaptor::Scroll(int, const QString &) {}
 

@@ -54,11 +54,14 @@ class StatusNotifierItemAdaptor : public QDBusAbstractAdaptor {
     Q_PROPERTY(QDBusObjectPath Menu READ menu)
 
 public:
-    /// What a click leads to, told where it was. A signal would not do: those of an adaptor go out on the
-    /// bus.
-    using ClickHandler = std::function<void(int x, int y)>;
+    /// What the panel's calls lead to. Signals would not do: those of an adaptor go out on the bus.
+    struct Handlers {
+        std::function<void(int x, int y)> click; ///< where it was
+        std::function<void(const QString &token)> activationToken;
+    };
 
-    StatusNotifierItemAdaptor(QObject *parent, const QList<QImage> &icons, ClickHandler onClick);
+    /// `menu` is the path of the menu's object on the bus; empty where there is none.
+    StatusNotifierItemAdaptor(QObject *parent, const QList<QImage> &icons, QString menu, Handlers handlers);
 
     [[nodiscard]] QString category() const;
     [[nodiscard]] QString id() const;
@@ -82,6 +85,7 @@ public Q_SLOTS:
     void SecondaryActivate(int x, int y);
     void ContextMenu(int x, int y);
     void Scroll(int delta, const QString &orientation);
+    void ProvideXdgActivationToken(const QString &token);
 
 Q_SIGNALS:
     void NewTitle();
@@ -93,7 +97,8 @@ protected:
     virtual void textChanged() {}
 
 private:
-    ClickHandler m_onClick;
+    Handlers m_handlers;
+    QString m_menu;
     StatusIconPixmaps m_icons;
     QString m_text;
 };

@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/App/AppScenes.h"
+
+#include "Corvane/Notifications/SystemSounds.h"
+#include "Corvane/Settings/SettingsView.h"
+#include "Corvane/Utilities/InformationDictionary.h"
+#include "Corvane/Utilities/Resources.h"
+#include "Corvane/Utilities/Spawn.h"
+#include "Corvane/Utilities/WindowPresentation.h"
+#include "Corvane/Views/AboutCorvaneView.h"
+#include "Corvane/Views/FirstRunSetupView.h"
+#include "Corvane/Views/HelpCenterView.h"
+#include "Corvane/Views/MenuBarContentView.h"
+
+#include <QDesktopServices>
+
+namespace corvane {
+
+AppScenes::AppScenes(MenuBarViewModel &viewModel, const Screens &screens, SystemSounds &sounds,
+                     WindowSystem &windowSystem, std::function<void()> quit)
+    : m_viewModel(viewModel)
+    , m_windowSystem(windowSystem)
+    , m_manual(resources::folders(), &QDesktopServices::openUrl, [&sounds] { sounds.beep(); })
+    , m_menuActions{
+          .hasWindow = [this](const WindowName &window) { return m_windows.has(window.identifier); },
+          .openWindow =
+              [this](const WindowName &window) {
+                  open(window);
+                  m_panel.close();
+              },
+          .openWindowBeside =
+              [this](const WindowName &window) {
+                  m_panel.stayOpenBesideWindows();
+                  open(window);
+              },
+          .quit = std::move(quit)}
+    , m_windows(windowSystem)
+    , m_panel([this] { return std::make_unique<MenuBarContentView>(m_viewModel, m_menuActions); }, screens,
+              windowSystem)
+{
+    addWindows();
+}
+
+void AppScenes::open(const WindowName &window)
+{
+    WindowPresentation::open(
+        window.identifier, window.title, [this](const QString &identifier) { m_windows.open(identifier); },
+        m_windowSystem);
+}
+
+void AppScenes::addWindows()
+{
+    const auto add = [this](const WindowName &name, QSize defaultSize, auto makeContent) {
+        m_windows.add({.identifier = name.identifier,
+                       .title = name.title,
+                       .defaultSize = defaultSize,
+                       .makeContent = makeContent});
+    };
+    add(windowNames::settings(), {620, 700}, [this] {
+        return std::make_unique<SettingsView>(
+            m_viewModel.settings(), [this] { reloadLessons(); },
+            [this](const QString &identifier, const QString &title) {
+                open({.identifier = identifier, .title = title});
+            });
+    });
+    add(windowNames::help(), {920, 620}, [this] { return std::make_unique<HelpCenterView>(m_manual); });
+    add(windowNames::setup(), {680, 500}, [this] {
+        const auto dismiss = [this] {
+            if (QWidget *window = m_windows.window(windowNames::setup().identifier)) {
+                window->close();
+            }
+        };
+        return std::make_unique<FirstRunSetupView>(m_viewModel.settings(), dismiss);
+    });
+    add(windowNames::about(), {460, 430}, [this] {
+        return std::make_unique<AboutCorvaneView>(m_manual, InformationDictionary::main(),
+                                                  &QDesktopServices::openUrl);
+    });
+}
+
+void AppScenes::reloadLessons()
+{
+    spawn(m_viewModel.reloadLessons());
+}
+
+} // namespace corvane

@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Services/MenuBarViewModel.h"
+#include "Corvane/Services/MenuCommands.h"
+#include "Corvane/Utilities/WindowSystem.h"
+#include "Corvane/Views/MenuBarPanel.h"
+#include "Corvane/Views/UserManualPDF.h"
+#include "Corvane/Views/WindowScenes.h"
+
+namespace corvane {
+
+class Screens;
+class SystemSounds;
+
+/// All that the program shows besides its banners: the panel that the bell opens, and the windows that the
+/// commands open. Nothing of it exists until it is opened.
+class AppScenes {
+public:
+    /// What is passed is borrowed. `quit` ends the program.
+    AppScenes(MenuBarViewModel &viewModel, const Screens &screens, SystemSounds &sounds,
+              WindowSystem &windowSystem, std::function<void()> quit);
+
+    [[nodiscard]] MenuBarPanel &panel() { return m_panel; }
+
+    /// The commands as the native menu offers them, to be taken afresh when they may have changed.
+    [[nodiscard]] const MenuActions &menuActions() const { return m_menuActions; }
+
+private:
+    void open(const WindowName &window);
+    void addWindows();
+    void reloadLessons();
+
+    MenuBarViewModel &m_viewModel;
+    WindowSystem &m_windowSystem;
+    UserManualPDF m_manual;
+    MenuActions m_menuActions;
+    WindowScenes m_windows;
+    MenuBarPanel m_panel;
+};
+
+} // namespace corvane

@@ -1,0 +1,94 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/Freedesktop/EmbeddedTrayIcon.h"
+
+#include "Corvane/Platform/Linux/X11/DesktopGeometry.h"
+#include "Corvane/Platform/Linux/X11/X11Connection.h"
+
+#include <xcb/xcb.h>
+
+#include <QCoreApplication>
+#include <QPixmap>
+
+#include <utility>
+
+namespace corvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QIcon iconOf(const QList<QImage> &images)
+{
+    QIcon icon;
+    for (const QImage &image : images) {
+        icon.addPixmap(QPixmap::fromImage(image));
+    }
+    return icon;
+}
+
+} // namespace
+
+EmbeddedTrayIcon::EmbeddedTrayIcon(const QList<QImage> &icons, QObject *parent)
+    : StatusItem(parent)
+    , m_icon(iconOf(icons))
+{
+    connect(&m_icon, &QSystemTrayIcon::activated, this, &EmbeddedTrayIcon::click);
+    m_icon.setToolTip(u"Quillet"_s);
+    m_icon.show();
+    QCoreApplication::instance()->installNativeEventFilter(this);
+    m_tray = x11::selectionOwner("_NET_SYSTEM_TRAY_S0");
+}
+
+EmbeddedTrayIcon::~EmbeddedTrayIcon()
+{
+    if (QCoreApplication::instance() != nullptr) {
+        QCoreApplication::instance()->removeNativeEventFilter(this);
+    }
+}
+
+void EmbeddedTrayIcon::setTitle(const QString &title)
+{
+    // The toolkit draws the tool tip, and would take what looks like markup for it.
+    m_icon.setToolTip(title.isEmpty() ? u"Quillet"_s : title.toHtmlEscaped());
+}
+
+void EmbeddedTrayIcon::setMenu(std::vector<StatusMenuEntry>) {}
+
+bool EmbeddedTrayIcon::nativeEventFilter(const QByteArray &, void *message, qintptr *)
+{
+    const auto *event = static_cast<const xcb_generic_event_t *>(message);
+    constexpr std::uint8_t typeMask = 0x7f;
+    const int type = event->response_type & typeMask;
+    const bool isManager =
+        type == XCB_CLIENT_MESSAGE &&
+        reinterpret_cast<const xcb_client_message_event_t *>(event)->type == x11::atom("MANAGER");
+    const bool isGone = type == XCB_DESTROY_NOTIFY &&
+                        reinterpret_cast<const xcb_destroy_notify_event_t *>(event)->window == m_tray;
+    if (isManager || isGone) {
+        // Not before the toolkit has seen it too.
+        QMetaObject::invokeMethod(this, &EmbeddedTrayIcon::lookForTray, Qt::QueuedConnection);
+    }
+    return false;
+}
+
+void EmbeddedTrayIcon::lookForTray()
+{
+    const bool wasShown = isShown();
+    m_tray = x11::selectionOwner("_NET_SYSTEM_TRAY_S0");
+    if (isShown() != wasShown) {
+        Q_EMIT shownChanged(isShown());
+    }
+}
+
+void EmbeddedTrayIcon::click(QSystemTrayIcon::ActivationReason reason)
+{
+    if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::Context) {
+        const QRect place = m_icon.geometry();
+        Q_EMIT activated(place.isValid() ? std::optional(pointsUp(QRectF(place).center())) : std::nullopt,
+                         QString());
+    }
+}
+
+} // namespace corvane

@@ -1,0 +1,217 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/Freedesktop/StatusMenuAdaptor.h"
+
+#include <QDBusMetaType>
+#include <QGuiApplication>
+
+#include <utility>
+
+namespace corvane {
+
+using namespace Qt::StringLiterals;
+
+QDBusArgument &operator<<(QDBusArgument &argument, const MenuLineProperties &line)
+{
+    argument.beginStructure();
+    argument << line.id << line.properties;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument &operator>>(const QDBusArgument &argument, MenuLineProperties &line)
+{
+    argument.beginStructure();
+    argument >> line.id >> line.properties;
+    argument.endStructure();
+    return argument;
+}
+
+QDBusArgument &operator<<(QDBusArgument &argument, const MenuLayout &layout)
+{
+    argument.beginStructure();
+    argument << layout.id << layout.properties;
+    argument.beginArray(QMetaType::fromType<QDBusVariant>());
+    for (const MenuLayout &child : layout.children) {
+        argument << QDBusVariant(QVariant::fromValue(child));
+    }
+    argument.endArray();
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument &operator>>(const QDBusArgument &argument, MenuLayout &layout)
+{
+    layout.children.clear();
+    argument.beginStructure();
+    argument >> layout.id >> layout.properties;
+    argument.beginArray();
+    while (!argument.atEnd()) {
+        QDBusVariant child;
+        argument >> child;
+        layout.children.append(qdbus_cast<MenuLayout>(child.variant().value<QDBusArgument>()));
+    }
+    argument.endArray();
+    argument.endStructure();
+    return argument;
+}
+
+QDBusArgument &operator<<(QDBusArgument &argument, const MenuEvent &event)
+{
+    argument.beginStructure();
+    argument << event.id << event.name << event.data << event.timestamp;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument &operator>>(const QDBusArgument &argument, MenuEvent &event)
+{
+    argument.beginStructure();
+    argument >> event.id >> event.name >> event.data >> event.timestamp;
+    argument.endStructure();
+    return argument;
+}
+
+QDBusArgument &operator<<(QDBusArgument &argument, const MenuLineRemovals &removals)
+{
+    argument.beginStructure();
+    argument << removals.id << removals.names;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument &operator>>(const QDBusArgument &argument, MenuLineRemovals &removals)
+{
+    argument.beginStructure();
+    argument >> removals.id >> removals.names;
+    argument.endStructure();
+    return argument;
+}
+
+StatusMenuAdaptor::StatusMenuAdaptor(QObject *parent, Handlers handlers)
+    : QDBusAbstractAdaptor(parent)
+    , m_handlers(std::move(handlers))
+{
+    qDBusRegisterMetaType<QList<int>>();
+    qDBusRegisterMetaType<MenuLineProperties>();
+    qDBusRegisterMetaType<MenuLinesProperties>();
+    qDBusRegisterMetaType<MenuLayout>();
+    qDBusRegisterMetaType<MenuEvent>();
+    qDBusRegisterMetaType<MenuEvents>();
+    qDBusRegisterMetaType<MenuLineRemovals>();
+    qDBusRegisterMetaType<MenuLinesRemovals>();
+}
+
+void StatusMenuAdaptor::setLines(const QStringList &texts)
+{
+    if (texts == m_lines) {
+        return;
+    }
+    m_lines = texts;
+    ++m_revision;
+    Q_EMIT LayoutUpdated(m_revision, 0);
+}
+
+QString StatusMenuAdaptor::textDirection() const
+{
+    return QGuiApplication::isRightToLeft() ? u"rtl"_s : u"ltr"_s;
+}
+
+QString StatusMenuAdaptor::status() const
+{
+    return u"normal"_s;
+}
+
+QVariantMap StatusMenuAdaptor::propertiesOf(int id, const QStringList &names) const
+{
+    QVariantMap properties;
+    if (id == 0) {
+        properties.insert(u"children-display"_s, u"submenu"_s);
+    } else if (m_lines.at(id - 1).isEmpty()) {
+        properties.insert(u"type"_s, u"separator"_s);
+    } else {
+        // A single underscore would stand for the key that chooses the line.
+        properties.insert(u"label"_s, QString(m_lines.at(id - 1)).replace(u'_', u"__"_s));
+    }
+    if (!names.isEmpty()) {
+        properties.removeIf([&](QVariantMap::iterator each) { return !names.contains(each.key()); });
+    }
+    return properties;
+}
+
+uint StatusMenuAdaptor::GetLayout(int parentId, int recursionDepth, const QStringList &propertyNames,
+                                  MenuLayout &layout)
+{
+    layout = {};
+    if (isKnown(parentId)) {
+        layout.id = parentId;
+        layout.properties = propertiesOf(parentId, propertyNames);
+    }
+    if (parentId == 0 && recursionDepth != 0) {
+        for (int id = 1; id <= m_lines.size(); ++id) {
+            layout.children.append({id, propertiesOf(id, propertyNames), {}});
+        }
+    }
+    return m_revision;
+}
+
+MenuLinesProperties StatusMenuAdaptor::GetGroupProperties(const QList<int> &ids,
+                                                          const QStringList &propertyNames)
+{
+    MenuLinesProperties lines;
+    for (int id = 0; id <= m_lines.size(); ++id) {
+        // No ids at all stand for all of them.
+        if (ids.isEmpty() || ids.contains(id)) {
+            lines.append({id, propertiesOf(id, propertyNames)});
+        }
+    }
+    return lines;
+}
+
+QDBusVariant StatusMenuAdaptor::GetProperty(int id, const QString &name)
+{
+    const QVariant value = isKnown(id) ? propertiesOf(id, {}).value(name) : QVariant();
+    // A variant on the bus holds something.
+    return QDBusVariant(value.isValid() ? value : QVariant(QString()));
+}
+
+void StatusMenuAdaptor::Event(int id, const QString &eventId, const QDBusVariant &, uint)
+{
+    if (eventId == "clicked"_L1 && id > 0 && isKnown(id) && !m_lines.at(id - 1).isEmpty()) {
+        m_handlers.clicked(id - 1);
+    }
+}
+
+QList<int> StatusMenuAdaptor::EventGroup(const MenuEvents &events)
+{
+    QList<int> unknown;
+    for (const MenuEvent &event : events) {
+        if (!isKnown(event.id)) {
+            unknown.append(event.id);
+        }
+        Event(event.id, event.name, event.data, event.timestamp);
+    }
+    return unknown;
+}
+
+bool StatusMenuAdaptor::AboutToShow(int id)
+{
+    if (id == 0) {
+        m_handlers.aboutToShow();
+    }
+    return false; // the layout that the panel has is the present one
+}
+
+QList<int> StatusMenuAdaptor::AboutToShowGroup(const QList<int> &ids, QList<int> &idErrors)
+{
+    for (const int id : ids) {
+        if (!isKnown(id)) {
+            idErrors.append(id);
+        }
+        AboutToShow(id);
+    }
+    return {};
+}
+
+} // namespace corvane
