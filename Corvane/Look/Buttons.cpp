@@ -253,7 +253,8 @@ void Switch::paintEvent(QPaintEvent *)
     painter.setPen(color(Ink::primary, palette()));
     // The text at the beginning of the line, the switch at its end, as in a list of settings.
     painter.drawText(rect(),
-                     static_cast<int>(isLeftToRight() ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter,
+                     static_cast<int>(isLeftToRight() ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignAbsolute |
+                         Qt::AlignVCenter,
                      text());
 
     const QSize knob = knobArea();

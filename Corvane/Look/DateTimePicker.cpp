@@ -36,6 +36,8 @@ class Edit final : public QDateTimeEdit {
 public:
     explicit Edit(const QString &format)
     {
+        // First, or on a desktop that is read from the right "21 Nov" would be turned round.
+        setLayoutDirection(locale().textDirection());
         setDisplayFormat(format);
         setButtonSymbols(QAbstractSpinBox::NoButtons);
         setFrame(false);

@@ -135,9 +135,11 @@ void Picker::paintEvent(QPaintEvent *)
                                        -control::horizontalPadding - control::symbolSpacing - side, 0);
     painter.setFont(font());
     painter.setPen(color(Ink::primary, palette()));
+    // "5 seconds" keeps its order, whichever way the desktop is read.
+    painter.setLayoutDirection(currentText().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     painter.drawText(QStyle::visualRect(layoutDirection(), rect(), text),
-                     Qt::AlignVCenter | Qt::TextSingleLine |
-                         (isLeftToRight() ? Qt::AlignLeft : Qt::AlignRight),
+                     static_cast<int>(isLeftToRight() ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignAbsolute |
+                         Qt::AlignVCenter | Qt::TextSingleLine,
                      currentText());
     const QRect symbol(width() - control::horizontalPadding - side, (height() - side) / 2, side, side);
     painter.drawPixmap(QStyle::visualRect(layoutDirection(), rect(), symbol).topLeft(),

@@ -921,6 +921,14 @@ private Q_SLOTS:
         comparePicture(room.view->grab().toImage(), u"wide"_s);
     }
 
+    void fromRightToLeftItLooksAsItShould()
+    {
+        QApplication::setLayoutDirection(Qt::RightToLeft);
+        const auto restore = qScopeGuard([] { QApplication::setLayoutDirection(Qt::LeftToRight); });
+        const Room room(sampleLessons());
+        comparePicture(column(room, 620), u"right-to-left"_s);
+    }
+
     void theCalendarLooksAsItShould_data()
     {
         QTest::addColumn<Theme>("theme");
