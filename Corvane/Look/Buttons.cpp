@@ -29,6 +29,17 @@ double groundOpacity(const QAbstractButton &button, double atRest)
     return button.isEnabled() && button.underMouse() ? atRest + 0.05 : atRest;
 }
 
+/// The palette of a widget that can be used, also for one that cannot: the toolkit's own of the latter is
+/// faint already, and would be seen no more once it is drawn faintly.
+QPalette inkPalette(const QWidget &widget)
+{
+    QPalette palette = widget.palette();
+    if (!widget.isEnabled()) {
+        palette.setCurrentColorGroup(QPalette::Inactive);
+    }
+    return palette;
+}
+
 void fillRounded(QPainter &painter, const QRectF &area, double cornerRadius, const QColor &color)
 {
     painter.setPen(Qt::NoPen);
@@ -106,6 +117,7 @@ QSize Button::minimumSizeHint() const
 void Button::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
+    const QPalette colors = inkPalette(*this);
     painter.setRenderHint(QPainter::Antialiasing);
     if (!isEnabled()) {
         painter.setOpacity(control::disabledOpacity);
@@ -115,20 +127,20 @@ void Button::paintEvent(QPaintEvent *)
     switch (m_kind) {
     case Kind::plain:
         if (const double opacity = groundOpacity(*this, 0); opacity > 0) {
-            fillRounded(painter, area, control::cornerRadius, color(Ink::primary, palette(), opacity));
+            fillRounded(painter, area, control::cornerRadius, color(Ink::primary, colors, opacity));
         }
         break;
     case Kind::bordered: {
-        fillRounded(painter, area, control::cornerRadius, separatorColor(palette()));
+        fillRounded(painter, area, control::cornerRadius, separatorColor(colors));
         const QRectF inside = area.adjusted(1, 1, -1, -1);
-        fillRounded(painter, inside, control::cornerRadius - 1, cardColor(palette()));
+        fillRounded(painter, inside, control::cornerRadius - 1, cardColor(colors));
         fillRounded(painter, inside, control::cornerRadius - 1,
-                    color(Ink::primary, palette(), groundOpacity(*this, 0.03)));
+                    color(Ink::primary, colors, groundOpacity(*this, 0.03)));
         break;
     }
     case Kind::prominent:
         ink = Ink::onAccent;
-        fillRounded(painter, area, control::cornerRadius, color(Ink::accent, palette()));
+        fillRounded(painter, area, control::cornerRadius, color(Ink::accent, colors));
         fillRounded(painter, area, control::cornerRadius, black(groundOpacity(*this, 0)));
         break;
     case Kind::link:
@@ -144,7 +156,7 @@ void Button::paintEvent(QPaintEvent *)
         textFont.setUnderline(m_kind == Kind::quietLink || underMouse() || showsFocus(*this));
     }
     painter.setFont(textFont);
-    painter.setPen(color(ink, palette()));
+    painter.setPen(color(ink, colors));
     const QFontMetrics metrics(textFont);
     const int symbolRoom = m_symbolName.isEmpty() ? 0 : symbolSize() + symbolGap();
     const int textWidth = metrics.horizontalAdvance(text());
@@ -154,15 +166,14 @@ void Button::paintEvent(QPaintEvent *)
     }
     const double symbolLeft = isLeftToRight() ? left : left + textWidth + symbolGap();
     if (!m_symbolName.isEmpty()) {
-        painter.drawPixmap(
-            QPointF(std::round(symbolLeft), std::round((height() - symbolSize()) / 2.0)),
-            symbolPixmap(m_symbolName, symbolSize(), color(ink, palette()), devicePixelRatioF()));
+        painter.drawPixmap(QPointF(std::round(symbolLeft), std::round((height() - symbolSize()) / 2.0)),
+                           symbolPixmap(m_symbolName, symbolSize(), color(ink, colors), devicePixelRatioF()));
     }
     const double textLeft = isLeftToRight() ? left + symbolRoom : left;
     painter.drawText(QRectF(std::round(textLeft), 0, textWidth + 1.0, height()),
                      Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text());
     if (m_kind == Kind::plain && !m_keys.isEmpty()) {
-        painter.setPen(color(Ink::secondary, palette()));
+        painter.setPen(color(Ink::secondary, colors));
         painter.drawText(rect().adjusted(control::rowInset, 0, -control::rowInset, 0),
                          static_cast<int>(isLeftToRight() ? Qt::AlignRight : Qt::AlignLeft) |
                              Qt::AlignAbsolute | Qt::AlignVCenter | Qt::TextSingleLine,
@@ -173,11 +184,11 @@ void Button::paintEvent(QPaintEvent *)
         if (m_kind == Kind::prominent) {
             // A ring of the accent would not be seen on the accent.
             painter.setBrush(Qt::NoBrush);
-            painter.setPen(QPen(color(Ink::onAccent, palette()), 1.5));
+            painter.setPen(QPen(color(Ink::onAccent, colors), 1.5));
             painter.drawRoundedRect(area.adjusted(2.5, 2.5, -2.5, -2.5), control::cornerRadius - 2,
                                     control::cornerRadius - 2);
         } else {
-            paintFocusRing(painter, area, control::cornerRadius, palette());
+            paintFocusRing(painter, area, control::cornerRadius, colors);
         }
     }
 }
@@ -245,12 +256,13 @@ bool Switch::hitButton(const QPoint &position) const
 void Switch::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
+    const QPalette colors = inkPalette(*this);
     painter.setRenderHint(QPainter::Antialiasing);
     if (!isEnabled()) {
         painter.setOpacity(control::disabledOpacity);
     }
     painter.setFont(font());
-    painter.setPen(color(Ink::primary, palette()));
+    painter.setPen(color(Ink::primary, colors));
     // The text at the beginning of the line, the switch at its end, as in a list of settings.
     painter.drawText(rect(),
                      static_cast<int>(isLeftToRight() ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignAbsolute |
@@ -262,16 +274,16 @@ void Switch::paintEvent(QPaintEvent *)
                        knob.width(), knob.height());
     const double radius = track.height() / 2;
     fillRounded(painter, track, radius,
-                isChecked() ? color(Ink::accent, palette()) : color(Ink::primary, palette(), 0.28));
+                isChecked() ? color(Ink::accent, colors) : color(Ink::primary, colors, 0.28));
     constexpr double gap = 2;
     const double side = track.height() - 2 * gap;
     const bool isAtRight = isChecked() == isLeftToRight();
     painter.setPen(Qt::NoPen);
-    painter.setBrush(isChecked() ? color(Ink::onAccent, palette()) : white(1));
+    painter.setBrush(isChecked() ? color(Ink::onAccent, colors) : white(1));
     painter.drawEllipse(
         QRectF(isAtRight ? track.right() - gap - side : track.left() + gap, track.top() + gap, side, side));
     if (showsFocus(*this)) {
-        paintFocusRing(painter, rect(), control::cornerRadius, palette());
+        paintFocusRing(painter, rect(), control::cornerRadius, colors);
     }
 }
 
