@@ -339,7 +339,7 @@ class Desktop(contextlib.AbstractContextManager):
 
     def open_panel(self):
         """Clicks the bell, as its host would tell of it."""
-        (item,) = self.status_items()
+        (item,) = poll("the bell", self.status_items)
         name, path = re.fullmatch(r"([^/]+)(/.*)?", item).groups()
         self.call(name, path or "/StatusNotifierItem", "org.kde.StatusNotifierItem.Activate", str(self.size[0] - 40), "10")
 
