@@ -6,40 +6,106 @@
 #include "Corvane/App/AppEnvironment.h"
 #include "Corvane/Platform/Linux/EvolutionData/LinuxEventStore.h"
 #include "Corvane/Platform/Linux/Freedesktop/StatusBell.h"
+#include "Corvane/Services/MenuCommands.h"
 #include "Corvane/Utilities/Spawn.h"
 
+#include <QCoreApplication>
 #include <QDBusConnection>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace corvane {
 
-CorvaneApp::CorvaneApp()
+CorvaneApp::CorvaneApp(StartedBy startedBy) : m_mayOpenByItself(startedBy == StartedBy::user)
 {
     m_appDelegate.applicationDidFinishLaunching();
     const AppEnvironment environment = AppEnvironment::live(m_services);
     checkEventLoopServesCalendars(logger());
     m_viewModel = std::make_unique<MenuBarViewModel>(environment);
+    m_scenes = std::make_unique<AppScenes>(*m_viewModel, *m_services.screens, *m_services.sounds,
+                                           m_windowSystem, &QCoreApplication::quit);
     showStatusItem();
+    watchForPanel();
     // Before the session's lock is watched: that speaks to another bus, which may take its time.
     spawn(m_viewModel->start());
     watchSessionLock();
 }
 
+void CorvaneApp::activate(const QString &token)
+{
+    logger().log(u"second start handed over"_s, currentDate());
+    m_windowSystem.userAsked(token);
+    if (m_statusItem->isShown()) {
+        m_scenes->panel().open(std::nullopt);
+    } else {
+        m_scenes->panel().openAsWindow();
+    }
+}
+
 void CorvaneApp::showStatusItem()
 {
-    m_statusItem = std::make_unique<StatusNotifierItem>(QDBusConnection::sessionBus(), statusBellImages(),
-                                                        StatusNotifierItem::Desktop::current());
-    QObject::connect(m_statusItem.get(), &StatusNotifierItem::registered, &logger(),
+    m_statusItem = std::make_unique<DesktopStatusItem>(QDBusConnection::sessionBus(), statusBellImages(),
+                                                       StatusNotifierItem::Desktop::current());
+    QObject::connect(m_statusItem.get(), &DesktopStatusItem::registered, &logger(),
                      [this] { logger().log(u"status item registered"_s, currentDate()); });
-    QObject::connect(m_statusItem.get(), &StatusNotifierItem::registrationFailed, &logger(),
+    QObject::connect(m_statusItem.get(), &DesktopStatusItem::registrationFailed, &logger(),
                      [this](const QString &reason) {
                          logger().log(u"status item registration failed error="_s + reason, currentDate());
                      });
+    QObject::connect(m_statusItem.get(), &StatusItem::activated, m_viewModel.get(),
+                     [this](std::optional<Point> position, const QString &token) {
+                         m_windowSystem.userAsked(token);
+                         m_scenes->panel().toggle(position);
+                     });
+    offerMenu();
     const auto publishTitle = [this] { m_statusItem->setTitle(m_viewModel->menuTitle()); };
     QObject::connect(m_viewModel.get(), &MenuBarViewModel::currentActionChanged, m_statusItem.get(),
                      publishTitle);
     publishTitle();
+}
+
+void CorvaneApp::offerMenu()
+{
+    // The commands again, for panels that open a menu instead of telling of a click.
+    std::vector<StatusMenuEntry> entries;
+    entries.push_back({.text = u"Today’s schedule"_s, .action = [this] {
+                           m_windowSystem.userAsked({});
+                           m_scenes->panel().open(std::nullopt);
+                       }});
+    bool isFirst = true;
+    for (MenuCommand &command : menuCommands(*m_viewModel, m_scenes->menuActions())) {
+        if (std::exchange(isFirst, false) || command.beginsGroup) {
+            entries.push_back({});
+        }
+        entries.push_back({.text = command.text, .action = std::move(command.action)});
+    }
+    m_statusItem->setMenu(std::move(entries));
+    QObject::connect(m_statusItem.get(), &StatusItem::menuAboutToShow, m_viewModel.get(),
+                     [this] { menuContentAppeared(*m_viewModel, m_scenes->menuActions()); });
+}
+
+void CorvaneApp::watchForPanel()
+{
+    m_panelPatience.setSingleShot(true);
+    m_panelPatience.setInterval(panelPatience);
+    QObject::connect(&m_panelPatience, &QTimer::timeout, &m_panelPatience, [this] {
+        logger().log(u"no panel shows the bell; starting Quillet again opens its schedule"_s, currentDate());
+        // Once, so that a teacher whose desktop has no panel learns that it runs and how to reach it.
+        if (std::exchange(m_mayOpenByItself, false)) {
+            m_scenes->panel().openAsWindow();
+        }
+    });
+    const auto follow = [this](bool isShown) {
+        if (isShown) {
+            m_panelPatience.stop();
+        } else {
+            m_panelPatience.start();
+        }
+    };
+    QObject::connect(m_statusItem.get(), &StatusItem::shownChanged, &m_panelPatience, follow);
+    follow(m_statusItem->isShown());
 }
 
 void CorvaneApp::watchSessionLock()

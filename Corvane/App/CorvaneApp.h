@@ -4,32 +4,51 @@
 #pragma once
 
 #include "Corvane/App/AppDelegate.h"
+#include "Corvane/App/AppScenes.h"
 #include "Corvane/App/LiveServices.h"
+#include "Corvane/Platform/Linux/Freedesktop/DesktopStatusItem.h"
 #include "Corvane/Platform/Linux/Freedesktop/SessionLockWatcher.h"
-#include "Corvane/Platform/Linux/Freedesktop/StatusNotifierItem.h"
+#include "Corvane/Platform/Linux/X11/X11WindowSystem.h"
 #include "Corvane/Services/MenuBarViewModel.h"
 
+#include <QTimer>
+
+#include <chrono>
 #include <memory>
 
 namespace corvane {
 
-/// The running program: its services, the view model, the status item. Made once, when it is known that no
-/// other one runs; monitoring starts by itself.
+/// The running program: its services, the view model, the status item, the panel and the windows. Made once,
+/// when it is known that no other one runs; monitoring starts by itself.
 class CorvaneApp {
 public:
-    CorvaneApp();
+    /// Who started the program: at login nothing opens that was not asked for.
+    enum class StartedBy { user, login };
 
-    [[nodiscard]] MenuBarViewModel &viewModel() { return *m_viewModel; }
+    explicit CorvaneApp(StartedBy startedBy);
+
+    /// Another start of the program, or the desktop, asks it to show itself. `token` may be empty.
+    void activate(const QString &token);
+
     [[nodiscard]] DebugLogService &logger() { return *m_services.debugLogger; }
 
 private:
     void showStatusItem();
+    void watchForPanel();
+    void offerMenu();
     void watchSessionLock();
+
+    /// For so long no panel shows the bell until the desktop counts as one that has none.
+    static constexpr std::chrono::seconds panelPatience{60};
 
     AppDelegate m_appDelegate;
     LiveServices m_services;
     std::unique_ptr<MenuBarViewModel> m_viewModel;
-    std::unique_ptr<StatusNotifierItem> m_statusItem;
+    X11WindowSystem m_windowSystem;
+    std::unique_ptr<AppScenes> m_scenes;
+    std::unique_ptr<DesktopStatusItem> m_statusItem;
+    QTimer m_panelPatience;
+    bool m_mayOpenByItself;
     std::unique_ptr<SessionLockWatcher> m_sessionLock;
 };
 

@@ -42,7 +42,9 @@ QCoro::Task<void> launch(SingleInstance *instance, std::optional<CorvaneApp> *pr
     const SingleInstance::Start start = co_await instance->claim(token);
     switch (start) {
     case SingleInstance::Start::first:
-        program->emplace();
+        // As the login entry has it.
+        program->emplace(QCoreApplication::arguments().contains(u"--login"_s) ? CorvaneApp::StartedBy::login
+                                                                              : CorvaneApp::StartedBy::user);
         co_return;
     case SingleInstance::Start::handedOver:
         say("Quillet is running already; look for its bell in the panel.\n");
@@ -70,11 +72,12 @@ int main(int argc, char *argv[])
     // Destroyed before the instance: the name is given up when nothing of the program acts any more.
     std::optional<CorvaneApp> program;
     QObject::connect(&instance, &SingleInstance::quitRequested, &application, &QCoreApplication::quit);
-    QObject::connect(&instance, &SingleInstance::activationRequested, &application, [&program] {
-        if (program) {
-            program->logger().log(u"second start handed over"_s, currentDate());
-        }
-    });
+    QObject::connect(&instance, &SingleInstance::activationRequested, &application,
+                     [&program](const QString &token) {
+                         if (program) {
+                             program->activate(token);
+                         }
+                     });
     QObject::connect(&instance, &SingleInstance::busLost, &application, [&program] {
         if (program) {
             program->logger().log(u"session bus lost"_s, currentDate());

@@ -50,7 +50,7 @@ private Q_SLOTS:
         QVERIFY(m_item->registerItem());
         QCOMPARE(validationErrors(), QString());
         const QString text = read(m_item->path());
-        QVERIFY(text.contains(u"\nExec=\"/opt/quillet/bin/quillet\"\n"_s));
+        QVERIFY(text.contains(u"\nExec=\"/opt/quillet/bin/quillet\" --login\n"_s));
         QVERIFY(text.contains(u"\nTryExec=/opt/quillet/bin/quillet\n"_s));
         QVERIFY(text.contains(u"\nX-GNOME-Autostart-enabled=true\n"_s));
         QVERIFY(!text.contains(u"Hidden"_s));
@@ -121,7 +121,7 @@ private Q_SLOTS:
         QVERIFY(m_item->registerItem());
         make(u"/usr/bin/quillet"_s);
         QVERIFY(m_item->registerItem());
-        QVERIFY(read(m_item->path()).contains(u"\nExec=\"/usr/bin/quillet\"\n"_s));
+        QVERIFY(read(m_item->path()).contains(u"\nExec=\"/usr/bin/quillet\" --login\n"_s));
         QVERIFY(!read(m_item->path()).contains(u"/opt"_s));
     }
 

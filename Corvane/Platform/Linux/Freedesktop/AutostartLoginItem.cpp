@@ -196,7 +196,8 @@ std::expected<void, Failure> AutostartLoginItem::registerItem()
         {"Type", "Application"},
         {"Name", "Quillet"},
         {"Comment", "Reminds an online teacher of the next lesson"},
-        {"Exec", stringValue(commandLine(m_program))},
+        // What the program does by itself depends on whether the user started it.
+        {"Exec", stringValue(commandLine(m_program) + u" --login"_s)},
         {"TryExec", stringValue(m_program)},
         {"Icon", "com.ordwinsoftware.Quillet"},
         {"Terminal", "false"},
