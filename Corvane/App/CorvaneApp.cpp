@@ -7,6 +7,7 @@
 #include "Corvane/Platform/Linux/EvolutionData/LinuxEventStore.h"
 #include "Corvane/Platform/Linux/Freedesktop/StatusBell.h"
 #include "Corvane/Services/MenuCommands.h"
+#include "Corvane/Services/ScheduleStatus.h"
 #include "Corvane/Utilities/Spawn.h"
 
 #include <QCoreApplication>
@@ -70,13 +71,12 @@ void CorvaneApp::offerMenu()
 {
     // The commands again, for panels that open a menu instead of telling of a click.
     std::vector<StatusMenuEntry> entries;
-    entries.push_back({.text = u"Today’s schedule"_s, .action = [this] {
+    entries.push_back({.text = scheduleStatus::title(), .action = [this] {
                            m_windowSystem.userAsked({});
                            m_scenes->panel().open(std::nullopt);
                        }});
-    bool isFirst = true;
     for (MenuCommand &command : menuCommands(*m_viewModel, m_scenes->menuActions())) {
-        if (std::exchange(isFirst, false) || command.beginsGroup) {
+        if (command.beginsGroup) {
             entries.push_back({});
         }
         entries.push_back({.text = command.text, .action = std::move(command.action)});

@@ -11,6 +11,11 @@ using namespace Qt::StringLiterals;
 
 namespace corvane::scheduleStatus {
 
+QString title()
+{
+    return u"Today’s schedule"_s;
+}
+
 double opacity(Background background)
 {
     switch (background) {

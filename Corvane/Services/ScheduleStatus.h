@@ -17,6 +17,9 @@
 /// The names in the texts come from strangers: they may hold anything, and are to be shown as plain text.
 namespace corvane::scheduleStatus {
 
+/// What the schedule is called, in the panel and in the menu that opens it.
+[[nodiscard]] QString title();
+
 /// Where a lesson stands at a moment. Its end belongs to `completed`, its start to `inProgress`.
 enum class Progress { completed, inProgress, upcoming };
 

@@ -26,12 +26,12 @@ using namespace look;
 ScheduleStatusView::ScheduleStatusView(MenuBarViewModel &viewModel, QWidget *parent)
     : QWidget(parent)
     , m_viewModel(viewModel)
-    , m_title(new Text(u"Today’s schedule"_s, TextStyle::headline, QFont::DemiBold))
+    , m_title(new Text(scheduleStatus::title(), TextStyle::headline, QFont::DemiBold))
     , m_picker(new SegmentedPicker(u"Schedule view"_s, {u"Compact"_s, u"All today"_s}))
     , m_header(row(space::small, {m_title, Spacer{}, m_picker}))
     , m_nothing(new Text(u"No lessons in Apple Calendar today"_s, TextStyle::subheadline, Ink::secondary))
     , m_list(new LessonScheduleList)
-    , m_scroll(new ScrollView(u"Today’s schedule"_s, m_list))
+    , m_scroll(new ScrollView(scheduleStatus::title(), m_list))
 {
     m_title->setWordWrap(false);
     auto *panel = new Surface(

@@ -25,6 +25,7 @@
 #include <QTest>
 
 using namespace corvane;
+using pictures::Theme;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -77,21 +78,6 @@ class HelpViewsTest final : public QObject {
     Q_OBJECT
 
 private:
-    enum class Palette { light, dark };
-
-    /// As a desktop with these preferences would have started the program.
-    static void wear(Palette palette, double textScale)
-    {
-        pictures::prepareApplication();
-        if (palette == Palette::dark) {
-            QPalette dark(QColor(u"#31363b"_s), QColor(u"#2a2e32"_s));
-            dark.setColor(QPalette::Base, QColor(u"#1b1e20"_s));
-            dark.setColor(QPalette::Highlight, QColor(u"#3daee9"_s));
-            QApplication::setPalette(dark);
-        }
-        QApplication::setFont(QFont(u"DejaVu Sans"_s, static_cast<int>(10 * textScale)));
-    }
-
     [[nodiscard]] UserManualPDF manualIn(const QString &folder)
     {
         return {{folder}, opener(), [this] { ++m_beeps; }};
@@ -142,7 +128,7 @@ private:
 private Q_SLOTS:
     void init()
     {
-        wear(Palette::light, 1);
+        pictures::prepareApplication(Theme::light, 1);
         m_room = std::make_unique<QTemporaryDir>();
         m_manual = std::make_unique<UserManualPDF>(manualIn(m_room->path()));
         m_opened.clear();
@@ -186,7 +172,7 @@ private Q_SLOTS:
         QFETCH(QSize, size);
         QFETCH(QString, selected);
         QFETCH(QString, sought);
-        wear(isDark ? Palette::dark : Palette::light, textScale);
+        pictures::prepareApplication(isDark ? Theme::dark : Theme::light, textScale);
         HelpCenterView view(*m_manual);
         if (selected.isEmpty()) {
             list(view)->clearSelection();
@@ -214,7 +200,7 @@ private Q_SLOTS:
         QFETCH(bool, isDark);
         QFETCH(double, textScale);
         QFETCH(QSize, size);
-        wear(isDark ? Palette::dark : Palette::light, textScale);
+        pictures::prepareApplication(isDark ? Theme::dark : Theme::light, textScale);
         AboutCorvaneView view(*m_manual, released(), opener());
         compare(view, size, u"about-"_s + QLatin1StringView(QTest::currentDataTag()));
     }
@@ -448,7 +434,7 @@ private Q_SLOTS:
 
     void nothingIsCutInASmallWindowWithLargeTexts()
     {
-        wear(Palette::light, 2);
+        pictures::prepareApplication(Theme::light, 2);
         HelpCenterView view(*m_manual);
         for (int row = 0; row < 9; ++row) {
             list(view)->setCurrentRow(row);
@@ -579,11 +565,11 @@ private Q_SLOTS:
         const auto *button = named<look::Button>(view, u"Open PDF Manual"_s);
         const int headingHeight = heading->sizeHint().height();
         const int buttonHeight = button->sizeHint().height();
-        wear(Palette::dark, 2);
+        pictures::prepareApplication(Theme::dark, 2);
         QTRY_VERIFY(heading->sizeHint().height() > headingHeight);
         QTRY_VERIFY(button->sizeHint().height() > buttonHeight);
         QTRY_VERIFY(heading->palette().color(QPalette::WindowText).lightnessF() > 0.5F);
-        wear(Palette::light, 1);
+        pictures::prepareApplication(Theme::light, 1);
         QTRY_COMPARE(heading->sizeHint().height(), headingHeight);
         QTRY_COMPARE(button->sizeHint().height(), buttonHeight);
         QTRY_VERIFY(heading->palette().color(QPalette::WindowText).lightnessF() < 0.5F);
