@@ -4,6 +4,7 @@
 """What a screen reader does with a program of the desktop it is called in.
 
     accessible.py PID texts          prints the names of all that shows, as a JSON list
+    accessible.py PID now            prints the same at once, also when nothing shows
     accessible.py PID press NAME     presses the button of that name, or turns the switch
     accessible.py PID focus NAME     gives the keyboard to what has that name
     accessible.py PID where NAME     prints the middle of what has that name, as X and Y on the screen
@@ -77,6 +78,10 @@ def act(nodes, command, name):
 
 def main():
     pid, command = int(sys.argv[1]), sys.argv[2]
+    if command == "now":
+        program = application(pid)
+        print(json.dumps([node.name for node in showing(program) if node.name] if program is not None else []))
+        return 0
     deadline = time.monotonic() + 10
     while time.monotonic() < deadline:
         program = application(pid)

@@ -191,9 +191,19 @@ class Program:
         """Every text that a screen reader finds in the program's showing windows."""
         return json.loads(self.desktop.run("/usr/bin/python3", str(HERE / "accessible.py"), str(self.process.pid), "texts"))
 
-    def accessible(self, command, name):
+    def accessible(self, command, *name):
         """Has a screen reader's library do one of the things that accessible.py knows; gives what it printed."""
-        return self.desktop.run("/usr/bin/python3", str(HERE / "accessible.py"), str(self.process.pid), command, name)
+        return self.desktop.run("/usr/bin/python3", str(HERE / "accessible.py"), str(self.process.pid), command, *name)
+
+    def shows(self, text):
+        """Whether a screen reader finds that text right now."""
+        return text in json.loads(self.accessible("now"))
+
+    def open_panel(self):
+        """Clicks the bell, unless its panel is open: a click would close it."""
+        if not self.shows("Quit Quillet"):
+            self.desktop.click_bell()
+            poll("the panel", lambda: self.shows("Quit Quillet"))
 
     def press(self, name):
         """Presses the button, or turns the switch, of that accessible name."""
@@ -337,9 +347,9 @@ class Desktop(contextlib.AbstractContextManager):
                            "org.kde.StatusNotifierItem", "Title")
         return re.fullmatch(r"\(<'(.*)'>,\)\s*", answer)[1]
 
-    def open_panel(self):
+    def click_bell(self):
         """Clicks the bell, as its host would tell of it."""
-        (item,) = self.status_items()
+        (item,) = poll("the bell", self.status_items)
         name, path = re.fullmatch(r"([^/]+)(/.*)?", item).groups()
         self.call(name, path or "/StatusNotifierItem", "org.kde.StatusNotifierItem.Activate", str(self.size[0] - 40), "10")
 

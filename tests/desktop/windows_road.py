@@ -17,18 +17,18 @@ class Windows(unittest.TestCase):
         self.fail("name the road to walk")
 
     def wait_for_text(self, program, text, seconds=15.0):
-        poll(f"the text {text!r}", lambda: text in program.accessible_texts(), seconds)
+        poll(f"the text {text!r}", lambda: program.shows(text), seconds)
 
     def finish_setup(self, desktop, program):
         """The panel opens the setup by itself until it is finished."""
-        desktop.open_panel()
+        program.open_panel()
         self.wait_for_text(program, "Welcome to Quillet")
         for page in range(1, 5):
             self.wait_for_text(program, f"Page {page} of 5")
             program.press("Continue")
         self.wait_for_text(program, "You Are Ready")
         program.press("Finish")
-        poll("the setup to close", lambda: "You Are Ready" not in program.accessible_texts())
+        poll("the setup to close", lambda: not program.shows("You Are Ready"))
         self.assertEqual(desktop.setting("hasCompletedWelcome"), "true")
 
     def add_lesson(self, desktop, program, name, start):
@@ -50,7 +50,7 @@ class Windows(unittest.TestCase):
         with Desktop() as desktop:
             program = desktop.start_quillet()
             self.finish_setup(desktop, program)
-            desktop.open_panel()
+            program.open_panel()
             program.press("Settings")
             self.wait_for_text(program, "Manual Lesson Entry")
 
@@ -80,7 +80,7 @@ class Windows(unittest.TestCase):
 
             # Once removed, it is not announced again.
             program.press("Remove")
-            poll("the row to go", lambda: "Remove" not in program.accessible_texts())
+            poll("the row to go", lambda: not program.shows("Remove"))
             self.assertIn("[]", desktop.setting("manualLessons"))
             poll("the lesson's start", lambda: time.time() > start + 3, 120, 0.5)
             self.assertEqual([banner.state for banner in program.banners()], ["prepare", "oneMinuteWarning"])
