@@ -162,9 +162,13 @@ class Windows(unittest.TestCase):
             self.open_window(desktop, program, "Quillet Help")
             self.assertTrue(program.shows("Version History"))
             desktop.run("xdotool", "key", "ctrl+f")
-            desktop.run("xdotool", "type", "--delay", "100", "denied")
+            desktop.run("xdotool", "type", "--delay", "100", "privacy")
             poll("the topics to be sifted", lambda: not program.shows("Version History"))
             self.assertTrue(program.shows("Installation & Permissions"))
+            self.assertFalse(program.shows("First Launch"))
+            place = program.accessible("where", "Installation & Permissions").split()
+            desktop.run("xdotool", "mousemove", *place, "click", "1")
+            self.wait_for_text(program, "First Launch")
 
             program.press("Open PDF Manual")
             installed = PREFIX / "share/quillet" / MANUAL
