@@ -104,6 +104,10 @@ StatusMenuAdaptor::StatusMenuAdaptor(QObject *parent, QDBusConnection bus, Handl
     qDBusRegisterMetaType<MenuEvents>();
     qDBusRegisterMetaType<MenuLineRemovals>();
     qDBusRegisterMetaType<MenuLinesRemovals>();
+    // A slot's arguments are looked up by the names that they have in the header.
+    qRegisterMetaType<MenuLinesProperties>("corvane::MenuLinesProperties");
+    qRegisterMetaType<MenuEvents>("corvane::MenuEvents");
+    qRegisterMetaType<MenuLinesRemovals>("corvane::MenuLinesRemovals");
 }
 
 void StatusMenuAdaptor::setLines(const QStringList &texts)
