@@ -21,6 +21,9 @@ import time
 import pyatspi
 
 
+PRESSABLE = (pyatspi.ROLE_PUSH_BUTTON, pyatspi.ROLE_CHECK_BOX, pyatspi.ROLE_RADIO_BUTTON)
+
+
 def application(pid):
     for candidate in pyatspi.Registry.getDesktop(0):
         if candidate is not None and candidate.get_process_id() == pid:
@@ -57,7 +60,7 @@ def act(nodes, command, name):
     """Does what the command says to the first node that it fits; None when there is none."""
     for node in nodes:
         role = node.getRole()
-        if command == "press" and node.name == name and role in (pyatspi.ROLE_PUSH_BUTTON, pyatspi.ROLE_CHECK_BOX):
+        if command == "press" and node.name == name and role in PRESSABLE:
             return press(node)
         if command in ("value", "open") and role == pyatspi.ROLE_COMBO_BOX and label(node) == name:
             if command == "open":
