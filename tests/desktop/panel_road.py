@@ -155,7 +155,7 @@ class Panel(unittest.TestCase):
             opened = {}
             for button, title in WINDOWS:
                 program.open_panel()
-                program.press(button)
+                program.press(button, PANEL)
                 (opened[title],) = poll(title, lambda t=title: desktop.windows(t))
                 poll(f"{title} to have the keyboard", lambda t=title: desktop.active_window() == opened[t])
                 poll("the panel to close", lambda: not desktop.windows(PANEL))
@@ -163,7 +163,7 @@ class Panel(unittest.TestCase):
             for button, title in WINDOWS:
                 self.assertNotEqual(desktop.active_window(), opened[title])
                 program.open_panel()
-                program.press(button)
+                program.press(button, PANEL)
                 poll(f"{title} to have the keyboard", lambda t=title: desktop.active_window() == opened[t])
                 self.assertEqual(desktop.windows(title), [opened[title]])
                 self.assertEqual(desktop.stacking(program)[-1], opened[title])
@@ -173,7 +173,7 @@ class Panel(unittest.TestCase):
                 self.assertIn("_NET_WM_STATE_SKIP_TASKBAR", desktop.run("xprop", "-id", str(window), "_NET_WM_STATE"))
             desktop.run("xdotool", "key", "Escape")
             for title, window in opened.items():
-                desktop.run("xdotool", "windowclose", str(window))
+                desktop.run("xdotool", "windowactivate", "--sync", str(window), "key", "ctrl+w")
                 poll(f"{title} to close", lambda t=title: not desktop.windows(t))
             self.wait_until_closed(desktop)
             program.check_alive()

@@ -205,9 +205,9 @@ class Program:
             self.desktop.click_bell()
             poll("the panel", lambda: self.shows("Quit Quillet"))
 
-    def press(self, name):
-        """Presses the button, or turns the switch, of that accessible name."""
-        self.accessible("press", name)
+    def press(self, name, *window):
+        """Presses the button, or turns the switch, of that accessible name; in the window of that title, if told."""
+        self.accessible("press", name, *window)
 
     def focus(self, name):
         """Gives the keyboard to what has that accessible name."""
