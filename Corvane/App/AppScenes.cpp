@@ -32,8 +32,12 @@ AppScenes::AppScenes(MenuBarViewModel &viewModel, const Screens &screens, System
               },
           .openWindowBeside =
               [this](const WindowName &window) {
-                  m_panel.stayOpenBesideWindows();
-                  open(window);
+                  if (m_panel.openedByItself()) {
+                      m_windows.open(window.identifier, false);
+                  } else {
+                      m_panel.stayOpenBesideWindows();
+                      open(window);
+                  }
               },
           .quit = std::move(quit)}
     , m_windows(windowSystem)

@@ -94,11 +94,13 @@ void CorvaneApp::watchForPanel()
         logger().log(u"no panel shows the bell; starting Quillet again opens its schedule"_s, currentDate());
         // Once, so that a teacher whose desktop has no panel learns that it runs and how to reach it.
         if (std::exchange(m_mayOpenByItself, false)) {
-            m_scenes->panel().openAsWindow();
+            m_scenes->panel().openAsWindow(MenuBarPanel::Wish::none);
         }
     });
     const auto follow = [this](bool isShown) {
         if (isShown) {
+            // From here on a teacher knows where the bell is; a panel that restarts opens nothing.
+            m_mayOpenByItself = false;
             m_panelPatience.stop();
         } else {
             m_panelPatience.start();

@@ -24,9 +24,9 @@ namespace {
 double groundOpacity(const QAbstractButton &button, double atRest)
 {
     if (button.isDown()) {
-        return atRest + 0.12;
+        return atRest + control::pressedOpacity;
     }
-    return button.isEnabled() && button.underMouse() ? atRest + 0.05 : atRest;
+    return button.isEnabled() && button.underMouse() ? atRest + control::hoverOpacity : atRest;
 }
 
 /// The palette of a widget that can be used, also for one that cannot: the toolkit's own of the latter is
@@ -77,7 +77,9 @@ int Button::symbolGap() const
 void Button::setKeys(const QKeySequence &keys)
 {
     // Not the button's own shortcut: that one holds it down for a while before it acts.
-    const auto *shortcut = new QShortcut(keys, this);
+    auto *shortcut = new QShortcut(keys, this);
+    // Also while a window beside it has the keyboard; it is silent while the button cannot be seen.
+    shortcut->setContext(Qt::ApplicationShortcut);
     connect(shortcut, &QShortcut::activated, this, &QAbstractButton::click);
     m_keys = keys.toString(QKeySequence::NativeText);
     updateGeometry();
@@ -182,11 +184,7 @@ void Button::paintEvent(QPaintEvent *)
 
     if (showsFocus(*this)) {
         if (m_kind == Kind::prominent) {
-            // A ring of the accent would not be seen on the accent.
-            painter.setBrush(Qt::NoBrush);
-            painter.setPen(QPen(color(Ink::onAccent, colors), 1.5));
-            painter.drawRoundedRect(area.adjusted(2.5, 2.5, -2.5, -2.5), control::cornerRadius - 2,
-                                    control::cornerRadius - 2);
+            paintFocusRingOnAccent(painter, area, control::cornerRadius, colors);
         } else {
             paintFocusRing(painter, area, control::cornerRadius, colors);
         }
@@ -324,12 +322,14 @@ protected:
             if (isDark(palette())) {
                 fillRounded(painter, area, control::cornerRadius - 1, color(Ink::primary, palette(), 0.24));
             } else {
-                fillRounded(painter, area, control::cornerRadius - 1, color(Ink::primary, palette(), 0.12));
+                fillRounded(painter, area, control::cornerRadius - 1,
+                            color(Ink::primary, palette(), control::pressedOpacity));
                 fillRounded(painter, area.adjusted(0.5, 0.5, -0.5, -0.5), control::cornerRadius - 1,
                             cardColor(palette()));
             }
         } else if (underMouse()) {
-            fillRounded(painter, area, control::cornerRadius - 1, color(Ink::primary, palette(), 0.05));
+            fillRounded(painter, area, control::cornerRadius - 1,
+                        color(Ink::primary, palette(), control::hoverOpacity));
         }
         painter.setFont(font());
         painter.setPen(color(Ink::primary, palette()));

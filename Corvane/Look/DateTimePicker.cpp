@@ -327,6 +327,8 @@ void DateTimePicker::showCalendar()
         return;
     }
     auto *popup = new Popup(this);
+    // A press on the button closes it; passed on to the button, it would open it again.
+    popup->setAttribute(Qt::WA_NoMouseReplay);
     popup->setAccessibleName(m_calendarButton->accessibleName());
     auto *days = calendar(locale());
     days->setAccessibleName(m_calendarButton->accessibleName());

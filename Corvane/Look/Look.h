@@ -113,12 +113,14 @@ inline constexpr int verticalPadding = 6;
 inline constexpr int rowPadding = 4; ///< above and below the text of one in a list of commands
 inline constexpr int rowInset = 6;   ///< before and behind it
 inline constexpr double cornerRadius = 6;
-inline constexpr int symbolSpacing = 6;      ///< between a button's symbol and its text
-inline constexpr double focusRingWidth = 2;  ///< drawn inside the control's own area
-inline constexpr double symbolShare = 1.15;  ///< of the font's size
-inline constexpr double stepperShare = 0.7;  ///< of the font's size, for the arrows of a stepper
-inline constexpr double calendarShare = 1.3; ///< of the least size that holds the days
-inline constexpr double clearShare = 0.85;   ///< of the font's size, for the cross that empties a field
+inline constexpr int symbolSpacing = 6;        ///< between a button's symbol and its text
+inline constexpr double hoverOpacity = 0.05;   ///< of the text's colour, under the pointer
+inline constexpr double pressedOpacity = 0.12; ///< the same, while held down
+inline constexpr double focusRingWidth = 2;    ///< drawn inside the control's own area
+inline constexpr double symbolShare = 1.15;    ///< of the font's size
+inline constexpr double stepperShare = 0.7;    ///< of the font's size, for the arrows of a stepper
+inline constexpr double calendarShare = 1.3;   ///< of the least size that holds the days
+inline constexpr double clearShare = 0.85;     ///< of the font's size, for the cross that empties a field
 inline constexpr double disabledOpacity = 0.4;
 
 } // namespace control
@@ -231,8 +233,9 @@ namespace panel {
 
 inline constexpr double cornerRadius = 10;
 inline constexpr int shadowReach = 14;
-inline constexpr double shadowOpacity = 0.3;
-inline constexpr double edgeOpacity = 0.22; ///< of the text's colour, over the background
+inline constexpr double shadowOpacity = 0.075; ///< of the innermost of its layers
+inline constexpr int shadowRise = 2;           ///< so much less of it shows above than below
+inline constexpr double edgeOpacity = 0.22;    ///< of the text's colour, over the background
 
 } // namespace panel
 

@@ -59,4 +59,16 @@ void paintFocusRing(QPainter &painter, const QRectF &area, double cornerRadius, 
     painter.restore();
 }
 
+void paintFocusRingOnAccent(QPainter &painter, const QRectF &area, double cornerRadius,
+                            const QPalette &palette)
+{
+    constexpr double inset = 2.5;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(color(Ink::onAccent, palette), 1.5));
+    painter.drawRoundedRect(area.adjusted(inset, inset, -inset, -inset), cornerRadius - 2, cornerRadius - 2);
+    painter.restore();
+}
+
 } // namespace corvane::look

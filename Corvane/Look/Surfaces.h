@@ -49,4 +49,8 @@ protected:
 /// The ring about what has the keyboard, just inside `area`. Called while painting a control.
 void paintFocusRing(QPainter &painter, const QRectF &area, double cornerRadius, const QPalette &palette);
 
+/// The same on a ground of the accent's colour, on which that ring would not be seen.
+void paintFocusRingOnAccent(QPainter &painter, const QRectF &area, double cornerRadius,
+                            const QPalette &palette);
+
 } // namespace corvane::look

@@ -77,7 +77,7 @@ public:
         if (isSelected || isUnderMouse) {
             painter->setPen(Qt::NoPen);
             painter->setBrush(isSelected ? color(Ink::accent, option.palette)
-                                         : color(Ink::primary, option.palette, 0.05));
+                                         : color(Ink::primary, option.palette, control::hoverOpacity));
             painter->drawRoundedRect(option.rect, control::cornerRadius, control::cornerRadius);
         }
         const int symbol = symbolSize(option.font);
@@ -98,8 +98,12 @@ public:
                           Qt::TextWordWrap | Qt::AlignVCenter |
                               QStyle::visualAlignment(option.direction, Qt::AlignLeft),
                           index.data().toString());
-        if ((option.state & QStyle::State_HasFocus) != 0 && !isSelected) {
-            paintFocusRing(*painter, option.rect, control::cornerRadius, option.palette);
+        if ((option.state & QStyle::State_HasFocus) != 0) {
+            if (isSelected) {
+                paintFocusRingOnAccent(*painter, option.rect, control::cornerRadius, option.palette);
+            } else {
+                paintFocusRing(*painter, option.rect, control::cornerRadius, option.palette);
+            }
         }
         painter->restore();
     }

@@ -6,6 +6,7 @@
 #include "Corvane/Views/PanelWindow.h"
 
 #include <QGuiApplication>
+#include <QScreen>
 #include <QWindow>
 
 #include <utility>
@@ -53,16 +54,17 @@ void MenuBarPanel::toggle(std::optional<Point> item)
 
 void MenuBarPanel::open(std::optional<Point> item)
 {
-    show(false, item);
+    show(false, item, Wish::user);
 }
 
-void MenuBarPanel::openAsWindow()
+void MenuBarPanel::openAsWindow(Wish wish)
 {
-    show(true, std::nullopt);
+    show(true, std::nullopt, wish);
 }
 
-void MenuBarPanel::show(bool isOrdinary, std::optional<Point> item)
+void MenuBarPanel::show(bool isOrdinary, std::optional<Point> item, Wish wish)
 {
+    m_wish = wish;
     if (!isOpen()) {
         m_isOrdinary = isOrdinary;
         m_hadKeyboard = false;
@@ -78,13 +80,25 @@ void MenuBarPanel::show(bool isOrdinary, std::optional<Point> item)
         window->setWindowTitle(title());
         connect(window, &PanelWindow::dismissed, this, &MenuBarPanel::close);
         m_windowSystem.keepOutOfTaskBar(window->winId());
+        window->setAttribute(Qt::WA_ShowWithoutActivating, wish == Wish::none);
         window->fit();
+        followScreens(window);
         window->show();
         Q_EMIT opened();
     }
-    if (isOpen()) {
+    if (isOpen() && wish == Wish::user) {
         m_window->raise();
         m_windowSystem.bringToFront(m_window->winId());
+    }
+}
+
+void MenuBarPanel::followScreens(PanelWindow *window)
+{
+    // A monitor that goes takes the room with it that the panel stands in.
+    connect(qGuiApp, &QGuiApplication::screenRemoved, window, &PanelWindow::fit, Qt::QueuedConnection);
+    const QList<QScreen *> screens = QGuiApplication::screens();
+    for (const QScreen *screen : screens) {
+        connect(screen, &QScreen::availableGeometryChanged, window, &PanelWindow::fit, Qt::QueuedConnection);
     }
 }
 
@@ -113,6 +127,10 @@ void MenuBarPanel::keyboardMoved(QWindow *to)
             m_hadKeyboard = true;
             return;
         }
+    }
+    if (to != nullptr && m_staysBesideWindows) {
+        // A window beside it may be given the keyboard before the panel has had it.
+        m_hadKeyboard = true;
     }
     // Until it has been given the keyboard once, the one that loses it is another window.
     if (m_hadKeyboard && !(to != nullptr && m_staysBesideWindows)) {

@@ -20,6 +20,8 @@ class QWindow;
 
 namespace corvane {
 
+class PanelWindow;
+
 /// The panel that the bell opens: its content is made when it opens and destroyed when it closes. There is
 /// one at most. Main thread only.
 ///
@@ -44,8 +46,11 @@ public:
     /// that the bell most likely is in.
     void open(std::optional<Point> item);
 
+    /// Who wishes to see the panel. What opens by itself leaves the keyboard where it is.
+    enum class Wish { user, none };
+
     /// The same as an ordinary window.
-    void openAsWindow();
+    void openAsWindow(Wish wish = Wish::user);
 
     void close();
 
@@ -54,6 +59,9 @@ public:
     void stayOpenBesideWindows() { m_staysBesideWindows = true; }
 
     [[nodiscard]] bool isOpen() const { return m_window != nullptr; }
+
+    /// Whether the panel that is open opened by itself, and nobody has asked for it since.
+    [[nodiscard]] bool openedByItself() const { return isOpen() && m_wish == Wish::none; }
 
     /// The panel's window while it is open.
     [[nodiscard]] QWidget *window() const;
@@ -70,7 +78,8 @@ Q_SIGNALS:
     void closed();
 
 private:
-    void show(bool isOrdinary, std::optional<Point> item);
+    void show(bool isOrdinary, std::optional<Point> item, Wish wish);
+    void followScreens(PanelWindow *window);
     void keyboardMoved(QWindow *to);
 
     MakeContent m_makeContent;
@@ -78,6 +87,7 @@ private:
     WindowSystem &m_windowSystem;
     QPointer<QWidget> m_window;
     bool m_isOrdinary = false;
+    Wish m_wish = Wish::user;
     bool m_hadKeyboard = false;
     bool m_staysBesideWindows = false;
     std::optional<Seconds> m_lostKeyboard; ///< when the panel closed because the keyboard left it

@@ -151,9 +151,10 @@ void PanelWindow::paintEvent(QPaintEvent *)
         constexpr int reach = look::panel::shadowReach;
         for (int step = reach; step > 0; --step) {
             const double share = 1.0 - double(step) / reach;
-            painter.setBrush(look::black(look::panel::shadowOpacity * share * share / 4));
-            painter.drawRoundedRect(card.marginsAdded(QMarginsF(step, step - 2, step, step)), radius + step,
-                                    radius + step);
+            painter.setBrush(look::black(look::panel::shadowOpacity * share * share));
+            painter.drawRoundedRect(
+                card.marginsAdded(QMarginsF(step, step - look::panel::shadowRise, step, step)), radius + step,
+                radius + step);
         }
     }
     // The edge is a mixture of text and background, so that it shows on a dark and on a light desktop.

@@ -219,13 +219,34 @@ private Q_SLOTS:
         QVERIFY(m_agent->pending.front() == expected);
     }
 
-    void datesBefore1970AreCutToTheSecondBefore()
+    void aMomentWhoseSecondHasBegunIsNotAskedForAgain()
     {
         startAgent();
+        // Until the end of its second the moment lies ahead by its fraction, while the agent may have shown
+        // it.
+        for (const double ahead : {-0.5, 0.0}) {
+            NotificationRequest begun = request(u"a"_s);
+            begun.fireDate = dateSince1970(std::floor(secondsSince1970(currentDate())) + 0.999 + ahead);
+            QVERIFY(QCoro::waitFor(center().add(begun)).has_value());
+        }
         NotificationRequest early = request(u"a"_s);
         early.fireDate = dateSince1970(-0.5);
         QVERIFY(QCoro::waitFor(center().add(early)).has_value());
-        QCOMPARE(m_agent->pending.front().fireDate, qlonglong{-1});
+        QVERIFY(m_agent->calls.isEmpty());
+    }
+
+    void charactersThatTheBusCannotCarryKeepIdentifiersApart()
+    {
+        startAgent();
+        NotificationRequest null = request(u"a"_s + QChar(QChar::Null) + u'b');
+        null.title = u"Anna"_s + QChar(QChar::Null) + u"Bell"_s;
+        QVERIFY(QCoro::waitFor(center().add(null)).has_value());
+        QVERIFY(QCoro::waitFor(center().add(request(u"a"_s + QChar(QChar::Null) + u'c'))).has_value());
+        QVERIFY(QCoro::waitFor(center().add(request(u"x"_s.repeated(298) + u"🎓🎓🎓"_s))).has_value());
+        QCOMPARE(m_agent->pending.size(), 3);
+        QCOMPARE(m_agent->pending.front().title, u"Anna\uFFFDBell"_s);
+        QVERIFY(m_agent->pending[0].identifier != m_agent->pending[1].identifier);
+        QVERIFY(m_agent->pending[2].identifier.isValidUtf16());
     }
 
     void aDateThatTheAgentCannotHoldIsRefused()

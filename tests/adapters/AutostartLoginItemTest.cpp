@@ -84,7 +84,7 @@ private Q_SLOTS:
         QVERIFY(QDir().mkpath(QFileInfo(program).path()));
         QFile script(program);
         QVERIFY(script.open(QIODevice::WriteOnly));
-        script.write("#!/bin/sh\necho \"$#\" >\"$MARK.part\" && mv \"$MARK.part\" \"$MARK\"\n");
+        script.write("#!/bin/sh\necho \"$*\" >\"$MARK.part\" && mv \"$MARK.part\" \"$MARK\"\n");
         script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         script.close();
         make(program);
@@ -101,7 +101,7 @@ private Q_SLOTS:
         QVERIFY(launcher.waitForFinished(20000));
         QCOMPARE(launcher.exitCode(), 0);
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(mark), 10000);
-        QCOMPARE(read(mark), u"0\n"_s);
+        QCOMPARE(read(mark), u"--login\n"_s);
     }
 
     void registeringAgainDoesNotTouchTheFile()

@@ -3,7 +3,7 @@
 
 #include "tests/adapters/StatusNotifierHost.h"
 
-#include <QDBusMessage>
+#include <QDBusError>
 #include <QDBusPendingCall>
 #include <QDBusPendingReply>
 #include <QSignalSpy>
@@ -18,8 +18,10 @@ namespace {
 
 constexpr auto itemInterface = "org.kde.StatusNotifierItem"_L1;
 constexpr auto watcherName = "org.kde.StatusNotifierWatcher"_L1;
+constexpr auto menuInterface = "com.canonical.dbusmenu"_L1;
+constexpr auto menuPath = "/StatusNotifierItem/Menu"_L1;
 
-QCoro::Task<QDBusMessage> ask(QDBusConnection bus, QDBusMessage message)
+QCoro::Task<QDBusMessage> answerTo(QDBusConnection bus, QDBusMessage message)
 {
     co_return co_await bus.asyncCall(message, 5000);
 }
@@ -31,7 +33,10 @@ StatusNotifierHost::StatusNotifierHost(QDBusConnection bus) : m_bus(std::move(bu
     m_bus.connect({}, {}, itemInterface, u"XAyatanaNewLabel"_s, this, SLOT(newLabel(QString, QString)));
     m_bus.connect({}, {}, itemInterface, u"NewTitle"_s, this, SLOT(newTitle()));
     m_bus.connect({}, {}, itemInterface, u"NewToolTip"_s, this, SLOT(newToolTip()));
-    m_bus.registerObject(u"/StatusNotifierWatcher"_s, this, QDBusConnection::ExportScriptableSlots);
+    m_bus.connect({}, {}, menuInterface, u"LayoutUpdated"_s, this, SLOT(newLayout(uint, int)));
+    m_bus.registerObject(u"/StatusNotifierWatcher"_s, this,
+                         QDBusConnection::ExportScriptableSlots | QDBusConnection::ExportScriptableSignals |
+                             QDBusConnection::ExportScriptableProperties);
 }
 
 StatusNotifierHost::~StatusNotifierHost()
@@ -51,12 +56,22 @@ void StatusNotifierHost::stop()
     m_bus.unregisterService(watcherName);
 }
 
+void StatusNotifierHost::setHasHost(bool hasHost)
+{
+    m_hasHost = hasHost;
+    if (hasHost) {
+        Q_EMIT StatusNotifierHostRegistered();
+    } else {
+        Q_EMIT StatusNotifierHostUnregistered();
+    }
+}
+
 QVariantMap StatusNotifierHost::properties(const QString &item)
 {
     auto message = QDBusMessage::createMethodCall(item, u"/StatusNotifierItem"_s,
                                                   u"org.freedesktop.DBus.Properties"_s, u"GetAll"_s);
     message << QString(itemInterface);
-    const QDBusMessage answer = QCoro::waitFor(ask(m_bus, message));
+    const QDBusMessage answer = ask(message);
     return answer.arguments().isEmpty() ? QVariantMap()
                                         : qdbus_cast<QVariantMap>(answer.arguments().constFirst());
 }
@@ -65,7 +80,7 @@ QString StatusNotifierHost::introspection(const QString &item)
 {
     const auto message = QDBusMessage::createMethodCall(
         item, u"/StatusNotifierItem"_s, u"org.freedesktop.DBus.Introspectable"_s, u"Introspect"_s);
-    const QDBusMessage answer = QCoro::waitFor(ask(m_bus, message));
+    const QDBusMessage answer = ask(message);
     return answer.arguments().isEmpty() ? QString() : answer.arguments().constFirst().toString();
 }
 
@@ -77,9 +92,70 @@ void StatusNotifierHost::activate(const QString &item, int x, int y)
     m_bus.send(message);
 }
 
+QDBusMessage StatusNotifierHost::ask(const QDBusMessage &message)
+{
+    return QCoro::waitFor(answerTo(m_bus, message));
+}
+
+void StatusNotifierHost::giveToken(const QString &item, const QString &token)
+{
+    auto message = QDBusMessage::createMethodCall(item, u"/StatusNotifierItem"_s, itemInterface,
+                                                  u"ProvideXdgActivationToken"_s);
+    message << token;
+    m_bus.send(message);
+}
+
+QDBusMessage StatusNotifierHost::askMenu(const QString &item, const QString &method,
+                                         const QVariantList &arguments)
+{
+    auto message = QDBusMessage::createMethodCall(item, menuPath, menuInterface, method);
+    message.setArguments(arguments);
+    return ask(message);
+}
+
+MenuLayout StatusNotifierHost::menu(const QString &item, uint *revision)
+{
+    const QDBusMessage answer = askMenu(item, u"GetLayout"_s, {0, -1, QStringList()});
+    if (answer.arguments().size() != 2) {
+        return {.id = -1, .properties = {}, .children = {}};
+    }
+    if (revision != nullptr) {
+        *revision = answer.arguments().constFirst().toUInt();
+    }
+    return qdbus_cast<MenuLayout>(answer.arguments().constLast());
+}
+
+void StatusNotifierHost::openMenu(const QString &item)
+{
+    // A panel reads a menu before it shows it.
+    auto read = QDBusMessage::createMethodCall(item, menuPath, menuInterface, u"GetLayout"_s);
+    read << 0 << -1 << QStringList();
+    m_bus.send(read);
+    auto message = QDBusMessage::createMethodCall(item, menuPath, menuInterface, u"AboutToShow"_s);
+    message << 0;
+    m_bus.send(message);
+}
+
+void StatusNotifierHost::chooseLine(const QString &item, int id)
+{
+    auto message = QDBusMessage::createMethodCall(item, menuPath, menuInterface, u"Event"_s);
+    message << id << u"clicked"_s << QVariant::fromValue(QDBusVariant(0)) << uint{0};
+    m_bus.send(message);
+}
+
 void StatusNotifierHost::RegisterStatusNotifierItem(const QString &service)
 {
     registrations.append(service);
+    if (isSilent) {
+        setDelayedReply(true);
+    } else if (refuses) {
+        sendErrorReply(QDBusError::AccessDenied, u"not here"_s);
+    }
+}
+
+void StatusNotifierHost::newLayout(uint revision, int parent)
+{
+    layouts.append({revision, parent});
 }
 
 void StatusNotifierHost::newLabel(const QString &label, const QString &)

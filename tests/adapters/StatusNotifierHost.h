@@ -3,17 +3,24 @@
 
 #pragma once
 
+#include "Corvane/Platform/Linux/Freedesktop/StatusMenuAdaptor.h"
+
 #include <QDBusConnection>
 #include <QDBusContext>
+#include <QDBusMessage>
 #include <QObject>
 #include <QStringList>
 
+#include <utility>
+
 namespace corvane {
 
-/// A panel's watcher of status items that shows nothing and records everything.
+/// A panel's watcher of status items, with the panel that shows them: it shows nothing and records
+/// everything.
 class StatusNotifierHost final : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
+    Q_PROPERTY(bool IsStatusNotifierHostRegistered READ hasHost SCRIPTABLE true)
 
 public:
     /// Not on the bus until start().
@@ -22,6 +29,14 @@ public:
 
     void start();
     void stop();
+
+    /// Whether a panel shows what the watcher knows; at first one does.
+    void setHasHost(bool hasHost);
+    [[nodiscard]] bool hasHost() const { return m_hasHost; }
+
+    /// While true, registrations are noted and never answered; while `refuses` is, they are refused.
+    bool isSilent = false;
+    bool refuses = false;
 
     /// What items registered with, in order: their argument.
     QStringList registrations;
@@ -35,17 +50,38 @@ public:
     [[nodiscard]] QString introspection(const QString &item);
     /// As a panel does on a click.
     void activate(const QString &item, int x, int y);
+    /// What comes ahead of a click that may raise a window.
+    void giveToken(const QString &item, const QString &token);
+
+    /// The revision and the parent of each signal of a new menu, in order.
+    QList<std::pair<uint, int>> layouts;
+
+    /// Sends a call, and waits for the answer.
+    QDBusMessage ask(const QDBusMessage &message);
+    /// Calls the item's menu, and waits for the answer.
+    QDBusMessage askMenu(const QString &item, const QString &method, const QVariantList &arguments);
+    /// The whole menu, and in `revision`, if wanted, its revision.
+    MenuLayout menu(const QString &item, uint *revision = nullptr);
+    /// As a panel does when it opens the menu, and when a line of it is clicked.
+    void openMenu(const QString &item);
+    void chooseLine(const QString &item, int id);
 
 public Q_SLOTS:
     Q_SCRIPTABLE void RegisterStatusNotifierItem(const QString &service);
 
+Q_SIGNALS:
+    Q_SCRIPTABLE void StatusNotifierHostRegistered();
+    Q_SCRIPTABLE void StatusNotifierHostUnregistered();
+
 private Q_SLOTS:
+    void newLayout(uint revision, int parent);
     void newLabel(const QString &label, const QString &guide);
     void newTitle();
     void newToolTip();
 
 private:
     QDBusConnection m_bus;
+    bool m_hasHost = true;
 };
 
 } // namespace corvane

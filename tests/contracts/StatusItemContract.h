@@ -9,10 +9,12 @@
 #include <QStringList>
 #include <QTest>
 
+#include <optional>
+
 namespace corvane {
 
 /// What every implementation of StatusItem must do. A test class derives from it and hands in an item, the
-/// texts that a panel was told, and a click.
+/// texts that a panel was told, and what a teacher and a panel do. The panel is one that opens menus.
 class StatusItemContract : public QObject {
     Q_OBJECT
 
@@ -21,8 +23,15 @@ protected:
     virtual StatusItem &item() = 0;
     /// The texts that the panel was told, oldest first.
     [[nodiscard]] virtual QStringList published() = 0;
-    /// The teacher clicks the item in the panel.
-    virtual void click() = 0;
+    /// The teacher clicks the item in the panel, which gives `token` along unless it is empty.
+    virtual void click(const QString &token) = 0;
+    /// Where click() happens, as the item is to tell it.
+    virtual std::optional<Point> placeOfClick() = 0;
+    /// The panel goes, or comes back.
+    virtual void setPanelThere(bool isThere) = 0;
+    /// The panel opens the item's menu, and the teacher chooses the line at `index`.
+    virtual void openMenu() = 0;
+    virtual void chooseLine(int index) = 0;
 
 private Q_SLOTS:
     void aTitleReachesThePanel()
@@ -52,10 +61,70 @@ private Q_SLOTS:
     void aClickIsToldAndLosesNothing()
     {
         QSignalSpy clicks(&item(), &StatusItem::activated);
-        click();
+        click({});
         QTRY_COMPARE(clicks.size(), 1);
         item().setTitle(QStringLiteral("still there"));
         QTRY_COMPARE(published(), QStringList{QStringLiteral("still there")});
+    }
+
+    void aClickTellsItsPlaceAndItsToken()
+    {
+        QSignalSpy clicks(&item(), &StatusItem::activated);
+        const auto place = placeOfClick();
+        click(QStringLiteral("token"));
+        // A token is for the click that it came with.
+        click({});
+        QTRY_COMPARE(clicks.size(), 2);
+        for (const QList<QVariant> &told : clicks) {
+            QCOMPARE(told.constFirst().value<std::optional<Point>>(), place);
+        }
+        QCOMPARE(clicks.at(0).at(1).toString(), QStringLiteral("token"));
+        QCOMPARE(clicks.at(1).at(1).toString(), QString());
+    }
+
+    void itIsShownWhileAPanelIsThere()
+    {
+        QTRY_VERIFY(item().isShown());
+        QSignalSpy changes(&item(), &StatusItem::shownChanged);
+        setPanelThere(false);
+        QTRY_COMPARE(changes, (QList<QVariantList>{{false}}));
+        QVERIFY(!item().isShown());
+        setPanelThere(true);
+        QTRY_COMPARE(changes, (QList<QVariantList>{{false}, {true}}));
+        QVERIFY(item().isShown());
+    }
+
+    void openingTheMenuIsTold()
+    {
+        item().setMenu({{QStringLiteral("One"), [] {}}});
+        QSignalSpy openings(&item(), &StatusItem::menuAboutToShow);
+        openMenu();
+        QTRY_COMPARE(openings.size(), 1);
+        openMenu();
+        QTRY_COMPARE(openings.size(), 2);
+    }
+
+    void aChosenLineActsAndOneBetweenGroupsDoesNot()
+    {
+        QStringList chosen;
+        const auto line = [&](const QString &text) {
+            return StatusMenuEntry{text, [&chosen, text] { chosen.append(text); }};
+        };
+        item().setMenu({line(QStringLiteral("One")), {}, line(QStringLiteral("Three"))});
+        chooseLine(1);
+        chooseLine(2);
+        chooseLine(0);
+        const QStringList expected{QStringLiteral("Three"), QStringLiteral("One")};
+        QTRY_COMPARE(chosen, expected);
+    }
+
+    void aMenuTakesThePlaceOfTheOneBefore()
+    {
+        QStringList chosen;
+        item().setMenu({{QStringLiteral("Old"), [&] { chosen.append(QStringLiteral("Old")); }}});
+        item().setMenu({{QStringLiteral("New"), [&] { chosen.append(QStringLiteral("New")); }}});
+        chooseLine(0);
+        QTRY_COMPARE(chosen, QStringList{QStringLiteral("New")});
     }
 };
 

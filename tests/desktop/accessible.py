@@ -5,7 +5,8 @@
 
     accessible.py PID texts          prints the names of all that shows, as a JSON list
     accessible.py PID now            prints the same at once, also when nothing shows
-    accessible.py PID press NAME     presses the button of that name, or turns the switch
+    accessible.py PID press NAME     presses the button of that name, or turns the switch; with the title of a
+                                     window after the name, the one in that window
     accessible.py PID focus NAME     gives the keyboard to what has that name
     accessible.py PID where NAME     prints the middle of what has that name, as X and Y on the screen
     accessible.py PID value LABEL    prints what is chosen in the combo box with that label
@@ -19,6 +20,9 @@ import sys
 import time
 
 import pyatspi
+
+
+PRESSABLE = (pyatspi.ROLE_PUSH_BUTTON, pyatspi.ROLE_CHECK_BOX, pyatspi.ROLE_RADIO_BUTTON)
 
 
 def application(pid):
@@ -35,6 +39,11 @@ def showing(node, depth=0):
             continue
         yield child
         yield from showing(child, depth + 1)
+
+
+def window(program, title):
+    """The program's window of that title; nothing while there is none."""
+    return next((child for child in program if child is not None and child.name == title), ())
 
 
 def press(node):
@@ -57,7 +66,7 @@ def act(nodes, command, name):
     """Does what the command says to the first node that it fits; None when there is none."""
     for node in nodes:
         role = node.getRole()
-        if command == "press" and node.name == name and role in (pyatspi.ROLE_PUSH_BUTTON, pyatspi.ROLE_CHECK_BOX):
+        if command == "press" and node.name == name and role in PRESSABLE:
             return press(node)
         if command in ("value", "open") and role == pyatspi.ROLE_COMBO_BOX and label(node) == name:
             if command == "open":
@@ -86,7 +95,7 @@ def main():
     while time.monotonic() < deadline:
         program = application(pid)
         if program is not None:
-            nodes = list(showing(program))
+            nodes = list(showing(program if len(sys.argv) < 5 else window(program, sys.argv[4])))
             if command == "texts":
                 if nodes:
                     print(json.dumps([node.name for node in nodes if node.name]))

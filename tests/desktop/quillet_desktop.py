@@ -123,14 +123,14 @@ class Picture:
 class Program:
     """A running Quillet and its log."""
 
-    def __init__(self, desktop, environment=None, arguments=()):
+    def __init__(self, desktop, environment=None, arguments=(), prefix=PREFIX):
         self.desktop = desktop
         self.output = desktop.room / "logs" / "quillet"
         self.environment = {**desktop.environment, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", **(environment or {})}
         self.log = pathlib.Path(self.environment["XDG_STATE_HOME"]) / "Logs/Quillet/quillet-debug.log"
         with self.output.open("ab") as output:
             self.started = time.time()
-            self.process = subprocess.Popen([PREFIX / "bin/quillet", *arguments], env=self.environment,
+            self.process = subprocess.Popen([prefix / "bin/quillet", *arguments], env=self.environment,
                                             stdin=subprocess.DEVNULL, stdout=output, stderr=output)
 
     def lines(self):
@@ -205,9 +205,9 @@ class Program:
             self.desktop.click_bell()
             poll("the panel", lambda: self.shows("Quit Quillet"))
 
-    def press(self, name):
-        """Presses the button, or turns the switch, of that accessible name."""
-        self.accessible("press", name)
+    def press(self, name, *window):
+        """Presses the button, or turns the switch, of that accessible name; in the window of that title, if told."""
+        self.accessible("press", name, *window)
 
     def focus(self, name):
         """Gives the keyboard to what has that accessible name."""
@@ -293,8 +293,8 @@ class Desktop(contextlib.AbstractContextManager):
 
     # --- programs
 
-    def start_quillet(self, environment=None, arguments=()):
-        program = Program(self, environment, arguments)
+    def start_quillet(self, environment=None, arguments=(), prefix=PREFIX):
+        program = Program(self, environment, arguments, prefix)
         self.programs.append(program)
         return program
 
@@ -352,6 +352,50 @@ class Desktop(contextlib.AbstractContextManager):
         (item,) = poll("the bell", self.status_items)
         name, path = re.fullmatch(r"([^/]+)(/.*)?", item).groups()
         self.call(name, path or "/StatusNotifierItem", "org.kde.StatusNotifierItem.Activate", str(self.size[0] - 40), "10")
+
+    def bell(self):
+        """The middle of the bell: of the leftmost bright thing in the right half of the desktop's panel."""
+        def look():
+            picture = self.picture()
+            for x in range(picture.width // 2, picture.width):
+                if any(min(picture.pixel(x, y)) > 200 for y in range(4, 26)):
+                    return x + 7, 15
+            return None
+        return poll("the bell in the desktop's panel", look)
+
+    def click(self, x, y):
+        self.run("xdotool", "mousemove", str(x), str(y), "click", "1")
+
+    # --- windows
+
+    def windows(self, title):
+        """The visible windows of exactly that title."""
+        done = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{re.escape(title)}$"],
+                              env=self.environment, stdin=subprocess.DEVNULL, capture_output=True, text=True, check=False)
+        return [int(word) for word in done.stdout.split()]
+
+    def place(self, window):
+        """Where the window stands, without its frame: left, top, width and height."""
+        words = self.run("xdotool", "getwindowgeometry", "--shell", str(window))
+        return [int(re.search(rf"^{name}=(-?\d+)$", words, re.MULTILINE)[1]) for name in ("X", "Y", "WIDTH", "HEIGHT")]
+
+    def frame_of(self, window):
+        """How far the window manager's frame reaches beyond the window: left, right, above and below."""
+        words = self.run("xprop", "-id", str(window), "_NET_FRAME_EXTENTS").partition("=")[2]
+        return [int(number) for number in re.findall(r"\d+", words)] or [0, 0, 0, 0]
+
+    def stacking(self, program):
+        """The program's windows that the window manager knows, the foremost last."""
+        windows = re.findall("0x[0-9a-f]+", self.run("xprop", "-root", "_NET_CLIENT_LIST_STACKING"))
+        pid = str(program.process.pid)
+        return [int(window, 16) for window in windows
+                if self.run("xprop", "-id", window, "_NET_WM_PID").split()[-1] == pid]
+
+    def write_settings(self, *lines):
+        """The settings as the program finds them when it starts."""
+        path = self.config / "quillet/quillet.ini"
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_text("\n".join(["[General]", *lines, ""]))
 
     def setting(self, key):
         """A setting as it stands in the file; None where it does not."""

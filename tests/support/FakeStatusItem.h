@@ -51,11 +51,15 @@ public:
         Q_EMIT activated(position, token);
     }
 
-    /// The teacher opens the menu and chooses the line at `index`.
+    /// The teacher opens the menu.
+    void openMenu() { Q_EMIT menuAboutToShow(); }
+
+    /// The teacher chooses the line at `index` in it; on one between groups nothing happens.
     void choose(std::size_t index)
     {
-        Q_EMIT menuAboutToShow();
-        menu.at(index).action();
+        if (const auto action = menu.at(index).action; action && !menu.at(index).text.isEmpty()) {
+            action();
+        }
     }
 };
 

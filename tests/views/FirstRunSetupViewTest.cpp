@@ -40,7 +40,7 @@ struct Room {
     void show() const
     {
         view->show();
-        QVERIFY(QTest::qWaitForWindowActive(view.get()));
+        QTRY_VERIFY(view->isActiveWindow());
     }
 
     [[nodiscard]] QAbstractButton *back() const { return viewWalk::button(*view, u"Back"_s); }

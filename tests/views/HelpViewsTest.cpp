@@ -333,7 +333,7 @@ private Q_SLOTS:
         HelpCenterView view(*m_manual);
         view.resize(helpSize);
         view.show();
-        QVERIFY(QTest::qWaitForWindowActive(&view));
+        QTRY_VERIFY(view.isActiveWindow());
         search(view)->setText(u"zoom"_s);
         list(view)->setFocus(Qt::TabFocusReason);
         QVERIFY(list(view)->hasFocus());
@@ -395,7 +395,7 @@ private Q_SLOTS:
         HelpCenterView view(*m_manual);
         view.resize(520, 300); // so small that the article scrolls
         view.show();
-        QVERIFY(QTest::qWaitForWindowActive(&view));
+        QTRY_VERIFY(view.isActiveWindow());
         search(view)->setFocus();
         QTest::keyClick(&view, Qt::Key_Tab);
         QCOMPARE(QApplication::focusWidget(), list(view));
@@ -545,7 +545,7 @@ private Q_SLOTS:
         AboutCorvaneView view(*m_manual, released(), opener());
         view.resize(aboutSize);
         view.show();
-        QVERIFY(QTest::qWaitForWindowActive(&view));
+        QTRY_VERIFY(view.isActiveWindow());
         named<look::Button>(view, u"User Manual"_s)->setFocus();
         QStringList reached;
         for (int count = 0; count < 4; ++count) {

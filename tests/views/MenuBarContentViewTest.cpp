@@ -684,6 +684,21 @@ private Q_SLOTS:
         QCOMPARE(f.quits, 1);
     }
 
+    void ctrlQQuitsWhileAWindowBesideItHasTheKeyboard()
+    {
+        Fixture f;
+        const auto view = f.shown();
+        QWidget beside;
+        beside.show();
+        beside.activateWindow();
+        QTRY_VERIFY(beside.isActiveWindow());
+        QTest::keyClick(&beside, Qt::Key_Q, Qt::ControlModifier);
+        QCOMPARE(f.quits, 1);
+        view->hide();
+        QTest::keyClick(&beside, Qt::Key_Q, Qt::ControlModifier);
+        QCOMPARE(f.quits, 1);
+    }
+
     // --- keyboard
 
     void tabGoesFromTopToBottom()

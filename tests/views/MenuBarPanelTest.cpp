@@ -255,6 +255,42 @@ private Q_SLOTS:
         QVERIFY(m_panel->isOpen());
     }
 
+    void besideAWindowItClosesWhenTheKeyboardGoesToAnotherProgram()
+    {
+        make();
+        openWithKeyboard();
+        m_panel->stayOpenBesideWindows();
+        const auto other = otherWindow();
+        QTRY_VERIFY(other->isActiveWindow());
+        Q_EMIT qGuiApp->focusWindowChanged(nullptr);
+        QVERIFY(!m_panel->isOpen());
+    }
+
+    void besideAWindowThatTookTheKeyboardFirstItStillCloses()
+    {
+        make();
+        const auto other = otherWindow();
+        m_panel->open(Point{700, 890});
+        m_panel->stayOpenBesideWindows();
+        Q_EMIT qGuiApp->focusWindowChanged(other->windowHandle());
+        QVERIFY(m_panel->isOpen());
+        Q_EMIT qGuiApp->focusWindowChanged(nullptr);
+        QVERIFY(!m_panel->isOpen());
+    }
+
+    void whatOpensByItselfLeavesTheKeyboardWhereItIs()
+    {
+        make();
+        m_panel->openAsWindow(MenuBarPanel::Wish::none);
+        QVERIFY(m_panel->openedByItself());
+        QVERIFY(m_panel->window()->testAttribute(Qt::WA_ShowWithoutActivating));
+        QVERIFY(m_windowSystem.broughtToFront.isEmpty());
+        // Asked for, it comes to the front like any other.
+        m_panel->openAsWindow();
+        QVERIFY(!m_panel->openedByItself());
+        QCOMPARE(m_windowSystem.broughtToFront.size(), 1);
+    }
+
     void theNextPanelDoesNotStay()
     {
         make();

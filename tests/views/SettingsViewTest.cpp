@@ -86,7 +86,7 @@ struct Room {
     void show() const
     {
         view->show();
-        QVERIFY(QTest::qWaitForWindowActive(view.get()));
+        QTRY_VERIFY(view->isActiveWindow());
     }
 
     [[nodiscard]] look::TextField *studentName() const { return view->findChild<look::TextField *>(); }

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "Corvane/Platform/Linux/EvolutionData/GObjectRef.h"
+#include "Corvane/Platform/Linux/GObjectRef.h"
 
 #include <libecal/libecal.h>
 

@@ -5,7 +5,7 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/IcsFolders.h"
 
-#include "Corvane/Platform/Linux/EvolutionData/Pending.h"
+#include "Corvane/Platform/Linux/Pending.h"
 
 #include <QCryptographicHash>
 #include <QFile>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "Corvane/Platform/Linux/EvolutionData/Pending.h"
+#include "Corvane/Platform/Linux/Pending.h"
 
 #include "Corvane/Platform/Linux/Freedesktop/AgentNotificationCenter.h"
 
@@ -48,24 +48,34 @@ std::optional<qint64> wholeSeconds(double seconds)
     return static_cast<qint64>(seconds);
 }
 
-/// What the agent is given of a text: it takes no endless ones, and nobody reads a notification of pages,
-/// such as a calendar that means harm can ask for.
-QString readablePart(const QString &text)
+/// The first `size` units of `text`, or one less where that would cut a character in two.
+QString beginning(const QString &text, qsizetype size)
 {
-    constexpr qsizetype longest = 2000;
-    return text.size() <= longest ? text : text.first(longest - 1) + u'…';
+    return text.first(text.at(size - 1).isHighSurrogate() ? size - 1 : size);
+}
+
+/// Longer texts are no names of students and help nobody in a notification; a calendar that means harm may
+/// ask for pages of them, of which the agent takes only so many.
+constexpr qsizetype longestText = 300;
+
+/// What the agent is given of a text. A null character would end it on the bus.
+QString readablePart(QString text)
+{
+    text.replace(QChar::Null, QChar::ReplacementCharacter);
+    return text.size() <= longestText ? text : beginning(text, longestText - 1) + u'…';
 }
 
 /// What the agent knows a request by: its identifier, or of an endless one the beginning and a digest of all
 /// of it. Given such a short form it gives that back, so that what is answered as pending can be taken back.
 QString agentIdentifier(const QString &identifier)
 {
-    constexpr qsizetype longest = 2000;
-    if (identifier.size() <= longest) {
+    constexpr qsizetype kept = longestText - 100;
+    if (identifier.size() <= longestText && !identifier.contains(QChar::Null)) {
         return identifier;
     }
     const QByteArray digest = QCryptographicHash::hash(identifier.toUtf8(), QCryptographicHash::Sha256);
-    return identifier.first(longest - 100) + u'…' + QString::fromLatin1(digest.toHex());
+    return readablePart(identifier.size() <= kept ? identifier : beginning(identifier, kept)) + u'…' +
+           QString::fromLatin1(digest.toHex());
 }
 
 /// Whether this error of a call means that there is no notification server and that none can be started.
@@ -213,6 +223,10 @@ QCoro::Task<std::expected<void, Failure>> AgentNotificationCenter::add(Notificat
     const auto expirationDate = wholeSeconds(std::ceil(secondsSince1970(request.expirationDate)));
     if (!fireDate || !expirationDate) {
         co_return std::unexpected(Failure{u"the date of a notification is out of reach"_s});
+    }
+    // The agent has delivered it already if it had it: handed over once more it would come twice.
+    if (static_cast<double>(*fireDate) <= secondsSince1970(currentDate())) {
+        co_return {};
     }
     // Not made in the wait itself: GCC 12 destroys what a closure holds there twice.
     const Link::Call call = [request, fire = *fireDate,

@@ -48,6 +48,11 @@ bool DesktopStatusItem::isShown() const
 
 void DesktopStatusItem::embed()
 {
+    // A watcher that has just come up, and of which nothing is known yet, gets its time: the toolkit would
+    // take it for the bell's place.
+    if (!m_item.isAbsent()) {
+        return;
+    }
     m_embedded = std::make_unique<EmbeddedTrayIcon>(m_icons);
     m_embedded->setTitle(m_title);
     connect(m_embedded.get(), &StatusItem::activated, this, &StatusItem::activated);

@@ -3,6 +3,7 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/EmbeddedTrayIcon.h"
 
+#include "Corvane/Platform/Linux/Freedesktop/StatusTitle.h"
 #include "Corvane/Platform/Linux/X11/DesktopGeometry.h"
 #include "Corvane/Platform/Linux/X11/X11Connection.h"
 
@@ -35,7 +36,7 @@ EmbeddedTrayIcon::EmbeddedTrayIcon(const QList<QImage> &icons, QObject *parent)
     , m_icon(iconOf(icons))
 {
     connect(&m_icon, &QSystemTrayIcon::activated, this, &EmbeddedTrayIcon::click);
-    m_icon.setToolTip(u"Quillet"_s);
+    setTitle({});
     m_icon.show();
     QCoreApplication::instance()->installNativeEventFilter(this);
     m_tray = x11::selectionOwner("_NET_SYSTEM_TRAY_S0");
@@ -50,20 +51,26 @@ EmbeddedTrayIcon::~EmbeddedTrayIcon()
 
 void EmbeddedTrayIcon::setTitle(const QString &title)
 {
-    // The toolkit draws the tool tip, and would take what looks like markup for it.
-    m_icon.setToolTip(title.isEmpty() ? u"Quillet"_s : title.toHtmlEscaped());
+    // The toolkit draws the tool tip, and guesses whether it is markup: so it is always.
+    const QString text = harmlessTitle(title);
+    m_icon.setToolTip(u"<span>"_s + (text.isEmpty() ? u"Quillet"_s : text.toHtmlEscaped()) + u"</span>"_s);
 }
 
 void EmbeddedTrayIcon::setMenu(std::vector<StatusMenuEntry>) {}
 
-bool EmbeddedTrayIcon::nativeEventFilter(const QByteArray &, void *message, qintptr *)
+bool EmbeddedTrayIcon::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
 {
+    if (eventType != "xcb_generic_event_t") {
+        return false;
+    }
     const auto *event = static_cast<const xcb_generic_event_t *>(message);
     constexpr std::uint8_t typeMask = 0x7f;
     const int type = event->response_type & typeMask;
-    const bool isManager =
-        type == XCB_CLIENT_MESSAGE &&
-        reinterpret_cast<const xcb_client_message_event_t *>(event)->type == x11::atom("MANAGER");
+    if (type == XCB_CLIENT_MESSAGE && m_manager == 0) {
+        m_manager = x11::atom("MANAGER");
+    }
+    const bool isManager = type == XCB_CLIENT_MESSAGE &&
+                           reinterpret_cast<const xcb_client_message_event_t *>(event)->type == m_manager;
     const bool isGone = type == XCB_DESTROY_NOTIFY &&
                         reinterpret_cast<const xcb_destroy_notify_event_t *>(event)->window == m_tray;
     if (isManager || isGone) {

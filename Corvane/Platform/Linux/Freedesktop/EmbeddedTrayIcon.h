@@ -38,7 +38,8 @@ private:
     void lookForTray();
 
     QSystemTrayIcon m_icon;
-    std::uint32_t m_tray = 0; ///< the tray's window; 0 while there is none
+    std::uint32_t m_tray = 0;    ///< the tray's window; 0 while there is none
+    std::uint32_t m_manager = 0; ///< what a tray that comes up is announced with; 0 while nobody has been
 };
 
 } // namespace corvane

@@ -5,7 +5,7 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/GnomeNotificationSwitch.h"
 
-#include "Corvane/Platform/Linux/EvolutionData/GObjectRef.h"
+#include "Corvane/Platform/Linux/GObjectRef.h"
 
 #include <memory>
 

@@ -3,6 +3,8 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/StatusMenuAdaptor.h"
 
+#include <QDBusError>
+#include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QGuiApplication>
 
@@ -89,8 +91,9 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, MenuLineRemovals 
     return argument;
 }
 
-StatusMenuAdaptor::StatusMenuAdaptor(QObject *parent, Handlers handlers)
+StatusMenuAdaptor::StatusMenuAdaptor(QObject *parent, QDBusConnection bus, Handlers handlers)
     : QDBusAbstractAdaptor(parent)
+    , m_bus(std::move(bus))
     , m_handlers(std::move(handlers))
 {
     qDBusRegisterMetaType<QList<int>>();
@@ -101,6 +104,10 @@ StatusMenuAdaptor::StatusMenuAdaptor(QObject *parent, Handlers handlers)
     qDBusRegisterMetaType<MenuEvents>();
     qDBusRegisterMetaType<MenuLineRemovals>();
     qDBusRegisterMetaType<MenuLinesRemovals>();
+    // A slot's arguments are looked up by the names that they have in the header.
+    qRegisterMetaType<MenuLinesProperties>("corvane::MenuLinesProperties");
+    qRegisterMetaType<MenuEvents>("corvane::MenuEvents");
+    qRegisterMetaType<MenuLinesRemovals>("corvane::MenuLinesRemovals");
 }
 
 void StatusMenuAdaptor::setLines(const QStringList &texts)
@@ -140,14 +147,24 @@ QVariantMap StatusMenuAdaptor::propertiesOf(int id, const QStringList &names) co
     return properties;
 }
 
+// Instead of the answer.
+void StatusMenuAdaptor::refuse(const QDBusMessage &message, const QString &reason)
+{
+    message.setDelayedReply(true);
+    m_bus.send(message.createErrorReply(QDBusError::InvalidArgs, reason));
+}
+
 uint StatusMenuAdaptor::GetLayout(int parentId, int recursionDepth, const QStringList &propertyNames,
-                                  MenuLayout &layout)
+                                  const QDBusMessage &message, MenuLayout &layout)
 {
     layout = {};
-    if (isKnown(parentId)) {
-        layout.id = parentId;
-        layout.properties = propertiesOf(parentId, propertyNames);
+    if (!isKnown(parentId)) {
+        refuse(message, u"no such line"_s);
+        return m_revision;
     }
+    m_wasRead = true;
+    layout.id = parentId;
+    layout.properties = propertiesOf(parentId, propertyNames);
     if (parentId == 0 && recursionDepth != 0) {
         for (int id = 1; id <= m_lines.size(); ++id) {
             layout.children.append({id, propertiesOf(id, propertyNames), {}});
@@ -169,15 +186,24 @@ MenuLinesProperties StatusMenuAdaptor::GetGroupProperties(const QList<int> &ids,
     return lines;
 }
 
-QDBusVariant StatusMenuAdaptor::GetProperty(int id, const QString &name)
+QDBusVariant StatusMenuAdaptor::GetProperty(int id, const QString &name, const QDBusMessage &message)
 {
     const QVariant value = isKnown(id) ? propertiesOf(id, {}).value(name) : QVariant();
-    // A variant on the bus holds something.
-    return QDBusVariant(value.isValid() ? value : QVariant(QString()));
+    if (!value.isValid()) {
+        refuse(message, u"no such line, or it has no such property"_s);
+        return QDBusVariant(QString());
+    }
+    return QDBusVariant(value);
 }
 
 void StatusMenuAdaptor::Event(int id, const QString &eventId, const QDBusVariant &, uint)
 {
+    if (id == 0 && eventId == "opened"_L1) {
+        m_wasOpened = true;
+        m_handlers.aboutToShow();
+    } else if (id == 0 && eventId == "closed"_L1) {
+        m_wasOpened = false;
+    }
     if (eventId == "clicked"_L1 && id > 0 && isKnown(id) && !m_lines.at(id - 1).isEmpty()) {
         m_handlers.clicked(id - 1);
     }
@@ -197,7 +223,9 @@ QList<int> StatusMenuAdaptor::EventGroup(const MenuEvents &events)
 
 bool StatusMenuAdaptor::AboutToShow(int id)
 {
-    if (id == 0) {
+    // Some panels ask this as soon as they take the item, before they have read what there is to show; and
+    // some say it in two ways when they do show it.
+    if (id == 0 && m_wasRead && !std::exchange(m_wasOpened, false)) {
         m_handlers.aboutToShow();
     }
     return false; // the layout that the panel has is the present one

@@ -5,12 +5,15 @@
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusArgument>
+#include <QDBusConnection>
 #include <QDBusVariant>
 #include <QList>
 #include <QStringList>
 #include <QVariantMap>
 
 #include <functional>
+
+class QDBusMessage;
 
 namespace corvane {
 
@@ -79,7 +82,11 @@ public:
         std::function<void(int index)> clicked; ///< the index in the list of texts
     };
 
-    StatusMenuAdaptor(QObject *parent, Handlers handlers);
+    /// Of an object that goes onto `bus`.
+    StatusMenuAdaptor(QObject *parent, QDBusConnection bus, Handlers handlers);
+
+    /// Another panel has taken the item: none has read the menu yet.
+    void panelChanged() { m_wasRead = false; }
 
     /// The lines from above to below; an empty text is a line between groups.
     void setLines(const QStringList &texts);
@@ -91,9 +98,9 @@ public:
 
 public Q_SLOTS:
     uint GetLayout(int parentId, int recursionDepth, const QStringList &propertyNames,
-                   corvane::MenuLayout &layout);
+                   const QDBusMessage &message, corvane::MenuLayout &layout);
     corvane::MenuLinesProperties GetGroupProperties(const QList<int> &ids, const QStringList &propertyNames);
-    QDBusVariant GetProperty(int id, const QString &name);
+    QDBusVariant GetProperty(int id, const QString &name, const QDBusMessage &message);
     void Event(int id, const QString &eventId, const QDBusVariant &data, uint timestamp);
     QList<int> EventGroup(const corvane::MenuEvents &events);
     bool AboutToShow(int id);
@@ -109,9 +116,14 @@ private:
     [[nodiscard]] bool isKnown(int id) const { return id >= 0 && id <= m_lines.size(); }
     [[nodiscard]] QVariantMap propertiesOf(int id, const QStringList &names) const;
 
+    void refuse(const QDBusMessage &message, const QString &reason);
+
+    QDBusConnection m_bus;
     Handlers m_handlers;
     QStringList m_lines;
     uint m_revision = 1;
+    bool m_wasRead = false;   ///< a panel has asked for the lines since it took the item
+    bool m_wasOpened = false; ///< it told so, and may say once more that it is about to show the menu
 };
 
 } // namespace corvane

@@ -5,6 +5,7 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/StatusMenuAdaptor.h"
 #include "Corvane/Platform/Linux/Freedesktop/StatusNotifierItemAdaptor.h"
+#include "Corvane/Platform/Linux/Freedesktop/StatusTitle.h"
 
 #include <QCursor>
 #include <QDBusError>
@@ -12,6 +13,7 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
 #include <QGuiApplication>
+#include <QLineF>
 #include <QScreen>
 
 #include <utility>
@@ -33,32 +35,6 @@ bool isAbsence(const QDBusError &error)
 {
     return error.type() == QDBusError::ServiceUnknown ||
            error.name() == "org.freedesktop.DBus.Error.NameHasNoOwner"_L1;
-}
-
-// The text as programs of others can bear it: one line, no control characters, well-formed, of bounded
-// length.
-QString harmless(const QString &title)
-{
-    QString text;
-    const QStringView head =
-        QStringView(title).first(std::min<qsizetype>(title.size(), StatusNotifierItem::maximumTitleLength));
-    text.reserve(head.size());
-    for (qsizetype i = 0; i < head.size(); ++i) {
-        const QChar c = head.at(i);
-        if (c.isHighSurrogate()) {
-            // One without its other half, as at the cut, is dropped.
-            if (i + 1 < head.size() && head.at(i + 1).isLowSurrogate()) {
-                text += c;
-                text += head.at(++i);
-            }
-        } else if (!c.isLowSurrogate()) {
-            const bool isControl = c.category() == QChar::Other_Control ||
-                                   c.category() == QChar::Separator_Line ||
-                                   c.category() == QChar::Separator_Paragraph;
-            text += isControl ? QChar(u' ') : c;
-        }
-    }
-    return text;
 }
 
 } // namespace
@@ -98,13 +74,15 @@ StatusNotifierItem::StatusNotifierItem(QDBusConnection bus, const QList<QImage> 
     if (desktop.opensMenu) {
         auto *object = new QObject(this);
         m_menuAdaptor = new StatusMenuAdaptor(
-            object, {.aboutToShow = [this] { Q_EMIT menuAboutToShow(); },
-                     .clicked =
-                         [this](int index) {
-                             // The panel gets its answer first: the action may end the program.
-                             const auto action = m_menu[static_cast<std::size_t>(index)].action;
-                             QMetaObject::invokeMethod(this, action, Qt::QueuedConnection);
-                         }});
+            object, m_bus,
+            {.aboutToShow = [this] { Q_EMIT menuAboutToShow(); },
+             .clicked =
+                 [this](int index) {
+                     // The panel gets its answer first: the action may end the program.
+                     if (const auto action = m_menu[static_cast<std::size_t>(index)].action) {
+                         QMetaObject::invokeMethod(this, action, Qt::QueuedConnection);
+                     }
+                 }});
         m_bus.registerObject(menuPath, object, QDBusConnection::ExportAdaptors);
     }
     m_bus.registerObject(itemPath, this, QDBusConnection::ExportAdaptors);
@@ -113,9 +91,10 @@ StatusNotifierItem::StatusNotifierItem(QDBusConnection bus, const QList<QImage> 
     connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString &, const QString &, const QString &newOwner) {
                 ++m_attempt;
-                if (newOwner.isEmpty()) {
-                    setPresence(false, true, true);
-                } else {
+                m_isSilent = false;
+                // Of a new one nothing is known until it has answered.
+                setPresence(false, true, newOwner.isEmpty());
+                if (!newOwner.isEmpty()) {
                     registerItem();
                 }
             });
@@ -152,6 +131,9 @@ void StatusNotifierItem::registrationAnswered(const QDBusMessage &answer)
 {
     if (answer.type() == QDBusMessage::ReplyMessage) {
         m_isSilent = false;
+        if (m_menuAdaptor != nullptr) {
+            m_menuAdaptor->panelChanged();
+        }
         setPresence(true, true, false);
         Q_EMIT registered();
         askForHost();
@@ -234,7 +216,7 @@ void StatusNotifierItem::setMenu(std::vector<StatusMenuEntry> entries)
 
 void StatusNotifierItem::setTitle(const QString &title)
 {
-    m_adaptor->setText(harmless(title));
+    m_adaptor->setText(harmlessTitle(title));
 }
 
 void StatusNotifierItem::click(int x, int y)
@@ -245,8 +227,13 @@ void StatusNotifierItem::click(int x, int y)
         Q_EMIT activated(std::nullopt, token);
         return;
     }
-    const QPointF place =
-        m_desktop.tellsPointer ? QPointF(QCursor::pos()) : QPointF(x, y) / screen->devicePixelRatio();
+    const QPointF told = QPointF(x, y) / screen->devicePixelRatio();
+    QPointF place = m_desktop.tellsPointer ? QPointF(QCursor::pos()) : told;
+    // Chosen with the keyboard, the item is not where the pointer is. What is made up lies on the edge.
+    constexpr double farFromItem = 64;
+    if (x > 0 && y > 0 && QLineF(place, told).length() > farFromItem) {
+        place = told;
+    }
     // The bus counts downwards from the top, points count upwards from the main screen's lower edge.
     const QRect frame = screen->geometry();
     Q_EMIT activated(Point{place.x(), frame.y() + frame.height() - place.y()}, token);

@@ -48,10 +48,6 @@ public:
                        QObject *parent = nullptr);
     ~StatusNotifierItem() override;
 
-    /// Longer titles are cut to this many UTF-16 units, control characters become spaces: the text goes to
-    /// programs of others.
-    static constexpr qsizetype maximumTitleLength = 200;
-
     void setTitle(const QString &title) override;
     /// Exported where the desktop's panel opens menus; kept back elsewhere.
     void setMenu(std::vector<StatusMenuEntry> entries) override;
@@ -67,7 +63,7 @@ Q_SIGNALS:
     /// A watcher is there and did not take it. One that is silent is asked again and again, and this is told
     /// once; otherwise it is told again when it restarts.
     void registrationFailed(const QString &reason);
-    /// isAbsent() holds from now on.
+    /// isAbsent() holds from now on; it ceases to when a watcher comes up.
     void absenceFound();
 
 private:

@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/Freedesktop/StatusTitle.h"
+
+#include <QStringView>
+
+#include <algorithm>
+
+namespace corvane {
+
+QString harmlessTitle(const QString &title)
+{
+    QString text;
+    const QStringView head = QStringView(title).first(std::min<qsizetype>(title.size(), maximumTitleLength));
+    text.reserve(head.size());
+    for (qsizetype i = 0; i < head.size(); ++i) {
+        const QChar c = head.at(i);
+        if (c.isHighSurrogate()) {
+            // One without its other half, as at the cut, is dropped.
+            if (i + 1 < head.size() && head.at(i + 1).isLowSurrogate()) {
+                text += c;
+                text += head.at(++i);
+            }
+        } else if (!c.isLowSurrogate()) {
+            const bool isControl = c.category() == QChar::Other_Control ||
+                                   c.category() == QChar::Separator_Line ||
+                                   c.category() == QChar::Separator_Paragraph;
+            text += isControl ? QChar(u' ') : c;
+        }
+    }
+    return text;
+}
+
+} // namespace corvane

@@ -1,0 +1,321 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/Freedesktop/DesktopStatusItem.h"
+
+#include "Corvane/Platform/Linux/Freedesktop/StatusBell.h"
+#include "Corvane/Platform/Linux/X11/X11Connection.h"
+#include "tests/adapters/StatusNotifierHost.h"
+#include "tests/adapters/WindowManagement.h"
+#include "tests/contracts/StatusItemContract.h"
+#include "tests/support/PrivateBus.h"
+#include "tests/support/TestDesktop.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QScreen>
+#include <QTemporaryDir>
+
+#include <memory>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int patience = 10'000; // milliseconds
+constexpr QSize screenSize(800, 400);
+constexpr int trayThickness = 30;
+
+/// A panel that knows the old kind of tray only, along the lower edge.
+class Tray final {
+public:
+    explicit Tray(const QColor &colour) : m_colour(colour)
+    {
+        QFile settings(m_folder.filePath(u"tint2rc"_s));
+        if (!settings.open(QIODevice::WriteOnly)) {
+            qFatal("the tray's settings cannot be written");
+        }
+        settings.write(
+            u"rounded = 0\nborder_width = 0\nbackground_color = %1 100\n"
+            "panel_items = S\npanel_size = 100% %2\npanel_position = bottom center horizontal\n"
+            "panel_background_id = 1\nsystray_padding = 6 2 6\nsystray_icon_size = 22\n"_s.arg(colour.name())
+                .arg(trayThickness)
+                .toUtf8());
+        settings.close();
+        m_process.setStandardOutputFile(QProcess::nullDevice());
+        m_process.setStandardErrorFile(QProcess::nullDevice());
+        m_process.start(u"tint2"_s, {u"-c"_s, settings.fileName()});
+        if (!m_process.waitForStarted()) {
+            qFatal("tint2 does not start");
+        }
+    }
+
+    ~Tray()
+    {
+        m_process.terminate();
+        m_process.waitForFinished(patience);
+    }
+
+    Tray(const Tray &) = delete;
+    Tray &operator=(const Tray &) = delete;
+
+    /// The part of the tray in which something else than the tray itself is to be seen.
+    [[nodiscard]] QRect shown() const
+    {
+        const QRect area(0, screenSize.height() - trayThickness, screenSize.width(), trayThickness);
+        const QImage picture = QGuiApplication::primaryScreen()
+                                   ->grabWindow(0, area.x(), area.y(), area.width(), area.height())
+                                   .toImage();
+        QRect found;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                if (picture.pixelColor(x, y).rgb() != m_colour.rgb()) {
+                    found |= QRect(area.x() + x, area.y() + y, 1, 1);
+                }
+            }
+        }
+        return found;
+    }
+
+    /// Whether the tray stands there, and nothing in it.
+    [[nodiscard]] bool isEmpty() const { return shown().isNull(); }
+
+    /// Whether there is one icon in it, and nothing else.
+    [[nodiscard]] bool hasOneIcon() const
+    {
+        const QSize size = shown().size();
+        return size.width() >= 12 && size.width() <= 24 && size.height() >= 12 && size.height() <= 24;
+    }
+
+private:
+    QColor m_colour;
+    QTemporaryDir m_folder;
+    QProcess m_process;
+};
+
+/// The picture of the screen, to be looked at.
+void keepPicture(const QString &name)
+{
+    const QString folder = qEnvironmentVariable("QUILLET_KEEP_PICTURES");
+    if (!folder.isEmpty()) {
+        QVERIFY(QGuiApplication::primaryScreen()->grabWindow(0).save(folder + u'/' + name + u".png"_s));
+    }
+}
+
+} // namespace
+
+class DesktopStatusItemTest final : public StatusItemContract {
+    Q_OBJECT
+
+public:
+    /// The session's bus, on which the toolkit looks for panels as well.
+    explicit DesktopStatusItemTest(const PrivateBus &bus) : m_address(bus.address()) {}
+
+protected:
+    StatusItem &item() override
+    {
+        if (!m_item) {
+            m_host->start();
+            make({.showsLabel = true, .tellsPointer = false, .opensMenu = true});
+            [this] { QTRY_VERIFY(m_item->isShown()); }();
+        }
+        return *m_item;
+    }
+
+    QStringList published() override { return m_host->labels; }
+
+    void click(const QString &token) override
+    {
+        item();
+        if (!token.isEmpty()) {
+            m_host->giveToken(name(), token);
+        }
+        m_host->activate(name(), 10, 20);
+    }
+
+    std::optional<Point> placeOfClick() override { return Point{10, screenSize.height() - 20.0}; }
+    void setPanelThere(bool isThere) override { isThere ? m_host->start() : m_host->stop(); }
+    void openMenu() override { m_host->openMenu(name()); }
+    void chooseLine(int index) override { m_host->chooseLine(name(), index + 1); }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_host = std::make_unique<StatusNotifierHost>(QDBusConnection::connectToBus(m_address, u"host"_s));
+    }
+
+    void cleanup()
+    {
+        m_item.reset();
+        m_host.reset();
+        m_tray.reset();
+        QDBusConnection::disconnectFromBus(u"item"_s);
+        QDBusConnection::disconnectFromBus(u"host"_s);
+        // A tray that ends gives its place up before it has gone.
+        QTRY_COMPARE_WITH_TIMEOUT(x11::selectionOwner("_NET_SYSTEM_TRAY_S0"), 0U, patience);
+    }
+
+    void whereNobodyShowsItemsTheIconIsEmbedded_data()
+    {
+        QTest::addColumn<QColor>("tray");
+        QTest::newRow("dark") << QColor(0x22, 0x24, 0x28);
+        QTest::newRow("light") << QColor(0xf2, 0xf2, 0xf0);
+    }
+
+    void whereNobodyShowsItemsTheIconIsEmbedded()
+    {
+        QFETCH(QColor, tray);
+        startTray(tray);
+        QElapsedTimer since;
+        since.start();
+        make({});
+        QSignalSpy changes(m_item.get(), &StatusItem::shownChanged);
+        QVERIFY(!m_item->isShown());
+        QTRY_COMPARE_WITH_TIMEOUT(changes, (QList<QVariantList>{{true}}), patience);
+        QVERIFY(m_item->isShown());
+        // A coarse timer may be early by a twentieth.
+        QVERIFY(since.hasExpired(std::chrono::milliseconds(DesktopStatusItem::grace).count() * 9 / 10));
+        QTRY_VERIFY_WITH_TIMEOUT(m_tray->hasOneIcon(), patience);
+        keepPicture(u"embedded-"_s + QString::fromLatin1(QTest::currentDataTag()));
+    }
+
+    void aClickOnTheEmbeddedIconTellsItsPlace()
+    {
+        embed();
+        QSignalSpy clicks(m_item.get(), &StatusItem::activated);
+        const QPoint bell = m_tray->shown().center();
+        for (const auto *button : {"1", "3"}) {
+            TestDesktop::xdotool({u"mousemove"_s, QString::number(bell.x()), QString::number(bell.y()),
+                                  u"click"_s, QString::fromLatin1(button)});
+        }
+        QTRY_COMPARE_WITH_TIMEOUT(clicks.size(), 2, patience);
+        for (const QList<QVariant> &told : clicks) {
+            const auto place = told.constFirst().value<std::optional<Point>>();
+            QVERIFY(place.has_value());
+            QVERIFY2(std::abs(place->x - bell.x()) <= 4, qPrintable(QString::number(place->x)));
+            QVERIFY2(std::abs(place->y - (screenSize.height() - bell.y())) <= 4,
+                     qPrintable(QString::number(place->y)));
+            QCOMPARE(told.at(1).toString(), QString());
+        }
+    }
+
+    void aPanelThatComesUpTakesTheEmbeddedIconsPlace()
+    {
+        embed();
+        QSignalSpy changes(m_item.get(), &StatusItem::shownChanged);
+        m_host->start();
+        QTRY_COMPARE(m_host->registrations, QStringList{name()});
+        QTRY_VERIFY_WITH_TIMEOUT(m_tray->isEmpty(), patience);
+        QVERIFY(m_item->isShown());
+        QVERIFY(changes.isEmpty());
+        m_host->stop();
+        QTRY_COMPARE_WITH_TIMEOUT(changes, (QList<QVariantList>{{false}, {true}}), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(m_tray->hasOneIcon(), patience);
+    }
+
+    void aPanelThatIsBackWithinTheGraceLeavesTheTrayEmpty()
+    {
+        startTray(QColor(0x22, 0x24, 0x28));
+        m_host->start();
+        make({});
+        QTRY_VERIFY(m_item->isShown());
+        QSignalSpy changes(m_item.get(), &StatusItem::shownChanged);
+        m_host->stop();
+        QTRY_COMPARE(changes, (QList<QVariantList>{{false}}));
+        m_host->start();
+        QTRY_COMPARE(changes, (QList<QVariantList>{{false}, {true}}));
+        QElapsedTimer since;
+        since.start();
+        QTRY_VERIFY_WITH_TIMEOUT(
+            !m_tray->isEmpty() ||
+                since.hasExpired(std::chrono::milliseconds(2 * DesktopStatusItem::grace).count()),
+            patience);
+        QVERIFY(m_tray->isEmpty());
+    }
+
+    void aWatcherWithoutAPanelLeavesTheIconEmbedded()
+    {
+        startTray(QColor(0x22, 0x24, 0x28));
+        m_host->setHasHost(false);
+        m_host->start();
+        make({});
+        QTRY_VERIFY_WITH_TIMEOUT(m_tray->hasOneIcon(), patience);
+        QVERIFY(m_item->isShown());
+        m_host->setHasHost(true);
+        QTRY_VERIFY_WITH_TIMEOUT(m_tray->isEmpty(), patience);
+        QVERIFY(m_item->isShown());
+        // Only ours: the toolkit has not made one of its own.
+        QCOMPARE(m_host->registrations, QStringList{name()});
+    }
+
+    void aTrayThatComesLateOrRestartsGetsTheIcon()
+    {
+        make({});
+        QSignalSpy changes(m_item.get(), &StatusItem::shownChanged);
+        for (int times = 0; times < 2; ++times) {
+            startTray(QColor(0x22, 0x24, 0x28));
+            QTRY_COMPARE_WITH_TIMEOUT(changes, (QList<QVariantList>{{true}}), patience);
+            QVERIFY(m_item->isShown());
+            QTRY_VERIFY_WITH_TIMEOUT(m_tray->hasOneIcon(), patience);
+            m_tray.reset();
+            QTRY_COMPARE_WITH_TIMEOUT(changes, (QList<QVariantList>{{true}, {false}}), patience);
+            QVERIFY(!m_item->isShown());
+            changes.clear();
+        }
+    }
+
+    void theTitleFollowsWhereverTheItemIsShown()
+    {
+        embed();
+        m_item->setTitle(u"one"_s);
+        m_host->start();
+        QTRY_COMPARE(m_host->registrations.size(), 1);
+        QCOMPARE(m_host->properties(name()).value(u"Title"_s).toString(), u"one"_s);
+    }
+
+private:
+    QDBusConnection connection() { return QDBusConnection(u"item"_s); }
+    [[nodiscard]] QString name() { return connection().baseService(); }
+
+    void make(StatusNotifierItem::Desktop desktop)
+    {
+        m_item = std::make_unique<DesktopStatusItem>(QDBusConnection::connectToBus(m_address, u"item"_s),
+                                                     statusBellImages(), desktop);
+    }
+
+    void startTray(const QColor &colour)
+    {
+        m_tray = std::make_unique<Tray>(colour);
+        QTRY_VERIFY_WITH_TIMEOUT(x11::selectionOwner("_NET_SYSTEM_TRAY_S0") != 0, patience);
+        QTRY_VERIFY_WITH_TIMEOUT(m_tray->isEmpty() || m_tray->hasOneIcon(), patience);
+    }
+
+    void embed()
+    {
+        startTray(QColor(0x22, 0x24, 0x28));
+        make({});
+        QTRY_VERIFY_WITH_TIMEOUT(m_tray->hasOneIcon(), patience);
+    }
+
+    QString m_address;
+    std::unique_ptr<StatusNotifierHost> m_host;
+    std::unique_ptr<Tray> m_tray;
+    std::unique_ptr<DesktopStatusItem> m_item;
+};
+
+int main(int argc, char *argv[])
+{
+    TestDesktop desktop(screenSize);
+    desktop.startWindowManager(TestDesktop::WindowManager::openbox);
+    const PrivateBus bus;
+    qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address().toUtf8());
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    DesktopStatusItemTest test(bus);
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "DesktopStatusItemTest.moc"
