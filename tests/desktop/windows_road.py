@@ -199,7 +199,8 @@ class Windows(unittest.TestCase):
             viewer = Viewer(desktop)
             prefix = desktop.room / "without-manual"
             shutil.copytree(PREFIX, prefix, symlinks=True, ignore=shutil.ignore_patterns(MANUAL))
-            program = desktop.start_quillet({"XDG_DATA_DIRS": f"{prefix}/share:/usr/local/share:/usr/share"}, prefix=prefix)
+            folders = f"{prefix}/share:/usr/local/share:/usr/share"
+            program = desktop.start_quillet({"XDG_DATA_DIRS": folders}, prefix=prefix)
             self.finish_setup(desktop, program)
             self.open_window(desktop, program, "Quillet Help")
             heard = desktop.room / "heard"
