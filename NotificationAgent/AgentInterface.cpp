@@ -8,6 +8,8 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QDBusPendingCallWatcher>
 
 #include <algorithm>
 
@@ -19,13 +21,20 @@ namespace {
 
 const QString invalidArguments = u"org.freedesktop.DBus.Error.InvalidArgs"_s;
 const QString limitsExceeded = u"org.freedesktop.DBus.Error.LimitsExceeded"_s;
+// What an array of strings takes for each beside its text, and what a UTF-16 unit takes in UTF-8.
+constexpr qint64 bytesPerString = 8;
+constexpr qint64 mostBytesPerUnit = 3;
+
+constexpr int busTimeoutMilliseconds = 25'000;
+
 const QString failed = u"org.freedesktop.DBus.Error.Failed"_s;
 
 } // namespace
 
-AgentInterface::AgentInterface(RequestKeeper &keeper, std::function<void(const QString &)> log,
-                               QObject *parent)
+AgentInterface::AgentInterface(QDBusConnection sessionBus, RequestKeeper &keeper,
+                               std::function<void(const QString &)> log, QObject *parent)
     : QObject(parent)
+    , m_bus(std::move(sessionBus))
     , m_keeper(keeper)
     , m_log(std::move(log))
 {
@@ -34,7 +43,51 @@ AgentInterface::AgentInterface(RequestKeeper &keeper, std::function<void(const Q
 QStringList AgentInterface::PendingRequests()
 {
     Q_EMIT called();
-    return m_keeper.pendingRequests();
+    const QStringList identifiers = m_keeper.pendingRequests();
+    if (calledFromDBus() && message().isReplyRequired()) {
+        qint64 bytes = 0;
+        for (const QString &identifier : identifiers) {
+            bytes += bytesPerString + identifier.size() * mostBytesPerUnit;
+        }
+        if (!takesAnswerOf(bytes)) {
+            refuse(limitsExceeded, u"former answers have not been taken yet"_s);
+            return {};
+        }
+    }
+    return identifiers;
+}
+
+// Answers wait in this process until the bus takes them: who asks for them faster than that would fill the
+// memory.
+bool AgentInterface::takesAnswerOf(qint64 bytes)
+{
+    if (m_untakenAnswers > 0 && m_untakenAnswers + bytes > mostUntakenAnswers) {
+        return false;
+    }
+    // This goes out before the answer itself, and tells of the former ones.
+    if (!m_isBusAsked) {
+        askWhatIsTaken();
+    }
+    m_untakenAnswers += bytes;
+    return true;
+}
+
+void AgentInterface::askWhatIsTaken()
+{
+    m_isBusAsked = true;
+    const auto call = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
+                                                     u"org.freedesktop.DBus"_s, u"GetId"_s);
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, busTimeoutMilliseconds), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, sent = m_untakenAnswers] {
+        watcher->deleteLater();
+        m_isBusAsked = false;
+        if (!watcher->isError()) {
+            m_untakenAnswers -= sent;
+        }
+        if (m_untakenAnswers > 0) {
+            askWhatIsTaken();
+        }
+    });
 }
 
 void AgentInterface::RemovePendingRequests(const QStringList &identifiers)
@@ -56,7 +109,7 @@ void AgentInterface::Add(const QString &identifier, const QString &title, const 
     if (identifier.size() > longestIdentifier ||
         std::max({title.size(), body.size(), categoryIdentifier.size()}) > longestText) {
         refuse(limitsExceeded, u"a text is too long"_s);
-    } else if (fireDate < 0 || fireDate > latestDate || expirationDate < fireDate ||
+    } else if (fireDate < 0 || fireDate > latestDate || expirationDate <= fireDate ||
                expirationDate > latestDate) {
         refuse(invalidArguments, u"a date is out of range"_s);
     } else if ((queue.size() >= mostRequests && !queue.contains(identifier)) ||
@@ -84,7 +137,10 @@ std::function<void(std::expected<void, QString>)> AgentInterface::answerLater()
 void AgentInterface::refuse(const QString &error, const QString &reason)
 {
     if (calledFromDBus()) {
-        sendErrorReply(error, reason);
+        setDelayedReply(true);
+        if (message().isReplyRequired()) {
+            connection().send(message().createErrorReply(error, reason));
+        }
     }
     // The first, the tenth, the hundredth: who asks for nonsense a million times is not worth a million
     // lines.

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QDBusConnection>
 #include <QDBusContext>
 #include <QObject>
 #include <QStringList>
@@ -23,14 +24,16 @@ public:
     static constexpr qsizetype mostRequests = 10'000;
     // In UTF-16 code units.
     static constexpr qsizetype longestText = 4096;
-    static constexpr qsizetype longestIdentifier = 8192;
-    static constexpr qint64 mostText = qint64{2} * 1024 * 1024;    ///< of all requests together
+    static constexpr qsizetype longestIdentifier = 2048;
+    static constexpr qint64 mostText = qint64{128} * mostRequests; ///< of all requests together
     static constexpr qsizetype mostIdentifiers = 2 * mostRequests; ///< of one call
-    static constexpr qint64 latestDate = 253'402'300'799;          ///< the last second of the year 9999
+    /// Bytes of answers, roughly, that the bus has not taken yet. The largest single answer is smaller.
+    static constexpr qint64 mostUntakenAnswers = qint64{4} * 1024 * 1024;
+    static constexpr qint64 latestDate = 253'402'300'799; ///< the last second of the year 9999
 
     /// `keeper` is borrowed; `log` takes a line.
-    AgentInterface(RequestKeeper &keeper, std::function<void(const QString &)> log,
-                   QObject *parent = nullptr);
+    AgentInterface(QDBusConnection sessionBus, RequestKeeper &keeper,
+                   std::function<void(const QString &)> log, QObject *parent = nullptr);
 
     /// The methods of the bus interface, under its names; see its XML. The last two are answered when the
     /// keeper has answered.
@@ -45,11 +48,18 @@ Q_SIGNALS:
 
 private:
     [[nodiscard]] std::function<void(std::expected<void, QString>)> answerLater();
+    /// Whether an answer of so many bytes may be given now, which counts it.
+    [[nodiscard]] bool takesAnswerOf(qint64 bytes);
+    /// Asks the bus something: it answers when it has taken all that was sent to it before.
+    void askWhatIsTaken();
     void refuse(const QString &error, const QString &reason);
 
+    QDBusConnection m_bus;
     RequestKeeper &m_keeper;
     std::function<void(const QString &)> m_log;
     qint64 m_refusals = 0;
+    qint64 m_untakenAnswers = 0; ///< bytes; see mostUntakenAnswers
+    bool m_isBusAsked = false;
 };
 
 } // namespace corvane

@@ -6,6 +6,7 @@
 #include "NotificationAgent/RequestKeeper.h"
 
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/file.h>
 #include <unistd.h>
 
@@ -16,6 +17,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QPointer>
 
 #include <cerrno>
 
@@ -42,8 +44,14 @@ QDBusMessage busCall(const QString &method)
 
 QueueLock::~QueueLock()
 {
+    unlock();
+}
+
+void QueueLock::unlock()
+{
     if (m_file >= 0) {
         ::close(m_file);
+        m_file = -1;
     }
 }
 
@@ -104,7 +112,6 @@ void AgentLife::askForName()
 
 void AgentLife::stir()
 {
-    m_hasCalls = true;
     if (m_keeper.isIdle() && !m_isLeaving) {
         m_idle.start(idleTime);
     } else {
@@ -114,25 +121,50 @@ void AgentLife::stir()
 
 void AgentLife::giveUpName()
 {
-    // First the name: from the bus's answer on, calls go to the next agent, and all that came before are
-    // here.
     m_isLeaving = true;
-    m_hasCalls = false;
+    m_keeper.rest();
+    m_keeper.tidyUp();
+    ::signal(SIGTERM, SIG_IGN);
+    // From the bus's answer on, calls go to the next agent, and all that came before are here.
     auto call = busCall(u"ReleaseName"_s);
     call << QString::fromLatin1(serviceName);
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, timeoutMilliseconds), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
         // What has come is dispatched before this.
-        QTimer::singleShot(0, this, [this] {
-            if (m_hasCalls || !m_keeper.isIdle()) {
-                m_isLeaving = false;
-                askForName();
-                return;
-            }
-            m_keeper.tidyUp();
-            Q_EMIT ended(0);
-        });
+        QTimer::singleShot(0, this, &AgentLife::handOver);
+    });
+}
+
+void AgentLife::handOver()
+{
+    m_keeper.writeNow();
+    QPointer<QDBusPendingCallWatcher> starting;
+    if (m_keeper.isIdle()) {
+        m_keeper.tidyUp();
+    } else {
+        // Something came while the name was on its way back.
+        m_log(u"left to the next agent requests="_s + QString::number(m_keeper.queue().size()));
+        auto start = busCall(u"StartServiceByName"_s);
+        start << QString::fromLatin1(serviceName) << 0U;
+        starting = new QDBusPendingCallWatcher(m_bus.asyncCall(start, timeoutMilliseconds), this);
+    }
+    // The next agent waits for the lock, and so for this one's end: that it has started is not waited for.
+    // What is asked last is answered when the bus has all that was sent, and has begun with it, or has
+    // refused.
+    auto *asked =
+        new QDBusPendingCallWatcher(m_bus.asyncCall(busCall(u"GetId"_s), timeoutMilliseconds), this);
+    connect(asked, &QDBusPendingCallWatcher::finished, this, [this, asked, starting] {
+        asked->deleteLater();
+        if (starting && starting->isFinished() && starting->isError()) {
+            // A bus that starts nothing: then no service manager looks after this agent either.
+            starting->deleteLater();
+            ::signal(SIGTERM, SIG_DFL);
+            m_isLeaving = false;
+            askForName();
+            return;
+        }
+        Q_EMIT ended(0);
     });
 }
 

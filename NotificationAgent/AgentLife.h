@@ -27,6 +27,9 @@ public:
     enum class Attempt { locked, heldByOther, impossible };
     [[nodiscard]] Attempt tryLock();
 
+    /// Gives the lock back before its time.
+    void unlock();
+
 private:
     QString m_path;
     int m_file = -1;
@@ -34,6 +37,10 @@ private:
 
 /// The agent's time on the bus: it takes the bus name, which is what others wait for, once all is ready;
 /// gives it up when nothing has been pending for a while; and ends with its bus. Main thread only.
+///
+/// From the loss of the name on a service manager takes the agent for one that is over and ends it with
+/// SIGTERM. So all is in order before the name is given up, the signal is ignored from there on, and the name
+/// is not taken again: for what was called just before, the bus is asked to start the next agent.
 class AgentLife final : public QObject {
     Q_OBJECT
 
@@ -56,19 +63,21 @@ public Q_SLOTS:
     /// Something has happened: counts the idle time anew.
     void stir();
 
+    /// Gives the name up, then ends; called when the idle time is over.
+    void giveUpName();
+
 Q_SIGNALS:
     void ended(int status);
 
 private:
     void askForName();
-    void giveUpName();
+    void handOver();
 
     QDBusConnection m_bus;
     RequestKeeper &m_keeper;
     std::function<void(const QString &)> m_log;
     QTimer m_idle;
     bool m_isLeaving = false;
-    bool m_hasCalls = false; ///< since the name was given up
 
 private Q_SLOTS:
     void loseBus();

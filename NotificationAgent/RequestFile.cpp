@@ -15,6 +15,7 @@
 #include <QJsonDocument>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -33,6 +34,9 @@ const QByteArray ending = "end ";
 constexpr qint64 longestFile = qint64{64} * 1024 * 1024;
 
 constexpr qsizetype checksumLength = 16;
+
+// So many places of a line that holds more than an entry are looked at; see entryInside().
+constexpr int mostPlaces = 16;
 
 // In a checksum's place it says that the entry is not pending any more. No checksum looks like it.
 const QByteArray struck(checksumLength, '-');
@@ -63,11 +67,27 @@ std::optional<PendingRequest> decodedLine(const QByteArray &line)
                           list.at(3).toString(), list.at(4).toInteger(), list.at(5).toInteger()};
 }
 
+bool isChecksum(QByteArrayView text)
+{
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f'); });
+}
+
 // Where in a line that begins with something else an entry starts, which goes to the line's end; or -1.
+// Each place costs a reading of the rest of the line: only what looks like an entry is looked at, and no more
+// of it than a line ever holds unless somebody made it up.
 qsizetype entryInside(const QByteArray &line)
 {
-    for (qsizetype list = line.indexOf(" [\"", checksumLength); list >= 0;
+    if (!line.endsWith(']')) {
+        return -1;
+    }
+    int places = 0;
+    for (qsizetype list = line.indexOf(" [\"", checksumLength); list >= 0 && places < mostPlaces;
          list = line.indexOf(" [\"", list + 1)) {
+        if (!isChecksum(QByteArrayView(line).sliced(list - checksumLength, checksumLength))) {
+            continue;
+        }
+        ++places;
         if (decodedLine(line.sliced(list - checksumLength))) {
             return list - checksumLength;
         }
@@ -111,6 +131,31 @@ bool writeAll(int descriptor, const QByteArray &bytes)
         done += count > 0 ? count : 0;
     }
     return true;
+}
+
+// What a file gives, up to the longest; false, and errno, when it gives nothing for now.
+bool readAll(int descriptor, QByteArray &text)
+{
+    constexpr qsizetype step = qsizetype{64} * 1024;
+    while (text.size() < longestFile) {
+        const qsizetype done = text.size();
+        text.resize(done + step);
+        const ssize_t count = ::read(descriptor, text.data() + done, static_cast<std::size_t>(step));
+        text.resize(done + std::max<ssize_t>(count, 0));
+        if (count == 0) {
+            break;
+        }
+        if (count < 0 && errno != EINTR) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// Whether what failed so will fail for ever, since there is something else in the file's place.
+bool isNoFile(int error)
+{
+    return error == EISDIR || error == ELOOP || error == ENOTDIR;
 }
 
 // A new name for a file is on the disk only when its folder is. Some file systems cannot be told to.
@@ -173,7 +218,11 @@ DecodedRequests decodedRequests(const QByteArray &text)
     return result;
 }
 
-RequestFile::RequestFile(QString path) : m_path(std::move(path)) {}
+RequestFile::RequestFile(QString path, std::function<void(const QString &)> log)
+    : m_path(std::move(path))
+    , m_log(std::move(log))
+{
+}
 
 QString RequestFile::userPath()
 {
@@ -185,24 +234,28 @@ QString RequestFile::userPath()
 
 bool RequestFile::isEmpty() const
 {
-    QFile file(m_path);
-    return !file.open(QIODevice::ReadOnly) || decodedRequests(file.read(longestFile)).requests.empty();
+    const Descriptor file(::open(QFile::encodeName(m_path).constData(), O_RDONLY | O_CLOEXEC));
+    if (!file.isOpen()) {
+        return errno == ENOENT;
+    }
+    QByteArray text;
+    return readAll(file.get(), text) && decodedRequests(text).requests.empty();
 }
 
 RequestFile::Content RequestFile::read()
 {
     Content content;
     const Descriptor file(::open(QFile::encodeName(m_path).constData(), O_RDONLY | O_CLOEXEC));
-    if (!file.isOpen()) {
+    QByteArray text;
+    if (!file.isOpen() || !readAll(file.get(), text)) {
         if (errno != ENOENT) {
-            content.remarks = {u"cannot be read: "_s + systemError(), setAside()};
+            content.isReadable = isNoFile(errno);
+            content.remarks = {u"cannot be read: "_s + systemError()};
+            if (content.isReadable) {
+                content.remarks.append(setAside());
+            }
         }
         return content;
-    }
-    QByteArray text;
-    QFile reader;
-    if (reader.open(file.get(), QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        text = reader.read(longestFile);
     }
     const DecodedRequests decoded = decodedRequests(text);
     for (const PendingRequest &request : decoded.requests) {
@@ -262,7 +315,8 @@ std::expected<void, QString> RequestFile::write(const RequestQueue &queue)
     }
     m_offsets = offsets;
     if (!flushFolder(m_path)) {
-        return std::unexpected(u"cannot be flushed: "_s + systemError());
+        // The file is the new one, whoever reads it; only a power failure might still bring the former back.
+        m_log(u"queue file's folder cannot be flushed: "_s + systemError());
     }
     return {};
 }

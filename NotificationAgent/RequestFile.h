@@ -11,6 +11,7 @@
 #include <QStringList>
 
 #include <expected>
+#include <functional>
 #include <vector>
 
 namespace corvane {
@@ -35,17 +36,23 @@ struct DecodedRequests {
 /// disk when its call returns. Main thread only; failures are told in words for the log.
 class RequestFile {
 public:
-    explicit RequestFile(QString path);
+    /// `log` takes a line about what is no failure.
+    explicit RequestFile(
+        QString path, std::function<void(const QString &)> log = [](const QString &) {});
 
     /// The user's queue, below the folder of what programs keep between their runs ($XDG_STATE_HOME).
     [[nodiscard]] static QString userPath();
 
-    /// Whether no request is in the file; touches nothing, so that anybody may look.
+    /// Whether no request is in the file; touches nothing, so that anybody may look. A file that cannot be
+    /// read is not known to be empty.
     [[nodiscard]] bool isEmpty() const;
 
     struct Content {
         RequestQueue queue;
         QStringList remarks; ///< what was wrong, for the log; empty when all was well
+        /// False when the disk did not give the file this time: nothing was touched, and a later start may
+        /// find all of it.
+        bool isReadable = true;
     };
 
     /// Reads the file; one that does not exist is an empty queue. Called once, before anything is written.
@@ -53,7 +60,8 @@ public:
     /// further; the next such find takes its place.
     [[nodiscard]] Content read();
 
-    /// Puts `queue` in the place of what the file holds: all of it, or on failure nothing.
+    /// Puts `queue` in the place of what the file holds: all of it, or on failure nothing. A folder that
+    /// cannot be flushed is no failure, since the file is in its place by then; it is logged.
     std::expected<void, QString> write(const RequestQueue &queue);
 
     /// Makes the entries of these requests unreadable where they stand. It needs no room, so that it also
@@ -66,6 +74,7 @@ private:
     [[nodiscard]] QString setAside() const;
 
     QString m_path;
+    std::function<void(const QString &)> m_log;
     /// Where the lines of each request start in the file, in bytes.
     QMultiHash<QString, qint64> m_offsets;
 };

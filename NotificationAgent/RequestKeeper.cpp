@@ -55,6 +55,8 @@ RequestKeeper::RequestKeeper(RequestFile &file, LoginEntry &loginEntry, WallCloc
         }
     });
     connect(&m_server, &NotificationServer::left, this, [this] {
+        // What is being taken back must not be put back.
+        flush();
         for (const PendingRequest &request : std::exchange(m_held, {})) {
             putBack(request);
         }
@@ -62,7 +64,7 @@ RequestKeeper::RequestKeeper(RequestFile &file, LoginEntry &loginEntry, WallCloc
     });
 }
 
-void RequestKeeper::load()
+bool RequestKeeper::load()
 {
     const RequestFile::Content content = m_file.read();
     for (const QString &remark : content.remarks) {
@@ -72,6 +74,7 @@ void RequestKeeper::load()
     if (!m_queue.isEmpty()) {
         m_log(u"queue read requests="_s + QString::number(m_queue.size()));
     }
+    return content.isReadable;
 }
 
 void RequestKeeper::start()
@@ -79,7 +82,7 @@ void RequestKeeper::start()
     if (m_step == Step::stopped) {
         m_step = Step::resting;
         if (!m_queue.isEmpty()) {
-            m_isEntryPresent = m_loginEntry.setPresent(true).has_value();
+            makeLoginEntry();
         }
         pump();
     }
@@ -107,8 +110,12 @@ void RequestKeeper::remove(const QStringList &identifiers, Answer answer)
     }
     // What is with the server cannot be taken back; but it will not be tried again.
     const QSet<QString> all(identifiers.begin(), identifiers.end());
-    m_isWithdrawn = m_isWithdrawn || all.contains(m_underWay.identifier);
-    std::erase_if(m_held, [&](const PendingRequest &held) { return all.contains(held.identifier); });
+    m_withdrawsUnderWay = m_withdrawsUnderWay || all.contains(m_underWay.identifier);
+    for (const PendingRequest &held : m_held) {
+        if (all.contains(held.identifier)) {
+            m_withdrawnHeld.insert(held.identifier);
+        }
+    }
     changed(std::move(answer));
 }
 
@@ -142,13 +149,16 @@ void RequestKeeper::flush()
     if (!result) {
         m_queue = m_written;
         m_log(u"queue file "_s + result.error());
-    } else if (!m_queue.isEmpty() && !m_isEntryPresent) {
-        const auto entered = m_loginEntry.setPresent(true);
-        m_isEntryPresent = true; // once is enough, also when it failed
-        if (!entered) {
-            m_log(u"login entry "_s + entered.error());
+    } else {
+        m_isWithdrawn = m_isWithdrawn || m_withdrawsUnderWay;
+        std::erase_if(
+            m_held, [this](const PendingRequest &held) { return m_withdrawnHeld.contains(held.identifier); });
+        if (!m_queue.isEmpty()) {
+            makeLoginEntry();
         }
     }
+    m_withdrawsUnderWay = false;
+    m_withdrawnHeld.clear();
     m_written = {};
     m_removed.clear();
     m_hasAdded = false;
@@ -156,6 +166,19 @@ void RequestKeeper::flush()
         answer(result);
     }
     Q_EMIT stirred();
+}
+
+void RequestKeeper::makeLoginEntry()
+{
+    if (m_isEntryPresent) {
+        return;
+    }
+    const auto entered = m_loginEntry.setPresent(true);
+    m_isEntryPresent = entered.has_value();
+    // It is tried again with every change, and told of once.
+    if (!entered && !std::exchange(m_isEntryFailureLogged, true)) {
+        m_log(u"login entry "_s + entered.error());
+    }
 }
 
 bool RequestKeeper::strike(const QStringList &identifiers)
@@ -265,6 +288,8 @@ void RequestKeeper::takeOutcome(NotificationServer::Outcome outcome, const QStri
     if (m_step != Step::delivering) {
         return;
     }
+    // It may just have been taken back.
+    flush();
     m_step = Step::resting;
     const PendingRequest request = std::exchange(m_underWay, {});
     const QString identifier = quotedForLog(request.identifier);
@@ -295,10 +320,11 @@ void RequestKeeper::takeOutcome(NotificationServer::Outcome outcome, const QStri
 
 void RequestKeeper::putBack(const PendingRequest &request)
 {
+    // First what waits for its write: should that fail, the queue is again what it was before.
+    flush();
     if (m_queue.contains(request.identifier)) {
         return; // replaced meanwhile
     }
-    flush();
     m_queue.add(request);
     if (const auto written = m_file.write(m_queue); !written) {
         // It is kept in memory: should the agent die, it is lost, but not shown twice.
@@ -324,6 +350,14 @@ void RequestKeeper::retryNow()
         postpone();
     }
     pump();
+}
+
+void RequestKeeper::rest()
+{
+    if (m_step == Step::resting) {
+        m_step = Step::stopped;
+        m_clock.wakeAt(std::nullopt);
+    }
 }
 
 bool RequestKeeper::isIdle() const

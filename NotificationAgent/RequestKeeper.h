@@ -43,11 +43,15 @@ public:
     RequestKeeper(RequestFile &file, LoginEntry &loginEntry, WallClock &clock, NotificationServer &server,
                   std::function<void(const QString &)> log, QObject *parent = nullptr);
 
-    /// Reads the file; called once, first.
-    void load();
+    /// Reads the file; called once, first. False when the disk does not give it now: then nothing else may be
+    /// called, and a later start may find it.
+    [[nodiscard]] bool load();
 
     /// From now on what is due is delivered.
     void start();
+
+    /// From now on nothing more is delivered; what is asked for is still written.
+    void rest();
 
     /// The identifiers of all that is pending, in the order of their moments.
     [[nodiscard]] QStringList pendingRequests() const { return m_queue.identifiers(); }
@@ -59,6 +63,9 @@ public:
     /// the same time share one write. When it cannot be written, none of them has happened.
     void add(const PendingRequest &request, Answer answer);
     void remove(const QStringList &identifiers, Answer answer);
+
+    /// Writes and answers at once what still waits for its write.
+    void writeNow() { flush(); }
 
     /// Whether nothing is pending and nothing under way: the agent may end.
     [[nodiscard]] bool isIdle() const;
@@ -79,6 +86,7 @@ private:
     void takeOutcome(NotificationServer::Outcome outcome, const QString &reason);
     void putBack(const PendingRequest &request);
     void postpone();
+    void makeLoginEntry();
     void retryNow();
     [[nodiscard]] bool strike(const QStringList &identifiers);
     void drop(const PendingRequest &request, const char *reason) const;
@@ -102,6 +110,9 @@ private:
     /// The request that has been handed to the server; it is not in the queue.
     PendingRequest m_underWay;
     bool m_isWithdrawn = false; ///< taken back since
+    // Taken back by changes that wait for their write.
+    bool m_withdrawsUnderWay = false;
+    QSet<QString> m_withdrawnHeld;
     /// Handed to the server that has not answered; see above.
     std::deque<PendingRequest> m_held;
 
@@ -112,6 +123,7 @@ private:
     QTimer m_retry;
     int m_failures = 0;
     bool m_isEntryPresent = false;
+    bool m_isEntryFailureLogged = false;
     bool m_hasStruck = false;
 };
 

@@ -44,11 +44,11 @@ struct Agent {
     Agent(const QDBusConnection &bus, const AgentLog &agentLog)
         : log([&agentLog](const QString &line) { agentLog.log(line); })
         , connection(bus)
-        , file(RequestFile::userPath())
+        , file(RequestFile::userPath(), log)
         , loginEntry(userLoginEntry())
         , server(bus, sound, {})
         , keeper(file, loginEntry, clock, server, log)
-        , interface(keeper, log)
+        , interface(bus, keeper, log)
         , life(bus, keeper, log)
     {
         QObject::connect(&interface, &AgentInterface::called, &life, &AgentLife::stir);
@@ -58,7 +58,12 @@ struct Agent {
 
     void begin()
     {
-        keeper.load();
+        if (!keeper.load()) {
+            // An end with a failure, so that a service manager tries again.
+            log(u"the queue is left as it is"_s);
+            QCoreApplication::exit(1);
+            return;
+        }
         connection.registerObject(QString::fromLatin1(AgentLife::objectPath), &interface);
         life.begin();
     }
@@ -103,9 +108,12 @@ void launch(QueueLock &lock, const QDeadlineTimer &deadline, const QDBusConnecti
 void launchAtLogin(QueueLock &lock, const QDBusConnection &bus, const AgentLog &log,
                    const std::function<void()> &launchHere)
 {
-    if (RequestFile(RequestFile::userPath()).isEmpty()) {
-        // An agent that was killed left its entry there. One that lives sees to its entry itself.
-        if (lock.tryLock() == QueueLock::Attempt::locked) {
+    // Under the lock, since an agent may be about to write its first request, or the last one's end. One that
+    // lives sees to its entry itself.
+    const QueueLock::Attempt attempt = lock.tryLock();
+    if (attempt != QueueLock::Attempt::heldByOther && RequestFile(RequestFile::userPath()).isEmpty()) {
+        // An agent that was killed left its entry there.
+        if (attempt == QueueLock::Attempt::locked) {
             if (const auto removed = userLoginEntry().setPresent(false); !removed) {
                 log.log(u"login entry "_s + removed.error());
             }
@@ -113,6 +121,7 @@ void launchAtLogin(QueueLock &lock, const QDBusConnection &bus, const AgentLog &
         QCoreApplication::exit(0);
         return;
     }
+    lock.unlock();
     auto call = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
                                                u"org.freedesktop.DBus"_s, u"StartServiceByName"_s);
     call << QString::fromLatin1(AgentLife::serviceName) << 0U;

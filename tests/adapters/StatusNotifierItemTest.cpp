@@ -388,9 +388,35 @@ private Q_SLOTS:
         QTRY_COMPARE(m_chosen, (QStringList{u"Three"_s, u"One"_s}));
     }
 
+    void aPanelThatAsksBeforeItHasReadTheMenuDoesNotShowIt()
+    {
+        makeWithMenu({u"One"_s});
+        QSignalSpy openings(m_item.get(), &StatusItem::menuAboutToShow);
+        (void)m_host->askMenu(name(), u"AboutToShow"_s, {0});
+        QVERIFY(openings.isEmpty());
+        (void)m_host->menu(name());
+        (void)m_host->askMenu(name(), u"AboutToShow"_s, {0});
+        QCOMPARE(openings.size(), 1);
+    }
+
+    void aPanelThatTellsOfAnOpeningTwiceIsHeardOnce()
+    {
+        makeWithMenu({u"One"_s});
+        (void)m_host->menu(name());
+        QSignalSpy openings(m_item.get(), &StatusItem::menuAboutToShow);
+        const QVariant nothing = QVariant::fromValue(QDBusVariant(0));
+        for (int times = 1; times <= 2; ++times) {
+            (void)m_host->askMenu(name(), u"Event"_s, {0, u"opened"_s, nothing, uint{0}});
+            (void)m_host->askMenu(name(), u"AboutToShow"_s, {0});
+            QCOMPARE(openings.size(), times);
+            (void)m_host->askMenu(name(), u"Event"_s, {0, u"closed"_s, nothing, uint{0}});
+        }
+    }
+
     void aMenuThatOpensTogetherWithOthersIsTold()
     {
         makeWithMenu({u"One"_s});
+        (void)m_host->menu(name());
         QSignalSpy openings(m_item.get(), &StatusItem::menuAboutToShow);
         const QDBusMessage answer =
             m_host->askMenu(name(), u"AboutToShowGroup"_s, {QVariant::fromValue(QList<int>{0, 1, 5})});
@@ -475,6 +501,17 @@ private Q_SLOTS:
         const int height = QGuiApplication::primaryScreen()->geometry().height();
         QVERIFY(position.has_value());
         QCOMPARE(*position, (Point{123.0, height - 45.0}));
+    }
+
+    void chosenWithTheKeyboardItIsWhereThePanelSays()
+    {
+        make({false, true});
+        QCursor::setPos(123, 445);
+        QSignalSpy clicks(m_item.get(), &StatusItem::activated);
+        m_host->activate(name(), 600, 12);
+        QTRY_COMPARE(clicks.size(), 1);
+        const int height = QGuiApplication::primaryScreen()->geometry().height();
+        QCOMPARE(clicks.first().first().value<std::optional<Point>>(), (Point{600.0, height - 12.0}));
     }
 
     void whereThePointerIsNotToldAClickIsWhereThePanelSays()

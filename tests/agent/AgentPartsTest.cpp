@@ -7,7 +7,10 @@
 #include "NotificationAgent/LoginEntry.h"
 #include "NotificationAgent/TimerfdClock.h"
 
+#include <sys/timerfd.h>
+
 #include <QDateTime>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
@@ -85,6 +88,48 @@ private Q_SLOTS:
         other.wakeAt(other.now() + 1);
         QTRY_COMPARE(otherRings.size(), 1);
         QVERIFY(rings.isEmpty());
+    }
+
+    // Nobody may set the clock in a test: the kernel says what the alarm was set with.
+    void theAlarmIsAbsoluteAndHearsOfAClockThatIsSet()
+    {
+        TimerfdClock clock;
+        clock.wakeAt(clock.now() + 1000);
+        QByteArray timer;
+        for (const QString &file : QDir(u"/proc/self/fd"_s).entryList(QDir::AllEntries | QDir::System)) {
+            if (QFile::symLinkTarget(u"/proc/self/fd/"_s + file).endsWith(u"[timerfd]"_s)) {
+                timer += contentOf(u"/proc/self/fdinfo/"_s + file);
+            }
+        }
+        const auto flags =
+            QByteArray::number(TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET, 8).rightJustified(2, '0');
+        QVERIFY2(timer.contains("settime flags: " + flags), timer.constData());
+        QVERIFY2(timer.contains("clockid: " + QByteArray::number(CLOCK_REALTIME) + '\n'), timer.constData());
+    }
+
+    // --- the unit
+    // -------------------------------------------------------------------------------------------
+
+    void theUnitSaysHowTheAgentIsLookedAfter()
+    {
+        const QList<QByteArray> lines = contentOf(QUILLET_AGENT_UNIT).split('\n');
+        // Ended when its name is lost, so that a call which follows starts it anew.
+        QVERIFY(lines.contains("Type=dbus"));
+        QVERIFY(lines.contains(QByteArray("BusName=") + AgentLife::serviceName));
+        // Ten seconds have room for fewer starts than the five at which a service manager gives up.
+        QVERIFY(lines.contains("Restart=on-failure"));
+        QVERIFY(lines.contains("RestartSec=3"));
+        QVERIFY(lines.contains("MemoryMax=128M"));
+        const auto isKnown = [](const QByteArray &line) {
+            static const QList<QByteArray> known{"Description", "Type",       "BusName",  "ExecStart",
+                                                 "Restart",     "RestartSec", "MemoryMax"};
+            return line.isEmpty() || line.startsWith('#') || line.startsWith('[') ||
+                   known.contains(line.split('=').first());
+        };
+        for (const QByteArray &line : lines) {
+            QVERIFY2(isKnown(line), line.constData());
+            QVERIFY2(!line.contains('@'), line.constData());
+        }
     }
 
     // --- what a server is told

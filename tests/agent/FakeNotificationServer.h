@@ -31,6 +31,9 @@ public:
         if (onDeliver) {
             onDeliver(request);
         }
+        if (isSlow) {
+            return;
+        }
         const Outcome result = outcome;
         QMetaObject::invokeMethod(
             this, [this, result] { Q_EMIT finished(result, QStringLiteral("as told")); },
@@ -40,8 +43,12 @@ public:
     /// Answers the question that is open.
     void answer() { Q_EMIT answered(isThere, QStringLiteral("as told")); }
 
+    /// Ends the delivery that is open.
+    void finishNow() { Q_EMIT finished(outcome, QStringLiteral("as told")); }
+
     bool isThere = true;
     bool isSilent = false; ///< the test calls answer()
+    bool isSlow = false;   ///< the test calls finishNow()
     Outcome outcome = Outcome::shown;
     std::function<void(const PendingRequest &)> onDeliver;
 

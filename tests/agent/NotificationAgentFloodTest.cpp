@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
+#include "NotificationAgent/AgentInterface.h"
 #include "tests/agent/AgentRoom.h"
 
 #include <QDBusPendingCall>
@@ -85,8 +86,8 @@ private Q_SLOTS:
         QTest::addColumn<int>("body");
         QTest::addColumn<int>("category");
         QTest::addColumn<bool>("isTaken");
-        QTest::newRow("the longest") << 8192 << 4096 << 4096 << 4096 << true;
-        QTest::newRow("identifier") << 8193 << 1 << 1 << 1 << false;
+        QTest::newRow("the longest") << 2048 << 4096 << 4096 << 4096 << true;
+        QTest::newRow("identifier") << 2049 << 1 << 1 << 1 << false;
         QTest::newRow("title") << 1 << 4097 << 1 << 1 << false;
         QTest::newRow("body") << 1 << 1 << 4097 << 1 << false;
         QTest::newRow("category") << 1 << 1 << 1 << 4097 << false;
@@ -116,6 +117,7 @@ private Q_SLOTS:
         QTest::newRow("least") << std::numeric_limits<qint64>::min() << std::numeric_limits<qint64>::max();
         QTest::newRow("most") << std::numeric_limits<qint64>::max() << std::numeric_limits<qint64>::max();
         QTest::newRow("expires in the year 10000") << qint64{1'800'000'000} << qint64{253'402'300'800};
+        QTest::newRow("expires as it fires") << qint64{1'800'000'000} << qint64{1'800'000'000};
         QTest::newRow("expires before it fires") << qint64{1'800'000'000} << qint64{1'799'999'999};
     }
 
@@ -177,6 +179,53 @@ private Q_SLOTS:
         QVERIFY(refused > 100);
         QVERIFY(m_peak.isPrivate < mostMemory);
         QCOMPARE(m_room->pending().size(), 300 - refused);
+    }
+
+    // Who asks and does not read the answers makes them wait in the agent.
+    void aFloodOfQuestionsWhoseAnswersNobodyReadsKeepsTheMemoryBounded()
+    {
+        const QString tail(AgentInterface::longestIdentifier - 10, u'i');
+        (void)flood(500, [&](int i) { return u"%1"_s.arg(i, 10) + tail; });
+        QVERIFY(m_room->pending().size() > 400);
+        const qint64 process = m_room->ownerProcess();
+        m_peak = {};
+        QElapsedTimer timer;
+        timer.start();
+        constexpr int questions = 600;
+        std::deque<QDBusPendingCall> open;
+        const QDBusMessage question = m_room->message(u"PendingRequests"_s, {});
+        for (int i = 0; i < questions; ++i) {
+            open.push_back(m_room->connection().asyncCall(question, patience));
+        }
+        int refused = 0;
+        int answered = 0;
+        while (!open.empty()) {
+            look(process);
+            open.front().waitForFinished();
+            (open.front().isError() ? refused : answered)++;
+            open.pop_front();
+        }
+        tell(questions, timer);
+        qInfo() << "answered" << answered << "refused" << refused;
+        QVERIFY(answered > 0);
+        QVERIFY(m_peak.isPrivate < mostMemory);
+        // It answers again once what it said has been taken.
+        QTRY_VERIFY_WITH_TIMEOUT(m_room->pending().size() > 400, patience);
+    }
+
+    void tooManyIdentifiersAreRefused()
+    {
+        QCOMPARE(m_room->add(request(u"one"_s)).type(), QDBusMessage::ReplyMessage);
+        QStringList identifiers(AgentInterface::mostIdentifiers, QString());
+        QCOMPARE(m_room->remove(identifiers).type(), QDBusMessage::ReplyMessage);
+        identifiers.append(u"one"_s);
+        m_peak = {};
+        for (int i = 0; i < 100; ++i) {
+            QCOMPARE(m_room->remove(identifiers).errorName(), u"org.freedesktop.DBus.Error.LimitsExceeded"_s);
+            look(m_room->ownerProcess());
+        }
+        QCOMPARE(m_room->pending(), QStringList{u"one"_s});
+        QVERIFY(m_peak.isPrivate < mostMemory);
     }
 
     // Who wants no answer can send faster than anybody can read.

@@ -1,18 +1,26 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
+#include "NotificationAgent/AgentLife.h"
+#include "NotificationAgent/LoginEntry.h"
+#include "NotificationAgent/RequestFile.h"
+#include "NotificationAgent/RequestKeeper.h"
 #include "tests/agent/AgentRoom.h"
+#include "tests/agent/FakeNotificationServer.h"
+#include "tests/agent/FakeWallClock.h"
 #include "tests/agent/RecordingServer.h"
 #include "tests/support/PrivateSoundServer.h"
 #include "tests/support/TestDesktop.h"
 
 #include <signal.h>
 
+#include <QDBusServiceWatcher>
 #include <QDBusVariant>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <algorithm>
@@ -232,6 +240,89 @@ private Q_SLOTS:
         QVERIFY(m_room->log().contains(u"notification dropped"_s));
     }
 
+    // A service manager does that: to it, an agent without its name is over.
+    void aTerminationOnTheLossOfItsNameFindsAllInOrder()
+    {
+        RecordingServer server(m_room->bus().address(), plain);
+        m_room->startAgent();
+        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, patience);
+        const auto process = static_cast<pid_t>(m_room->agent().processId());
+        int terminations = 0;
+        QDBusServiceWatcher watcher(QString::fromLatin1(AgentLife::serviceName), m_room->connection(),
+                                    QDBusServiceWatcher::WatchForUnregistration);
+        connect(&watcher, &QDBusServiceWatcher::serviceUnregistered, this, [&] {
+            terminations += 1;
+            ::kill(process, SIGTERM);
+        });
+        QTRY_VERIFY_WITH_TIMEOUT(terminations > 0, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->agent().state(), QProcess::NotRunning, patience);
+        QCOMPARE(m_room->agent().exitStatus(), QProcess::NormalExit);
+        QCOMPARE(m_room->agent().exitCode(), 0);
+        QVERIFY(!QFile::exists(m_room->entryPath()));
+        QFile file(m_room->queuePath());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QVERIFY(!file.readAll().contains("Anna"));
+    }
+
+    void whatComesWhileItLeavesIsLeftToTheNextAgent()
+    {
+        m_room = std::make_unique<AgentRoom>(AgentRoom::Start::byBus);
+        QueueLock lock(m_room->queuePath() + u".lock"_s);
+        QCOMPARE(lock.tryLock(), QueueLock::Attempt::locked);
+        const PendingRequest late = request(u"Anna"_s, AgentRoom::now() + 1000);
+        {
+            LeavingAgent agent(*m_room);
+            QTRY_VERIFY_WITH_TIMEOUT(m_room->isNameOwned(), patience);
+            QSignalSpy ended(&agent.life, &AgentLife::ended);
+            QVERIFY(agent.leaveWithACall(late));
+            QTRY_COMPARE_WITH_TIMEOUT(ended.size(), 1, patience);
+            QCOMPARE(ended.first().first().toInt(), 0);
+            QVERIFY(agent.isAnswered);
+            QCOMPARE(agent.server.asked, 0);
+            QVERIFY(!m_room->isNameOwned());
+        }
+        QVERIFY(QFile::exists(m_room->entryPath()));
+        // The bus has started it without another call; it waits for the lock.
+        lock.unlock();
+        QTRY_VERIFY_WITH_TIMEOUT(m_room->isNameOwned(), patience);
+        QCOMPARE(m_room->pending(), QStringList{late.identifier});
+    }
+
+    void whereTheBusStartsNothingWhatComesWhileItLeavesKeepsIt()
+    {
+        LeavingAgent agent(*m_room);
+        QTRY_VERIFY_WITH_TIMEOUT(m_room->isNameOwned(), patience);
+        QSignalSpy ended(&agent.life, &AgentLife::ended);
+        QVERIFY(agent.leaveWithACall(request(u"Anna"_s, AgentRoom::now())));
+        QTRY_COMPARE_WITH_TIMEOUT(agent.server.handed.size(), 1, patience);
+        QVERIFY(m_room->isNameOwned());
+        QVERIFY(ended.isEmpty());
+    }
+
+    void aQueueThatTheDiskDoesNotGiveNowIsLeftToALaterStart()
+    {
+        makeQueueUnreadable();
+        m_room->launchAgent();
+        QVERIFY(m_room->agent().waitForFinished(patience));
+        QCOMPARE(m_room->agent().exitStatus(), QProcess::NormalExit);
+        QCOMPARE(m_room->agent().exitCode(), 1);
+        QVERIFY(m_room->log().contains(u"queue file cannot be read: "_s));
+        QVERIFY(!QFile::exists(m_room->queuePath() + u".unreadable"_s));
+    }
+
+    void atLoginAQueueThatCannotBeReadIsNotTakenForEmpty()
+    {
+        makeQueueUnreadable();
+        QVERIFY(QDir().mkpath(QFileInfo(m_room->entryPath()).path()));
+        QFile entry(m_room->entryPath());
+        QVERIFY(entry.open(QIODevice::WriteOnly));
+        m_room->launchAgent({u"--login"_s});
+        QVERIFY(m_room->agent().waitForFinished(patience));
+        QCOMPARE(m_room->agent().exitCode(), 1);
+        QVERIFY(entry.exists());
+    }
+
     // --- servers
     // --------------------------------------------------------------------------------------------
 
@@ -273,7 +364,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 0, patience);
     }
 
-    void aServerThatHangsOverItIsNotHandedItAgainUntilItHasGone()
+    void aServerThatGoesOverItIsFollowedByOneThatShowsIt()
     {
         auto server = std::make_unique<RecordingServer>(m_room->bus().address(), plain);
         server->behaviour = Behaviour::says_nothing;
@@ -386,6 +477,57 @@ private Q_SLOTS:
     }
 
 private:
+    // What the agent's program consists of, here, so that a call can come at the very moment of its leaving.
+    struct LeavingAgent {
+        explicit LeavingAgent(AgentRoom &room)
+            : bus(QDBusConnection::connectToBus(room.bus().address(), u"leaving-agent"_s))
+            , file(room.queuePath())
+            , entry(u"/opt/agent"_s, LoginEntry::userConfigHome())
+            , clock(AgentRoom::now())
+            , keeper(file, entry, clock, server, [](const QString &) {})
+            , life(bus, keeper, [](const QString &) {})
+        {
+            if (!keeper.load()) {
+                qFatal("the queue cannot be read");
+            }
+            life.begin();
+        }
+        ~LeavingAgent()
+        {
+            ::signal(SIGTERM, SIG_DFL);
+            QDBusConnection::disconnectFromBus(u"leaving-agent"_s);
+        }
+        LeavingAgent(const LeavingAgent &) = delete;
+        LeavingAgent &operator=(const LeavingAgent &) = delete;
+
+        // False when the agent can be terminated meanwhile.
+        bool leaveWithACall(const PendingRequest &late)
+        {
+            life.giveUpName();
+            life.stir();
+            keeper.add(late, [this](const std::expected<void, QString> &answer) {
+                isAnswered = answer.has_value();
+            });
+            return ::signal(SIGTERM, SIG_IGN) == SIG_IGN;
+        }
+
+        QDBusConnection bus;
+        RequestFile file;
+        LoginEntry entry;
+        FakeWallClock clock;
+        FakeNotificationServer server;
+        RequestKeeper keeper;
+        AgentLife life;
+        bool isAnswered = false;
+    };
+
+    // It can be opened, and gives an error of the disk.
+    void makeQueueUnreadable() const
+    {
+        QVERIFY(QDir().mkpath(QFileInfo(m_room->queuePath()).path()));
+        QVERIFY(QFile::link(u"/proc/self/mem"_s, m_room->queuePath()));
+    }
+
     std::unique_ptr<AgentRoom> m_room;
 };
 

@@ -7,10 +7,13 @@
 #include <QDBusConnectionInterface>
 #include <QDBusContext>
 #include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QDBusPendingCallWatcher>
 #include <QDateTime>
 #include <QHash>
 #include <QObject>
 #include <QStringList>
+#include <QTest>
 #include <QVariantMap>
 
 #include <vector>
@@ -59,6 +62,20 @@ public:
         // The connection ends with its last reference.
         m_bus = QDBusConnection(QString());
         QDBusConnection::disconnectFromBus(m_name);
+    }
+
+    /// Takes everything that was sent to it so far by who has left the bus. False when the bus does not
+    /// answer.
+    [[nodiscard]] bool drain()
+    {
+        const auto call = QDBusMessage::createMethodCall(
+            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId"));
+        // The bus's answer comes behind what it had for this connection before.
+        QDBusPendingCallWatcher watcher(m_bus.asyncCall(call, 20'000));
+        bool isDrained = false;
+        connect(&watcher, &QDBusPendingCallWatcher::finished, this, [&] { isDrained = true; });
+        return QTest::qWaitFor([&] { return isDrained; }, 20'000) && !watcher.isError();
     }
 
     [[nodiscard]] int shownWith(const QString &summary) const

@@ -3,16 +3,21 @@
 
 #include "NotificationAgent/RequestFile.h"
 
+#include <linux/capability.h>
 #include <signal.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <algorithm>
+#include <array>
 #include <memory>
 #include <random>
 
@@ -57,6 +62,26 @@ public:
 
 private:
     rlimit m_before{};
+};
+
+// While it lives, the permissions of files hold for this thread also where it is root's.
+class NoPrivileges {
+public:
+    NoPrivileges()
+    {
+        ::syscall(SYS_capget, &m_header, m_before.data());
+        std::array<__user_cap_data_struct, 2> fewer = m_before;
+        fewer[0].effective = 0;
+        fewer[1].effective = 0;
+        ::syscall(SYS_capset, &m_header, fewer.data());
+    }
+    ~NoPrivileges() { ::syscall(SYS_capset, &m_header, m_before.data()); }
+    NoPrivileges(const NoPrivileges &) = delete;
+    NoPrivileges &operator=(const NoPrivileges &) = delete;
+
+private:
+    __user_cap_header_struct m_header{_LINUX_CAPABILITY_VERSION_3, 0};
+    std::array<__user_cap_data_struct, 2> m_before{};
 };
 
 } // namespace
@@ -181,6 +206,12 @@ private Q_SLOTS:
             noise += static_cast<char>(random());
         }
         QTest::newRow("noise") << noise << noise;
+        // Each of these might be where an entry starts; looking at all of them to the end would take minutes.
+        QTest::newRow("places") << QByteArray(" [\"").repeated(300'000) + "]\n"
+                                << QByteArray(" [\"").repeated(300'000);
+        QTest::newRow("places that look like entries")
+            << QByteArray("0123456789abcdef [\"").repeated(50'000) + "]\n"
+            << QByteArray("]");
         QTest::newRow("one long line") << QByteArray(200'000, '[') << QByteArray(200'000, '"');
     }
 
@@ -191,7 +222,10 @@ private Q_SLOTS:
         const QByteArray text = encodedRequests(queueOf(10));
         put(before + text + after);
         RequestFile file(m_path);
+        QElapsedTimer timer;
+        timer.start();
         const auto found = file.read();
+        QVERIFY(timer.elapsed() < 5000);
         QVERIFY(found.queue == queueOf(10));
         QCOMPARE(found.remarks.size(), 2);
         QCOMPARE(content(m_path + u".unreadable"_s), before + text + after);
@@ -304,6 +338,63 @@ private Q_SLOTS:
             QCOMPARE(RequestFile(m_path).read().queue.size(), 3);
         }
         QVERIFY(RequestFile(m_path).read().queue == queueOf(3));
+    }
+
+    void whatTheDiskDoesNotGiveNowIsLeftAsItIs_data()
+    {
+        QTest::addColumn<bool>("isOutOfFiles");
+        QTest::newRow("an error of the disk") << false;
+        QTest::newRow("too many open files") << true;
+    }
+
+    void whatTheDiskDoesNotGiveNowIsLeftAsItIs()
+    {
+        QFETCH(bool, isOutOfFiles);
+        QVERIFY(RequestFile(m_path).write(queueOf(3)));
+        rlimit before{};
+        ::getrlimit(RLIMIT_NOFILE, &before);
+        if (isOutOfFiles) {
+            const rlimit none{0, before.rlim_max};
+            ::setrlimit(RLIMIT_NOFILE, &none);
+        } else {
+            // Its first page is never there.
+            QVERIFY(QFile::rename(m_path, m_path + u".real"_s));
+            QVERIFY(QFile::link(u"/proc/self/mem"_s, m_path));
+        }
+        RequestFile file(m_path);
+        const bool isEmpty = file.isEmpty();
+        const auto content = file.read();
+        ::setrlimit(RLIMIT_NOFILE, &before);
+        QVERIFY(!isEmpty);
+        QVERIFY(!content.isReadable);
+        QCOMPARE(content.remarks.size(), 1);
+        QVERIFY(content.remarks.first().startsWith(u"cannot be read: "_s));
+        QVERIFY(!QFile::exists(m_path + u".unreadable"_s));
+        if (!isOutOfFiles) {
+            QVERIFY(QFile::remove(m_path));
+            QVERIFY(QFile::rename(m_path + u".real"_s, m_path));
+        }
+        QVERIFY(RequestFile(m_path).read().queue == queueOf(3));
+    }
+
+    void aFolderThatCannotBeFlushedIsToldAndIsNoFailure()
+    {
+        // A folder in which one may write, and which one may not open.
+        const QByteArray folder = QFile::encodeName(QFileInfo(m_path).path());
+        QVERIFY(QDir().mkpath(QFileInfo(m_path).path()));
+        QCOMPARE(::chmod(folder.constData(), 0300), 0);
+        QStringList lines;
+        RequestFile file(m_path, [&](const QString &line) { lines.append(line); });
+        bool isWritten = false;
+        {
+            const NoPrivileges none;
+            isWritten = file.write(queueOf(3)).has_value();
+        }
+        QCOMPARE(::chmod(folder.constData(), 0700), 0);
+        QVERIFY(isWritten);
+        QCOMPARE(lines.filter(u"folder cannot be flushed: "_s).size(), 1);
+        QVERIFY(RequestFile(m_path).read().queue == queueOf(3));
+        QVERIFY(file.strike({request(1).identifier}));
     }
 
     void whereTheFolderCannotBeMadeItIsTold()

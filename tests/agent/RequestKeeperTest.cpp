@@ -324,6 +324,87 @@ private Q_SLOTS:
         QCOMPARE(m_keeper->queue().requests().front().fireDate, noon + 30);
     }
 
+    // A request that is back in the queue only because its successor could not be written is not lost.
+    void whatWasReplacedInVainIsTriedAgainItself()
+    {
+        m_server->outcome = Outcome::notShown;
+        std::unique_ptr<NoDisk> none;
+        std::optional<bool> isReplaced;
+        m_server->onDeliver = [&](const PendingRequest &) {
+            if (!isReplaced) {
+                none = std::make_unique<NoDisk>();
+                m_keeper->add(request(u"a"_s, noon + 30), [&](const std::expected<void, QString> &answer) {
+                    isReplaced = answer.has_value();
+                });
+                // Ahead of the write.
+                m_server->finishNow();
+            }
+        };
+        QVERIFY(add(request(u"a"_s, noon)));
+        QTRY_VERIFY(isReplaced.has_value());
+        none.reset();
+        QVERIFY(!*isReplaced);
+        m_server->onDeliver = {};
+        QCOMPARE(m_keeper->queue().requests().size(), 1U);
+        QCOMPARE(m_keeper->queue().requests().front().fireDate, noon);
+        m_server->outcome = Outcome::shown;
+        QTRY_VERIFY_WITH_TIMEOUT(m_keeper->isIdle(), 10'000);
+        QCOMPARE(m_server->handed.size(), 2);
+    }
+
+    // Who is told that nothing was taken back may count on what is pending.
+    void whatCouldNotBeTakenBackIsStillTriedAgain_data()
+    {
+        QTest::addColumn<bool>("isHeld");
+        QTest::newRow("while it is with the server") << false;
+        QTest::newRow("while nobody knows") << true;
+    }
+
+    void whatCouldNotBeTakenBackIsStillTriedAgain()
+    {
+        QFETCH(bool, isHeld);
+        QVERIFY(add(request(u"other"_s, noon + 30)));
+        const auto removeInVain = [this] {
+            const NoDisk none;
+            return !remove({u"a"_s, u"other"_s});
+        };
+        m_server->outcome = isHeld ? Outcome::unknown : Outcome::notShown;
+        bool isRefused = false;
+        if (!isHeld) {
+            m_server->isSlow = true;
+        }
+        QVERIFY(add(request(u"a"_s, noon)));
+        QTRY_COMPARE(m_server->handed.size(), 1);
+        if (isHeld) {
+            settle();
+        }
+        isRefused = removeInVain();
+        QVERIFY(isRefused);
+        m_server->isSlow = false;
+        if (isHeld) {
+            m_server->outcome = Outcome::shown;
+            Q_EMIT m_server->left();
+        } else {
+            m_server->outcome = Outcome::notShown;
+            m_server->finishNow();
+            m_server->outcome = Outcome::shown;
+        }
+        QTRY_COMPARE_WITH_TIMEOUT(m_server->handed, (QStringList{u"a"_s, u"a"_s}), 10'000);
+    }
+
+    void whatWasTakenBackJustBeforeTheServerLeftIsNotTriedAgain()
+    {
+        m_server->outcome = Outcome::unknown;
+        QVERIFY(add(request(u"a"_s, noon)));
+        QTRY_COMPARE(m_server->handed.size(), 1);
+        settle();
+        m_keeper->remove({u"a"_s}, [](const std::expected<void, QString> &) {});
+        Q_EMIT m_server->left();
+        settle();
+        QVERIFY(m_keeper->isIdle());
+        QCOMPARE(m_server->handed.size(), 1);
+    }
+
     // --- the clock
     // ------------------------------------------------------------------------------------------
 
@@ -525,6 +606,32 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(m_entry->path()));
     }
 
+    void aLoginEntryThatCouldNotBeWrittenIsToldOnceAndTriedAgain()
+    {
+        QFile obstacle(m_folder->filePath(u"config"_s));
+        QVERIFY(obstacle.open(QIODevice::WriteOnly));
+        QVERIFY(add(request(u"a"_s, noon + 1)));
+        QVERIFY(add(request(u"b"_s, noon + 1)));
+        QCOMPARE(m_lines.filter(u"login entry"_s).size(), 1);
+        // The next agent tells of it too.
+        restart();
+        QCOMPARE(m_lines.filter(u"login entry"_s).size(), 2);
+        QVERIFY(obstacle.remove());
+        QVERIFY(add(request(u"c"_s, noon + 1)));
+        QVERIFY(QFile::exists(m_entry->path()));
+    }
+
+    void whatComesWhileItRestsIsWrittenAndNotDelivered()
+    {
+        m_keeper->rest();
+        QVERIFY(add(request(u"a"_s, noon)));
+        settle();
+        QCOMPARE(onDisk(), QStringList{u"a"_s});
+        QCOMPARE(m_server->asked, 0);
+        m_keeper->start();
+        QTRY_COMPARE(m_server->handed, QStringList{u"a"_s});
+    }
+
     void whenAllIsDoneTheFileHoldsNothingOfIt()
     {
         QVERIFY(add(request(u"a"_s, noon)));
@@ -581,7 +688,7 @@ private:
         m_file = std::make_unique<RequestFile>(m_path());
         m_keeper = std::make_unique<RequestKeeper>(*m_file, *m_entry, *m_clock, *m_server,
                                                    [this](const QString &line) { m_lines.append(line); });
-        m_keeper->load();
+        QVERIFY(m_keeper->load());
         m_keeper->start();
     }
 

@@ -130,7 +130,7 @@ template <typename Start>
 [[nodiscard]] Pending<GObjectRef<GAsyncResult>> startGioCall(Start start)
 {
     using Result = Pending<GObjectRef<GAsyncResult>>;
-    const Result pending;
+    Result pending;
     start(
         +[](GObject *, GAsyncResult *result, gpointer data) {
             const std::unique_ptr<Result> pending(static_cast<Result *>(data));
@@ -183,6 +183,7 @@ public:
             return;
         }
         // Its thread still works on it: it is kept where a leak checker finds it, until the process ends.
+        // NOLINTNEXTLINE(bugprone-unhandled-exception-at-new): without memory for a pointer the program ends.
         static auto &left = *new std::vector<QThreadPool *>;
         left.push_back(m_pool);
     }

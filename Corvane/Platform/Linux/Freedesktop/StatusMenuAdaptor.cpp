@@ -162,6 +162,7 @@ uint StatusMenuAdaptor::GetLayout(int parentId, int recursionDepth, const QStrin
         refuse(message, u"no such line"_s);
         return m_revision;
     }
+    m_wasRead = true;
     layout.id = parentId;
     layout.properties = propertiesOf(parentId, propertyNames);
     if (parentId == 0 && recursionDepth != 0) {
@@ -197,6 +198,12 @@ QDBusVariant StatusMenuAdaptor::GetProperty(int id, const QString &name, const Q
 
 void StatusMenuAdaptor::Event(int id, const QString &eventId, const QDBusVariant &, uint)
 {
+    if (id == 0 && eventId == "opened"_L1) {
+        m_wasOpened = true;
+        m_handlers.aboutToShow();
+    } else if (id == 0 && eventId == "closed"_L1) {
+        m_wasOpened = false;
+    }
     if (eventId == "clicked"_L1 && id > 0 && isKnown(id) && !m_lines.at(id - 1).isEmpty()) {
         m_handlers.clicked(id - 1);
     }
@@ -216,7 +223,9 @@ QList<int> StatusMenuAdaptor::EventGroup(const MenuEvents &events)
 
 bool StatusMenuAdaptor::AboutToShow(int id)
 {
-    if (id == 0) {
+    // Some panels ask this as soon as they take the item, before they have read what there is to show; and
+    // some say it in two ways when they do show it.
+    if (id == 0 && m_wasRead && !std::exchange(m_wasOpened, false)) {
         m_handlers.aboutToShow();
     }
     return false; // the layout that the panel has is the present one

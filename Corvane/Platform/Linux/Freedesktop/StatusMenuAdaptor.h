@@ -85,6 +85,9 @@ public:
     /// Of an object that goes onto `bus`.
     StatusMenuAdaptor(QObject *parent, QDBusConnection bus, Handlers handlers);
 
+    /// Another panel has taken the item: none has read the menu yet.
+    void panelChanged() { m_wasRead = false; }
+
     /// The lines from above to below; an empty text is a line between groups.
     void setLines(const QStringList &texts);
 
@@ -119,6 +122,8 @@ private:
     Handlers m_handlers;
     QStringList m_lines;
     uint m_revision = 1;
+    bool m_wasRead = false;   ///< a panel has asked for the lines since it took the item
+    bool m_wasOpened = false; ///< it told so, and may say once more that it is about to show the menu
 };
 
 } // namespace corvane

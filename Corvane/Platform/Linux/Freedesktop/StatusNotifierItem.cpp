@@ -13,6 +13,7 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
 #include <QGuiApplication>
+#include <QLineF>
 #include <QScreen>
 
 #include <utility>
@@ -130,6 +131,9 @@ void StatusNotifierItem::registrationAnswered(const QDBusMessage &answer)
 {
     if (answer.type() == QDBusMessage::ReplyMessage) {
         m_isSilent = false;
+        if (m_menuAdaptor != nullptr) {
+            m_menuAdaptor->panelChanged();
+        }
         setPresence(true, true, false);
         Q_EMIT registered();
         askForHost();
@@ -223,8 +227,13 @@ void StatusNotifierItem::click(int x, int y)
         Q_EMIT activated(std::nullopt, token);
         return;
     }
-    const QPointF place =
-        m_desktop.tellsPointer ? QPointF(QCursor::pos()) : QPointF(x, y) / screen->devicePixelRatio();
+    const QPointF told = QPointF(x, y) / screen->devicePixelRatio();
+    QPointF place = m_desktop.tellsPointer ? QPointF(QCursor::pos()) : told;
+    // Chosen with the keyboard, the item is not where the pointer is. What is made up lies on the edge.
+    constexpr double farFromItem = 64;
+    if (x > 0 && y > 0 && QLineF(place, told).length() > farFromItem) {
+        place = told;
+    }
     // The bus counts downwards from the top, points count upwards from the main screen's lower edge.
     const QRect frame = screen->geometry();
     Q_EMIT activated(Point{place.x(), frame.y() + frame.height() - place.y()}, token);
