@@ -6,10 +6,52 @@
     windows_road.py Windows.setupLeadsToALessonEnteredByHandAndItsBanners
 """
 import datetime
+import pathlib
 import time
 import unittest
+import urllib.parse
 
-from quillet_desktop import Desktop, poll
+from quillet_desktop import PREFIX, Desktop, poll
+
+MANUAL = "Quillet-User-Manual.pdf"
+
+# The windows by their titles: what the panel calls them, and a text that each shows.
+WINDOWS = {
+    "Welcome to Quillet": ("Quick Start", "Page 1 of 5"),
+    "Quillet Help": ("User Manual", "Open PDF Manual"),
+    "About Quillet": ("About Quillet", "Contact Support"),
+    "Quillet Settings": ("Settings", "Manual Lesson Entry"),
+}
+
+
+class Viewer:
+    """The desktop's viewer of PDF files: shows nothing, and records what it was asked to open."""
+
+    def __init__(self, desktop):
+        self.record = desktop.room / "opened"
+        command = desktop.room / "viewer"
+        command.write_text(f"#!/bin/sh\nprintf '%s\\n' \"$@\" >>'{self.record}'\n")
+        command.chmod(0o700)
+        entry = desktop.data / "applications/viewer.desktop"
+        entry.parent.mkdir(parents=True, exist_ok=True)
+        entry.write_text(f"[Desktop Entry]\nType=Application\nName=Viewer\nExec={command} %u\n"
+                         "MimeType=application/pdf;\n")
+        (desktop.config / "mimeapps.list").write_text(
+            "[Default Applications]\napplication/pdf=viewer.desktop\n")
+
+    def opened(self):
+        """The paths it was asked to open, in order."""
+        try:
+            asked = self.record.read_text().splitlines()
+        except FileNotFoundError:
+            return []
+        return [pathlib.Path(urllib.parse.unquote(urllib.parse.urlsplit(text).path)) for text in asked]
+
+
+def memory(pid):
+    """What the process takes, in MiB: RSS and PSS."""
+    sizes = dict(line.split()[:2] for line in pathlib.Path(f"/proc/{pid}/smaps_rollup").read_text().splitlines()[1:])
+    return tuple(int(sizes[key]) / 1024 for key in ("Rss:", "Pss:"))
 
 
 class Windows(unittest.TestCase):
@@ -84,6 +126,101 @@ class Windows(unittest.TestCase):
             self.assertIn("[]", desktop.setting("manualLessons"))
             poll("the lesson's start", lambda: time.time() > start + 3, 120, 0.5)
             self.assertEqual([banner.state for banner in program.banners()], ["prepare", "oneMinuteWarning"])
+            self.assertEqual(program.quit(), 0)
+
+    # --- opening and closing
+
+    def active_title(self, desktop):
+        window = desktop.active_window()
+        if not window:
+            return None
+        try:
+            return desktop.run("xdotool", "getwindowname", str(window)).strip()
+        except AssertionError:
+            return None  # it has gone meanwhile
+
+    def open_window(self, desktop, program, title):
+        command, text = WINDOWS[title]
+        program.open_panel()
+        program.press(command)
+        self.wait_for_text(program, text)
+        poll(f"{title} to have the keyboard", lambda: self.active_title(desktop) == title)
+
+    def close_window(self, desktop, program, title):
+        """Closes the active window by its keys."""
+        self.assertEqual(self.active_title(desktop), title)
+        desktop.run("xdotool", "key", "ctrl+w")
+        poll(f"{title} to close", lambda: not program.shows(WINDOWS[title][1]))
+
+    def helpIsSearchedAndItsManualOpenedAndTheBellOutlivesTheWindows(self):
+        with Desktop() as desktop:
+            viewer = Viewer(desktop)
+            program = desktop.start_quillet()
+            self.finish_setup(desktop, program)
+            (bell,) = poll("the bell", desktop.status_items)
+
+            self.open_window(desktop, program, "Quillet Help")
+            self.assertTrue(program.shows("Version History"))
+            desktop.run("xdotool", "key", "ctrl+f")
+            desktop.run("xdotool", "type", "--delay", "100", "privacy")
+            poll("the topics to be sifted", lambda: not program.shows("Version History"))
+            self.assertTrue(program.shows("Installation & Permissions"))
+            self.assertFalse(program.shows("First Launch"))
+            place = program.accessible("where", "Installation & Permissions").split()
+            desktop.run("xdotool", "mousemove", *place, "click", "1")
+            self.wait_for_text(program, "First Launch")
+
+            program.press("Open PDF Manual")
+            installed = PREFIX / "share/quillet" / MANUAL
+            self.assertTrue(installed.is_file())
+            poll("the viewer", viewer.opened, 20)
+            self.assertEqual([path.resolve() for path in viewer.opened()], [installed.resolve()])
+
+            self.close_window(desktop, program, "Quillet Help")
+            for title in ("About Quillet", "Quillet Settings"):
+                self.open_window(desktop, program, title)
+                self.close_window(desktop, program, title)
+            poll("the panel to close", lambda: not program.shows("Quit Quillet"))
+            program.check_alive()
+            self.assertEqual(desktop.status_items(), [bell])
+            self.assertEqual(len(viewer.opened()), 1)
+            self.assertEqual(program.quit(), 0)
+
+    # --- memory
+
+    def openingAndClosingEveryWindowTenTimesGivesTheMemoryBack(self):
+        """Measured from the state after one round: what the first window ever loads, such as fonts, the style and
+        the toolkit's caches, stays by intent. What ten further rounds add would be lost."""
+        with Desktop() as desktop:
+            program = desktop.start_quillet()
+            self.finish_setup(desktop, program)
+
+            def settled():
+                """Once two looks in a row agree to a quarter of a MiB."""
+                last = [memory(program.process.pid)]
+
+                def agrees():
+                    now, before = memory(program.process.pid), last[0]
+                    last[0] = now
+                    return now if max(abs(a - b) for a, b in zip(now, before)) < 0.25 else None
+                return poll("the memory to settle", agrees, 10, 0.5)
+
+            def open_and_close_all():
+                for title in WINDOWS:
+                    self.open_window(desktop, program, title)
+                    self.close_window(desktop, program, title)
+
+            idle = settled()
+            open_and_close_all()
+            before = settled()
+            for _ in range(10):
+                open_and_close_all()
+            after = settled()
+            for what, (rss, pss) in (("after the setup", idle), ("after one round", before),
+                                     ("after ten more", after)):
+                print(f"memory {what}: RSS {rss:.1f} MiB, PSS {pss:.1f} MiB", flush=True)
+            for grown in (after[0] - before[0], after[1] - before[1]):
+                self.assertLess(grown, 5.0)
             self.assertEqual(program.quit(), 0)
 
 
