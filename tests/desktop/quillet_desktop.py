@@ -123,14 +123,14 @@ class Picture:
 class Program:
     """A running Quillet and its log."""
 
-    def __init__(self, desktop, environment=None, arguments=()):
+    def __init__(self, desktop, environment=None, arguments=(), prefix=PREFIX):
         self.desktop = desktop
         self.output = desktop.room / "logs" / "quillet"
         self.environment = {**desktop.environment, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", **(environment or {})}
         self.log = pathlib.Path(self.environment["XDG_STATE_HOME"]) / "Logs/Quillet/quillet-debug.log"
         with self.output.open("ab") as output:
             self.started = time.time()
-            self.process = subprocess.Popen([PREFIX / "bin/quillet", *arguments], env=self.environment,
+            self.process = subprocess.Popen([prefix / "bin/quillet", *arguments], env=self.environment,
                                             stdin=subprocess.DEVNULL, stdout=output, stderr=output)
 
     def lines(self):
@@ -293,8 +293,8 @@ class Desktop(contextlib.AbstractContextManager):
 
     # --- programs
 
-    def start_quillet(self, environment=None, arguments=()):
-        program = Program(self, environment, arguments)
+    def start_quillet(self, environment=None, arguments=(), prefix=PREFIX):
+        program = Program(self, environment, arguments, prefix)
         self.programs.append(program)
         return program
 
