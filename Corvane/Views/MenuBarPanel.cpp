@@ -78,9 +78,10 @@ void MenuBarPanel::show(bool isOrdinary, std::optional<Point> item, Wish wish)
         });
         m_window = window;
         window->setWindowTitle(title());
+        // Before the native window is made, which winId() does.
+        window->setAttribute(Qt::WA_ShowWithoutActivating, wish == Wish::none);
         connect(window, &PanelWindow::dismissed, this, &MenuBarPanel::close);
         m_windowSystem.keepOutOfTaskBar(window->winId());
-        window->setAttribute(Qt::WA_ShowWithoutActivating, wish == Wish::none);
         window->fit();
         followScreens(window);
         window->show();

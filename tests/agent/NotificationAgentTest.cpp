@@ -273,7 +273,7 @@ private Q_SLOTS:
         const PendingRequest late = request(u"Anna"_s, AgentRoom::now() + 1000);
         {
             LeavingAgent agent(*m_room);
-            QTRY_VERIFY_WITH_TIMEOUT(m_room->isNameOwned(), patience);
+            QTRY_VERIFY_WITH_TIMEOUT(agent.hasStarted, patience);
             QSignalSpy ended(&agent.life, &AgentLife::ended);
             QVERIFY(agent.leaveWithACall(late));
             QTRY_COMPARE_WITH_TIMEOUT(ended.size(), 1, patience);
@@ -292,7 +292,7 @@ private Q_SLOTS:
     void whereTheBusStartsNothingWhatComesWhileItLeavesKeepsIt()
     {
         LeavingAgent agent(*m_room);
-        QTRY_VERIFY_WITH_TIMEOUT(m_room->isNameOwned(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(agent.hasStarted, patience);
         QSignalSpy ended(&agent.life, &AgentLife::ended);
         QVERIFY(agent.leaveWithACall(request(u"Anna"_s, AgentRoom::now())));
         QTRY_COMPARE_WITH_TIMEOUT(agent.server.handed.size(), 1, patience);
@@ -490,6 +490,7 @@ private:
             if (!keeper.load()) {
                 qFatal("the queue cannot be read");
             }
+            QObject::connect(&keeper, &RequestKeeper::stirred, &life, [this] { hasStarted = true; });
             life.begin();
         }
         ~LeavingAgent()
@@ -519,6 +520,7 @@ private:
         RequestKeeper keeper;
         AgentLife life;
         bool isAnswered = false;
+        bool hasStarted = false; ///< it has its name, and knows it
     };
 
     // It can be opened, and gives an error of the disk.

@@ -5,6 +5,8 @@
 
     panel_road.py Panel.aClickOnTheBellOpensThePanelThereAndAnotherClosesIt
 """
+import os
+import signal
 import time
 import unittest
 
@@ -123,7 +125,9 @@ class Panel(unittest.TestCase):
             self.assertGreater(told.time - program.started, 55)
             window = self.wait_for_panel(desktop)
             self.assertGreater(desktop.frame_of(window)[2], 0)  # an ordinary one, with a title bar
-            poll("the window to have the keyboard", lambda: desktop.active_window() == window)
+            # Nobody asked for it, so that the keyboard stays where it was.
+            self.assertNotEqual(desktop.active_window(), window)
+            desktop.run("xdotool", "windowactivate", "--sync", str(window))
             desktop.run("xdotool", "key", "Escape")
             self.wait_until_closed(desktop)
             program.check_alive()
@@ -131,6 +135,19 @@ class Panel(unittest.TestCase):
             self.assertEqual(desktop.start_quillet().wait_for_end(), 0)
             self.wait_for_panel(desktop)
             self.assertEqual(len(program.find(NO_PANEL)), 1)
+            self.end(program)
+
+    def aPanelThatGoesLaterOpensNothing(self):
+        with Desktop() as desktop:
+            program = self.start(desktop)
+            program.wait_for("^status item registered")
+            desktop.bell()  # it is there
+            os.kill(desktop.pid_of("panel"), signal.SIGKILL)
+            program.wait_for(NO_PANEL, OVERDUE)
+            # What would open does so at once.
+            deadline = time.monotonic() + 2
+            poll("two seconds to pass", lambda: desktop.windows(PANEL) or time.monotonic() > deadline)
+            self.assertEqual(desktop.windows(PANEL), [])
             self.end(program)
 
     def withoutAPanelTheLoginEntrysStartOpensNothing(self):
