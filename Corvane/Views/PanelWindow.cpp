@@ -4,6 +4,7 @@
 #include "Corvane/Views/PanelWindow.h"
 
 #include "Corvane/Look/Look.h"
+#include "Corvane/Look/ScrollView.h"
 
 #include <QBoxLayout>
 #include <QCloseEvent>
@@ -60,6 +61,7 @@ PanelWindow::PanelWindow(Kind kind, std::unique_ptr<QWidget> content, Placing pl
     m_scroll->setFrameShape(QFrame::NoFrame);
     m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_scroll->setWidgetResizable(true);
+    look::makeSlim(*m_scroll->verticalScrollBar());
     m_scroll->setFocusPolicy(Qt::NoFocus);
     // What lies behind the content is painted once, by the window, with its corners.
     m_scroll->setWidget(m_content);
