@@ -6,6 +6,7 @@
 #include "Corvane/Platform/Linux/X11/X11Screens.h"
 #include "Corvane/Views/FloatingBannerView.h"
 #include "tests/adapters/WindowManagement.h"
+#include "tests/contracts/ScreensContract.h"
 #include "tests/support/TestDesktop.h"
 
 #include <QApplication>
@@ -13,6 +14,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <memory>
 
 using namespace corvane;
 using namespace Qt::StringLiterals;
@@ -158,6 +160,28 @@ private Q_SLOTS:
     }
 };
 
+/// What screens answer everywhere, with two of them: the key window stands on the second.
+class TwoScreensContractTest final : public ScreensContract {
+    Q_OBJECT
+
+protected:
+    Screens &screens() override { return m_screens; }
+
+    void openKeyWindow() override
+    {
+        m_window = std::make_unique<QWidget>();
+        m_window->setGeometry(monitorWidth + 50, 50, 200, 100);
+        m_window->show();
+        m_window->activateWindow();
+    }
+
+    void closeKeyWindow() override { m_window.reset(); }
+
+private:
+    X11Screens m_screens;
+    std::unique_ptr<QWidget> m_window;
+};
+
 /// Called with "--twice", at a scale factor of two.
 int main(int argc, char *argv[])
 {
@@ -171,7 +195,8 @@ int main(int argc, char *argv[])
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     X11TwoMonitorsTest test(desktop, isTwice ? 2 : 1);
-    return QTest::qExec(&test, argc, argv);
+    TwoScreensContractTest contract;
+    return QTest::qExec(&test, argc, argv) + QTest::qExec(&contract, argc, argv);
 }
 
 #include "X11TwoMonitorsTest.moc"

@@ -18,6 +18,7 @@ class X11BannerPanelsContractTest final : public BannerPanelsContract {
 protected:
     BannerPanels &panels() override { return m_panels; }
     void pressCloseButton() override { m_button->click(); }
+    bool isOnScreen() override { return m_button && m_button->window()->isVisible(); }
 
 private:
     QPointer<QPushButton> m_button;
@@ -38,8 +39,18 @@ class X11ScreensContractTest final : public ScreensContract {
 protected:
     Screens &screens() override { return m_screens; }
 
+    void openKeyWindow() override
+    {
+        m_window = std::make_unique<QWidget>();
+        m_window->show();
+        m_window->activateWindow();
+    }
+
+    void closeKeyWindow() override { m_window.reset(); }
+
 private:
     X11Screens m_screens;
+    std::unique_ptr<QWidget> m_window;
 };
 
 /// Runs both contracts: on a display of its own or, called with "--offscreen", without any X server.
@@ -55,6 +66,7 @@ int main(int argc, char *argv[])
         desktop = std::make_unique<TestDesktop>(QSize(1280, 800));
     }
     QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
     X11BannerPanelsContractTest panels;
     X11ScreensContractTest screens;
     return QTest::qExec(&panels, argc, argv) + QTest::qExec(&screens, argc, argv);
