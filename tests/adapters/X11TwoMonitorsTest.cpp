@@ -6,7 +6,7 @@
 #include "Corvane/Platform/Linux/X11/X11Screens.h"
 #include "Corvane/Views/FloatingBannerView.h"
 #include "tests/adapters/WindowManagement.h"
-#include "tests/contracts/ScreensContract.h"
+#include "tests/contracts/WidgetScreensContract.h"
 #include "tests/support/TestDesktop.h"
 
 #include <QApplication>
@@ -14,7 +14,6 @@
 #include <QTest>
 
 #include <algorithm>
-#include <memory>
 
 using namespace corvane;
 using namespace Qt::StringLiterals;
@@ -161,25 +160,15 @@ private Q_SLOTS:
 };
 
 /// What screens answer everywhere, with two of them: the key window stands on the second.
-class TwoScreensContractTest final : public ScreensContract {
+class TwoScreensContractTest final : public WidgetScreensContract {
     Q_OBJECT
 
 protected:
     Screens &screens() override { return m_screens; }
-
-    void openKeyWindow() override
-    {
-        m_window = std::make_unique<QWidget>();
-        m_window->setGeometry(monitorWidth + 50, 50, 200, 100);
-        m_window->show();
-        m_window->activateWindow();
-    }
-
-    void closeKeyWindow() override { m_window.reset(); }
+    QRect place() const override { return {monitorWidth + 50, 50, 200, 100}; }
 
 private:
     X11Screens m_screens;
-    std::unique_ptr<QWidget> m_window;
 };
 
 /// Called with "--twice", at a scale factor of two.

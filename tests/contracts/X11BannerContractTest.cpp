@@ -4,7 +4,7 @@
 #include "Corvane/Platform/Linux/X11/X11BannerPanels.h"
 #include "Corvane/Platform/Linux/X11/X11Screens.h"
 #include "tests/contracts/BannerPanelsContract.h"
-#include "tests/contracts/ScreensContract.h"
+#include "tests/contracts/WidgetScreensContract.h"
 #include "tests/support/TestDesktop.h"
 
 #include <QApplication>
@@ -33,24 +33,14 @@ private:
                              {.cornerRadius = 40, .shadowBlur = 28, .shadowOpacity = 0.55}};
 };
 
-class X11ScreensContractTest final : public ScreensContract {
+class X11ScreensContractTest final : public WidgetScreensContract {
     Q_OBJECT
 
 protected:
     Screens &screens() override { return m_screens; }
 
-    void openKeyWindow() override
-    {
-        m_window = std::make_unique<QWidget>();
-        m_window->show();
-        m_window->activateWindow();
-    }
-
-    void closeKeyWindow() override { m_window.reset(); }
-
 private:
     X11Screens m_screens;
-    std::unique_ptr<QWidget> m_window;
 };
 
 /// Runs both contracts: on a display of its own or, called with "--offscreen", without any X server.
