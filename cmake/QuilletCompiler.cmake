@@ -23,6 +23,8 @@ if(CCACHE)
 endif()
 
 add_compile_options(-Wall -Wextra -Wpedantic -Werror)
+# Some libraries ask for it and all files share precompiled headers.
+add_compile_options(-pthread)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     add_compile_options(-fpch-preprocess)
 endif()
@@ -46,10 +48,26 @@ if(QUILLET_COVERAGE)
     add_link_options(--coverage)
 endif()
 
-# Precompiles the headers that nearly every file of a target reads.
-function(quillet_precompile target)
+# The headers that nearly every file reads are precompiled twice: `core` for files without windows, `widgets` for
+# those with. Their owners define nothing beyond what all their users define, or the compiler could not use them.
+# Qt Test is not among them: it depends on each test's own folder.
+if(QUILLET_PRECOMPILE)
+    set(values <qcoro/qcorotask.h> <chrono> <expected> <functional> <memory> <optional> <vector>)
+    foreach(kind core widgets)
+        file(CONFIGURE OUTPUT headers-${kind}.cpp CONTENT "")
+        add_library(headers-${kind} OBJECT ${CMAKE_CURRENT_BINARY_DIR}/headers-${kind}.cpp)
+        set_target_properties(headers-${kind} PROPERTIES AUTOMOC OFF AUTORCC OFF)
+    endforeach()
+    target_link_libraries(headers-core PRIVATE Qt6::Core QCoro6::Core)
+    target_precompile_headers(headers-core PRIVATE <QtCore/QtCore> ${values})
+    target_link_libraries(headers-widgets PRIVATE Qt6::Widgets QCoro6::Core)
+    target_precompile_headers(headers-widgets PRIVATE <QtWidgets/QtWidgets> ${values})
+endif()
+
+# quillet_precompile(<target> core|widgets)
+function(quillet_precompile target kind)
     if(QUILLET_PRECOMPILE)
-        target_precompile_headers(${target} PRIVATE ${ARGN})
+        target_precompile_headers(${target} REUSE_FROM headers-${kind})
     endif()
 endfunction()
 
