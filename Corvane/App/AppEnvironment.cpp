@@ -7,6 +7,7 @@
 #include "Corvane/App/SettingsFile.h"
 #include "Corvane/Look/Look.h"
 #include "Corvane/Platform/Linux/EvolutionData/LinuxEventStore.h"
+#include "Corvane/Platform/Linux/Freedesktop/AutostartLoginItem.h"
 #include "Corvane/Views/FloatingBannerView.h"
 
 #include <QDBusConnection>

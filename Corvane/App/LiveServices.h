@@ -8,7 +8,6 @@
 #include "Corvane/Notifications/SystemNotificationScheduler.h"
 #include "Corvane/Notifications/SystemSoundPlayer.h"
 #include "Corvane/Platform/Linux/Freedesktop/AgentNotificationCenter.h"
-#include "Corvane/Platform/Linux/Freedesktop/AutostartLoginItem.h"
 #include "Corvane/Platform/Linux/Sound/CanberraSounds.h"
 #include "Corvane/Platform/Linux/Wayland/LayerShellBannerPanels.h"
 #include "Corvane/Platform/Linux/Wayland/WaylandConnection.h"
@@ -17,6 +16,7 @@
 #include "Corvane/Platform/Linux/X11/X11Screens.h"
 #include "Corvane/Services/CombinedLessonScheduleStore.h"
 #include "Corvane/Services/WorkflowTransitionScheduler.h"
+#include "Corvane/Settings/LoginItem.h"
 #include "Corvane/Utilities/DateProviding.h"
 
 #include <QSettings>
@@ -30,7 +30,7 @@ namespace corvane {
 struct LiveServices {
     SystemDateProvider dateProvider;
     std::unique_ptr<QSettings> standardUserDefaults;
-    std::unique_ptr<AutostartLoginItem> loginItem;
+    std::unique_ptr<LoginItem> loginItem;
     std::unique_ptr<AppSettings> settings;
     std::unique_ptr<DebugLogService> debugLogger;
     std::unique_ptr<EventStore> eventStore;

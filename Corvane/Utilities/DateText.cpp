@@ -24,7 +24,7 @@ QDateTime toDateTime(Date date)
     // back.
     const double milliseconds = std::floor(secondsSince1970(date) * 1000.0 + 0.0005);
     const double clamped = std::isnan(milliseconds) ? 0.0 : std::clamp(milliseconds, -furthest, furthest);
-    return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(clamped), Qt::UTC);
+    return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(clamped), QTimeZone::utc()).toUTC();
 }
 
 Date fromDateTime(const QDateTime &dateTime)

@@ -38,6 +38,11 @@ protected:
         return false;
     }
 
+    void makeRegisteringImpossible() override
+    {
+        put(m_folder->filePath(u"config"_s), u"a file where the folder should be"_s);
+    }
+
 private Q_SLOTS:
     void init()
     {
@@ -202,7 +207,7 @@ private Q_SLOTS:
 
     void aFolderThatCannotBeMadeIsAFailureInWords()
     {
-        put(m_folder->filePath(u"config"_s), u"a file where the folder should be"_s);
+        makeRegisteringImpossible();
         const auto result = m_item->registerItem();
         QVERIFY(!result);
         QVERIFY(result.error().localizedDescription.contains(m_item->path()));

@@ -6,6 +6,7 @@
 #include "Corvane/Platform/Linux/Freedesktop/StatusBell.h"
 #include "Corvane/Platform/Linux/X11/X11Connection.h"
 #include "tests/adapters/StatusNotifierHost.h"
+#include "tests/adapters/Tray.h"
 #include "tests/adapters/WindowManagement.h"
 #include "tests/contracts/StatusItemContract.h"
 #include "tests/support/PrivateBus.h"
@@ -27,74 +28,6 @@ namespace {
 
 constexpr int patience = 10'000; // milliseconds
 constexpr QSize screenSize(800, 400);
-constexpr int trayThickness = 30;
-
-/// A panel that knows the old kind of tray only, along the lower edge.
-class Tray final {
-public:
-    explicit Tray(const QColor &colour) : m_colour(colour)
-    {
-        QFile settings(m_folder.filePath(u"tint2rc"_s));
-        if (!settings.open(QIODevice::WriteOnly)) {
-            qFatal("the tray's settings cannot be written");
-        }
-        settings.write(
-            u"rounded = 0\nborder_width = 0\nbackground_color = %1 100\n"
-            "panel_items = S\npanel_size = 100% %2\npanel_position = bottom center horizontal\n"
-            "panel_background_id = 1\nsystray_padding = 6 2 6\nsystray_icon_size = 22\n"_s.arg(colour.name())
-                .arg(trayThickness)
-                .toUtf8());
-        settings.close();
-        m_process.setStandardOutputFile(QProcess::nullDevice());
-        m_process.setStandardErrorFile(QProcess::nullDevice());
-        m_process.start(u"tint2"_s, {u"-c"_s, settings.fileName()});
-        if (!m_process.waitForStarted()) {
-            qFatal("tint2 does not start");
-        }
-    }
-
-    ~Tray()
-    {
-        m_process.terminate();
-        m_process.waitForFinished(patience);
-    }
-
-    Tray(const Tray &) = delete;
-    Tray &operator=(const Tray &) = delete;
-
-    /// The part of the tray in which something else than the tray itself is to be seen.
-    [[nodiscard]] QRect shown() const
-    {
-        const QRect area(0, screenSize.height() - trayThickness, screenSize.width(), trayThickness);
-        const QImage picture = QGuiApplication::primaryScreen()
-                                   ->grabWindow(0, area.x(), area.y(), area.width(), area.height())
-                                   .toImage();
-        QRect found;
-        for (int y = 0; y < picture.height(); ++y) {
-            for (int x = 0; x < picture.width(); ++x) {
-                if (picture.pixelColor(x, y).rgb() != m_colour.rgb()) {
-                    found |= QRect(area.x() + x, area.y() + y, 1, 1);
-                }
-            }
-        }
-        return found;
-    }
-
-    /// Whether the tray stands there, and nothing in it.
-    [[nodiscard]] bool isEmpty() const { return shown().isNull(); }
-
-    /// Whether there is one icon in it, and nothing else.
-    [[nodiscard]] bool hasOneIcon() const
-    {
-        const QSize size = shown().size();
-        return size.width() >= 12 && size.width() <= 24 && size.height() >= 12 && size.height() <= 24;
-    }
-
-private:
-    QColor m_colour;
-    QTemporaryDir m_folder;
-    QProcess m_process;
-};
 
 /// The picture of the screen, to be looked at.
 void keepPicture(const QString &name)
@@ -107,7 +40,7 @@ void keepPicture(const QString &name)
 
 } // namespace
 
-class DesktopStatusItemTest final : public StatusItemContract {
+class DesktopStatusItemTest final : public StatusMenuContract {
     Q_OBJECT
 
 public:
@@ -288,7 +221,7 @@ private:
 
     void startTray(const QColor &colour)
     {
-        m_tray = std::make_unique<Tray>(colour);
+        m_tray = std::make_unique<Tray>(screenSize, colour);
         QTRY_VERIFY_WITH_TIMEOUT(x11::selectionOwner("_NET_SYSTEM_TRAY_S0") != 0, patience);
         QTRY_VERIFY_WITH_TIMEOUT(m_tray->isEmpty() || m_tray->hasOneIcon(), patience);
     }

@@ -20,7 +20,7 @@
 using namespace corvane;
 using namespace Qt::StringLiterals;
 
-class StatusNotifierItemTest final : public StatusItemContract {
+class StatusNotifierItemTest final : public StatusMenuContract {
     Q_OBJECT
 
 protected:

@@ -6,6 +6,7 @@
 #include "Corvane/Platform/Linux/X11/X11Screens.h"
 #include "Corvane/Views/FloatingBannerView.h"
 #include "tests/adapters/WindowManagement.h"
+#include "tests/contracts/WidgetScreensContract.h"
 #include "tests/support/TestDesktop.h"
 
 #include <QApplication>
@@ -158,6 +159,18 @@ private Q_SLOTS:
     }
 };
 
+/// What screens answer everywhere, with two of them: the key window stands on the second.
+class TwoScreensContractTest final : public WidgetScreensContract {
+    Q_OBJECT
+
+protected:
+    Screens &screens() override { return m_screens; }
+    QRect place() const override { return {monitorWidth + 50, 50, 200, 100}; }
+
+private:
+    X11Screens m_screens;
+};
+
 /// Called with "--twice", at a scale factor of two.
 int main(int argc, char *argv[])
 {
@@ -171,7 +184,8 @@ int main(int argc, char *argv[])
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     X11TwoMonitorsTest test(desktop, isTwice ? 2 : 1);
-    return QTest::qExec(&test, argc, argv);
+    TwoScreensContractTest contract;
+    return QTest::qExec(&test, argc, argv) + QTest::qExec(&contract, argc, argv);
 }
 
 #include "X11TwoMonitorsTest.moc"

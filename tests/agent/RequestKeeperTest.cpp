@@ -468,8 +468,8 @@ private Q_SLOTS:
     void daylightSavingMovesNothing_data()
     {
         QTest::addColumn<QDateTime>("from");
-        QTest::newRow("spring") << QDateTime({2027, 3, 28}, {0, 30}, Qt::UTC);
-        QTest::newRow("autumn") << QDateTime({2027, 10, 31}, {0, 30}, Qt::UTC);
+        QTest::newRow("spring") << QDateTime({2027, 3, 28}, {0, 30}, QTimeZone::utc());
+        QTest::newRow("autumn") << QDateTime({2027, 10, 31}, {0, 30}, QTimeZone::utc());
     }
 
     void daylightSavingMovesNothing()

@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
+#include <gio/gio.h>
+
 #include "Corvane/Platform/Linux/Freedesktop/AgentNotificationCenter.h"
 
 #include "Corvane/Notifications/SystemNotificationScheduler.h"
@@ -26,6 +28,16 @@ protected:
     UserNotificationCenter &center() override { return *m_center; }
 
     void passUntil(Date moment) override { QTRY_VERIFY_WITH_TIMEOUT(currentDate() >= moment, 10000); }
+
+    // The switch that GNOME's settings have for each application.
+    void setGranted(bool isGranted) override
+    {
+        GSettings *settings = g_settings_new_with_path(
+            "org.gnome.desktop.notifications.application",
+            "/org/gnome/desktop/notifications/application/com-ordwinsoftware-quillet/");
+        QVERIFY(g_settings_set_boolean(settings, "enable", isGranted ? TRUE : FALSE));
+        g_object_unref(settings);
+    }
 
 private Q_SLOTS:
     void init()

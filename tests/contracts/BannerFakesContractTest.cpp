@@ -14,6 +14,7 @@ class FakeBannerPanelsContractTest final : public BannerPanelsContract {
 protected:
     BannerPanels &panels() override { return m_panels; }
     void pressCloseButton() override { m_panels.records.back()->onDismiss(); }
+    bool isOnScreen() override { return m_panels.records.back()->isVisible; }
 
 private:
     FakeBannerPanels m_panels;
@@ -24,6 +25,8 @@ class FakeScreensContractTest final : public ScreensContract {
 
 protected:
     Screens &screens() override { return m_screens; }
+    void openKeyWindow() override { m_screens.keyWindow = m_screens.main; }
+    void closeKeyWindow() override { m_screens.keyWindow.reset(); }
 
 private:
     FakeScreens m_screens;

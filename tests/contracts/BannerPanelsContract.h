@@ -18,6 +18,8 @@ protected:
     virtual BannerPanels &panels() = 0;
     /// Presses the close button of the panel made last.
     virtual void pressCloseButton() = 0;
+    /// Whether the panel made last is on the screen.
+    [[nodiscard]] virtual bool isOnScreen() = 0;
 
     static constexpr Rect home{100, 200, 1000, 280};
 
@@ -52,6 +54,25 @@ private Q_SLOTS:
         QVERIFY(panel->frame() == home);
         panel->orderFrontRegardless();
         QVERIFY(panel->frame() == home);
+    }
+
+    void aPanelIsOnTheScreenFromItsOrderToItsClosing()
+    {
+        const auto panel = makePanel();
+        QVERIFY(!isOnScreen());
+        panel->orderFrontRegardless();
+        QTRY_VERIFY(isOnScreen());
+        panel->close();
+        QVERIFY(!isOnScreen());
+    }
+
+    void destroyingAPanelTakesItOffTheScreen()
+    {
+        auto panel = makePanel();
+        panel->orderFrontRegardless();
+        QTRY_VERIFY(isOnScreen());
+        panel.reset();
+        QVERIFY(!isOnScreen());
     }
 
     void aFrameThatIsSetCountsAtOnce()
@@ -106,6 +127,17 @@ private Q_SLOTS:
         panel->animate(shrinking(Seconds{0}), [&] { ++completions; });
         QCOMPARE(completions, 0);
         QTRY_COMPARE(completions, 1);
+    }
+
+    void anAnimationThatIsReplacedEndsWhereItIs()
+    {
+        const auto panel = makePanel();
+        panel->orderFrontRegardless();
+        panel->animate(shrinking(Seconds{10}), {});
+        QCoro::waitFor(wait(Seconds{0.1}));
+        const Rect reached = panel->frame();
+        panel->animate(shrinking(Seconds{10}), {});
+        QVERIFY(panel->frame() == reached);
     }
 
     void anAnimationThatIsReplacedNeverCompletes()
@@ -170,13 +202,22 @@ private Q_SLOTS:
         panel->close();
     }
 
-    void aClosedPanelTakesEveryCall()
+    void nothingAskedOfAClosedPanelHasAnEffect()
     {
         const auto panel = makePanel();
         panel->close();
+        panel->setFrame(home.scaledAboutCentre(0.95));
         panel->setAlpha(0.5);
         panel->orderFrontRegardless();
-        panel->animate(shrinking(Seconds{0.01}), {});
+        bool isDone = false;
+        panel->animate(shrinking(Seconds{0.01}), [&] { isDone = true; });
+        QVERIFY(!isOnScreen());
+        const auto other = makePanel();
+        other->orderFrontRegardless();
+        bool isOtherDone = false;
+        other->animate(shrinking(Seconds{0.1}), [&] { isOtherDone = true; });
+        QTRY_VERIFY(isOtherDone);
+        QVERIFY(!isDone);
         QVERIFY(panel->frame() == home);
     }
 

@@ -16,6 +16,7 @@ class CardPanelsContract : public BannerPanelsContract {
 
 protected:
     void pressCloseButton() override { m_button->click(); }
+    bool isOnScreen() override { return m_button && m_button->window()->isVisible(); }
 
     [[nodiscard]] CardPanels::ContentFactory closeButtons()
     {

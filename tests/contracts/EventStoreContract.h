@@ -5,32 +5,81 @@
 
 #include "Corvane/Calendar/EventStore.h"
 #include "Corvane/Utilities/DateText.h"
+#include "tests/support/EventLoopWatch.h"
 
 #include <QTest>
 
-#include <functional>
+#include <algorithm>
+#include <iterator>
+#include <memory>
 
 namespace corvane {
 
 /// What every event store answers. A test class derives from it, hands over a new store for each test, and
-/// puts contractEvents() into its calendar before.
+/// puts contractEvents() into its calendars before: as they are, or as the contractComponents() that mean the
+/// same.
 class EventStoreContract : public QObject {
     Q_OBJECT
 
 public:
-    /// The events that the calendar under test holds; each test looks at a day of its own.
+    /// The events that the calendars under test are to answer; each test looks at days of its own.
     [[nodiscard]] static std::vector<CalendarEvent> contractEvents()
+    {
+        using namespace Qt::StringLiterals;
+        std::vector<CalendarEvent> events = writtenEvents();
+        // Mondays from 17 March on, one of which was moved, and one taken out.
+        events.push_back(eventOf(u"series"_s, "2025-03-17T09:00:00Z", "2025-03-17T09:30:00Z"));
+        events.push_back(eventOf(u"series, moved"_s, "2025-03-25T11:00:00Z", "2025-03-25T11:30:00Z"));
+        events.push_back(eventOf(u"series"_s, "2025-04-07T09:00:00Z", "2025-04-07T09:30:00Z"));
+        // 19 March: whether it takes place.
+        events.push_back(eventOf(u"tentative"_s, "2025-03-19T08:00:00Z", "2025-03-19T08:30:00Z"));
+        events.push_back(eventOf(u"declined"_s, "2025-03-19T09:00:00Z", "2025-03-19T09:30:00Z"));
+        return events;
+    }
+
+    /// The same as the components of calendar files. They may lie in different calendars.
+    [[nodiscard]] static QList<QByteArray> contractComponents()
+    {
+        QList<QByteArray> components;
+        for (const CalendarEvent &written : writtenEvents()) {
+            components.append(component(written, static_cast<int>(components.size())));
+        }
+        return components << "BEGIN:VEVENT\nUID:contract-series\nDTSTAMP:20250101T000000Z\nSUMMARY:series\n"
+                             "DTSTART:20250317T090000Z\nDTEND:20250317T093000Z\nRRULE:FREQ=WEEKLY;COUNT=4\n"
+                             "EXDATE:20250331T090000Z\nEND:VEVENT\n"
+                             "BEGIN:VEVENT\nUID:contract-series\nDTSTAMP:20250101T000000Z\n"
+                             "RECURRENCE-ID:20250324T090000Z\nSUMMARY:series\\, moved\n"
+                             "DTSTART:20250325T110000Z\nDTEND:20250325T113000Z\nEND:VEVENT\n"
+                          << "BEGIN:VEVENT\nUID:contract-tentative\nDTSTAMP:20250101T000000Z\n"
+                             "SUMMARY:tentative\nDTSTART:20250319T080000Z\nDTEND:20250319T083000Z\n"
+                             "STATUS:TENTATIVE\nEND:VEVENT\n"
+                          << "BEGIN:VEVENT\nUID:contract-declined\nDTSTAMP:20250101T000000Z\n"
+                             "SUMMARY:declined\nDTSTART:20250319T090000Z\nDTEND:20250319T093000Z\n"
+                             "ATTENDEE;PARTSTAT=DECLINED:mailto:teacher@quillet.example\nEND:VEVENT\n"
+                          << "BEGIN:VEVENT\nUID:contract-cancelled\nDTSTAMP:20250101T000000Z\n"
+                             "SUMMARY:cancelled\nDTSTART:20250319T100000Z\nDTEND:20250319T103000Z\n"
+                             "STATUS:CANCELLED\nEND:VEVENT\n";
+    }
+
+private:
+    [[nodiscard]] static CalendarEvent eventOf(std::optional<QString> title, const char *start,
+                                               const char *end)
+    {
+        CalendarEvent event;
+        event.title = std::move(title);
+        event.startDate = moment(start);
+        event.endDate = moment(end);
+        return event;
+    }
+
+    /// The events that stand in the calendar one by one.
+    [[nodiscard]] static std::vector<CalendarEvent> writtenEvents()
     {
         using namespace Qt::StringLiterals;
         std::vector<CalendarEvent> events;
         const auto add = [&events](std::optional<QString> title, const char *start,
                                    const char *end) -> CalendarEvent & {
-            CalendarEvent event;
-            event.title = std::move(title);
-            event.startDate = moment(start);
-            event.endDate = moment(end);
-            events.push_back(event);
-            return events.back();
+            return events.emplace_back(eventOf(std::move(title), start, end));
         };
         // 3 March 2025: the edges of a day.
         add(u"ends as the day begins"_s, "2025-03-02T22:00:00Z", "2025-03-03T00:00:00Z");
@@ -57,8 +106,7 @@ public:
         return events;
     }
 
-    /// The same as the text of a calendar file.
-    [[nodiscard]] static QByteArray contractCalendar()
+    [[nodiscard]] static QByteArray component(const CalendarEvent &event, int number)
     {
         using namespace Qt::StringLiterals;
         const auto escape = [](QString text) {
@@ -67,35 +115,35 @@ public:
                 .replace(u","_s, u"\\,"_s)
                 .replace(u"\n"_s, u"\\n"_s);
         };
-        QString text;
-        int number = 0;
-        for (const CalendarEvent &event : contractEvents()) {
-            const auto time = [&event](Date date) {
-                return event.isAllDay ? toDateTime(date).toString(u"';VALUE=DATE:'yyyyMMdd"_s)
-                                      : toDateTime(date).toString(u"':'yyyyMMdd'T'hhmmss'Z'"_s);
-            };
-            text += u"BEGIN:VEVENT\nUID:contract-%1\nDTSTAMP:20250101T000000Z\n"_s.arg(++number);
-            text += u"DTSTART"_s + time(event.startDate) + u"\nDTEND"_s + time(event.endDate) + u'\n';
-            if (event.title) {
-                text += u"SUMMARY:"_s + escape(*event.title) + u'\n';
-            }
-            if (event.location) {
-                text += u"LOCATION:"_s + escape(*event.location) + u'\n';
-            }
-            if (event.notes) {
-                text += u"DESCRIPTION:"_s + escape(*event.notes) + u'\n';
-            }
-            if (event.url) {
-                text += u"URL:"_s + event.url->toString() + u'\n';
-            }
-            text += u"END:VEVENT\n"_s;
+        const auto time = [&event](Date date) {
+            return event.isAllDay ? toDateTime(date).toString(u"';VALUE=DATE:'yyyyMMdd"_s)
+                                  : toDateTime(date).toString(u"':'yyyyMMdd'T'hhmmss'Z'"_s);
+        };
+        QString text = u"BEGIN:VEVENT\nUID:contract-%1\nDTSTAMP:20250101T000000Z\n"_s.arg(number);
+        text += u"DTSTART"_s + time(event.startDate) + u"\nDTEND"_s + time(event.endDate) + u'\n';
+        if (event.title) {
+            text += u"SUMMARY:"_s + escape(*event.title) + u'\n';
         }
+        if (event.location) {
+            text += u"LOCATION:"_s + escape(*event.location) + u'\n';
+        }
+        if (event.notes) {
+            text += u"DESCRIPTION:"_s + escape(*event.notes) + u'\n';
+        }
+        if (event.url) {
+            text += u"URL:"_s + event.url->toString() + u'\n';
+        }
+        text += u"END:VEVENT\n"_s;
         return text.toUtf8();
     }
 
 protected:
     /// A new store in the time zone UTC.
     virtual std::unique_ptr<EventStore> makeStore() = 0;
+    /// A new store where there is nothing to grant access to. Made before all other stores, and once.
+    virtual std::unique_ptr<EventStore> makeStoreWithoutAccess() = 0;
+    /// From now on access is granted there, also to that store.
+    virtual void allowAccess() = 0;
 
     [[nodiscard]] static Date moment(const char *text)
     {
@@ -137,6 +185,18 @@ private:
     }
 
 private Q_SLOTS:
+    void aDenialIsNotRemembered()
+    {
+        const auto store = makeStoreWithoutAccess();
+        const auto denied = QCoro::waitFor(store->requestFullAccessToEvents());
+        QVERIFY(denied.has_value());
+        QVERIFY(!*denied);
+        QVERIFY(store->authorizationStatus() != CalendarAuthorization::fullAccess);
+        allowAccess();
+        QVERIFY(QCoro::waitFor(store->requestFullAccessToEvents()).value_or(false));
+        QCOMPARE(store->authorizationStatus(), CalendarAuthorization::fullAccess);
+    }
+
     void nothingIsDecidedBeforeTheFirstRequest()
     {
         QCOMPARE(makeStore()->authorizationStatus(), CalendarAuthorization::notDetermined);
@@ -210,10 +270,41 @@ private Q_SLOTS:
         const auto found = eventsOf("2025-03-14");
         QCOMPARE(found.size(), std::size_t{1});
         QVERIFY(found[0].isAllDay);
-        QVERIFY(found[0] == contractEvents().back());
+        const auto all = contractEvents();
+        QVERIFY(found[0] == *std::ranges::find_if(all, &CalendarEvent::isAllDay));
     }
 
     void aWholeDayDoesNotReachIntoTheNext() { QVERIFY(eventsOf("2025-03-15").empty()); }
+
+    void recurringEventsAreAnsweredOneByOne()
+    {
+        const auto all = contractEvents();
+        for (const char *const date :
+             {"2025-03-17", "2025-03-24", "2025-03-25", "2025-03-31", "2025-04-07", "2025-04-14"}) {
+            std::vector<CalendarEvent> expected;
+            std::ranges::copy_if(all, std::back_inserter(expected), [date](const CalendarEvent &event) {
+                return event.startDate >= day(date).start && event.startDate < day(date).end;
+            });
+            QVERIFY2(eventsOf(date) == expected, date);
+        }
+    }
+
+    void cancelledEventsAreLeftOutAndUncertainOnesKept()
+    {
+        const QStringList expected{QStringLiteral("tentative"), QStringLiteral("declined")};
+        QCOMPARE(titles(eventsOf("2025-03-19")), expected);
+    }
+
+    void callsEndInTimeAndNeverBlock()
+    {
+        EventLoopWatch watch;
+        const Seconds begin = uptime();
+        const auto store = makeStore();
+        QVERIFY(QCoro::waitFor(store->requestFullAccessToEvents()).value_or(false));
+        QVERIFY(QCoro::waitFor(store->events(day("2025-03-03"))).has_value());
+        QVERIFY(uptime() - begin < Seconds{5});
+        QVERIFY2(watch.longestGap() < 0.5, qPrintable(QString::number(watch.longestGap())));
+    }
 
     void aDayWithoutEventsIsAnEmptyAnswer()
     {

@@ -16,6 +16,19 @@ protected:
         store->calendar = contractEvents();
         return store;
     }
+
+    std::unique_ptr<EventStore> makeStoreWithoutAccess() override
+    {
+        auto store = std::make_unique<FakeEventStore>();
+        store->grant = false;
+        m_denying = store.get();
+        return store;
+    }
+
+    void allowAccess() override { m_denying->grant = true; }
+
+private:
+    FakeEventStore *m_denying = nullptr; // while its test runs
 };
 
 QTEST_GUILESS_MAIN(FakeEventStoreContractTest)

@@ -5,10 +5,12 @@
 #include "tests/contracts/StatusItemContract.h"
 #include "tests/contracts/SystemSoundsContract.h"
 #include "tests/contracts/UserNotificationCenterContract.h"
+#include "tests/contracts/WindowSystemContract.h"
 #include "tests/support/FakeLoginItem.h"
 #include "tests/support/FakeStatusItem.h"
 #include "tests/support/FakeSystemSounds.h"
 #include "tests/support/FakeUserNotificationCenter.h"
+#include "tests/support/FakeWindowSystem.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/Samples.h"
 
@@ -46,6 +48,7 @@ class FakeLoginItemTest final : public LoginItemContract {
 protected:
     LoginItem &item() override { return m_item; }
     bool startsAtLogin() override { return m_item.isRegistered; }
+    void makeRegisteringImpossible() override { m_item.failure = Failure{QStringLiteral("No room.")}; }
 
 private Q_SLOTS:
     void init() { m_item = {}; }
@@ -54,7 +57,7 @@ private:
     FakeLoginItem m_item;
 };
 
-class FakeStatusItemTest final : public StatusItemContract {
+class FakeStatusItemTest final : public StatusMenuContract {
     Q_OBJECT
 
 protected:
@@ -73,12 +76,38 @@ private:
     std::unique_ptr<FakeStatusItem> m_item;
 };
 
+class FakeWindowSystemTest final : public WindowSystemContract {
+    Q_OBJECT
+
+protected:
+    WindowSystem &windowSystem() override { return *m_windowSystem; }
+    void setComposited(bool isComposited) override { m_windowSystem->composited = isComposited; }
+    WindowId makeWindow() override { return ++m_lastWindow; }
+    void show(WindowId) override {}
+    void destroy(WindowId) override {}
+    bool standsInTaskBar(WindowId window) override { return !m_windowSystem->keptOut.contains(window); }
+    bool hasKeyboard(WindowId window) override
+    {
+        return !m_windowSystem->broughtToFront.isEmpty() &&
+               m_windowSystem->broughtToFront.constLast() == window;
+    }
+    void giveKeyboardToAnotherProgram() override { m_windowSystem->broughtToFront.clear(); }
+
+private Q_SLOTS:
+    void init() { m_windowSystem = std::make_unique<FakeWindowSystem>(); }
+
+private:
+    std::unique_ptr<FakeWindowSystem> m_windowSystem;
+    WindowId m_lastWindow = 0;
+};
+
 class FakeUserNotificationCenterTest final : public UserNotificationCenterContract {
     Q_OBJECT
 
 protected:
     UserNotificationCenter &center() override { return *m_center; }
     void passUntil(Date moment) override { m_clock->advanceTo(moment); }
+    void setGranted(bool isGranted) override { m_center->authorization = isGranted; }
 
 private Q_SLOTS:
     void init()
@@ -114,9 +143,11 @@ int main(int argc, char *argv[])
     FakeSystemSoundsTest sounds;
     FakeLoginItemTest loginItem;
     FakeStatusItemTest statusItem;
+    FakeWindowSystemTest windowSystem;
     FakeUserNotificationCenterTest notificationCenter;
     return QTest::qExec(&sounds, argc, argv) + QTest::qExec(&loginItem, argc, argv) +
-           QTest::qExec(&statusItem, argc, argv) + QTest::qExec(&notificationCenter, argc, argv);
+           QTest::qExec(&statusItem, argc, argv) + QTest::qExec(&windowSystem, argc, argv) +
+           QTest::qExec(&notificationCenter, argc, argv);
 }
 
 #include "FakesKeepTheirContractsTest.moc"

@@ -6,6 +6,7 @@
 #include "tests/contracts/EventStoreContract.h"
 #include "tests/support/CalendarService.h"
 
+#include <QDir>
 #include <QTemporaryDir>
 
 using namespace corvane;
@@ -20,17 +21,25 @@ class IcsFoldersContractTest : public EventStoreContract {
 protected:
     std::unique_ptr<EventStore> makeStore() override
     {
-        return std::make_unique<MergedEventStore>(
-            std::vector<std::shared_ptr<CalendarSource>>{std::make_shared<IcsFolders>(
-                m_log, QStringList{m_folder.path()}, [] { return QByteArray("UTC"); })});
+        allowAccess();
+        return makeStoreWithoutAccess();
     }
 
-private Q_SLOTS:
-    void initTestCase()
+    std::unique_ptr<EventStore> makeStoreWithoutAccess() override
     {
-        QFile file(m_folder.filePath(u"contract.ics"_s));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(calendarText(contractCalendar()));
+        return std::make_unique<MergedEventStore>(
+            std::vector<std::shared_ptr<CalendarSource>>{std::make_shared<IcsFolders>(
+                m_log, QStringList{m_folder.filePath(u"calendars"_s)}, [] { return QByteArray("UTC"); })});
+    }
+
+    void allowAccess() override
+    {
+        QVERIFY(QDir().mkpath(m_folder.filePath(u"calendars"_s)));
+        QFile file(m_folder.filePath(u"calendars/contract.ics"_s));
+        if (!file.exists()) {
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(calendarText(contractComponents().join()));
+        }
     }
 };
 

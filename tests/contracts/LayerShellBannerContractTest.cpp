@@ -6,7 +6,7 @@
 #include "Corvane/Platform/Linux/Wayland/WaylandScreens.h"
 #include "Corvane/Utilities/DebugLogService.h"
 #include "tests/contracts/CardPanelsContract.h"
-#include "tests/contracts/ScreensContract.h"
+#include "tests/contracts/WidgetScreensContract.h"
 #include "tests/support/TestCompositor.h"
 #include "tests/support/TestDesktop.h"
 
@@ -36,7 +36,7 @@ private Q_SLOTS:
     void cleanup() { QCOMPARE(m_logger.latestLines(), QStringList()); }
 };
 
-class WaylandScreensContractTest final : public ScreensContract {
+class WaylandScreensContractTest final : public WidgetScreensContract {
     Q_OBJECT
 
 public:

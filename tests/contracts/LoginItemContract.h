@@ -18,6 +18,8 @@ protected:
     /// The item under test, made anew for each test.
     virtual LoginItem &item() = 0;
     [[nodiscard]] virtual bool startsAtLogin() = 0;
+    /// From now on nothing can be written where the item is kept.
+    virtual void makeRegisteringImpossible() = 0;
 
 private Q_SLOTS:
     void registeringStartsTheProgramAtLogin()
@@ -55,6 +57,15 @@ private Q_SLOTS:
         QVERIFY(item().unregisterItem().has_value());
         QVERIFY(item().registerItem().has_value());
         QVERIFY(startsAtLogin());
+    }
+
+    void whatCannotBeRegisteredIsAFailureInWords()
+    {
+        makeRegisteringImpossible();
+        const auto result = item().registerItem();
+        QVERIFY(!result.has_value());
+        QVERIFY(!result.error().localizedDescription.isEmpty());
+        QVERIFY(!startsAtLogin());
     }
 };
 

@@ -18,6 +18,9 @@ class ScreensContract : public QObject {
 
 protected:
     virtual Screens &screens() = 0;
+    /// A window of the program gets the keyboard, and is gone again.
+    virtual void openKeyWindow() = 0;
+    virtual void closeKeyWindow() = 0;
 
 private Q_SLOTS:
     void everyScreenHasRoom()
@@ -61,7 +64,15 @@ private Q_SLOTS:
                  1);
     }
 
-    void withoutAKeyWindowThereIsNoScreenOfIt() { QVERIFY(!screens().keyWindowScreen().has_value()); }
+    void theKeyWindowsScreenIsOneOfThemWhileThereIsOne()
+    {
+        QVERIFY(!screens().keyWindowScreen().has_value());
+        openKeyWindow();
+        QTRY_VERIFY_WITH_TIMEOUT(screens().keyWindowScreen().has_value(), 10000);
+        QCOMPARE(std::ranges::count(screens().screens(), *screens().keyWindowScreen()), 1);
+        closeKeyWindow();
+        QTRY_VERIFY_WITH_TIMEOUT(!screens().keyWindowScreen().has_value(), 10000);
+    }
 
     void theSameQuestionHasTheSameAnswer() { QVERIFY(screens().screens() == screens().screens()); }
 };

@@ -9,12 +9,14 @@
 #include <QStringList>
 #include <QTest>
 
+#include <cmath>
 #include <optional>
 
 namespace corvane {
 
 /// What every implementation of StatusItem must do. A test class derives from it and hands in an item, the
-/// texts that a panel was told, and what a teacher and a panel do. The panel is one that opens menus.
+/// texts that a panel was told, and what a teacher and a panel do. Where the panel is one that opens menus,
+/// it derives from StatusMenuContract.
 class StatusItemContract : public QObject {
     Q_OBJECT
 
@@ -23,15 +25,17 @@ protected:
     virtual StatusItem &item() = 0;
     /// The texts that the panel was told, oldest first.
     [[nodiscard]] virtual QStringList published() = 0;
+    /// What is seen in published() of a row of texts: all, or, where the panel asks for the text when it
+    /// needs it, the last.
+    [[nodiscard]] virtual QStringList seenOf(const QStringList &texts) { return texts; }
     /// The teacher clicks the item in the panel, which gives `token` along unless it is empty.
     virtual void click(const QString &token) = 0;
-    /// Where click() happens, as the item is to tell it.
+    /// What the panel gives along of a token: the token, or nothing where it knows of none.
+    [[nodiscard]] virtual QString given(const QString &token) { return token; }
+    /// Where click() happens, as the item is to tell it, to a few points.
     virtual std::optional<Point> placeOfClick() = 0;
     /// The panel goes, or comes back.
     virtual void setPanelThere(bool isThere) = 0;
-    /// The panel opens the item's menu, and the teacher chooses the line at `index`.
-    virtual void openMenu() = 0;
-    virtual void chooseLine(int index) = 0;
 
 private Q_SLOTS:
     void aTitleReachesThePanel()
@@ -48,7 +52,7 @@ private Q_SLOTS:
         item().setTitle(QStringLiteral("two"));
         item().setTitle(QStringLiteral("one"));
         const QStringList expected{QStringLiteral("one"), QStringLiteral("two"), QStringLiteral("one")};
-        QTRY_COMPARE(published(), expected);
+        QTRY_COMPARE(published(), seenOf(expected));
     }
 
     void aTitleOfAnyLengthIsTaken()
@@ -75,10 +79,12 @@ private Q_SLOTS:
         // A token is for the click that it came with.
         click({});
         QTRY_COMPARE(clicks.size(), 2);
-        for (const QList<QVariant> &told : clicks) {
-            QCOMPARE(told.constFirst().value<std::optional<Point>>(), place);
+        for (const QList<QVariant> &click : clicks) {
+            const auto told = click.constFirst().value<std::optional<Point>>();
+            QCOMPARE(told.has_value(), place.has_value());
+            QVERIFY(!told || (std::abs(told->x - place->x) <= 4 && std::abs(told->y - place->y) <= 4));
         }
-        QCOMPARE(clicks.at(0).at(1).toString(), QStringLiteral("token"));
+        QCOMPARE(clicks.at(0).at(1).toString(), given(QStringLiteral("token")));
         QCOMPARE(clicks.at(1).at(1).toString(), QString());
     }
 
@@ -93,7 +99,18 @@ private Q_SLOTS:
         QTRY_COMPARE(changes, (QList<QVariantList>{{false}, {true}}));
         QVERIFY(item().isShown());
     }
+};
 
+/// What every implementation must do, besides, in a panel that opens menus.
+class StatusMenuContract : public StatusItemContract {
+    Q_OBJECT
+
+protected:
+    /// The panel opens the item's menu, and the teacher chooses the line at `index`.
+    virtual void openMenu() = 0;
+    virtual void chooseLine(int index) = 0;
+
+private Q_SLOTS:
     void openingTheMenuIsTold()
     {
         item().setMenu({{QStringLiteral("One"), [] {}}});

@@ -41,6 +41,17 @@ private Q_SLOTS:
         QVERIFY2(timer.elapsed() < 800, qPrintable(QString::number(timer.elapsed())));
     }
 
+    void callsReturnAtOnce()
+    {
+        QElapsedTimer timer;
+        timer.start();
+        auto first = sounds().play(QStringLiteral("Glass"));
+        auto second = sounds().play(QStringLiteral("quillet-no-such-sound"));
+        QVERIFY2(timer.elapsed() < 100, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY(QCoro::waitFor(first));
+        QVERIFY(!QCoro::waitFor(second));
+    }
+
     void twoSoundsInQuickSuccessionBothStart()
     {
         auto first = sounds().play(QStringLiteral("Glass"));

@@ -20,6 +20,8 @@ protected:
     virtual UserNotificationCenter &center() = 0;
     /// Lets time pass until `moment`, and what is due by then be shown.
     virtual void passUntil(Date moment) = 0;
+    /// The user changes the desktop's mind about notifications.
+    virtual void setGranted(bool isGranted) = 0;
 
 private:
     /// A request that is due `after` seconds from now, at the earliest.
@@ -59,6 +61,15 @@ private Q_SLOTS:
         const auto granted = QCoro::waitFor(center().requestAuthorization());
         QVERIFY(granted.has_value());
         QVERIFY(*granted);
+    }
+
+    void aChangeOfMindIsNoticed()
+    {
+        for (const bool isGranted : {false, true}) {
+            setGranted(isGranted);
+            QCOMPARE(QCoro::waitFor(center().requestAuthorization()),
+                     (std::expected<bool, Failure>(isGranted)));
+        }
     }
 
     void atFirstNothingIsPending() { QCOMPARE(pending(), QStringList()); }

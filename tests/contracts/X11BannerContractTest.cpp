@@ -4,7 +4,7 @@
 #include "Corvane/Platform/Linux/X11/X11BannerPanels.h"
 #include "Corvane/Platform/Linux/X11/X11Screens.h"
 #include "tests/contracts/CardPanelsContract.h"
-#include "tests/contracts/ScreensContract.h"
+#include "tests/contracts/WidgetScreensContract.h"
 #include "tests/support/TestDesktop.h"
 
 #include <QApplication>
@@ -21,7 +21,7 @@ private:
     X11BannerPanels m_panels{closeButtons(), shape};
 };
 
-class X11ScreensContractTest final : public ScreensContract {
+class X11ScreensContractTest final : public WidgetScreensContract {
     Q_OBJECT
 
 protected:
@@ -44,6 +44,7 @@ int main(int argc, char *argv[])
         desktop = std::make_unique<TestDesktop>(QSize(1280, 800));
     }
     QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
     X11BannerPanelsContractTest panels;
     X11ScreensContractTest screens;
     return QTest::qExec(&panels, argc, argv) + QTest::qExec(&screens, argc, argv);

@@ -44,15 +44,19 @@ public:
     void setFrame(Rect frame) override
     {
         m_record->calls << u"setFrame"_s;
-        ++m_record->animationNumber;
-        m_record->frame = frame;
+        if (!m_record->isClosed) {
+            ++m_record->animationNumber;
+            m_record->frame = frame;
+        }
     }
 
     void setAlpha(double alpha) override
     {
         m_record->calls << u"setAlpha"_s;
-        ++m_record->animationNumber;
-        m_record->alpha = alpha;
+        if (!m_record->isClosed) {
+            ++m_record->animationNumber;
+            m_record->alpha = alpha;
+        }
     }
 
     void orderFrontRegardless() override

@@ -25,6 +25,7 @@
 #include <QTableView>
 #include <QTest>
 #include <QTextDocumentFragment>
+#include <QTimeZone>
 #include <QWheelEvent>
 
 #include <ctime>
@@ -357,7 +358,7 @@ private Q_SLOTS:
             QCOMPARE(room.lastLesson().platform, TeachingPlatform::googleMeet);
             QCOMPARE(room.lastLesson().durationMinutes, 45);
             QCOMPARE(toDateTime(room.lastLesson().startTime),
-                     QDateTime(QDate(2026, 12, 1), QTime(9, 15), Qt::UTC));
+                     QDateTime(QDate(2026, 12, 1), QTime(9, 15), QTimeZone::utc()));
         }
         QVERIFY(room.settings.manualLessons()[0].id != room.settings.manualLessons()[1].id);
     }
@@ -532,7 +533,7 @@ private Q_SLOTS:
         room.studentName()->setText(u"Anna"_s);
         room.button(u"Add Manual Lesson"_s)->click();
         QCOMPARE(toDateTime(room.lastLesson().startTime),
-                 QDateTime(QDate(2026, 11, 21), QTime(17, 45), Qt::UTC));
+                 QDateTime(QDate(2026, 11, 21), QTime(17, 45), QTimeZone::utc()));
     }
 
     void aStartIsTypedInAnyLocale_data()
@@ -564,7 +565,7 @@ private Q_SLOTS:
         room.studentName()->setText(u"Anna"_s);
         room.button(u"Add Manual Lesson"_s)->click();
         QCOMPARE(toDateTime(room.lastLesson().startTime),
-                 QDateTime(QDate(2026, 12, 23), QTime(9, 40), Qt::UTC));
+                 QDateTime(QDate(2026, 12, 23), QTime(9, 40), QTimeZone::utc()));
     }
 
     void aStartThatAChangeOfTheClocksLeavesOutBecomesOneThatThereIs()
@@ -587,8 +588,8 @@ private Q_SLOTS:
         room.studentName()->setText(u"Anna"_s);
         room.button(u"Add Manual Lesson"_s)->click();
         const QDateTime start = toDateTime(room.lastLesson().startTime);
-        QVERIFY(start == QDateTime(QDate(2027, 3, 28), QTime(1, 30), Qt::UTC) ||
-                start == QDateTime(QDate(2027, 3, 28), QTime(0, 30), Qt::UTC));
+        QVERIFY(start == QDateTime(QDate(2027, 3, 28), QTime(1, 30), QTimeZone::utc()) ||
+                start == QDateTime(QDate(2027, 3, 28), QTime(0, 30), QTimeZone::utc()));
     }
 
     void aStartIsSteppedWithTheKeysAndGoesOnIntoTheNextUnit()
@@ -635,7 +636,7 @@ private Q_SLOTS:
         room.studentName()->setText(u"Anna"_s);
         room.button(u"Add Manual Lesson"_s)->click();
         QCOMPARE(toDateTime(room.lastLesson().startTime),
-                 QDateTime(QDate(2026, 11, 21), QTime(12, 0), Qt::UTC));
+                 QDateTime(QDate(2026, 11, 21), QTime(12, 0), QTimeZone::utc()));
     }
 
     void aDayIsClickedInTheCalendar()

@@ -10,6 +10,7 @@
 #include <QDateTime>
 #include <QFileInfo>
 #include <QSet>
+#include <QTimeZone>
 
 #include <map>
 
@@ -54,7 +55,9 @@ QByteArray singlesQuery(DateInterval interval)
 {
     const auto text = [](Date date, int days) {
         const auto seconds = static_cast<qint64>(std::floor(secondsSince1970(date))) + days * 86'400LL;
-        return QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC).toString(u"yyyyMMdd'T'hhmmss'Z'"_s).toLatin1();
+        return QDateTime::fromSecsSinceEpoch(seconds, QTimeZone::utc())
+            .toString(u"yyyyMMdd'T'hhmmss'Z'"_s)
+            .toLatin1();
     };
     return "(and (not (has-recurrences?)) (occur-in-time-range? (make-time \"" + text(interval.start, -1) +
            "\") (make-time \"" + text(interval.end, 2) + "\")))";

@@ -1,0 +1,173 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/Freedesktop/EmbeddedTrayIcon.h"
+
+#include "Corvane/Platform/Linux/Freedesktop/StatusBell.h"
+#include "Corvane/Platform/Linux/X11/X11Connection.h"
+#include "tests/adapters/Tray.h"
+#include "tests/contracts/StatusItemContract.h"
+#include "tests/support/TestDesktop.h"
+
+#include <QApplication>
+#include <QRegularExpression>
+#include <QTextDocumentFragment>
+#include <QWidget>
+
+#include <algorithm>
+#include <memory>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int patience = 10'000; // milliseconds
+constexpr QSize screenSize(800, 400);
+
+/// The window that the toolkit puts into the tray; none while there is no tray.
+QWidget *embeddedWindow()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto found = std::ranges::find_if(
+        windows, [](const QWidget *window) { return window->inherits("QSystemTrayIconSys"); });
+    return found != windows.end() ? *found : nullptr;
+}
+
+} // namespace
+
+/// The icon in a tray that shows its text on hovering, opens no menus and knows no tokens.
+class EmbeddedTrayIconTest final : public StatusItemContract {
+    Q_OBJECT
+
+protected:
+    StatusItem &item() override { return *m_item; }
+
+    QStringList published() override
+    {
+        const QWidget *window = embeddedWindow();
+        return window != nullptr
+                   ? QStringList{QTextDocumentFragment::fromHtml(window->toolTip()).toPlainText()}
+                   : QStringList();
+    }
+
+    QStringList seenOf(const QStringList &texts) override { return {texts.constLast()}; }
+
+    // Two in a row with one button would be a double click.
+    void click(const QString &) override { press(m_clicks++ % 2 == 0 ? u"1"_s : u"3"_s); }
+    QString given(const QString &) override { return {}; }
+
+    std::optional<Point> placeOfClick() override
+    {
+        const QPoint bell = place().center();
+        return Point{static_cast<double>(bell.x()), static_cast<double>(screenSize.height() - bell.y())};
+    }
+
+    void setPanelThere(bool isThere) override
+    {
+        if (isThere) {
+            startTray();
+        } else {
+            m_tray.reset();
+        }
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        startTray();
+        m_item = std::make_unique<EmbeddedTrayIcon>(statusBellImages());
+        QTRY_VERIFY_WITH_TIMEOUT(isInTheTray(), patience);
+    }
+
+    void cleanup()
+    {
+        m_item.reset();
+        m_tray.reset();
+        // A tray that ends gives its place up before it has gone.
+        QTRY_COMPARE_WITH_TIMEOUT(x11::selectionOwner("_NET_SYSTEM_TRAY_S0"), 0U, patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!isTrayManaged(), patience);
+    }
+
+    void aMenuIsNeverShownAndEveryButtonIsAClick()
+    {
+        bool isChosen = false;
+        m_item->setMenu({{u"One"_s, [&] { isChosen = true; }}});
+        QSignalSpy openings(m_item.get(), &StatusItem::menuAboutToShow);
+        QSignalSpy clicks(m_item.get(), &StatusItem::activated);
+        press(u"3"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(clicks.size(), 1, patience);
+        press(u"1"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(clicks.size(), 2, patience);
+        QVERIFY(openings.isEmpty());
+        QVERIFY(!isChosen);
+    }
+
+    void textIsShownAsItIs()
+    {
+        m_item->setTitle(u"<b>Anna</b> & Ben"_s);
+        QCOMPARE(published(), QStringList{u"<b>Anna</b> & Ben"_s});
+    }
+
+private:
+    /// Whether the window manager has taken the tray's window.
+    [[nodiscard]] static bool isTrayManaged()
+    {
+        return !x11::property(x11::rootWindow(), "_NET_CLIENT_LIST").empty();
+    }
+
+    void startTray()
+    {
+        m_tray = std::make_unique<Tray>(screenSize, QColor(0x22, 0x24, 0x28));
+        QTRY_VERIFY_WITH_TIMEOUT(x11::selectionOwner("_NET_SYSTEM_TRAY_S0") != 0, patience);
+        QTRY_VERIFY_WITH_TIMEOUT(isTrayManaged(), patience);
+    }
+
+    /// Where the server shows the icon; empty while it does not.
+    [[nodiscard]] static QRect place()
+    {
+        const QWidget *window = embeddedWindow();
+        if (window == nullptr) {
+            return {};
+        }
+        const QString told = TestDesktop::run(u"xwininfo"_s, {u"-id"_s, QString::number(window->winId())});
+        if (!told.contains(u"Map State: IsViewable"_s)) {
+            return {};
+        }
+        const auto number = [&told](const QString &name) {
+            return QRegularExpression(name + u": +(-?\\d+)"_s).match(told).captured(1).toInt();
+        };
+        return {number(u"Absolute upper-left X"_s), number(u"Absolute upper-left Y"_s), number(u"Width"_s),
+                number(u"Height"_s)};
+    }
+
+    [[nodiscard]] static bool isInTheTray()
+    {
+        const QRect tray(0, screenSize.height() - Tray::thickness, screenSize.width(), Tray::thickness);
+        constexpr int smallest = 12;
+        return tray.contains(place()) && place().width() >= smallest;
+    }
+
+    void press(const QString &button)
+    {
+        const QPoint bell = place().center();
+        TestDesktop::xdotool(
+            {u"mousemove"_s, QString::number(bell.x()), QString::number(bell.y()), u"click"_s, button});
+    }
+
+    int m_clicks = 0;
+    std::unique_ptr<Tray> m_tray;
+    std::unique_ptr<EmbeddedTrayIcon> m_item;
+};
+
+int main(int argc, char *argv[])
+{
+    TestDesktop desktop(screenSize);
+    desktop.startWindowManager(TestDesktop::WindowManager::openbox);
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    EmbeddedTrayIconTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "EmbeddedTrayIconTest.moc"

@@ -1,0 +1,93 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QColor>
+#include <QFile>
+#include <QGuiApplication>
+#include <QImage>
+#include <QPixmap>
+#include <QProcess>
+#include <QRect>
+#include <QScreen>
+#include <QTemporaryDir>
+
+namespace corvane {
+
+/// A panel that knows the old kind of tray only, along the lower edge.
+class Tray final {
+public:
+    static constexpr int thickness = 30;
+
+    Tray(QSize screen, const QColor &colour)
+        : m_area(0, screen.height() - thickness, screen.width(), thickness)
+        , m_colour(colour)
+    {
+        QFile settings(m_folder.filePath(QStringLiteral("tint2rc")));
+        if (!settings.open(QIODevice::WriteOnly)) {
+            qFatal("the tray's settings cannot be written");
+        }
+        settings.write(
+            QStringLiteral(
+                "rounded = 0\nborder_width = 0\nbackground_color = %1 100\n"
+                "panel_items = S\npanel_size = 100% %2\npanel_position = bottom center horizontal\n"
+                "panel_background_id = 1\nsystray_padding = 6 2 6\nsystray_icon_size = 22\n")
+                .arg(colour.name())
+                .arg(thickness)
+                .toUtf8());
+        settings.close();
+        m_process.setStandardOutputFile(QProcess::nullDevice());
+        m_process.setStandardErrorFile(QProcess::nullDevice());
+        m_process.start(QStringLiteral("tint2"), {QStringLiteral("-c"), settings.fileName()});
+        if (!m_process.waitForStarted()) {
+            qFatal("tint2 does not start");
+        }
+    }
+
+    ~Tray()
+    {
+        m_process.terminate();
+        m_process.waitForFinished(patience);
+    }
+
+    Tray(const Tray &) = delete;
+    Tray &operator=(const Tray &) = delete;
+
+    /// The part of the tray in which something else than the tray itself is to be seen.
+    [[nodiscard]] QRect shown() const
+    {
+        const QImage picture = QGuiApplication::primaryScreen()
+                                   ->grabWindow(0, m_area.x(), m_area.y(), m_area.width(), m_area.height())
+                                   .toImage();
+        QRect found;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                if (picture.pixelColor(x, y).rgb() != m_colour.rgb()) {
+                    found |= QRect(m_area.x() + x, m_area.y() + y, 1, 1);
+                }
+            }
+        }
+        return found;
+    }
+
+    /// Whether the tray stands there, and nothing in it.
+    [[nodiscard]] bool isEmpty() const { return shown().isNull(); }
+
+    /// Whether there is one icon in it, and nothing else.
+    [[nodiscard]] bool hasOneIcon() const
+    {
+        const QSize size = shown().size();
+        return size.width() >= 12 && size.width() <= 24 && size.height() >= 12 && size.height() <= 24;
+    }
+
+private:
+    static constexpr int patience = 10'000; // milliseconds
+
+    QRect m_area;
+    QColor m_colour;
+    QTemporaryDir m_folder;
+    QProcess m_process;
+};
+
+} // namespace corvane

@@ -1,0 +1,123 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Utilities/WindowSystem.h"
+
+#include <QTest>
+
+namespace corvane {
+
+/// What every window system must do. A test class derives from it and hands in the window system, windows of
+/// the program, and another program that has the keyboard when it is given it.
+class WindowSystemContract : public QObject {
+    Q_OBJECT
+
+protected:
+    /// The window system under test, made anew for each test.
+    virtual WindowSystem &windowSystem() = 0;
+    /// From now on partly transparent windows look so, or do not.
+    virtual void setComposited(bool isComposited) = 0;
+    /// Makes a window that is not yet shown. It stays until destroy() or the end of the test.
+    virtual WindowId makeWindow() = 0;
+    virtual void show(WindowId window) = 0;
+    virtual void destroy(WindowId window) = 0;
+    /// Whether a task bar shows the window, which is shown.
+    [[nodiscard]] virtual bool standsInTaskBar(WindowId window) = 0;
+    [[nodiscard]] virtual bool hasKeyboard(WindowId window) = 0;
+    /// A window of another program, in which the user acts, has the keyboard when this returns.
+    virtual void giveKeyboardToAnotherProgram() = 0;
+
+    static constexpr int patience = 10'000; // milliseconds
+
+private:
+    [[nodiscard]] WindowId showWindow()
+    {
+        const WindowId window = makeWindow();
+        show(window);
+        return window;
+    }
+
+    /// The user asks the program for the window.
+    void askFor(WindowId window, const QString &token = {})
+    {
+        windowSystem().userAsked(token);
+        windowSystem().bringToFront(window);
+    }
+
+private Q_SLOTS:
+    void whetherTransparencyShowsIsToldAsItIs()
+    {
+        for (const bool isComposited : {true, false}) {
+            setComposited(isComposited);
+            QTRY_COMPARE_WITH_TIMEOUT(windowSystem().isComposited(), isComposited, patience);
+        }
+    }
+
+    void aWindowStandsInTheTaskBarUnlessItIsKeptOut()
+    {
+        const WindowId kept = makeWindow();
+        windowSystem().keepOutOfTaskBar(kept);
+        show(kept);
+        const WindowId other = showWindow();
+        QTRY_VERIFY_WITH_TIMEOUT(standsInTaskBar(other), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!standsInTaskBar(kept), patience);
+    }
+
+    void aWindowTakesTheKeyboardFromAnotherProgram()
+    {
+        const WindowId window = showWindow();
+        giveKeyboardToAnotherProgram();
+        QTRY_VERIFY_WITH_TIMEOUT(!hasKeyboard(window), patience);
+        askFor(window);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), patience);
+    }
+
+    void eachWishCounts()
+    {
+        const WindowId window = showWindow();
+        for (int time = 0; time < 2; ++time) {
+            giveKeyboardToAnotherProgram();
+            QTRY_VERIFY_WITH_TIMEOUT(!hasKeyboard(window), patience);
+            askFor(window);
+            QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), patience);
+        }
+    }
+
+    void theWindowAskedForLastHasTheKeyboard()
+    {
+        const WindowId first = showWindow();
+        const WindowId second = showWindow();
+        for (const WindowId window : {first, second, first}) {
+            askFor(window);
+            QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), patience);
+        }
+        QVERIFY(!hasKeyboard(second));
+    }
+
+    void aTokenOfAnyKindIsTaken()
+    {
+        const WindowId window = showWindow();
+        for (const QString &token :
+             {QStringLiteral("token"), QStringLiteral("x_TIME0"), QString(5000, u'x')}) {
+            giveKeyboardToAnotherProgram();
+            QTRY_VERIFY_WITH_TIMEOUT(!hasKeyboard(window), patience);
+            askFor(window, token);
+            QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), patience);
+        }
+    }
+
+    void aWindowThatIsGoneHarmsNothing()
+    {
+        const WindowId gone = showWindow();
+        const WindowId window = showWindow();
+        destroy(gone);
+        windowSystem().keepOutOfTaskBar(gone);
+        askFor(gone);
+        askFor(window);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), patience);
+    }
+};
+
+} // namespace corvane

@@ -1,0 +1,133 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/X11/X11WindowSystem.h"
+
+#include "Corvane/Platform/Linux/X11/X11Connection.h"
+#include "tests/adapters/WindowManagement.h"
+#include "tests/contracts/WindowSystemContract.h"
+#include "tests/support/TestDesktop.h"
+
+#include <QApplication>
+#include <QScreen>
+#include <QWidget>
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <optional>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+class X11WindowSystemContractTest final : public WindowSystemContract {
+    Q_OBJECT
+
+public:
+    explicit X11WindowSystemContractTest(TestDesktop &desktop) : m_desktop(desktop) {}
+
+protected:
+    WindowSystem &windowSystem() override { return *m_windowSystem; }
+
+    void setComposited(bool isComposited) override
+    {
+        manage(isComposited ? TestDesktop::WindowManager::xfwm4WithCompositing
+                            : TestDesktop::WindowManager::xfwm4);
+    }
+
+    WindowId makeWindow() override
+    {
+        auto window = std::make_unique<QWidget>();
+        window->setGeometry(20, 20, 200, 100);
+        const WindowId id = window->winId();
+        m_windows[id] = std::move(window);
+        return id;
+    }
+
+    void show(WindowId window) override
+    {
+        m_windows.at(window)->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_windows.at(window).get()));
+    }
+
+    void destroy(WindowId window) override { m_windows.erase(window); }
+
+    bool standsInTaskBar(WindowId window) override
+    {
+        return contains(x11::rootWindow(), "_NET_CLIENT_LIST", static_cast<std::uint32_t>(window)) &&
+               !contains(static_cast<std::uint32_t>(window), "_NET_WM_STATE",
+                         x11::atom("_NET_WM_STATE_SKIP_TASKBAR"));
+    }
+
+    bool hasKeyboard(WindowId window) override
+    {
+        return m_windows.at(window)->isActiveWindow() &&
+               contains(x11::rootWindow(), "_NET_ACTIVE_WINDOW", static_cast<std::uint32_t>(window));
+    }
+
+    void giveKeyboardToAnotherProgram() override
+    {
+        if (!m_opponent) {
+            m_opponent = m_desktop.startOpponent();
+            QTRY_COMPARE_WITH_TIMEOUT(colourOf(clicked), QColor(u"#a0c0e0"_s), patience);
+        }
+        TestDesktop::xdotool(
+            {u"mousemove"_s, QString::number(clicked.x()), QString::number(clicked.y()), u"click"_s, u"1"_s});
+        QTRY_VERIFY_WITH_TIMEOUT(QApplication::activeWindow() == nullptr, patience);
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_windowSystem.emplace();
+        manage(TestDesktop::WindowManager::openbox);
+    }
+
+    void cleanup()
+    {
+        m_windows.clear();
+        if (m_opponent) {
+            m_opponent->terminate();
+            QVERIFY(m_opponent->state() == QProcess::NotRunning || m_opponent->waitForFinished());
+            m_opponent.reset();
+        }
+        m_windowSystem.reset();
+    }
+
+private:
+    static constexpr QPoint clicked{640, 700}; // where no window of this program is
+
+    void manage(TestDesktop::WindowManager manager)
+    {
+        m_desktop.startWindowManager(manager);
+        QVERIFY(isManagerServing());
+    }
+
+    [[nodiscard]] static bool contains(std::uint32_t window, const char *property, std::uint32_t value)
+    {
+        const auto values = x11::property(window, property);
+        return std::ranges::find(values, value) != values.end();
+    }
+
+    [[nodiscard]] static QColor colourOf(QPoint at)
+    {
+        const QPixmap pixel = QGuiApplication::primaryScreen()->grabWindow(0, at.x(), at.y(), 1, 1);
+        return pixel.toImage().pixelColor(0, 0);
+    }
+
+    TestDesktop &m_desktop;
+    std::optional<X11WindowSystem> m_windowSystem;
+    std::map<WindowId, std::unique_ptr<QWidget>> m_windows;
+    std::unique_ptr<QProcess> m_opponent;
+};
+
+int main(int argc, char *argv[])
+{
+    TestDesktop desktop(QSize(1280, 800));
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    X11WindowSystemContractTest test(desktop);
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "X11WindowSystemContractTest.moc"

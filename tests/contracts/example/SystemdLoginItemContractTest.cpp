@@ -1,0 +1,90 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "tests/contracts/example/SystemdLoginItem.h"
+
+#include "tests/contracts/LoginItemContract.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <memory>
+#include <optional>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+/// The example of a second platform: an adapter, and what proves it.
+class SystemdLoginItemContractTest final : public LoginItemContract {
+    Q_OBJECT
+
+protected:
+    LoginItem &item() override { return *m_item; }
+
+    // systemd is asked, not the files.
+    bool startsAtLogin() override
+    {
+        return run(u"systemctl"_s, {u"--root="_s + m_machine->path(), u"--global"_s, u"is-enabled"_s,
+                                    QFileInfo(m_item->path()).fileName()}) == u"enabled"_s;
+    }
+
+    void makeRegisteringImpossible() override
+    {
+        QFile file(m_machine->filePath(u"etc"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly)); // where the folder should be
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_machine = std::make_unique<QTemporaryDir>();
+        // The units of all users of a machine lie in its /etc/systemd/user, as a user's lie in ~/.config.
+        m_item.emplace(u"/opt/quillet/bin/quillet"_s, m_machine->filePath(u"etc"_s));
+    }
+
+    void theUnitIsValidWhereverTheProgramLies_data()
+    {
+        QTest::addColumn<QString>("program");
+        QTest::newRow("plain") << u"/opt/quillet/bin/quillet"_s;
+        QTest::newRow("awkward") << u"/opt/my lessons/100%f/\"it's\" $HOME \\x/老师/quillet"_s;
+    }
+
+    void theUnitIsValidWhereverTheProgramLies()
+    {
+        QFETCH(QString, program);
+        SystemdLoginItem item(program, m_machine->filePath(u"etc"_s));
+        QVERIFY(item.registerItem().has_value());
+        QCOMPARE(run(u"systemd-analyze"_s, {u"--user"_s, u"verify"_s, item.path()}), QString());
+    }
+
+    void aMovedProgramIsEnteredAnew()
+    {
+        QVERIFY(m_item->registerItem().has_value());
+        SystemdLoginItem moved(u"/usr/bin/quillet"_s, m_machine->filePath(u"etc"_s));
+        QVERIFY(moved.registerItem().has_value());
+        QFile unit(moved.path());
+        QVERIFY(unit.open(QIODevice::ReadOnly));
+        QVERIFY(unit.readAll().contains(" \"/usr/bin/quillet\"\n"));
+        QVERIFY(startsAtLogin());
+    }
+
+private:
+    /// What the program prints, its complaints included.
+    [[nodiscard]] static QString run(const QString &program, const QStringList &arguments)
+    {
+        QProcess process;
+        process.setProcessChannelMode(QProcess::MergedChannels);
+        process.start(program, arguments);
+        return process.waitForFinished(20000) ? QString::fromUtf8(process.readAll()).trimmed()
+                                              : program + u" does not run"_s;
+    }
+
+    std::unique_ptr<QTemporaryDir> m_machine;
+    std::optional<SystemdLoginItem> m_item;
+};
+
+QTEST_GUILESS_MAIN(SystemdLoginItemContractTest)
+#include "SystemdLoginItemContractTest.moc"
