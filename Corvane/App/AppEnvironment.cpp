@@ -11,10 +11,48 @@
 #include "Corvane/Views/FloatingBannerView.h"
 
 #include <QDBusConnection>
+#include <QGuiApplication>
 
 using namespace Qt::StringLiterals;
 
 namespace corvane {
+
+namespace {
+
+/// Decides, once, who shows the banners: the compositor itself where it places surfaces above full-screen
+/// windows, else the X server, which a Wayland session has for X11 programs.
+void chooseBanners(LiveServices &services)
+{
+    const auto makeContent = [](const TeachingAction &action,
+                                std::function<void()> onDismiss) -> std::unique_ptr<QWidget> {
+        return std::make_unique<FloatingBannerView>(action, std::move(onDismiss));
+    };
+    const CardShape shape{.cornerRadius = look::banner::cornerRadius,
+                          .shadowBlur = look::banner::shadowBlur,
+                          .shadowOpacity = look::banner::shadowOpacity};
+    const bool isWayland = !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    auto wayland = std::make_unique<WaylandConnection>();
+    if (isWayland && wayland->open() && wayland->offersOverlays()) {
+        services.wayland = std::move(wayland);
+        services.bannerScreens = std::make_unique<WaylandScreens>(*services.wayland);
+        services.panels = std::make_unique<LayerShellBannerPanels>(*services.wayland, makeContent, shape,
+                                                                   *services.debugLogger);
+        services.debugLogger->log(u"banners in the compositor's overlay layer"_s, currentDate());
+        return;
+    }
+    services.bannerScreens = std::make_unique<X11Screens>();
+    services.panels = std::make_unique<X11BannerPanels>(makeContent, shape);
+    if (isWayland) {
+        services.debugLogger->log(
+            QGuiApplication::platformName() == "xcb"_L1
+                ? u"banners through XWayland"_s
+                : u"banners as ordinary windows, which a full-screen one covers: this Wayland compositor has "
+                  u"neither an overlay layer nor XWayland"_s,
+            currentDate());
+    }
+}
+
+} // namespace
 
 AppEnvironment AppEnvironment::live(LiveServices &services)
 {
@@ -38,16 +76,10 @@ AppEnvironment AppEnvironment::live(LiveServices &services)
     services.sounds = std::make_unique<CanberraSounds>();
     services.soundPlayer = std::make_unique<SystemSoundPlayer>(*services.debugLogger, *services.sounds);
     services.screens = std::make_unique<X11Screens>();
-    services.panels = std::make_unique<X11BannerPanels>(
-        [](const TeachingAction &action, std::function<void()> onDismiss) -> std::unique_ptr<QWidget> {
-            return std::make_unique<FloatingBannerView>(action, std::move(onDismiss));
-        },
-        CardShape{.cornerRadius = look::banner::cornerRadius,
-                  .shadowBlur = look::banner::shadowBlur,
-                  .shadowOpacity = look::banner::shadowOpacity});
-    services.notificationPresenter =
-        std::make_unique<FloatingBannerPresenter>(*services.soundPlayer, *services.debugLogger,
-                                                  *services.settings, *services.screens, *services.panels);
+    chooseBanners(services);
+    services.notificationPresenter = std::make_unique<FloatingBannerPresenter>(
+        *services.soundPlayer, *services.debugLogger, *services.settings, *services.bannerScreens,
+        *services.panels);
     services.scheduler = std::make_unique<WorkflowTransitionScheduler>();
     services.notificationCenter = std::make_unique<AgentNotificationCenter>(QDBusConnection::sessionBus());
     services.systemNotificationScheduler = std::make_unique<SystemNotificationScheduler>(

@@ -19,13 +19,15 @@ using namespace corvane;
 
 namespace {
 
-/// Under Wayland a program cannot put a window above a full-screen one, but an X11 window can stand there.
-void preferX11()
+/// In a Wayland session the windows go through the X server that most of them have: there they can be placed,
+/// and stand above a full-screen one. Where there is none the toolkit is told so, which guesses from the kind
+/// of session alone.
+void choosePlatform()
 {
     const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
     if ((platform.isEmpty() || platform.startsWith("wayland")) &&
-        !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") && !qEnvironmentVariableIsEmpty("DISPLAY")) {
-        qputenv("QT_QPA_PLATFORM", "xcb");
+        !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
+        qputenv("QT_QPA_PLATFORM", qEnvironmentVariableIsEmpty("DISPLAY") ? "wayland" : "xcb");
     }
 }
 
@@ -63,7 +65,7 @@ int main(int argc, char *argv[])
 {
     // The few worker threads sleep nearly always; a heap of its own for each would keep memory for nothing.
     mallopt(M_ARENA_MAX, 2);
-    preferX11();
+    choosePlatform();
     QCoreApplication::setApplicationName(u"Quillet"_s);
     QApplication::setDesktopFileName(u"com.ordwinsoftware.Quillet"_s);
     QApplication application(argc, argv);

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "Corvane/Platform/Linux/X11/CardShape.h"
-#include "Corvane/Platform/Linux/X11/PanelMotion.h"
+#include "Corvane/Platform/Linux/Banners/CardShape.h"
+#include "Corvane/Platform/Linux/Banners/PanelMotion.h"
 #include "Corvane/Platform/Linux/X11/ReservedAreas.h"
 
 #include <QTest>

@@ -3,34 +3,22 @@
 
 #include "Corvane/Platform/Linux/X11/X11BannerPanels.h"
 #include "Corvane/Platform/Linux/X11/X11Screens.h"
-#include "tests/contracts/BannerPanelsContract.h"
+#include "tests/contracts/CardPanelsContract.h"
 #include "tests/contracts/WidgetScreensContract.h"
 #include "tests/support/TestDesktop.h"
 
 #include <QApplication>
-#include <QPushButton>
 
 using namespace corvane;
 
-class X11BannerPanelsContractTest final : public BannerPanelsContract {
+class X11BannerPanelsContractTest final : public CardPanelsContract {
     Q_OBJECT
 
 protected:
     BannerPanels &panels() override { return m_panels; }
-    void pressCloseButton() override { m_button->click(); }
-    bool isOnScreen() override { return m_button && m_button->window()->isVisible(); }
 
 private:
-    QPointer<QPushButton> m_button;
-    X11BannerPanels m_panels{[this](const TeachingAction &action, std::function<void()> onDismiss) {
-                                 auto content = std::make_unique<QWidget>();
-                                 content->setFixedSize(1000, 280);
-                                 m_button = new QPushButton(action.message, content.get());
-                                 QObject::connect(m_button, &QPushButton::clicked, m_button,
-                                                  std::move(onDismiss));
-                                 return content;
-                             },
-                             {.cornerRadius = 40, .shadowBlur = 28, .shadowOpacity = 0.55}};
+    X11BannerPanels m_panels{closeButtons(), shape};
 };
 
 class X11ScreensContractTest final : public WidgetScreensContract {

@@ -3,8 +3,6 @@
 
 #include "tests/support/TestDesktop.h"
 
-#include <QProcessEnvironment>
-
 using namespace Qt::StringLiterals;
 
 namespace corvane {
@@ -103,9 +101,11 @@ QString TestDesktop::busAddress()
     return m_busAddress.trimmed();
 }
 
-std::unique_ptr<QProcess> TestDesktop::startOpponent(const QStringList &arguments) const
+std::unique_ptr<QProcess> TestDesktop::startOpponent(const QStringList &arguments,
+                                                     const QProcessEnvironment &environment)
 {
     auto opponent = std::make_unique<QProcess>();
+    opponent->setProcessEnvironment(environment);
     opponent->start(QStringLiteral(QUILLET_OPPONENT), arguments);
     if (!opponent->waitForStarted(patience)) {
         qFatal("the opponent did not start");

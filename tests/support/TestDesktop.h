@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QSize>
 #include <QString>
 #include <QStringList>
@@ -36,8 +37,10 @@ public:
     void startWindowManager(WindowManager manager);
     void stopWindowManager();
 
-    /// Starts the full-screen program that banners have to stand above.
-    [[nodiscard]] std::unique_ptr<QProcess> startOpponent(const QStringList &arguments = {}) const;
+    /// Starts the full-screen program that banners have to stand above; in that environment.
+    [[nodiscard]] static std::unique_ptr<QProcess>
+    startOpponent(const QStringList &arguments = {},
+                  const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment());
 
     /// Runs xdotool and waits for its end; what it prints.
     static QString xdotool(const QStringList &arguments);

@@ -3,8 +3,8 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/EmbeddedTrayIcon.h"
 
+#include "Corvane/Platform/Linux/Banners/DesktopGeometry.h"
 #include "Corvane/Platform/Linux/Freedesktop/StatusTitle.h"
-#include "Corvane/Platform/Linux/X11/DesktopGeometry.h"
 #include "Corvane/Platform/Linux/X11/X11Connection.h"
 
 #include <xcb/xcb.h>

@@ -3,7 +3,7 @@
 
 #include "Corvane/Platform/Linux/X11/X11Screens.h"
 
-#include "Corvane/Platform/Linux/X11/DesktopGeometry.h"
+#include "Corvane/Platform/Linux/Banners/DesktopGeometry.h"
 #include "Corvane/Platform/Linux/X11/ReservedAreas.h"
 #include "Corvane/Platform/Linux/X11/X11Connection.h"
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "Corvane/Platform/Linux/X11/CardShape.h"
+#include "Corvane/Platform/Linux/Banners/CardShape.h"
 
 #include <QPainter>
 

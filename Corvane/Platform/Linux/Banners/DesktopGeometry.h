@@ -16,4 +16,9 @@ namespace corvane {
 [[nodiscard]] Point pointsUp(const QPointF &desktop);
 [[nodiscard]] QRectF desktopRect(const Rect &points);
 
+/// The same where the desktop's y that is 0 upwards is `zeroLine`.
+[[nodiscard]] Rect pointsUp(const QRectF &desktop, double zeroLine);
+[[nodiscard]] Point pointsUp(const QPointF &desktop, double zeroLine);
+[[nodiscard]] QRectF desktopRect(const Rect &points, double zeroLine);
+
 } // namespace corvane

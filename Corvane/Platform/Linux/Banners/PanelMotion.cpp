@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "Corvane/Platform/Linux/X11/PanelMotion.h"
+#include "Corvane/Platform/Linux/Banners/PanelMotion.h"
 
 #include <QEasingCurve>
 #include <QPointF>

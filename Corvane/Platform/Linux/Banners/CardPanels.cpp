@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/Banners/CardPanels.h"
+
+#include <utility>
+
+namespace corvane {
+
+namespace {
+
+class CardPanel final : public BannerPanel {
+public:
+    explicit CardPanel(BannerCard *card) : m_card(card), m_lastFrame(card->frame()) {}
+    ~CardPanel() override { takeAway(); }
+    CardPanel(const CardPanel &) = delete;
+    CardPanel &operator=(const CardPanel &) = delete;
+
+    [[nodiscard]] Rect frame() const override { return m_card ? m_card->frame() : m_lastFrame; }
+
+    void setFrame(Rect frame) override
+    {
+        if (m_card) {
+            m_card->setFrame(frame);
+        }
+    }
+
+    void setAlpha(double alpha) override
+    {
+        if (m_card) {
+            m_card->setAlpha(alpha);
+        }
+    }
+
+    void orderFrontRegardless() override
+    {
+        if (m_card) {
+            m_card->orderFront();
+        }
+    }
+
+    void animate(const PanelAnimation &animation, std::function<void()> completion) override
+    {
+        if (m_card) {
+            m_card->animate(animation, std::move(completion));
+        }
+    }
+
+    void close() override { takeAway(); }
+
+private:
+    void takeAway()
+    {
+        if (m_card) {
+            m_lastFrame = m_card->frame();
+            std::exchange(m_card, nullptr)->finish();
+        }
+    }
+
+    QPointer<BannerCard> m_card;
+    Rect m_lastFrame;
+};
+
+} // namespace
+
+CardPanels::CardPanels(ContentFactory makeContent, const CardShape &shape)
+    : m_makeContent(std::move(makeContent))
+    , m_shape(shape)
+{
+}
+
+CardPanels::~CardPanels() = default;
+
+std::shared_ptr<BannerPanel> CardPanels::makePanel(Rect frame, const PanelTraits &,
+                                                   const TeachingAction &action,
+                                                   std::function<void()> onDismiss)
+{
+    BannerCard *card =
+        makeCard({.frame = frame, .shape = m_shape, .isComposited = true, .isLocked = m_isLocked});
+    card->setContent(m_makeContent(action, std::move(onDismiss)));
+    std::erase(m_cards, nullptr);
+    m_cards.emplace_back(card);
+    return std::make_shared<CardPanel>(card);
+}
+
+void CardPanels::setSessionLocked(bool isLocked)
+{
+    m_isLocked = isLocked;
+    for (const QPointer<BannerCard> &card : m_cards) {
+        if (card) {
+            card->setSessionLocked(isLocked);
+        }
+    }
+}
+
+} // namespace corvane

@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/Banners/DesktopGeometry.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+namespace corvane {
+
+namespace {
+
+/// The desktop's y of the line that is 0 upwards.
+double zeroLine()
+{
+    const QScreen *primary = QGuiApplication::primaryScreen();
+    return primary != nullptr ? QRectF(primary->geometry()).bottom() : 0;
+}
+
+} // namespace
+
+Rect pointsUp(const QRectF &desktop, double zeroLine)
+{
+    return {desktop.x(), zeroLine - desktop.bottom(), desktop.width(), desktop.height()};
+}
+
+Point pointsUp(const QPointF &desktop, double zeroLine)
+{
+    return {desktop.x(), zeroLine - desktop.y()};
+}
+
+QRectF desktopRect(const Rect &points, double zeroLine)
+{
+    return {points.x, zeroLine - points.maxY(), points.width, points.height};
+}
+
+Rect pointsUp(const QRectF &desktop)
+{
+    return pointsUp(desktop, zeroLine());
+}
+
+Point pointsUp(const QPointF &desktop)
+{
+    return pointsUp(desktop, zeroLine());
+}
+
+QRectF desktopRect(const Rect &points)
+{
+    return desktopRect(points, zeroLine());
+}
+
+} // namespace corvane

@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Platform/Linux/Banners/CardPanels.h"
+
+namespace corvane {
+
+class DebugLogService;
+class WaylandConnection;
+
+/// Banner panels as surfaces of a Wayland compositor's overlay layer, for compositors that offer it. A
+/// connection that was lost is opened again for the next panel; a panel for which there is none is not seen,
+/// and the log says so.
+class LayerShellBannerPanels final : public CardPanels {
+public:
+    /// `connection` and `logger` are borrowed.
+    LayerShellBannerPanels(WaylandConnection &connection, ContentFactory makeContent, const CardShape &shape,
+                           DebugLogService &logger);
+
+protected:
+    [[nodiscard]] BannerCard *makeCard(BannerCard::Setting setting) override;
+
+private:
+    WaylandConnection &m_connection;
+    DebugLogService &m_logger;
+};
+
+} // namespace corvane

@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Notifications/Screens.h"
+
+namespace corvane {
+
+class WaylandConnection;
+struct WaylandOutput;
+
+/// The screens as the compositor tells of them; the first one counts as the main one, and its lower left
+/// corner is the origin in y. A compositor tells neither what panels keep for themselves nor where the
+/// pointer is while it is over other programs: the pointer counts as where the toolkit saw it last, or as in
+/// the middle of the main screen.
+class WaylandScreens final : public Screens {
+public:
+    /// `connection` is borrowed.
+    explicit WaylandScreens(const WaylandConnection &connection) : m_connection(connection) {}
+
+    [[nodiscard]] std::vector<Screen> screens() const override;
+    [[nodiscard]] std::optional<Screen> mainScreen() const override;
+    [[nodiscard]] std::optional<Screen> keyWindowScreen() const override;
+    [[nodiscard]] Point pointerLocation() const override;
+
+private:
+    [[nodiscard]] Screen describe(const WaylandOutput &output) const;
+
+    const WaylandConnection &m_connection;
+};
+
+} // namespace corvane

@@ -1,0 +1,90 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/X11/X11BannerWindow.h"
+
+#include "Corvane/Platform/Linux/Banners/DesktopGeometry.h"
+#include "Corvane/Platform/Linux/X11/X11Connection.h"
+
+#include <xcb/shape.h>
+#include <xcb/xcb.h>
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWindow>
+
+namespace corvane {
+
+X11BannerWindow::X11BannerWindow(const Setting &setting)
+    : BannerCard(setting, Qt::ToolTip | Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint |
+                              Qt::WindowDoesNotAcceptFocus)
+{
+    setAttribute(Qt::WA_AlwaysShowToolTips); // the program is never the active one when a banner is up
+    place();
+}
+
+void X11BannerWindow::setOnScreen(bool isOnScreen)
+{
+    if (!isOnScreen) {
+        hide();
+        return;
+    }
+    if (!isVisible()) {
+        show();
+        updateShape();
+    }
+    if (x11::connection() != nullptr) {
+        raise(); // a window that is mapped again stands where it stood before
+    }
+}
+
+QRectF X11BannerWindow::onDesktop(const Rect &points) const
+{
+    return desktopRect(points);
+}
+
+void X11BannerWindow::moveWindow(QPoint corner, QPoint centre)
+{
+    if (QScreen *screen = QGuiApplication::screenAt(centre)) {
+        setScreen(screen);
+    }
+    move(corner);
+}
+
+void X11BannerWindow::drawn()
+{
+    if (!isComposited()) {
+        updateShape();
+    }
+    update();
+}
+
+void X11BannerWindow::updateShape()
+{
+    xcb_connection_t *server = x11::connection();
+    // Qt makes the X window anew while it shows it: the id that counts is that of the shown one.
+    if (server == nullptr || !isVisible() || windowHandle() == nullptr) {
+        return;
+    }
+    // Under a compositing manager only clicks are cut to the card; they are to the card at rest, so that it
+    // can be pressed while it still grows. Else the window is, and nothing is left of it where it is
+    // invisible.
+    const double ratio = devicePixelRatioF();
+    const QRectF card = isComposited() ? QRectF(restingCard()) : cardRect();
+    std::vector<xcb_rectangle_t> rectangles;
+    if (isComposited() || drawnMoment().alpha > 0) {
+        for (const QRect &row :
+             roundedRows(QRectF(card.topLeft() * ratio, card.size() * ratio), shape().cornerRadius * ratio)) {
+            rectangles.push_back({static_cast<std::int16_t>(row.x()), static_cast<std::int16_t>(row.y()),
+                                  static_cast<std::uint16_t>(row.width()),
+                                  static_cast<std::uint16_t>(row.height())});
+        }
+    }
+    xcb_shape_rectangles(server, XCB_SHAPE_SO_SET,
+                         isComposited() ? XCB_SHAPE_SK_INPUT : XCB_SHAPE_SK_BOUNDING,
+                         XCB_CLIP_ORDERING_UNSORTED, static_cast<xcb_window_t>(windowHandle()->winId()), 0, 0,
+                         static_cast<std::uint32_t>(rectangles.size()), rectangles.data());
+    xcb_flush(server);
+}
+
+} // namespace corvane

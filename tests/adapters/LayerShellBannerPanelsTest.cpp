@@ -1,0 +1,317 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/Wayland/LayerShellBannerPanels.h"
+#include "Corvane/Platform/Linux/Wayland/WaylandConnection.h"
+#include "Corvane/Platform/Linux/Wayland/WaylandScreens.h"
+#include "Corvane/Platform/Linux/X11/X11Connection.h"
+#include "Corvane/Utilities/DebugLogService.h"
+#include "tests/contracts/ShownBannersContract.h"
+#include "tests/support/TestCompositor.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+#include <xcb/xcb.h>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QSize monitor(1280, 800);
+
+/// A card's content that says what reaches it: one colour, and a white line half a point wide down its
+/// middle.
+class Patch final : public QWidget {
+public:
+    Patch() { setMouseTracking(true); }
+
+    void setColor(const QColor &color)
+    {
+        m_color = color;
+        update();
+    }
+    [[nodiscard]] const QStringList &heard() const { return m_heard; }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        painter.fillRect(rect(), m_color);
+        painter.fillRect(QRectF(width() / 2.0, 0, 0.5, height()), Qt::white);
+    }
+    void enterEvent(QEnterEvent *) override { m_heard << u"enter"_s; }
+    void leaveEvent(QEvent *) override { m_heard << u"leave"_s; }
+    void mouseMoveEvent(QMouseEvent *event) override { hear(u"move"_s, *event); }
+    void mousePressEvent(QMouseEvent *event) override { hear(u"press"_s, *event); }
+    void mouseReleaseEvent(QMouseEvent *event) override { hear(u"release"_s, *event); }
+
+private:
+    void hear(const QString &what, const QMouseEvent &event)
+    {
+        const QPoint at = event.position().toPoint();
+        m_heard << u"%1 %2 %3"_s.arg(what).arg(at.x()).arg(at.y());
+    }
+
+    QColor m_color = Qt::darkGreen;
+    QStringList m_heard;
+};
+
+/// Has the window's program close it, as a window manager would.
+void closeWindow(std::uint32_t window)
+{
+    xcb_client_message_event_t request{};
+    request.response_type = XCB_CLIENT_MESSAGE;
+    request.format = 32;
+    request.window = window;
+    request.type = x11::atom("WM_PROTOCOLS");
+    request.data.data32[0] = x11::atom("WM_DELETE_WINDOW");
+    xcb_send_event(x11::connection(), 0, window, XCB_EVENT_MASK_NO_EVENT,
+                   reinterpret_cast<const char *>(&request));
+    xcb_flush(x11::connection());
+}
+
+} // namespace
+
+/// The program is seen and worked through the X display around the compositor.
+class LayerShellBannerPanelsTest final : public ShownBannersContract {
+    Q_OBJECT
+
+public:
+    LayerShellBannerPanelsTest() { startCompositor(1); }
+
+protected:
+    std::unique_ptr<CardPanels> makePanels(CardPanels::ContentFactory makeContent,
+                                           const CardShape &shape) override
+    {
+        return std::make_unique<LayerShellBannerPanels>(m_connection, std::move(makeContent), shape,
+                                                        *m_logger);
+    }
+
+    [[nodiscard]] QStringList surroundings() const override
+    {
+        return {u"a program of the compositor's"_s, u"a program of the X server's"_s};
+    }
+    [[nodiscard]] QStringList compositedSurroundings() const override { return surroundings(); }
+
+    void enterSurroundings(const QString &name) override { m_isX11 = name == surroundings().last(); }
+    void leaveSurroundings() override { m_isX11 = false; }
+
+    std::unique_ptr<QProcess> startOpponent(const QStringList &arguments) override
+    {
+        QProcessEnvironment environment = m_compositor->environment();
+        environment.insert(u"QT_QPA_PLATFORM"_s, m_isX11 ? u"xcb"_s : u"wayland"_s);
+        return TestDesktop::startOpponent(arguments, environment);
+    }
+
+private:
+    void startCompositor(int monitors)
+    {
+        m_compositor.reset();
+        m_compositor = std::make_unique<TestCompositor>(monitor, monitors);
+        m_compositor->enter();
+    }
+
+    /// A compositor with two monitors, of which the second one's window is given back.
+    std::uint32_t startTwoMonitors()
+    {
+        startCompositor(2);
+        // The connection to the one before.
+        if (!QTest::qWaitFor([this] { return !m_connection.isOpen(); }) || !m_connection.open()) {
+            return 0;
+        }
+        // Without a window manager both of its windows stand in the same place.
+        const QString told = TestDesktop::run(u"xwininfo"_s, {u"-name"_s, u"wlroots - X11-2"_s});
+        const QString second = QRegularExpression(u"0x[0-9a-f]+"_s).match(told).captured();
+        TestDesktop::xdotool({u"windowmove"_s, second, QString::number(monitor.width()), u"0"_s});
+        return second.toUInt(nullptr, 0);
+    }
+
+    /// A panel that shows a patch at that place of the desktop, y downwards, on a desktop of `height`.
+    std::shared_ptr<BannerPanel> presentPatch(QRect at, int height = monitor.height())
+    {
+        LayerShellBannerPanels panels(
+            m_connection,
+            [&](const TeachingAction &, const std::function<void()> &) {
+                auto content = std::make_unique<Patch>();
+                content->setFixedSize(at.size());
+                m_patch = content.get();
+                return content;
+            },
+            {}, *m_logger);
+        auto panel = panels.makePanel(Rect{double(at.x()), double(height - at.y() - at.height()),
+                                           double(at.width()), double(at.height())},
+                                      {}, startNow(), {});
+        panel->orderFrontRegardless();
+        return panel;
+    }
+
+    [[nodiscard]] bool hasLogged(const QString &text) const
+    {
+        return m_logger->latestLines().join(u'\n').contains(text);
+    }
+
+    std::unique_ptr<TestCompositor> m_compositor;
+    WaylandConnection m_connection;
+    QTemporaryDir m_folder;
+    std::unique_ptr<DebugLogService> m_logger;
+    bool m_isX11 = false;
+    Patch *m_patch = nullptr; ///< of the panel made last
+
+private Q_SLOTS:
+    void init()
+    {
+        m_logger = std::make_unique<DebugLogService>(m_folder.path());
+        ShownBannersContract::init();
+        QVERIFY(m_connection.open());
+        QVERIFY(m_connection.offersOverlays());
+    }
+
+    void aBannerStandsAboveAFullScreenProgram_data() { addRows(surroundings()); }
+
+    void aBannerStandsAboveAFullScreenProgram()
+    {
+        QFETCH(QString, name);
+        enterSurroundings(name);
+        oppose({u"--above"_s, u"--raise"_s, u"--activate"_s});
+        bool isDismissed = false;
+        const auto panel = present([&] { isDismissed = true; });
+        QTRY_VERIFY(isDark(onTheCard));
+        // Long enough for a restless opponent to raise itself several times.
+        constexpr int severalTurns = 1000;
+        QVERIFY(!QTest::qWaitFor([] { return !isDark(onTheCard); }, severalTurns));
+        click(onTheCloseButton);
+        QTRY_VERIFY(isDismissed);
+        press(u"a"_s);
+        QTRY_VERIFY(heard().contains(u"key 65"_s));
+        QCOMPARE(m_logger->latestLines(), QStringList());
+    }
+
+    void whatItShowsFollowsItsContent()
+    {
+        const auto panel = presentPatch({100, 200, 300, 100});
+        constexpr QPoint inside(120, 250);
+        QTRY_COMPARE(pixel(inside), QColor(Qt::darkGreen));
+        for (const QColor color : {Qt::red, Qt::blue, Qt::yellow, Qt::cyan, Qt::magenta}) {
+            m_patch->setColor(color);
+            QTRY_COMPARE(pixel(inside), color);
+        }
+    }
+
+    void thePointerReachesTheContentAsItDoesAWindow()
+    {
+        point(farAway);
+        const auto panel = presentPatch({100, 200, 300, 100});
+        QTRY_COMPARE(pixel({120, 250}), QColor(Qt::darkGreen));
+        QCOMPARE(m_patch->heard(), QStringList());
+        point({130, 250});
+        QTRY_VERIFY(m_patch->heard().contains(u"enter"_s));
+        QVERIFY(m_patch->underMouse());
+        point({140, 260});
+        QTRY_VERIFY(m_patch->heard().contains(u"move 40 60"_s));
+        TestDesktop::xdotool({u"mousedown"_s, u"1"_s});
+        QTRY_COMPARE(m_patch->heard().last(), u"press 40 60"_s);
+        // What was pressed has the pointer until it is let go of, wherever that is.
+        point({160, 600});
+        QTRY_COMPARE(m_patch->heard().last(), u"move 60 400"_s);
+        TestDesktop::xdotool({u"mouseup"_s, u"1"_s});
+        QTRY_VERIFY(m_patch->heard().contains(u"release 60 400"_s));
+        QTRY_COMPARE(m_patch->heard().last(), u"leave"_s);
+        QVERIFY(!m_patch->underMouse());
+    }
+
+    void onAMonitorOfManyPixelsItIsDrawnInAllOfThem()
+    {
+        const auto scale = [this](const QString &factor) {
+            (void)m_compositor->tell({u"output"_s, u"*"_s, u"scale"_s, factor});
+        };
+        scale(u"2"_s);
+        QTRY_COMPARE(m_connection.outputs().front().scale, 2);
+        QTRY_COMPARE(m_connection.outputs().front().area, QRect(QPoint(), monitor / 2));
+        const auto panel = presentPatch({100, 50, 300, 100}, monitor.height() / 2);
+        QTRY_COMPARE(pixel({210, 150}), QColor(Qt::darkGreen));
+        // The line is one pixel wide.
+        QCOMPARE(pixel({499, 150}), QColor(Qt::darkGreen));
+        QCOMPARE(pixel({500, 150}), QColor(Qt::white));
+        QCOMPARE(pixel({501, 150}), QColor(Qt::darkGreen));
+        // One that changes while a banner is up is followed.
+        scale(u"1"_s);
+        QTRY_COMPARE(pixel({390, 100}), QColor(Qt::darkGreen));
+    }
+
+    void aCompositorThatEndsTakesTheBannerAndTheNextOneShowsTheNext()
+    {
+        auto panel = present();
+        QTRY_VERIFY(panel->frame() == home);
+        m_compositor->end();
+        QTRY_VERIFY(!m_connection.isOpen());
+        QVERIFY(hasLogged(u"banner taken off the screen: the compositor has ended or refused it"_s));
+        QVERIFY(WaylandScreens(m_connection).screens().empty());
+        panel->setFrame(home.scaledAboutCentre(0.95));
+        panel->close();
+        panel = present();
+        QVERIFY(hasLogged(u"banner not shown: no compositor to show it"_s));
+        QTRY_VERIFY(panel->frame() == home);
+        panel->close();
+
+        startCompositor(1);
+        oppose();
+        panel = present();
+        QTRY_VERIFY(isDark(onTheCard));
+    }
+
+    void eachMonitorHasItsBanners()
+    {
+        const std::uint32_t second = startTwoMonitors();
+        QVERIFY(second != 0);
+        const WaylandScreens screens(m_connection);
+        QCOMPARE(screens.screens().size(), std::size_t{2});
+        QVERIFY((screens.screens()[0].frame == Rect{0, 0, 1280, 800}));
+        QVERIFY((screens.screens()[1].frame == Rect{1280, 0, 1280, 800}));
+        const auto first = presentPatch({100, 200, 300, 100});
+        const auto other = presentPatch({1280 + 200, 400, 300, 100});
+        QTRY_COMPARE(pixel({120, 250}), QColor(Qt::darkGreen));
+        QTRY_COMPARE(pixel({1280 + 220, 450}), QColor(Qt::darkGreen));
+        // One that moves to the other monitor is seen there.
+        other->setFrame({500, 300, 300, 100});
+        QTRY_COMPARE(pixel({520, 450}), QColor(Qt::darkGreen));
+        QTRY_VERIFY(pixel({1280 + 220, 450}) != QColor(Qt::darkGreen));
+    }
+
+    void aMonitorThatGoesTakesItsBanner()
+    {
+        const std::uint32_t second = startTwoMonitors();
+        QVERIFY(second != 0);
+        const auto staying = presentPatch({100, 200, 300, 100});
+        const auto going = presentPatch({1280 + 200, 400, 300, 100});
+        QTRY_COMPARE(pixel({120, 250}), QColor(Qt::darkGreen));
+        QTRY_COMPARE(pixel({1280 + 220, 450}), QColor(Qt::darkGreen));
+        closeWindow(second);
+        QTRY_VERIFY(hasLogged(u"banner taken off the screen: the compositor closed it"_s));
+        QTRY_COMPARE(WaylandScreens(m_connection).screens().size(), std::size_t{1});
+        const Rect frame = going->frame();
+        bool isDone = false;
+        going->animate({.duration = Seconds{0.05}, .curve = TimingCurve::easeIn, .alpha = 0, .frame = frame},
+                       [&] { isDone = true; });
+        QTRY_VERIFY(isDone);
+        going->close();
+        QCOMPARE(pixel({120, 250}), QColor(Qt::darkGreen));
+        const auto next = presentPatch({500, 400, 300, 100});
+        QTRY_COMPARE(pixel({520, 450}), QColor(Qt::darkGreen));
+    }
+};
+
+int main(int argc, char *argv[])
+{
+    TestDesktop desktop(QSize(2 * monitor.width(), monitor.height()));
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    LayerShellBannerPanelsTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "LayerShellBannerPanelsTest.moc"

@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/Wayland/LayerShellBannerPanels.h"
+#include "Corvane/Platform/Linux/Wayland/WaylandConnection.h"
+#include "Corvane/Platform/Linux/Wayland/WaylandScreens.h"
+#include "Corvane/Utilities/DebugLogService.h"
+#include "tests/contracts/CardPanelsContract.h"
+#include "tests/contracts/WidgetScreensContract.h"
+#include "tests/support/TestCompositor.h"
+#include "tests/support/TestDesktop.h"
+
+#include <QApplication>
+#include <QTemporaryDir>
+
+using namespace corvane;
+
+class LayerShellBannerPanelsContractTest final : public CardPanelsContract {
+    Q_OBJECT
+
+public:
+    explicit LayerShellBannerPanelsContractTest(WaylandConnection &connection)
+        : m_panels(connection, closeButtons(), shape, m_logger)
+    {
+    }
+
+protected:
+    BannerPanels &panels() override { return m_panels; }
+
+private:
+    QTemporaryDir m_folder;
+    DebugLogService m_logger{m_folder.path()};
+    LayerShellBannerPanels m_panels;
+
+private Q_SLOTS:
+    void cleanup() { QCOMPARE(m_logger.latestLines(), QStringList()); }
+};
+
+class WaylandScreensContractTest final : public WidgetScreensContract {
+    Q_OBJECT
+
+public:
+    explicit WaylandScreensContractTest(WaylandConnection &connection) : m_screens(connection) {}
+
+protected:
+    Screens &screens() override { return m_screens; }
+
+private:
+    WaylandScreens m_screens;
+};
+
+int main(int argc, char *argv[])
+{
+    constexpr QSize size(1280, 800);
+    TestDesktop desktop(size);
+    TestCompositor compositor(size);
+    compositor.enter();
+    QApplication application(argc, argv);
+    WaylandConnection connection;
+    if (!connection.open() || !connection.offersOverlays()) {
+        qFatal("the compositor offers no overlays");
+    }
+    LayerShellBannerPanelsContractTest panels(connection);
+    WaylandScreensContractTest screens(connection);
+    return QTest::qExec(&panels, argc, argv) + QTest::qExec(&screens, argc, argv);
+}
+
+#include "LayerShellBannerContractTest.moc"

@@ -1,0 +1,65 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "tests/support/TestCompositor.h"
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+
+namespace {
+
+constexpr int patience = 30'000; // milliseconds
+
+} // namespace
+
+TestCompositor::TestCompositor(QSize size, int monitors)
+    : m_environment(QProcessEnvironment::systemEnvironment())
+{
+    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    m_process.start(QStringLiteral(QUILLET_NESTED_COMPOSITOR),
+                    {u"--monitors"_s, QString::number(monitors), u"sway"_s,
+                     u"%1x%2"_s.arg(size.width()).arg(size.height())});
+    QByteArray told;
+    while (!told.endsWith("\n\n")) {
+        if (!m_process.waitForReadyRead(patience)) {
+            qFatal("the compositor did not come up");
+        }
+        told += m_process.readAllStandardOutput();
+    }
+    const QStringList lines = QString::fromUtf8(told).split(u'\n', Qt::SkipEmptyParts);
+    for (const QString &line : lines) {
+        m_environment.insert(line.section(u'=', 0, 0), line.section(u'=', 1));
+    }
+}
+
+TestCompositor::~TestCompositor()
+{
+    end();
+}
+
+void TestCompositor::end()
+{
+    if (m_process.state() != QProcess::NotRunning) {
+        m_process.terminate();
+        m_process.waitForFinished(patience);
+    }
+}
+
+void TestCompositor::enter() const
+{
+    qputenv("WAYLAND_DISPLAY", m_environment.value(u"WAYLAND_DISPLAY"_s).toUtf8());
+}
+
+QString TestCompositor::tell(const QStringList &command) const
+{
+    QProcess process;
+    process.setProcessEnvironment(m_environment);
+    process.start(u"swaymsg"_s, command);
+    if (!process.waitForFinished(patience) || process.exitCode() != 0) {
+        qFatal("swaymsg failed: %s", process.readAllStandardError().constData());
+    }
+    return QString::fromUtf8(process.readAllStandardOutput());
+}
+
+} // namespace corvane
