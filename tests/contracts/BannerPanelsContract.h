@@ -133,10 +133,10 @@ private Q_SLOTS:
     {
         const auto panel = makePanel();
         panel->orderFrontRegardless();
-        panel->animate(shrinking(Seconds{10}), {});
+        panel->animate(shrinking(Seconds{1}), {});
         QCoro::waitFor(wait(Seconds{0.1}));
         const Rect reached = panel->frame();
-        panel->animate(shrinking(Seconds{10}), {});
+        panel->animate(shrinking(Seconds{1}), {});
         QVERIFY(panel->frame() == reached);
     }
 
