@@ -176,6 +176,9 @@ WaylandConnection::WaylandConnection() = default;
 
 WaylandConnection::~WaylandConnection()
 {
+    // At once: there may be no event loop any more.
+    m_readable.reset();
+    m_writable.reset();
     close();
 }
 
