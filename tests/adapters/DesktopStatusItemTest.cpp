@@ -247,6 +247,9 @@ int main(int argc, char *argv[])
     qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address().toUtf8());
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
+    if (!isManagerServing()) {
+        qFatal("the window manager does not serve");
+    }
     DesktopStatusItemTest test(bus);
     return QTest::qExec(&test, argc, argv);
 }

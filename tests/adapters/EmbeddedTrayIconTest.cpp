@@ -6,6 +6,7 @@
 #include "Corvane/Platform/Linux/Freedesktop/StatusBell.h"
 #include "Corvane/Platform/Linux/X11/X11Connection.h"
 #include "tests/adapters/Tray.h"
+#include "tests/adapters/WindowManagement.h"
 #include "tests/contracts/StatusItemContract.h"
 #include "tests/support/TestDesktop.h"
 
@@ -166,6 +167,9 @@ int main(int argc, char *argv[])
     desktop.startWindowManager(TestDesktop::WindowManager::openbox);
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
+    if (!isManagerServing()) {
+        qFatal("the window manager does not serve");
+    }
     EmbeddedTrayIconTest test;
     return QTest::qExec(&test, argc, argv);
 }
