@@ -50,18 +50,22 @@ endif()
 
 # The headers that nearly every file reads are precompiled twice: `core` for files without windows, `widgets` for
 # those with. Their owners define nothing beyond what all their users define, or the compiler could not use them.
+# Not the whole of Qt's modules: taking up so much more takes a file twice as long as reading what else it needs.
 # Qt Test is not among them: it depends on each test's own folder.
 if(QUILLET_PRECOMPILE)
-    set(values <qcoro/qcorotask.h> <chrono> <expected> <functional> <memory> <optional> <vector>)
+    set(values <qcoro/qcorotask.h> <algorithm> <array> <chrono> <cmath> <expected> <functional> <map> <memory>
+        <optional> <vector> <QByteArray> <QCoreApplication> <QDateTime> <QDeadlineTimer> <QDir> <QElapsedTimer>
+        <QFile> <QHash> <QList> <QObject> <QPointer> <QSet> <QString> <QStringList> <QTimer> <QTimeZone> <QUrl>)
     foreach(kind core widgets)
         file(CONFIGURE OUTPUT headers-${kind}.cpp CONTENT "")
         add_library(headers-${kind} OBJECT ${CMAKE_CURRENT_BINARY_DIR}/headers-${kind}.cpp)
         set_target_properties(headers-${kind} PROPERTIES AUTOMOC OFF AUTORCC OFF)
     endforeach()
     target_link_libraries(headers-core PRIVATE Qt6::Core QCoro6::Core)
-    target_precompile_headers(headers-core PRIVATE <QtCore/QtCore> ${values})
+    target_precompile_headers(headers-core PRIVATE ${values})
     target_link_libraries(headers-widgets PRIVATE Qt6::Widgets QCoro6::Core)
-    target_precompile_headers(headers-widgets PRIVATE <QtWidgets/QtWidgets> ${values})
+    target_precompile_headers(headers-widgets PRIVATE ${values} <QAbstractButton> <QApplication> <QBoxLayout>
+        <QKeyEvent> <QLabel> <QPainter> <QPushButton> <QScreen> <QScrollArea> <QScrollBar> <QWidget> <QWindow>)
 endif()
 
 # quillet_precompile(<target> core|widgets)
