@@ -37,6 +37,9 @@ constexpr std::size_t maximumSortedAtOnce = 300;
 constexpr int maximumStrayJobs = 2;
 constexpr int workerThreads = 4;
 
+/// Seconds; no place on earth is further from UTC, by an hour.
+constexpr qint64 furthestFromUtc = 15 * 3600;
+
 constexpr auto seriesQuery = "(has-recurrences?)";
 
 using Components = std::vector<GObjectRef<ICalComponent>>;
@@ -48,19 +51,20 @@ QString messageOf(GError *error)
     return message;
 }
 
-/// The single events that overlap the interval, a day added on either side, since the service takes floating
-/// times for UTC. Series are kept out by the first condition, before the service would walk through them: a
-/// rule without end keeps it busy for hours, and with it the whole calendar.
+/// The single events that overlap the interval, and those next to it, since the service takes floating times
+/// for UTC. Series are kept out by the first condition, before the service would walk through them: a rule
+/// without end keeps it busy for hours, and with it the whole calendar.
 QByteArray singlesQuery(DateInterval interval)
 {
-    const auto text = [](Date date, int days) {
-        const auto seconds = static_cast<qint64>(std::floor(secondsSince1970(date))) + days * 86'400LL;
+    const auto text = [](Date date, qint64 later) {
+        const auto seconds = static_cast<qint64>(std::floor(secondsSince1970(date))) + later;
         return QDateTime::fromSecsSinceEpoch(seconds, QTimeZone::utc())
             .toString(u"yyyyMMdd'T'hhmmss'Z'"_s)
             .toLatin1();
     };
-    return "(and (not (has-recurrences?)) (occur-in-time-range? (make-time \"" + text(interval.start, -1) +
-           "\") (make-time \"" + text(interval.end, 2) + "\")))";
+    return "(and (not (has-recurrences?)) (occur-in-time-range? (make-time \"" +
+           text(interval.start, -furthestFromUtc) + "\") (make-time \"" +
+           text(interval.end, furthestFromUtc) + "\")))";
 }
 
 /// Gives the service's client back on the main thread, wherever the last user of it is.
@@ -477,7 +481,9 @@ private:
     {
         GError *error = nullptr;
         GSList *objects = nullptr;
-        if (e_cal_client_get_object_list_finish(client, result, &objects, &error) == FALSE) {
+        e_cal_client_get_object_list_finish(client, result, &objects, &error);
+        // Some versions of the library call an empty list a failure, but one without a reason.
+        if (error != nullptr) {
             return std::unexpected(Trouble{u"query"_s, messageOf(error)});
         }
         Components components;
