@@ -26,6 +26,12 @@ int milliseconds(std::chrono::milliseconds duration)
     return static_cast<int>(duration.count());
 }
 
+QDBusMessage busCall(const QString &method)
+{
+    return QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
+                                          u"org.freedesktop.DBus"_s, method);
+}
+
 QString words(const QDBusMessage &error)
 {
     return error.errorName() + u": "_s + error.errorMessage();
@@ -74,12 +80,29 @@ void FreedesktopNotificationServer::takeCapabilities(const QDBusMessage &reply)
         return;
     }
     m_capabilities = reply.arguments().value(0).toStringList();
-    if (m_server != reply.service()) {
+    // The answer does not tell from whom it is (not with every version of Qt).
+    auto call = busCall(u"GetNameOwner"_s);
+    call << QString(serviceName);
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_patience.asking)), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        watcher->deleteLater();
+        takeOwner(watcher->reply());
+    });
+}
+
+void FreedesktopNotificationServer::takeOwner(const QDBusMessage &reply)
+{
+    const QString owner = reply.arguments().value(0).toString();
+    if (reply.type() != QDBusMessage::ReplyMessage || owner.isEmpty()) {
+        Q_EMIT answered(false, words(reply));
+        return;
+    }
+    if (m_server != owner) {
         if (!m_server.isEmpty()) {
             m_departure.removeWatchedService(m_server);
             Q_EMIT replaced();
         }
-        m_server = reply.service();
+        m_server = owner;
         m_departure.addWatchedService(m_server);
     }
     Q_EMIT answered(true, {});
@@ -142,8 +165,7 @@ void FreedesktopNotificationServer::lookWhetherItIsThere(const QString &reason)
         Q_EMIT finished(Outcome::notShown, reason);
         return;
     }
-    auto call = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
-                                               u"org.freedesktop.DBus"_s, u"NameHasOwner"_s);
+    auto call = busCall(u"NameHasOwner"_s);
     call << m_server;
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_patience.asking)), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, reason] {

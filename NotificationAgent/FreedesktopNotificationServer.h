@@ -45,6 +45,7 @@ public:
 
 private:
     void takeCapabilities(const QDBusMessage &reply);
+    void takeOwner(const QDBusMessage &reply);
     void takeReply(const QDBusMessage &reply);
     void lookWhetherItIsThere(const QString &reason);
 

@@ -28,6 +28,8 @@ constexpr auto managerService = "org.freedesktop.login1"_L1;
 constexpr auto managerPath = "/org/freedesktop/login1"_L1;
 constexpr auto managerInterface = "org.freedesktop.login1.Manager"_L1;
 constexpr auto sessionInterface = "org.freedesktop.login1.Session"_L1;
+constexpr auto busName = "org.freedesktop.DBus"_L1;
+constexpr auto busPath = "/org/freedesktop/DBus"_L1;
 constexpr auto propertiesInterface = "org.freedesktop.DBus.Properties"_L1;
 
 // Interfaces, which are also the names, of the screen savers that speak of ActiveChanged, and the objects on
@@ -44,7 +46,7 @@ constexpr std::array screenSavers{
     ScreenSaver{"org.xfce.ScreenSaver"_L1, "/org/xfce/ScreenSaver"_L1},
 };
 
-QDBusMessage call(QLatin1StringView service, const QString &path, QLatin1StringView interface,
+QDBusMessage call(const QString &service, const QString &path, QLatin1StringView interface,
                   const QString &method)
 {
     auto message = QDBusMessage::createMethodCall(service, path, interface, method);
@@ -104,28 +106,43 @@ void SessionLockWatcher::askScreenSaver(const QString &name)
         if (saver.name != name) {
             continue;
         }
-        then(m_sessionBus.asyncCall(call(saver.name, saver.path, saver.name, u"GetActive"_s),
-                                    timeoutMilliseconds),
-             [this](const QDBusMessage &answer) {
-                 // What it has signalled since is newer than its answer.
-                 if (answer.type() == QDBusMessage::ReplyMessage && !m_savers.contains(answer.service())) {
-                     saverChanged(answer);
-                 }
-             });
+        // An answer does not tell from whom it is (not with every version of Qt): its unique name comes
+        // first.
+        auto question = call(busName, busPath, busName, u"GetNameOwner"_s);
+        question << QString(saver.name);
+        then(m_sessionBus.asyncCall(question, timeoutMilliseconds), [this, saver](const QDBusMessage &reply) {
+            const QString owner = reply.arguments().value(0).toString();
+            if (reply.type() != QDBusMessage::ReplyMessage || owner.isEmpty()) {
+                return;
+            }
+            then(m_sessionBus.asyncCall(call(owner, saver.path, saver.name, u"GetActive"_s),
+                                        timeoutMilliseconds),
+                 [this, owner](const QDBusMessage &answer) {
+                     // What it has signalled since is newer than its answer.
+                     if (answer.type() == QDBusMessage::ReplyMessage && !m_savers.contains(owner)) {
+                         takeSaver(owner, answer);
+                     }
+                 });
+        });
     }
 }
 
 void SessionLockWatcher::saverChanged(const QDBusMessage &message)
+{
+    takeSaver(message.service(), message);
+}
+
+void SessionLockWatcher::takeSaver(const QString &owner, const QDBusMessage &message)
 {
     const QVariantList arguments = message.arguments();
     if (arguments.isEmpty() || arguments.constFirst().typeId() != QMetaType::Bool) {
         return;
     }
     const bool isActive = arguments.constFirst().toBool();
-    if (!m_savers.contains(message.service())) {
-        m_saverOwners->addWatchedService(message.service());
+    if (!m_savers.contains(owner)) {
+        m_saverOwners->addWatchedService(owner);
     }
-    m_savers.insert(message.service(), isActive);
+    m_savers.insert(owner, isActive);
     if (!isActive && message.type() == QDBusMessage::SignalMessage) {
         m_lockRequested = false;
     }

@@ -54,6 +54,8 @@ private:
     void askForPath(const QString &method, const QVariant &argument, bool isLastResort);
     void takeSession(const QString &path);
     void dropSession();
+    /// `message` of the screen saver `owner` tells first whether it is active.
+    void takeSaver(const QString &owner, const QDBusMessage &message);
     void forgetSaver(const QString &owner);
     void update();
     static QCoro::Task<void> endRequest(QPointer<SessionLockWatcher> watcher, int request);
