@@ -60,7 +60,7 @@ QString startFormat(const QLocale &locale)
     // Two digits of a year could be of any century once they are typed.
     static const QRegularExpression shortYear(u"(?<!y)yy(?!y)"_s);
     date.replace(shortYear, u"yyyy"_s);
-    QString time = locale.timeFormat(QLocale::ShortFormat);
+    QString time = shortTimeFormat(locale);
     // Nor times of the day in words, which the toolkit writes as the letter that stands for them.
     static const QRegularExpression omitted(u"\\W?\\bss?\\b|\\s*\\bt+\\b|\\s*B+"_s);
     time.remove(omitted);

@@ -42,11 +42,16 @@ QString descriptionText(Date date)
     return toDateTime(date).toString(u"yyyy-MM-dd HH:mm:ss"_s) + u" +0000"_s;
 }
 
+QString shortTimeFormat(const QLocale &locale)
+{
+    return locale.timeFormat(QLocale::ShortFormat).replace(QChar(0x202F), u' ');
+}
+
 QString timeOfDayText(Date date, const QLocale &locale)
 {
     // The short form of some locales, that of the machine without any among them, has seconds.
     static const QRegularExpression seconds(u"[:.]ss?"_s);
-    QString format = locale.timeFormat(QLocale::ShortFormat);
+    QString format = shortTimeFormat(locale);
     format.remove(seconds);
     return locale.toString(toDateTime(date).toLocalTime().time(), format);
 }

@@ -23,6 +23,10 @@ namespace corvane {
 /// For example "2026-11-15 09:00:00 +0000": a date inside a log line, always in UTC.
 [[nodiscard]] QString descriptionText(Date date);
 
+/// How `locale` writes times of the day in short, as Qt takes it, with no spaces but plain ones: the narrow
+/// one that newer data of the locales has before AM and PM is on no keyboard.
+[[nodiscard]] QString shortTimeFormat(const QLocale &locale);
+
 /// The time of day that `date` is on the user's clocks, as short as `locale` writes it and without seconds:
 /// "09:05", "9:05 AM".
 [[nodiscard]] QString timeOfDayText(Date date, const QLocale &locale);

@@ -42,6 +42,14 @@ private Q_SLOTS:
         QCOMPARE(timeOfDayText(at("00:00:00"), QLocale(u"en_GB"_s)), u"00:00"_s);
     }
 
+    void noTimeOfDayHasASpaceThatIsOnNoKeyboard()
+    {
+        for (const QLocale &locale :
+             QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyTerritory)) {
+            QVERIFY(!shortTimeFormat(locale).contains(QChar(0x202F)));
+        }
+    }
+
     void stampsKeepTheirMilliseconds()
     {
         for (int millisecond = 0; millisecond < 1000; ++millisecond) {
