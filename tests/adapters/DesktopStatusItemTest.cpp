@@ -175,13 +175,23 @@ private Q_SLOTS:
         m_host->setHasHost(false);
         m_host->start();
         make({});
-        QTRY_VERIFY_WITH_TIMEOUT(m_tray->hasOneIcon(), patience);
-        QVERIFY(m_item->isShown());
+        // Later versions of the toolkit embed nothing where there is a watcher; then there is no bell, and
+        // that is told.
+        constexpr bool isEmbedded = QT_VERSION < QT_VERSION_CHECK(6, 8, 0);
+        QElapsedTimer since;
+        since.start();
+        QTRY_VERIFY_WITH_TIMEOUT(
+            m_tray->hasOneIcon() ||
+                since.hasExpired(std::chrono::milliseconds(2 * DesktopStatusItem::grace).count()),
+            patience);
+        QCOMPARE(m_tray->hasOneIcon(), isEmbedded);
+        QCOMPARE(m_item->isShown(), isEmbedded);
         m_host->setHasHost(true);
-        QTRY_VERIFY_WITH_TIMEOUT(m_tray->isEmpty(), patience);
-        QVERIFY(m_item->isShown());
-        // Only ours: the toolkit has not made one of its own.
-        QCOMPARE(m_host->registrations, QStringList{name()});
+        QTRY_VERIFY_WITH_TIMEOUT(m_tray->isEmpty() && m_item->isShown(), patience);
+        if (isEmbedded) {
+            // Only ours: the toolkit has not made one of its own.
+            QCOMPARE(m_host->registrations, QStringList{name()});
+        }
     }
 
     void aTrayThatComesLateOrRestartsGetsTheIcon()

@@ -9,16 +9,24 @@
 
 #include <xcb/xcb.h>
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QPixmap>
+#include <QWidget>
 
-#include <utility>
+#include <algorithm>
 
 namespace corvane {
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// Whether the toolkit has made a window for an icon of the tray, the one thing that tells how it shows it.
+bool isInWindow()
+{
+    return std::ranges::any_of(QApplication::topLevelWidgets(),
+                               [](const QWidget *widget) { return widget->inherits("QSystemTrayIconSys"); });
+}
 
 QIcon iconOf(const QList<QImage> &images)
 {
@@ -38,6 +46,11 @@ EmbeddedTrayIcon::EmbeddedTrayIcon(const QList<QImage> &icons, QObject *parent)
     connect(&m_icon, &QSystemTrayIcon::activated, this, &EmbeddedTrayIcon::click);
     setTitle({});
     m_icon.show();
+    // Later versions of the toolkit embed nothing where there is a watcher, though no panel listens to it.
+    if (!isInWindow()) {
+        m_icon.hide();
+        return;
+    }
     QCoreApplication::instance()->installNativeEventFilter(this);
     m_tray = x11::selectionOwner("_NET_SYSTEM_TRAY_S0");
 }

@@ -18,6 +18,9 @@ namespace corvane {
 /// kind. A tray that comes up late, or restarts, gets it as well. The text is the icon's tool tip; a menu is
 /// never shown. Main thread only.
 ///
+/// Where Qt 6.8 finds a watcher of status items that no panel listens to, it embeds nothing: then nothing is
+/// shown.
+///
 /// Made only once it is known that the session bus answers, or that there is none: the toolkit asks it first,
 /// and waits.
 class EmbeddedTrayIcon final : public StatusItem, private QAbstractNativeEventFilter {
