@@ -10,6 +10,8 @@
 #include "tests/support/TestCompositor.h"
 
 #include <QApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QRegularExpression>
@@ -116,6 +118,20 @@ private:
         m_compositor->enter();
     }
 
+    /// The number in the name of the compositor's output that is not the first of the desktop, X11-1 or
+    /// X11-2.
+    [[nodiscard]] int outputOnTheRight() const
+    {
+        const QString told = m_compositor->tell({u"-r"_s, u"-t"_s, u"get_outputs"_s});
+        const QJsonArray outputs = QJsonDocument::fromJson(told.toUtf8()).array();
+        for (const QJsonValue &output : outputs) {
+            if (output[u"rect"_s][u"x"_s].toInt() > 0) {
+                return output[u"name"_s].toString().last(1).toInt();
+            }
+        }
+        return 0;
+    }
+
     /// A compositor with two monitors, of which the second one's window is given back.
     std::uint32_t startTwoMonitors()
     {
@@ -124,9 +140,16 @@ private:
         if (!QTest::qWaitFor([this] { return !m_connection.isOpen(); }) || !m_connection.open()) {
             return 0;
         }
-        // Without a window manager both of its windows stand in the same place.
-        const QString told = TestDesktop::run(u"xwininfo"_s, {u"-name"_s, u"wlroots - X11-2"_s});
-        const QString second = QRegularExpression(u"0x[0-9a-f]+"_s).match(told).captured();
+        // Without a window manager both of its windows stand in the same place, the one made last on top.
+        // They have names only in some versions, and which of them shows the right half differs too.
+        const QString told = TestDesktop::run(u"xwininfo"_s, {u"-root"_s, u"-children"_s});
+        const QString size = u"%1x%2"_s.arg(monitor.width()).arg(monitor.height());
+        const QRegularExpression line(u"(0x[0-9a-f]+) .* %1\\+0\\+0 "_s.arg(size));
+        QStringList windows; // from below to above
+        for (auto match = line.globalMatch(told); match.hasNext();) {
+            windows.prepend(match.next().captured(1));
+        }
+        const QString second = windows.value(outputOnTheRight() - 1);
         TestDesktop::xdotool({u"windowmove"_s, second, QString::number(monitor.width()), u"0"_s});
         return second.toUInt(nullptr, 0);
     }

@@ -76,7 +76,7 @@ class Wayland(unittest.TestCase):
             desktop.run("xdotool", "key", "q")
             self.assertEqual(opponent.stdout.readline(), "q\n")
             # A click on the card changes nothing, neither the banner nor who has the keyboard.
-            desktop.click(banner.left + 500, banner.top + 250)
+            desktop.click(banner.left + 400, banner.top + 250)
             desktop.run("xdotool", "key", "r")
             self.assertEqual(opponent.stdout.readline(), "r\n")
             self.assertTrue(desktop.picture().shows(banner))

@@ -7,6 +7,8 @@
 #include "Corvane/Platform/Linux/Wayland/SharedPictures.h"
 #include "Corvane/Platform/Linux/Wayland/WaylandConnection.h"
 
+#include <QEvent>
+
 namespace corvane {
 
 class DebugLogService;

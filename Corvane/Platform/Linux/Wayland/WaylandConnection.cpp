@@ -106,51 +106,45 @@ struct WaylandConnection::Listeners {
         .description = [](void *, zxdg_output_v1 *, const char *) {},
     };
 
-    // Frames, axes and the like come only to seats of later versions than the one asked for.
-    static constexpr wl_pointer_listener pointer{
-        .enter =
-            [](void *data, wl_pointer *, std::uint32_t serial, wl_surface *surface, wl_fixed_t x,
-               wl_fixed_t y) {
-                WaylandConnection &connection = self(data);
-                connection.showArrow(serial);
-                connection.m_target = targetOf(surface);
-                if (connection.m_target != nullptr) {
-                    connection.m_target->pointerEntered(point(x, y));
-                }
-            },
-        .leave =
-            [](void *data, wl_pointer *, std::uint32_t, wl_surface *) {
-                if (WaylandPointerTarget *target = std::exchange(self(data).m_target, nullptr)) {
-                    target->pointerLeft();
-                }
-            },
-        .motion =
-            [](void *data, wl_pointer *, std::uint32_t, wl_fixed_t x, wl_fixed_t y) {
-                if (WaylandPointerTarget *target = self(data).m_target) {
-                    target->pointerMoved(point(x, y));
-                }
-            },
-        .button =
-            [](void *data, wl_pointer *, std::uint32_t, std::uint32_t, std::uint32_t code,
-               std::uint32_t state) {
-                WaylandPointerTarget *target = self(data).m_target;
-                const auto button = mouseButton(code);
-                if (target == nullptr || !button) {
-                    return;
-                }
-                if (state == WL_POINTER_BUTTON_STATE_PRESSED) {
-                    target->pointerPressed(*button);
-                } else {
-                    target->pointerReleased(*button);
-                }
-            },
-        .axis = [](void *, wl_pointer *, std::uint32_t, std::uint32_t, wl_fixed_t) {},
-        .frame = nullptr,
-        .axis_source = nullptr,
-        .axis_stop = nullptr,
-        .axis_discrete = nullptr,
-        .axis_value120 = nullptr,
-    };
+    // Frames and the like come only to seats of later versions than the one asked for, and newer libraries
+    // know more of them: what is not named here stays empty.
+    static constexpr wl_pointer_listener pointer = [] {
+        wl_pointer_listener listener{};
+        listener.enter = [](void *data, wl_pointer *, std::uint32_t serial, wl_surface *surface, wl_fixed_t x,
+                            wl_fixed_t y) {
+            WaylandConnection &connection = self(data);
+            connection.showArrow(serial);
+            connection.m_target = targetOf(surface);
+            if (connection.m_target != nullptr) {
+                connection.m_target->pointerEntered(point(x, y));
+            }
+        };
+        listener.leave = [](void *data, wl_pointer *, std::uint32_t, wl_surface *) {
+            if (WaylandPointerTarget *target = std::exchange(self(data).m_target, nullptr)) {
+                target->pointerLeft();
+            }
+        };
+        listener.motion = [](void *data, wl_pointer *, std::uint32_t, wl_fixed_t x, wl_fixed_t y) {
+            if (WaylandPointerTarget *target = self(data).m_target) {
+                target->pointerMoved(point(x, y));
+            }
+        };
+        listener.button = [](void *data, wl_pointer *, std::uint32_t, std::uint32_t, std::uint32_t code,
+                             std::uint32_t state) {
+            WaylandPointerTarget *target = self(data).m_target;
+            const auto button = mouseButton(code);
+            if (target == nullptr || !button) {
+                return;
+            }
+            if (state == WL_POINTER_BUTTON_STATE_PRESSED) {
+                target->pointerPressed(*button);
+            } else {
+                target->pointerReleased(*button);
+            }
+        };
+        listener.axis = [](void *, wl_pointer *, std::uint32_t, std::uint32_t, wl_fixed_t) {};
+        return listener;
+    }();
 
     static constexpr wl_seat_listener seat{
         .capabilities =
