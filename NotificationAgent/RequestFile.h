@@ -37,8 +37,7 @@ struct DecodedRequests {
 class RequestFile {
 public:
     /// `log` takes a line about what is no failure.
-    explicit RequestFile(
-        QString path, std::function<void(const QString &)> log = [](const QString &) {});
+    explicit RequestFile(QString path, std::function<void(const QString &)> log = tellNobody);
 
     /// The user's queue, below the folder of what programs keep between their runs ($XDG_STATE_HOME).
     [[nodiscard]] static QString userPath();
@@ -71,6 +70,7 @@ public:
     [[nodiscard]] const QString &path() const { return m_path; }
 
 private:
+    static void tellNobody(const QString &) {}
     [[nodiscard]] QString setAside() const;
 
     QString m_path;

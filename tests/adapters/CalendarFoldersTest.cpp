@@ -181,7 +181,7 @@ private Q_SLOTS:
     {
         writeLessons(u"a.ics"_s, {lesson("Zoom - One")});
         QCOMPARE(load(), QStringList{u"Zoom - One"_s});
-        struct stat before {};
+        struct stat before = {};
         QCOMPARE(::stat(path(u"a.ics"_s).toLocal8Bit().constData(), &before), 0);
         // The same size and time, another text: what was read stands.
         QFile file(path(u"a.ics"_s));

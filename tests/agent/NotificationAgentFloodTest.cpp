@@ -185,8 +185,8 @@ private Q_SLOTS:
         big.title = QString(4096, u't');
         big.body = QString(4096, u'b');
         big.categoryIdentifier = QString(4096, u'c');
-        const int refused = flood(
-            300, [](int i) { return QString::number(i); }, big);
+        const auto number = [](int i) { return QString::number(i); };
+        const int refused = flood(300, number, big);
         QVERIFY(refused > 100);
         QVERIFY(m_peak.isPrivate < mostMemory);
         QCOMPARE(m_room->pending().size(), 300 - refused);

@@ -120,7 +120,7 @@ private Q_SLOTS:
     void onlyTheUserMayReadIt()
     {
         QVERIFY(RequestFile(m_path).write(queueOf(1)));
-        struct stat status {};
+        struct stat status = {};
         QCOMPARE(::stat(QFile::encodeName(m_path).constData(), &status), 0);
         QCOMPARE(status.st_mode & 0777U, 0600U);
     }

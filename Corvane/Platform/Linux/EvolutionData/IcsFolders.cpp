@@ -79,7 +79,7 @@ public:
     Listing run(const std::vector<QByteArray> &folders)
     {
         for (const QByteArray &folder : folders) {
-            struct stat status {};
+            struct stat status = {};
             if (::stat(folder.constData(), &status) == 0 && S_ISDIR(status.st_mode)) {
                 m_listing.isAnyFolderThere = true;
                 read(folder, status, 0);
@@ -100,7 +100,7 @@ private:
         std::filesystem::directory_iterator entry(folder.constData(), error);
         for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
             const std::string path = entry->path().string();
-            struct stat found {};
+            struct stat found = {};
             if (::stat(path.c_str(), &found) != 0) {
                 continue;
             }
@@ -289,7 +289,7 @@ public:
         if (!self->m_looking) {
             self->m_looking = startOnPool(self->m_workers.threads(), [folders = self->m_folders] {
                 return std::ranges::any_of(folders, [](const QByteArray &folder) {
-                    struct stat status {};
+                    struct stat status = {};
                     return ::stat(folder.constData(), &status) == 0 && S_ISDIR(status.st_mode);
                 });
             });
