@@ -51,6 +51,14 @@ void TestCompositor::enter() const
     qputenv("WAYLAND_DISPLAY", m_environment.value(u"WAYLAND_DISPLAY"_s).toUtf8());
 }
 
+bool TestCompositor::unplug(const QString &output) const
+{
+    QProcess process;
+    process.setProcessEnvironment(m_environment);
+    process.start(u"swaymsg"_s, {u"output"_s, output, u"unplug"_s});
+    return process.waitForFinished(patience) && process.exitCode() == 0;
+}
+
 QString TestCompositor::tell(const QStringList &command) const
 {
     QProcess process;

@@ -27,6 +27,9 @@ public:
     /// Has the program's own further connections to a compositor go to this one.
     void enter() const;
 
+    /// Takes the monitor `output` away; false where the compositor has no command for it.
+    [[nodiscard]] bool unplug(const QString &output) const;
+
     /// Tells the compositor to do something, and waits until that is done; its answer.
     [[nodiscard]] QString tell(const QStringList &command) const;
 
