@@ -15,6 +15,7 @@
 #include <QPainter>
 #include <QWindow>
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 
@@ -87,7 +88,14 @@ void LayerShellBanner::followOutputs()
     if (m_layerSurface == nullptr) {
         return;
     }
-    if (isOther) {
+    const bool isGone =
+        m_outputNumber != 0 && std::ranges::none_of(m_connection.outputs(), [this](const WaylandOutput &one) {
+            return one.number == m_outputNumber;
+        });
+    if (isGone) {
+        // Not every compositor says so.
+        takeAway(u"its monitor has gone"_s);
+    } else if (isOther) {
         unmap();
         map();
     } else {
