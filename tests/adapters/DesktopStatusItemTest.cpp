@@ -253,14 +253,12 @@ int main(int argc, char *argv[])
 {
     TestDesktop desktop(screenSize);
     desktop.startWindowManager(TestDesktop::WindowManager::openbox);
-    const PrivateBus bus;
-    qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address().toUtf8());
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     if (!isManagerServing()) {
         qFatal("the window manager does not serve");
     }
-    DesktopStatusItemTest test(bus);
+    DesktopStatusItemTest test(desktop.bus());
     return QTest::qExec(&test, argc, argv);
 }
 

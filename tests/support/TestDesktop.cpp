@@ -40,12 +40,12 @@ void TestDesktop::startServer(const QString &program, const QStringList &argumen
     }
     qputenv("DISPLAY", ':' + display.trimmed());
     qputenv("QT_QPA_PLATFORM", "xcb");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", m_bus.address().toUtf8());
 }
 
 TestDesktop::~TestDesktop()
 {
     stopWindowManager();
-    end(m_bus); // what was started through it ends with it
     end(m_server);
 }
 
@@ -61,9 +61,13 @@ void TestDesktop::startWindowManager(WindowManager manager)
         break;
     case WindowManager::xfwm4:
     case WindowManager::xfwm4WithCompositing: {
-        // It reads its settings from a service on the session's bus, and does not start without.
+        // It reads its settings from a service on the session's bus, and does not start without. Not on the
+        // bus of the programs under test, where what the toolkit finds must not depend on what is installed.
+        if (!m_settingsBus) {
+            m_settingsBus = std::make_unique<PrivateBus>(QStringList{u"/usr/share/dbus-1/services"_s});
+        }
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, busAddress());
+        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, m_settingsBus->address());
         m_manager->setProcessEnvironment(environment);
         const bool isCompositing = manager == WindowManager::xfwm4WithCompositing;
         m_manager->start(u"xfwm4"_s,
@@ -82,23 +86,6 @@ void TestDesktop::stopWindowManager()
         end(*m_manager);
         m_manager.reset();
     }
-}
-
-QString TestDesktop::busAddress()
-{
-    if (m_bus.state() == QProcess::NotRunning) {
-        m_bus.setStandardErrorFile(QProcess::nullDevice());
-        m_bus.start(u"dbus-daemon"_s,
-                    {u"--session"_s, u"--nofork"_s, u"--nopidfile"_s, u"--print-address=1"_s});
-        m_busAddress.clear();
-        while (!m_busAddress.endsWith(u'\n')) {
-            if (!m_bus.waitForReadyRead(patience)) {
-                qFatal("the session bus did not come up");
-            }
-            m_busAddress += QString::fromUtf8(m_bus.readAllStandardOutput());
-        }
-    }
-    return m_busAddress.trimmed();
 }
 
 std::unique_ptr<QProcess> TestDesktop::startOpponent(const QStringList &arguments,

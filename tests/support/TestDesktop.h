@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "tests/support/PrivateBus.h"
+
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QSize>
@@ -14,9 +16,9 @@
 
 namespace corvane {
 
-/// An X desktop of a test's own: a server on a free display, and in it one window manager at a time. All that
-/// it starts it ends, by process id. Made before the application object, since it sets the environment that
-/// the object reads; a desktop that does not come up ends the test program.
+/// An X desktop of a test's own: a server on a free display, a session bus without services, and one window
+/// manager at a time. All that it starts it ends, by process id. Made before the application object, since it
+/// sets the environment that the object reads; a desktop that does not come up ends the test program.
 class TestDesktop {
 public:
     enum class WindowManager { openbox, xfwm4, xfwm4WithCompositing };
@@ -31,6 +33,10 @@ public:
     ~TestDesktop();
     TestDesktop(const TestDesktop &) = delete;
     TestDesktop &operator=(const TestDesktop &) = delete;
+
+    /// The session's bus, which is in the environment. On a display without one, the first program that asks
+    /// for it would start another that nobody ends.
+    [[nodiscard]] const PrivateBus &bus() const { return m_bus; }
 
     /// Ends the window manager that runs, if one does, and starts this one. It takes a moment until it is
     /// there.
@@ -50,12 +56,11 @@ public:
 
 private:
     void startServer(const QString &program, const QStringList &arguments);
-    QString busAddress();
     static void end(QProcess &process);
 
+    PrivateBus m_bus;
     QProcess m_server;
-    QProcess m_bus;
-    QString m_busAddress;
+    std::unique_ptr<PrivateBus> m_settingsBus; // the one that xfwm4 needs
     std::unique_ptr<QProcess> m_manager;
 };
 
