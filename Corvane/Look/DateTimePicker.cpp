@@ -14,6 +14,8 @@
 #include <QFontInfo>
 #include <QFontMetrics>
 #include <QKeyEvent>
+#include <QLineEdit>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
 #include <QSignalBlocker>
@@ -48,6 +50,7 @@ public:
         QPalette own;
         own.setColor(QPalette::Base, Qt::transparent);
         setPalette(own);
+        lineEdit()->installEventFilter(this);
     }
 
     void stepBy(int steps) override
@@ -103,6 +106,18 @@ public:
 
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
+    /// A click chooses the unit under it: what is typed then takes its place. The toolkit would only put the
+    /// cursor between its digits, where there is no room for another.
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (watched == lineEdit() && event->type() == QEvent::MouseButtonRelease &&
+            static_cast<QMouseEvent *>(event)->button() == Qt::LeftButton) {
+            // Behind the toolkit's own handling, which puts what is selected by the mouse on the clipboard.
+            QMetaObject::invokeMethod(this, &Edit::selectClickedSection, Qt::QueuedConnection);
+        }
+        return QDateTimeEdit::eventFilter(watched, event);
+    }
+
 protected:
     bool event(QEvent *event) override
     {
@@ -125,6 +140,14 @@ protected:
     {
         QDateTimeEdit::focusOutEvent(event);
         parentWidget()->update();
+    }
+
+private:
+    void selectClickedSection()
+    {
+        if (!lineEdit()->hasSelectedText()) { // by dragging, or by a double click
+            setSelectedSection(currentSection());
+        }
     }
 };
 

@@ -20,6 +20,7 @@
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QDateTimeEdit>
+#include <QLineEdit>
 #include <QScopeGuard>
 #include <QScrollBar>
 #include <QTableView>
@@ -534,6 +535,33 @@ private Q_SLOTS:
         room.button(u"Add Manual Lesson"_s)->click();
         QCOMPARE(toDateTime(room.lastLesson().startTime),
                  QDateTime(QDate(2026, 11, 21), QTime(17, 45), QTimeZone::utc()));
+    }
+
+    void aClickIntoTheStartChoosesTheUnitThatIsTyped()
+    {
+        const Room room;
+        room.show();
+        auto *field = room.start()->findChild<QLineEdit *>();
+        QCOMPARE(room.start()->text(), u"21 Nov 2026 11:00"_s);
+        const auto clickBefore = [&](int position) {
+            // Where the cursor stands when it is there.
+            field->setCursorPosition(position);
+            QTest::mouseClick(field, Qt::LeftButton, {},
+                              field->inputMethodQuery(Qt::ImCursorRectangle).toRectF().center().toPoint());
+        };
+        clickBefore(13); // between the digits of the hour
+        QTRY_COMPARE(field->selectedText(), u"11"_s);
+        QTest::keyClicks(room.start(), u"1745"_s);
+        QCOMPARE(room.start()->text(), u"21 Nov 2026 17:45"_s);
+        clickBefore(1);
+        QTRY_COMPARE(field->selectedText(), u"21"_s);
+        QTest::keyClicks(room.start(), u"24"_s);
+        QCOMPARE(room.start()->text(), u"24 Nov 2026 17:45"_s);
+        // What is selected by dragging stays as it is.
+        field->setSelection(0, 6);
+        QTest::mouseRelease(field, Qt::LeftButton, {}, QPoint(1, 1));
+        QCoreApplication::processEvents();
+        QCOMPARE(field->selectedText(), u"24 Nov"_s);
     }
 
     void aStartIsTypedInAnyLocale_data()
