@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-// How long the bell's panel keeps its user waiting on a day of 300 lessons. Uses the display it is started
-// on, or one of its own where there is none.
+// How long the bell's panel keeps its user waiting on a day of 300 lessons, and with a name out of all
+// measure. Uses the display it is started on, or one of its own where there is none.
 
 #include "Corvane/Look/Buttons.h"
 #include "Corvane/Look/ScrollView.h"
@@ -26,7 +26,15 @@ namespace {
 constexpr int lessonCount = 300;
 
 struct Panel : ViewModelFixture {
-    Panel() : ViewModelFixture("10:20:30")
+    Panel() : Panel(aFullDay()) {}
+
+    explicit Panel(std::vector<Lesson> lessons) : ViewModelFixture("10:20:30")
+    {
+        settings.setHasCompletedWelcome(true);
+        start(std::move(lessons));
+    }
+
+    [[nodiscard]] static std::vector<Lesson> aFullDay()
     {
         std::vector<Lesson> lessons;
         for (int number = 0; number < lessonCount; ++number) {
@@ -34,8 +42,7 @@ struct Panel : ViewModelFixture {
                                            at("06:00:00") + minutes(3) * number, minutes(25),
                                            allTeachingPlatforms.at(std::size_t(number) % 5)));
         }
-        settings.setHasCompletedWelcome(true);
-        start(std::move(lessons));
+        return lessons;
     }
 
     [[nodiscard]] std::unique_ptr<MenuBarContentView> view()
@@ -129,10 +136,23 @@ void makingThePanel(benchmark::State &state)
     }
 }
 
+/// With a name that a broken calendar may hold: 1.2 million characters.
+void makingThePanelWithAHugeName(benchmark::State &state)
+{
+    const QString name = u"王<b>\n\u202E "_s.repeated(200'000);
+    Panel panel(
+        {sampleLesson(name, at("10:00:00"), minutes(50)), sampleLesson(name, at("11:00:00"), minutes(50))});
+    for (auto _ : state) {
+        const auto view = panel.view();
+        benchmark::DoNotOptimize(view->grab());
+    }
+}
+
 BENCHMARK(aNotchOfTheWheel)->Unit(benchmark::kMillisecond)->Iterations(1000);
 BENCHMARK(aSecondOfTheDay)->Unit(benchmark::kMillisecond)->Iterations(200);
 BENCHMARK(switchingToAllToday)->Unit(benchmark::kMillisecond)->Iterations(20);
 BENCHMARK(makingThePanel)->Unit(benchmark::kMillisecond)->Iterations(50);
+BENCHMARK(makingThePanelWithAHugeName)->Unit(benchmark::kMillisecond)->Iterations(50);
 
 } // namespace
 

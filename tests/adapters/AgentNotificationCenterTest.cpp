@@ -142,7 +142,7 @@ private Q_SLOTS:
         QElapsedTimer timer;
         timer.start();
         QCOMPARE(authorization({.bus = 5s, .server = 300ms, .agent = 5s}), std::optional(true));
-        QVERIFY2(timer.elapsed() >= 250 && timer.elapsed() < 3000,
+        QVERIFY2(timer.elapsed() >= 250 && timer.elapsed() < 10000,
                  qPrintable(QString::number(timer.elapsed())));
     }
 
@@ -318,10 +318,11 @@ private Q_SLOTS:
         EventLoopWatch watch;
         QElapsedTimer timer;
         timer.start();
-        AgentNotificationCenter &hurried = center({.bus = 5s, .server = 5s, .agent = 500ms});
+        AgentNotificationCenter &hurried = center({.bus = 5s, .server = 5s, .agent = 1500ms});
         QVERIFY(!QCoro::waitFor(run(hurried)).has_value());
-        QVERIFY2(timer.elapsed() < 4000, qPrintable(QString::number(timer.elapsed())));
-        QVERIFY2(watch.longestGap() < 0.25, qPrintable(QString::number(watch.longestGap())));
+        QVERIFY2(timer.elapsed() < 10000, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY2(watch.longestGap() < EventLoopWatch::heldUp,
+                 qPrintable(QString::number(watch.longestGap())));
         m_agent->hangs = false;
         QVERIFY(QCoro::waitFor(run(hurried)).has_value());
     }
@@ -329,7 +330,7 @@ private Q_SLOTS:
     void aBusThatHangsIsAFailureInTimeAndHoldsNothingUp()
     {
         startAgent();
-        AgentNotificationCenter &hurried = center({.bus = 500ms, .server = 500ms, .agent = 500ms});
+        AgentNotificationCenter &hurried = center({.bus = 1500ms, .server = 1500ms, .agent = 1500ms});
         ::kill(static_cast<pid_t>(m_bus->processId()), SIGSTOP);
         EventLoopWatch watch;
         QElapsedTimer timer;
@@ -339,8 +340,8 @@ private Q_SLOTS:
         const double gap = watch.longestGap();
         ::kill(static_cast<pid_t>(m_bus->processId()), SIGCONT);
         QVERIFY(!ended.has_value());
-        QVERIFY2(elapsed < 4000, qPrintable(QString::number(elapsed)));
-        QVERIFY2(gap < 0.25, qPrintable(QString::number(gap)));
+        QVERIFY2(elapsed < 10000, qPrintable(QString::number(elapsed)));
+        QVERIFY2(gap < EventLoopWatch::heldUp, qPrintable(QString::number(gap)));
         // And once it goes on, all is well again.
         QTRY_VERIFY_WITH_TIMEOUT(QCoro::waitFor(hurried.add(request(u"later"_s))).has_value(), 10000);
     }
@@ -394,7 +395,8 @@ private Q_SLOTS:
         QVERIFY(QCoro::waitFor(run(center())).has_value());
         qInfo("first run %.1f ms, next %.1f ms, longest gap of the event loop %.1f ms", first,
               static_cast<double>(timer.nsecsElapsed()) / 1e6, watch.longestGap() * 1e3);
-        QVERIFY2(watch.longestGap() < 0.25, qPrintable(QString::number(watch.longestGap())));
+        QVERIFY2(watch.longestGap() < EventLoopWatch::heldUp,
+                 qPrintable(QString::number(watch.longestGap())));
     }
 
 private:

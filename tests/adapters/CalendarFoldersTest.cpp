@@ -8,7 +8,6 @@
 #include "tests/support/EventLoopWatch.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -264,11 +263,9 @@ private Q_SLOTS:
         }
         large.close();
         EventLoopWatch watch;
-        QElapsedTimer timer;
-        timer.start();
         QCOMPARE(load(), QStringList{u"Zoom - One"_s});
-        QVERIFY(timer.elapsed() < 4000);
-        QVERIFY(watch.longestGap() < 0.2);
+        QVERIFY2(watch.longestGap() < EventLoopWatch::heldUp,
+                 qPrintable(QString::number(watch.longestGap())));
         QCOMPARE(logged(u"it is too large"_s), 1);
     }
 
@@ -284,11 +281,9 @@ private Q_SLOTS:
         }
         write(u"many.ics"_s, calendarText(years));
         EventLoopWatch watch;
-        QElapsedTimer timer;
-        timer.start();
         QVERIFY(load().contains(u"Zoom - One"_s));
-        QVERIFY(timer.elapsed() < 5000);
-        QVERIFY2(watch.longestGap() < 0.2, qPrintable(QString::number(watch.longestGap())));
+        QVERIFY2(watch.longestGap() < EventLoopWatch::heldUp,
+                 qPrintable(QString::number(watch.longestGap())));
     }
 
     void endlessRulesAreLoggedOnceAndLeftOut_data()
@@ -315,11 +310,9 @@ private Q_SLOTS:
                           rule + "\nSUMMARY:Zoom - Endless\nEND:VEVENT\n",
                       lesson("Zoom - Two")});
         EventLoopWatch watch;
-        QElapsedTimer timer;
-        timer.start();
         QCOMPARE(load(), (QStringList{u"Zoom - One"_s, u"Zoom - Two"_s}));
-        QVERIFY2(timer.elapsed() < 4000, qPrintable(QString::number(timer.elapsed())));
-        QVERIFY(watch.longestGap() < 0.2);
+        QVERIFY2(watch.longestGap() < EventLoopWatch::heldUp,
+                 qPrintable(QString::number(watch.longestGap())));
         QCOMPARE(load(), (QStringList{u"Zoom - One"_s, u"Zoom - Two"_s}));
         QCOMPARE(logged(u"Zoom - Endless"_s), 1);
     }
@@ -333,7 +326,8 @@ private Q_SLOTS:
         EventLoopWatch watch;
         QCOMPARE(load(), QStringList{u"Zoom - One"_s});
         QCOMPARE(load(), QStringList{u"Zoom - One"_s});
-        QVERIFY(watch.longestGap() < 0.2);
+        QVERIFY2(watch.longestGap() < EventLoopWatch::heldUp,
+                 qPrintable(QString::number(watch.longestGap())));
         QCOMPARE(logged(u"Zoom - Flood"_s), 1);
     }
 
@@ -372,7 +366,8 @@ private Q_SLOTS:
         EventLoopWatch watch;
         QCOMPARE(load(), QStringList{u"Zoom - One"_s});
         QCOMPARE(load(), QStringList{u"Zoom - One"_s});
-        QVERIFY(watch.longestGap() < 0.2);
+        QVERIFY2(watch.longestGap() < EventLoopWatch::heldUp,
+                 qPrintable(QString::number(watch.longestGap())));
         QCOMPARE(logged(u"its title is too long"_s), 1);
         QVERIFY(m_log->latestLines().last().size() < 500);
     }

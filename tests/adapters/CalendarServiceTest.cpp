@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr auto limit = 5000;
+constexpr auto limit = 5000; // milliseconds; a load gives up after 4.5 s
 
 QByteArray lesson(const QByteArray &title, const QByteArray &more = {})
 {
@@ -141,7 +141,7 @@ private Q_SLOTS:
             QCOMPARE(load().size(), 3);
         }
         // Opened anew each time they would take several seconds.
-        QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY2(timer.elapsed() < limit, qPrintable(QString::number(timer.elapsed())));
     }
 
     void aServiceKilledBetweenLoadsIsOpenedAgain()
@@ -182,7 +182,8 @@ private Q_SLOTS:
             QCOMPARE(load(), (QStringList{u"Zoom - Anna"_s, u"Zoom - Ben"_s, u"Zoom - Cleo"_s}));
             QVERIFY2(timer.elapsed() < limit, qPrintable(QString::number(timer.elapsed())));
         }
-        QVERIFY(watch.longestGap() < 0.2);
+        QVERIFY2(watch.longestGap() < EventLoopWatch::heldUp,
+                 qPrintable(QString::number(watch.longestGap())));
         QCOMPARE(logged(u"calendar did not answer name=\"Lessons\""_s), 1);
         m_service->signal(CalendarService::Part::factory, SIGCONT);
         QTRY_COMPARE_WITH_TIMEOUT(
@@ -291,7 +292,8 @@ private Q_SLOTS:
                      (QStringList{u"Zoom - Anna"_s, u"Zoom - Ben"_s, u"Zoom - Cleo"_s, u"Zoom - Fay"_s}));
             QVERIFY2(timer.elapsed() < limit, qPrintable(QString::number(timer.elapsed())));
         }
-        QVERIFY2(watch.longestGap() < 0.2, qPrintable(QString::number(watch.longestGap())));
+        QVERIFY2(watch.longestGap() < EventLoopWatch::heldUp,
+                 qPrintable(QString::number(watch.longestGap())));
         QCOMPARE(logged(u"calendar event left out calendar=\"Hostile\""_s), 5);
         CalendarService::removeCalendar(u"hostile"_s);
         QTRY_VERIFY_WITH_TIMEOUT(!load().contains(u"Zoom - Fay"_s), 30000);

@@ -25,6 +25,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// Milliseconds; a sound server that hangs is waited for a whole second.
+constexpr qint64 shorterThanTheWait = 900;
+
 // Measures how long the event loop was kept from running: the longest time between two ticks of a timer that
 // wants to tick each 10 ms.
 class LoopWatch {
@@ -157,7 +160,7 @@ private Q_SLOTS:
         QElapsedTimer timer;
         timer.start();
         QVERIFY(!QCoro::waitFor(m_sounds->play(u"Glass"_s)));
-        QVERIFY2(timer.elapsed() < 1200, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY2(timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
         m_sounds->beep();
         QTRY_COMPARE(m_plainBells, 1);
     }
@@ -185,9 +188,9 @@ private Q_SLOTS:
         const qint64 second = timer.elapsed();
         qInfo() << "answers after" << first << "ms and" << second << "ms; longest gap of the event loop"
                 << watch.longestGap() << "ms";
-        QVERIFY2(first >= 990 && first < 1500, qPrintable(QString::number(first)));
-        QVERIFY2(second < 100, qPrintable(QString::number(second)));
-        QVERIFY2(watch.longestGap() < 200, qPrintable(QString::number(watch.longestGap())));
+        QVERIFY2(first >= 990 && first < 5000, qPrintable(QString::number(first)));
+        QVERIFY2(second < shorterThanTheWait, qPrintable(QString::number(second)));
+        QVERIFY2(watch.longestGap() < shorterThanTheWait, qPrintable(QString::number(watch.longestGap())));
         QCOMPARE(m_plainBells, 1);
     }
 
@@ -198,8 +201,8 @@ private Q_SLOTS:
         QElapsedTimer timer;
         timer.start();
         QVERIFY(!QCoro::waitFor(m_sounds->play(u"Glass"_s)));
-        QVERIFY2(timer.elapsed() < 1500, qPrintable(QString::number(timer.elapsed())));
-        QVERIFY2(watch.longestGap() < 200, qPrintable(QString::number(watch.longestGap())));
+        QVERIFY2(timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY2(watch.longestGap() < shorterThanTheWait, qPrintable(QString::number(watch.longestGap())));
     }
 
     void whatWaitsBehindAStuckCallIsAnsweredInItsOwnSecond()
@@ -215,7 +218,7 @@ private Q_SLOTS:
         for (auto &task : tasks) {
             QVERIFY(!QCoro::waitFor(task));
         }
-        QVERIFY2(timer.elapsed() < 1500, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY2(timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
     }
 
     void aServerThatWakesUpPlaysNoneOfTheOldSounds()
@@ -245,7 +248,7 @@ private Q_SLOTS:
         QElapsedTimer timer;
         timer.start();
         m_sounds.reset();
-        QVERIFY2(timer.elapsed() < 500, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY2(timer.elapsed() < shorterThanTheWait, qPrintable(QString::number(timer.elapsed())));
         QVERIFY(!QCoro::waitFor(task));
     }
 
@@ -260,7 +263,7 @@ private Q_SLOTS:
         QCOMPARE(program.exitStatus(), QProcess::NormalExit);
         QCOMPARE(program.exitCode(), 1);
         qInfo() << "a program that waited for the answer ended after" << timer.elapsed() << "ms";
-        QVERIFY2(timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY2(timer.elapsed() < 10000, qPrintable(QString::number(timer.elapsed())));
     }
 
     void theProgramEndsWithItsSound()

@@ -304,7 +304,7 @@ private Q_SLOTS:
         m_saver->suspend();
         timer.start();
         make();
-        QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY2(timer.elapsed() < 10000, qPrintable(QString::number(timer.elapsed())));
         QVERIFY(!m_watcher->locked());
         m_manager->resume();
         m_saver->resume();

@@ -69,7 +69,7 @@ private Q_SLOTS:
         QVERIFY(m_room->remove(identifiers).type() == QDBusMessage::ReplyMessage);
     }
 
-    void oneHundredAndFiftyRequestsAreReplacedQuickly()
+    void oneHundredAndFiftyRequestsAreReplaced()
     {
         QStringList identifiers;
         for (int i = 0; i < 150; ++i) {
@@ -84,9 +84,7 @@ private Q_SLOTS:
         for (const QString &identifier : identifiers) {
             QCOMPARE(m_room->add(request(identifier)).type(), QDBusMessage::ReplyMessage);
         }
-        const qint64 elapsed = timer.elapsed();
-        qInfo() << "ms to replace 150 requests, one after the other" << elapsed;
-        QVERIFY(elapsed < 10'000);
+        qInfo() << "ms to replace 150 requests, one after the other" << timer.elapsed();
         QCOMPARE(m_room->pending().size(), 150);
     }
 

@@ -139,7 +139,7 @@ private Q_SLOTS:
         m_room->launchAgent({u"--login"_s});
         QVERIFY(m_room->agent().waitForFinished(patience));
         QCOMPARE(m_room->agent().exitCode(), 0);
-        QVERIFY(timer.elapsed() < 3000);
+        QVERIFY(timer.elapsed() < AgentLife::idleTime.count());
     }
 
     void atLoginWithNothingPendingAnEntryThatWasLeftGoes()
@@ -326,16 +326,13 @@ private Q_SLOTS:
     // --- servers
     // --------------------------------------------------------------------------------------------
 
-    void aServerThatComesUpLateShowsItAtOnce()
+    void aServerThatComesUpLateShowsIt()
     {
         m_room->startAgent();
         QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
         QTRY_VERIFY_WITH_TIMEOUT(m_room->log().contains(u"no notification server"_s), patience);
-        QElapsedTimer timer;
-        timer.start();
         RecordingServer server(m_room->bus().address(), plain);
         QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, patience);
-        QVERIFY(timer.elapsed() < 2000);
     }
 
     void aServerThatRefusesIsAskedAgain()

@@ -15,6 +15,10 @@ namespace corvane {
 /// Measures how long the event loop of the main thread was kept from its turns.
 class EventLoopWatch {
 public:
+    /// Seconds that a busy machine does not explain: something has waited there. As long as the time between
+    /// two updates of the bell, the next of which would be missed.
+    static constexpr double heldUp = 1;
+
     EventLoopWatch()
     {
         m_timer.setTimerType(Qt::PreciseTimer);

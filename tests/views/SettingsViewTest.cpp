@@ -731,13 +731,10 @@ private Q_SLOTS:
         for (std::size_t index = 0; index < 100; ++index) {
             rows.push_back(room.list()->rowOf(index));
         }
-        const auto begin = std::chrono::steady_clock::now();
         lessons.push_back(entry(u"New"_s));
         room.settings.setManualLessons(lessons);
         lessons.erase(lessons.begin() + 50);
         room.settings.setManualLessons(lessons);
-        (void)room.view->grab();
-        QVERIFY(std::chrono::steady_clock::now() - begin < std::chrono::seconds(1));
         rows.erase(rows.begin() + 50);
         for (std::size_t index = 0; index < 99; ++index) {
             QCOMPARE(room.list()->rowOf(index), rows[index]);
