@@ -112,7 +112,7 @@ public:
     {
         if (watched == lineEdit() && event->type() == QEvent::MouseButtonRelease &&
             static_cast<QMouseEvent *>(event)->button() == Qt::LeftButton) {
-            // Behind the toolkit's own handling, which puts what is selected by the mouse on the clipboard.
+            // Only after the toolkit's own handling, which would put what is selected then on the clipboard.
             QMetaObject::invokeMethod(this, &Edit::selectClickedSection, Qt::QueuedConnection);
         }
         return QDateTimeEdit::eventFilter(watched, event);

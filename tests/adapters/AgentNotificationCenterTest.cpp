@@ -381,24 +381,6 @@ private Q_SLOTS:
         QCOMPARE(m_agent->pending.size(), std::size_t{1});
     }
 
-    void aRunKeepsTheEventLoopTurning()
-    {
-        startAgent();
-        startServer(NotificationServer::Kind::answers);
-        center();
-        EventLoopWatch watch;
-        QElapsedTimer timer;
-        timer.start();
-        QVERIFY(QCoro::waitFor(run(center())).has_value());
-        const double first = static_cast<double>(timer.nsecsElapsed()) / 1e6;
-        timer.restart();
-        QVERIFY(QCoro::waitFor(run(center())).has_value());
-        qInfo("first run %.1f ms, next %.1f ms, longest gap of the event loop %.1f ms", first,
-              static_cast<double>(timer.nsecsElapsed()) / 1e6, watch.longestGap() * 1e3);
-        QVERIFY2(watch.longestGap() < EventLoopWatch::heldUp,
-                 qPrintable(QString::number(watch.longestGap())));
-    }
-
 private:
     QDBusConnection connection()
     {

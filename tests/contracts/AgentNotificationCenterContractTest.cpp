@@ -117,8 +117,7 @@ private Q_SLOTS:
         const auto pending = QCoro::waitFor(m_center->pendingNotificationRequests());
         QVERIFY(pending.has_value());
         QCOMPARE(pending->size(), 150);
-        QVERIFY2(watch.longestGap() < EventLoopWatch::heldUp,
-                 qPrintable(QString::number(watch.longestGap())));
+        QVERIFY2(watch.turns() >= 5, qPrintable(QString::number(watch.turns())));
     }
 
 private:
