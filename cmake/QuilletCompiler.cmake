@@ -18,8 +18,11 @@ set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
 
 find_program(CCACHE ccache)
 if(CCACHE)
-    # Precompiled headers are cached only when ccache may trust their defines and times.
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${CCACHE})
+    # Precompiled headers are cached only when ccache may trust their defines and times; a checkout elsewhere finds
+    # what this one compiled only when paths below the checkout do not count.
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
+        CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+        CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${CCACHE})
 endif()
 
 add_compile_options(-Wall -Wextra -Wpedantic -Werror)
@@ -80,6 +83,8 @@ endfunction()
 function(quillet_follow_sources)
     foreach(target IN LISTS ARGN)
         get_target_property(sources ${target} SOURCES)
+        get_target_property(headers ${target} HEADER_SET)
+        list(APPEND sources ${headers})
         get_target_property(folder ${target} BINARY_DIR)
         set(known "${folder}/${target}_sources.txt")
         set(before "")

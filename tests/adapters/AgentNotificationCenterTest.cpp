@@ -9,6 +9,7 @@
 #include "tests/adapters/RecordingAgent.h"
 #include "tests/support/EventLoopWatch.h"
 #include "tests/support/PrivateBus.h"
+#include "tests/support/TestProgram.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusVirtualObject>
@@ -428,10 +429,10 @@ private:
 
 // "--without-schemas" runs the one test of a machine on which none of the desktop's schemas are installed;
 // what there is of them is read once in a process.
-int main(int argc, char *argv[])
+static int run(int argc, char *argv[])
 {
     AgentNotificationCenterTest test;
-    if (argc > 1 && qstrcmp(argv[1], "--without-schemas") == 0) {
+    if (takeOption("--without-schemas", argc, argv)) {
         qputenv("XDG_DATA_DIRS", "/nonexistent");
         test.hasSchemas = false;
         QCoreApplication application(argc, argv);
@@ -441,4 +442,7 @@ int main(int argc, char *argv[])
     QCoreApplication application(argc, argv);
     return QTest::qExec(&test, argc, argv);
 }
+
+QUILLET_TEST(AgentNotificationCenterTest, run);
+
 #include "AgentNotificationCenterTest.moc"

@@ -4,6 +4,7 @@
 #include "Corvane/Platform/Linux/Freedesktop/AutostartLoginItem.h"
 
 #include "tests/contracts/LoginItemContract.h"
+#include "tests/support/TestProgram.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -276,5 +277,5 @@ private:
     std::optional<AutostartLoginItem> m_item;
 };
 
-QTEST_GUILESS_MAIN(AutostartLoginItemTest)
+QUILLET_TEST(AutostartLoginItemTest, runTest<AutostartLoginItemTest>);
 #include "AutostartLoginItemTest.moc"

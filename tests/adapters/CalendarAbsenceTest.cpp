@@ -4,6 +4,7 @@
 #include "Corvane/Platform/Linux/EvolutionData/LinuxEventStore.h"
 #include "tests/support/CalendarService.h"
 #include "tests/support/PrivateBus.h"
+#include "tests/support/TestProgram.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -156,5 +157,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(CalendarAbsenceTest)
+QUILLET_TEST(CalendarAbsenceTest, runTest<CalendarAbsenceTest>);
 #include "CalendarAbsenceTest.moc"

@@ -3,6 +3,7 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/LinuxEventStore.h"
 #include "tests/support/CalendarService.h"
+#include "tests/support/TestProgram.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -49,5 +50,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(CalendarEventLoopTest)
+QUILLET_TEST(CalendarEventLoopTest, runTest<CalendarEventLoopTest>);
 #include "CalendarEventLoopTest.moc"

@@ -6,6 +6,7 @@
 #include "Corvane/Utilities/DateText.h"
 #include "tests/support/CalendarService.h"
 #include "tests/support/EventLoopWatch.h"
+#include "tests/support/TestProgram.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -444,5 +445,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(CalendarFoldersTest)
+QUILLET_TEST(CalendarFoldersTest, runTest<CalendarFoldersTest>);
 #include "CalendarFoldersTest.moc"

@@ -4,6 +4,7 @@
 #include "tests/support/CalendarService.h"
 #include "Corvane/Platform/Linux/EvolutionData/LinuxEventStore.h"
 #include "tests/support/EventLoopWatch.h"
+#include "tests/support/TestProgram.h"
 
 #include <QElapsedTimer>
 #include <QRegularExpression>
@@ -335,5 +336,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(CalendarServiceTest)
+QUILLET_TEST(CalendarServiceTest, runTest<CalendarServiceTest>);
 #include "CalendarServiceTest.moc"

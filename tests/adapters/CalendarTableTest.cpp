@@ -6,6 +6,7 @@
 #include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
 #include "Corvane/Utilities/DateText.h"
 #include "tests/support/CalendarService.h"
+#include "tests/support/TestProgram.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -400,5 +401,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(CalendarTableTest)
+QUILLET_TEST(CalendarTableTest, runTest<CalendarTableTest>);
 #include "CalendarTableTest.moc"

@@ -5,6 +5,7 @@
 
 #include "tests/contracts/SystemSoundsContract.h"
 #include "tests/support/PrivateSoundServer.h"
+#include "tests/support/TestProgram.h"
 
 #include <QApplication>
 #include <QDateTime>
@@ -296,5 +297,5 @@ private:
     int m_plainBells = 0;
 };
 
-QTEST_MAIN(CanberraSoundsTest)
+QUILLET_TEST(CanberraSoundsTest, runTest<CanberraSoundsTest, QApplication>);
 #include "CanberraSoundsTest.moc"

@@ -11,6 +11,7 @@
 #include "tests/contracts/StatusItemContract.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/TestDesktop.h"
+#include "tests/support/TestProgram.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -249,7 +250,7 @@ private:
     std::unique_ptr<DesktopStatusItem> m_item;
 };
 
-int main(int argc, char *argv[])
+static int run(int argc, char *argv[])
 {
     TestDesktop desktop(screenSize);
     desktop.startWindowManager(TestDesktop::WindowManager::openbox);
@@ -261,5 +262,7 @@ int main(int argc, char *argv[])
     DesktopStatusItemTest test(desktop.bus());
     return QTest::qExec(&test, argc, argv);
 }
+
+QUILLET_TEST(DesktopStatusItemTest, run);
 
 #include "DesktopStatusItemTest.moc"

@@ -9,6 +9,7 @@
 #include "tests/adapters/WindowManagement.h"
 #include "tests/contracts/StatusItemContract.h"
 #include "tests/support/TestDesktop.h"
+#include "tests/support/TestProgram.h"
 
 #include <QApplication>
 #include <QRegularExpression>
@@ -161,7 +162,7 @@ private:
     std::unique_ptr<EmbeddedTrayIcon> m_item;
 };
 
-int main(int argc, char *argv[])
+static int run(int argc, char *argv[])
 {
     TestDesktop desktop(screenSize);
     desktop.startWindowManager(TestDesktop::WindowManager::openbox);
@@ -173,5 +174,7 @@ int main(int argc, char *argv[])
     EmbeddedTrayIconTest test;
     return QTest::qExec(&test, argc, argv);
 }
+
+QUILLET_TEST(EmbeddedTrayIconTest, run);
 
 #include "EmbeddedTrayIconTest.moc"

@@ -8,6 +8,7 @@
 #include "Corvane/Utilities/DebugLogService.h"
 #include "tests/contracts/ShownBannersContract.h"
 #include "tests/support/TestCompositor.h"
+#include "tests/support/TestProgram.h"
 
 #include <QApplication>
 #include <QJsonArray>
@@ -332,7 +333,7 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char *argv[])
+static int run(int argc, char *argv[])
 {
     TestDesktop desktop(QSize(2 * monitor.width(), monitor.height()));
     QApplication application(argc, argv);
@@ -340,5 +341,7 @@ int main(int argc, char *argv[])
     LayerShellBannerPanelsTest test;
     return QTest::qExec(&test, argc, argv);
 }
+
+QUILLET_TEST(LayerShellBannerPanelsTest, run);
 
 #include "LayerShellBannerPanelsTest.moc"

@@ -5,6 +5,7 @@
 
 #include "tests/support/ManualClock.h"
 #include "tests/support/PrivateBus.h"
+#include "tests/support/TestProgram.h"
 
 #include <signal.h>
 
@@ -464,5 +465,5 @@ private:
     ManualClock m_clock{dateSince1970(0)};
 };
 
-QTEST_GUILESS_MAIN(SessionLockWatcherTest)
+QUILLET_TEST(SessionLockWatcherTest, runTest<SessionLockWatcherTest>);
 #include "SessionLockWatcherTest.moc"

@@ -4,6 +4,7 @@
 #include "Corvane/Platform/Linux/Freedesktop/SingleInstance.h"
 
 #include "tests/support/PrivateBus.h"
+#include "tests/support/TestProgram.h"
 
 #include <signal.h>
 
@@ -287,5 +288,5 @@ private:
     int m_connections = 0;
 };
 
-QTEST_GUILESS_MAIN(SingleInstanceTest)
+QUILLET_TEST(SingleInstanceTest, runTest<SingleInstanceTest>);
 #include "SingleInstanceTest.moc"

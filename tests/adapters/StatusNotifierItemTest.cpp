@@ -8,6 +8,7 @@
 #include "tests/adapters/StatusNotifierHost.h"
 #include "tests/contracts/StatusItemContract.h"
 #include "tests/support/PrivateBus.h"
+#include "tests/support/TestProgram.h"
 
 #include <QCursor>
 #include <QDBusArgument>
@@ -581,5 +582,5 @@ private:
     std::unique_ptr<StatusNotifierItem> m_item;
 };
 
-QTEST_MAIN(StatusNotifierItemTest)
+QUILLET_TEST(StatusNotifierItemTest, runTest<StatusNotifierItemTest, QApplication>);
 #include "StatusNotifierItemTest.moc"

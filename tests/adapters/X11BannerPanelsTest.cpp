@@ -7,6 +7,7 @@
 #include "tests/adapters/WindowManagement.h"
 #include "tests/contracts/ShownBannersContract.h"
 #include "tests/support/TestDesktop.h"
+#include "tests/support/TestProgram.h"
 
 #include <QApplication>
 #include <QToolTip>
@@ -249,7 +250,7 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char *argv[])
+static int run(int argc, char *argv[])
 {
     TestDesktop desktop(desktopSize);
     QApplication application(argc, argv);
@@ -257,5 +258,7 @@ int main(int argc, char *argv[])
     X11BannerPanelsTest test(desktop);
     return QTest::qExec(&test, argc, argv);
 }
+
+QUILLET_TEST(X11BannerPanelsTest, run);
 
 #include "X11BannerPanelsTest.moc"

@@ -4,6 +4,7 @@
 #include "Corvane/Platform/Linux/Banners/CardShape.h"
 #include "Corvane/Platform/Linux/Banners/PanelMotion.h"
 #include "Corvane/Platform/Linux/X11/ReservedAreas.h"
+#include "tests/support/TestProgram.h"
 
 #include <QTest>
 
@@ -210,5 +211,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(X11GeometryTest)
+QUILLET_TEST(X11GeometryTest, runTest<X11GeometryTest>);
 #include "X11GeometryTest.moc"

@@ -8,6 +8,7 @@
 #include "tests/adapters/WindowManagement.h"
 #include "tests/contracts/WidgetScreensContract.h"
 #include "tests/support/TestDesktop.h"
+#include "tests/support/TestProgram.h"
 
 #include <QApplication>
 #include <QScreen>
@@ -172,13 +173,11 @@ private:
 };
 
 /// Called with "--twice", at a scale factor of two.
-int main(int argc, char *argv[])
+static int run(int argc, char *argv[])
 {
-    const bool isTwice = argc > 1 && qstrcmp(argv[1], "--twice") == 0;
+    const bool isTwice = takeOption("--twice", argc, argv);
     if (isTwice) {
         qputenv("QT_SCALE_FACTOR", "2");
-        --argc;
-        ++argv;
     }
     TestDesktop desktop{TestDesktop::TwoMonitors{}};
     QApplication application(argc, argv);
@@ -187,5 +186,7 @@ int main(int argc, char *argv[])
     TwoScreensContractTest contract;
     return QTest::qExec(&test, argc, argv) + QTest::qExec(&contract, argc, argv);
 }
+
+QUILLET_TEST(X11TwoMonitorsTest, run);
 
 #include "X11TwoMonitorsTest.moc"

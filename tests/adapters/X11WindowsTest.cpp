@@ -9,6 +9,7 @@
 #include "Corvane/Views/WindowScenes.h"
 #include "tests/adapters/WindowManagement.h"
 #include "tests/support/TestDesktop.h"
+#include "tests/support/TestProgram.h"
 
 #include <QApplication>
 #include <QBoxLayout>
@@ -415,7 +416,7 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char *argv[])
+static int run(int argc, char *argv[])
 {
     TestDesktop desktop(screenSize);
     QApplication application(argc, argv);
@@ -423,5 +424,7 @@ int main(int argc, char *argv[])
     X11WindowsTest test(desktop);
     return QTest::qExec(&test, argc, argv);
 }
+
+QUILLET_TEST(X11WindowsTest, run);
 
 #include "X11WindowsTest.moc"

@@ -6,6 +6,7 @@
 #include "NotificationAgent/FreedesktopNotificationServer.h"
 #include "NotificationAgent/LoginEntry.h"
 #include "NotificationAgent/TimerfdClock.h"
+#include "tests/support/TestProgram.h"
 
 #include <sys/timerfd.h>
 
@@ -274,5 +275,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(AgentPartsTest)
+QUILLET_TEST(AgentPartsTest, runTest<AgentPartsTest>);
 #include "AgentPartsTest.moc"

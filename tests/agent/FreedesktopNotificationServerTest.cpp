@@ -6,6 +6,7 @@
 #include "NotificationAgent/NotificationSound.h"
 #include "tests/agent/RecordingServer.h"
 #include "tests/support/PrivateBus.h"
+#include "tests/support/TestProgram.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -178,5 +179,5 @@ private:
     std::unique_ptr<FreedesktopNotificationServer> m_server;
 };
 
-QTEST_GUILESS_MAIN(FreedesktopNotificationServerTest)
+QUILLET_TEST(FreedesktopNotificationServerTest, runTest<FreedesktopNotificationServerTest>);
 #include "FreedesktopNotificationServerTest.moc"

@@ -3,6 +3,7 @@
 
 #include "NotificationAgent/AgentInterface.h"
 #include "tests/agent/AgentRoom.h"
+#include "tests/support/TestProgram.h"
 
 #include <QDBusPendingCall>
 #include <QElapsedTimer>
@@ -321,5 +322,5 @@ private:
     AgentRoom::Memory m_peak;
 };
 
-QTEST_GUILESS_MAIN(NotificationAgentFloodTest)
+QUILLET_TEST(NotificationAgentFloodTest, runTest<NotificationAgentFloodTest>);
 #include "NotificationAgentFloodTest.moc"

@@ -4,6 +4,7 @@
 #include "NotificationAgent/RequestFile.h"
 #include "tests/agent/AgentRoom.h"
 #include "tests/agent/RecordingServer.h"
+#include "tests/support/TestProgram.h"
 
 #include <QDBusPendingCallWatcher>
 #include <QDeadlineTimer>
@@ -189,5 +190,5 @@ private:
     QList<QPointer<QDBusPendingCallWatcher>> m_watchers;
 };
 
-QTEST_GUILESS_MAIN(NotificationAgentKillTest)
+QUILLET_TEST(NotificationAgentKillTest, runTest<NotificationAgentKillTest>);
 #include "NotificationAgentKillTest.moc"

@@ -11,6 +11,7 @@
 #include "tests/agent/RecordingServer.h"
 #include "tests/support/PrivateSoundServer.h"
 #include "tests/support/TestDesktop.h"
+#include "tests/support/TestProgram.h"
 
 #include <signal.h>
 
@@ -530,5 +531,5 @@ private:
     std::unique_ptr<AgentRoom> m_room;
 };
 
-QTEST_GUILESS_MAIN(NotificationAgentTest)
+QUILLET_TEST(NotificationAgentTest, runTest<NotificationAgentTest>);
 #include "NotificationAgentTest.moc"

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "NotificationAgent/RequestFile.h"
+#include "tests/support/TestProgram.h"
 
 #include <linux/capability.h>
 #include <signal.h>
@@ -421,5 +422,5 @@ private:
     QString m_path;
 };
 
-QTEST_GUILESS_MAIN(RequestFileTest)
+QUILLET_TEST(RequestFileTest, runTest<RequestFileTest>);
 #include "RequestFileTest.moc"

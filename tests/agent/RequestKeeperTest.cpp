@@ -7,6 +7,7 @@
 #include "NotificationAgent/RequestFile.h"
 #include "tests/agent/FakeNotificationServer.h"
 #include "tests/agent/FakeWallClock.h"
+#include "tests/support/TestProgram.h"
 
 #include <signal.h>
 #include <sys/resource.h>
@@ -750,5 +751,5 @@ private:
     QStringList m_lines;
 };
 
-QTEST_GUILESS_MAIN(RequestKeeperTest)
+QUILLET_TEST(RequestKeeperTest, runTest<RequestKeeperTest>);
 #include "RequestKeeperTest.moc"

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "NotificationAgent/RequestQueue.h"
+#include "tests/support/TestProgram.h"
 
 #include <QTest>
 
@@ -120,5 +121,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(RequestQueueTest)
+QUILLET_TEST(RequestQueueTest, runTest<RequestQueueTest>);
 #include "RequestQueueTest.moc"

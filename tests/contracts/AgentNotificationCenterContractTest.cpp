@@ -11,6 +11,7 @@
 #include "tests/contracts/UserNotificationCenterContract.h"
 #include "tests/support/EventLoopWatch.h"
 #include "tests/support/Samples.h"
+#include "tests/support/TestProgram.h"
 
 #include <QElapsedTimer>
 #include <QTemporaryDir>
@@ -126,5 +127,5 @@ private:
     std::unique_ptr<AgentNotificationCenter> m_center;
 };
 
-QTEST_GUILESS_MAIN(AgentNotificationCenterContractTest)
+QUILLET_TEST(AgentNotificationCenterContractTest, runTest<AgentNotificationCenterContractTest>);
 #include "AgentNotificationCenterContractTest.moc"

@@ -5,6 +5,7 @@
 #include "tests/contracts/ScreensContract.h"
 #include "tests/support/FakeBannerPanels.h"
 #include "tests/support/FakeScreens.h"
+#include "tests/support/TestProgram.h"
 
 using namespace corvane;
 
@@ -32,12 +33,7 @@ private:
     FakeScreens m_screens;
 };
 
-int main(int argc, char *argv[])
-{
-    QCoreApplication application(argc, argv);
-    FakeBannerPanelsContractTest panels;
-    FakeScreensContractTest screens;
-    return QTest::qExec(&panels, argc, argv) + QTest::qExec(&screens, argc, argv);
-}
+QUILLET_TEST(FakeBannerPanelsContractTest, runTest<FakeBannerPanelsContractTest>);
+QUILLET_TEST(FakeScreensContractTest, runTest<FakeScreensContractTest>);
 
 #include "BannerFakesContractTest.moc"

@@ -5,6 +5,7 @@
 #include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
 #include "tests/contracts/EventStoreContract.h"
 #include "tests/support/CalendarService.h"
+#include "tests/support/TestProgram.h"
 
 #include <QTemporaryDir>
 
@@ -43,5 +44,5 @@ private Q_SLOTS:
     void cleanupTestCase() { m_service.reset(); }
 };
 
-QTEST_GUILESS_MAIN(EvolutionCalendarsContractTest)
+QUILLET_TEST(EvolutionCalendarsContractTest, runTest<EvolutionCalendarsContractTest>);
 #include "EvolutionCalendarsContractTest.moc"

@@ -3,6 +3,7 @@
 
 #include "tests/contracts/EventStoreContract.h"
 #include "tests/support/FakeEventStore.h"
+#include "tests/support/TestProgram.h"
 
 using namespace corvane;
 
@@ -31,5 +32,5 @@ private:
     FakeEventStore *m_denying = nullptr; // while its test runs
 };
 
-QTEST_GUILESS_MAIN(FakeEventStoreContractTest)
+QUILLET_TEST(FakeEventStoreContractTest, runTest<FakeEventStoreContractTest>);
 #include "FakeEventStoreContractTest.moc"

@@ -13,6 +13,7 @@
 #include "tests/support/FakeWindowSystem.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/Samples.h"
+#include "tests/support/TestProgram.h"
 
 #include <memory>
 
@@ -137,17 +138,10 @@ private:
     std::unique_ptr<FakeUserNotificationCenter> m_center;
 };
 
-int main(int argc, char *argv[])
-{
-    QCoreApplication application(argc, argv);
-    FakeSystemSoundsTest sounds;
-    FakeLoginItemTest loginItem;
-    FakeStatusItemTest statusItem;
-    FakeWindowSystemTest windowSystem;
-    FakeUserNotificationCenterTest notificationCenter;
-    return QTest::qExec(&sounds, argc, argv) + QTest::qExec(&loginItem, argc, argv) +
-           QTest::qExec(&statusItem, argc, argv) + QTest::qExec(&windowSystem, argc, argv) +
-           QTest::qExec(&notificationCenter, argc, argv);
-}
+QUILLET_TEST(FakeSystemSoundsTest, runTest<FakeSystemSoundsTest>);
+QUILLET_TEST(FakeLoginItemTest, runTest<FakeLoginItemTest>);
+QUILLET_TEST(FakeStatusItemTest, runTest<FakeStatusItemTest>);
+QUILLET_TEST(FakeWindowSystemTest, runTest<FakeWindowSystemTest>);
+QUILLET_TEST(FakeUserNotificationCenterTest, runTest<FakeUserNotificationCenterTest>);
 
 #include "FakesKeepTheirContractsTest.moc"

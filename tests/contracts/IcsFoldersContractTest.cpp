@@ -5,6 +5,7 @@
 #include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
 #include "tests/contracts/EventStoreContract.h"
 #include "tests/support/CalendarService.h"
+#include "tests/support/TestProgram.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -43,5 +44,5 @@ protected:
     }
 };
 
-QTEST_GUILESS_MAIN(IcsFoldersContractTest)
+QUILLET_TEST(IcsFoldersContractTest, runTest<IcsFoldersContractTest>);
 #include "IcsFoldersContractTest.moc"

@@ -9,6 +9,7 @@
 #include "tests/contracts/WidgetScreensContract.h"
 #include "tests/support/TestCompositor.h"
 #include "tests/support/TestDesktop.h"
+#include "tests/support/TestProgram.h"
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -49,7 +50,7 @@ private:
     WaylandScreens m_screens;
 };
 
-int main(int argc, char *argv[])
+static int run(int argc, char *argv[])
 {
     constexpr QSize size(1280, 800);
     TestDesktop desktop(size);
@@ -64,5 +65,7 @@ int main(int argc, char *argv[])
     WaylandScreensContractTest screens(connection);
     return QTest::qExec(&panels, argc, argv) + QTest::qExec(&screens, argc, argv);
 }
+
+QUILLET_TEST(LayerShellBannerContractTest, run);
 
 #include "LayerShellBannerContractTest.moc"

@@ -4,6 +4,7 @@
 #include "Corvane/Platform/Linux/EvolutionData/LinuxEventStore.h"
 #include "tests/contracts/EventStoreContract.h"
 #include "tests/support/CalendarService.h"
+#include "tests/support/TestProgram.h"
 
 #include <QDir>
 #include <QFile>
@@ -55,5 +56,5 @@ private Q_SLOTS:
     void cleanupTestCase() { m_service.reset(); }
 };
 
-QTEST_GUILESS_MAIN(LinuxEventStoreContractTest)
+QUILLET_TEST(LinuxEventStoreContractTest, runTest<LinuxEventStoreContractTest>);
 #include "LinuxEventStoreContractTest.moc"

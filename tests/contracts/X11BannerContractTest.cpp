@@ -6,6 +6,7 @@
 #include "tests/contracts/CardPanelsContract.h"
 #include "tests/contracts/WidgetScreensContract.h"
 #include "tests/support/TestDesktop.h"
+#include "tests/support/TestProgram.h"
 
 #include <QApplication>
 
@@ -32,14 +33,11 @@ private:
 };
 
 /// Runs both contracts: on a display of its own or, called with "--offscreen", without any X server.
-int main(int argc, char *argv[])
+static int run(int argc, char *argv[])
 {
     std::unique_ptr<TestDesktop> desktop;
-    const bool isOffscreen = argc > 1 && qstrcmp(argv[1], "--offscreen") == 0;
-    if (isOffscreen) {
+    if (takeOption("--offscreen", argc, argv)) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
-        --argc;
-        ++argv;
     } else {
         desktop = std::make_unique<TestDesktop>(QSize(1280, 800));
     }
@@ -49,5 +47,7 @@ int main(int argc, char *argv[])
     X11ScreensContractTest screens;
     return QTest::qExec(&panels, argc, argv) + QTest::qExec(&screens, argc, argv);
 }
+
+QUILLET_TEST(X11BannerContractTest, run);
 
 #include "X11BannerContractTest.moc"

@@ -7,6 +7,7 @@
 #include "tests/adapters/WindowManagement.h"
 #include "tests/contracts/WindowSystemContract.h"
 #include "tests/support/TestDesktop.h"
+#include "tests/support/TestProgram.h"
 
 #include <QApplication>
 #include <QScreen>
@@ -121,7 +122,7 @@ private:
     std::unique_ptr<QProcess> m_opponent;
 };
 
-int main(int argc, char *argv[])
+static int run(int argc, char *argv[])
 {
     TestDesktop desktop(QSize(1280, 800));
     QApplication application(argc, argv);
@@ -129,5 +130,7 @@ int main(int argc, char *argv[])
     X11WindowSystemContractTest test(desktop);
     return QTest::qExec(&test, argc, argv);
 }
+
+QUILLET_TEST(X11WindowSystemContractTest, run);
 
 #include "X11WindowSystemContractTest.moc"

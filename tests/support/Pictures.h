@@ -3,8 +3,13 @@
 
 #pragma once
 
+#include "tests/support/TestProgram.h"
+
+#include <QApplication>
 #include <QImage>
 #include <QString>
+
+#include <type_traits>
 
 /// Pictures of views, compared to the last pixel with references that were looked at when they were made.
 namespace corvane::pictures {
@@ -25,3 +30,26 @@ void prepareApplication(Theme theme = Theme::light, double fontScale = 1);
 [[nodiscard]] QString difference(const QImage &picture, const QString &name);
 
 } // namespace corvane::pictures
+
+namespace corvane {
+
+/// Runs a class of tests of views, which is constructed with the scale factor if it takes one: 2 with
+/// "--twice" as the first argument.
+template <typename Test>
+int runViewTest(int argc, char *argv[])
+{
+    const int scaleFactor = takeOption("--twice", argc, argv) ? 2 : 1;
+    pictures::prepareEnvironment(scaleFactor);
+    const QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    pictures::prepareApplication();
+    if constexpr (std::is_constructible_v<Test, int>) {
+        Test test(scaleFactor);
+        return QTest::qExec(&test, argc, argv);
+    } else {
+        Test test;
+        return QTest::qExec(&test, argc, argv);
+    }
+}
+
+} // namespace corvane

@@ -6,6 +6,7 @@
 #include "tests/support/FakeLoginItem.h"
 #include "tests/support/Samples.h"
 #include "tests/support/TemporarySettings.h"
+#include "tests/support/TestProgram.h"
 
 #include <QFile>
 #include <QSignalSpy>
@@ -268,5 +269,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(AppSettingsTest)
+QUILLET_TEST(AppSettingsTest, runTest<AppSettingsTest>);
 #include "AppSettingsTest.moc"

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "Corvane/Notifications/BannerContent.h"
+#include "tests/support/TestProgram.h"
 
 #include <QTest>
 
@@ -350,5 +351,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_APPLESS_MAIN(BannerContentTest)
+QUILLET_TEST(BannerContentTest, runTest<BannerContentTest>);
 #include "BannerContentTest.moc"

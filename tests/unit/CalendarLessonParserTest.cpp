@@ -3,6 +3,7 @@
 
 #include "Corvane/Calendar/CalendarLessonParser.h"
 #include "tests/support/Samples.h"
+#include "tests/support/TestProgram.h"
 
 #include <QTest>
 
@@ -335,5 +336,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(CalendarLessonParserTest)
+QUILLET_TEST(CalendarLessonParserTest, runTest<CalendarLessonParserTest>);
 #include "CalendarLessonParserTest.moc"

@@ -3,6 +3,7 @@
 
 #include "Corvane/Utilities/Clock.h"
 #include "tests/support/ManualClock.h"
+#include "tests/support/TestProgram.h"
 
 #include <QTest>
 
@@ -73,5 +74,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(ClockTest)
+QUILLET_TEST(ClockTest, runTest<ClockTest>);
 #include "ClockTest.moc"

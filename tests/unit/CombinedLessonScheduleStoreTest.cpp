@@ -9,6 +9,7 @@
 #include "tests/support/Samples.h"
 #include "tests/support/ScriptedScheduleStore.h"
 #include "tests/support/TemporarySettings.h"
+#include "tests/support/TestProgram.h"
 
 #include <QTest>
 
@@ -169,5 +170,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(CombinedLessonScheduleStoreTest)
+QUILLET_TEST(CombinedLessonScheduleStoreTest, runTest<CombinedLessonScheduleStoreTest>);
 #include "CombinedLessonScheduleStoreTest.moc"

@@ -4,6 +4,7 @@
 #include "Corvane/Utilities/DateText.h"
 #include "Corvane/Utilities/DayCalendar.h"
 #include "tests/support/Samples.h"
+#include "tests/support/TestProgram.h"
 
 #include <QTest>
 
@@ -123,5 +124,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(DateTextTest)
+QUILLET_TEST(DateTextTest, runTest<DateTextTest>);
 #include "DateTextTest.moc"

@@ -3,6 +3,7 @@
 
 #include "Corvane/Utilities/DebugLogService.h"
 #include "tests/support/Samples.h"
+#include "tests/support/TestProgram.h"
 
 #include <QDir>
 #include <QFile>
@@ -129,5 +130,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(DebugLogServiceTest)
+QUILLET_TEST(DebugLogServiceTest, runTest<DebugLogServiceTest>);
 #include "DebugLogServiceTest.moc"

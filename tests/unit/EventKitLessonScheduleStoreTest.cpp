@@ -6,6 +6,7 @@
 #include "Corvane/Utilities/DateProviding.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/Samples.h"
+#include "tests/support/TestProgram.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -200,5 +201,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(EventKitLessonScheduleStoreTest)
+QUILLET_TEST(EventKitLessonScheduleStoreTest, runTest<EventKitLessonScheduleStoreTest>);
 #include "EventKitLessonScheduleStoreTest.moc"

@@ -10,6 +10,7 @@
 #include "tests/support/Recording.h"
 #include "tests/support/Samples.h"
 #include "tests/support/TemporarySettings.h"
+#include "tests/support/TestProgram.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -290,5 +291,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(FloatingBannerPresenterTest)
+QUILLET_TEST(FloatingBannerPresenterTest, runTest<FloatingBannerPresenterTest>);
 #include "FloatingBannerPresenterTest.moc"

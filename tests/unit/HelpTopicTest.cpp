@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "Corvane/Views/HelpTopic.h"
+#include "tests/support/TestProgram.h"
 
 #include <QSet>
 #include <QTest>
@@ -295,5 +296,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_APPLESS_MAIN(HelpTopicTest)
+QUILLET_TEST(HelpTopicTest, runTest<HelpTopicTest>);
 #include "HelpTopicTest.moc"

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "Corvane/Utilities/InformationDictionary.h"
+#include "tests/support/TestProgram.h"
 
 #include <QBuffer>
 #include <QFile>
@@ -123,5 +124,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_APPLESS_MAIN(InformationDictionaryTest)
+QUILLET_TEST(InformationDictionaryTest, runTest<InformationDictionaryTest>);
 #include "InformationDictionaryTest.moc"

@@ -4,6 +4,7 @@
 #include "Corvane/Services/LessonWorkflowEngine.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/Samples.h"
+#include "tests/support/TestProgram.h"
 
 #include <QTest>
 
@@ -224,5 +225,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(LessonWorkflowEngineTest)
+QUILLET_TEST(LessonWorkflowEngineTest, runTest<LessonWorkflowEngineTest>);
 #include "LessonWorkflowEngineTest.moc"

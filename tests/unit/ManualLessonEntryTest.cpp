@@ -3,6 +3,7 @@
 
 #include "Corvane/Calendar/ManualLessonEntry.h"
 #include "tests/support/Samples.h"
+#include "tests/support/TestProgram.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -146,5 +147,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(ManualLessonEntryTest)
+QUILLET_TEST(ManualLessonEntryTest, runTest<ManualLessonEntryTest>);
 #include "ManualLessonEntryTest.moc"

@@ -3,6 +3,7 @@
 
 #include "Corvane/Settings/ManualLessonForm.h"
 #include "Corvane/Utilities/DateText.h"
+#include "tests/support/TestProgram.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -184,5 +185,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(ManualLessonFormTest)
+QUILLET_TEST(ManualLessonFormTest, runTest<ManualLessonFormTest>);
 #include "ManualLessonFormTest.moc"

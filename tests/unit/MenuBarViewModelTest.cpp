@@ -3,6 +3,7 @@
 
 #include "Corvane/Services/MenuBarViewModel.h"
 
+#include "tests/support/TestProgram.h"
 #include "tests/support/ViewModelFixture.h"
 
 #include <QSignalSpy>
@@ -531,5 +532,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(MenuBarViewModelTest)
+QUILLET_TEST(MenuBarViewModelTest, runTest<MenuBarViewModelTest>);
 #include "MenuBarViewModelTest.moc"

@@ -3,6 +3,7 @@
 
 #include "Corvane/Services/MenuCommands.h"
 
+#include "tests/support/TestProgram.h"
 #include "tests/support/ViewModelFixture.h"
 
 #include <QTest>
@@ -153,5 +154,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(MenuCommandsTest)
+QUILLET_TEST(MenuCommandsTest, runTest<MenuCommandsTest>);
 #include "MenuCommandsTest.moc"

@@ -4,6 +4,7 @@
 #include "Corvane/Models/LessonState.h"
 #include "Corvane/Models/TeachingAction.h"
 #include "tests/support/Samples.h"
+#include "tests/support/TestProgram.h"
 
 #include <QTest>
 
@@ -168,5 +169,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(ModelsTest)
+QUILLET_TEST(ModelsTest, runTest<ModelsTest>);
 #include "ModelsTest.moc"

@@ -4,6 +4,7 @@
 #include "Corvane/Services/ScheduleStatus.h"
 #include "Corvane/Utilities/DateText.h"
 #include "tests/support/Samples.h"
+#include "tests/support/TestProgram.h"
 
 #include <QTest>
 
@@ -315,5 +316,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(ScheduleStatusTest)
+QUILLET_TEST(ScheduleStatusTest, runTest<ScheduleStatusTest>);
 #include "ScheduleStatusTest.moc"

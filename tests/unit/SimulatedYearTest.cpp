@@ -10,6 +10,7 @@
 #include "tests/support/ManualClock.h"
 #include "tests/support/Samples.h"
 #include "tests/support/TemporarySettings.h"
+#include "tests/support/TestProgram.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -214,5 +215,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(SimulatedYearTest)
+QUILLET_TEST(SimulatedYearTest, runTest<SimulatedYearTest>);
 #include "SimulatedYearTest.moc"

@@ -8,6 +8,7 @@
 #include "tests/support/FakeUserNotificationCenter.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/Samples.h"
+#include "tests/support/TestProgram.h"
 
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -513,5 +514,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(SystemNotificationSchedulerTest)
+QUILLET_TEST(SystemNotificationSchedulerTest, runTest<SystemNotificationSchedulerTest>);
 #include "SystemNotificationSchedulerTest.moc"

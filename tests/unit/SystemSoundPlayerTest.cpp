@@ -6,6 +6,7 @@
 #include "tests/support/FakeSystemSounds.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/Samples.h"
+#include "tests/support/TestProgram.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -68,5 +69,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(SystemSoundPlayerTest)
+QUILLET_TEST(SystemSoundPlayerTest, runTest<SystemSoundPlayerTest>);
 #include "SystemSoundPlayerTest.moc"

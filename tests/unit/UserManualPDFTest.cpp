@@ -4,6 +4,7 @@
 #include "Corvane/Views/UserManualPDF.h"
 #include "Corvane/Utilities/Product.h"
 #include "Corvane/Utilities/Resources.h"
+#include "tests/support/TestProgram.h"
 
 #include <QDir>
 #include <QFile>
@@ -169,5 +170,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(UserManualPDFTest)
+QUILLET_TEST(UserManualPDFTest, runTest<UserManualPDFTest>);
 #include "UserManualPDFTest.moc"

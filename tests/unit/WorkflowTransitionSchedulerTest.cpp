@@ -4,6 +4,7 @@
 #include "Corvane/Services/WorkflowTransitionScheduler.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/Samples.h"
+#include "tests/support/TestProgram.h"
 
 #include <QElapsedTimer>
 #include <QTest>
@@ -130,5 +131,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(WorkflowTransitionSchedulerTest)
+QUILLET_TEST(WorkflowTransitionSchedulerTest, runTest<WorkflowTransitionSchedulerTest>);
 #include "WorkflowTransitionSchedulerTest.moc"

@@ -576,13 +576,6 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char *argv[])
-{
-    pictures::prepareEnvironment(1);
-    QApplication application(argc, argv);
-    pictures::prepareApplication();
-    HelpViewsTest test;
-    return QTest::qExec(&test, argc, argv);
-}
+QUILLET_TEST(HelpViewsTest, runViewTest<HelpViewsTest>);
 
 #include "HelpViewsTest.moc"

@@ -864,20 +864,6 @@ private Q_SLOTS:
     }
 };
 
-/// Called with "--twice", draws at a scale factor of two.
-int main(int argc, char *argv[])
-{
-    const bool isTwice = argc > 1 && qstrcmp(argv[1], "--twice") == 0;
-    if (isTwice) {
-        --argc;
-        ++argv;
-    }
-    const int scaleFactor = isTwice ? 2 : 1;
-    pictures::prepareEnvironment(scaleFactor);
-    QApplication application(argc, argv);
-    pictures::prepareApplication();
-    MenuBarContentViewTest test(scaleFactor);
-    return QTest::qExec(&test, argc, argv);
-}
+QUILLET_TEST(MenuBarContentViewTest, runViewTest<MenuBarContentViewTest>);
 
 #include "MenuBarContentViewTest.moc"

@@ -7,6 +7,7 @@
 #include "tests/support/FakeScreens.h"
 #include "tests/support/FakeWindowSystem.h"
 #include "tests/support/ManualClock.h"
+#include "tests/support/Pictures.h"
 
 #include <QApplication>
 #include <QBoxLayout>
@@ -359,12 +360,6 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char *argv[])
-{
-    QApplication application(argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
-    MenuBarPanelTest test;
-    return QTest::qExec(&test, argc, argv);
-}
+QUILLET_TEST(MenuBarPanelTest, runViewTest<MenuBarPanelTest>);
 
 #include "MenuBarPanelTest.moc"

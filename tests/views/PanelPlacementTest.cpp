@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "Corvane/Views/PanelPlacement.h"
+#include "tests/support/Pictures.h"
 
 #include <QTest>
 
@@ -167,5 +168,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(PanelPlacementTest)
+QUILLET_TEST(PanelPlacementTest, runTest<PanelPlacementTest>);
 #include "PanelPlacementTest.moc"

@@ -5,6 +5,7 @@
 
 #include "Corvane/Views/WindowScenes.h"
 #include "tests/support/FakeWindowSystem.h"
+#include "tests/support/Pictures.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -181,12 +182,6 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char *argv[])
-{
-    QApplication application(argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
-    WindowPresentationTest test;
-    return QTest::qExec(&test, argc, argv);
-}
+QUILLET_TEST(WindowPresentationTest, runViewTest<WindowPresentationTest>);
 
 #include "WindowPresentationTest.moc"

@@ -4,6 +4,7 @@
 #include "tests/contracts/example/SystemdLoginItem.h"
 
 #include "tests/contracts/LoginItemContract.h"
+#include "tests/support/TestProgram.h"
 
 #include <QDir>
 #include <QFile>
@@ -86,5 +87,5 @@ private:
     std::optional<SystemdLoginItem> m_item;
 };
 
-QTEST_GUILESS_MAIN(SystemdLoginItemContractTest)
+QUILLET_TEST(SystemdLoginItemContractTest, runTest<SystemdLoginItemContractTest>);
 #include "SystemdLoginItemContractTest.moc"
