@@ -28,7 +28,7 @@ CorvaneApp::CorvaneApp(StartedBy startedBy) : m_mayOpenByItself(startedBy == Sta
     m_scenes = std::make_unique<AppScenes>(*m_viewModel, *m_services.screens, *m_services.sounds,
                                            m_windowSystem, &QCoreApplication::quit);
     showStatusItem();
-    watchForPanel();
+    watchForHost();
     // Before the session's lock is watched: that speaks to another bus, which may take its time.
     spawn(m_viewModel->start());
     watchSessionLock();
@@ -69,7 +69,7 @@ void CorvaneApp::showStatusItem()
 
 void CorvaneApp::offerMenu()
 {
-    // The commands again, for panels that open a menu instead of telling of a click.
+    // The commands again, for status item hosts that open a menu instead of telling of a click.
     std::vector<StatusMenuEntry> entries;
     entries.push_back({.text = scheduleStatus::title(), .action = [this] {
                            m_windowSystem.userAsked({});
@@ -86,27 +86,28 @@ void CorvaneApp::offerMenu()
                      [this] { menuContentAppeared(*m_viewModel, m_scenes->menuActions()); });
 }
 
-void CorvaneApp::watchForPanel()
+void CorvaneApp::watchForHost()
 {
-    m_panelPatience.setSingleShot(true);
-    m_panelPatience.setInterval(panelPatience);
-    QObject::connect(&m_panelPatience, &QTimer::timeout, &m_panelPatience, [this] {
+    m_hostPatience.setSingleShot(true);
+    m_hostPatience.setInterval(hostPatience);
+    QObject::connect(&m_hostPatience, &QTimer::timeout, &m_hostPatience, [this] {
         logger().log(u"no panel shows the bell; starting Quillet again opens its schedule"_s, currentDate());
-        // Once, so that a teacher whose desktop has no panel learns that it runs and how to reach it.
+        // Once, so that a teacher whose desktop has no status item host learns that it runs and how to reach
+        // it.
         if (std::exchange(m_mayOpenByItself, false)) {
             m_scenes->panel().openAsWindow(MenuBarPanel::Wish::none);
         }
     });
     const auto follow = [this](bool isShown) {
         if (isShown) {
-            // From here on a teacher knows where the bell is; a panel that restarts opens nothing.
+            // From here on a teacher knows where the bell is; a host that restarts opens nothing.
             m_mayOpenByItself = false;
-            m_panelPatience.stop();
+            m_hostPatience.stop();
         } else {
-            m_panelPatience.start();
+            m_hostPatience.start();
         }
     };
-    QObject::connect(m_statusItem.get(), &StatusItem::shownChanged, &m_panelPatience, follow);
+    QObject::connect(m_statusItem.get(), &StatusItem::shownChanged, &m_hostPatience, follow);
     follow(m_statusItem->isShown());
 }
 

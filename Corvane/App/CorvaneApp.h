@@ -34,12 +34,12 @@ public:
 
 private:
     void showStatusItem();
-    void watchForPanel();
+    void watchForHost();
     void offerMenu();
     void watchSessionLock();
 
-    /// For so long no panel shows the bell until the desktop counts as one that has none.
-    static constexpr std::chrono::seconds panelPatience{60};
+    /// For so long no host shows the bell until the desktop counts as one that has none.
+    static constexpr std::chrono::seconds hostPatience{60};
 
     AppDelegate m_appDelegate;
     LiveServices m_services;
@@ -47,7 +47,7 @@ private:
     X11WindowSystem m_windowSystem;
     std::unique_ptr<AppScenes> m_scenes;
     std::unique_ptr<DesktopStatusItem> m_statusItem;
-    QTimer m_panelPatience;
+    QTimer m_hostPatience;
     bool m_mayOpenByItself;
     std::unique_ptr<SessionLockWatcher> m_sessionLock;
 };

@@ -94,7 +94,7 @@ PanelPlacement inCorner(Size wanted, const Screen &screen)
     const Size size = fitted(wanted, visible);
     const bool isUpright = top <= 0 && bottom <= 0 && std::max(left, right) > 0;
     const bool isLeft = isUpright && left > right;
-    // An upright panel has its bell at its foot, as a flat one has it at its right end.
+    // An upright dock has its bell at its foot, as a flat one has it at its right end.
     const bool isBelow = isUpright || bottom > top;
     return placed(size, isLeft ? visible.minX() : visible.maxX(), isBelow ? visible.minY() : visible.maxY(),
                   visible);

@@ -19,12 +19,12 @@ struct PanelPlacement {
     /// The distance kept between the panel and the edges of the visible part.
     static constexpr double gap = 6;
     /// How far from the middle of the bell the panel keeps, where the bell stands in the visible part itself,
-    /// as in a desktop's panel that hides by itself.
+    /// as in a dock that hides by itself.
     static constexpr double clearance = 18;
 
     /// A panel of `size` for a bell at `item`: at the edge of its screen that it is nearest to or beyond,
     /// and along that edge centred on it as far as the screen allows. Without `item`, in the corner of
-    /// `mainScreen` that the bell most likely stands in: on the edge that is kept for a desktop's panel, at
+    /// `mainScreen` that the bell most likely stands in: on the edge that is kept for a dock, at
     /// its end. `screens` may be empty.
     [[nodiscard]] static PanelPlacement find(Size size, std::optional<Point> item,
                                              const std::vector<Screen> &screens, const Screen &mainScreen);

@@ -44,7 +44,7 @@ class DesktopStatusItemTest final : public StatusMenuContract {
     Q_OBJECT
 
 public:
-    /// The session's bus, on which the toolkit looks for panels as well.
+    /// The session's bus, on which the toolkit looks for hosts as well.
     explicit DesktopStatusItemTest(const PrivateBus &bus) : m_address(bus.address()) {}
 
 protected:
@@ -70,7 +70,7 @@ protected:
     }
 
     std::optional<Point> placeOfClick() override { return Point{10, screenSize.height() - 20.0}; }
-    void setPanelThere(bool isThere) override { isThere ? m_host->start() : m_host->stop(); }
+    void setHostThere(bool isThere) override { isThere ? m_host->start() : m_host->stop(); }
     void openMenu() override { m_host->openMenu(name()); }
     void chooseLine(int index) override { m_host->chooseLine(name(), index + 1); }
 
@@ -135,7 +135,7 @@ private Q_SLOTS:
         }
     }
 
-    void aPanelThatComesUpTakesTheEmbeddedIconsPlace()
+    void aHostThatComesUpTakesTheEmbeddedIconsPlace()
     {
         embed();
         QSignalSpy changes(m_item.get(), &StatusItem::shownChanged);
@@ -149,7 +149,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(m_tray->hasOneIcon(), patience);
     }
 
-    void aPanelThatIsBackWithinTheGraceLeavesTheTrayEmpty()
+    void aHostThatIsBackWithinTheGraceLeavesTheTrayEmpty()
     {
         startTray(QColor(0x22, 0x24, 0x28));
         m_host->start();
@@ -169,7 +169,7 @@ private Q_SLOTS:
         QVERIFY(m_tray->isEmpty());
     }
 
-    void aWatcherWithoutAPanelLeavesTheIconEmbedded()
+    void aWatcherWithoutAHostLeavesTheIconEmbedded()
     {
         startTray(QColor(0x22, 0x24, 0x28));
         m_host->setHasHost(false);

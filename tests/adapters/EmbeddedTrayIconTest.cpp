@@ -64,7 +64,7 @@ protected:
         return Point{static_cast<double>(bell.x()), static_cast<double>(screenSize.height() - bell.y())};
     }
 
-    void setPanelThere(bool isThere) override
+    void setHostThere(bool isThere) override
     {
         if (isThere) {
             startTray();

@@ -15,7 +15,7 @@
 
 namespace corvane {
 
-/// A panel that knows the old kind of tray only, along the lower edge.
+/// A status item host that knows the old kind of tray only, along the lower edge.
 class Tray final {
 public:
     static constexpr int thickness = 30;

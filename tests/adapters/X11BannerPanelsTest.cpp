@@ -202,7 +202,7 @@ private Q_SLOTS:
         QCOMPARE(pixel(onTheMargin), opponentColor());
     }
 
-    void aStrutOfAPanelIsNoPartOfTheVisibleScreen()
+    void aStrutOfADockIsNoPartOfTheVisibleScreen()
     {
         manage(WindowManager::openbox);
         X11Screens screens;

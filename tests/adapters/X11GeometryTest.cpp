@@ -27,9 +27,9 @@ ReservedAreas with(QSize desktop, const std::vector<std::vector<std::uint32_t>> 
     return areas;
 }
 
-/// The property of a panel that keeps `thickness` of the edge with this index (left, right, top, bottom).
-std::vector<std::uint32_t> panel(std::size_t edge, std::uint32_t thickness, std::uint32_t from,
-                                 std::uint32_t to)
+/// The property of a dock that keeps `thickness` of the edge with this index (left, right, top, bottom).
+std::vector<std::uint32_t> dock(std::size_t edge, std::uint32_t thickness, std::uint32_t from,
+                                std::uint32_t to)
 {
     std::vector<std::uint32_t> values(12);
     values[edge] = thickness;
@@ -49,15 +49,15 @@ class X11GeometryTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aScreenWithoutPanelsIsVisibleWhole()
+    void aScreenWithoutDocksIsVisibleWhole()
     {
         QCOMPARE(with(oneMonitor, {}).visiblePart(leftMonitor), leftMonitor);
     }
 
-    void aPanelAtEachEdgeTakesItsStrip()
+    void aDockAtEachEdgeTakesItsStrip()
     {
-        const ReservedAreas areas = with(oneMonitor, {panel(left, 40, 0, 1079), panel(right, 50, 0, 1079),
-                                                      panel(top, 28, 0, 1919), panel(bottom, 60, 0, 1919)});
+        const ReservedAreas areas = with(oneMonitor, {dock(left, 40, 0, 1079), dock(right, 50, 0, 1079),
+                                                      dock(top, 28, 0, 1919), dock(bottom, 60, 0, 1919)});
         QCOMPARE(areas.visiblePart(leftMonitor), QRect(40, 28, 1920 - 90, 1080 - 88));
     }
 
@@ -66,27 +66,27 @@ private Q_SLOTS:
         QCOMPARE(with(oneMonitor, {{0, 0, 30, 0}}).visiblePart(leftMonitor), QRect(0, 30, 1920, 1050));
     }
 
-    void aPanelOfOneMonitorLeavesTheOtherAlone()
+    void aDockOfOneMonitorLeavesTheOtherAlone()
     {
-        const ReservedAreas areas = with(sideBySide, {panel(top, 28, 1920, 3839)});
+        const ReservedAreas areas = with(sideBySide, {dock(top, 28, 1920, 3839)});
         QCOMPARE(areas.visiblePart(leftMonitor), leftMonitor);
         QCOMPARE(areas.visiblePart(rightMonitor), QRect(1920, 28, 1920, 1052));
     }
 
-    void aPanelBetweenTwoMonitorsTakesNothingOfTheOuterOne()
+    void aDockBetweenTwoMonitorsTakesNothingOfTheOuterOne()
     {
         // At the left edge of the right monitor: told from the desktop's left edge, across the left monitor.
-        const ReservedAreas areas = with(sideBySide, {panel(left, 1920 + 48, 0, 1079)});
+        const ReservedAreas areas = with(sideBySide, {dock(left, 1920 + 48, 0, 1079)});
         QCOMPARE(areas.visiblePart(leftMonitor), leftMonitor);
         QCOMPARE(areas.visiblePart(rightMonitor), QRect(1968, 0, 1872, 1080));
     }
 
-    void aPanelAtTheFootOfALowerMonitorIsToldFromTheDesktopsFoot()
+    void aDockAtTheFootOfALowerMonitorIsToldFromTheDesktopsFoot()
     {
-        // The left monitor is lower than the right one: its panel's strip begins below it.
+        // The left monitor is lower than the right one: its dock's strip begins below it.
         const QSize desktop(3840, 1200);
         const QRect tall(1920, 0, 1920, 1200);
-        const ReservedAreas areas = with(desktop, {panel(bottom, 120 + 30, 0, 1919)});
+        const ReservedAreas areas = with(desktop, {dock(bottom, 120 + 30, 0, 1919)});
         QCOMPARE(areas.visiblePart(leftMonitor), QRect(0, 0, 1920, 1050));
         QCOMPARE(areas.visiblePart(tall), tall);
     }

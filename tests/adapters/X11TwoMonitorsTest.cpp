@@ -128,7 +128,7 @@ private Q_SLOTS:
         QVERIFY(color(screen, QPoint(12 + 500, 48 + 279)).red() > 10);
     }
 
-    void aPanelOfOneMonitorTakesNothingOfTheOther()
+    void aDockOfOneMonitorTakesNothingOfTheOther()
     {
         QWidget dock;
         dock.setAttribute(Qt::WA_X11NetWmWindowTypeDock);

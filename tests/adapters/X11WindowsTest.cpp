@@ -75,7 +75,7 @@ void keepPicture(const QString &name)
     }
 }
 
-/// A desktop's panel on one edge.
+/// A dock on one edge of the desktop.
 class Dock final : public QWidget {
 public:
     Dock(Qt::Edge edge, QSize screen)

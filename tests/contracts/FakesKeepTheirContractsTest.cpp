@@ -65,7 +65,7 @@ protected:
     QStringList published() override { return m_item->published; }
     void click(const QString &token) override { m_item->click(Point{12, 34}, token); }
     std::optional<Point> placeOfClick() override { return Point{12, 34}; }
-    void setPanelThere(bool isThere) override { m_item->setShown(isThere); }
+    void setHostThere(bool isThere) override { m_item->setShown(isThere); }
     void openMenu() override { m_item->openMenu(); }
     void chooseLine(int index) override { m_item->choose(static_cast<std::size_t>(index)); }
 

@@ -15,7 +15,7 @@ namespace {
 constexpr Size size{320, 400};
 constexpr double gap = PanelPlacement::gap;
 
-// A screen of 1440 by 900 with desktop's panels of these thicknesses on its edges.
+// A screen of 1440 by 900 with docks of these thicknesses on its edges.
 struct Kept {
     double top = 0;
     double bottom = 0;
@@ -66,13 +66,13 @@ private Q_SLOTS:
             << Kept{.left = 48} << Point{24, 10} << Rect{48 + gap, gap, 320, 400};
         QTest::newRow("not beyond the upper end")
             << Kept{.right = 48} << Point{1420, 899} << Rect{1392 - gap - 320, 900 - gap - 400, 320, 400};
-        QTest::newRow("between two panels at the one clicked")
+        QTest::newRow("between two docks at the one clicked")
             << Kept{.top = 30, .bottom = 30} << Point{720, 10} << Rect{560, 30 + gap, 320, 400};
-        QTest::newRow("in the corner of two panels at the thinner one's, which it is further in")
+        QTest::newRow("in the corner of two docks at the thinner one's, which it is further in")
             << Kept{.bottom = 60, .left = 30} << Point{15, 5} << Rect{30 + gap, 60 + gap, 320, 400};
-        QTest::newRow("clear of one whose panel hides by itself, at the top")
+        QTest::newRow("clear of one whose dock hides by itself, at the top")
             << Kept{} << Point{800, 890} << Rect{640, 890 - PanelPlacement::clearance - 400, 320, 400};
-        QTest::newRow("clear of one whose panel hides by itself, at the foot")
+        QTest::newRow("clear of one whose dock hides by itself, at the foot")
             << Kept{} << Point{800, 12} << Rect{640, 12 + PanelPlacement::clearance, 320, 400};
     }
 
@@ -92,14 +92,14 @@ private Q_SLOTS:
         QTest::addColumn<Kept>("kept");
         QTest::addColumn<Rect>("expected");
         const double right = 1440 - gap - 320;
-        QTest::newRow("a panel at the top") << Kept{.top = 30} << Rect{right, 870 - gap - 400, 320, 400};
-        QTest::newRow("a panel at the foot") << Kept{.bottom = 40} << Rect{right, 40 + gap, 320, 400};
+        QTest::newRow("a dock at the top") << Kept{.top = 30} << Rect{right, 870 - gap - 400, 320, 400};
+        QTest::newRow("a dock at the foot") << Kept{.bottom = 40} << Rect{right, 40 + gap, 320, 400};
         QTest::newRow("a bar at the top and a dock at the foot")
             << Kept{.top = 28, .bottom = 28} << Rect{right, 872 - gap - 400, 320, 400};
         QTest::newRow("a bar at the top and a dock on the left")
             << Kept{.top = 28, .left = 64} << Rect{right, 872 - gap - 400, 320, 400};
-        QTest::newRow("a panel on the left") << Kept{.left = 48} << Rect{48 + gap, gap, 320, 400};
-        QTest::newRow("a panel on the right") << Kept{.right = 48} << Rect{1392 - gap - 320, gap, 320, 400};
+        QTest::newRow("a dock on the left") << Kept{.left = 48} << Rect{48 + gap, gap, 320, 400};
+        QTest::newRow("a dock on the right") << Kept{.right = 48} << Rect{1392 - gap - 320, gap, 320, 400};
         QTest::newRow("none") << Kept{} << Rect{right, 900 - gap - 400, 320, 400};
     }
 
@@ -131,7 +131,7 @@ private Q_SLOTS:
         QVERIFY((frame(Point{100, 95}, tiny) == Rect{gap, gap, 200 - 2 * gap, 100 - 2 * gap}));
     }
 
-    // At 200 % a panel of the desktop may be of an odd number of pixels.
+    // At 200 % a dock may be of an odd number of pixels.
     void atTwiceTheScaleItStandsOnWholePoints()
     {
         const Screen dense = screen({.top = 27.5}, {0, 0, 1280, 720});

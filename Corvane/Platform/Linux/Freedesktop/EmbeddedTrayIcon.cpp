@@ -46,7 +46,7 @@ EmbeddedTrayIcon::EmbeddedTrayIcon(const QList<QImage> &icons, QObject *parent)
     connect(&m_icon, &QSystemTrayIcon::activated, this, &EmbeddedTrayIcon::click);
     setTitle({});
     m_icon.show();
-    // Later versions of the toolkit embed nothing where there is a watcher, though no panel listens to it.
+    // Later versions of the toolkit embed nothing where there is a watcher, though no host listens to it.
     if (!isInWindow()) {
         m_icon.hide();
         return;

@@ -135,7 +135,7 @@ void LayerShellBanner::map()
                                    static_cast<std::uint32_t>(height()));
     zwlr_layer_surface_v1_set_anchor(m_layerSurface.get(),
                                      ZWLR_LAYER_SURFACE_V1_ANCHOR_TOP | ZWLR_LAYER_SURFACE_V1_ANCHOR_LEFT);
-    // Neither moved aside by the desktop's panels nor moving anything aside.
+    // Neither moved aside by docks nor moving anything aside.
     zwlr_layer_surface_v1_set_exclusive_zone(m_layerSurface.get(), -1);
     zwlr_layer_surface_v1_set_keyboard_interactivity(m_layerSurface.get(),
                                                      ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_NONE);

@@ -16,7 +16,7 @@ namespace corvane {
 
 namespace {
 
-/// What the window manager and the desktop's panels keep for themselves, in the server's pixels.
+/// What the window manager and the docks keep for themselves, in the server's pixels.
 ReservedAreas reservedAreas()
 {
     ReservedAreas areas;
