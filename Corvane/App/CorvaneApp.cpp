@@ -39,9 +39,9 @@ void CorvaneApp::activate(const QString &token)
     logger().log(u"second start handed over"_s, currentDate());
     m_windowSystem.userAsked(token);
     if (m_statusItem->isShown()) {
-        m_scenes->panel().open(std::nullopt);
+        m_scenes->menuBarPanel().open(std::nullopt);
     } else {
-        m_scenes->panel().openAsWindow();
+        m_scenes->menuBarPanel().openAsWindow();
     }
 }
 
@@ -58,7 +58,7 @@ void CorvaneApp::showStatusItem()
     QObject::connect(m_statusItem.get(), &StatusItem::activated, m_viewModel.get(),
                      [this](std::optional<Point> position, const QString &token) {
                          m_windowSystem.userAsked(token);
-                         m_scenes->panel().toggle(position);
+                         m_scenes->menuBarPanel().toggle(position);
                      });
     offerMenu();
     const auto publishTitle = [this] { m_statusItem->setTitle(m_viewModel->menuTitle()); };
@@ -73,7 +73,7 @@ void CorvaneApp::offerMenu()
     std::vector<StatusMenuEntry> entries;
     entries.push_back({.text = scheduleStatus::title(), .action = [this] {
                            m_windowSystem.userAsked({});
-                           m_scenes->panel().open(std::nullopt);
+                           m_scenes->menuBarPanel().open(std::nullopt);
                        }});
     for (MenuCommand &command : menuCommands(*m_viewModel, m_scenes->menuActions())) {
         if (command.beginsGroup) {
@@ -95,7 +95,7 @@ void CorvaneApp::watchForHost()
         // Once, so that a teacher whose desktop has no status item host learns that it runs and how to reach
         // it.
         if (std::exchange(m_mayOpenByItself, false)) {
-            m_scenes->panel().openAsWindow(MenuBarPanel::Wish::none);
+            m_scenes->menuBarPanel().openAsWindow(MenuBarPanel::Wish::none);
         }
     });
     const auto follow = [this](bool isShown) {

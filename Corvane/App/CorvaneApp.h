@@ -18,8 +18,8 @@
 
 namespace corvane {
 
-/// The running program: its services, the view model, the status item, the panel and the windows. Made once,
-/// when it is known that no other one runs; monitoring starts by itself.
+/// The running program: its services, the view model, the status item, the menu bar panel and the windows.
+/// Made once, when it is known that no other one runs; monitoring starts by itself.
 class CorvaneApp {
 public:
     /// Who started the program: at login nothing opens that was not asked for.

@@ -3,7 +3,7 @@
 
 #include "Corvane/Views/MenuBarPanel.h"
 
-#include "Corvane/Views/PanelWindow.h"
+#include "Corvane/Views/MenuBarPanelWindow.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -69,18 +69,18 @@ void MenuBarPanel::show(bool isOrdinary, std::optional<Point> item, Wish wish)
         m_isOrdinary = isOrdinary;
         m_hadKeyboard = false;
         m_staysBesideWindows = false;
-        const auto kind = isOrdinary                      ? PanelWindow::Kind::window
-                          : m_windowSystem.isComposited() ? PanelWindow::Kind::compositedPanel
-                                                          : PanelWindow::Kind::panel;
-        auto *window = new PanelWindow(kind, m_makeContent(), [this, item](Size size) {
-            return PanelPlacement::find(size, item, m_screens.screens(),
-                                        m_screens.mainScreen().value_or(Screen{}));
+        const auto kind = isOrdinary                      ? MenuBarPanelWindow::Kind::window
+                          : m_windowSystem.isComposited() ? MenuBarPanelWindow::Kind::compositedCard
+                                                          : MenuBarPanelWindow::Kind::card;
+        auto *window = new MenuBarPanelWindow(kind, m_makeContent(), [this, item](Size size) {
+            return MenuBarPanelPlacement::find(size, item, m_screens.screens(),
+                                               m_screens.mainScreen().value_or(Screen{}));
         });
         m_window = window;
         window->setWindowTitle(title());
         // Before the native window is made, which winId() does.
         window->setAttribute(Qt::WA_ShowWithoutActivating, wish == Wish::none);
-        connect(window, &PanelWindow::dismissed, this, &MenuBarPanel::close);
+        connect(window, &MenuBarPanelWindow::dismissed, this, &MenuBarPanel::close);
         m_windowSystem.keepOutOfTaskBar(window->winId());
         window->fit();
         followScreens(window);
@@ -93,13 +93,14 @@ void MenuBarPanel::show(bool isOrdinary, std::optional<Point> item, Wish wish)
     }
 }
 
-void MenuBarPanel::followScreens(PanelWindow *window)
+void MenuBarPanel::followScreens(MenuBarPanelWindow *window)
 {
-    // A monitor that goes takes the room with it that the panel stands in.
-    connect(qGuiApp, &QGuiApplication::screenRemoved, window, &PanelWindow::fit, Qt::QueuedConnection);
+    // A monitor that goes takes the room with it that the menu bar panel stands in.
+    connect(qGuiApp, &QGuiApplication::screenRemoved, window, &MenuBarPanelWindow::fit, Qt::QueuedConnection);
     const QList<QScreen *> screens = QGuiApplication::screens();
     for (const QScreen *screen : screens) {
-        connect(screen, &QScreen::availableGeometryChanged, window, &PanelWindow::fit, Qt::QueuedConnection);
+        connect(screen, &QScreen::availableGeometryChanged, window, &MenuBarPanelWindow::fit,
+                Qt::QueuedConnection);
     }
 }
 
@@ -122,15 +123,15 @@ void MenuBarPanel::keyboardMoved(QWindow *to)
     if (!isOpen() || m_isOrdinary) {
         return;
     }
-    const QWindow *panel = m_window->windowHandle();
+    const QWindow *menuBarPanel = m_window->windowHandle();
     for (const QWindow *window = to; window != nullptr; window = window->transientParent()) {
-        if (window == panel) {
+        if (window == menuBarPanel) {
             m_hadKeyboard = true;
             return;
         }
     }
     if (to != nullptr && m_staysBesideWindows) {
-        // A window beside it may be given the keyboard before the panel has had it.
+        // A window beside it may be given the keyboard before the menu bar panel has had it.
         m_hadKeyboard = true;
     }
     // Until it has been given the keyboard once, the one that loses it is another window.

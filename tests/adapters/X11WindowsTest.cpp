@@ -114,7 +114,7 @@ public:
 
 } // namespace
 
-/// The bell's panel and the program's windows under window managers, beside a program of another's.
+/// The menu bar panel and the program's windows under window managers, beside a program of another's.
 class X11WindowsTest final : public QObject {
     Q_OBJECT
 
@@ -126,7 +126,7 @@ private:
     X11Screens m_screens;
     X11WindowSystem m_windowSystem;
     std::unique_ptr<QProcess> m_opponent;
-    std::unique_ptr<MenuBarPanel> m_panel;
+    std::unique_ptr<MenuBarPanel> m_menuBarPanel;
     std::unique_ptr<WindowScenes> m_scenes;
 
     void use(WindowManager manager)
@@ -165,7 +165,7 @@ private:
     void clickBell(Point item)
     {
         m_windowSystem.userAsked({});
-        m_panel->toggle(item);
+        m_menuBarPanel->toggle(item);
     }
 
     void open(const QString &id, const QString &title)
@@ -200,7 +200,7 @@ private Q_SLOTS:
 
     void init()
     {
-        m_panel = std::make_unique<MenuBarPanel>(content, m_screens, m_windowSystem);
+        m_menuBarPanel = std::make_unique<MenuBarPanel>(content, m_screens, m_windowSystem);
         m_scenes = std::make_unique<WindowScenes>(m_windowSystem);
         const auto add = [this](const QString &identifier, const QString &title, QSize size) {
             m_scenes->add({identifier, title, size, [] { return std::make_unique<QLabel>(u"content"_s); }});
@@ -211,7 +211,7 @@ private Q_SLOTS:
 
     void cleanup()
     {
-        m_panel.reset();
+        m_menuBarPanel.reset();
         m_scenes.reset();
         if (m_opponent) {
             m_opponent->terminate();
@@ -220,24 +220,24 @@ private Q_SLOTS:
         }
     }
 
-    void thePanelTakesTheKeyboardFromAnotherProgram_data() { everyManager(); }
-    void thePanelTakesTheKeyboardFromAnotherProgram()
+    void theMenuBarPanelTakesTheKeyboardFromAnotherProgram_data() { everyManager(); }
+    void theMenuBarPanelTakesTheKeyboardFromAnotherProgram()
     {
         QFETCH(WindowManager, manager);
         use(manager);
         oppose();
         clickBell({640, 790});
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_panel->window()), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), patience);
         TestDesktop::xdotool({u"key"_s, u"Escape"_s});
-        QTRY_VERIFY_WITH_TIMEOUT(!m_panel->isOpen(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), patience);
         // Again, and again: the moment of each click counts.
         clickBell({640, 790});
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_panel->window()), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), patience);
         TestDesktop::xdotool({u"mousemove"_s, u"100"_s, u"700"_s, u"click"_s, u"1"_s});
-        QTRY_VERIFY_WITH_TIMEOUT(!m_panel->isOpen(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), patience);
     }
 
-    void thePanelStandsAtTheBellOnEveryEdge_data()
+    void theMenuBarPanelStandsAtTheBellOnEveryEdge_data()
     {
         QTest::addColumn<WindowManager>("manager");
         QTest::addColumn<Qt::Edge>("edge");
@@ -260,7 +260,7 @@ private Q_SLOTS:
         }
     }
 
-    void thePanelStandsAtTheBellOnEveryEdge()
+    void theMenuBarPanelStandsAtTheBellOnEveryEdge()
     {
         QFETCH(WindowManager, manager);
         QFETCH(Qt::Edge, edge);
@@ -271,8 +271,8 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(
             m_screens.screens().front().visibleFrame != m_screens.screens().front().frame, patience);
         clickBell(bell);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_panel->window()), patience);
-        const QWidget *shown = m_panel->window()->findChild<QPushButton *>()->parentWidget();
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), patience);
+        const QWidget *shown = m_menuBarPanel->window()->findChild<QPushButton *>()->parentWidget();
         const auto place = [shown] { return QRect(shown->mapToGlobal(QPoint()), shown->size()); };
         QCOMPARE(place().width(), 320);
         QCOMPARE(place().left(), card.left());
@@ -289,47 +289,47 @@ private Q_SLOTS:
             break;
         }
         // The server agrees with the toolkit: the manager has moved nothing.
-        const QString told =
-            TestDesktop::xdotool({u"getwindowgeometry"_s, QString::number(m_panel->window()->winId())});
-        const QPoint corner = m_panel->window()->geometry().topLeft();
+        const QString told = TestDesktop::xdotool(
+            {u"getwindowgeometry"_s, QString::number(m_menuBarPanel->window()->winId())});
+        const QPoint corner = m_menuBarPanel->window()->geometry().topLeft();
         QVERIFY2(told.contains(u"Position: %1,%2 "_s.arg(corner.x()).arg(corner.y())), qPrintable(told));
         keepPicture(QString::fromLatin1(QTest::currentDataTag()).replace(u' ', u'-'));
     }
 
-    void aClickElsewhereClosesThePanel_data() { everyManager(); }
-    void aClickElsewhereClosesThePanel()
+    void aClickElsewhereClosesTheMenuBarPanel_data() { everyManager(); }
+    void aClickElsewhereClosesTheMenuBarPanel()
     {
         QFETCH(WindowManager, manager);
         use(manager);
         oppose();
         clickBell({640, 790});
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_panel->window()), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), patience);
         TestDesktop::xdotool({u"mousemove"_s, u"100"_s, u"700"_s, u"click"_s, u"1"_s});
-        QTRY_VERIFY_WITH_TIMEOUT(!m_panel->isOpen(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), patience);
         // The same click, had it been on the bell.
         clickBell({640, 790});
-        QVERIFY(!m_panel->isOpen());
+        QVERIFY(!m_menuBarPanel->isOpen());
     }
 
-    void besideTheWindowThatItOpenedThePanelStaysUsable_data() { everyManager(); }
-    void besideTheWindowThatItOpenedThePanelStaysUsable()
+    void besideTheWindowThatItOpenedTheMenuBarPanelStaysUsable_data() { everyManager(); }
+    void besideTheWindowThatItOpenedTheMenuBarPanelStaysUsable()
     {
         QFETCH(WindowManager, manager);
         use(manager);
         oppose();
         clickBell({640, 790});
-        m_panel->stayOpenBesideWindows();
+        m_menuBarPanel->stayOpenBesideWindows();
         open(u"setup"_s, u"Welcome to Quillet"_s);
         QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_scenes->window(u"setup"_s)), patience);
-        QVERIFY(m_panel->isOpen());
+        QVERIFY(m_menuBarPanel->isOpen());
         m_scenes->window(u"setup"_s)->move(10, 60);
-        auto *button = m_panel->window()->findChild<QPushButton *>();
+        auto *button = m_menuBarPanel->window()->findChild<QPushButton *>();
         QSignalSpy clicks(button, &QAbstractButton::clicked);
-        m_panel->window()->raise();
+        m_menuBarPanel->window()->raise();
         // It lies behind until it is clicked, where the window covers it.
         QTRY_VERIFY_WITH_TIMEOUT((click(button), QCoreApplication::processEvents(), !clicks.isEmpty()),
                                  patience);
-        QVERIFY(m_panel->isOpen());
+        QVERIFY(m_menuBarPanel->isOpen());
         QVERIFY(m_scenes->window(u"setup"_s) != nullptr);
         keepPicture(u"beside-"_s + QString::fromLatin1(QTest::currentDataTag()).replace(u' ', u'-'));
     }
@@ -346,12 +346,12 @@ private Q_SLOTS:
         QVERIFY(hasState(*window, "_NET_WM_STATE_SKIP_PAGER"));
         QCOMPARE(window->size(), QSize(920, 620));
         clickBell({640, 790});
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_panel->window()), patience);
-        QVERIFY(hasState(*m_panel->window(), "_NET_WM_STATE_SKIP_TASKBAR"));
-        m_panel->close();
-        m_panel->openAsWindow();
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_panel->window()), patience);
-        QVERIFY(hasState(*m_panel->window(), "_NET_WM_STATE_SKIP_TASKBAR"));
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), patience);
+        QVERIFY(hasState(*m_menuBarPanel->window(), "_NET_WM_STATE_SKIP_TASKBAR"));
+        m_menuBarPanel->close();
+        m_menuBarPanel->openAsWindow();
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), patience);
+        QVERIFY(hasState(*m_menuBarPanel->window(), "_NET_WM_STATE_SKIP_TASKBAR"));
         keepPicture(u"window-"_s + QString::fromLatin1(QTest::currentDataTag()).replace(u' ', u'-'));
     }
 
@@ -397,9 +397,9 @@ private Q_SLOTS:
         const std::uint32_t now = x11::serverTime().value_or(0);
         QVERIFY(now != 0);
         m_windowSystem.userAsked(u"launcher-7_TIME%1"_s.arg(now));
-        m_panel->open(std::nullopt);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_panel->window()), patience);
-        const auto id = static_cast<std::uint32_t>(m_panel->window()->winId());
+        m_menuBarPanel->open(std::nullopt);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), patience);
+        const auto id = static_cast<std::uint32_t>(m_menuBarPanel->window()->winId());
         QVERIFY(TestDesktop::run(u"xprop"_s, {u"-id"_s, QString::number(id), u"_NET_STARTUP_ID"_s})
                     .contains(u"launcher-7_TIME"_s));
     }
@@ -409,9 +409,9 @@ private Q_SLOTS:
         m_desktop.stopWindowManager();
         QTRY_VERIFY_WITH_TIMEOUT(!isManaged(), patience);
         clickBell({640, 790});
-        QTRY_VERIFY_WITH_TIMEOUT(m_panel->window()->windowHandle()->isExposed(), patience);
-        m_panel->toggle(std::nullopt);
-        QVERIFY(!m_panel->isOpen());
+        QTRY_VERIFY_WITH_TIMEOUT(m_menuBarPanel->window()->windowHandle()->isExposed(), patience);
+        m_menuBarPanel->toggle(std::nullopt);
+        QVERIFY(!m_menuBarPanel->isOpen());
     }
 };
 
