@@ -117,7 +117,7 @@ void CorvaneApp::watchSessionLock()
         std::make_unique<SessionLockWatcher>(QDBusConnection::systemBus(), QDBusConnection::sessionBus());
     // A banner stands above everything, the lock screen included, where it would be read by anyone.
     const auto follow = [this](bool isLocked) {
-        m_services.panels->setSessionLocked(isLocked);
+        m_services.bannerPanels->setSessionLocked(isLocked);
         logger().log(isLocked ? u"session locked"_s : u"session unlocked"_s, currentDate());
     };
     QObject::connect(m_sessionLock.get(), &SessionLockWatcher::lockedChanged, m_viewModel.get(), follow);

@@ -41,7 +41,7 @@ struct LiveServices {
     std::unique_ptr<X11Screens> screens;        ///< as the toolkit's windows see them
     std::unique_ptr<WaylandConnection> wayland; ///< where the compositor shows banners by itself
     std::unique_ptr<Screens> bannerScreens;     ///< as the banners see them
-    std::unique_ptr<CardPanels> panels;
+    std::unique_ptr<CardBannerPanels> bannerPanels;
     std::unique_ptr<FloatingBannerPresenter> notificationPresenter;
     std::unique_ptr<WorkflowTransitionScheduler> scheduler;
     std::unique_ptr<AgentNotificationCenter> notificationCenter;

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
+#include "Corvane/Platform/Linux/Banners/BannerPanelMotion.h"
 #include "Corvane/Platform/Linux/Banners/CardShape.h"
-#include "Corvane/Platform/Linux/Banners/PanelMotion.h"
 #include "Corvane/Platform/Linux/X11/ReservedAreas.h"
 
 #include <QTest>
@@ -128,19 +128,19 @@ private Q_SLOTS:
     void aMotionBeginsAndEndsExactly()
     {
         const Rect home{100, 100, 1000, 280};
-        const PanelMotion motion{.begin = {home.scaledAboutCentre(0.95), 0},
-                                 .animation = {Seconds{0.22}, TimingCurve::easeOut, 1, home}};
-        QVERIFY((motion.at(Seconds{0}) == PanelMotion::Moment{home.scaledAboutCentre(0.95), 0}));
-        QVERIFY((motion.at(Seconds{0.22}) == PanelMotion::Moment{home, 1}));
-        QVERIFY((motion.at(Seconds{500}) == PanelMotion::Moment{home, 1}));
+        const BannerPanelMotion motion{.begin = {home.scaledAboutCentre(0.95), 0},
+                                       .animation = {Seconds{0.22}, TimingCurve::easeOut, 1, home}};
+        QVERIFY((motion.at(Seconds{0}) == BannerPanelMotion::Moment{home.scaledAboutCentre(0.95), 0}));
+        QVERIFY((motion.at(Seconds{0.22}) == BannerPanelMotion::Moment{home, 1}));
+        QVERIFY((motion.at(Seconds{500}) == BannerPanelMotion::Moment{home, 1}));
         QVERIFY(!motion.isOver(Seconds{0.2199}));
         QVERIFY(motion.isOver(Seconds{0.22}));
     }
 
     void easingOutIsFastFirstAndEasingInSlowFirst()
     {
-        PanelMotion motion{.begin = {Rect{0, 0, 100, 100}, 0},
-                           .animation = {Seconds{1}, TimingCurve::easeOut, 1, Rect{100, 0, 100, 100}}};
+        BannerPanelMotion motion{.begin = {Rect{0, 0, 100, 100}, 0},
+                                 .animation = {Seconds{1}, TimingCurve::easeOut, 1, Rect{100, 0, 100, 100}}};
         QVERIFY(motion.at(Seconds{0.5}).alpha > 0.6);
         QCOMPARE(motion.at(Seconds{0.5}).frame.x, motion.at(Seconds{0.5}).alpha * 100);
         motion.animation.curve = TimingCurve::easeIn;
@@ -150,7 +150,7 @@ private Q_SLOTS:
     void aMotionNeverTurnsBack()
     {
         for (const TimingCurve curve : {TimingCurve::easeOut, TimingCurve::easeIn}) {
-            const PanelMotion motion{.begin = {Rect{}, 0}, .animation = {Seconds{1}, curve, 1, Rect{}}};
+            const BannerPanelMotion motion{.begin = {Rect{}, 0}, .animation = {Seconds{1}, curve, 1, Rect{}}};
             double before = 0;
             for (int i = 0; i <= 1000; ++i) {
                 const double alpha = motion.at(Seconds{i / 1000.0}).alpha;
@@ -162,8 +162,8 @@ private Q_SLOTS:
 
     void aMotionOfNoLengthIsOverAtOnce()
     {
-        const PanelMotion motion{.begin = {Rect{}, 0},
-                                 .animation = {Seconds{0}, TimingCurve::easeIn, 1, Rect{}}};
+        const BannerPanelMotion motion{.begin = {Rect{}, 0},
+                                       .animation = {Seconds{0}, TimingCurve::easeIn, 1, Rect{}}};
         QVERIFY(motion.isOver(Seconds{0}));
         QCOMPARE(motion.at(Seconds{0}).alpha, 1.0);
     }

@@ -59,7 +59,7 @@ private:
     TestDesktop &m_desktop;
     int m_scaleFactor;
     X11Screens m_screens;
-    X11BannerPanels m_panels{
+    X11BannerPanels m_bannerPanels{
         [](const TeachingAction &action, std::function<void()> onDismiss) {
             return std::make_unique<FloatingBannerView>(action, std::move(onDismiss));
         },
@@ -68,8 +68,8 @@ private:
 private Q_SLOTS:
     void cleanupTestCase()
     {
-        // The ticks and animations of panels that are gone end at their next turn; one that begins now ends
-        // after them.
+        // The ticks and animations of banner panels that are gone end at their next turn; one that begins now
+        // ends after them.
         QCoro::waitFor(wait(Seconds{1.1}));
     }
 
@@ -116,8 +116,8 @@ private Q_SLOTS:
         QFETCH(int, screen);
         const Rect visible = m_screens.screens()[static_cast<std::size_t>(screen)].visibleFrame;
         const Rect home{visible.minX() + 12, visible.maxY() - 280 - 48, 1000, 280};
-        const auto panel = m_panels.makePanel(home, {}, startNow(), {});
-        panel->orderFrontRegardless();
+        const auto bannerPanel = m_bannerPanels.makeBannerPanel(home, {}, startNow(), {});
+        bannerPanel->orderFrontRegardless();
         // The upper left part of the icon's background, told from the screen's corner.
         const QPoint onTheIcon(12 + look::banner::leadingPadding + 30,
                                48 + (280 - look::banner::iconArea) / 2 + 10);

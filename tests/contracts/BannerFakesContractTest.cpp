@@ -12,12 +12,12 @@ class FakeBannerPanelsContractTest final : public BannerPanelsContract {
     Q_OBJECT
 
 protected:
-    BannerPanels &panels() override { return m_panels; }
-    void pressCloseButton() override { m_panels.records.back()->onDismiss(); }
-    bool isOnScreen() override { return m_panels.records.back()->isVisible; }
+    BannerPanels &bannerPanels() override { return m_bannerPanels; }
+    void pressCloseButton() override { m_bannerPanels.records.back()->onDismiss(); }
+    bool isOnScreen() override { return m_bannerPanels.records.back()->isVisible; }
 
 private:
-    FakeBannerPanels m_panels;
+    FakeBannerPanels m_bannerPanels;
 };
 
 class FakeScreensContractTest final : public ScreensContract {
@@ -35,9 +35,9 @@ private:
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
-    FakeBannerPanelsContractTest panels;
+    FakeBannerPanelsContractTest bannerPanels;
     FakeScreensContractTest screens;
-    return QTest::qExec(&panels, argc, argv) + QTest::qExec(&screens, argc, argv);
+    return QTest::qExec(&bannerPanels, argc, argv) + QTest::qExec(&screens, argc, argv);
 }
 
 #include "BannerFakesContractTest.moc"

@@ -3,7 +3,7 @@
 
 #include "Corvane/Platform/Linux/X11/X11BannerPanels.h"
 #include "Corvane/Platform/Linux/X11/X11Screens.h"
-#include "tests/contracts/CardPanelsContract.h"
+#include "tests/contracts/CardBannerPanelsContract.h"
 #include "tests/contracts/WidgetScreensContract.h"
 #include "tests/support/TestDesktop.h"
 
@@ -11,14 +11,14 @@
 
 using namespace corvane;
 
-class X11BannerPanelsContractTest final : public CardPanelsContract {
+class X11BannerPanelsContractTest final : public CardBannerPanelsContract {
     Q_OBJECT
 
 protected:
-    BannerPanels &panels() override { return m_panels; }
+    BannerPanels &bannerPanels() override { return m_bannerPanels; }
 
 private:
-    X11BannerPanels m_panels{closeButtons(), shape};
+    X11BannerPanels m_bannerPanels{closeButtons(), shape};
 };
 
 class X11ScreensContractTest final : public WidgetScreensContract {
@@ -45,9 +45,9 @@ int main(int argc, char *argv[])
     }
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    X11BannerPanelsContractTest panels;
+    X11BannerPanelsContractTest bannerPanels;
     X11ScreensContractTest screens;
-    return QTest::qExec(&panels, argc, argv) + QTest::qExec(&screens, argc, argv);
+    return QTest::qExec(&bannerPanels, argc, argv) + QTest::qExec(&screens, argc, argv);
 }
 
 #include "X11BannerContractTest.moc"
