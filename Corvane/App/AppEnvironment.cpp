@@ -40,7 +40,7 @@ void chooseBanners(LiveServices &services)
         services.debugLogger->log(u"banners in the compositor's overlay layer"_s, currentDate());
         return;
     }
-    services.bannerScreens = std::make_unique<X11Screens>();
+    services.bannerScreens = std::make_unique<ToolkitScreens>();
     services.bannerPanels = std::make_unique<X11BannerPanels>(makeContent, shape);
     if (isWayland) {
         services.debugLogger->log(
@@ -75,7 +75,7 @@ AppEnvironment AppEnvironment::live(LiveServices &services)
 
     services.sounds = std::make_unique<CanberraSounds>();
     services.soundPlayer = std::make_unique<SystemSoundPlayer>(*services.debugLogger, *services.sounds);
-    services.screens = std::make_unique<X11Screens>();
+    services.screens = std::make_unique<ToolkitScreens>();
     chooseBanners(services);
     services.notificationPresenter = std::make_unique<FloatingBannerPresenter>(
         *services.soundPlayer, *services.debugLogger, *services.settings, *services.bannerScreens,

@@ -8,7 +8,7 @@
 #include "Corvane/App/LiveServices.h"
 #include "Corvane/Platform/Linux/Freedesktop/DesktopStatusItem.h"
 #include "Corvane/Platform/Linux/Freedesktop/SessionLockWatcher.h"
-#include "Corvane/Platform/Linux/X11/X11WindowSystem.h"
+#include "Corvane/Platform/Linux/Toolkit/ToolkitWindowSystem.h"
 #include "Corvane/Services/MenuBarViewModel.h"
 
 #include <QTimer>
@@ -44,7 +44,7 @@ private:
     AppDelegate m_appDelegate;
     LiveServices m_services;
     std::unique_ptr<MenuBarViewModel> m_viewModel;
-    X11WindowSystem m_windowSystem;
+    ToolkitWindowSystem m_windowSystem;
     std::unique_ptr<AppScenes> m_scenes;
     std::unique_ptr<DesktopStatusItem> m_statusItem;
     QTimer m_hostPatience;

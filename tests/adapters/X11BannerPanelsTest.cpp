@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "Corvane/Platform/Linux/X11/X11BannerPanels.h"
+#include "Corvane/Platform/Linux/Toolkit/ToolkitScreens.h"
 #include "Corvane/Platform/Linux/X11/X11Connection.h"
-#include "Corvane/Platform/Linux/X11/X11Screens.h"
 #include "tests/adapters/WindowManagement.h"
 #include "tests/contracts/ShownBannersContract.h"
 #include "tests/support/TestDesktop.h"
@@ -205,7 +205,7 @@ private Q_SLOTS:
     void aStrutOfADockIsNoPartOfTheVisibleScreen()
     {
         manage(WindowManager::openbox);
-        X11Screens screens;
+        ToolkitScreens screens;
         QCOMPARE(screens.screens().size(), std::size_t{1});
         const Rect frame = screens.screens().front().frame;
         QVERIFY((frame == Rect{0, 0, 1280, 800}));
@@ -214,7 +214,7 @@ private Q_SLOTS:
 
     void thePointerIsToldWithYUpwards()
     {
-        X11Screens screens;
+        ToolkitScreens screens;
         TestDesktop::xdotool({u"mousemove"_s, u"100"_s, u"0"_s});
         QVERIFY((screens.pointerLocation() == Point{100.5, 799.5}));
         QVERIFY(screens.screens().front().frame.contains(screens.pointerLocation()));
@@ -228,7 +228,7 @@ private Q_SLOTS:
         manage(WindowManager::openbox);
         oppose(); // a manager that has shown one window shows the next
         endOpponent();
-        X11Screens screens;
+        ToolkitScreens screens;
         QWidget window;
         window.setGeometry(400, 300, 300, 200);
         window.show();
@@ -245,7 +245,7 @@ private Q_SLOTS:
         manage(WindowManager::openbox);
         const auto bannerPanel = present();
         QTRY_VERIFY(isDark(onTheCard));
-        QVERIFY(!X11Screens().keyWindowScreen().has_value());
+        QVERIFY(!ToolkitScreens().keyWindowScreen().has_value());
     }
 };
 

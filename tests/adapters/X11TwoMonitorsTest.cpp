@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "Corvane/Look/Look.h"
+#include "Corvane/Platform/Linux/Toolkit/ToolkitScreens.h"
 #include "Corvane/Platform/Linux/X11/X11BannerPanels.h"
-#include "Corvane/Platform/Linux/X11/X11Screens.h"
 #include "Corvane/Views/FloatingBannerView.h"
 #include "tests/adapters/WindowManagement.h"
 #include "tests/contracts/WidgetScreensContract.h"
@@ -58,7 +58,7 @@ private:
 
     TestDesktop &m_desktop;
     int m_scaleFactor;
-    X11Screens m_screens;
+    ToolkitScreens m_screens;
     X11BannerPanels m_bannerPanels{
         [](const TeachingAction &action, std::function<void()> onDismiss) {
             return std::make_unique<FloatingBannerView>(action, std::move(onDismiss));
@@ -168,7 +168,7 @@ protected:
     QRect place() const override { return {monitorWidth + 50, 50, 200, 100}; }
 
 private:
-    X11Screens m_screens;
+    ToolkitScreens m_screens;
 };
 
 /// Called with "--twice", at a scale factor of two.

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
+#include "Corvane/Platform/Linux/Toolkit/ToolkitScreens.h"
+#include "Corvane/Platform/Linux/Toolkit/ToolkitWindowSystem.h"
 #include "Corvane/Platform/Linux/X11/X11Connection.h"
-#include "Corvane/Platform/Linux/X11/X11Screens.h"
-#include "Corvane/Platform/Linux/X11/X11WindowSystem.h"
 #include "Corvane/Utilities/WindowPresentation.h"
 #include "Corvane/Views/MenuBarPanel.h"
 #include "Corvane/Views/WindowScenes.h"
@@ -123,8 +123,8 @@ public:
 
 private:
     TestDesktop &m_desktop;
-    X11Screens m_screens;
-    X11WindowSystem m_windowSystem;
+    ToolkitScreens m_screens;
+    ToolkitWindowSystem m_windowSystem;
     std::unique_ptr<QProcess> m_opponent;
     std::unique_ptr<MenuBarPanel> m_menuBarPanel;
     std::unique_ptr<WindowScenes> m_scenes;
@@ -388,11 +388,11 @@ private Q_SLOTS:
     void aTokenTellsTheMomentAndIsPassedOn()
     {
         use(WindowManager::openbox);
-        QCOMPARE(X11WindowSystem::timeOf(u"host-1-name_TIME123456"_s), std::optional(123456U));
-        QCOMPARE(X11WindowSystem::timeOf(u"a_TIME1_TIME22"_s), std::optional(22U));
+        QCOMPARE(ToolkitWindowSystem::timeOf(u"host-1-name_TIME123456"_s), std::optional(123456U));
+        QCOMPARE(ToolkitWindowSystem::timeOf(u"a_TIME1_TIME22"_s), std::optional(22U));
         for (const QString &none :
              {u""_s, u"token"_s, u"x_TIME"_s, u"x_TIME0"_s, u"x_TIME12x"_s, u"x_TIME99999999999"_s}) {
-            QVERIFY(!X11WindowSystem::timeOf(none));
+            QVERIFY(!ToolkitWindowSystem::timeOf(none));
         }
         const std::uint32_t now = x11::serverTime().value_or(0);
         QVERIFY(now != 0);

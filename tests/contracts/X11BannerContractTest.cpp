@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
+#include "Corvane/Platform/Linux/Toolkit/ToolkitScreens.h"
 #include "Corvane/Platform/Linux/X11/X11BannerPanels.h"
-#include "Corvane/Platform/Linux/X11/X11Screens.h"
 #include "tests/contracts/CardBannerPanelsContract.h"
 #include "tests/contracts/WidgetScreensContract.h"
 #include "tests/support/TestDesktop.h"
@@ -21,14 +21,14 @@ private:
     X11BannerPanels m_bannerPanels{closeButtons(), shape};
 };
 
-class X11ScreensContractTest final : public WidgetScreensContract {
+class ToolkitScreensContractTest final : public WidgetScreensContract {
     Q_OBJECT
 
 protected:
     Screens &screens() override { return m_screens; }
 
 private:
-    X11Screens m_screens;
+    ToolkitScreens m_screens;
 };
 
 /// Runs both contracts: on a display of its own or, called with "--offscreen", without any X server.
@@ -46,7 +46,7 @@ int main(int argc, char *argv[])
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     X11BannerPanelsContractTest bannerPanels;
-    X11ScreensContractTest screens;
+    ToolkitScreensContractTest screens;
     return QTest::qExec(&bannerPanels, argc, argv) + QTest::qExec(&screens, argc, argv);
 }
 

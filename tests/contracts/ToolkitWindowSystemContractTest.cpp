@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "Corvane/Platform/Linux/X11/X11WindowSystem.h"
+#include "Corvane/Platform/Linux/Toolkit/ToolkitWindowSystem.h"
 
 #include "Corvane/Platform/Linux/X11/X11Connection.h"
 #include "tests/adapters/WindowManagement.h"
@@ -20,11 +20,11 @@
 using namespace corvane;
 using namespace Qt::StringLiterals;
 
-class X11WindowSystemContractTest final : public WindowSystemContract {
+class ToolkitWindowSystemContractTest final : public WindowSystemContract {
     Q_OBJECT
 
 public:
-    explicit X11WindowSystemContractTest(TestDesktop &desktop) : m_desktop(desktop) {}
+    explicit ToolkitWindowSystemContractTest(TestDesktop &desktop) : m_desktop(desktop) {}
 
 protected:
     WindowSystem &windowSystem() override { return *m_windowSystem; }
@@ -116,7 +116,7 @@ private:
     }
 
     TestDesktop &m_desktop;
-    std::optional<X11WindowSystem> m_windowSystem;
+    std::optional<ToolkitWindowSystem> m_windowSystem;
     std::map<WindowId, std::unique_ptr<QWidget>> m_windows;
     std::unique_ptr<QProcess> m_opponent;
 };
@@ -126,8 +126,8 @@ int main(int argc, char *argv[])
     TestDesktop desktop(QSize(1280, 800));
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    X11WindowSystemContractTest test(desktop);
+    ToolkitWindowSystemContractTest test(desktop);
     return QTest::qExec(&test, argc, argv);
 }
 
-#include "X11WindowSystemContractTest.moc"
+#include "ToolkitWindowSystemContractTest.moc"
