@@ -80,7 +80,7 @@ bool RequestKeeper::load()
 void RequestKeeper::start()
 {
     if (m_step == Step::stopped) {
-        m_step = Step::resting;
+        m_step = Step::waiting;
         if (!m_queue.isEmpty()) {
             makeLoginEntry();
         }
@@ -165,7 +165,7 @@ void RequestKeeper::flush()
     for (const Answer &answer : std::exchange(m_answers, {})) {
         answer(result);
     }
-    Q_EMIT stirred();
+    Q_EMIT activityOccurred();
 }
 
 void RequestKeeper::makeLoginEntry()
@@ -205,7 +205,7 @@ void RequestKeeper::drop(const PendingRequest &request, const char *reason) cons
 
 void RequestKeeper::pump()
 {
-    if (m_step != Step::resting) {
+    if (m_step != Step::waiting) {
         return;
     }
     // What was asked for goes first: what is due may just have been taken back.
@@ -237,7 +237,7 @@ void RequestKeeper::pump()
     }
     // The same moment as above: a second that has begun since is not passed over.
     m_clock.wakeAt(m_queue.nextFireDate(now));
-    Q_EMIT stirred();
+    Q_EMIT activityOccurred();
 }
 
 void RequestKeeper::takeAnswer(bool isThere, const QString &reason)
@@ -245,7 +245,7 @@ void RequestKeeper::takeAnswer(bool isThere, const QString &reason)
     if (m_step != Step::asking) {
         return;
     }
-    m_step = Step::resting;
+    m_step = Step::waiting;
     if (!isThere) {
         if (!std::exchange(m_isAbsenceLogged, true)) {
             m_log(u"no notification server reason="_s + quotedForLog(reason));
@@ -290,7 +290,7 @@ void RequestKeeper::takeOutcome(NotificationServer::Outcome outcome, const QStri
     }
     // It may just have been taken back.
     flush();
-    m_step = Step::resting;
+    m_step = Step::waiting;
     const PendingRequest request = std::exchange(m_underWay, {});
     const QString identifier = quotedForLog(request.identifier);
     switch (outcome) {
@@ -352,9 +352,9 @@ void RequestKeeper::retryNow()
     pump();
 }
 
-void RequestKeeper::rest()
+void RequestKeeper::stopDelivering()
 {
-    if (m_step == Step::resting) {
+    if (m_step == Step::waiting) {
         m_step = Step::stopped;
         m_clock.wakeAt(std::nullopt);
     }
@@ -363,7 +363,7 @@ void RequestKeeper::rest()
 bool RequestKeeper::isIdle() const
 {
     return m_queue.isEmpty() && m_answers.empty() && m_held.empty() &&
-           (m_step == Step::resting || m_step == Step::stopped);
+           (m_step == Step::waiting || m_step == Step::stopped);
 }
 
 void RequestKeeper::tidyUp()

@@ -51,7 +51,7 @@ public:
     void start();
 
     /// From now on nothing more is delivered; what is asked for is still written.
-    void rest();
+    void stopDelivering();
 
     /// The identifiers of all that is pending, in the order of their moments.
     [[nodiscard]] QStringList pendingRequests() const { return m_queue.identifiers(); }
@@ -76,7 +76,7 @@ public:
 
 Q_SIGNALS:
     /// Something has been done; isIdle() may have changed.
-    void stirred();
+    void activityOccurred();
 
 private:
     void changed(Answer answer);
@@ -105,7 +105,7 @@ private:
     bool m_hasAdded = false;
     QTimer m_flush;
 
-    enum class Step { stopped, resting, asking, delivering };
+    enum class Step { stopped, waiting, asking, delivering };
     Step m_step = Step::stopped;
     /// The request that has been handed to the server; it is not in the queue.
     PendingRequest m_underWay;

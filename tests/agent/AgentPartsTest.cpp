@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "NotificationAgent/AgentLife.h"
+#include "NotificationAgent/AgentLifecycle.h"
 #include "NotificationAgent/AgentLog.h"
 #include "NotificationAgent/FreedesktopNotificationServer.h"
 #include "NotificationAgent/LoginEntry.h"
@@ -115,7 +115,7 @@ private Q_SLOTS:
         const QList<QByteArray> lines = contentOf(QUILLET_AGENT_UNIT).split('\n');
         // Ended when its name is lost, so that a call which follows starts it anew.
         QVERIFY(lines.contains("Type=dbus"));
-        QVERIFY(lines.contains(QByteArray("BusName=") + AgentLife::serviceName));
+        QVERIFY(lines.contains(QByteArray("BusName=") + AgentLifecycle::serviceName));
         // Ten seconds have room for fewer starts than the five at which a service manager gives up.
         QVERIFY(lines.contains("Restart=on-failure"));
         QVERIFY(lines.contains("RestartSec=3"));

@@ -142,7 +142,7 @@ private Q_SLOTS:
         QSignalSpy departures(m_server.get(), &NotificationServer::left);
         QSignalSpy replacements(m_server.get(), &NotificationServer::replaced);
         QVERIFY(ask());
-        first.giveUpName();
+        first.releaseName();
         RecordingServer second(m_bus->address(), {});
         QVERIFY(ask());
         QCOMPARE(replacements.size(), 1);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "NotificationAgent/AgentLife.h"
+#include "NotificationAgent/AgentLifecycle.h"
 #include "NotificationAgent/LoginEntry.h"
 #include "NotificationAgent/RequestFile.h"
 #include "NotificationAgent/RequestKeeper.h"
@@ -139,7 +139,7 @@ private Q_SLOTS:
         m_room->launchAgent({u"--login"_s});
         QVERIFY(m_room->agent().waitForFinished(patience));
         QCOMPARE(m_room->agent().exitCode(), 0);
-        QVERIFY(timer.elapsed() < AgentLife::idleTime.count());
+        QVERIFY(timer.elapsed() < AgentLifecycle::idleTime.count());
     }
 
     void atLoginWithNothingPendingAnEntryThatWasLeftGoes()
@@ -249,7 +249,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, patience);
         const auto process = static_cast<pid_t>(m_room->agent().processId());
         int terminations = 0;
-        QDBusServiceWatcher watcher(QString::fromLatin1(AgentLife::serviceName), m_room->connection(),
+        QDBusServiceWatcher watcher(QString::fromLatin1(AgentLifecycle::serviceName), m_room->connection(),
                                     QDBusServiceWatcher::WatchForUnregistration);
         connect(&watcher, &QDBusServiceWatcher::serviceUnregistered, this, [&] {
             terminations += 1;
@@ -274,7 +274,7 @@ private Q_SLOTS:
         {
             LeavingAgent agent(*m_room);
             QTRY_VERIFY_WITH_TIMEOUT(agent.hasStarted, patience);
-            QSignalSpy ended(&agent.life, &AgentLife::ended);
+            QSignalSpy ended(&agent.lifecycle, &AgentLifecycle::ended);
             QVERIFY(agent.leaveWithACall(late));
             QTRY_COMPARE_WITH_TIMEOUT(ended.size(), 1, patience);
             QCOMPARE(ended.first().first().toInt(), 0);
@@ -293,7 +293,7 @@ private Q_SLOTS:
     {
         LeavingAgent agent(*m_room);
         QTRY_VERIFY_WITH_TIMEOUT(agent.hasStarted, patience);
-        QSignalSpy ended(&agent.life, &AgentLife::ended);
+        QSignalSpy ended(&agent.lifecycle, &AgentLifecycle::ended);
         QVERIFY(agent.leaveWithACall(request(u"Anna"_s, AgentRoom::now())));
         QTRY_COMPARE_WITH_TIMEOUT(agent.server.handed.size(), 1, patience);
         QVERIFY(m_room->isNameOwned());
@@ -482,13 +482,14 @@ private:
             , entry(u"/opt/agent"_s, LoginEntry::userConfigHome())
             , clock(AgentRoom::now())
             , keeper(file, entry, clock, server, [](const QString &) {})
-            , life(bus, keeper, [](const QString &) {})
+            , lifecycle(bus, keeper, [](const QString &) {})
         {
             if (!keeper.load()) {
                 qFatal("the queue cannot be read");
             }
-            QObject::connect(&keeper, &RequestKeeper::stirred, &life, [this] { hasStarted = true; });
-            life.begin();
+            QObject::connect(&keeper, &RequestKeeper::activityOccurred, &lifecycle,
+                             [this] { hasStarted = true; });
+            lifecycle.begin();
         }
         ~LeavingAgent()
         {
@@ -501,8 +502,8 @@ private:
         // False when the agent can be terminated meanwhile.
         bool leaveWithACall(const PendingRequest &late)
         {
-            life.giveUpName();
-            life.stir();
+            lifecycle.releaseName();
+            lifecycle.updateIdleTimer();
             keeper.add(late, [this](const std::expected<void, QString> &answer) {
                 isAnswered = answer.has_value();
             });
@@ -515,7 +516,7 @@ private:
         FakeWallClock clock;
         FakeNotificationServer server;
         RequestKeeper keeper;
-        AgentLife life;
+        AgentLifecycle lifecycle;
         bool isAnswered = false;
         bool hasStarted = false; ///< it has its name, and knows it
     };
