@@ -49,7 +49,7 @@ QStringList AgentInterface::PendingRequests()
         for (const QString &identifier : identifiers) {
             bytes += bytesPerString + identifier.size() * mostBytesPerUnit;
         }
-        if (!takesAnswerOf(bytes)) {
+        if (!mayReplyWith(bytes)) {
             refuse(limitsExceeded, u"former answers have not been taken yet"_s);
             return {};
         }
@@ -59,35 +59,37 @@ QStringList AgentInterface::PendingRequests()
 
 // Answers wait in this process until the bus takes them: who asks for them faster than that would fill the
 // memory.
-bool AgentInterface::takesAnswerOf(qint64 bytes)
+bool AgentInterface::mayReplyWith(qint64 bytes)
 {
-    if (m_untakenAnswers > 0 && m_untakenAnswers + bytes > mostUntakenAnswers) {
+    if (m_unacknowledgedReplyBytes > 0 &&
+        m_unacknowledgedReplyBytes + bytes > maximumUnacknowledgedReplyBytes) {
         return false;
     }
     // This goes out before the answer itself, and tells of the former ones.
-    if (!m_isBusAsked) {
-        askWhatIsTaken();
+    if (!m_isPingPending) {
+        pingBus();
     }
-    m_untakenAnswers += bytes;
+    m_unacknowledgedReplyBytes += bytes;
     return true;
 }
 
-void AgentInterface::askWhatIsTaken()
+void AgentInterface::pingBus()
 {
-    m_isBusAsked = true;
+    m_isPingPending = true;
     const auto call = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
                                                      u"org.freedesktop.DBus"_s, u"GetId"_s);
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, busTimeoutMilliseconds), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, sent = m_untakenAnswers] {
-        watcher->deleteLater();
-        m_isBusAsked = false;
-        if (!watcher->isError()) {
-            m_untakenAnswers -= sent;
-        }
-        if (m_untakenAnswers > 0) {
-            askWhatIsTaken();
-        }
-    });
+    connect(watcher, &QDBusPendingCallWatcher::finished, this,
+            [this, watcher, sent = m_unacknowledgedReplyBytes] {
+                watcher->deleteLater();
+                m_isPingPending = false;
+                if (!watcher->isError()) {
+                    m_unacknowledgedReplyBytes -= sent;
+                }
+                if (m_unacknowledgedReplyBytes > 0) {
+                    pingBus();
+                }
+            });
 }
 
 void AgentInterface::RemovePendingRequests(const QStringList &identifiers)

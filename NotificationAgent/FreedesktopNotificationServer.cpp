@@ -69,11 +69,11 @@ void FreedesktopNotificationServer::ask()
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_patience.asking)), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
-        takeCapabilities(watcher->reply());
+        handleCapabilities(watcher->reply());
     });
 }
 
-void FreedesktopNotificationServer::takeCapabilities(const QDBusMessage &reply)
+void FreedesktopNotificationServer::handleCapabilities(const QDBusMessage &reply)
 {
     if (reply.type() != QDBusMessage::ReplyMessage) {
         Q_EMIT answered(false, words(reply));
@@ -86,11 +86,11 @@ void FreedesktopNotificationServer::takeCapabilities(const QDBusMessage &reply)
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_patience.asking)), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
-        takeOwner(watcher->reply());
+        handleOwner(watcher->reply());
     });
 }
 
-void FreedesktopNotificationServer::takeOwner(const QDBusMessage &reply)
+void FreedesktopNotificationServer::handleOwner(const QDBusMessage &reply)
 {
     const QString owner = reply.arguments().value(0).toString();
     if (reply.type() != QDBusMessage::ReplyMessage || owner.isEmpty()) {
@@ -136,11 +136,11 @@ void FreedesktopNotificationServer::deliver(const PendingRequest &request)
         new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_patience.delivering)), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
-        takeReply(watcher->reply());
+        handleReply(watcher->reply());
     });
 }
 
-void FreedesktopNotificationServer::takeReply(const QDBusMessage &reply)
+void FreedesktopNotificationServer::handleReply(const QDBusMessage &reply)
 {
     if (reply.type() == QDBusMessage::ReplyMessage) {
         if (!m_capabilities.contains(u"sound"_s)) {
@@ -153,13 +153,13 @@ void FreedesktopNotificationServer::takeReply(const QDBusMessage &reply)
     const QString name = reply.errorName();
     if (name == "org.freedesktop.DBus.Error.NoReply"_L1 || name == "org.freedesktop.DBus.Error.Timeout"_L1 ||
         name == "org.freedesktop.DBus.Error.TimedOut"_L1) {
-        lookWhetherItIsThere(words(reply));
+        checkServerPresence(words(reply));
         return;
     }
     Q_EMIT finished(Outcome::notShown, words(reply));
 }
 
-void FreedesktopNotificationServer::lookWhetherItIsThere(const QString &reason)
+void FreedesktopNotificationServer::checkServerPresence(const QString &reason)
 {
     if (m_server.isEmpty()) {
         Q_EMIT finished(Outcome::notShown, reason);

@@ -44,10 +44,10 @@ public:
                                                       const QStringList &capabilities);
 
 private:
-    void takeCapabilities(const QDBusMessage &reply);
-    void takeOwner(const QDBusMessage &reply);
-    void takeReply(const QDBusMessage &reply);
-    void lookWhetherItIsThere(const QString &reason);
+    void handleCapabilities(const QDBusMessage &reply);
+    void handleOwner(const QDBusMessage &reply);
+    void handleReply(const QDBusMessage &reply);
+    void checkServerPresence(const QString &reason);
 
     QDBusConnection m_bus;
     NotificationSound &m_sound;

@@ -39,7 +39,7 @@ constexpr qsizetype checksumLength = 16;
 constexpr int mostPlaces = 16;
 
 // In a checksum's place it says that the entry is not pending any more. No checksum looks like it.
-const QByteArray struck(checksumLength, '-');
+const QByteArray invalidChecksum(checksumLength, '-');
 
 QByteArray checksum(const QByteArray &text)
 {
@@ -199,7 +199,7 @@ DecodedRequests decodedRequests(const QByteArray &text)
             hasHeading = true;
         } else if (line == ending + QByteArray::number(entries) && isComplete) {
             hasEnding = true;
-        } else if (line.startsWith(struck + " [")) {
+        } else if (line.startsWith(invalidChecksum + " [")) {
             ++entries;
         } else if (auto request = decodedLine(line)) {
             ++entries;
@@ -268,7 +268,7 @@ RequestFile::Content RequestFile::read()
                            setAside()};
     }
     if (encodedRequests(content.queue) != text) {
-        // Also what was struck goes.
+        // Also what was invalidated goes.
         if (const auto written = write(content.queue); !written) {
             content.remarks.append(written.error());
         }
@@ -321,7 +321,7 @@ std::expected<void, QString> RequestFile::write(const RequestQueue &queue)
     return {};
 }
 
-std::expected<void, QString> RequestFile::strike(const QStringList &identifiers)
+std::expected<void, QString> RequestFile::invalidate(const QStringList &identifiers)
 {
     const Descriptor file(::open(QFile::encodeName(m_path).constData(), O_WRONLY | O_CLOEXEC | O_NOFOLLOW));
     if (!file.isOpen()) {
@@ -335,7 +335,7 @@ std::expected<void, QString> RequestFile::strike(const QStringList &identifiers)
         for (const qint64 offset : offsets) {
             // Any byte of the checksum that changes makes the entry unreadable, so that this is never half
             // done.
-            if (::pwrite(file.get(), struck.constData(), checksumLength, offset) != checksumLength) {
+            if (::pwrite(file.get(), invalidChecksum.constData(), checksumLength, offset) != checksumLength) {
                 return std::unexpected(u"cannot be changed: "_s + systemError());
             }
         }

@@ -46,8 +46,8 @@ RequestKeeper::RequestKeeper(RequestFile &file, LoginEntry &loginEntry, WallCloc
     m_retry.setSingleShot(true);
     connect(&m_retry, &QTimer::timeout, this, &RequestKeeper::retryNow);
     connect(&m_clock, &WallClock::woke, this, &RequestKeeper::pump);
-    connect(&m_server, &NotificationServer::answered, this, &RequestKeeper::takeAnswer);
-    connect(&m_server, &NotificationServer::finished, this, &RequestKeeper::takeOutcome);
+    connect(&m_server, &NotificationServer::answered, this, &RequestKeeper::handleServerAnswer);
+    connect(&m_server, &NotificationServer::finished, this, &RequestKeeper::handleOutcome);
     connect(&m_server, &NotificationServer::arrived, this, &RequestKeeper::retryNow);
     connect(&m_server, &NotificationServer::replaced, this, [this] {
         for (const PendingRequest &request : std::exchange(m_held, {})) {
@@ -141,7 +141,7 @@ void RequestKeeper::flush()
         result = m_file.write(m_queue);
         if (!result && !m_hasAdded) {
             // Removing needs no room.
-            if (m_file.strike(m_removed)) {
+            if (m_file.invalidate(m_removed)) {
                 result = {};
             }
         }
@@ -181,16 +181,17 @@ void RequestKeeper::makeLoginEntry()
     }
 }
 
-bool RequestKeeper::strike(const QStringList &identifiers)
+bool RequestKeeper::invalidate(const QStringList &identifiers)
 {
     // In place first: it costs the same however much is pending, and works where there is no room left.
-    const auto struck = m_file.strike(identifiers);
-    if (struck) {
-        m_hasStruck = true;
+    const auto invalidated = m_file.invalidate(identifiers);
+    if (invalidated) {
+        m_hasInvalidated = true;
         return true;
     }
     const auto written = m_file.write(m_queue);
-    m_log(u"queue file "_s + struck.error() + (written ? u"; written anew"_s : u"; "_s + written.error()));
+    m_log(u"queue file "_s + invalidated.error() +
+          (written ? u"; written anew"_s : u"; "_s + written.error()));
     return written.has_value();
 }
 
@@ -226,7 +227,7 @@ void RequestKeeper::pump()
     }
     if (!dropped.isEmpty()) {
         // Should this fail, they are dropped once more when the file is read again.
-        (void)strike(dropped);
+        (void)invalidate(dropped);
     }
     if (!m_isServerAbsent) {
         if (m_queue.firstDue(now, m_postponed)) {
@@ -240,7 +241,7 @@ void RequestKeeper::pump()
     Q_EMIT activityOccurred();
 }
 
-void RequestKeeper::takeAnswer(bool isThere, const QString &reason)
+void RequestKeeper::handleServerAnswer(bool isThere, const QString &reason)
 {
     if (m_step != Step::asking) {
         return;
@@ -264,13 +265,13 @@ void RequestKeeper::takeAnswer(bool isThere, const QString &reason)
         if (due) {
             m_queue.take(due->identifier);
             drop(*due, "\"its moment is over\"");
-            (void)strike({due->identifier});
+            (void)invalidate({due->identifier});
         }
         pump();
         return;
     }
     m_queue.take(due->identifier);
-    if (!strike({due->identifier})) {
+    if (!invalidate({due->identifier})) {
         m_queue.add(*due);
         m_postponed.insert(due->identifier);
         postpone();
@@ -283,7 +284,7 @@ void RequestKeeper::takeAnswer(bool isThere, const QString &reason)
     m_server.deliver(m_underWay);
 }
 
-void RequestKeeper::takeOutcome(NotificationServer::Outcome outcome, const QString &reason)
+void RequestKeeper::handleOutcome(NotificationServer::Outcome outcome, const QString &reason)
 {
     if (m_step != Step::delivering) {
         return;
@@ -371,8 +372,8 @@ void RequestKeeper::tidyUp()
     if (!m_queue.isEmpty()) {
         return;
     }
-    if (m_hasStruck && m_file.write(m_queue)) {
-        m_hasStruck = false;
+    if (m_hasInvalidated && m_file.write(m_queue)) {
+        m_hasInvalidated = false;
     }
     if (const auto removed = m_loginEntry.setPresent(false); !removed) {
         m_log(u"login entry "_s + removed.error());

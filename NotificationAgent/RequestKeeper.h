@@ -70,7 +70,7 @@ public:
     /// Whether nothing is pending and nothing under way: the agent may end.
     [[nodiscard]] bool isIdle() const;
 
-    /// Takes the login entry away, and what was struck out of the file, when nothing is pending; called when
+    /// Takes the login entry away, and what was invalidated in the file, when nothing is pending; called when
     /// the agent ends.
     void tidyUp();
 
@@ -82,13 +82,13 @@ private:
     void changed(Answer answer);
     void flush();
     void pump();
-    void takeAnswer(bool isThere, const QString &reason);
-    void takeOutcome(NotificationServer::Outcome outcome, const QString &reason);
+    void handleServerAnswer(bool isThere, const QString &reason);
+    void handleOutcome(NotificationServer::Outcome outcome, const QString &reason);
     void putBack(const PendingRequest &request);
     void postpone();
     void makeLoginEntry();
     void retryNow();
-    [[nodiscard]] bool strike(const QStringList &identifiers);
+    [[nodiscard]] bool invalidate(const QStringList &identifiers);
     void drop(const PendingRequest &request, const char *reason) const;
 
     RequestFile &m_file;
@@ -124,7 +124,7 @@ private:
     int m_failures = 0;
     bool m_isEntryPresent = false;
     bool m_isEntryFailureLogged = false;
-    bool m_hasStruck = false;
+    bool m_hasInvalidated = false;
 };
 
 } // namespace corvane
