@@ -37,7 +37,7 @@ public:
     ~FakeBannerPanel() override
     {
         m_record->calls << u"destroy"_s;
-        takeAway();
+        removeFromScreen();
     }
 
     [[nodiscard]] Rect frame() const override { return m_record->frame; }
@@ -78,11 +78,11 @@ public:
     {
         m_record->calls << u"close"_s;
         ++m_record->closeCalls;
-        takeAway();
+        removeFromScreen();
     }
 
 private:
-    void takeAway()
+    void removeFromScreen()
     {
         m_record->isVisible = false;
         m_record->isClosed = true;

@@ -12,7 +12,7 @@ namespace {
 class CardBannerPanel final : public BannerPanel {
 public:
     explicit CardBannerPanel(BannerCard *card) : m_card(card), m_lastFrame(card->frame()) {}
-    ~CardBannerPanel() override { takeAway(); }
+    ~CardBannerPanel() override { removeFromScreen(); }
     CardBannerPanel(const CardBannerPanel &) = delete;
     CardBannerPanel &operator=(const CardBannerPanel &) = delete;
 
@@ -46,10 +46,10 @@ public:
         }
     }
 
-    void close() override { takeAway(); }
+    void close() override { removeFromScreen(); }
 
 private:
-    void takeAway()
+    void removeFromScreen()
     {
         if (m_card) {
             m_lastFrame = m_card->frame();

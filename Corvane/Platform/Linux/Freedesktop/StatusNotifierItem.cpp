@@ -136,7 +136,7 @@ void StatusNotifierItem::registrationAnswered(const QDBusMessage &answer)
         }
         setPresence(true, true, false);
         Q_EMIT registered();
-        askForHost();
+        queryHost();
         return;
     }
     const QDBusError error(answer);
@@ -154,7 +154,7 @@ void StatusNotifierItem::registrationAnswered(const QDBusMessage &answer)
     }
 }
 
-void StatusNotifierItem::askForHost()
+void StatusNotifierItem::queryHost()
 {
     auto message = QDBusMessage::createMethodCall(watcherService, watcherPath,
                                                   u"org.freedesktop.DBus.Properties"_s, u"Get"_s);

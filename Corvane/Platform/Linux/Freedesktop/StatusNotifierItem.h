@@ -69,7 +69,7 @@ Q_SIGNALS:
 private:
     void registerItem();
     void registrationAnswered(const QDBusMessage &answer);
-    void askForHost();
+    void queryHost();
     void setPresence(bool isRegistered, bool hasHost, bool isAbsent);
     void click(int x, int y);
 

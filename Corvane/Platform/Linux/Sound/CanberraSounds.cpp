@@ -152,7 +152,7 @@ CanberraSounds::CanberraSounds(std::function<void()> plainBell, QObject *parent)
     , m_channel(std::make_shared<Channel>())
 {
     m_answers = new QSocketNotifier(m_channel->answered, QSocketNotifier::Read, this);
-    connect(m_answers, &QSocketNotifier::activated, this, &CanberraSounds::takeAnswer);
+    connect(m_answers, &QSocketNotifier::activated, this, &CanberraSounds::handleReply);
     m_deadline.setSingleShot(true);
     m_deadline.setTimerType(Qt::PreciseTimer);
     connect(&m_deadline, &QTimer::timeout, this, &CanberraSounds::dropOverdue);
@@ -235,7 +235,7 @@ void CanberraSounds::handOverNext()
     m_channel->asked.release();
 }
 
-void CanberraSounds::takeAnswer()
+void CanberraSounds::handleReply()
 {
     eventfd_t count = 0;
     if (::eventfd_read(m_channel->answered, &count) != 0) {

@@ -50,7 +50,7 @@ private:
 
     QCoro::Task<bool> start(QByteArray event, Theme theme);
     void handOverNext();
-    void takeAnswer();
+    void handleReply();
     void dropOverdue();
     void armDeadline();
 

@@ -35,7 +35,7 @@ struct LayerShellBanner::Listeners {
             },
         .closed =
             [](void *data, zwlr_layer_surface_v1 *) {
-                static_cast<LayerShellBanner *>(data)->takeAway(u"the compositor closed it"_s);
+                static_cast<LayerShellBanner *>(data)->closeSurface(u"the compositor closed it"_s);
             },
     };
 };
@@ -53,7 +53,7 @@ LayerShellBanner::LayerShellBanner(const Setting &setting, WaylandConnection &co
 {
     setAttribute(Qt::WA_DontShowOnScreen);
     connect(&m_connection, &WaylandConnection::lost, this,
-            [this] { takeAway(u"the compositor has ended or refused it"_s); });
+            [this] { closeSurface(u"the compositor has ended or refused it"_s); });
     connect(&m_connection, &WaylandConnection::outputsChanged, this, &LayerShellBanner::followOutputs);
     place();
 }
@@ -94,7 +94,7 @@ void LayerShellBanner::followOutputs()
         });
     if (isGone) {
         // Not every compositor says so.
-        takeAway(u"its monitor has gone"_s);
+        closeSurface(u"its monitor has gone"_s);
     } else if (isOther) {
         unmap();
         map();
@@ -161,7 +161,7 @@ void LayerShellBanner::unmap()
     if (m_surface == nullptr) {
         return;
     }
-    m_connection.forget(*this);
+    m_connection.removeTarget(*this);
     m_isConfigured = false;
     m_isStale = false;
     m_buttons = Qt::NoButton;
@@ -171,7 +171,7 @@ void LayerShellBanner::unmap()
     m_connection.flush();
 }
 
-void LayerShellBanner::takeAway(const QString &reason)
+void LayerShellBanner::closeSurface(const QString &reason)
 {
     if (m_surface != nullptr) {
         m_logger.log(u"banner taken off the screen: "_s + reason, currentDate());
@@ -223,40 +223,40 @@ void LayerShellBanner::pointerEntered(QPointF at)
 {
     m_pointer = at;
     QEnterEvent event(at, at, at + m_corner);
-    tell(event);
+    sendEvent(event);
 }
 
 void LayerShellBanner::pointerMoved(QPointF at)
 {
     m_pointer = at;
-    tellMouse(QEvent::MouseMove, Qt::NoButton);
+    sendMouseEvent(QEvent::MouseMove, Qt::NoButton);
 }
 
 void LayerShellBanner::pointerPressed(Qt::MouseButton button)
 {
     m_buttons |= button;
-    tellMouse(QEvent::MouseButtonPress, button);
+    sendMouseEvent(QEvent::MouseButtonPress, button);
 }
 
 void LayerShellBanner::pointerReleased(Qt::MouseButton button)
 {
     m_buttons &= ~Qt::MouseButtons(button);
-    tellMouse(QEvent::MouseButtonRelease, button);
+    sendMouseEvent(QEvent::MouseButtonRelease, button);
 }
 
 void LayerShellBanner::pointerLeft()
 {
     QEvent event(QEvent::Leave);
-    tell(event);
+    sendEvent(event);
 }
 
-void LayerShellBanner::tellMouse(QEvent::Type type, Qt::MouseButton button)
+void LayerShellBanner::sendMouseEvent(QEvent::Type type, Qt::MouseButton button)
 {
     QMouseEvent event(type, m_pointer, m_pointer, m_pointer + m_corner, button, m_buttons, Qt::NoModifier);
-    tell(event);
+    sendEvent(event);
 }
 
-void LayerShellBanner::tell(QEvent &event)
+void LayerShellBanner::sendEvent(QEvent &event)
 {
     // To the toolkit's window, which finds the widget under the pointer and remembers which one was pressed.
     if (QWindow *window = windowHandle()) {

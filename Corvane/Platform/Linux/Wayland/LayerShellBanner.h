@@ -40,7 +40,7 @@ private:
 
     void map();
     void unmap();
-    void takeAway(const QString &reason);
+    void closeSurface(const QString &reason);
     void setMargins(const WaylandOutput *output);
     void followOutputs();
     void paint();
@@ -51,8 +51,8 @@ private:
     void pointerPressed(Qt::MouseButton button) override;
     void pointerReleased(Qt::MouseButton button) override;
     void pointerLeft() override;
-    void tellMouse(QEvent::Type type, Qt::MouseButton button);
-    void tell(QEvent &event);
+    void sendMouseEvent(QEvent::Type type, Qt::MouseButton button);
+    void sendEvent(QEvent &event);
 
     WaylandConnection &m_connection;
     DebugLogService &m_logger;

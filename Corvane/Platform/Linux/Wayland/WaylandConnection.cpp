@@ -316,7 +316,7 @@ WaylandRef<wl_surface> WaylandConnection::makeSurface(WaylandPointerTarget &targ
     return surface;
 }
 
-void WaylandConnection::forget(WaylandPointerTarget &target)
+void WaylandConnection::removeTarget(WaylandPointerTarget &target)
 {
     if (m_target == &target) {
         m_target = nullptr;
@@ -341,7 +341,7 @@ void WaylandConnection::addGlobal(std::uint32_t number, const char *interface, s
         wl_seat_add_listener(m_seat.get(), &Listeners::seat, this);
     }
     if (bind(m_outputManager, zxdg_output_manager_v1_interface, 3)) {
-        std::ranges::for_each(m_outputs, [this](WaylandOutput &output) { askForExtent(output); });
+        std::ranges::for_each(m_outputs, [this](WaylandOutput &output) { requestExtent(output); });
     }
     WaylandRef<wl_output> output;
     if (bind(output, wl_output_interface, 4)) {
@@ -349,12 +349,12 @@ void WaylandConnection::addGlobal(std::uint32_t number, const char *interface, s
         WaylandOutput &added = m_outputs.emplace_back();
         added.number = number;
         added.proxy = std::move(output);
-        askForExtent(added);
+        requestExtent(added);
     }
     flush();
 }
 
-void WaylandConnection::askForExtent(WaylandOutput &output)
+void WaylandConnection::requestExtent(WaylandOutput &output)
 {
     if (m_outputManager != nullptr) {
         output.extent.reset(zxdg_output_manager_v1_get_xdg_output(m_outputManager.get(), output.proxy.get()));
