@@ -92,7 +92,7 @@ private:
         const QDeadlineTimer deadline(requestBudget, Qt::PreciseTimer);
         Granted granted = false;
         for (const auto &source : self->m_sources) {
-            Granted isThere = co_await source->lookFor(deadline);
+            Granted isThere = co_await source->checkAvailability(deadline);
             if (isThere && *isThere) {
                 granted = true;
                 break;
@@ -128,7 +128,7 @@ private:
                 all.answered += answers.answered;
                 all.silent += answers.silent;
                 if (answers.silent > 0) {
-                    all.trouble = answers.trouble;
+                    all.error = answers.error;
                 }
                 std::ranges::move(answers.events, std::back_inserter(all.events));
             }
@@ -141,7 +141,7 @@ private:
     Events conclude(CalendarAnswers all)
     {
         if (all.silent > 0 && all.answered == 0) {
-            return std::unexpected(Failure{all.trouble});
+            return std::unexpected(Failure{all.error});
         }
         if (!all.isThere) {
             // The next load asks again: a service may have been installed, a folder made.
