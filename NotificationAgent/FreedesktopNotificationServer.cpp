@@ -40,12 +40,12 @@ QString words(const QDBusMessage &error)
 } // namespace
 
 FreedesktopNotificationServer::FreedesktopNotificationServer(QDBusConnection sessionBus,
-                                                             NotificationSound &sound, Patience patience,
+                                                             NotificationSound &sound, Timeouts timeouts,
                                                              QObject *parent)
     : NotificationServer(parent)
     , m_bus(std::move(sessionBus))
     , m_sound(sound)
-    , m_patience(patience)
+    , m_timeouts(timeouts)
 {
     m_arrivals.setConnection(m_bus);
     m_arrivals.setWatchMode(QDBusServiceWatcher::WatchForRegistration);
@@ -66,7 +66,7 @@ void FreedesktopNotificationServer::ask()
 {
     const auto call =
         QDBusMessage::createMethodCall(serviceName, objectPath, serviceName, u"GetCapabilities"_s);
-    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_patience.asking)), this);
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_timeouts.asking)), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
         handleCapabilities(watcher->reply());
@@ -83,7 +83,7 @@ void FreedesktopNotificationServer::handleCapabilities(const QDBusMessage &reply
     // The answer does not tell from whom it is (not with every version of Qt).
     auto call = busCall(u"GetNameOwner"_s);
     call << QString(serviceName);
-    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_patience.asking)), this);
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_timeouts.asking)), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
         handleOwner(watcher->reply());
@@ -133,7 +133,7 @@ void FreedesktopNotificationServer::deliver(const PendingRequest &request)
     auto call = QDBusMessage::createMethodCall(m_server, objectPath, serviceName, u"Notify"_s);
     call.setArguments(notifyArguments(request, m_capabilities));
     auto *watcher =
-        new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_patience.delivering)), this);
+        new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_timeouts.delivering)), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
         handleReply(watcher->reply());
@@ -167,7 +167,7 @@ void FreedesktopNotificationServer::checkServerPresence(const QString &reason)
     }
     auto call = busCall(u"NameHasOwner"_s);
     call << m_server;
-    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_patience.asking)), this);
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_timeouts.asking)), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, reason] {
         watcher->deleteLater();
         const QDBusReply<bool> isThere = watcher->reply();

@@ -31,7 +31,7 @@ using namespace corvane;
 namespace {
 
 // An agent that is about to end gives its lock up within this time.
-constexpr std::chrono::milliseconds lockPatience = 5s;
+constexpr std::chrono::milliseconds lockTimeout = 5s;
 constexpr std::chrono::milliseconds lockInterval = 20ms;
 
 LoginEntry userLoginEntry()
@@ -157,7 +157,7 @@ int main(int argc, char *argv[])
     }
     QueueLock lock(RequestFile::userPath() + u".lock"_s);
     std::unique_ptr<Agent> agent;
-    const auto launchHere = [&] { launch(lock, QDeadlineTimer(lockPatience), bus, log, agent); };
+    const auto launchHere = [&] { launch(lock, QDeadlineTimer(lockTimeout), bus, log, agent); };
     // On the loop's first turn: exit() has no effect before the loop runs.
     QTimer::singleShot(0, &application, [&] {
         if (QCoreApplication::arguments().contains(u"--login"_s)) {

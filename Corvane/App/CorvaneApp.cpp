@@ -88,9 +88,9 @@ void CorvaneApp::offerMenu()
 
 void CorvaneApp::watchForHost()
 {
-    m_hostPatience.setSingleShot(true);
-    m_hostPatience.setInterval(hostPatience);
-    QObject::connect(&m_hostPatience, &QTimer::timeout, &m_hostPatience, [this] {
+    m_hostTimer.setSingleShot(true);
+    m_hostTimer.setInterval(hostTimeout);
+    QObject::connect(&m_hostTimer, &QTimer::timeout, &m_hostTimer, [this] {
         logger().log(u"no panel shows the bell; starting Quillet again opens its schedule"_s, currentDate());
         // Once, so that a teacher whose desktop has no status item host learns that it runs and how to reach
         // it.
@@ -102,12 +102,12 @@ void CorvaneApp::watchForHost()
         if (isShown) {
             // From here on a teacher knows where the bell is; a host that restarts opens nothing.
             m_mayOpenByItself = false;
-            m_hostPatience.stop();
+            m_hostTimer.stop();
         } else {
-            m_hostPatience.start();
+            m_hostTimer.start();
         }
     };
-    QObject::connect(m_statusItem.get(), &StatusItem::shownChanged, &m_hostPatience, follow);
+    QObject::connect(m_statusItem.get(), &StatusItem::shownChanged, &m_hostTimer, follow);
     follow(m_statusItem->isShown());
 }
 

@@ -39,7 +39,7 @@ private:
     void watchSessionLock();
 
     /// For so long no host shows the bell until the desktop counts as one that has none.
-    static constexpr std::chrono::seconds hostPatience{60};
+    static constexpr std::chrono::seconds hostTimeout{60};
 
     AppDelegate m_appDelegate;
     LiveServices m_services;
@@ -47,7 +47,7 @@ private:
     ToolkitWindowSystem m_windowSystem;
     std::unique_ptr<AppScenes> m_scenes;
     std::unique_ptr<DesktopStatusItem> m_statusItem;
-    QTimer m_hostPatience;
+    QTimer m_hostTimer;
     bool m_mayOpenByItself;
     std::unique_ptr<SessionLockWatcher> m_sessionLock;
 };

@@ -396,18 +396,18 @@ private:
 
     /// The centre under test, made with the first call.
     AgentNotificationCenter &
-    center(AgentNotificationCenter::Patience patience = AgentNotificationCenter::ordinaryPatience)
+    center(AgentNotificationCenter::Timeouts timeouts = AgentNotificationCenter::defaultTimeouts)
     {
         if (!m_center) {
-            m_center = std::make_unique<AgentNotificationCenter>(connection(), patience);
+            m_center = std::make_unique<AgentNotificationCenter>(connection(), timeouts);
         }
         return *m_center;
     }
 
     std::optional<bool>
-    authorization(AgentNotificationCenter::Patience patience = AgentNotificationCenter::ordinaryPatience)
+    authorization(AgentNotificationCenter::Timeouts timeouts = AgentNotificationCenter::defaultTimeouts)
     {
-        const auto granted = QCoro::waitFor(center(patience).requestAuthorization());
+        const auto granted = QCoro::waitFor(center(timeouts).requestAuthorization());
         return granted ? std::optional(*granted) : std::nullopt;
     }
 

@@ -32,7 +32,7 @@ Q_DECLARE_METATYPE(WindowManager)
 
 namespace {
 
-constexpr int patience = 10'000; // milliseconds
+constexpr int timeout = 10'000; // milliseconds
 constexpr QSize screenSize(1280, 800);
 constexpr int dockThickness = 30;
 
@@ -134,19 +134,19 @@ private:
         m_desktop.startWindowManager(manager);
         QVERIFY(isManagerServing());
         QTRY_COMPARE_WITH_TIMEOUT(x11::isComposited(), manager == WindowManager::xfwm4WithCompositing,
-                                  patience);
+                                  timeout);
     }
 
     /// Another program's window is in front, and the user has just clicked in it.
     void oppose()
     {
         m_opponent = m_desktop.startOpponent();
-        QTRY_COMPARE_WITH_TIMEOUT(pixel({640, 400}), QColor(u"#a0c0e0"_s), 2 * patience);
+        QTRY_COMPARE_WITH_TIMEOUT(pixel({640, 400}), QColor(u"#a0c0e0"_s), 2 * timeout);
         TestDesktop::xdotool({u"mousemove"_s, u"640"_s, u"700"_s, u"click"_s, u"1"_s});
         QTRY_VERIFY_WITH_TIMEOUT(m_opponent->canReadLine() ||
                                      (m_opponent->waitForReadyRead(100), m_opponent->canReadLine()),
-                                 patience);
-        QTRY_VERIFY_WITH_TIMEOUT(activeWindow() != 0, patience);
+                                 timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(activeWindow() != 0, timeout);
     }
 
     [[nodiscard]] static bool hasKeyboard(const QWidget *window)
@@ -227,14 +227,14 @@ private Q_SLOTS:
         use(manager);
         oppose();
         clickBell({640, 790});
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), timeout);
         TestDesktop::xdotool({u"key"_s, u"Escape"_s});
-        QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), timeout);
         // Again, and again: the moment of each click counts.
         clickBell({640, 790});
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), timeout);
         TestDesktop::xdotool({u"mousemove"_s, u"100"_s, u"700"_s, u"click"_s, u"1"_s});
-        QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), timeout);
     }
 
     void theMenuBarPanelStandsAtTheBellOnEveryEdge_data()
@@ -269,9 +269,9 @@ private Q_SLOTS:
         use(manager);
         const Dock dock(edge, screenSize);
         QTRY_VERIFY_WITH_TIMEOUT(
-            m_screens.screens().front().visibleFrame != m_screens.screens().front().frame, patience);
+            m_screens.screens().front().visibleFrame != m_screens.screens().front().frame, timeout);
         clickBell(bell);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), timeout);
         const QWidget *shown = m_menuBarPanel->window()->findChild<QPushButton *>()->parentWidget();
         const auto place = [shown] { return QRect(shown->mapToGlobal(QPoint()), shown->size()); };
         QCOMPARE(place().width(), 320);
@@ -303,9 +303,9 @@ private Q_SLOTS:
         use(manager);
         oppose();
         clickBell({640, 790});
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), timeout);
         TestDesktop::xdotool({u"mousemove"_s, u"100"_s, u"700"_s, u"click"_s, u"1"_s});
-        QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), timeout);
         // The same click, had it been on the bell.
         clickBell({640, 790});
         QVERIFY(!m_menuBarPanel->isOpen());
@@ -320,7 +320,7 @@ private Q_SLOTS:
         clickBell({640, 790});
         m_menuBarPanel->stayOpenBesideWindows();
         open(u"setup"_s, u"Welcome to Quillet"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_scenes->window(u"setup"_s)), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_scenes->window(u"setup"_s)), timeout);
         QVERIFY(m_menuBarPanel->isOpen());
         m_scenes->window(u"setup"_s)->move(10, 60);
         auto *button = m_menuBarPanel->window()->findChild<QPushButton *>();
@@ -328,7 +328,7 @@ private Q_SLOTS:
         m_menuBarPanel->window()->raise();
         // It lies behind until it is clicked, where the window covers it.
         QTRY_VERIFY_WITH_TIMEOUT((click(button), QCoreApplication::processEvents(), !clicks.isEmpty()),
-                                 patience);
+                                 timeout);
         QVERIFY(m_menuBarPanel->isOpen());
         QVERIFY(m_scenes->window(u"setup"_s) != nullptr);
         keepPicture(u"beside-"_s + QString::fromLatin1(QTest::currentDataTag()).replace(u' ', u'-'));
@@ -341,16 +341,16 @@ private Q_SLOTS:
         use(manager);
         open(u"help"_s, u"Quillet Help"_s);
         const QWidget *window = m_scenes->window(u"help"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), timeout);
         QVERIFY(hasState(*window, "_NET_WM_STATE_SKIP_TASKBAR"));
         QVERIFY(hasState(*window, "_NET_WM_STATE_SKIP_PAGER"));
         QCOMPARE(window->size(), QSize(920, 620));
         clickBell({640, 790});
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), timeout);
         QVERIFY(hasState(*m_menuBarPanel->window(), "_NET_WM_STATE_SKIP_TASKBAR"));
         m_menuBarPanel->close();
         m_menuBarPanel->openAsWindow();
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), timeout);
         QVERIFY(hasState(*m_menuBarPanel->window(), "_NET_WM_STATE_SKIP_TASKBAR"));
         keepPicture(u"window-"_s + QString::fromLatin1(QTest::currentDataTag()).replace(u' ', u'-'));
     }
@@ -361,14 +361,14 @@ private Q_SLOTS:
         QFETCH(WindowManager, manager);
         use(manager);
         open(u"help"_s, u"Quillet Help"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_scenes->window(u"help"_s)), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_scenes->window(u"help"_s)), timeout);
         const WindowId id = m_scenes->window(u"help"_s)->winId();
         oppose();
-        QTRY_VERIFY_WITH_TIMEOUT(!hasKeyboard(m_scenes->window(u"help"_s)), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!hasKeyboard(m_scenes->window(u"help"_s)), timeout);
         open(u"help"_s, u"Quillet Help"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_scenes->window(u"help"_s)), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_scenes->window(u"help"_s)), timeout);
         QCOMPARE(m_scenes->window(u"help"_s)->winId(), id);
-        QTRY_VERIFY_WITH_TIMEOUT(pixel({640, 400}) != QColor(u"#a0c0e0"_s), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(pixel({640, 400}) != QColor(u"#a0c0e0"_s), timeout);
     }
 
     void aMinimizedWindowComesToTheFrontAgain_data() { everyManager(); }
@@ -378,11 +378,11 @@ private Q_SLOTS:
         use(manager);
         open(u"help"_s, u"Quillet Help"_s);
         QWidget *window = m_scenes->window(u"help"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), timeout);
         TestDesktop::xdotool({u"windowminimize"_s, QString::number(window->winId())});
-        QTRY_VERIFY_WITH_TIMEOUT(window->isMinimized(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(window->isMinimized(), timeout);
         open(u"help"_s, u"Quillet Help"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window) && !window->isMinimized(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window) && !window->isMinimized(), timeout);
     }
 
     void aTokenTellsTheMomentAndIsPassedOn()
@@ -398,7 +398,7 @@ private Q_SLOTS:
         QVERIFY(now != 0);
         m_windowSystem.userAsked(u"launcher-7_TIME%1"_s.arg(now));
         m_menuBarPanel->open(std::nullopt);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), timeout);
         const auto id = static_cast<std::uint32_t>(m_menuBarPanel->window()->winId());
         QVERIFY(TestDesktop::run(u"xprop"_s, {u"-id"_s, QString::number(id), u"_NET_STARTUP_ID"_s})
                     .contains(u"launcher-7_TIME"_s));
@@ -407,9 +407,9 @@ private Q_SLOTS:
     void withoutAWindowManagerTheWindowsAreShown()
     {
         m_desktop.stopWindowManager();
-        QTRY_VERIFY_WITH_TIMEOUT(!isManaged(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!isManaged(), timeout);
         clickBell({640, 790});
-        QTRY_VERIFY_WITH_TIMEOUT(m_menuBarPanel->window()->windowHandle()->isExposed(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(m_menuBarPanel->window()->windowHandle()->isExposed(), timeout);
         m_menuBarPanel->toggle(std::nullopt);
         QVERIFY(!m_menuBarPanel->isOpen());
     }

@@ -41,7 +41,7 @@ private Q_SLOTS:
         m_name = u"client-%1"_s.arg(++m_number);
         m_server = std::make_unique<FreedesktopNotificationServer>(
             QDBusConnection::connectToBus(m_bus->address(), m_name), m_sound,
-            FreedesktopNotificationServer::Patience{std::chrono::milliseconds(300),
+            FreedesktopNotificationServer::Timeouts{std::chrono::milliseconds(300),
                                                     std::chrono::milliseconds(300)});
     }
 

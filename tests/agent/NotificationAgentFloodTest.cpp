@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patience = 60'000; // milliseconds
+constexpr int timeout = 60'000; // milliseconds
 
 #ifdef __SANITIZE_ADDRESS__
 constexpr double mostMemory = 2000; // MiB; the sanitizer keeps what was given back
@@ -65,7 +65,7 @@ private Q_SLOTS:
                 identifiers = m_room->pending();
                 return !identifiers.value(0).startsWith(u"error: "_s);
             },
-            patience));
+            timeout));
         QVERIFY(m_room->remove(identifiers).type() == QDBusMessage::ReplyMessage);
     }
 
@@ -204,7 +204,7 @@ private Q_SLOTS:
         std::deque<QDBusPendingCall> open;
         const QDBusMessage question = m_room->message(u"PendingRequests"_s, {});
         for (int i = 0; i < questions; ++i) {
-            open.push_back(m_room->connection().asyncCall(question, patience));
+            open.push_back(m_room->connection().asyncCall(question, timeout));
         }
         int refused = 0;
         int answered = 0;
@@ -220,7 +220,7 @@ private Q_SLOTS:
         QVERIFY(m_peak.isPrivate < mostMemory);
         // It answers again once what it said has been taken; one answer is enough, since so long a one makes
         // the next question wait in its turn.
-        QVERIFY(QTest::qWaitFor([this] { return m_room->pending().size() > 400; }, patience));
+        QVERIFY(QTest::qWaitFor([this] { return m_room->pending().size() > 400; }, timeout));
     }
 
     void tooManyIdentifiersAreRefused()
@@ -286,7 +286,7 @@ private:
             open.push_back(m_room->connection().asyncCall(
                 m_room->message(u"Add"_s, {name(i), sample.title, sample.body, sample.categoryIdentifier,
                                            sample.fireDate, sample.expirationDate}),
-                patience));
+                timeout));
             if (open.size() >= mostOpen) {
                 takeOldest();
             }

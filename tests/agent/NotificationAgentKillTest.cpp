@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patience = 20'000; // milliseconds
+constexpr int timeout = 20'000; // milliseconds
 
 // The figures are made with two hundred.
 int rounds()
@@ -61,13 +61,13 @@ private Q_SLOTS:
             bool isKept = false;
             watch(u"Add"_s, {name, name, u"b"_s, u"c"_s, now, now + 600}, isKept);
             // The delivery follows the answer.
-            QDeadlineTimer deadline(patience);
+            QDeadlineTimer deadline(timeout);
             while (!isKept && !deadline.hasExpired()) {
                 QCoreApplication::processEvents(QEventLoop::AllEvents);
             }
             QVERIFY(isKept);
             if (server.isAsleep) {
-                QTRY_VERIFY_WITH_TIMEOUT(server.asked > asked, patience);
+                QTRY_VERIFY_WITH_TIMEOUT(server.asked > asked, timeout);
             }
             killAfterAWhile(8'000);
             QVERIFY(server.drain());
@@ -80,8 +80,8 @@ private Q_SLOTS:
             }
             m_room->startAgent();
             // What was not handed over is delivered by the next agent; then nothing of it is left.
-            QTRY_VERIFY_WITH_TIMEOUT(server.shownWith(name) >= before + left, patience);
-            QTRY_VERIFY_WITH_TIMEOUT(m_room->pending().isEmpty(), patience);
+            QTRY_VERIFY_WITH_TIMEOUT(server.shownWith(name) >= before + left, timeout);
+            QTRY_VERIFY_WITH_TIMEOUT(m_room->pending().isEmpty(), timeout);
             m_room->killAgent();
             QTRY_VERIFY(!m_room->isNameOwned());
             QVERIFY(server.drain());
@@ -147,7 +147,7 @@ private:
     void watch(const QString &method, const QVariantList &arguments, bool &isAnswered)
     {
         auto *watcher = new QDBusPendingCallWatcher(
-            m_room->connection().asyncCall(m_room->message(method, arguments), patience), this);
+            m_room->connection().asyncCall(m_room->message(method, arguments), timeout), this);
         connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher, &isAnswered] {
             isAnswered = !watcher->isError();
             watcher->deleteLater();

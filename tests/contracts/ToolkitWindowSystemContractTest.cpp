@@ -69,11 +69,11 @@ protected:
     {
         if (!m_opponent) {
             m_opponent = m_desktop.startOpponent();
-            QTRY_COMPARE_WITH_TIMEOUT(colourOf(clicked), QColor(u"#a0c0e0"_s), patience);
+            QTRY_COMPARE_WITH_TIMEOUT(colourOf(clicked), QColor(u"#a0c0e0"_s), timeout);
         }
         TestDesktop::xdotool(
             {u"mousemove"_s, QString::number(clicked.x()), QString::number(clicked.y()), u"click"_s, u"1"_s});
-        QTRY_VERIFY_WITH_TIMEOUT(QApplication::activeWindow() == nullptr, patience);
+        QTRY_VERIFY_WITH_TIMEOUT(QApplication::activeWindow() == nullptr, timeout);
     }
 
 private Q_SLOTS:

@@ -29,7 +29,7 @@ protected:
     /// A window of another program, in which the user acts, has the keyboard when this returns.
     virtual void giveKeyboardToAnotherProgram() = 0;
 
-    static constexpr int patience = 10'000; // milliseconds
+    static constexpr int timeout = 10'000; // milliseconds
 
 private:
     [[nodiscard]] WindowId showWindow()
@@ -51,7 +51,7 @@ private Q_SLOTS:
     {
         for (const bool isComposited : {true, false}) {
             setComposited(isComposited);
-            QTRY_COMPARE_WITH_TIMEOUT(windowSystem().isComposited(), isComposited, patience);
+            QTRY_COMPARE_WITH_TIMEOUT(windowSystem().isComposited(), isComposited, timeout);
         }
     }
 
@@ -61,17 +61,17 @@ private Q_SLOTS:
         windowSystem().keepOutOfTaskBar(kept);
         show(kept);
         const WindowId other = showWindow();
-        QTRY_VERIFY_WITH_TIMEOUT(standsInTaskBar(other), patience);
-        QTRY_VERIFY_WITH_TIMEOUT(!standsInTaskBar(kept), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(standsInTaskBar(other), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(!standsInTaskBar(kept), timeout);
     }
 
     void aWindowTakesTheKeyboardFromAnotherProgram()
     {
         const WindowId window = showWindow();
         giveKeyboardToAnotherProgram();
-        QTRY_VERIFY_WITH_TIMEOUT(!hasKeyboard(window), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!hasKeyboard(window), timeout);
         askFor(window);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), timeout);
     }
 
     void eachWishCounts()
@@ -79,9 +79,9 @@ private Q_SLOTS:
         const WindowId window = showWindow();
         for (int time = 0; time < 2; ++time) {
             giveKeyboardToAnotherProgram();
-            QTRY_VERIFY_WITH_TIMEOUT(!hasKeyboard(window), patience);
+            QTRY_VERIFY_WITH_TIMEOUT(!hasKeyboard(window), timeout);
             askFor(window);
-            QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), patience);
+            QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), timeout);
         }
     }
 
@@ -91,7 +91,7 @@ private Q_SLOTS:
         const WindowId second = showWindow();
         for (const WindowId window : {first, second, first}) {
             askFor(window);
-            QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), patience);
+            QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), timeout);
         }
         QVERIFY(!hasKeyboard(second));
     }
@@ -102,9 +102,9 @@ private Q_SLOTS:
         for (const QString &token :
              {QStringLiteral("token"), QStringLiteral("x_TIME0"), QString(5000, u'x')}) {
             giveKeyboardToAnotherProgram();
-            QTRY_VERIFY_WITH_TIMEOUT(!hasKeyboard(window), patience);
+            QTRY_VERIFY_WITH_TIMEOUT(!hasKeyboard(window), timeout);
             askFor(window, token);
-            QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), patience);
+            QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), timeout);
         }
     }
 
@@ -116,7 +116,7 @@ private Q_SLOTS:
         windowSystem().keepOutOfTaskBar(gone);
         askFor(gone);
         askFor(window);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), timeout);
     }
 };
 

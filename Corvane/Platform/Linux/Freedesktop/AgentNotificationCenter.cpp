@@ -94,14 +94,14 @@ struct AgentNotificationCenter::Link {
     using Call = std::function<QDBusPendingCall(NotificationAgentProxy &)>;
 
     QDBusConnection bus;
-    Patience patience;
+    Timeouts timeouts;
     /// Made once the bus has answered: its constructor asks the bus for the agent's owner and waits for the
     /// answer, which a bus that hangs would never give.
     std::unique_ptr<NotificationAgentProxy> agent;
     /// Set while the bus is being asked; tells whether it answered, in the order in which they came to wait.
     std::optional<Pending<bool>> reaching;
 
-    Link(QDBusConnection sessionBus, Patience limits) : bus(std::move(sessionBus)), patience(limits) {}
+    Link(QDBusConnection sessionBus, Timeouts limits) : bus(std::move(sessionBus)), timeouts(limits) {}
 
     static QCoro::Task<void> makeAgent(std::shared_ptr<Link> link)
     {
@@ -109,10 +109,10 @@ struct AgentNotificationCenter::Link {
         const auto question = QDBusMessage::createMethodCall(
             u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s, u"org.freedesktop.DBus"_s, u"GetId"_s);
         const QDBusMessage answer =
-            co_await link->bus.asyncCall(question, static_cast<int>(link->patience.bus.count()));
+            co_await link->bus.asyncCall(question, static_cast<int>(link->timeouts.bus.count()));
         if (answer.type() == QDBusMessage::ReplyMessage) {
             link->agent = std::make_unique<NotificationAgentProxy>(agentName, agentPath, link->bus);
-            link->agent->setTimeout(static_cast<int>(link->patience.agent.count()));
+            link->agent->setTimeout(static_cast<int>(link->timeouts.agent.count()));
         }
         link->reaching.reset();
         reaching.resolve(link->agent != nullptr);
@@ -166,7 +166,7 @@ struct AgentNotificationCenter::Link {
             u"org.freedesktop.Notifications"_s, u"/org/freedesktop/Notifications"_s,
             u"org.freedesktop.Notifications"_s, u"GetServerInformation"_s);
         const QDBusMessage answer =
-            co_await link->bus.asyncCall(question, static_cast<int>(link->patience.server.count()));
+            co_await link->bus.asyncCall(question, static_cast<int>(link->timeouts.server.count()));
         if (!link->bus.isConnected()) {
             co_return std::unexpected(noSessionBus());
         }
@@ -188,8 +188,8 @@ struct AgentNotificationCenter::Link {
     }
 };
 
-AgentNotificationCenter::AgentNotificationCenter(QDBusConnection sessionBus, Patience patience)
-    : m_link(std::make_shared<Link>(std::move(sessionBus), patience))
+AgentNotificationCenter::AgentNotificationCenter(QDBusConnection sessionBus, Timeouts timeouts)
+    : m_link(std::make_shared<Link>(std::move(sessionBus), timeouts))
 {
 }
 

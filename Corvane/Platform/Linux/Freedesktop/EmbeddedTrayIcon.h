@@ -38,7 +38,7 @@ public:
 private:
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
     void click(QSystemTrayIcon::ActivationReason reason);
-    void lookForTray();
+    void findTray();
 
     QSystemTrayIcon m_icon;
     std::uint32_t m_tray = 0;    ///< the tray's window; 0 while there is none

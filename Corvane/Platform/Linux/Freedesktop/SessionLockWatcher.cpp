@@ -257,7 +257,7 @@ void SessionLockWatcher::sessionLockRequested()
 
 QCoro::Task<void> SessionLockWatcher::endRequest(QPointer<SessionLockWatcher> watcher, int request)
 {
-    co_await wait(requestPatience);
+    co_await wait(requestTimeout);
     if (watcher && watcher->m_requests == request) {
         watcher->m_lockRequested = false;
         watcher->update();

@@ -41,7 +41,7 @@ public:
     [[nodiscard]] bool locked() const { return m_locked; }
 
     /// How long a Lock request counts by itself.
-    static constexpr Seconds requestPatience{10};
+    static constexpr Seconds requestTimeout{10};
 
 Q_SIGNALS:
     void lockedChanged(bool locked);

@@ -216,8 +216,8 @@ QCoro::Task<bool> CanberraSounds::start(QByteArray event, Theme theme)
     auto request = std::make_shared<Request>();
     request->order = {++m_lastId, std::move(event), theme == Theme::own,
                       std::chrono::steady_clock::now() +
-                          std::chrono::duration_cast<std::chrono::steady_clock::duration>(patience)};
-    request->deadline = uptime() + patience;
+                          std::chrono::duration_cast<std::chrono::steady_clock::duration>(timeout)};
+    request->deadline = uptime() + timeout;
     m_requests.push_back(request);
     handOverNext();
     armDeadline();

@@ -204,8 +204,8 @@ bool WaylandConnection::open()
 
 bool WaylandConnection::waitForAnswer()
 {
-    constexpr std::chrono::seconds patience{1};
-    const QDeadlineTimer deadline(patience);
+    constexpr std::chrono::seconds timeout{1};
+    const QDeadlineTimer deadline(timeout);
     bool isAnswered = false;
     const std::unique_ptr<wl_callback, void (*)(wl_callback *)> callback(wl_display_sync(m_display),
                                                                          wl_callback_destroy);
