@@ -95,7 +95,7 @@ void CorvaneApp::watchForHost()
         // Once, so that a teacher whose desktop has no status item host learns that it runs and how to reach
         // it.
         if (std::exchange(m_mayOpenByItself, false)) {
-            m_scenes->menuBarPanel().openAsWindow(MenuBarPanel::Wish::none);
+            m_scenes->menuBarPanel().openAsWindow(MenuBarPanel::OpenedBy::program);
         }
     });
     const auto follow = [this](bool isShown) {

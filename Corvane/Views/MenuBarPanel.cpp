@@ -54,17 +54,17 @@ void MenuBarPanel::toggle(std::optional<Point> item)
 
 void MenuBarPanel::open(std::optional<Point> item)
 {
-    show(false, item, Wish::user);
+    show(false, item, OpenedBy::user);
 }
 
-void MenuBarPanel::openAsWindow(Wish wish)
+void MenuBarPanel::openAsWindow(OpenedBy openedBy)
 {
-    show(true, std::nullopt, wish);
+    show(true, std::nullopt, openedBy);
 }
 
-void MenuBarPanel::show(bool isOrdinary, std::optional<Point> item, Wish wish)
+void MenuBarPanel::show(bool isOrdinary, std::optional<Point> item, OpenedBy openedBy)
 {
-    m_wish = wish;
+    m_openedBy = openedBy;
     if (!isOpen()) {
         m_isOrdinary = isOrdinary;
         m_hadKeyboard = false;
@@ -79,7 +79,7 @@ void MenuBarPanel::show(bool isOrdinary, std::optional<Point> item, Wish wish)
         m_window = window;
         window->setWindowTitle(title());
         // Before the native window is made, which winId() does.
-        window->setAttribute(Qt::WA_ShowWithoutActivating, wish == Wish::none);
+        window->setAttribute(Qt::WA_ShowWithoutActivating, openedBy == OpenedBy::program);
         connect(window, &MenuBarPanelWindow::dismissed, this, &MenuBarPanel::close);
         m_windowSystem.keepOutOfTaskBar(window->winId());
         window->fit();
@@ -87,7 +87,7 @@ void MenuBarPanel::show(bool isOrdinary, std::optional<Point> item, Wish wish)
         window->show();
         Q_EMIT opened();
     }
-    if (isOpen() && wish == Wish::user) {
+    if (isOpen() && openedBy == OpenedBy::user) {
         m_window->raise();
         m_windowSystem.bringToFront(m_window->winId());
     }

@@ -47,11 +47,11 @@ public:
     /// corner that the bell most likely is in.
     void open(std::optional<Point> item);
 
-    /// Who wishes to see the menu bar panel. What opens by itself leaves the keyboard where it is.
-    enum class Wish { user, none };
+    /// Who opens the menu bar panel. What opens by itself leaves the keyboard where it is.
+    enum class OpenedBy { user, program };
 
     /// The same as an ordinary window.
-    void openAsWindow(Wish wish = Wish::user);
+    void openAsWindow(OpenedBy openedBy = OpenedBy::user);
 
     void close();
 
@@ -62,7 +62,7 @@ public:
     [[nodiscard]] bool isOpen() const { return m_window != nullptr; }
 
     /// Whether the menu bar panel that is open opened by itself, and nobody has asked for it since.
-    [[nodiscard]] bool openedByItself() const { return isOpen() && m_wish == Wish::none; }
+    [[nodiscard]] bool openedByItself() const { return isOpen() && m_openedBy == OpenedBy::program; }
 
     /// The menu bar panel's window while it is open.
     [[nodiscard]] QWidget *window() const;
@@ -79,7 +79,7 @@ Q_SIGNALS:
     void closed();
 
 private:
-    void show(bool isOrdinary, std::optional<Point> item, Wish wish);
+    void show(bool isOrdinary, std::optional<Point> item, OpenedBy openedBy);
     void followScreens(MenuBarPanelWindow *window);
     void keyboardMoved(QWindow *to);
 
@@ -88,7 +88,7 @@ private:
     WindowSystem &m_windowSystem;
     QPointer<QWidget> m_window;
     bool m_isOrdinary = false;
-    Wish m_wish = Wish::user;
+    OpenedBy m_openedBy = OpenedBy::user;
     bool m_hadKeyboard = false;
     bool m_staysBesideWindows = false;
     std::optional<Seconds> m_lostKeyboard; ///< when the menu bar panel closed because the keyboard left it

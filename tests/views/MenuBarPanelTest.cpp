@@ -283,7 +283,7 @@ private Q_SLOTS:
     void whatOpensByItselfLeavesTheKeyboardWhereItIs()
     {
         make();
-        m_menuBarPanel->openAsWindow(MenuBarPanel::Wish::none);
+        m_menuBarPanel->openAsWindow(MenuBarPanel::OpenedBy::program);
         QVERIFY(m_menuBarPanel->openedByItself());
         QVERIFY(m_menuBarPanel->window()->testAttribute(Qt::WA_ShowWithoutActivating));
         QVERIFY(m_windowSystem.broughtToFront.isEmpty());
