@@ -22,7 +22,7 @@ MenuBarPanel::MenuBarPanel(MakeContent makeContent, const Screens &screens, Wind
     , m_screens(screens)
     , m_windowSystem(windowSystem)
 {
-    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &MenuBarPanel::keyboardMoved);
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &MenuBarPanel::focusMoved);
 }
 
 MenuBarPanel::~MenuBarPanel()
@@ -46,7 +46,7 @@ void MenuBarPanel::toggle(std::optional<Point> item)
         close();
         return;
     }
-    const auto lost = std::exchange(m_lostKeyboard, std::nullopt);
+    const auto lost = std::exchange(m_lostFocus, std::nullopt);
     if (!lost || uptime() - *lost >= sameClick) {
         open(item);
     }
@@ -67,7 +67,7 @@ void MenuBarPanel::show(bool isOrdinary, std::optional<Point> item, OpenedBy ope
     m_openedBy = openedBy;
     if (!isOpen()) {
         m_isOrdinary = isOrdinary;
-        m_hadKeyboard = false;
+        m_hadFocus = false;
         m_staysBesideWindows = false;
         const auto kind = isOrdinary                      ? MenuBarPanelWindow::Kind::window
                           : m_windowSystem.isComposited() ? MenuBarPanelWindow::Kind::compositedCard
@@ -118,7 +118,7 @@ void MenuBarPanel::close()
     Q_EMIT closed();
 }
 
-void MenuBarPanel::keyboardMoved(QWindow *to)
+void MenuBarPanel::focusMoved(QWindow *to)
 {
     if (!isOpen() || m_isOrdinary) {
         return;
@@ -126,17 +126,17 @@ void MenuBarPanel::keyboardMoved(QWindow *to)
     const QWindow *menuBarPanel = m_window->windowHandle();
     for (const QWindow *window = to; window != nullptr; window = window->transientParent()) {
         if (window == menuBarPanel) {
-            m_hadKeyboard = true;
+            m_hadFocus = true;
             return;
         }
     }
     if (to != nullptr && m_staysBesideWindows) {
         // A window beside it may be given the keyboard before the menu bar panel has had it.
-        m_hadKeyboard = true;
+        m_hadFocus = true;
     }
     // Until it has been given the keyboard once, the one that loses it is another window.
-    if (m_hadKeyboard && !(to != nullptr && m_staysBesideWindows)) {
-        m_lostKeyboard = uptime();
+    if (m_hadFocus && !(to != nullptr && m_staysBesideWindows)) {
+        m_lostFocus = uptime();
         close();
     }
 }

@@ -81,7 +81,7 @@ Q_SIGNALS:
 private:
     void show(bool isOrdinary, std::optional<Point> item, OpenedBy openedBy);
     void followScreens(MenuBarPanelWindow *window);
-    void keyboardMoved(QWindow *to);
+    void focusMoved(QWindow *to);
 
     MakeContent m_makeContent;
     const Screens &m_screens;
@@ -89,9 +89,9 @@ private:
     QPointer<QWidget> m_window;
     bool m_isOrdinary = false;
     OpenedBy m_openedBy = OpenedBy::user;
-    bool m_hadKeyboard = false;
+    bool m_hadFocus = false;
     bool m_staysBesideWindows = false;
-    std::optional<Seconds> m_lostKeyboard; ///< when the menu bar panel closed because the keyboard left it
+    std::optional<Seconds> m_lostFocus; ///< when the menu bar panel closed because the keyboard left it
 };
 
 } // namespace corvane

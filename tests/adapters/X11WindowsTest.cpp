@@ -149,7 +149,7 @@ private:
         QTRY_VERIFY_WITH_TIMEOUT(activeWindow() != 0, timeout);
     }
 
-    [[nodiscard]] static bool hasKeyboard(const QWidget *window)
+    [[nodiscard]] static bool hasFocus(const QWidget *window)
     {
         return window != nullptr && window->isActiveWindow() && activeWindow() == window->winId();
     }
@@ -227,12 +227,12 @@ private Q_SLOTS:
         use(manager);
         oppose();
         clickBell({640, 790});
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
         TestDesktop::xdotool({u"key"_s, u"Escape"_s});
         QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), timeout);
         // Again, and again: the moment of each click counts.
         clickBell({640, 790});
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
         TestDesktop::xdotool({u"mousemove"_s, u"100"_s, u"700"_s, u"click"_s, u"1"_s});
         QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), timeout);
     }
@@ -271,7 +271,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(
             m_screens.screens().front().visibleFrame != m_screens.screens().front().frame, timeout);
         clickBell(bell);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
         const QWidget *shown = m_menuBarPanel->window()->findChild<QPushButton *>()->parentWidget();
         const auto place = [shown] { return QRect(shown->mapToGlobal(QPoint()), shown->size()); };
         QCOMPARE(place().width(), 320);
@@ -303,7 +303,7 @@ private Q_SLOTS:
         use(manager);
         oppose();
         clickBell({640, 790});
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
         TestDesktop::xdotool({u"mousemove"_s, u"100"_s, u"700"_s, u"click"_s, u"1"_s});
         QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), timeout);
         // The same click, had it been on the bell.
@@ -320,7 +320,7 @@ private Q_SLOTS:
         clickBell({640, 790});
         m_menuBarPanel->stayOpenBesideWindows();
         open(u"setup"_s, u"Welcome to Quillet"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_scenes->window(u"setup"_s)), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_scenes->window(u"setup"_s)), timeout);
         QVERIFY(m_menuBarPanel->isOpen());
         m_scenes->window(u"setup"_s)->move(10, 60);
         auto *button = m_menuBarPanel->window()->findChild<QPushButton *>();
@@ -341,16 +341,16 @@ private Q_SLOTS:
         use(manager);
         open(u"help"_s, u"Quillet Help"_s);
         const QWidget *window = m_scenes->window(u"help"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window), timeout);
         QVERIFY(hasState(*window, "_NET_WM_STATE_SKIP_TASKBAR"));
         QVERIFY(hasState(*window, "_NET_WM_STATE_SKIP_PAGER"));
         QCOMPARE(window->size(), QSize(920, 620));
         clickBell({640, 790});
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
         QVERIFY(hasState(*m_menuBarPanel->window(), "_NET_WM_STATE_SKIP_TASKBAR"));
         m_menuBarPanel->close();
         m_menuBarPanel->openAsWindow();
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
         QVERIFY(hasState(*m_menuBarPanel->window(), "_NET_WM_STATE_SKIP_TASKBAR"));
         keepPicture(u"window-"_s + QString::fromLatin1(QTest::currentDataTag()).replace(u' ', u'-'));
     }
@@ -361,12 +361,12 @@ private Q_SLOTS:
         QFETCH(WindowManager, manager);
         use(manager);
         open(u"help"_s, u"Quillet Help"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_scenes->window(u"help"_s)), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_scenes->window(u"help"_s)), timeout);
         const WindowId id = m_scenes->window(u"help"_s)->winId();
         oppose();
-        QTRY_VERIFY_WITH_TIMEOUT(!hasKeyboard(m_scenes->window(u"help"_s)), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(!hasFocus(m_scenes->window(u"help"_s)), timeout);
         open(u"help"_s, u"Quillet Help"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_scenes->window(u"help"_s)), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_scenes->window(u"help"_s)), timeout);
         QCOMPARE(m_scenes->window(u"help"_s)->winId(), id);
         QTRY_VERIFY_WITH_TIMEOUT(pixel({640, 400}) != QColor(u"#a0c0e0"_s), timeout);
     }
@@ -378,11 +378,11 @@ private Q_SLOTS:
         use(manager);
         open(u"help"_s, u"Quillet Help"_s);
         QWidget *window = m_scenes->window(u"help"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window), timeout);
         TestDesktop::xdotool({u"windowminimize"_s, QString::number(window->winId())});
         QTRY_VERIFY_WITH_TIMEOUT(window->isMinimized(), timeout);
         open(u"help"_s, u"Quillet Help"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window) && !window->isMinimized(), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window) && !window->isMinimized(), timeout);
     }
 
     void aTokenTellsTheMomentAndIsPassedOn()
@@ -398,7 +398,7 @@ private Q_SLOTS:
         QVERIFY(now != 0);
         m_windowSystem.userAsked(u"launcher-7_TIME%1"_s.arg(now));
         m_menuBarPanel->open(std::nullopt);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_menuBarPanel->window()), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
         const auto id = static_cast<std::uint32_t>(m_menuBarPanel->window()->winId());
         QVERIFY(TestDesktop::run(u"xprop"_s, {u"-id"_s, QString::number(id), u"_NET_STARTUP_ID"_s})
                     .contains(u"launcher-7_TIME"_s));

@@ -86,12 +86,12 @@ protected:
     void show(WindowId) override {}
     void destroy(WindowId) override {}
     bool standsInTaskBar(WindowId window) override { return !m_windowSystem->keptOut.contains(window); }
-    bool hasKeyboard(WindowId window) override
+    bool hasFocus(WindowId window) override
     {
         return !m_windowSystem->broughtToFront.isEmpty() &&
                m_windowSystem->broughtToFront.constLast() == window;
     }
-    void giveKeyboardToAnotherProgram() override { m_windowSystem->broughtToFront.clear(); }
+    void giveFocusToAnotherProgram() override { m_windowSystem->broughtToFront.clear(); }
 
 private Q_SLOTS:
     void init() { m_windowSystem = std::make_unique<FakeWindowSystem>(); }

@@ -59,13 +59,13 @@ protected:
                          x11::atom("_NET_WM_STATE_SKIP_TASKBAR"));
     }
 
-    bool hasKeyboard(WindowId window) override
+    bool hasFocus(WindowId window) override
     {
         return m_windows.at(window)->isActiveWindow() &&
                contains(x11::rootWindow(), "_NET_ACTIVE_WINDOW", static_cast<std::uint32_t>(window));
     }
 
-    void giveKeyboardToAnotherProgram() override
+    void giveFocusToAnotherProgram() override
     {
         if (!m_opponent) {
             m_opponent = m_desktop.startOpponent();

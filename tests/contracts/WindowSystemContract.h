@@ -25,9 +25,9 @@ protected:
     virtual void destroy(WindowId window) = 0;
     /// Whether a task bar shows the window, which is shown.
     [[nodiscard]] virtual bool standsInTaskBar(WindowId window) = 0;
-    [[nodiscard]] virtual bool hasKeyboard(WindowId window) = 0;
+    [[nodiscard]] virtual bool hasFocus(WindowId window) = 0;
     /// A window of another program, in which the user acts, has the keyboard when this returns.
-    virtual void giveKeyboardToAnotherProgram() = 0;
+    virtual void giveFocusToAnotherProgram() = 0;
 
     static constexpr int timeout = 10'000; // milliseconds
 
@@ -68,20 +68,20 @@ private Q_SLOTS:
     void aWindowTakesTheKeyboardFromAnotherProgram()
     {
         const WindowId window = showWindow();
-        giveKeyboardToAnotherProgram();
-        QTRY_VERIFY_WITH_TIMEOUT(!hasKeyboard(window), timeout);
+        giveFocusToAnotherProgram();
+        QTRY_VERIFY_WITH_TIMEOUT(!hasFocus(window), timeout);
         askFor(window);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window), timeout);
     }
 
     void eachWishCounts()
     {
         const WindowId window = showWindow();
         for (int time = 0; time < 2; ++time) {
-            giveKeyboardToAnotherProgram();
-            QTRY_VERIFY_WITH_TIMEOUT(!hasKeyboard(window), timeout);
+            giveFocusToAnotherProgram();
+            QTRY_VERIFY_WITH_TIMEOUT(!hasFocus(window), timeout);
             askFor(window);
-            QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), timeout);
+            QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window), timeout);
         }
     }
 
@@ -91,9 +91,9 @@ private Q_SLOTS:
         const WindowId second = showWindow();
         for (const WindowId window : {first, second, first}) {
             askFor(window);
-            QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), timeout);
+            QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window), timeout);
         }
-        QVERIFY(!hasKeyboard(second));
+        QVERIFY(!hasFocus(second));
     }
 
     void aTokenOfAnyKindIsTaken()
@@ -101,10 +101,10 @@ private Q_SLOTS:
         const WindowId window = showWindow();
         for (const QString &token :
              {QStringLiteral("token"), QStringLiteral("x_TIME0"), QString(5000, u'x')}) {
-            giveKeyboardToAnotherProgram();
-            QTRY_VERIFY_WITH_TIMEOUT(!hasKeyboard(window), timeout);
+            giveFocusToAnotherProgram();
+            QTRY_VERIFY_WITH_TIMEOUT(!hasFocus(window), timeout);
             askFor(window, token);
-            QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), timeout);
+            QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window), timeout);
         }
     }
 
@@ -116,7 +116,7 @@ private Q_SLOTS:
         windowSystem().keepOutOfTaskBar(gone);
         askFor(gone);
         askFor(window);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window), timeout);
     }
 };
 

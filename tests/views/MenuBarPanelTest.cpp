@@ -69,7 +69,7 @@ private:
             m_screens, m_windowSystem);
     }
 
-    void openWithKeyboard(std::optional<Point> item = Point{700, 890})
+    void openWithFocus(std::optional<Point> item = Point{700, 890})
     {
         m_menuBarPanel->toggle(item);
         QVERIFY(m_menuBarPanel->isOpen());
@@ -189,7 +189,7 @@ private Q_SLOTS:
     void escapeClosesIt()
     {
         make();
-        openWithKeyboard();
+        openWithFocus();
         m_content->m_button->setFocus();
         QTest::keyClick(m_content->m_button, Qt::Key_Escape);
         QVERIFY(!m_menuBarPanel->isOpen());
@@ -198,7 +198,7 @@ private Q_SLOTS:
     void aSecondClickOnTheBellClosesIt()
     {
         make();
-        openWithKeyboard();
+        openWithFocus();
         m_menuBarPanel->toggle(Point{700, 890});
         QVERIFY(!m_menuBarPanel->isOpen());
         m_menuBarPanel->toggle(Point{700, 890});
@@ -208,7 +208,7 @@ private Q_SLOTS:
     void aClickElsewhereClosesIt()
     {
         make();
-        openWithKeyboard();
+        openWithFocus();
         QSignalSpy closings(m_menuBarPanel.get(), &MenuBarPanel::closed);
         const auto other = otherWindow();
         QTRY_VERIFY(!m_menuBarPanel->isOpen());
@@ -218,7 +218,7 @@ private Q_SLOTS:
     void theClickOnTheBellThatTakesTheKeyboardDoesNotOpenItAgain()
     {
         make();
-        openWithKeyboard();
+        openWithFocus();
         const auto other = otherWindow();
         QTRY_VERIFY(!m_menuBarPanel->isOpen());
         m_clock->advance(Seconds{0.4});
@@ -232,7 +232,7 @@ private Q_SLOTS:
     void aClickOnTheBellLongAfterAnotherWindowTookTheKeyboardOpensIt()
     {
         make();
-        openWithKeyboard();
+        openWithFocus();
         const auto other = otherWindow();
         QTRY_VERIFY(!m_menuBarPanel->isOpen());
         m_clock->advance(MenuBarPanel::sameClick);
@@ -243,7 +243,7 @@ private Q_SLOTS:
     void besideAWindowThatItOpenedItStays()
     {
         make();
-        openWithKeyboard();
+        openWithFocus();
         m_menuBarPanel->stayOpenBesideWindows();
         const auto other = otherWindow();
         QTRY_VERIFY(other->isActiveWindow());
@@ -260,7 +260,7 @@ private Q_SLOTS:
     void besideAWindowItClosesWhenTheKeyboardGoesToAnotherProgram()
     {
         make();
-        openWithKeyboard();
+        openWithFocus();
         m_menuBarPanel->stayOpenBesideWindows();
         const auto other = otherWindow();
         QTRY_VERIFY(other->isActiveWindow());
@@ -296,10 +296,10 @@ private Q_SLOTS:
     void theNextMenuBarPanelDoesNotStay()
     {
         make();
-        openWithKeyboard();
+        openWithFocus();
         m_menuBarPanel->stayOpenBesideWindows();
         m_menuBarPanel->close();
-        openWithKeyboard();
+        openWithFocus();
         const auto other = otherWindow();
         QTRY_VERIFY(!m_menuBarPanel->isOpen());
     }
@@ -307,7 +307,7 @@ private Q_SLOTS:
     void aDialogOfTheMenuBarPanelsOwnDoesNotCloseIt()
     {
         make();
-        openWithKeyboard();
+        openWithFocus();
         QWidget dialog(m_menuBarPanel->window(), Qt::Dialog);
         dialog.show();
         dialog.activateWindow();
@@ -345,7 +345,7 @@ private Q_SLOTS:
     void aButtonInItMayCloseIt()
     {
         make();
-        openWithKeyboard();
+        openWithFocus();
         connect(m_content->m_button, &QAbstractButton::clicked, m_menuBarPanel.get(), &MenuBarPanel::close);
         QTest::mouseClick(m_content->m_button, Qt::LeftButton);
         QVERIFY(!m_menuBarPanel->isOpen());
@@ -355,7 +355,7 @@ private Q_SLOTS:
     void itGoesWithItsOwner()
     {
         make();
-        openWithKeyboard();
+        openWithFocus();
         m_menuBarPanel.reset();
         QVERIFY(m_content.isNull());
     }
