@@ -21,12 +21,12 @@ class AgentInterface final : public QObject, protected QDBusContext {
     Q_OBJECT
 
 public:
-    static constexpr qsizetype mostRequests = 10'000;
+    static constexpr qsizetype maximumRequests = 10'000;
     // In UTF-16 code units.
-    static constexpr qsizetype longestText = 4096;
-    static constexpr qsizetype longestIdentifier = 2048;
-    static constexpr qint64 mostText = qint64{128} * mostRequests; ///< of all requests together
-    static constexpr qsizetype mostIdentifiers = 2 * mostRequests; ///< of one call
+    static constexpr qsizetype maximumTextLength = 4096;
+    static constexpr qsizetype maximumIdentifierLength = 2048;
+    static constexpr qint64 maximumTotalTextLength = qint64{128} * maximumRequests; ///< of all
+    static constexpr qsizetype maximumIdentifiers = 2 * maximumRequests;            ///< of one call
     /// Bytes of answers, roughly, that the bus has not taken yet. The largest single answer is smaller.
     static constexpr qint64 maximumUnacknowledgedReplyBytes = qint64{4} * 1024 * 1024;
     static constexpr qint64 latestDate = 253'402'300'799; ///< the last second of the year 9999

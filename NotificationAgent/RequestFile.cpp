@@ -31,12 +31,12 @@ const QByteArray heading = "quillet pending requests 1";
 const QByteArray ending = "end ";
 
 // A longer file is not one of ours: it is read up to here.
-constexpr qint64 longestFile = qint64{64} * 1024 * 1024;
+constexpr qint64 maximumFileSize = qint64{64} * 1024 * 1024;
 
 constexpr qsizetype checksumLength = 16;
 
 // So many places of a line that holds more than an entry are looked at; see entryInside().
-constexpr int mostPlaces = 16;
+constexpr int maximumPlaces = 16;
 
 // In a checksum's place it says that the entry is not pending any more. No checksum looks like it.
 const QByteArray invalidChecksum(checksumLength, '-');
@@ -82,7 +82,7 @@ qsizetype entryInside(const QByteArray &line)
         return -1;
     }
     int places = 0;
-    for (qsizetype list = line.indexOf(" [\"", checksumLength); list >= 0 && places < mostPlaces;
+    for (qsizetype list = line.indexOf(" [\"", checksumLength); list >= 0 && places < maximumPlaces;
          list = line.indexOf(" [\"", list + 1)) {
         if (!isChecksum(QByteArrayView(line).sliced(list - checksumLength, checksumLength))) {
             continue;
@@ -137,7 +137,7 @@ bool writeAll(int descriptor, const QByteArray &bytes)
 bool readAll(int descriptor, QByteArray &text)
 {
     constexpr qsizetype step = qsizetype{64} * 1024;
-    while (text.size() < longestFile) {
+    while (text.size() < maximumFileSize) {
         const qsizetype done = text.size();
         text.resize(done + step);
         const ssize_t count = ::read(descriptor, text.data() + done, static_cast<std::size_t>(step));

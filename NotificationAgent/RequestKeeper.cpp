@@ -20,11 +20,11 @@ using namespace std::chrono_literals;
 namespace {
 
 // Changes that come faster than they can be written share a write, up to so many.
-constexpr std::size_t mostAnswers = 1000;
+constexpr std::size_t maximumWaitingAnswers = 1000;
 
 // The time to the next try doubles from the one to the other.
 constexpr std::chrono::milliseconds firstRetry = 1s;
-constexpr std::chrono::milliseconds longestRetry = 4s;
+constexpr std::chrono::milliseconds maximumRetryInterval = 4s;
 
 } // namespace
 
@@ -122,7 +122,7 @@ void RequestKeeper::remove(const QStringList &identifiers, Answer answer)
 void RequestKeeper::changed(Answer answer)
 {
     m_answers.push_back(std::move(answer));
-    if (m_answers.size() >= mostAnswers) {
+    if (m_answers.size() >= maximumWaitingAnswers) {
         flush();
         pump();
     } else if (!m_flush.isActive()) {
@@ -336,7 +336,7 @@ void RequestKeeper::putBack(const PendingRequest &request)
 void RequestKeeper::postpone()
 {
     if (!m_retry.isActive()) {
-        m_retry.start(std::min(firstRetry * (1 << std::min(m_failures, 10)), longestRetry));
+        m_retry.start(std::min(firstRetry * (1 << std::min(m_failures, 10)), maximumRetryInterval));
         ++m_failures;
     }
 }

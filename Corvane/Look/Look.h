@@ -175,8 +175,8 @@ inline constexpr int formSpacing = 10;  ///< between the lines of a form
 /// The first-run setup: one page at a time.
 namespace setup {
 
-inline constexpr int leastWidth = 620;
-inline constexpr int leastHeight = 420;
+inline constexpr int minimumWidth = 620;
+inline constexpr int minimumHeight = 420;
 inline constexpr int padding = 42;
 inline constexpr int spacing = 24;
 inline constexpr int textWidth = 500; ///< of the page and of the buttons, at most

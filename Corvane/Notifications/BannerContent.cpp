@@ -192,9 +192,9 @@ QString informationLine(const TeachingAction &action, Date currentDate)
 
 QString formattedDuration(Seconds duration)
 {
-    constexpr std::int64_t longestInSeconds = 89;
+    constexpr std::int64_t maximumInSeconds = 89;
     const std::int64_t seconds = std::max<std::int64_t>(wholeSeconds(duration.count()), 0);
-    if (seconds <= longestInSeconds) {
+    if (seconds <= maximumInSeconds) {
         return seconds == 1 ? u"1 second"_s : QString::number(seconds) + u" seconds"_s;
     }
     // Halves go up, so that the shortest time told in minutes is two of them: one minute is never named.

@@ -51,7 +51,7 @@ FirstRunSetupView::FirstRunSetupView(AppSettings &settings, std::function<void()
     , m_back(new Button(u"Back"_s, Button::Kind::bordered))
     , m_forward(new Button({}, Button::Kind::prominent))
 {
-    setMinimumSize(setup::leastWidth, setup::leastHeight);
+    setMinimumSize(setup::minimumWidth, setup::minimumHeight);
     m_title->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     m_detail->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
 

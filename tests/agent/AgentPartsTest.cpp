@@ -236,13 +236,13 @@ private Q_SLOTS:
         const QString path = folder.filePath(u"agent.log"_s);
         QFile full(path);
         QVERIFY(full.open(QIODevice::WriteOnly));
-        full.write(QByteArray(AgentLog::longestFile - 10, 'x'));
+        full.write(QByteArray(AgentLog::maximumFileSize - 10, 'x'));
         full.close();
         const AgentLog log(path);
         log.log(u"one"_s);
         log.log(u"two"_s);
         QVERIFY(QFileInfo(path).size() < 200);
-        QCOMPARE(QFileInfo(path + u".old"_s).size(), AgentLog::longestFile - 10);
+        QCOMPARE(QFileInfo(path + u".old"_s).size(), AgentLog::maximumFileSize - 10);
     }
 
     void aLongTextIsCutForTheLog()

@@ -156,9 +156,9 @@ private:
     }
 
     // The random moment lies within so many microseconds from now.
-    void killAfterAWhile(int mostMicroseconds)
+    void killAfterAWhile(int maximumMicroseconds)
     {
-        const qint64 moment = std::uniform_int_distribution<qint64>(0, mostMicroseconds)(m_random) * 1000;
+        const qint64 moment = std::uniform_int_distribution<qint64>(0, maximumMicroseconds)(m_random) * 1000;
         QElapsedTimer timer;
         timer.start();
         while (timer.nsecsElapsed() < moment) {

@@ -23,7 +23,7 @@ constexpr auto requestBudget = 3500ms;
 /// ... and how soon after a request a query counts as the same load's.
 constexpr auto sameLoad = 500ms;
 /// What a query that had to wait for others is given at least.
-constexpr auto leastQueryBudget = 200ms;
+constexpr auto minimumQueryBudget = 200ms;
 
 using Granted = std::expected<bool, Failure>;
 using Events = std::expected<std::vector<CalendarEvent>, Failure>;
@@ -116,7 +116,7 @@ private:
             // The answer is out of the queue before it is given, since whoever gets it may ask again at once.
             const Query query = self->m_queries.front();
             const QDeadlineTimer deadline =
-                std::max(query.deadline, QDeadlineTimer(leastQueryBudget, Qt::PreciseTimer));
+                std::max(query.deadline, QDeadlineTimer(minimumQueryBudget, Qt::PreciseTimer));
             CalendarAnswers all;
             std::vector<QCoro::Task<CalendarAnswers>> tasks;
             for (const auto &source : self->m_sources) {

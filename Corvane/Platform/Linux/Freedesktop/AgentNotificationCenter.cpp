@@ -56,21 +56,21 @@ QString beginning(const QString &text, qsizetype size)
 
 /// Longer texts are no names of students and help nobody in a notification; a calendar that means harm may
 /// ask for pages of them, of which the agent takes only so many.
-constexpr qsizetype longestText = 300;
+constexpr qsizetype maximumTextLength = 300;
 
 /// What the agent is given of a text. A null character would end it on the bus.
 QString readablePart(QString text)
 {
     text.replace(QChar::Null, QChar::ReplacementCharacter);
-    return text.size() <= longestText ? text : beginning(text, longestText - 1) + u'…';
+    return text.size() <= maximumTextLength ? text : beginning(text, maximumTextLength - 1) + u'…';
 }
 
 /// What the agent knows a request by: its identifier, or of an endless one the beginning and a digest of all
 /// of it. Given such a short form it gives that back, so that what is answered as pending can be taken back.
 QString agentIdentifier(const QString &identifier)
 {
-    constexpr qsizetype kept = longestText - 100;
-    if (identifier.size() <= longestText && !identifier.contains(QChar::Null)) {
+    constexpr qsizetype kept = maximumTextLength - 100;
+    if (identifier.size() <= maximumTextLength && !identifier.contains(QChar::Null)) {
         return identifier;
     }
     const QByteArray digest = QCryptographicHash::hash(identifier.toUtf8(), QCryptographicHash::Sha256);

@@ -15,7 +15,7 @@ namespace corvane {
 namespace {
 
 /// One on the screen, one on its way there, one to paint.
-constexpr std::size_t mostPictures = 3;
+constexpr std::size_t maximumPictures = 3;
 
 struct Mapping {
     void *memory;
@@ -48,7 +48,7 @@ SharedPictures::Picture *SharedPictures::next(wl_shm *memory, QSize pixels)
 {
     m_pictures.remove_if([pixels](const Picture &picture) { return picture.image.size() != pixels; });
     const auto free = [this] { return std::ranges::find(m_pictures, false, &Picture::isRead); };
-    if (free() == m_pictures.end() && m_pictures.size() < mostPictures) {
+    if (free() == m_pictures.end() && m_pictures.size() < maximumPictures) {
         add(memory, pixels);
     }
     const auto found = free();
