@@ -38,8 +38,9 @@ Failure noSessionBus()
     return {u"there is no session bus"_s};
 }
 
-/// A date as the agent takes it; none for one that lies beyond what it can hold.
-std::optional<qint64> wholeSeconds(double seconds)
+/// A date as the agent takes it, of seconds that are rounded already; none for one that lies beyond what it
+/// can hold.
+std::optional<qint64> secondsInRange(double seconds)
 {
     constexpr double limit = 9223372036854775808.0;
     if (!(seconds >= -limit && seconds < limit)) {
@@ -219,8 +220,8 @@ AgentNotificationCenter::removePendingNotificationRequests(QStringList identifie
 QCoro::Task<std::expected<void, Failure>> AgentNotificationCenter::add(NotificationRequest request)
 {
     // Shown at the beginning of its second, and not dropped before the end of its use.
-    const auto fireDate = wholeSeconds(std::floor(secondsSince1970(request.fireDate)));
-    const auto expirationDate = wholeSeconds(std::ceil(secondsSince1970(request.expirationDate)));
+    const auto fireDate = secondsInRange(std::floor(secondsSince1970(request.fireDate)));
+    const auto expirationDate = secondsInRange(std::ceil(secondsSince1970(request.expirationDate)));
     if (!fireDate || !expirationDate) {
         co_return std::unexpected(Failure{u"the date of a notification is out of reach"_s});
     }
