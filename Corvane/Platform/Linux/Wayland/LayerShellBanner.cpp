@@ -45,7 +45,7 @@ LayerShellBanner::LayerShellBanner(const Setting &setting, WaylandConnection &co
     : BannerCard(setting, Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus)
     , m_connection(connection)
     , m_logger(logger)
-    , m_pictures([this] {
+    , m_buffers([this] {
         if (m_isStale) {
             paint();
         }
@@ -167,7 +167,7 @@ void LayerShellBanner::unmap()
     m_buttons = Qt::NoButton;
     m_layerSurface.reset();
     m_surface.reset();
-    m_pictures.clear();
+    m_buffers.clear();
     m_connection.flush();
 }
 
@@ -202,17 +202,17 @@ void LayerShellBanner::paint()
     if (!m_isConfigured) {
         return;
     }
-    SharedPictures::Picture *picture = m_pictures.next(m_connection.sharedMemory(), size() * m_scale);
-    m_isStale = picture == nullptr;
-    if (picture == nullptr) {
+    SharedMemoryBuffers::Buffer *buffer = m_buffers.next(m_connection.sharedMemory(), size() * m_scale);
+    m_isStale = buffer == nullptr;
+    if (buffer == nullptr) {
         return;
     }
-    picture->image.setDevicePixelRatio(m_scale);
-    picture->image.fill(Qt::transparent);
-    render(&picture->image, {}, {}, DrawChildren);
-    picture->isRead = true;
+    buffer->image.setDevicePixelRatio(m_scale);
+    buffer->image.fill(Qt::transparent);
+    render(&buffer->image, {}, {}, DrawChildren);
+    buffer->isBusy = true;
     wl_surface_set_buffer_scale(m_surface.get(), m_scale);
-    wl_surface_attach(m_surface.get(), picture->buffer.get(), 0, 0);
+    wl_surface_attach(m_surface.get(), buffer->handle.get(), 0, 0);
     constexpr std::int32_t all = std::numeric_limits<std::int32_t>::max();
     wl_surface_damage(m_surface.get(), 0, 0, all, all);
     wl_surface_commit(m_surface.get());

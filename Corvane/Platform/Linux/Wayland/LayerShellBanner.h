@@ -4,7 +4,7 @@
 #pragma once
 
 #include "Corvane/Platform/Linux/Banners/BannerCard.h"
-#include "Corvane/Platform/Linux/Wayland/SharedPictures.h"
+#include "Corvane/Platform/Linux/Wayland/SharedMemoryBuffers.h"
 #include "Corvane/Platform/Linux/Wayland/WaylandConnection.h"
 
 #include <QEvent>
@@ -67,7 +67,7 @@ private:
     WaylandRef<wl_surface> m_surface;
     WaylandRef<zwlr_layer_surface_v1> m_layerSurface;
     std::uint32_t m_outputNumber = 0; ///< of the monitor that the surface is on
-    SharedPictures m_pictures;
+    SharedMemoryBuffers m_buffers;
 };
 
 } // namespace corvane
