@@ -122,7 +122,7 @@ private:
     /// X11-2.
     [[nodiscard]] int outputOnTheRight() const
     {
-        const QString told = m_compositor->tell({u"-r"_s, u"-t"_s, u"get_outputs"_s});
+        const QString told = m_compositor->execute({u"-r"_s, u"-t"_s, u"get_outputs"_s});
         const QJsonArray outputs = QJsonDocument::fromJson(told.toUtf8()).array();
         for (const QJsonValue &output : outputs) {
             if (output[u"rect"_s][u"x"_s].toInt() > 0) {
@@ -251,7 +251,7 @@ private Q_SLOTS:
     void onAMonitorOfManyPixelsItIsDrawnInAllOfThem()
     {
         const auto scale = [this](const QString &factor) {
-            (void)m_compositor->tell({u"output"_s, u"*"_s, u"scale"_s, factor});
+            (void)m_compositor->execute({u"output"_s, u"*"_s, u"scale"_s, factor});
         };
         scale(u"2"_s);
         QTRY_COMPARE(m_connection.outputs().front().scale, 2);

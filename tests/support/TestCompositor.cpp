@@ -59,7 +59,7 @@ bool TestCompositor::unplug(const QString &output) const
     return process.waitForFinished(timeout) && process.exitCode() == 0;
 }
 
-QString TestCompositor::tell(const QStringList &command) const
+QString TestCompositor::execute(const QStringList &command) const
 {
     QProcess process;
     process.setProcessEnvironment(m_environment);
