@@ -70,7 +70,7 @@ FirstRunSetupView::FirstRunSetupView(AppSettings &settings, std::function<void()
     setLayout(stack);
 
     connect(m_back, &QAbstractButton::clicked, this, &FirstRunSetupView::goBack);
-    connect(m_forward, &QAbstractButton::clicked, this, &FirstRunSetupView::goOn);
+    connect(m_forward, &QAbstractButton::clicked, this, &FirstRunSetupView::goForward);
     followDesktopFont(*this);
     reserveRoom();
     showStep();
@@ -84,7 +84,7 @@ void FirstRunSetupView::goBack()
     }
 }
 
-void FirstRunSetupView::goOn()
+void FirstRunSetupView::goForward()
 {
     if (m_step < lastStep()) {
         ++m_step;

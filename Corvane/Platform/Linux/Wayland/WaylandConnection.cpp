@@ -113,7 +113,7 @@ struct WaylandConnection::Listeners {
         listener.enter = [](void *data, wl_pointer *, std::uint32_t serial, wl_surface *surface, wl_fixed_t x,
                             wl_fixed_t y) {
             WaylandConnection &connection = self(data);
-            connection.showArrow(serial);
+            connection.showCursor(serial);
             connection.m_target = targetOf(surface);
             if (connection.m_target != nullptr) {
                 connection.m_target->pointerEntered(point(x, y));
@@ -370,7 +370,7 @@ void WaylandConnection::removeGlobal(std::uint32_t number)
     }
 }
 
-void WaylandConnection::showArrow(std::uint32_t serial)
+void WaylandConnection::showCursor(std::uint32_t serial)
 {
     // Who is entered says how the pointer looks; else it stays as another program left it, hidden perhaps.
     if (m_cursorTheme == nullptr) {

@@ -95,7 +95,7 @@ private:
     void addGlobal(std::uint32_t number, const char *interface, std::uint32_t version);
     void removeGlobal(std::uint32_t number);
     void requestExtent(WaylandOutput &output);
-    void showArrow(std::uint32_t serial);
+    void showCursor(std::uint32_t serial);
 
     wl_display *m_display = nullptr;
     std::unique_ptr<QSocketNotifier> m_readable;
