@@ -23,7 +23,7 @@ const QString invalidArguments = u"org.freedesktop.DBus.Error.InvalidArgs"_s;
 const QString limitsExceeded = u"org.freedesktop.DBus.Error.LimitsExceeded"_s;
 // What an array of strings takes for each beside its text, and what a UTF-16 unit takes in UTF-8.
 constexpr qint64 bytesPerString = 8;
-constexpr qint64 mostBytesPerUnit = 3;
+constexpr qint64 maximumBytesPerUnit = 3;
 
 constexpr int busTimeoutMilliseconds = 25'000;
 
@@ -47,9 +47,9 @@ QStringList AgentInterface::PendingRequests()
     if (calledFromDBus() && message().isReplyRequired()) {
         qint64 bytes = 0;
         for (const QString &identifier : identifiers) {
-            bytes += bytesPerString + identifier.size() * mostBytesPerUnit;
+            bytes += bytesPerString + identifier.size() * maximumBytesPerUnit;
         }
-        if (!takesAnswerOf(bytes)) {
+        if (!mayReplyWith(bytes)) {
             refuse(limitsExceeded, u"former answers have not been taken yet"_s);
             return {};
         }
@@ -59,41 +59,43 @@ QStringList AgentInterface::PendingRequests()
 
 // Answers wait in this process until the bus takes them: who asks for them faster than that would fill the
 // memory.
-bool AgentInterface::takesAnswerOf(qint64 bytes)
+bool AgentInterface::mayReplyWith(qint64 bytes)
 {
-    if (m_untakenAnswers > 0 && m_untakenAnswers + bytes > mostUntakenAnswers) {
+    if (m_unacknowledgedReplyBytes > 0 &&
+        m_unacknowledgedReplyBytes + bytes > maximumUnacknowledgedReplyBytes) {
         return false;
     }
     // This goes out before the answer itself, and tells of the former ones.
-    if (!m_isBusAsked) {
-        askWhatIsTaken();
+    if (!m_isPingPending) {
+        pingBus();
     }
-    m_untakenAnswers += bytes;
+    m_unacknowledgedReplyBytes += bytes;
     return true;
 }
 
-void AgentInterface::askWhatIsTaken()
+void AgentInterface::pingBus()
 {
-    m_isBusAsked = true;
+    m_isPingPending = true;
     const auto call = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
                                                      u"org.freedesktop.DBus"_s, u"GetId"_s);
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, busTimeoutMilliseconds), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, sent = m_untakenAnswers] {
-        watcher->deleteLater();
-        m_isBusAsked = false;
-        if (!watcher->isError()) {
-            m_untakenAnswers -= sent;
-        }
-        if (m_untakenAnswers > 0) {
-            askWhatIsTaken();
-        }
-    });
+    connect(watcher, &QDBusPendingCallWatcher::finished, this,
+            [this, watcher, sent = m_unacknowledgedReplyBytes] {
+                watcher->deleteLater();
+                m_isPingPending = false;
+                if (!watcher->isError()) {
+                    m_unacknowledgedReplyBytes -= sent;
+                }
+                if (m_unacknowledgedReplyBytes > 0) {
+                    pingBus();
+                }
+            });
 }
 
 void AgentInterface::RemovePendingRequests(const QStringList &identifiers)
 {
     Q_EMIT called();
-    if (identifiers.size() > mostIdentifiers) {
+    if (identifiers.size() > maximumIdentifiers) {
         refuse(limitsExceeded, u"too many identifiers"_s);
         return;
     }
@@ -106,14 +108,14 @@ void AgentInterface::Add(const QString &identifier, const QString &title, const 
     Q_EMIT called();
     const RequestQueue &queue = m_keeper.queue();
     const qint64 textSize = identifier.size() + title.size() + body.size() + categoryIdentifier.size();
-    if (identifier.size() > longestIdentifier ||
-        std::max({title.size(), body.size(), categoryIdentifier.size()}) > longestText) {
+    if (identifier.size() > maximumIdentifierLength ||
+        std::max({title.size(), body.size(), categoryIdentifier.size()}) > maximumTextLength) {
         refuse(limitsExceeded, u"a text is too long"_s);
     } else if (fireDate < 0 || fireDate > latestDate || expirationDate <= fireDate ||
                expirationDate > latestDate) {
         refuse(invalidArguments, u"a date is out of range"_s);
-    } else if ((queue.size() >= mostRequests && !queue.contains(identifier)) ||
-               queue.textSizeWithout(identifier) + textSize > mostText) {
+    } else if ((queue.size() >= maximumRequests && !queue.contains(identifier)) ||
+               queue.textSizeWithout(identifier) + textSize > maximumTotalTextLength) {
         refuse(limitsExceeded, u"too much is pending"_s);
     } else {
         m_keeper.add({identifier, title, body, categoryIdentifier, fireDate, expirationDate}, answerLater());

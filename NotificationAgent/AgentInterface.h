@@ -21,14 +21,14 @@ class AgentInterface final : public QObject, protected QDBusContext {
     Q_OBJECT
 
 public:
-    static constexpr qsizetype mostRequests = 10'000;
+    static constexpr qsizetype maximumRequests = 10'000;
     // In UTF-16 code units.
-    static constexpr qsizetype longestText = 4096;
-    static constexpr qsizetype longestIdentifier = 2048;
-    static constexpr qint64 mostText = qint64{128} * mostRequests; ///< of all requests together
-    static constexpr qsizetype mostIdentifiers = 2 * mostRequests; ///< of one call
+    static constexpr qsizetype maximumTextLength = 4096;
+    static constexpr qsizetype maximumIdentifierLength = 2048;
+    static constexpr qint64 maximumTotalTextLength = qint64{128} * maximumRequests; ///< of all
+    static constexpr qsizetype maximumIdentifiers = 2 * maximumRequests;            ///< of one call
     /// Bytes of answers, roughly, that the bus has not taken yet. The largest single answer is smaller.
-    static constexpr qint64 mostUntakenAnswers = qint64{4} * 1024 * 1024;
+    static constexpr qint64 maximumUnacknowledgedReplyBytes = qint64{4} * 1024 * 1024;
     static constexpr qint64 latestDate = 253'402'300'799; ///< the last second of the year 9999
 
     /// `keeper` is borrowed; `log` takes a line.
@@ -49,17 +49,17 @@ Q_SIGNALS:
 private:
     [[nodiscard]] std::function<void(std::expected<void, QString>)> answerLater();
     /// Whether an answer of so many bytes may be given now, which counts it.
-    [[nodiscard]] bool takesAnswerOf(qint64 bytes);
+    [[nodiscard]] bool mayReplyWith(qint64 bytes);
     /// Asks the bus something: it answers when it has taken all that was sent to it before.
-    void askWhatIsTaken();
+    void pingBus();
     void refuse(const QString &error, const QString &reason);
 
     QDBusConnection m_bus;
     RequestKeeper &m_keeper;
     std::function<void(const QString &)> m_log;
     qint64 m_refusals = 0;
-    qint64 m_untakenAnswers = 0; ///< bytes; see mostUntakenAnswers
-    bool m_isBusAsked = false;
+    qint64 m_unacknowledgedReplyBytes = 0; ///< bytes; see maximumUnacknowledgedReplyBytes
+    bool m_isPingPending = false;
 };
 
 } // namespace corvane

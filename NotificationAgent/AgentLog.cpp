@@ -43,7 +43,7 @@ void AgentLog::log(const QString &message) const
     if (m_path.isEmpty()) {
         return;
     }
-    if (QFileInfo(m_path).size() + line.size() > longestFile) {
+    if (QFileInfo(m_path).size() + line.size() > maximumFileSize) {
         const QString aside = m_path + u".old"_s;
         QFile::remove(aside);
         QFile::rename(m_path, aside);

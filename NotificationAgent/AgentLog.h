@@ -12,7 +12,7 @@ namespace corvane {
 class AgentLog {
 public:
     /// The file is then set aside, in the place of the one set aside before. In bytes.
-    static constexpr qint64 longestFile = qint64{256} * 1024;
+    static constexpr qint64 maximumFileSize = qint64{256} * 1024;
 
     /// `path` is the file's; its folder is made. An empty one leaves standard error alone.
     explicit AgentLog(QString path);

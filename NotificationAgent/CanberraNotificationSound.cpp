@@ -15,7 +15,7 @@ namespace corvane {
 namespace {
 
 // Cut off when it takes longer.
-constexpr std::chrono::seconds longestSound{10};
+constexpr std::chrono::seconds maximumSoundLength{10};
 
 void playNow()
 {
@@ -35,7 +35,7 @@ void playNow()
             static_cast<std::binary_semaphore *>(data)->release();
         };
         if (ca_context_play_full(context, 1, properties, ended, &end) == CA_SUCCESS) {
-            (void)end.try_acquire_for(longestSound);
+            (void)end.try_acquire_for(maximumSoundLength);
         }
         ca_proplist_destroy(properties);
         // Ends what still plays, and with it the last use of `end`.

@@ -40,12 +40,12 @@ QString words(const QDBusMessage &error)
 } // namespace
 
 FreedesktopNotificationServer::FreedesktopNotificationServer(QDBusConnection sessionBus,
-                                                             NotificationSound &sound, Patience patience,
+                                                             NotificationSound &sound, Timeouts timeouts,
                                                              QObject *parent)
     : NotificationServer(parent)
     , m_bus(std::move(sessionBus))
     , m_sound(sound)
-    , m_patience(patience)
+    , m_timeouts(timeouts)
 {
     m_arrivals.setConnection(m_bus);
     m_arrivals.setWatchMode(QDBusServiceWatcher::WatchForRegistration);
@@ -66,14 +66,14 @@ void FreedesktopNotificationServer::ask()
 {
     const auto call =
         QDBusMessage::createMethodCall(serviceName, objectPath, serviceName, u"GetCapabilities"_s);
-    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_patience.asking)), this);
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_timeouts.asking)), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
-        takeCapabilities(watcher->reply());
+        handleCapabilities(watcher->reply());
     });
 }
 
-void FreedesktopNotificationServer::takeCapabilities(const QDBusMessage &reply)
+void FreedesktopNotificationServer::handleCapabilities(const QDBusMessage &reply)
 {
     if (reply.type() != QDBusMessage::ReplyMessage) {
         Q_EMIT answered(false, words(reply));
@@ -83,14 +83,14 @@ void FreedesktopNotificationServer::takeCapabilities(const QDBusMessage &reply)
     // The answer does not tell from whom it is (not with every version of Qt).
     auto call = busCall(u"GetNameOwner"_s);
     call << QString(serviceName);
-    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_patience.asking)), this);
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_timeouts.asking)), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
-        takeOwner(watcher->reply());
+        handleOwner(watcher->reply());
     });
 }
 
-void FreedesktopNotificationServer::takeOwner(const QDBusMessage &reply)
+void FreedesktopNotificationServer::handleOwner(const QDBusMessage &reply)
 {
     const QString owner = reply.arguments().value(0).toString();
     if (reply.type() != QDBusMessage::ReplyMessage || owner.isEmpty()) {
@@ -133,14 +133,14 @@ void FreedesktopNotificationServer::deliver(const PendingRequest &request)
     auto call = QDBusMessage::createMethodCall(m_server, objectPath, serviceName, u"Notify"_s);
     call.setArguments(notifyArguments(request, m_capabilities));
     auto *watcher =
-        new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_patience.delivering)), this);
+        new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_timeouts.delivering)), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
-        takeReply(watcher->reply());
+        handleReply(watcher->reply());
     });
 }
 
-void FreedesktopNotificationServer::takeReply(const QDBusMessage &reply)
+void FreedesktopNotificationServer::handleReply(const QDBusMessage &reply)
 {
     if (reply.type() == QDBusMessage::ReplyMessage) {
         if (!m_capabilities.contains(u"sound"_s)) {
@@ -153,13 +153,13 @@ void FreedesktopNotificationServer::takeReply(const QDBusMessage &reply)
     const QString name = reply.errorName();
     if (name == "org.freedesktop.DBus.Error.NoReply"_L1 || name == "org.freedesktop.DBus.Error.Timeout"_L1 ||
         name == "org.freedesktop.DBus.Error.TimedOut"_L1) {
-        lookWhetherItIsThere(words(reply));
+        checkServerPresence(words(reply));
         return;
     }
     Q_EMIT finished(Outcome::notShown, words(reply));
 }
 
-void FreedesktopNotificationServer::lookWhetherItIsThere(const QString &reason)
+void FreedesktopNotificationServer::checkServerPresence(const QString &reason)
 {
     if (m_server.isEmpty()) {
         Q_EMIT finished(Outcome::notShown, reason);
@@ -167,7 +167,7 @@ void FreedesktopNotificationServer::lookWhetherItIsThere(const QString &reason)
     }
     auto call = busCall(u"NameHasOwner"_s);
     call << m_server;
-    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_patience.asking)), this);
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_timeouts.asking)), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, reason] {
         watcher->deleteLater();
         const QDBusReply<bool> isThere = watcher->reply();

@@ -27,13 +27,13 @@ class FreedesktopNotificationServer final : public NotificationServer {
     Q_OBJECT
 
 public:
-    struct Patience {
+    struct Timeouts {
         std::chrono::milliseconds asking{10'000}; ///< a server may have to be started
         std::chrono::milliseconds delivering{25'000};
     };
 
     /// `sound` is borrowed; it is played where the server plays none.
-    FreedesktopNotificationServer(QDBusConnection sessionBus, NotificationSound &sound, Patience patience,
+    FreedesktopNotificationServer(QDBusConnection sessionBus, NotificationSound &sound, Timeouts timeouts,
                                   QObject *parent = nullptr);
 
     void ask() override;
@@ -44,14 +44,14 @@ public:
                                                       const QStringList &capabilities);
 
 private:
-    void takeCapabilities(const QDBusMessage &reply);
-    void takeOwner(const QDBusMessage &reply);
-    void takeReply(const QDBusMessage &reply);
-    void lookWhetherItIsThere(const QString &reason);
+    void handleCapabilities(const QDBusMessage &reply);
+    void handleOwner(const QDBusMessage &reply);
+    void handleReply(const QDBusMessage &reply);
+    void checkServerPresence(const QString &reason);
 
     QDBusConnection m_bus;
     NotificationSound &m_sound;
-    Patience m_patience;
+    Timeouts m_timeouts;
     QDBusServiceWatcher m_arrivals;
     QDBusServiceWatcher m_departure;
     QString m_server; ///< the unique name of the server that answered last

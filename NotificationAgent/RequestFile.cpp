@@ -31,15 +31,15 @@ const QByteArray heading = "quillet pending requests 1";
 const QByteArray ending = "end ";
 
 // A longer file is not one of ours: it is read up to here.
-constexpr qint64 longestFile = qint64{64} * 1024 * 1024;
+constexpr qint64 maximumFileSize = qint64{64} * 1024 * 1024;
 
 constexpr qsizetype checksumLength = 16;
 
 // So many places of a line that holds more than an entry are looked at; see entryInside().
-constexpr int mostPlaces = 16;
+constexpr int maximumPlaces = 16;
 
 // In a checksum's place it says that the entry is not pending any more. No checksum looks like it.
-const QByteArray struck(checksumLength, '-');
+const QByteArray invalidChecksum(checksumLength, '-');
 
 QByteArray checksum(const QByteArray &text)
 {
@@ -82,7 +82,7 @@ qsizetype entryInside(const QByteArray &line)
         return -1;
     }
     int places = 0;
-    for (qsizetype list = line.indexOf(" [\"", checksumLength); list >= 0 && places < mostPlaces;
+    for (qsizetype list = line.indexOf(" [\"", checksumLength); list >= 0 && places < maximumPlaces;
          list = line.indexOf(" [\"", list + 1)) {
         if (!isChecksum(QByteArrayView(line).sliced(list - checksumLength, checksumLength))) {
             continue;
@@ -137,7 +137,7 @@ bool writeAll(int descriptor, const QByteArray &bytes)
 bool readAll(int descriptor, QByteArray &text)
 {
     constexpr qsizetype step = qsizetype{64} * 1024;
-    while (text.size() < longestFile) {
+    while (text.size() < maximumFileSize) {
         const qsizetype done = text.size();
         text.resize(done + step);
         const ssize_t count = ::read(descriptor, text.data() + done, static_cast<std::size_t>(step));
@@ -199,7 +199,7 @@ DecodedRequests decodedRequests(const QByteArray &text)
             hasHeading = true;
         } else if (line == ending + QByteArray::number(entries) && isComplete) {
             hasEnding = true;
-        } else if (line.startsWith(struck + " [")) {
+        } else if (line.startsWith(invalidChecksum + " [")) {
             ++entries;
         } else if (auto request = decodedLine(line)) {
             ++entries;
@@ -268,7 +268,7 @@ RequestFile::Content RequestFile::read()
                            setAside()};
     }
     if (encodedRequests(content.queue) != text) {
-        // Also what was struck goes.
+        // Also what was invalidated goes.
         if (const auto written = write(content.queue); !written) {
             content.remarks.append(written.error());
         }
@@ -321,7 +321,7 @@ std::expected<void, QString> RequestFile::write(const RequestQueue &queue)
     return {};
 }
 
-std::expected<void, QString> RequestFile::strike(const QStringList &identifiers)
+std::expected<void, QString> RequestFile::invalidate(const QStringList &identifiers)
 {
     const Descriptor file(::open(QFile::encodeName(m_path).constData(), O_WRONLY | O_CLOEXEC | O_NOFOLLOW));
     if (!file.isOpen()) {
@@ -335,7 +335,7 @@ std::expected<void, QString> RequestFile::strike(const QStringList &identifiers)
         for (const qint64 offset : offsets) {
             // Any byte of the checksum that changes makes the entry unreadable, so that this is never half
             // done.
-            if (::pwrite(file.get(), struck.constData(), checksumLength, offset) != checksumLength) {
+            if (::pwrite(file.get(), invalidChecksum.constData(), checksumLength, offset) != checksumLength) {
                 return std::unexpected(u"cannot be changed: "_s + systemError());
             }
         }

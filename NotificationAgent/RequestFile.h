@@ -37,7 +37,7 @@ struct DecodedRequests {
 class RequestFile {
 public:
     /// `log` takes a line about what is no failure.
-    explicit RequestFile(QString path, std::function<void(const QString &)> log = tellNobody);
+    explicit RequestFile(QString path, std::function<void(const QString &)> log = ignoreLog);
 
     /// The user's queue, below the folder of what programs keep between their runs ($XDG_STATE_HOME).
     [[nodiscard]] static QString userPath();
@@ -65,12 +65,12 @@ public:
 
     /// Makes the entries of these requests unreadable where they stand. It needs no room, so that it also
     /// works on a full disk, where write() does not. The requests must be in the file.
-    std::expected<void, QString> strike(const QStringList &identifiers);
+    std::expected<void, QString> invalidate(const QStringList &identifiers);
 
     [[nodiscard]] const QString &path() const { return m_path; }
 
 private:
-    static void tellNobody(const QString &) {}
+    static void ignoreLog(const QString &) {}
     [[nodiscard]] QString setAside() const;
 
     QString m_path;

@@ -20,11 +20,11 @@ using namespace std::chrono_literals;
 namespace {
 
 // Changes that come faster than they can be written share a write, up to so many.
-constexpr std::size_t mostAnswers = 1000;
+constexpr std::size_t maximumWaitingAnswers = 1000;
 
 // The time to the next try doubles from the one to the other.
 constexpr std::chrono::milliseconds firstRetry = 1s;
-constexpr std::chrono::milliseconds longestRetry = 4s;
+constexpr std::chrono::milliseconds maximumRetryInterval = 4s;
 
 } // namespace
 
@@ -46,8 +46,8 @@ RequestKeeper::RequestKeeper(RequestFile &file, LoginEntry &loginEntry, WallCloc
     m_retry.setSingleShot(true);
     connect(&m_retry, &QTimer::timeout, this, &RequestKeeper::retryNow);
     connect(&m_clock, &WallClock::woke, this, &RequestKeeper::pump);
-    connect(&m_server, &NotificationServer::answered, this, &RequestKeeper::takeAnswer);
-    connect(&m_server, &NotificationServer::finished, this, &RequestKeeper::takeOutcome);
+    connect(&m_server, &NotificationServer::answered, this, &RequestKeeper::handleServerAnswer);
+    connect(&m_server, &NotificationServer::finished, this, &RequestKeeper::handleOutcome);
     connect(&m_server, &NotificationServer::arrived, this, &RequestKeeper::retryNow);
     connect(&m_server, &NotificationServer::replaced, this, [this] {
         for (const PendingRequest &request : std::exchange(m_held, {})) {
@@ -80,7 +80,7 @@ bool RequestKeeper::load()
 void RequestKeeper::start()
 {
     if (m_step == Step::stopped) {
-        m_step = Step::resting;
+        m_step = Step::waiting;
         if (!m_queue.isEmpty()) {
             makeLoginEntry();
         }
@@ -122,7 +122,7 @@ void RequestKeeper::remove(const QStringList &identifiers, Answer answer)
 void RequestKeeper::changed(Answer answer)
 {
     m_answers.push_back(std::move(answer));
-    if (m_answers.size() >= mostAnswers) {
+    if (m_answers.size() >= maximumWaitingAnswers) {
         flush();
         pump();
     } else if (!m_flush.isActive()) {
@@ -141,7 +141,7 @@ void RequestKeeper::flush()
         result = m_file.write(m_queue);
         if (!result && !m_hasAdded) {
             // Removing needs no room.
-            if (m_file.strike(m_removed)) {
+            if (m_file.invalidate(m_removed)) {
                 result = {};
             }
         }
@@ -165,7 +165,7 @@ void RequestKeeper::flush()
     for (const Answer &answer : std::exchange(m_answers, {})) {
         answer(result);
     }
-    Q_EMIT stirred();
+    Q_EMIT activityOccurred();
 }
 
 void RequestKeeper::makeLoginEntry()
@@ -181,16 +181,17 @@ void RequestKeeper::makeLoginEntry()
     }
 }
 
-bool RequestKeeper::strike(const QStringList &identifiers)
+bool RequestKeeper::invalidate(const QStringList &identifiers)
 {
     // In place first: it costs the same however much is pending, and works where there is no room left.
-    const auto struck = m_file.strike(identifiers);
-    if (struck) {
-        m_hasStruck = true;
+    const auto invalidated = m_file.invalidate(identifiers);
+    if (invalidated) {
+        m_hasInvalidated = true;
         return true;
     }
     const auto written = m_file.write(m_queue);
-    m_log(u"queue file "_s + struck.error() + (written ? u"; written anew"_s : u"; "_s + written.error()));
+    m_log(u"queue file "_s + invalidated.error() +
+          (written ? u"; written anew"_s : u"; "_s + written.error()));
     return written.has_value();
 }
 
@@ -205,7 +206,7 @@ void RequestKeeper::drop(const PendingRequest &request, const char *reason) cons
 
 void RequestKeeper::pump()
 {
-    if (m_step != Step::resting) {
+    if (m_step != Step::waiting) {
         return;
     }
     // What was asked for goes first: what is due may just have been taken back.
@@ -226,7 +227,7 @@ void RequestKeeper::pump()
     }
     if (!dropped.isEmpty()) {
         // Should this fail, they are dropped once more when the file is read again.
-        (void)strike(dropped);
+        (void)invalidate(dropped);
     }
     if (!m_isServerAbsent) {
         if (m_queue.firstDue(now, m_postponed)) {
@@ -237,15 +238,15 @@ void RequestKeeper::pump()
     }
     // The same moment as above: a second that has begun since is not passed over.
     m_clock.wakeAt(m_queue.nextFireDate(now));
-    Q_EMIT stirred();
+    Q_EMIT activityOccurred();
 }
 
-void RequestKeeper::takeAnswer(bool isThere, const QString &reason)
+void RequestKeeper::handleServerAnswer(bool isThere, const QString &reason)
 {
     if (m_step != Step::asking) {
         return;
     }
-    m_step = Step::resting;
+    m_step = Step::waiting;
     if (!isThere) {
         if (!std::exchange(m_isAbsenceLogged, true)) {
             m_log(u"no notification server reason="_s + quotedForLog(reason));
@@ -264,13 +265,13 @@ void RequestKeeper::takeAnswer(bool isThere, const QString &reason)
         if (due) {
             m_queue.take(due->identifier);
             drop(*due, "\"its moment is over\"");
-            (void)strike({due->identifier});
+            (void)invalidate({due->identifier});
         }
         pump();
         return;
     }
     m_queue.take(due->identifier);
-    if (!strike({due->identifier})) {
+    if (!invalidate({due->identifier})) {
         m_queue.add(*due);
         m_postponed.insert(due->identifier);
         postpone();
@@ -283,14 +284,14 @@ void RequestKeeper::takeAnswer(bool isThere, const QString &reason)
     m_server.deliver(m_underWay);
 }
 
-void RequestKeeper::takeOutcome(NotificationServer::Outcome outcome, const QString &reason)
+void RequestKeeper::handleOutcome(NotificationServer::Outcome outcome, const QString &reason)
 {
     if (m_step != Step::delivering) {
         return;
     }
     // It may just have been taken back.
     flush();
-    m_step = Step::resting;
+    m_step = Step::waiting;
     const PendingRequest request = std::exchange(m_underWay, {});
     const QString identifier = quotedForLog(request.identifier);
     switch (outcome) {
@@ -335,7 +336,7 @@ void RequestKeeper::putBack(const PendingRequest &request)
 void RequestKeeper::postpone()
 {
     if (!m_retry.isActive()) {
-        m_retry.start(std::min(firstRetry * (1 << std::min(m_failures, 10)), longestRetry));
+        m_retry.start(std::min(firstRetry * (1 << std::min(m_failures, 10)), maximumRetryInterval));
         ++m_failures;
     }
 }
@@ -352,9 +353,9 @@ void RequestKeeper::retryNow()
     pump();
 }
 
-void RequestKeeper::rest()
+void RequestKeeper::stopDelivering()
 {
-    if (m_step == Step::resting) {
+    if (m_step == Step::waiting) {
         m_step = Step::stopped;
         m_clock.wakeAt(std::nullopt);
     }
@@ -363,7 +364,7 @@ void RequestKeeper::rest()
 bool RequestKeeper::isIdle() const
 {
     return m_queue.isEmpty() && m_answers.empty() && m_held.empty() &&
-           (m_step == Step::resting || m_step == Step::stopped);
+           (m_step == Step::waiting || m_step == Step::stopped);
 }
 
 void RequestKeeper::tidyUp()
@@ -371,8 +372,8 @@ void RequestKeeper::tidyUp()
     if (!m_queue.isEmpty()) {
         return;
     }
-    if (m_hasStruck && m_file.write(m_queue)) {
-        m_hasStruck = false;
+    if (m_hasInvalidated && m_file.write(m_queue)) {
+        m_hasInvalidated = false;
     }
     if (const auto removed = m_loginEntry.setPresent(false); !removed) {
         m_log(u"login entry "_s + removed.error());

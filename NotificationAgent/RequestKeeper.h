@@ -51,7 +51,7 @@ public:
     void start();
 
     /// From now on nothing more is delivered; what is asked for is still written.
-    void rest();
+    void stopDelivering();
 
     /// The identifiers of all that is pending, in the order of their moments.
     [[nodiscard]] QStringList pendingRequests() const { return m_queue.identifiers(); }
@@ -70,25 +70,25 @@ public:
     /// Whether nothing is pending and nothing under way: the agent may end.
     [[nodiscard]] bool isIdle() const;
 
-    /// Takes the login entry away, and what was struck out of the file, when nothing is pending; called when
+    /// Takes the login entry away, and what was invalidated in the file, when nothing is pending; called when
     /// the agent ends.
     void tidyUp();
 
 Q_SIGNALS:
     /// Something has been done; isIdle() may have changed.
-    void stirred();
+    void activityOccurred();
 
 private:
     void changed(Answer answer);
     void flush();
     void pump();
-    void takeAnswer(bool isThere, const QString &reason);
-    void takeOutcome(NotificationServer::Outcome outcome, const QString &reason);
+    void handleServerAnswer(bool isThere, const QString &reason);
+    void handleOutcome(NotificationServer::Outcome outcome, const QString &reason);
     void putBack(const PendingRequest &request);
     void postpone();
     void makeLoginEntry();
     void retryNow();
-    [[nodiscard]] bool strike(const QStringList &identifiers);
+    [[nodiscard]] bool invalidate(const QStringList &identifiers);
     void drop(const PendingRequest &request, const char *reason) const;
 
     RequestFile &m_file;
@@ -105,7 +105,7 @@ private:
     bool m_hasAdded = false;
     QTimer m_flush;
 
-    enum class Step { stopped, resting, asking, delivering };
+    enum class Step { stopped, waiting, asking, delivering };
     Step m_step = Step::stopped;
     /// The request that has been handed to the server; it is not in the queue.
     PendingRequest m_underWay;
@@ -124,7 +124,7 @@ private:
     int m_failures = 0;
     bool m_isEntryPresent = false;
     bool m_isEntryFailureLogged = false;
-    bool m_hasStruck = false;
+    bool m_hasInvalidated = false;
 };
 
 } // namespace corvane

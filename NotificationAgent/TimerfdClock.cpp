@@ -22,7 +22,7 @@ TimerfdClock::TimerfdClock(QObject *parent)
         qFatal("the kernel gives no timer");
     }
     m_alarm = new QSocketNotifier(m_timer, QSocketNotifier::Read, this);
-    connect(m_alarm, &QSocketNotifier::activated, this, &TimerfdClock::takeAlarm);
+    connect(m_alarm, &QSocketNotifier::activated, this, &TimerfdClock::handleAlarm);
 }
 
 TimerfdClock::~TimerfdClock()
@@ -55,7 +55,7 @@ void TimerfdClock::wakeAt(std::optional<qint64> second)
     }
 }
 
-void TimerfdClock::takeAlarm()
+void TimerfdClock::handleAlarm()
 {
     quint64 count = 0;
     // It fails with ECANCELED when the clock was set, and with EAGAIN when the alarm was set anew meanwhile.

@@ -23,7 +23,7 @@ public:
     void wakeAt(std::optional<qint64> second) override;
 
 private:
-    void takeAlarm();
+    void handleAlarm();
 
     int m_timer;
     QSocketNotifier *m_alarm = nullptr;

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "NotificationAgent/AgentInterface.h"
-#include "NotificationAgent/AgentLife.h"
+#include "NotificationAgent/AgentLifecycle.h"
 #include "NotificationAgent/AgentLog.h"
 #include "NotificationAgent/CanberraNotificationSound.h"
 #include "NotificationAgent/FreedesktopNotificationServer.h"
@@ -31,7 +31,7 @@ using namespace corvane;
 namespace {
 
 // An agent that is about to end gives its lock up within this time.
-constexpr std::chrono::milliseconds lockPatience = 5s;
+constexpr std::chrono::milliseconds lockTimeout = 5s;
 constexpr std::chrono::milliseconds lockInterval = 20ms;
 
 LoginEntry userLoginEntry()
@@ -49,10 +49,11 @@ struct Agent {
         , server(bus, sound, {})
         , keeper(file, loginEntry, clock, server, log)
         , interface(bus, keeper, log)
-        , life(bus, keeper, log)
+        , lifecycle(bus, keeper, log)
     {
-        QObject::connect(&interface, &AgentInterface::called, &life, &AgentLife::stir);
-        QObject::connect(&life, &AgentLife::ended, qApp, [](int status) { QCoreApplication::exit(status); });
+        QObject::connect(&interface, &AgentInterface::called, &lifecycle, &AgentLifecycle::updateIdleTimer);
+        QObject::connect(&lifecycle, &AgentLifecycle::ended, qApp,
+                         [](int status) { QCoreApplication::exit(status); });
         new NotificationAgentAdaptor(&interface);
     }
 
@@ -64,8 +65,8 @@ struct Agent {
             QCoreApplication::exit(1);
             return;
         }
-        connection.registerObject(QString::fromLatin1(AgentLife::objectPath), &interface);
-        life.begin();
+        connection.registerObject(QString::fromLatin1(AgentLifecycle::objectPath), &interface);
+        lifecycle.begin();
     }
 
     std::function<void(const QString &)> log;
@@ -77,7 +78,7 @@ struct Agent {
     FreedesktopNotificationServer server;
     RequestKeeper keeper;
     AgentInterface interface;
-    AgentLife life;
+    AgentLifecycle lifecycle;
 };
 
 /// Waits for the lock, then makes the agent.
@@ -124,7 +125,7 @@ void launchAtLogin(QueueLock &lock, const QDBusConnection &bus, const AgentLog &
     lock.unlock();
     auto call = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
                                                u"org.freedesktop.DBus"_s, u"StartServiceByName"_s);
-    call << QString::fromLatin1(AgentLife::serviceName) << 0U;
+    call << QString::fromLatin1(AgentLifecycle::serviceName) << 0U;
     auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, 25'000), qApp);
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, qApp, [watcher, launchHere] {
         watcher->deleteLater();
@@ -156,7 +157,7 @@ int main(int argc, char *argv[])
     }
     QueueLock lock(RequestFile::userPath() + u".lock"_s);
     std::unique_ptr<Agent> agent;
-    const auto launchHere = [&] { launch(lock, QDeadlineTimer(lockPatience), bus, log, agent); };
+    const auto launchHere = [&] { launch(lock, QDeadlineTimer(lockTimeout), bus, log, agent); };
     // On the loop's first turn: exit() has no effect before the loop runs.
     QTimer::singleShot(0, &application, [&] {
         if (QCoreApplication::arguments().contains(u"--login"_s)) {

@@ -40,10 +40,10 @@ TeachingAction startNow()
             .nextTransitionDate = std::nullopt};
 }
 
-/// From the making of a panel to the first picture of it that the X server shows.
+/// From the making of a banner panel to the first picture of it that the X server shows.
 void firstFrameOfABanner(benchmark::State &state)
 {
-    X11BannerPanels panels(
+    X11BannerPanels bannerPanels(
         [](const TeachingAction &action, std::function<void()> onDismiss) {
             return std::make_unique<FloatingBannerView>(action, std::move(onDismiss));
         },
@@ -57,17 +57,17 @@ void firstFrameOfABanner(benchmark::State &state)
     };
     for (auto _ : state) {
         const Seconds begin = uptime();
-        const auto panel = panels.makePanel(home, {}, startNow(), {});
-        panel->setFrame(home.scaledAboutCentre(0.95));
-        panel->setAlpha(0);
-        panel->orderFrontRegardless();
-        panel->animate({.duration = Seconds{0.22}, .curve = TimingCurve::easeOut, .alpha = 1, .frame = home},
-                       {});
+        const auto bannerPanel = bannerPanels.makeBannerPanel(home, {}, startNow(), {});
+        bannerPanel->setFrame(home.scaledAboutCentre(0.95));
+        bannerPanel->setAlpha(0);
+        bannerPanel->orderFrontRegardless();
+        bannerPanel->animate(
+            {.duration = Seconds{0.22}, .curve = TimingCurve::easeOut, .alpha = 1, .frame = home}, {});
         do {
             QCoreApplication::processEvents();
         } while (!isSeen());
         state.SetIterationTime((uptime() - begin).count());
-        panel->close();
+        bannerPanel->close();
         do {
             QCoreApplication::processEvents();
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

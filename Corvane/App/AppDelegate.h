@@ -5,8 +5,8 @@
 
 namespace corvane {
 
-/// What makes the program one that lives in the panel alone. (Nothing of it stands in a task bar because none
-/// of its windows is of the kind that does.)
+/// What makes the program one that lives in the status item host alone. (Nothing of it stands in a task bar
+/// because none of its windows is of the kind that does.)
 class AppDelegate {
 public:
     /// Called once, after the application object is made and before any window is.

@@ -35,13 +35,13 @@ void chooseBanners(LiveServices &services)
     if (isWayland && wayland->open() && wayland->offersOverlays()) {
         services.wayland = std::move(wayland);
         services.bannerScreens = std::make_unique<WaylandScreens>(*services.wayland);
-        services.panels = std::make_unique<LayerShellBannerPanels>(*services.wayland, makeContent, shape,
-                                                                   *services.debugLogger);
+        services.bannerPanels = std::make_unique<LayerShellBannerPanels>(*services.wayland, makeContent,
+                                                                         shape, *services.debugLogger);
         services.debugLogger->log(u"banners in the compositor's overlay layer"_s, currentDate());
         return;
     }
-    services.bannerScreens = std::make_unique<X11Screens>();
-    services.panels = std::make_unique<X11BannerPanels>(makeContent, shape);
+    services.bannerScreens = std::make_unique<ToolkitScreens>();
+    services.bannerPanels = std::make_unique<X11BannerPanels>(makeContent, shape);
     if (isWayland) {
         services.debugLogger->log(
             QGuiApplication::platformName() == "xcb"_L1
@@ -75,11 +75,11 @@ AppEnvironment AppEnvironment::live(LiveServices &services)
 
     services.sounds = std::make_unique<CanberraSounds>();
     services.soundPlayer = std::make_unique<SystemSoundPlayer>(*services.debugLogger, *services.sounds);
-    services.screens = std::make_unique<X11Screens>();
+    services.screens = std::make_unique<ToolkitScreens>();
     chooseBanners(services);
     services.notificationPresenter = std::make_unique<FloatingBannerPresenter>(
         *services.soundPlayer, *services.debugLogger, *services.settings, *services.bannerScreens,
-        *services.panels);
+        *services.bannerPanels);
     services.scheduler = std::make_unique<WorkflowTransitionScheduler>();
     services.notificationCenter = std::make_unique<AgentNotificationCenter>(QDBusConnection::sessionBus());
     services.systemNotificationScheduler = std::make_unique<SystemNotificationScheduler>(

@@ -28,21 +28,21 @@ AppScenes::AppScenes(MenuBarViewModel &viewModel, const Screens &screens, System
           .openWindow =
               [this](const WindowName &window) {
                   open(window);
-                  m_panel.close();
+                  m_menuBarPanel.close();
               },
           .openWindowBeside =
               [this](const WindowName &window) {
-                  if (m_panel.openedByItself()) {
+                  if (m_menuBarPanel.openedByItself()) {
                       m_windows.open(window.identifier, false);
                   } else {
-                      m_panel.stayOpenBesideWindows();
+                      m_menuBarPanel.stayOpenBesideWindows();
                       open(window);
                   }
               },
           .quit = std::move(quit)}
     , m_windows(windowSystem)
-    , m_panel([this] { return std::make_unique<MenuBarContentView>(m_viewModel, m_menuActions); }, screens,
-              windowSystem)
+    , m_menuBarPanel([this] { return std::make_unique<MenuBarContentView>(m_viewModel, m_menuActions); },
+                     screens, windowSystem)
 {
     addWindows();
 }

@@ -15,15 +15,15 @@ namespace corvane {
 class Screens;
 class SystemSounds;
 
-/// All that the program shows besides its banners: the panel that the bell opens, and the windows that the
-/// commands open. Nothing of it exists until it is opened.
+/// All that the program shows besides its banners: the menu bar panel that the bell opens, and the windows
+/// that the commands open. Nothing of it exists until it is opened.
 class AppScenes {
 public:
     /// What is passed is borrowed. `quit` ends the program.
     AppScenes(MenuBarViewModel &viewModel, const Screens &screens, SystemSounds &sounds,
               WindowSystem &windowSystem, std::function<void()> quit);
 
-    [[nodiscard]] MenuBarPanel &panel() { return m_panel; }
+    [[nodiscard]] MenuBarPanel &menuBarPanel() { return m_menuBarPanel; }
 
     /// The commands as the native menu offers them, to be taken afresh when they may have changed.
     [[nodiscard]] const MenuActions &menuActions() const { return m_menuActions; }
@@ -38,7 +38,7 @@ private:
     UserManualPDF m_manual;
     MenuActions m_menuActions;
     WindowScenes m_windows;
-    MenuBarPanel m_panel;
+    MenuBarPanel m_menuBarPanel;
 };
 
 } // namespace corvane

@@ -28,7 +28,7 @@ CorvaneApp::CorvaneApp(StartedBy startedBy) : m_mayOpenByItself(startedBy == Sta
     m_scenes = std::make_unique<AppScenes>(*m_viewModel, *m_services.screens, *m_services.sounds,
                                            m_windowSystem, &QCoreApplication::quit);
     showStatusItem();
-    watchForPanel();
+    watchForHost();
     // Before the session's lock is watched: that speaks to another bus, which may take its time.
     spawn(m_viewModel->start());
     watchSessionLock();
@@ -39,9 +39,9 @@ void CorvaneApp::activate(const QString &token)
     logger().log(u"second start handed over"_s, currentDate());
     m_windowSystem.userAsked(token);
     if (m_statusItem->isShown()) {
-        m_scenes->panel().open(std::nullopt);
+        m_scenes->menuBarPanel().open(std::nullopt);
     } else {
-        m_scenes->panel().openAsWindow();
+        m_scenes->menuBarPanel().openAsWindow();
     }
 }
 
@@ -58,7 +58,7 @@ void CorvaneApp::showStatusItem()
     QObject::connect(m_statusItem.get(), &StatusItem::activated, m_viewModel.get(),
                      [this](std::optional<Point> position, const QString &token) {
                          m_windowSystem.userAsked(token);
-                         m_scenes->panel().toggle(position);
+                         m_scenes->menuBarPanel().toggle(position);
                      });
     offerMenu();
     const auto publishTitle = [this] { m_statusItem->setTitle(m_viewModel->menuTitle()); };
@@ -69,11 +69,11 @@ void CorvaneApp::showStatusItem()
 
 void CorvaneApp::offerMenu()
 {
-    // The commands again, for panels that open a menu instead of telling of a click.
+    // The commands again, for status item hosts that open a menu instead of telling of a click.
     std::vector<StatusMenuEntry> entries;
     entries.push_back({.text = scheduleStatus::title(), .action = [this] {
                            m_windowSystem.userAsked({});
-                           m_scenes->panel().open(std::nullopt);
+                           m_scenes->menuBarPanel().open(std::nullopt);
                        }});
     for (MenuCommand &command : menuCommands(*m_viewModel, m_scenes->menuActions())) {
         if (command.beginsGroup) {
@@ -86,27 +86,28 @@ void CorvaneApp::offerMenu()
                      [this] { menuContentAppeared(*m_viewModel, m_scenes->menuActions()); });
 }
 
-void CorvaneApp::watchForPanel()
+void CorvaneApp::watchForHost()
 {
-    m_panelPatience.setSingleShot(true);
-    m_panelPatience.setInterval(panelPatience);
-    QObject::connect(&m_panelPatience, &QTimer::timeout, &m_panelPatience, [this] {
+    m_hostTimer.setSingleShot(true);
+    m_hostTimer.setInterval(hostTimeout);
+    QObject::connect(&m_hostTimer, &QTimer::timeout, &m_hostTimer, [this] {
         logger().log(u"no panel shows the bell; starting Quillet again opens its schedule"_s, currentDate());
-        // Once, so that a teacher whose desktop has no panel learns that it runs and how to reach it.
+        // Once, so that a teacher whose desktop has no status item host learns that it runs and how to reach
+        // it.
         if (std::exchange(m_mayOpenByItself, false)) {
-            m_scenes->panel().openAsWindow(MenuBarPanel::Wish::none);
+            m_scenes->menuBarPanel().openAsWindow(MenuBarPanel::OpenedBy::program);
         }
     });
     const auto follow = [this](bool isShown) {
         if (isShown) {
-            // From here on a teacher knows where the bell is; a panel that restarts opens nothing.
+            // From here on a teacher knows where the bell is; a host that restarts opens nothing.
             m_mayOpenByItself = false;
-            m_panelPatience.stop();
+            m_hostTimer.stop();
         } else {
-            m_panelPatience.start();
+            m_hostTimer.start();
         }
     };
-    QObject::connect(m_statusItem.get(), &StatusItem::shownChanged, &m_panelPatience, follow);
+    QObject::connect(m_statusItem.get(), &StatusItem::shownChanged, &m_hostTimer, follow);
     follow(m_statusItem->isShown());
 }
 
@@ -116,7 +117,7 @@ void CorvaneApp::watchSessionLock()
         std::make_unique<SessionLockWatcher>(QDBusConnection::systemBus(), QDBusConnection::sessionBus());
     // A banner stands above everything, the lock screen included, where it would be read by anyone.
     const auto follow = [this](bool isLocked) {
-        m_services.panels->setSessionLocked(isLocked);
+        m_services.bannerPanels->setSessionLocked(isLocked);
         logger().log(isLocked ? u"session locked"_s : u"session unlocked"_s, currentDate());
     };
     QObject::connect(m_sessionLock.get(), &SessionLockWatcher::lockedChanged, m_viewModel.get(), follow);

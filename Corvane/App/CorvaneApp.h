@@ -8,7 +8,7 @@
 #include "Corvane/App/LiveServices.h"
 #include "Corvane/Platform/Linux/Freedesktop/DesktopStatusItem.h"
 #include "Corvane/Platform/Linux/Freedesktop/SessionLockWatcher.h"
-#include "Corvane/Platform/Linux/X11/X11WindowSystem.h"
+#include "Corvane/Platform/Linux/Toolkit/ToolkitWindowSystem.h"
 #include "Corvane/Services/MenuBarViewModel.h"
 
 #include <QTimer>
@@ -18,8 +18,8 @@
 
 namespace corvane {
 
-/// The running program: its services, the view model, the status item, the panel and the windows. Made once,
-/// when it is known that no other one runs; monitoring starts by itself.
+/// The running program: its services, the view model, the status item, the menu bar panel and the windows.
+/// Made once, when it is known that no other one runs; monitoring starts by itself.
 class CorvaneApp {
 public:
     /// Who started the program: at login nothing opens that was not asked for.
@@ -34,20 +34,20 @@ public:
 
 private:
     void showStatusItem();
-    void watchForPanel();
+    void watchForHost();
     void offerMenu();
     void watchSessionLock();
 
-    /// For so long no panel shows the bell until the desktop counts as one that has none.
-    static constexpr std::chrono::seconds panelPatience{60};
+    /// For so long no host shows the bell until the desktop counts as one that has none.
+    static constexpr std::chrono::seconds hostTimeout{60};
 
     AppDelegate m_appDelegate;
     LiveServices m_services;
     std::unique_ptr<MenuBarViewModel> m_viewModel;
-    X11WindowSystem m_windowSystem;
+    ToolkitWindowSystem m_windowSystem;
     std::unique_ptr<AppScenes> m_scenes;
     std::unique_ptr<DesktopStatusItem> m_statusItem;
-    QTimer m_panelPatience;
+    QTimer m_hostTimer;
     bool m_mayOpenByItself;
     std::unique_ptr<SessionLockWatcher> m_sessionLock;
 };

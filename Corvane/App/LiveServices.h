@@ -9,11 +9,11 @@
 #include "Corvane/Notifications/SystemSoundPlayer.h"
 #include "Corvane/Platform/Linux/Freedesktop/AgentNotificationCenter.h"
 #include "Corvane/Platform/Linux/Sound/CanberraSounds.h"
+#include "Corvane/Platform/Linux/Toolkit/ToolkitScreens.h"
 #include "Corvane/Platform/Linux/Wayland/LayerShellBannerPanels.h"
 #include "Corvane/Platform/Linux/Wayland/WaylandConnection.h"
 #include "Corvane/Platform/Linux/Wayland/WaylandScreens.h"
 #include "Corvane/Platform/Linux/X11/X11BannerPanels.h"
-#include "Corvane/Platform/Linux/X11/X11Screens.h"
 #include "Corvane/Services/CombinedLessonScheduleStore.h"
 #include "Corvane/Services/WorkflowTransitionScheduler.h"
 #include "Corvane/Settings/LoginItem.h"
@@ -38,10 +38,10 @@ struct LiveServices {
     std::unique_ptr<CombinedLessonScheduleStore> scheduleStore;
     std::unique_ptr<CanberraSounds> sounds;
     std::unique_ptr<SystemSoundPlayer> soundPlayer;
-    std::unique_ptr<X11Screens> screens;        ///< as the toolkit's windows see them
+    std::unique_ptr<ToolkitScreens> screens;    ///< as the toolkit's windows see them
     std::unique_ptr<WaylandConnection> wayland; ///< where the compositor shows banners by itself
     std::unique_ptr<Screens> bannerScreens;     ///< as the banners see them
-    std::unique_ptr<CardPanels> panels;
+    std::unique_ptr<CardBannerPanels> bannerPanels;
     std::unique_ptr<FloatingBannerPresenter> notificationPresenter;
     std::unique_ptr<WorkflowTransitionScheduler> scheduler;
     std::unique_ptr<AgentNotificationCenter> notificationCenter;

@@ -18,13 +18,13 @@ std::unique_ptr<QSettings> SettingsFile::open()
     // The user's file alone: a value of the machine's would look as if the user had chosen it.
     settings->setFallbacksEnabled(false);
     if (settings->status() == QSettings::FormatError) {
-        m_garbledPath = settings->fileName();
+        m_corruptPath = settings->fileName();
         // Never over an earlier copy: that may be the one that matters.
-        QString copy = m_garbledPath + u".unreadable"_s;
+        QString copy = m_corruptPath + u".unreadable"_s;
         for (int number = 2; QFile::exists(copy); ++number) {
-            copy = m_garbledPath + u".unreadable-"_s + QString::number(number);
+            copy = m_corruptPath + u".unreadable-"_s + QString::number(number);
         }
-        if (QFile::copy(m_garbledPath, copy)) {
+        if (QFile::copy(m_corruptPath, copy)) {
             m_copyPath = copy;
         }
     }
@@ -33,8 +33,8 @@ std::unique_ptr<QSettings> SettingsFile::open()
 
 void SettingsFile::report(const QSettings &settings, DebugLogService &logger) const
 {
-    if (!m_garbledPath.isEmpty()) {
-        logger.log(u"settings file not understood path=\""_s + m_garbledPath + u"\" copy=\""_s + m_copyPath +
+    if (!m_corruptPath.isEmpty()) {
+        logger.log(u"settings file not understood path=\""_s + m_corruptPath + u"\" copy=\""_s + m_copyPath +
                        u'"',
                    currentDate());
     }

@@ -23,7 +23,7 @@ public:
     void report(const QSettings &settings, DebugLogService &logger) const;
 
 private:
-    QString m_garbledPath;
+    QString m_corruptPath;
     QString m_copyPath;
 };
 

@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace corvane::look {
 
-void paintField(const QWidget &field, bool hasKeyboard)
+void paintField(const QWidget &field, bool hasFocus)
 {
     QPainter painter(const_cast<QWidget *>(&field));
     painter.setRenderHint(QPainter::Antialiasing);
@@ -33,7 +33,7 @@ void paintField(const QWidget &field, bool hasKeyboard)
     painter.setPen(QPen(fieldEdgeColor(field.palette()), 1));
     painter.drawRoundedRect(area.adjusted(0.5, 0.5, -0.5, -0.5), control::cornerRadius - 0.5,
                             control::cornerRadius - 0.5);
-    if (hasKeyboard && field.window()->isActiveWindow()) {
+    if (hasFocus && field.window()->isActiveWindow()) {
         paintFocusRing(painter, area, control::cornerRadius, field.palette());
     }
 }

@@ -12,7 +12,7 @@ namespace corvane::look {
 
 /// The ground that something to be filled in stands on; with a ring where it has the keyboard. Called while
 /// painting `field`.
-void paintField(const QWidget &field, bool hasKeyboard);
+void paintField(const QWidget &field, bool hasFocus);
 
 /// How tall a field is with a text in `font`: as tall as a button.
 [[nodiscard]] int fieldHeight(const QFont &font);

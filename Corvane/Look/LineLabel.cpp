@@ -15,7 +15,7 @@ namespace corvane::look {
 namespace {
 
 /// No line of the screen holds more; measuring a text of a million characters would take too long.
-constexpr qsizetype longestLine = 1000;
+constexpr qsizetype maximumLineLength = 1000;
 
 bool turnsDirection(char16_t c)
 {
@@ -27,10 +27,10 @@ bool turnsDirection(char16_t c)
 QString oneLine(const QString &text)
 {
     QString line;
-    line.reserve(std::min(text.size(), longestLine));
+    line.reserve(std::min(text.size(), maximumLineLength));
     for (const QChar c : text) {
         // Not between the two halves of one character.
-        if (line.size() >= longestLine && !(c.isLowSurrogate() && line.back().isHighSurrogate())) {
+        if (line.size() >= maximumLineLength && !(c.isLowSurrogate() && line.back().isHighSurrogate())) {
             break;
         }
         const QChar::Category category = c.category();

@@ -63,10 +63,10 @@ double contrast(const QColor &one, const QColor &other)
 /// highlight may be as pale as its window.
 QColor legible(QColor color, const QPalette &palette)
 {
-    constexpr double leastContrast = 4.5;
+    constexpr double minimumContrast = 4.5;
     const QColor text = palette.color(QPalette::WindowText);
     const QColor ground = palette.color(QPalette::Window);
-    for (int step = 0; step < 20 && contrast(color, ground) < leastContrast; ++step) {
+    for (int step = 0; step < 20 && contrast(color, ground) < minimumContrast; ++step) {
         color = mixed(color, text, 0.9);
     }
     return color;

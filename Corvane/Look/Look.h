@@ -80,7 +80,7 @@ inline constexpr double cornerRadius = 12;
 
 } // namespace card
 
-/// The bell's panel: today's schedule, and the commands below it.
+/// The menu bar panel: today's schedule, and the commands below it.
 namespace menu {
 
 inline constexpr int width = 320;
@@ -175,8 +175,8 @@ inline constexpr int formSpacing = 10;  ///< between the lines of a form
 /// The first-run setup: one page at a time.
 namespace setup {
 
-inline constexpr int leastWidth = 620;
-inline constexpr int leastHeight = 420;
+inline constexpr int minimumWidth = 620;
+inline constexpr int minimumHeight = 420;
 inline constexpr int padding = 42;
 inline constexpr int spacing = 24;
 inline constexpr int textWidth = 500; ///< of the page and of the buttons, at most
@@ -228,8 +228,8 @@ inline constexpr double informationShrinks = 1;
 
 } // namespace banner
 
-/// The card of the bell's panel.
-namespace panel {
+/// The card of the menu bar panel.
+namespace menuBarPanel {
 
 inline constexpr double cornerRadius = 10;
 inline constexpr int shadowReach = 14;
@@ -237,6 +237,6 @@ inline constexpr double shadowOpacity = 0.075; ///< of the innermost of its laye
 inline constexpr int shadowRise = 2;           ///< so much less of it shows above than below
 inline constexpr double edgeOpacity = 0.22;    ///< of the text's colour, over the background
 
-} // namespace panel
+} // namespace menuBarPanel
 
 } // namespace corvane::look

@@ -50,7 +50,7 @@ public:
         case PM_ScrollBarExtent:
             return extent;
         case PM_ScrollBarSliderMin:
-            return leastLength;
+            return minimumThumbLength;
         default:
             return QProxyStyle::pixelMetric(metric, option, widget);
         }
@@ -66,7 +66,7 @@ public:
         const int groove = bar->rect.height();
         const double share =
             bar->pageStep / std::max(1.0, double(bar->maximum) - bar->minimum + bar->pageStep);
-        const int length = std::min(groove, std::max(leastLength, static_cast<int>(groove * share)));
+        const int length = std::min(groove, std::max(minimumThumbLength, static_cast<int>(groove * share)));
         const int top = sliderPositionFromValue(bar->minimum, bar->maximum, bar->sliderPosition,
                                                 groove - length, bar->upsideDown);
         switch (part) {
@@ -109,7 +109,7 @@ private:
     static constexpr int extent = 10;
     static constexpr int resting = 4; ///< how thick the thumb is
     static constexpr int held = 6;
-    static constexpr int leastLength = 24;
+    static constexpr int minimumThumbLength = 24;
 };
 
 } // namespace

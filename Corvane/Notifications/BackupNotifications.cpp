@@ -12,7 +12,7 @@ namespace corvane {
 namespace {
 
 /// Seconds since 1970, cut towards zero.
-qint64 wholeSeconds(Date date)
+qint64 truncatedSeconds(Date date)
 {
     // The first double beyond the range; its negative is still inside.
     constexpr double limit = 9223372036854775808.0;
@@ -32,11 +32,11 @@ std::array<NotificationRequest, 5> backupNotifications(const Lesson &lesson, con
     const Date start = lesson.startTime;
     const Date end = lesson.endTime();
     const PlatformProfile &profile = lesson.profile;
-    const QString lessonKey = u'.' + QString::number(wholeSeconds(start)) + u'.' + student;
+    const QString identifierSuffix = u'.' + QString::number(truncatedSeconds(start)) + u'.' + student;
 
     const auto request = [&](const QString &kind, Date fireDate, const QString &title, const QString &body,
                              Date expirationDate) {
-        return NotificationRequest{.identifier = identifierPrefix + kind + lessonKey,
+        return NotificationRequest{.identifier = identifierPrefix + kind + identifierSuffix,
                                    .title = title,
                                    .body = body,
                                    .categoryIdentifier = u"quillet.lesson"_s,

@@ -21,9 +21,9 @@ bool isUrgent(const TeachingAction &action)
     return action.priority == TeachingActionPriority::urgent;
 }
 
-/// A lesson's date may be any double: more seconds than an integer holds are as good as the most it holds,
-/// and what is no number counts as none.
-std::int64_t wholeSeconds(double seconds)
+/// Cut towards zero. A lesson's date may be any double: more seconds than an integer holds are as good as the
+/// most it holds, and what is no number counts as none.
+std::int64_t saturatedSeconds(double seconds)
 {
     constexpr double most = 9e15; // every whole number up to here is a double of its own
     return std::isnan(seconds) ? 0 : static_cast<std::int64_t>(std::clamp(seconds, -most, most));
@@ -101,7 +101,7 @@ AccentColor accentColor(const TeachingAction &action)
 std::int64_t secondsUntilLessonStart(const TeachingAction &action, Date currentDate)
 {
     const std::optional<Lesson> &lesson = action.lessonOrNext();
-    return lesson ? wholeSeconds(std::ceil((lesson->startTime - currentDate).count())) : 0;
+    return lesson ? saturatedSeconds(std::ceil((lesson->startTime - currentDate).count())) : 0;
 }
 
 QString title(const TeachingAction &action, Date currentDate)
@@ -192,9 +192,9 @@ QString informationLine(const TeachingAction &action, Date currentDate)
 
 QString formattedDuration(Seconds duration)
 {
-    constexpr std::int64_t longestInSeconds = 89;
-    const std::int64_t seconds = std::max<std::int64_t>(wholeSeconds(duration.count()), 0);
-    if (seconds <= longestInSeconds) {
+    constexpr std::int64_t maximumInSeconds = 89;
+    const std::int64_t seconds = std::max<std::int64_t>(saturatedSeconds(duration.count()), 0);
+    if (seconds <= maximumInSeconds) {
         return seconds == 1 ? u"1 second"_s : QString::number(seconds) + u" seconds"_s;
     }
     // Halves go up, so that the shortest time told in minutes is two of them: one minute is never named.

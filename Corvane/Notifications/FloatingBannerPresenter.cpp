@@ -20,7 +20,7 @@ namespace {
 constexpr Size bannerSize{1000, 280};
 constexpr double margin = 48; ///< to the edges of the visible area
 
-constexpr PanelTraits bannerTraits{
+constexpr BannerPanelTraits bannerTraits{
     .level = 1000, // above normal, floating and status windows, where screen savers are
     .collectionBehavior =
         329,          // on every space, transient, not in the window cycle, beside full-screen windows
@@ -46,13 +46,13 @@ QString rectangleText(Rect rect)
 
 FloatingBannerPresenter::FloatingBannerPresenter(const SoundPlaying &soundPlayer, DebugLogService &logger,
                                                  const AppSettings &settings, Screens &screens,
-                                                 BannerPanels &panels, QObject *parent)
+                                                 BannerPanels &bannerPanels, QObject *parent)
     : QObject(parent)
     , m_soundPlayer(soundPlayer)
     , m_logger(logger)
     , m_settings(settings)
     , m_screens(screens)
-    , m_panels(panels)
+    , m_bannerPanels(bannerPanels)
 {
 }
 
@@ -65,20 +65,20 @@ void FloatingBannerPresenter::present(const TeachingAction &action)
     m_soundPlayer.playNotificationSound();
 
     const Screen screen = activeScreen();
-    const std::shared_ptr<BannerPanel> panel = makeWindow(action, screen);
-    m_visibleWindows.push_back(panel);
+    const std::shared_ptr<BannerPanel> bannerPanel = makeWindow(action, screen);
+    m_visibleWindows.push_back(bannerPanel);
 
-    const Rect finalFrame = panel->frame();
-    panel->setFrame(finalFrame.scaledAboutCentre(appearScale));
-    panel->setAlpha(0);
-    panel->orderFrontRegardless();
-    panel->animate(
+    const Rect finalFrame = bannerPanel->frame();
+    bannerPanel->setFrame(finalFrame.scaledAboutCentre(appearScale));
+    bannerPanel->setAlpha(0);
+    bannerPanel->orderFrontRegardless();
+    bannerPanel->animate(
         {.duration = appearDuration, .curve = TimingCurve::easeOut, .alpha = 1, .frame = finalFrame}, {});
 
     m_logger.log(u"popup shown screenFrame="_s + rectangleText(screen.frame) + u" windowFrame="_s +
-                     rectangleText(panel->frame()),
+                     rectangleText(bannerPanel->frame()),
                  currentDate());
-    spawn(scheduleDismissal(panel, displayDuration(action)));
+    spawn(scheduleDismissal(bannerPanel, displayDuration(action)));
 }
 
 Point FloatingBannerPresenter::origin(Size size, Rect visible, NotificationPosition position)
@@ -119,8 +119,8 @@ Point FloatingBannerPresenter::origin(Size size, Rect visible, NotificationPosit
 
 void FloatingBannerPresenter::dismissExistingWindows()
 {
-    for (const auto &panel : m_visibleWindows) {
-        panel->close();
+    for (const auto &bannerPanel : m_visibleWindows) {
+        bannerPanel->close();
     }
     m_visibleWindows.clear();
 }
@@ -148,15 +148,17 @@ std::shared_ptr<BannerPanel> FloatingBannerPresenter::makeWindow(const TeachingA
 {
     const Point corner = origin(bannerSize, screen.visibleFrame, m_settings.notificationPosition());
     const Rect frame{corner.x, corner.y, bannerSize.width, bannerSize.height};
-    // The handler needs the panel, which is made with the handler: a box that is filled afterwards ties them.
+    // The handler needs the banner panel, which is made with the handler: a box that is filled afterwards
+    // ties them.
     const auto shown = std::make_shared<std::weak_ptr<BannerPanel>>();
-    auto panel = m_panels.makePanel(frame, bannerTraits, action, [self = QPointer(this), shown] {
-        if (const auto panel = shown->lock(); panel != nullptr && self != nullptr) {
-            self->dismiss(panel);
-        }
-    });
-    *shown = panel;
-    return panel;
+    auto bannerPanel =
+        m_bannerPanels.makeBannerPanel(frame, bannerTraits, action, [self = QPointer(this), shown] {
+            if (const auto bannerPanel = shown->lock(); bannerPanel != nullptr && self != nullptr) {
+                self->dismiss(bannerPanel);
+            }
+        });
+    *shown = bannerPanel;
+    return bannerPanel;
 }
 
 double FloatingBannerPresenter::displayDuration(const TeachingAction &action) const
@@ -169,37 +171,39 @@ double FloatingBannerPresenter::displayDuration(const TeachingAction &action) co
     return chosen;
 }
 
-QCoro::Task<void> FloatingBannerPresenter::scheduleDismissal(std::weak_ptr<BannerPanel> panel, double seconds)
+QCoro::Task<void> FloatingBannerPresenter::scheduleDismissal(std::weak_ptr<BannerPanel> bannerPanel,
+                                                             double seconds)
 {
     const QPointer self(this);
     // Written so that a length that is not a number becomes the shortest.
     co_await wait(Seconds{seconds > shortestTimeOnScreen ? seconds : shortestTimeOnScreen});
-    const auto shown = panel.lock();
+    const auto shown = bannerPanel.lock();
     if (self != nullptr && shown != nullptr) {
         self->dismiss(shown);
     }
 }
 
-void FloatingBannerPresenter::dismiss(const std::shared_ptr<BannerPanel> &panel)
+void FloatingBannerPresenter::dismiss(const std::shared_ptr<BannerPanel> &bannerPanel)
 {
-    if (panel == nullptr) {
+    if (bannerPanel == nullptr) {
         return;
     }
-    panel->animate({.duration = disappearDuration,
-                    .curve = TimingCurve::easeIn,
-                    .alpha = 0,
-                    .frame = panel->frame().scaledAboutCentre(disappearScale)},
-                   [self = QPointer(this), leaving = std::weak_ptr(panel)] {
-                       if (const auto panel = leaving.lock(); panel != nullptr && self != nullptr) {
-                           panel->close();
-                           std::erase(self->m_leavingWindows, panel);
-                       }
-                   });
+    bannerPanel->animate({.duration = disappearDuration,
+                          .curve = TimingCurve::easeIn,
+                          .alpha = 0,
+                          .frame = bannerPanel->frame().scaledAboutCentre(disappearScale)},
+                         [self = QPointer(this), leaving = std::weak_ptr(bannerPanel)] {
+                             if (const auto bannerPanel = leaving.lock();
+                                 bannerPanel != nullptr && self != nullptr) {
+                                 bannerPanel->close();
+                                 std::erase(self->m_leavingWindows, bannerPanel);
+                             }
+                         });
     // Its time may end while it goes away already.
-    if (std::ranges::find(m_leavingWindows, panel) == m_leavingWindows.end()) {
-        m_leavingWindows.push_back(panel);
+    if (std::ranges::find(m_leavingWindows, bannerPanel) == m_leavingWindows.end()) {
+        m_leavingWindows.push_back(bannerPanel);
     }
-    std::erase(m_visibleWindows, panel);
+    std::erase(m_visibleWindows, bannerPanel);
 }
 
 } // namespace corvane

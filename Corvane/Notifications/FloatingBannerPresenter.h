@@ -27,12 +27,12 @@ class FloatingBannerPresenter final : public QObject, public TeachingNotificatio
 
 public:
     FloatingBannerPresenter(const SoundPlaying &soundPlayer, DebugLogService &logger,
-                            const AppSettings &settings, Screens &screens, BannerPanels &panels,
+                            const AppSettings &settings, Screens &screens, BannerPanels &bannerPanels,
                             QObject *parent = nullptr);
 
     void present(const TeachingAction &action) override;
 
-    /// The panels shown now, in order of creation: those made and not yet dismissed or replaced.
+    /// The banner panels shown now, in order of creation: those made and not yet dismissed or replaced.
     [[nodiscard]] const std::vector<std::shared_ptr<BannerPanel>> &visibleWindows() const
     {
         return m_visibleWindows;
@@ -47,14 +47,14 @@ private:
     [[nodiscard]] Screen activeScreen() const;
     [[nodiscard]] std::shared_ptr<BannerPanel> makeWindow(const TeachingAction &action, const Screen &screen);
     [[nodiscard]] double displayDuration(const TeachingAction &action) const;
-    QCoro::Task<void> scheduleDismissal(std::weak_ptr<BannerPanel> panel, double seconds);
-    void dismiss(const std::shared_ptr<BannerPanel> &panel);
+    QCoro::Task<void> scheduleDismissal(std::weak_ptr<BannerPanel> bannerPanel, double seconds);
+    void dismiss(const std::shared_ptr<BannerPanel> &bannerPanel);
 
     const SoundPlaying &m_soundPlayer;
     DebugLogService &m_logger;
     const AppSettings &m_settings;
     Screens &m_screens;
-    BannerPanels &m_panels;
+    BannerPanels &m_bannerPanels;
     std::vector<std::shared_ptr<BannerPanel>> m_visibleWindows;
     /// Dismissed and on their way out; kept here until they are closed.
     std::vector<std::shared_ptr<BannerPanel>> m_leavingWindows;

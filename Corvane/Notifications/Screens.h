@@ -16,7 +16,7 @@ namespace corvane {
 struct Screen {
     QString name;      ///< the platform's name for it; empty for a stand-in where there is no screen
     Rect frame;        ///< the whole screen
-    Rect visibleFrame; ///< without the areas that panels and docks keep for themselves
+    Rect visibleFrame; ///< without the areas that docks keep for themselves
 
     friend bool operator==(const Screen &, const Screen &) = default;
 };

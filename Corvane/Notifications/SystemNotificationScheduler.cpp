@@ -16,7 +16,7 @@ namespace corvane {
 namespace {
 
 /// What tells one schedule from another: the names and the starts.
-QString signature(const std::vector<Lesson> &lessons)
+QString scheduleSignature(const std::vector<Lesson> &lessons)
 {
     QStringList items;
     for (const Lesson &lesson : lessons) {
@@ -40,7 +40,7 @@ SystemNotificationScheduler::SystemNotificationScheduler(UserNotificationCenter 
 QCoro::Task<void> SystemNotificationScheduler::scheduleBackupNotifications(std::vector<Lesson> lessons)
 {
     std::erase_if(lessons, [now = currentDate()](const Lesson &lesson) { return !(lesson.endTime() > now); });
-    const QString newSignature = signature(lessons);
+    const QString newSignature = scheduleSignature(lessons);
     if (m_lastScheduleSignature == newSignature) {
         co_return;
     }

@@ -41,9 +41,10 @@ std::vector<Lesson> CombinedLessonScheduleStore::uniqueAndSorted(std::vector<Les
     QSet<QString> seen;
     seen.reserve(static_cast<qsizetype>(lessons.size()));
     std::erase_if(lessons, [&](const Lesson &lesson) {
-        const QString key = lesson.studentName + u'|' + defaultDoubleText(secondsSince1970(lesson.startTime));
+        const QString duplicateKey =
+            lesson.studentName + u'|' + defaultDoubleText(secondsSince1970(lesson.startTime));
         const auto before = seen.size();
-        seen.insert(key);
+        seen.insert(duplicateKey);
         return seen.size() == before;
     });
     std::ranges::stable_sort(lessons, precedes);

@@ -18,7 +18,7 @@ namespace {
 constexpr Seconds lessonReloadInterval{60};
 
 /// How long the heartbeat's start waits for the first backup notifications.
-constexpr Seconds firstBackupsPatience{1};
+constexpr Seconds firstBackupsTimeout{1};
 
 /// What makes a lesson the same lesson after a reload gave it a new identifier.
 std::optional<QString> lessonIdentity(const std::optional<Lesson> &lesson)
@@ -115,9 +115,9 @@ void MenuBarViewModel::startHeartbeat()
     });
 }
 
-QCoro::Task<void> MenuBarViewModel::startHeartbeatAfter(QPointer<MenuBarViewModel> self, Seconds patience)
+QCoro::Task<void> MenuBarViewModel::startHeartbeatAfter(QPointer<MenuBarViewModel> self, Seconds timeout)
 {
-    co_await wait(patience);
+    co_await wait(timeout);
     if (self != nullptr) {
         self->startHeartbeat();
     }
@@ -145,7 +145,7 @@ QCoro::Task<void> MenuBarViewModel::reloadLessons()
                                       currentDate());
         if (m_hasStarted && !m_isBeating) {
             // The lessons are known: a notification service that hangs must not keep their banners back.
-            spawn(startHeartbeatAfter(self, firstBackupsPatience));
+            spawn(startHeartbeatAfter(self, firstBackupsTimeout));
         }
         co_await m_environment.systemNotificationScheduler.scheduleBackupNotifications(std::move(today));
         if (self == nullptr) {

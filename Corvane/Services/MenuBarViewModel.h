@@ -59,7 +59,7 @@ Q_SIGNALS:
 
 private:
     void startHeartbeat();
-    static QCoro::Task<void> startHeartbeatAfter(QPointer<MenuBarViewModel> self, Seconds patience);
+    static QCoro::Task<void> startHeartbeatAfter(QPointer<MenuBarViewModel> self, Seconds timeout);
     void heartbeat();
     void refreshAction(bool shouldNotify);
     [[nodiscard]] bool shouldPresent(const TeachingAction &action) const;

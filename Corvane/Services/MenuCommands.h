@@ -30,7 +30,7 @@ namespace windowNames {
 
 } // namespace windowNames
 
-/// What the commands of the bell's panel, and of the native menu in its place, reach beyond the view model.
+/// What the commands of the menu bar panel, and of the native menu in its place, reach beyond the view model.
 /// None of the functions may be empty. The functions that open a window bring one that is open to the front.
 struct MenuActions {
     /// Whether there is such a window: a command that would open another one is not offered.
@@ -44,7 +44,7 @@ struct MenuActions {
     std::function<void()> quit;
 };
 
-/// One command, as a row of the panel or an entry of the native menu.
+/// One command, as a row of the menu bar panel or an entry of the native menu.
 struct MenuCommand {
     QString text;
     std::function<void()> action;
@@ -60,8 +60,8 @@ struct MenuCommand {
 void openSetupUnlessCompleted(MenuBarViewModel &viewModel, const MenuActions &actions);
 
 /// What is to happen each time the content of the bell's menu appears: today's lessons are loaded anew, and
-/// setup is opened while it has not been completed. The panel does this by itself; it is for the native menu,
-/// when that is about to be shown. Returns at once.
+/// setup is opened while it has not been completed. The menu bar panel does this by itself; it is for the
+/// native menu, when that is about to be shown. Returns at once.
 void menuContentAppeared(MenuBarViewModel &viewModel, const MenuActions &actions);
 
 } // namespace corvane

@@ -11,13 +11,13 @@
 #include <optional>
 #include <vector>
 
-/// What the panel of today's schedule shows, and how it puts it: pure functions of the lessons, the current
-/// action and the moment, for the panel's views.
+/// What today's schedule shows, and how it puts it: pure functions of the lessons, the current
+/// action and the moment, for the schedule's views.
 ///
 /// The names in the texts come from strangers: they may hold anything, and are to be shown as plain text.
 namespace corvane::scheduleStatus {
 
-/// What the schedule is called, in the panel and in the menu that opens it.
+/// What the schedule is called, in the menu bar panel and in the menu that opens it.
 [[nodiscard]] QString title();
 
 /// Where a lesson stands at a moment. Its end belongs to `completed`, its start to `inProgress`.

@@ -20,29 +20,30 @@ struct StatusMenuEntry {
     std::function<void()> action; ///< called on the main thread, after the menu has closed
 };
 
-/// The bell in the desktop's panel with a few words beside it. Main thread only. Made by the application's
-/// entry, which hands on the view model's title whenever it changes.
+/// The bell, with a few words beside it, in the desktop's status item host: the bar that shows such items.
+/// Main thread only. Made by the application's entry, which hands on the view model's title whenever it
+/// changes.
 ///
-/// The adapter finds the panel by itself, whenever it comes up or restarts.
+/// The adapter finds the host by itself, whenever it comes up or restarts.
 class StatusItem : public QObject {
     Q_OBJECT
 
 public:
     using QObject::QObject;
 
-    /// The text beside the bell, or in its tool tip where the panel shows no text. Plain text of any length.
+    /// The text beside the bell, or in its tool tip where the host shows no text. Plain text of any length.
     /// Nothing is published when it is the text already shown.
     virtual void setTitle(const QString &title) = 0;
 
-    /// The menu for panels that open one on a click instead of telling of the click. The others never show
+    /// The menu for hosts that open one on a click instead of telling of the click. The others never show
     /// it.
     virtual void setMenu(std::vector<StatusMenuEntry> entries) = 0;
 
-    /// Whether a panel is there that has taken the item.
+    /// Whether a host is there that has taken the item.
     [[nodiscard]] virtual bool isShown() const = 0;
 
 Q_SIGNALS:
-    /// The item was clicked; `position` is where the panel says that it happened, if it says so.
+    /// The item was clicked; `position` is where the host says that it happened, if it says so.
     /// `activationToken` is what it gave along to raise a window with, or empty.
     void activated(std::optional<corvane::Point> position, const QString &activationToken);
 

@@ -92,11 +92,11 @@ void ManualLessonList::setEntries(const std::vector<ManualLessonEntry> &entries)
         ++last;
     }
 
-    bool hadKeyboard = false;
+    bool hadFocus = false;
     while (m_rows.size() > first + last) {
         ManualLessonRow *row = m_rows[first];
         m_rows.erase(m_rows.begin() + static_cast<std::ptrdiff_t>(first));
-        hadKeyboard = hadKeyboard || row->isAncestorOf(focusWidget());
+        hadFocus = hadFocus || row->isAncestorOf(focusWidget());
         m_column->removeWidget(row);
         row->hide();
         row->deleteLater(); // its button may be what is being pressed
@@ -114,9 +114,9 @@ void ManualLessonList::setEntries(const std::vector<ManualLessonEntry> &entries)
         before = row->removeButton();
     }
     setVisible(!m_rows.empty());
-    if (hadKeyboard) {
+    if (hadFocus) {
         if (m_rows.empty()) {
-            Q_EMIT keyboardLeft();
+            Q_EMIT focusLeft();
         } else {
             m_rows[std::min(first, m_rows.size() - 1)]->removeButton()->setFocus(Qt::OtherFocusReason);
         }

@@ -35,7 +35,7 @@ Q_SIGNALS:
     void removeRequested(std::size_t index);
 
     /// The last row went, and it had the keyboard.
-    void keyboardLeft();
+    void focusLeft();
 
 private:
     [[nodiscard]] ManualLessonRow *makeRow(const ManualLessonEntry &entry);

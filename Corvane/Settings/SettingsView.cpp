@@ -154,7 +154,7 @@ QWidget *SettingsView::manualLessonEntry()
     const auto showLessons = [this] { m_manualLessons->setEntries(m_settings.manualLessons()); };
     connect(&m_settings, &AppSettings::manualLessonsChanged, this, showLessons);
     connect(m_manualLessons, &ManualLessonList::removeRequested, this, &SettingsView::removeManualLesson);
-    connect(m_manualLessons, &ManualLessonList::keyboardLeft, add,
+    connect(m_manualLessons, &ManualLessonList::focusLeft, add,
             [add] { add->setFocus(Qt::OtherFocusReason); });
     showLessons();
 

@@ -29,10 +29,10 @@ public:
     QCoro::Task<void> wait(Seconds duration) override
     {
         // A timer counts milliseconds in an int; a longer wait is made of several.
-        constexpr double longestTimer = 1e6;
+        constexpr double maximumTimerInterval = 1e6;
         const Seconds end = uptime() + (std::isnan(duration.count()) ? Seconds::zero() : duration);
         do {
-            const double remaining = std::clamp((end - uptime()).count(), 0.0, longestTimer);
+            const double remaining = std::clamp((end - uptime()).count(), 0.0, maximumTimerInterval);
             QTimer timer;
             timer.setSingleShot(true);
             timer.setTimerType(Qt::PreciseTimer);

@@ -51,7 +51,7 @@ FirstRunSetupView::FirstRunSetupView(AppSettings &settings, std::function<void()
     , m_back(new Button(u"Back"_s, Button::Kind::bordered))
     , m_forward(new Button({}, Button::Kind::prominent))
 {
-    setMinimumSize(setup::leastWidth, setup::leastHeight);
+    setMinimumSize(setup::minimumWidth, setup::minimumHeight);
     m_title->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     m_detail->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
 
@@ -70,7 +70,7 @@ FirstRunSetupView::FirstRunSetupView(AppSettings &settings, std::function<void()
     setLayout(stack);
 
     connect(m_back, &QAbstractButton::clicked, this, &FirstRunSetupView::goBack);
-    connect(m_forward, &QAbstractButton::clicked, this, &FirstRunSetupView::goOn);
+    connect(m_forward, &QAbstractButton::clicked, this, &FirstRunSetupView::goForward);
     followDesktopFont(*this);
     reserveRoom();
     showStep();
@@ -84,7 +84,7 @@ void FirstRunSetupView::goBack()
     }
 }
 
-void FirstRunSetupView::goOn()
+void FirstRunSetupView::goForward()
 {
     if (m_step < lastStep()) {
         ++m_step;

@@ -40,7 +40,7 @@ protected:
 
 private:
     void goBack();
-    void goOn();
+    void goForward();
     void showStep();
     void reserveRoom();
 

@@ -29,7 +29,7 @@ QAccessibleInterface *listAndRows(const QString &, QObject *object)
     return nullptr;
 }
 
-bool isSameLesson(const Lesson &one, const Lesson &other)
+bool hasSameRow(const Lesson &one, const Lesson &other)
 {
     return one.startTime == other.startTime && one.platform == other.platform &&
            one.studentName == other.studentName;
@@ -58,7 +58,7 @@ void LessonScheduleList::setLessons(const std::vector<Lesson> &lessons, Date now
     for (const Lesson &lesson : lessons) {
         std::size_t found = front;
         while (found < earlier.size() &&
-               (earlier[found].row == nullptr || !isSameLesson(earlier[found].lesson, lesson))) {
+               (earlier[found].row == nullptr || !hasSameRow(earlier[found].lesson, lesson))) {
             ++found;
         }
         LessonScheduleRow *row = nullptr;

@@ -23,7 +23,7 @@ class LessonScheduleList final : public QWidget {
 public:
     explicit LessonScheduleList(QWidget *parent = nullptr);
 
-    /// Shows `lessons`, in this order, as they stand at `now`; `next` is the panel's next lesson.
+    /// Shows `lessons`, in this order, as they stand at `now`; `next` is the schedule's next lesson.
     void setLessons(const std::vector<Lesson> &lessons, Date now, const std::optional<Lesson> &next);
 
     /// The rows from top to bottom.

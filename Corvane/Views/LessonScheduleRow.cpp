@@ -186,8 +186,8 @@ bool LessonScheduleRow::fitsBeside(int width, int timeWidth) const
     const int platform = QFontMetrics(look::font(TextStyle::caption)).horizontalAdvance(m_texts.platform);
     const int badge =
         QFontMetrics(badgeFont()).horizontalAdvance(scheduleStatus::badgeText(Badge::inProgress));
-    constexpr int leastLetters = 6;
-    const int least = leastLetters * QFontMetrics(look::font(TextStyle::body)).averageCharWidth();
+    constexpr int minimumLetters = 6;
+    const int least = minimumLetters * QFontMetrics(look::font(TextStyle::body)).averageCharWidth();
     return platform + widestStatus(QFontMetrics(statusFont(false))) <= room && least + badge <= room;
 }
 

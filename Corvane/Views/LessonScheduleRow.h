@@ -9,7 +9,7 @@
 
 namespace corvane {
 
-/// One lesson in the panel of today's schedule: its time, student and platform, and how it stands. For a
+/// One lesson in today's schedule: its time, student and platform, and how it stands. For a
 /// screen reader it is one element of a list. It is as high as its font needs.
 class LessonScheduleRow final : public QWidget {
     Q_OBJECT
@@ -25,8 +25,8 @@ public:
 
     explicit LessonScheduleRow(QWidget *parent = nullptr);
 
-    /// Shows `lesson` as it stands at `now`; `isNext` tells whether it is the panel's next one. Tells whether
-    /// it looks different from before; otherwise nothing is drawn anew.
+    /// Shows `lesson` as it stands at `now`; `isNext` tells whether it is the schedule's next one. Tells
+    /// whether it looks different from before; otherwise nothing is drawn anew.
     bool setLesson(const Lesson &lesson, Date now, bool isNext);
 
     /// Divides the width so from now on.

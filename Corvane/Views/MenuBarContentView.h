@@ -14,10 +14,10 @@ namespace look {
 class Text;
 }
 
-/// The content of the bell's panel: today's schedule, the error of the last load if it failed, and the
+/// The content of the menu bar panel: today's schedule, the error of the last load if it failed, and the
 /// commands. It is 320 points wide and as high as its content, which changes; its ground is the window's.
-/// Made each time the panel opens, or shown again: each time it appears, the lessons are loaded anew, and
-/// setup is opened while it has not been completed.
+/// Made each time the menu bar panel opens, or shown again: each time it appears, the lessons are loaded
+/// anew, and setup is opened while it has not been completed.
 class MenuBarContentView final : public QWidget {
     Q_OBJECT
 

@@ -3,7 +3,7 @@
 
 #include "Corvane/Views/MenuBarPanel.h"
 
-#include "Corvane/Views/PanelWindow.h"
+#include "Corvane/Views/MenuBarPanelWindow.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -22,7 +22,7 @@ MenuBarPanel::MenuBarPanel(MakeContent makeContent, const Screens &screens, Wind
     , m_screens(screens)
     , m_windowSystem(windowSystem)
 {
-    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &MenuBarPanel::keyboardMoved);
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &MenuBarPanel::focusMoved);
 }
 
 MenuBarPanel::~MenuBarPanel()
@@ -46,7 +46,7 @@ void MenuBarPanel::toggle(std::optional<Point> item)
         close();
         return;
     }
-    const auto lost = std::exchange(m_lostKeyboard, std::nullopt);
+    const auto lost = std::exchange(m_lostFocus, std::nullopt);
     if (!lost || uptime() - *lost >= sameClick) {
         open(item);
     }
@@ -54,52 +54,53 @@ void MenuBarPanel::toggle(std::optional<Point> item)
 
 void MenuBarPanel::open(std::optional<Point> item)
 {
-    show(false, item, Wish::user);
+    show(false, item, OpenedBy::user);
 }
 
-void MenuBarPanel::openAsWindow(Wish wish)
+void MenuBarPanel::openAsWindow(OpenedBy openedBy)
 {
-    show(true, std::nullopt, wish);
+    show(true, std::nullopt, openedBy);
 }
 
-void MenuBarPanel::show(bool isOrdinary, std::optional<Point> item, Wish wish)
+void MenuBarPanel::show(bool isOrdinary, std::optional<Point> item, OpenedBy openedBy)
 {
-    m_wish = wish;
+    m_openedBy = openedBy;
     if (!isOpen()) {
         m_isOrdinary = isOrdinary;
-        m_hadKeyboard = false;
+        m_hadFocus = false;
         m_staysBesideWindows = false;
-        const auto kind = isOrdinary                      ? PanelWindow::Kind::window
-                          : m_windowSystem.isComposited() ? PanelWindow::Kind::compositedPanel
-                                                          : PanelWindow::Kind::panel;
-        auto *window = new PanelWindow(kind, m_makeContent(), [this, item](Size size) {
-            return PanelPlacement::find(size, item, m_screens.screens(),
-                                        m_screens.mainScreen().value_or(Screen{}));
+        const auto kind = isOrdinary                      ? MenuBarPanelWindow::Kind::window
+                          : m_windowSystem.isComposited() ? MenuBarPanelWindow::Kind::compositedCard
+                                                          : MenuBarPanelWindow::Kind::card;
+        auto *window = new MenuBarPanelWindow(kind, m_makeContent(), [this, item](Size size) {
+            return MenuBarPanelPlacement::find(size, item, m_screens.screens(),
+                                               m_screens.mainScreen().value_or(Screen{}));
         });
         m_window = window;
         window->setWindowTitle(title());
         // Before the native window is made, which winId() does.
-        window->setAttribute(Qt::WA_ShowWithoutActivating, wish == Wish::none);
-        connect(window, &PanelWindow::dismissed, this, &MenuBarPanel::close);
+        window->setAttribute(Qt::WA_ShowWithoutActivating, openedBy == OpenedBy::program);
+        connect(window, &MenuBarPanelWindow::dismissed, this, &MenuBarPanel::close);
         m_windowSystem.keepOutOfTaskBar(window->winId());
         window->fit();
         followScreens(window);
         window->show();
         Q_EMIT opened();
     }
-    if (isOpen() && wish == Wish::user) {
+    if (isOpen() && openedBy == OpenedBy::user) {
         m_window->raise();
         m_windowSystem.bringToFront(m_window->winId());
     }
 }
 
-void MenuBarPanel::followScreens(PanelWindow *window)
+void MenuBarPanel::followScreens(MenuBarPanelWindow *window)
 {
-    // A monitor that goes takes the room with it that the panel stands in.
-    connect(qGuiApp, &QGuiApplication::screenRemoved, window, &PanelWindow::fit, Qt::QueuedConnection);
+    // A monitor that goes takes the room with it that the menu bar panel stands in.
+    connect(qGuiApp, &QGuiApplication::screenRemoved, window, &MenuBarPanelWindow::fit, Qt::QueuedConnection);
     const QList<QScreen *> screens = QGuiApplication::screens();
     for (const QScreen *screen : screens) {
-        connect(screen, &QScreen::availableGeometryChanged, window, &PanelWindow::fit, Qt::QueuedConnection);
+        connect(screen, &QScreen::availableGeometryChanged, window, &MenuBarPanelWindow::fit,
+                Qt::QueuedConnection);
     }
 }
 
@@ -117,25 +118,25 @@ void MenuBarPanel::close()
     Q_EMIT closed();
 }
 
-void MenuBarPanel::keyboardMoved(QWindow *to)
+void MenuBarPanel::focusMoved(QWindow *to)
 {
     if (!isOpen() || m_isOrdinary) {
         return;
     }
-    const QWindow *panel = m_window->windowHandle();
+    const QWindow *menuBarPanel = m_window->windowHandle();
     for (const QWindow *window = to; window != nullptr; window = window->transientParent()) {
-        if (window == panel) {
-            m_hadKeyboard = true;
+        if (window == menuBarPanel) {
+            m_hadFocus = true;
             return;
         }
     }
     if (to != nullptr && m_staysBesideWindows) {
-        // A window beside it may be given the keyboard before the panel has had it.
-        m_hadKeyboard = true;
+        // A window beside it may be given the keyboard before the menu bar panel has had it.
+        m_hadFocus = true;
     }
     // Until it has been given the keyboard once, the one that loses it is another window.
-    if (m_hadKeyboard && !(to != nullptr && m_staysBesideWindows)) {
-        m_lostKeyboard = uptime();
+    if (m_hadFocus && !(to != nullptr && m_staysBesideWindows)) {
+        m_lostFocus = uptime();
         close();
     }
 }

@@ -34,11 +34,11 @@ ScheduleStatusView::ScheduleStatusView(MenuBarViewModel &viewModel, QWidget *par
     , m_scroll(new ScrollView(scheduleStatus::title(), m_list))
 {
     m_title->setWordWrap(false);
-    auto *panel = new Surface(
+    auto *surface = new Surface(
         menu::scheduleRadius, [](const QPalette &palette) { return palette.color(QPalette::Window); },
         padded({menu::schedulePadding, menu::schedulePadding, menu::schedulePadding, menu::schedulePadding},
                column(menu::scheduleSpacing, {m_header, m_nothing, m_scroll})));
-    setLayout(column(0, {panel}));
+    setLayout(column(0, {surface}));
 
     connect(m_picker, &SegmentedPicker::selectionChanged, this,
             [this](int index) { setShowsAllLessons(index == 1); });

@@ -46,7 +46,7 @@ QWidget *WindowScenes::window(const QString &identifier) const
                                                                                       : nullptr;
 }
 
-void WindowScenes::open(const QString &identifier, bool takesKeyboard)
+void WindowScenes::open(const QString &identifier, bool takesFocus)
 {
     const Entry *known = find(identifier);
     if (known == nullptr || window(identifier) != nullptr) {
@@ -56,7 +56,7 @@ void WindowScenes::open(const QString &identifier, bool takesKeyboard)
     QWidget *window = entry.scene.makeContent().release();
     entry.window = window;
     window->setAttribute(Qt::WA_DeleteOnClose);
-    window->setAttribute(Qt::WA_ShowWithoutActivating, !takesKeyboard);
+    window->setAttribute(Qt::WA_ShowWithoutActivating, !takesFocus);
     window->setWindowTitle(entry.scene.title);
     window->resize(entry.scene.defaultSize.boundedTo(window->screen()->availableSize()));
     const auto *close = new QShortcut(QKeySequence(QKeySequence::Close), window);

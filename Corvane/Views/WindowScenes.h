@@ -43,8 +43,8 @@ public:
     [[nodiscard]] bool has(const QString &identifier) const;
 
     /// Opens the window if it is not open. Nothing happens for an identifier that is not known.
-    /// `takesKeyboard` is false for one that nobody asked for.
-    void open(const QString &identifier, bool takesKeyboard = true);
+    /// `takesFocus` is false for one that nobody asked for.
+    void open(const QString &identifier, bool takesFocus = true);
 
     /// The window if it is open.
     [[nodiscard]] QWidget *window(const QString &identifier) const;

@@ -322,7 +322,7 @@ private Q_SLOTS:
         AgentNotificationCenter &hurried = center({.bus = 5s, .server = 5s, .agent = 1500ms});
         QVERIFY(!QCoro::waitFor(run(hurried)).has_value());
         QVERIFY2(timer.elapsed() < 10000, qPrintable(QString::number(timer.elapsed())));
-        QVERIFY2(watch.longestGap() < EventLoopWatch::heldUp,
+        QVERIFY2(watch.longestGap() < EventLoopWatch::blockedThreshold,
                  qPrintable(QString::number(watch.longestGap())));
         m_agent->hangs = false;
         QVERIFY(QCoro::waitFor(run(hurried)).has_value());
@@ -342,7 +342,7 @@ private Q_SLOTS:
         ::kill(static_cast<pid_t>(m_bus->processId()), SIGCONT);
         QVERIFY(!ended.has_value());
         QVERIFY2(elapsed < 10000, qPrintable(QString::number(elapsed)));
-        QVERIFY2(gap < EventLoopWatch::heldUp, qPrintable(QString::number(gap)));
+        QVERIFY2(gap < EventLoopWatch::blockedThreshold, qPrintable(QString::number(gap)));
         // And once it goes on, all is well again.
         QTRY_VERIFY_WITH_TIMEOUT(QCoro::waitFor(hurried.add(request(u"later"_s))).has_value(), 10000);
     }
@@ -397,18 +397,18 @@ private:
 
     /// The centre under test, made with the first call.
     AgentNotificationCenter &
-    center(AgentNotificationCenter::Patience patience = AgentNotificationCenter::ordinaryPatience)
+    center(AgentNotificationCenter::Timeouts timeouts = AgentNotificationCenter::defaultTimeouts)
     {
         if (!m_center) {
-            m_center = std::make_unique<AgentNotificationCenter>(connection(), patience);
+            m_center = std::make_unique<AgentNotificationCenter>(connection(), timeouts);
         }
         return *m_center;
     }
 
     std::optional<bool>
-    authorization(AgentNotificationCenter::Patience patience = AgentNotificationCenter::ordinaryPatience)
+    authorization(AgentNotificationCenter::Timeouts timeouts = AgentNotificationCenter::defaultTimeouts)
     {
-        const auto granted = QCoro::waitFor(center(patience).requestAuthorization());
+        const auto granted = QCoro::waitFor(center(timeouts).requestAuthorization());
         return granted ? std::optional(*granted) : std::nullopt;
     }
 

@@ -27,7 +27,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patience = 10'000; // milliseconds
+constexpr int timeout = 10'000; // milliseconds
 constexpr QSize screenSize(800, 400);
 
 /// The picture of the screen, to be looked at.
@@ -45,7 +45,7 @@ class DesktopStatusItemTest final : public StatusMenuContract {
     Q_OBJECT
 
 public:
-    /// The session's bus, on which the toolkit looks for panels as well.
+    /// The session's bus, on which the toolkit looks for hosts as well.
     explicit DesktopStatusItemTest(const PrivateBus &bus) : m_address(bus.address()) {}
 
 protected:
@@ -71,7 +71,7 @@ protected:
     }
 
     std::optional<Point> placeOfClick() override { return Point{10, screenSize.height() - 20.0}; }
-    void setPanelThere(bool isThere) override { isThere ? m_host->start() : m_host->stop(); }
+    void setHostThere(bool isThere) override { isThere ? m_host->start() : m_host->stop(); }
     void openMenu() override { m_host->openMenu(name()); }
     void chooseLine(int index) override { m_host->chooseLine(name(), index + 1); }
 
@@ -89,7 +89,7 @@ private Q_SLOTS:
         QDBusConnection::disconnectFromBus(u"item"_s);
         QDBusConnection::disconnectFromBus(u"host"_s);
         // A tray that ends gives its place up before it has gone.
-        QTRY_COMPARE_WITH_TIMEOUT(x11::selectionOwner("_NET_SYSTEM_TRAY_S0"), 0U, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(x11::selectionOwner("_NET_SYSTEM_TRAY_S0"), 0U, timeout);
     }
 
     void whereNobodyShowsItemsTheIconIsEmbedded_data()
@@ -108,11 +108,11 @@ private Q_SLOTS:
         make({});
         QSignalSpy changes(m_item.get(), &StatusItem::shownChanged);
         QVERIFY(!m_item->isShown());
-        QTRY_COMPARE_WITH_TIMEOUT(changes, (QList<QVariantList>{{true}}), patience);
+        QTRY_COMPARE_WITH_TIMEOUT(changes, (QList<QVariantList>{{true}}), timeout);
         QVERIFY(m_item->isShown());
         // A coarse timer may be early by a twentieth.
         QVERIFY(since.hasExpired(std::chrono::milliseconds(DesktopStatusItem::grace).count() * 9 / 10));
-        QTRY_VERIFY_WITH_TIMEOUT(m_tray->hasOneIcon(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(m_tray->hasOneIcon(), timeout);
         keepPicture(u"embedded-"_s + QString::fromLatin1(QTest::currentDataTag()));
     }
 
@@ -125,7 +125,7 @@ private Q_SLOTS:
             TestDesktop::xdotool({u"mousemove"_s, QString::number(bell.x()), QString::number(bell.y()),
                                   u"click"_s, QString::fromLatin1(button)});
         }
-        QTRY_COMPARE_WITH_TIMEOUT(clicks.size(), 2, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(clicks.size(), 2, timeout);
         for (const QList<QVariant> &told : clicks) {
             const auto place = told.constFirst().value<std::optional<Point>>();
             QVERIFY(place.has_value());
@@ -136,21 +136,21 @@ private Q_SLOTS:
         }
     }
 
-    void aPanelThatComesUpTakesTheEmbeddedIconsPlace()
+    void aHostThatComesUpTakesTheEmbeddedIconsPlace()
     {
         embed();
         QSignalSpy changes(m_item.get(), &StatusItem::shownChanged);
         m_host->start();
         QTRY_COMPARE(m_host->registrations, QStringList{name()});
-        QTRY_VERIFY_WITH_TIMEOUT(m_tray->isEmpty(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(m_tray->isEmpty(), timeout);
         QVERIFY(m_item->isShown());
         QVERIFY(changes.isEmpty());
         m_host->stop();
-        QTRY_COMPARE_WITH_TIMEOUT(changes, (QList<QVariantList>{{false}, {true}}), patience);
-        QTRY_VERIFY_WITH_TIMEOUT(m_tray->hasOneIcon(), patience);
+        QTRY_COMPARE_WITH_TIMEOUT(changes, (QList<QVariantList>{{false}, {true}}), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(m_tray->hasOneIcon(), timeout);
     }
 
-    void aPanelThatIsBackWithinTheGraceLeavesTheTrayEmpty()
+    void aHostThatIsBackWithinTheGraceLeavesTheTrayEmpty()
     {
         startTray(QColor(0x22, 0x24, 0x28));
         m_host->start();
@@ -166,11 +166,11 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(
             !m_tray->isEmpty() ||
                 since.hasExpired(std::chrono::milliseconds(2 * DesktopStatusItem::grace).count()),
-            patience);
+            timeout);
         QVERIFY(m_tray->isEmpty());
     }
 
-    void aWatcherWithoutAPanelLeavesTheIconEmbedded()
+    void aWatcherWithoutAHostLeavesTheIconEmbedded()
     {
         startTray(QColor(0x22, 0x24, 0x28));
         m_host->setHasHost(false);
@@ -184,11 +184,11 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(
             m_tray->hasOneIcon() ||
                 since.hasExpired(std::chrono::milliseconds(2 * DesktopStatusItem::grace).count()),
-            patience);
+            timeout);
         QCOMPARE(m_tray->hasOneIcon(), isEmbedded);
         QCOMPARE(m_item->isShown(), isEmbedded);
         m_host->setHasHost(true);
-        QTRY_VERIFY_WITH_TIMEOUT(m_tray->isEmpty() && m_item->isShown(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(m_tray->isEmpty() && m_item->isShown(), timeout);
         if (isEmbedded) {
             // Only ours: the toolkit has not made one of its own.
             QCOMPARE(m_host->registrations, QStringList{name()});
@@ -201,11 +201,11 @@ private Q_SLOTS:
         QSignalSpy changes(m_item.get(), &StatusItem::shownChanged);
         for (int times = 0; times < 2; ++times) {
             startTray(QColor(0x22, 0x24, 0x28));
-            QTRY_COMPARE_WITH_TIMEOUT(changes, (QList<QVariantList>{{true}}), patience);
+            QTRY_COMPARE_WITH_TIMEOUT(changes, (QList<QVariantList>{{true}}), timeout);
             QVERIFY(m_item->isShown());
-            QTRY_VERIFY_WITH_TIMEOUT(m_tray->hasOneIcon(), patience);
+            QTRY_VERIFY_WITH_TIMEOUT(m_tray->hasOneIcon(), timeout);
             m_tray.reset();
-            QTRY_COMPARE_WITH_TIMEOUT(changes, (QList<QVariantList>{{true}, {false}}), patience);
+            QTRY_COMPARE_WITH_TIMEOUT(changes, (QList<QVariantList>{{true}, {false}}), timeout);
             QVERIFY(!m_item->isShown());
             changes.clear();
         }
@@ -233,15 +233,15 @@ private:
     void startTray(const QColor &colour)
     {
         m_tray = std::make_unique<Tray>(screenSize, colour);
-        QTRY_VERIFY_WITH_TIMEOUT(x11::selectionOwner("_NET_SYSTEM_TRAY_S0") != 0, patience);
-        QTRY_VERIFY_WITH_TIMEOUT(m_tray->isEmpty() || m_tray->hasOneIcon(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(x11::selectionOwner("_NET_SYSTEM_TRAY_S0") != 0, timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(m_tray->isEmpty() || m_tray->hasOneIcon(), timeout);
     }
 
     void embed()
     {
         startTray(QColor(0x22, 0x24, 0x28));
         make({});
-        QTRY_VERIFY_WITH_TIMEOUT(m_tray->hasOneIcon(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(m_tray->hasOneIcon(), timeout);
     }
 
     QString m_address;

@@ -24,7 +24,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patience = 10'000; // milliseconds
+constexpr int timeout = 10'000; // milliseconds
 constexpr QSize screenSize(800, 400);
 
 /// The window that the toolkit puts into the tray; none while there is no tray.
@@ -65,7 +65,7 @@ protected:
         return Point{static_cast<double>(bell.x()), static_cast<double>(screenSize.height() - bell.y())};
     }
 
-    void setPanelThere(bool isThere) override
+    void setHostThere(bool isThere) override
     {
         if (isThere) {
             startTray();
@@ -79,7 +79,7 @@ private Q_SLOTS:
     {
         startTray();
         m_item = std::make_unique<EmbeddedTrayIcon>(statusBellImages());
-        QTRY_VERIFY_WITH_TIMEOUT(isInTheTray(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(isInTheTray(), timeout);
     }
 
     void cleanup()
@@ -87,8 +87,8 @@ private Q_SLOTS:
         m_item.reset();
         m_tray.reset();
         // A tray that ends gives its place up before it has gone.
-        QTRY_COMPARE_WITH_TIMEOUT(x11::selectionOwner("_NET_SYSTEM_TRAY_S0"), 0U, patience);
-        QTRY_VERIFY_WITH_TIMEOUT(!isTrayManaged(), patience);
+        QTRY_COMPARE_WITH_TIMEOUT(x11::selectionOwner("_NET_SYSTEM_TRAY_S0"), 0U, timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(!isTrayManaged(), timeout);
     }
 
     void aMenuIsNeverShownAndEveryButtonIsAClick()
@@ -98,9 +98,9 @@ private Q_SLOTS:
         QSignalSpy openings(m_item.get(), &StatusItem::menuAboutToShow);
         QSignalSpy clicks(m_item.get(), &StatusItem::activated);
         press(u"3"_s);
-        QTRY_COMPARE_WITH_TIMEOUT(clicks.size(), 1, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(clicks.size(), 1, timeout);
         press(u"1"_s);
-        QTRY_COMPARE_WITH_TIMEOUT(clicks.size(), 2, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(clicks.size(), 2, timeout);
         QVERIFY(openings.isEmpty());
         QVERIFY(!isChosen);
     }
@@ -121,8 +121,8 @@ private:
     void startTray()
     {
         m_tray = std::make_unique<Tray>(screenSize, QColor(0x22, 0x24, 0x28));
-        QTRY_VERIFY_WITH_TIMEOUT(x11::selectionOwner("_NET_SYSTEM_TRAY_S0") != 0, patience);
-        QTRY_VERIFY_WITH_TIMEOUT(isTrayManaged(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(x11::selectionOwner("_NET_SYSTEM_TRAY_S0") != 0, timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(isTrayManaged(), timeout);
     }
 
     /// Where the server shows the icon; empty while it does not.

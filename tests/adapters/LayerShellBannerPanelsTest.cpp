@@ -88,8 +88,8 @@ public:
     LayerShellBannerPanelsTest() { startCompositor(1); }
 
 protected:
-    std::unique_ptr<CardPanels> makePanels(CardPanels::ContentFactory makeContent,
-                                           const CardShape &shape) override
+    std::unique_ptr<CardBannerPanels> makeBannerPanels(CardBannerPanels::ContentFactory makeContent,
+                                                       const CardShape &shape) override
     {
         return std::make_unique<LayerShellBannerPanels>(m_connection, std::move(makeContent), shape,
                                                         *m_logger);
@@ -123,7 +123,7 @@ private:
     /// X11-2.
     [[nodiscard]] int outputOnTheRight() const
     {
-        const QString told = m_compositor->tell({u"-r"_s, u"-t"_s, u"get_outputs"_s});
+        const QString told = m_compositor->execute({u"-r"_s, u"-t"_s, u"get_outputs"_s});
         const QJsonArray outputs = QJsonDocument::fromJson(told.toUtf8()).array();
         for (const QJsonValue &output : outputs) {
             if (output[u"rect"_s][u"x"_s].toInt() > 0) {
@@ -155,10 +155,10 @@ private:
         return second.toUInt(nullptr, 0);
     }
 
-    /// A panel that shows a patch at that place of the desktop, y downwards, on a desktop of `height`.
+    /// A banner panel that shows a patch at that place of the desktop, y downwards, on a desktop of `height`.
     std::shared_ptr<BannerPanel> presentPatch(QRect at, int height = monitor.height())
     {
-        LayerShellBannerPanels panels(
+        LayerShellBannerPanels bannerPanels(
             m_connection,
             [&](const TeachingAction &, const std::function<void()> &) {
                 auto content = std::make_unique<Patch>();
@@ -167,11 +167,12 @@ private:
                 return content;
             },
             {}, *m_logger);
-        auto panel = panels.makePanel(Rect{double(at.x()), double(height - at.y() - at.height()),
-                                           double(at.width()), double(at.height())},
-                                      {}, startNow(), {});
-        panel->orderFrontRegardless();
-        return panel;
+        auto bannerPanel =
+            bannerPanels.makeBannerPanel(Rect{double(at.x()), double(height - at.y() - at.height()),
+                                              double(at.width()), double(at.height())},
+                                         {}, startNow(), {});
+        bannerPanel->orderFrontRegardless();
+        return bannerPanel;
     }
 
     [[nodiscard]] bool hasLogged(const QString &text) const
@@ -184,7 +185,7 @@ private:
     QTemporaryDir m_folder;
     std::unique_ptr<DebugLogService> m_logger;
     bool m_isX11 = false;
-    Patch *m_patch = nullptr; ///< of the panel made last
+    Patch *m_patch = nullptr; ///< of the banner panel made last
 
 private Q_SLOTS:
     void init()
@@ -203,7 +204,7 @@ private Q_SLOTS:
         enterSurroundings(name);
         oppose({u"--above"_s, u"--raise"_s, u"--activate"_s});
         bool isDismissed = false;
-        const auto panel = present([&] { isDismissed = true; });
+        const auto bannerPanel = present([&] { isDismissed = true; });
         QTRY_VERIFY(isDark(onTheCard));
         // Long enough for a restless opponent to raise itself several times.
         constexpr int severalTurns = 1000;
@@ -217,7 +218,7 @@ private Q_SLOTS:
 
     void whatItShowsFollowsItsContent()
     {
-        const auto panel = presentPatch({100, 200, 300, 100});
+        const auto bannerPanel = presentPatch({100, 200, 300, 100});
         constexpr QPoint inside(120, 250);
         QTRY_COMPARE(pixel(inside), QColor(Qt::darkGreen));
         for (const QColor color : {Qt::red, Qt::blue, Qt::yellow, Qt::cyan, Qt::magenta}) {
@@ -229,7 +230,7 @@ private Q_SLOTS:
     void thePointerReachesTheContentAsItDoesAWindow()
     {
         point(farAway);
-        const auto panel = presentPatch({100, 200, 300, 100});
+        const auto bannerPanel = presentPatch({100, 200, 300, 100});
         QTRY_COMPARE(pixel({120, 250}), QColor(Qt::darkGreen));
         QCOMPARE(m_patch->heard(), QStringList());
         point({130, 250});
@@ -251,12 +252,12 @@ private Q_SLOTS:
     void onAMonitorOfManyPixelsItIsDrawnInAllOfThem()
     {
         const auto scale = [this](const QString &factor) {
-            (void)m_compositor->tell({u"output"_s, u"*"_s, u"scale"_s, factor});
+            (void)m_compositor->execute({u"output"_s, u"*"_s, u"scale"_s, factor});
         };
         scale(u"2"_s);
         QTRY_COMPARE(m_connection.outputs().front().scale, 2);
         QTRY_COMPARE(m_connection.outputs().front().area, QRect(QPoint(), monitor / 2));
-        const auto panel = presentPatch({100, 50, 300, 100}, monitor.height() / 2);
+        const auto bannerPanel = presentPatch({100, 50, 300, 100}, monitor.height() / 2);
         QTRY_COMPARE(pixel({210, 150}), QColor(Qt::darkGreen));
         // The line is one pixel wide.
         QCOMPARE(pixel({499, 150}), QColor(Qt::darkGreen));
@@ -269,22 +270,22 @@ private Q_SLOTS:
 
     void aCompositorThatEndsTakesTheBannerAndTheNextOneShowsTheNext()
     {
-        auto panel = present();
-        QTRY_VERIFY(panel->frame() == home);
+        auto bannerPanel = present();
+        QTRY_VERIFY(bannerPanel->frame() == home);
         m_compositor->end();
         QTRY_VERIFY(!m_connection.isOpen());
         QVERIFY(hasLogged(u"banner taken off the screen: the compositor has ended or refused it"_s));
         QVERIFY(WaylandScreens(m_connection).screens().empty());
-        panel->setFrame(home.scaledAboutCentre(0.95));
-        panel->close();
-        panel = present();
+        bannerPanel->setFrame(home.scaledAboutCentre(0.95));
+        bannerPanel->close();
+        bannerPanel = present();
         QVERIFY(hasLogged(u"banner not shown: no compositor to show it"_s));
-        QTRY_VERIFY(panel->frame() == home);
-        panel->close();
+        QTRY_VERIFY(bannerPanel->frame() == home);
+        bannerPanel->close();
 
         startCompositor(1);
         oppose();
-        panel = present();
+        bannerPanel = present();
         QTRY_VERIFY(isDark(onTheCard));
     }
 

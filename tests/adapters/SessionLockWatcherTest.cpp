@@ -129,16 +129,16 @@ private Q_SLOTS:
         watch();
         emitFromSession(u"Lock"_s);
         QTRY_VERIFY(m_watcher->locked());
-        m_clock.advance(SessionLockWatcher::requestPatience - Seconds{0.1});
+        m_clock.advance(SessionLockWatcher::requestTimeout - Seconds{0.1});
         QVERIFY(m_watcher->locked());
         m_clock.advance(Seconds{0.2});
         QVERIFY(!m_watcher->locked());
         // A later one counts for its own time.
         emitFromSession(u"Lock"_s);
         QTRY_VERIFY(m_watcher->locked());
-        m_clock.advance(SessionLockWatcher::requestPatience - Seconds{0.1});
+        m_clock.advance(SessionLockWatcher::requestTimeout - Seconds{0.1});
         QVERIFY(m_watcher->locked());
-        m_clock.advance(SessionLockWatcher::requestPatience);
+        m_clock.advance(SessionLockWatcher::requestTimeout);
     }
 
     void aLockRequestThatALockerFollowsLastsUntilItEnds()
@@ -150,7 +150,7 @@ private Q_SLOTS:
         setHint(true);
         // The hint is a message behind the request: an hour passes only once it has come.
         QTRY_VERIFY([&] {
-            m_clock.advance(SessionLockWatcher::requestPatience);
+            m_clock.advance(SessionLockWatcher::requestTimeout);
             return m_watcher->locked();
         }());
         m_clock.advance(Seconds{3600});
@@ -461,7 +461,7 @@ private:
     std::unique_ptr<Mock> m_saver;
     std::unique_ptr<SessionLockWatcher> m_watcher;
     std::unique_ptr<QSignalSpy> m_changes;
-    /// Only the patience with a lock request is measured by it; the buses keep real time.
+    /// Only the timeout of a lock request is measured by it; the buses keep real time.
     ManualClock m_clock{dateSince1970(0)};
 };
 

@@ -127,7 +127,7 @@ MenuLayout StatusNotifierHost::menu(const QString &item, uint *revision)
 
 void StatusNotifierHost::openMenu(const QString &item)
 {
-    // A panel reads a menu before it shows it.
+    // A host reads a menu before it shows it.
     auto read = QDBusMessage::createMethodCall(item, menuPath, menuInterface, u"GetLayout"_s);
     read << 0 << -1 << QStringList();
     m_bus.send(read);

@@ -15,7 +15,7 @@
 
 namespace corvane {
 
-/// A panel's watcher of status items, with the panel that shows them: it shows nothing and records
+/// A watcher of status items, with the host that shows them: it shows nothing and records
 /// everything.
 class StatusNotifierHost final : public QObject, protected QDBusContext {
     Q_OBJECT
@@ -30,7 +30,7 @@ public:
     void start();
     void stop();
 
-    /// Whether a panel shows what the watcher knows; at first one does.
+    /// Whether a host shows what the watcher knows; at first one does.
     void setHasHost(bool hasHost);
     [[nodiscard]] bool hasHost() const { return m_hasHost; }
 
@@ -48,7 +48,7 @@ public:
     /// The registered item's properties, asked for over the bus; empty when it does not answer.
     [[nodiscard]] QVariantMap properties(const QString &item);
     [[nodiscard]] QString introspection(const QString &item);
-    /// As a panel does on a click.
+    /// As a host does on a click.
     void activate(const QString &item, int x, int y);
     /// What comes ahead of a click that may raise a window.
     void giveToken(const QString &item, const QString &token);
@@ -62,7 +62,7 @@ public:
     QDBusMessage askMenu(const QString &item, const QString &method, const QVariantList &arguments);
     /// The whole menu, and in `revision`, if wanted, its revision.
     MenuLayout menu(const QString &item, uint *revision = nullptr);
-    /// As a panel does when it opens the menu, and when a line of it is clicked.
+    /// As a host does when it opens the menu, and when a line of it is clicked.
     void openMenu(const QString &item);
     void chooseLine(const QString &item, int id);
 

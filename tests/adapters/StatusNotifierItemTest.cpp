@@ -49,7 +49,7 @@ protected:
         return Point{10, QGuiApplication::primaryScreen()->geometry().height() - 20.0};
     }
 
-    void setPanelThere(bool isThere) override { isThere ? m_host->start() : m_host->stop(); }
+    void setHostThere(bool isThere) override { isThere ? m_host->start() : m_host->stop(); }
     void openMenu() override { m_host->openMenu(name()); }
     void chooseLine(int index) override { m_host->chooseLine(name(), index + 1); }
 
@@ -72,7 +72,7 @@ private Q_SLOTS:
         m_bus.reset();
     }
 
-    void thePanelIsToldWhatTheItemIs()
+    void theHostIsToldWhatTheItemIs()
     {
         make({false, true});
         m_item->setTitle(u"Anna in 4 min"_s);
@@ -102,7 +102,7 @@ private Q_SLOTS:
         QCOMPARE(icons.first().pixels, QByteArray("\x80\x11\x22\x33", 4));
     }
 
-    void theBellHasTheSizesOfPanels()
+    void theBellHasTheSizesOfHosts()
     {
         make({false, true});
         const QVariantMap properties = m_host->properties(name());
@@ -116,7 +116,7 @@ private Q_SLOTS:
         QCOMPARE(widths, (QList<int>{16, 22, 24, 32, 48, 64}));
     }
 
-    void theBellStandsOutOnALightAndOnADarkPanel()
+    void theBellStandsOutOnALightAndOnADarkHost()
     {
         for (const QImage &bell : statusBellImages()) {
             int light = 0;
@@ -135,7 +135,7 @@ private Q_SLOTS:
         }
     }
 
-    void whereThePanelShowsNoTextThereIsNoLabelAtAll()
+    void whereTheHostShowsNoTextThereIsNoLabelAtAll()
     {
         make({false, true});
         m_item->setTitle(u"one"_s);
@@ -146,7 +146,7 @@ private Q_SLOTS:
         QVERIFY(m_host->labels.isEmpty());
     }
 
-    void whereThePanelShowsTextThereIsALabel()
+    void whereTheHostShowsTextThereIsALabel()
     {
         make({true, true});
         m_item->setTitle(u"one"_s);
@@ -190,7 +190,7 @@ private Q_SLOTS:
         qunsetenv("XDG_CURRENT_DESKTOP");
     }
 
-    void aPanelThatComesUpLateFindsTheItem()
+    void aHostThatComesUpLateFindsTheItem()
     {
         m_host->stop();
         m_item = std::make_unique<StatusNotifierItem>(connection(), statusBellImages(),
@@ -203,7 +203,7 @@ private Q_SLOTS:
         QVERIFY(failures.isEmpty());
     }
 
-    void aPanelThatRestartsFindsTheItemAgain()
+    void aHostThatRestartsFindsTheItemAgain()
     {
         make({false, true});
         for (int restarts = 1; restarts <= 3; ++restarts) {
@@ -214,7 +214,7 @@ private Q_SLOTS:
         QCOMPARE(m_host->registrations.constLast(), name());
     }
 
-    void anItemThatAPanelHasTakenIsShown()
+    void anItemThatAHostHasTakenIsShown()
     {
         m_host->stop();
         m_item = std::make_unique<StatusNotifierItem>(connection(), statusBellImages(),
@@ -232,7 +232,7 @@ private Q_SLOTS:
         QCOMPARE(changes, (QList<QVariantList>{{true}, {false}}));
     }
 
-    void aWatcherWithoutAPanelShowsNothing()
+    void aWatcherWithoutAHostShowsNothing()
     {
         m_host->setHasHost(false);
         make({false, true});
@@ -283,7 +283,7 @@ private Q_SLOTS:
         QTRY_VERIFY(m_item->isShown());
     }
 
-    void onlyADesktopWhosePanelOpensMenusIsGivenOne()
+    void onlyADesktopWhoseHostOpensMenusIsGivenOne()
     {
         make({.showsLabel = true, .tellsPointer = true, .opensMenu = false});
         m_item->setMenu({{u"One"_s, [] {}}});
@@ -316,7 +316,7 @@ private Q_SLOTS:
         QCOMPARE(lines.at(2), (QVariantMap{{u"label"_s, u"a__b & <c>"_s}}));
     }
 
-    void theMenuIsToldAsFarAsAPanelAsks()
+    void theMenuIsToldAsFarAsAHostAsks()
     {
         makeWithMenu({u"One"_s, u"Two"_s});
         QDBusMessage answer = m_host->askMenu(name(), u"GetLayout"_s, {0, 0, QStringList()});
@@ -389,7 +389,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_chosen, (QStringList{u"Three"_s, u"One"_s}));
     }
 
-    void aPanelThatAsksBeforeItHasReadTheMenuDoesNotShowIt()
+    void aHostThatAsksBeforeItHasReadTheMenuDoesNotShowIt()
     {
         makeWithMenu({u"One"_s});
         QSignalSpy openings(m_item.get(), &StatusItem::menuAboutToShow);
@@ -400,7 +400,7 @@ private Q_SLOTS:
         QCOMPARE(openings.size(), 1);
     }
 
-    void aPanelThatTellsOfAnOpeningTwiceIsHeardOnce()
+    void aHostThatTellsOfAnOpeningTwiceIsHeardOnce()
     {
         makeWithMenu({u"One"_s});
         (void)m_host->menu(name());
@@ -504,7 +504,7 @@ private Q_SLOTS:
         QCOMPARE(*position, (Point{123.0, height - 45.0}));
     }
 
-    void chosenWithTheKeyboardItIsWhereThePanelSays()
+    void chosenWithTheKeyboardItIsWhereTheHostSays()
     {
         make({false, true});
         QCursor::setPos(123, 445);
@@ -515,7 +515,7 @@ private Q_SLOTS:
         QCOMPARE(clicks.first().first().value<std::optional<Point>>(), (Point{600.0, height - 12.0}));
     }
 
-    void whereThePointerIsNotToldAClickIsWhereThePanelSays()
+    void whereThePointerIsNotToldAClickIsWhereTheHostSays()
     {
         make({false, false});
         QSignalSpy clicks(m_item.get(), &StatusItem::activated);

@@ -15,7 +15,7 @@
 
 namespace corvane {
 
-/// A panel that knows the old kind of tray only, along the lower edge.
+/// A status item host that knows the old kind of tray only, along the lower edge.
 class Tray final {
 public:
     static constexpr int thickness = 30;
@@ -48,7 +48,7 @@ public:
     ~Tray()
     {
         m_process.terminate();
-        m_process.waitForFinished(patience);
+        m_process.waitForFinished(timeout);
     }
 
     Tray(const Tray &) = delete;
@@ -82,7 +82,7 @@ public:
     }
 
 private:
-    static constexpr int patience = 10'000; // milliseconds
+    static constexpr int timeout = 10'000; // milliseconds
 
     QRect m_area;
     QColor m_colour;

@@ -25,7 +25,7 @@ namespace corvane {
 /// new window's wish to be shown, or takes it for an old window and gives it no keyboard.
 [[nodiscard]] inline bool isManagerServing()
 {
-    constexpr int patience = 10'000; // milliseconds
+    constexpr int timeout = 10'000; // milliseconds
     QWindow probe;
     probe.create();
     const auto id = static_cast<std::uint32_t>(probe.winId());
@@ -44,7 +44,7 @@ namespace corvane {
             }
             return !x11::property(id, "_NET_FRAME_EXTENTS").empty();
         },
-        patience);
+        timeout);
 }
 
 } // namespace corvane

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "Corvane/Platform/Linux/X11/X11BannerPanels.h"
+#include "Corvane/Platform/Linux/Toolkit/ToolkitScreens.h"
 #include "Corvane/Platform/Linux/X11/X11Connection.h"
-#include "Corvane/Platform/Linux/X11/X11Screens.h"
 #include "tests/adapters/WindowManagement.h"
 #include "tests/contracts/ShownBannersContract.h"
 #include "tests/support/TestDesktop.h"
@@ -37,8 +37,8 @@ public:
     explicit X11BannerPanelsTest(TestDesktop &desktop) : m_desktop(desktop) {}
 
 protected:
-    std::unique_ptr<CardPanels> makePanels(CardPanels::ContentFactory makeContent,
-                                           const CardShape &shape) override
+    std::unique_ptr<CardBannerPanels> makeBannerPanels(CardBannerPanels::ContentFactory makeContent,
+                                                       const CardShape &shape) override
     {
         return std::make_unique<X11BannerPanels>(std::move(makeContent), shape);
     }
@@ -109,7 +109,7 @@ private Q_SLOTS:
         QVERIFY(active != 0);
 
         bool isDismissed = false;
-        const auto panel = present([&] { isDismissed = true; });
+        const auto bannerPanel = present([&] { isDismissed = true; });
         QTRY_VERIFY(isDark(onTheCard));
         // Long enough for a restless opponent to raise itself several times.
         constexpr int severalTurns = 1000;
@@ -124,8 +124,8 @@ private Q_SLOTS:
     {
         manage(WindowManager::openbox);
         oppose();
-        const auto panel = present();
-        QTRY_VERIFY(panel->frame() == home);
+        const auto bannerPanel = present();
+        QTRY_VERIFY(bannerPanel->frame() == home);
         for (const QPoint at : {farAway, onTheCloseButton, onTheCloseButton + QPoint(1, 1)}) {
             TestDesktop::xdotool({u"mousemove"_s, QString::number(at.x()), QString::number(at.y())});
             QCoreApplication::processEvents();
@@ -149,9 +149,9 @@ private Q_SLOTS:
         QFETCH(WindowManager, manager);
         manage(manager);
         oppose();
-        const auto panel = present();
+        const auto bannerPanel = present();
         QTRY_VERIFY(isDark(onTheCard));
-        QTRY_VERIFY(panel->frame() == home);
+        QTRY_VERIFY(bannerPanel->frame() == home);
         QVERIFY(isDark(QPoint(640, 262))); // the upper edge, beyond the rounding
         QCOMPARE(pixel(inTheCorner), opponentColor());
         QCOMPARE(pixel(onTheMargin), opponentColor());
@@ -170,7 +170,7 @@ private Q_SLOTS:
         using Values = std::vector<std::uint32_t>;
         TestDesktop::xdotool({u"set_num_desktops"_s, u"2"_s});
         QTRY_COMPARE(rootProperty("_NET_NUMBER_OF_DESKTOPS"), Values{2});
-        const auto panel = present();
+        const auto bannerPanel = present();
         QTRY_VERIFY(isDark(onTheCard));
         TestDesktop::xdotool({u"set_desktop"_s, u"1"_s});
         QTRY_COMPARE(rootProperty("_NET_CURRENT_DESKTOP"), Values{1});
@@ -184,29 +184,29 @@ private Q_SLOTS:
     {
         manage(WindowManager::xfwm4);
         oppose();
-        auto panel = present();
+        auto bannerPanel = present();
         QTRY_VERIFY(isDark(onTheCard));
         QCOMPARE(pixel(onTheMargin), opponentColor());
-        panel->close();
+        bannerPanel->close();
 
         manage(WindowManager::xfwm4WithCompositing);
         QTRY_COMPARE(pixel(onTheCard), opponentColor());
-        panel = present();
+        bannerPanel = present();
         QTRY_VERIFY(isDark(onTheCard));
         QTRY_VERIFY(pixel(onTheMargin).lightness() < opponentColor().lightness());
-        panel->close();
+        bannerPanel->close();
 
         manage(WindowManager::xfwm4);
         QTRY_COMPARE(pixel(onTheCard), opponentColor());
-        panel = present();
+        bannerPanel = present();
         QTRY_VERIFY(isDark(onTheCard));
         QCOMPARE(pixel(onTheMargin), opponentColor());
     }
 
-    void aStrutOfAPanelIsNoPartOfTheVisibleScreen()
+    void aStrutOfADockIsNoPartOfTheVisibleScreen()
     {
         manage(WindowManager::openbox);
-        X11Screens screens;
+        ToolkitScreens screens;
         QCOMPARE(screens.screens().size(), std::size_t{1});
         const Rect frame = screens.screens().front().frame;
         QVERIFY((frame == Rect{0, 0, 1280, 800}));
@@ -215,7 +215,7 @@ private Q_SLOTS:
 
     void thePointerIsToldWithYUpwards()
     {
-        X11Screens screens;
+        ToolkitScreens screens;
         TestDesktop::xdotool({u"mousemove"_s, u"100"_s, u"0"_s});
         QVERIFY((screens.pointerLocation() == Point{100.5, 799.5}));
         QVERIFY(screens.screens().front().frame.contains(screens.pointerLocation()));
@@ -229,7 +229,7 @@ private Q_SLOTS:
         manage(WindowManager::openbox);
         oppose(); // a manager that has shown one window shows the next
         endOpponent();
-        X11Screens screens;
+        ToolkitScreens screens;
         QWidget window;
         window.setGeometry(400, 300, 300, 200);
         window.show();
@@ -244,9 +244,9 @@ private Q_SLOTS:
     void aBannerIsNoKeyWindow()
     {
         manage(WindowManager::openbox);
-        const auto panel = present();
+        const auto bannerPanel = present();
         QTRY_VERIFY(isDark(onTheCard));
-        QVERIFY(!X11Screens().keyWindowScreen().has_value());
+        QVERIFY(!ToolkitScreens().keyWindowScreen().has_value());
     }
 };
 

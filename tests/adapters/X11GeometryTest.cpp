@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
+#include "Corvane/Platform/Linux/Banners/BannerPanelMotion.h"
 #include "Corvane/Platform/Linux/Banners/CardShape.h"
-#include "Corvane/Platform/Linux/Banners/PanelMotion.h"
 #include "Corvane/Platform/Linux/X11/ReservedAreas.h"
 #include "tests/support/TestProgram.h"
 
@@ -28,9 +28,9 @@ ReservedAreas with(QSize desktop, const std::vector<std::vector<std::uint32_t>> 
     return areas;
 }
 
-/// The property of a panel that keeps `thickness` of the edge with this index (left, right, top, bottom).
-std::vector<std::uint32_t> panel(std::size_t edge, std::uint32_t thickness, std::uint32_t from,
-                                 std::uint32_t to)
+/// The property of a dock that keeps `thickness` of the edge with this index (left, right, top, bottom).
+std::vector<std::uint32_t> dock(std::size_t edge, std::uint32_t thickness, std::uint32_t from,
+                                std::uint32_t to)
 {
     std::vector<std::uint32_t> values(12);
     values[edge] = thickness;
@@ -50,15 +50,15 @@ class X11GeometryTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aScreenWithoutPanelsIsVisibleWhole()
+    void aScreenWithoutDocksIsVisibleWhole()
     {
         QCOMPARE(with(oneMonitor, {}).visiblePart(leftMonitor), leftMonitor);
     }
 
-    void aPanelAtEachEdgeTakesItsStrip()
+    void aDockAtEachEdgeTakesItsStrip()
     {
-        const ReservedAreas areas = with(oneMonitor, {panel(left, 40, 0, 1079), panel(right, 50, 0, 1079),
-                                                      panel(top, 28, 0, 1919), panel(bottom, 60, 0, 1919)});
+        const ReservedAreas areas = with(oneMonitor, {dock(left, 40, 0, 1079), dock(right, 50, 0, 1079),
+                                                      dock(top, 28, 0, 1919), dock(bottom, 60, 0, 1919)});
         QCOMPARE(areas.visiblePart(leftMonitor), QRect(40, 28, 1920 - 90, 1080 - 88));
     }
 
@@ -67,27 +67,27 @@ private Q_SLOTS:
         QCOMPARE(with(oneMonitor, {{0, 0, 30, 0}}).visiblePart(leftMonitor), QRect(0, 30, 1920, 1050));
     }
 
-    void aPanelOfOneMonitorLeavesTheOtherAlone()
+    void aDockOfOneMonitorLeavesTheOtherAlone()
     {
-        const ReservedAreas areas = with(sideBySide, {panel(top, 28, 1920, 3839)});
+        const ReservedAreas areas = with(sideBySide, {dock(top, 28, 1920, 3839)});
         QCOMPARE(areas.visiblePart(leftMonitor), leftMonitor);
         QCOMPARE(areas.visiblePart(rightMonitor), QRect(1920, 28, 1920, 1052));
     }
 
-    void aPanelBetweenTwoMonitorsTakesNothingOfTheOuterOne()
+    void aDockBetweenTwoMonitorsTakesNothingOfTheOuterOne()
     {
         // At the left edge of the right monitor: told from the desktop's left edge, across the left monitor.
-        const ReservedAreas areas = with(sideBySide, {panel(left, 1920 + 48, 0, 1079)});
+        const ReservedAreas areas = with(sideBySide, {dock(left, 1920 + 48, 0, 1079)});
         QCOMPARE(areas.visiblePart(leftMonitor), leftMonitor);
         QCOMPARE(areas.visiblePart(rightMonitor), QRect(1968, 0, 1872, 1080));
     }
 
-    void aPanelAtTheFootOfALowerMonitorIsToldFromTheDesktopsFoot()
+    void aDockAtTheFootOfALowerMonitorIsToldFromTheDesktopsFoot()
     {
-        // The left monitor is lower than the right one: its panel's strip begins below it.
+        // The left monitor is lower than the right one: its dock's strip begins below it.
         const QSize desktop(3840, 1200);
         const QRect tall(1920, 0, 1920, 1200);
-        const ReservedAreas areas = with(desktop, {panel(bottom, 120 + 30, 0, 1919)});
+        const ReservedAreas areas = with(desktop, {dock(bottom, 120 + 30, 0, 1919)});
         QCOMPARE(areas.visiblePart(leftMonitor), QRect(0, 0, 1920, 1050));
         QCOMPARE(areas.visiblePart(tall), tall);
     }
@@ -129,19 +129,19 @@ private Q_SLOTS:
     void aMotionBeginsAndEndsExactly()
     {
         const Rect home{100, 100, 1000, 280};
-        const PanelMotion motion{.begin = {home.scaledAboutCentre(0.95), 0},
-                                 .animation = {Seconds{0.22}, TimingCurve::easeOut, 1, home}};
-        QVERIFY((motion.at(Seconds{0}) == PanelMotion::Moment{home.scaledAboutCentre(0.95), 0}));
-        QVERIFY((motion.at(Seconds{0.22}) == PanelMotion::Moment{home, 1}));
-        QVERIFY((motion.at(Seconds{500}) == PanelMotion::Moment{home, 1}));
+        const BannerPanelMotion motion{.begin = {home.scaledAboutCentre(0.95), 0},
+                                       .animation = {Seconds{0.22}, TimingCurve::easeOut, 1, home}};
+        QVERIFY((motion.at(Seconds{0}) == BannerPanelMotion::Moment{home.scaledAboutCentre(0.95), 0}));
+        QVERIFY((motion.at(Seconds{0.22}) == BannerPanelMotion::Moment{home, 1}));
+        QVERIFY((motion.at(Seconds{500}) == BannerPanelMotion::Moment{home, 1}));
         QVERIFY(!motion.isOver(Seconds{0.2199}));
         QVERIFY(motion.isOver(Seconds{0.22}));
     }
 
     void easingOutIsFastFirstAndEasingInSlowFirst()
     {
-        PanelMotion motion{.begin = {Rect{0, 0, 100, 100}, 0},
-                           .animation = {Seconds{1}, TimingCurve::easeOut, 1, Rect{100, 0, 100, 100}}};
+        BannerPanelMotion motion{.begin = {Rect{0, 0, 100, 100}, 0},
+                                 .animation = {Seconds{1}, TimingCurve::easeOut, 1, Rect{100, 0, 100, 100}}};
         QVERIFY(motion.at(Seconds{0.5}).alpha > 0.6);
         QCOMPARE(motion.at(Seconds{0.5}).frame.x, motion.at(Seconds{0.5}).alpha * 100);
         motion.animation.curve = TimingCurve::easeIn;
@@ -151,7 +151,7 @@ private Q_SLOTS:
     void aMotionNeverTurnsBack()
     {
         for (const TimingCurve curve : {TimingCurve::easeOut, TimingCurve::easeIn}) {
-            const PanelMotion motion{.begin = {Rect{}, 0}, .animation = {Seconds{1}, curve, 1, Rect{}}};
+            const BannerPanelMotion motion{.begin = {Rect{}, 0}, .animation = {Seconds{1}, curve, 1, Rect{}}};
             double before = 0;
             for (int i = 0; i <= 1000; ++i) {
                 const double alpha = motion.at(Seconds{i / 1000.0}).alpha;
@@ -163,8 +163,8 @@ private Q_SLOTS:
 
     void aMotionOfNoLengthIsOverAtOnce()
     {
-        const PanelMotion motion{.begin = {Rect{}, 0},
-                                 .animation = {Seconds{0}, TimingCurve::easeIn, 1, Rect{}}};
+        const BannerPanelMotion motion{.begin = {Rect{}, 0},
+                                       .animation = {Seconds{0}, TimingCurve::easeIn, 1, Rect{}}};
         QVERIFY(motion.isOver(Seconds{0}));
         QCOMPARE(motion.at(Seconds{0}).alpha, 1.0);
     }

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "Corvane/Look/Look.h"
+#include "Corvane/Platform/Linux/Toolkit/ToolkitScreens.h"
 #include "Corvane/Platform/Linux/X11/X11BannerPanels.h"
-#include "Corvane/Platform/Linux/X11/X11Screens.h"
 #include "Corvane/Views/FloatingBannerView.h"
 #include "tests/adapters/WindowManagement.h"
 #include "tests/contracts/WidgetScreensContract.h"
@@ -59,8 +59,8 @@ private:
 
     TestDesktop &m_desktop;
     int m_scaleFactor;
-    X11Screens m_screens;
-    X11BannerPanels m_panels{
+    ToolkitScreens m_screens;
+    X11BannerPanels m_bannerPanels{
         [](const TeachingAction &action, std::function<void()> onDismiss) {
             return std::make_unique<FloatingBannerView>(action, std::move(onDismiss));
         },
@@ -69,8 +69,8 @@ private:
 private Q_SLOTS:
     void cleanupTestCase()
     {
-        // The ticks and animations of panels that are gone end at their next turn; one that begins now ends
-        // after them.
+        // The ticks and animations of banner panels that are gone end at their next turn; one that begins now
+        // ends after them.
         QCoro::waitFor(wait(Seconds{1.1}));
     }
 
@@ -117,8 +117,8 @@ private Q_SLOTS:
         QFETCH(int, screen);
         const Rect visible = m_screens.screens()[static_cast<std::size_t>(screen)].visibleFrame;
         const Rect home{visible.minX() + 12, visible.maxY() - 280 - 48, 1000, 280};
-        const auto panel = m_panels.makePanel(home, {}, startNow(), {});
-        panel->orderFrontRegardless();
+        const auto bannerPanel = m_bannerPanels.makeBannerPanel(home, {}, startNow(), {});
+        bannerPanel->orderFrontRegardless();
         // The upper left part of the icon's background, told from the screen's corner.
         const QPoint onTheIcon(12 + look::banner::leadingPadding + 30,
                                48 + (280 - look::banner::iconArea) / 2 + 10);
@@ -129,7 +129,7 @@ private Q_SLOTS:
         QVERIFY(color(screen, QPoint(12 + 500, 48 + 279)).red() > 10);
     }
 
-    void aPanelOfOneMonitorTakesNothingOfTheOther()
+    void aDockOfOneMonitorTakesNothingOfTheOther()
     {
         QWidget dock;
         dock.setAttribute(Qt::WA_X11NetWmWindowTypeDock);
@@ -169,7 +169,7 @@ protected:
     QRect place() const override { return {monitorWidth + 50, 50, 200, 100}; }
 
 private:
-    X11Screens m_screens;
+    ToolkitScreens m_screens;
 };
 
 /// Called with "--twice", at a scale factor of two.

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
+#include "Corvane/Platform/Linux/Toolkit/ToolkitScreens.h"
+#include "Corvane/Platform/Linux/Toolkit/ToolkitWindowSystem.h"
 #include "Corvane/Platform/Linux/X11/X11Connection.h"
-#include "Corvane/Platform/Linux/X11/X11Screens.h"
-#include "Corvane/Platform/Linux/X11/X11WindowSystem.h"
 #include "Corvane/Utilities/WindowPresentation.h"
 #include "Corvane/Views/MenuBarPanel.h"
 #include "Corvane/Views/WindowScenes.h"
@@ -33,7 +33,7 @@ Q_DECLARE_METATYPE(WindowManager)
 
 namespace {
 
-constexpr int patience = 10'000; // milliseconds
+constexpr int timeout = 10'000; // milliseconds
 constexpr QSize screenSize(1280, 800);
 constexpr int dockThickness = 30;
 
@@ -76,7 +76,7 @@ void keepPicture(const QString &name)
     }
 }
 
-/// A desktop's panel on one edge.
+/// A dock on one edge of the desktop.
 class Dock final : public QWidget {
 public:
     Dock(Qt::Edge edge, QSize screen)
@@ -115,7 +115,7 @@ public:
 
 } // namespace
 
-/// The bell's panel and the program's windows under window managers, beside a program of another's.
+/// The menu bar panel and the program's windows under window managers, beside a program of another's.
 class X11WindowsTest final : public QObject {
     Q_OBJECT
 
@@ -124,10 +124,10 @@ public:
 
 private:
     TestDesktop &m_desktop;
-    X11Screens m_screens;
-    X11WindowSystem m_windowSystem;
+    ToolkitScreens m_screens;
+    ToolkitWindowSystem m_windowSystem;
     std::unique_ptr<QProcess> m_opponent;
-    std::unique_ptr<MenuBarPanel> m_panel;
+    std::unique_ptr<MenuBarPanel> m_menuBarPanel;
     std::unique_ptr<WindowScenes> m_scenes;
 
     void use(WindowManager manager)
@@ -135,22 +135,22 @@ private:
         m_desktop.startWindowManager(manager);
         QVERIFY(isManagerServing());
         QTRY_COMPARE_WITH_TIMEOUT(x11::isComposited(), manager == WindowManager::xfwm4WithCompositing,
-                                  patience);
+                                  timeout);
     }
 
     /// Another program's window is in front, and the user has just clicked in it.
     void oppose()
     {
         m_opponent = m_desktop.startOpponent();
-        QTRY_COMPARE_WITH_TIMEOUT(pixel({640, 400}), QColor(u"#a0c0e0"_s), 2 * patience);
+        QTRY_COMPARE_WITH_TIMEOUT(pixel({640, 400}), QColor(u"#a0c0e0"_s), 2 * timeout);
         TestDesktop::xdotool({u"mousemove"_s, u"640"_s, u"700"_s, u"click"_s, u"1"_s});
         QTRY_VERIFY_WITH_TIMEOUT(m_opponent->canReadLine() ||
                                      (m_opponent->waitForReadyRead(100), m_opponent->canReadLine()),
-                                 patience);
-        QTRY_VERIFY_WITH_TIMEOUT(activeWindow() != 0, patience);
+                                 timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(activeWindow() != 0, timeout);
     }
 
-    [[nodiscard]] static bool hasKeyboard(const QWidget *window)
+    [[nodiscard]] static bool hasFocus(const QWidget *window)
     {
         return window != nullptr && window->isActiveWindow() && activeWindow() == window->winId();
     }
@@ -166,7 +166,7 @@ private:
     void clickBell(Point item)
     {
         m_windowSystem.userAsked({});
-        m_panel->toggle(item);
+        m_menuBarPanel->toggle(item);
     }
 
     void open(const QString &id, const QString &title)
@@ -201,7 +201,7 @@ private Q_SLOTS:
 
     void init()
     {
-        m_panel = std::make_unique<MenuBarPanel>(content, m_screens, m_windowSystem);
+        m_menuBarPanel = std::make_unique<MenuBarPanel>(content, m_screens, m_windowSystem);
         m_scenes = std::make_unique<WindowScenes>(m_windowSystem);
         const auto add = [this](const QString &identifier, const QString &title, QSize size) {
             m_scenes->add({identifier, title, size, [] { return std::make_unique<QLabel>(u"content"_s); }});
@@ -212,7 +212,7 @@ private Q_SLOTS:
 
     void cleanup()
     {
-        m_panel.reset();
+        m_menuBarPanel.reset();
         m_scenes.reset();
         if (m_opponent) {
             m_opponent->terminate();
@@ -221,24 +221,24 @@ private Q_SLOTS:
         }
     }
 
-    void thePanelTakesTheKeyboardFromAnotherProgram_data() { everyManager(); }
-    void thePanelTakesTheKeyboardFromAnotherProgram()
+    void theMenuBarPanelTakesTheKeyboardFromAnotherProgram_data() { everyManager(); }
+    void theMenuBarPanelTakesTheKeyboardFromAnotherProgram()
     {
         QFETCH(WindowManager, manager);
         use(manager);
         oppose();
         clickBell({640, 790});
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_panel->window()), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
         TestDesktop::xdotool({u"key"_s, u"Escape"_s});
-        QTRY_VERIFY_WITH_TIMEOUT(!m_panel->isOpen(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), timeout);
         // Again, and again: the moment of each click counts.
         clickBell({640, 790});
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_panel->window()), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
         TestDesktop::xdotool({u"mousemove"_s, u"100"_s, u"700"_s, u"click"_s, u"1"_s});
-        QTRY_VERIFY_WITH_TIMEOUT(!m_panel->isOpen(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), timeout);
     }
 
-    void thePanelStandsAtTheBellOnEveryEdge_data()
+    void theMenuBarPanelStandsAtTheBellOnEveryEdge_data()
     {
         QTest::addColumn<WindowManager>("manager");
         QTest::addColumn<Qt::Edge>("edge");
@@ -261,7 +261,7 @@ private Q_SLOTS:
         }
     }
 
-    void thePanelStandsAtTheBellOnEveryEdge()
+    void theMenuBarPanelStandsAtTheBellOnEveryEdge()
     {
         QFETCH(WindowManager, manager);
         QFETCH(Qt::Edge, edge);
@@ -270,10 +270,10 @@ private Q_SLOTS:
         use(manager);
         const Dock dock(edge, screenSize);
         QTRY_VERIFY_WITH_TIMEOUT(
-            m_screens.screens().front().visibleFrame != m_screens.screens().front().frame, patience);
+            m_screens.screens().front().visibleFrame != m_screens.screens().front().frame, timeout);
         clickBell(bell);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_panel->window()), patience);
-        const QWidget *shown = m_panel->window()->findChild<QPushButton *>()->parentWidget();
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
+        const QWidget *shown = m_menuBarPanel->window()->findChild<QPushButton *>()->parentWidget();
         const auto place = [shown] { return QRect(shown->mapToGlobal(QPoint()), shown->size()); };
         QCOMPARE(place().width(), 320);
         QCOMPARE(place().left(), card.left());
@@ -290,47 +290,47 @@ private Q_SLOTS:
             break;
         }
         // The server agrees with the toolkit: the manager has moved nothing.
-        const QString told =
-            TestDesktop::xdotool({u"getwindowgeometry"_s, QString::number(m_panel->window()->winId())});
-        const QPoint corner = m_panel->window()->geometry().topLeft();
+        const QString told = TestDesktop::xdotool(
+            {u"getwindowgeometry"_s, QString::number(m_menuBarPanel->window()->winId())});
+        const QPoint corner = m_menuBarPanel->window()->geometry().topLeft();
         QVERIFY2(told.contains(u"Position: %1,%2 "_s.arg(corner.x()).arg(corner.y())), qPrintable(told));
         keepPicture(QString::fromLatin1(QTest::currentDataTag()).replace(u' ', u'-'));
     }
 
-    void aClickElsewhereClosesThePanel_data() { everyManager(); }
-    void aClickElsewhereClosesThePanel()
+    void aClickElsewhereClosesTheMenuBarPanel_data() { everyManager(); }
+    void aClickElsewhereClosesTheMenuBarPanel()
     {
         QFETCH(WindowManager, manager);
         use(manager);
         oppose();
         clickBell({640, 790});
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_panel->window()), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
         TestDesktop::xdotool({u"mousemove"_s, u"100"_s, u"700"_s, u"click"_s, u"1"_s});
-        QTRY_VERIFY_WITH_TIMEOUT(!m_panel->isOpen(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), timeout);
         // The same click, had it been on the bell.
         clickBell({640, 790});
-        QVERIFY(!m_panel->isOpen());
+        QVERIFY(!m_menuBarPanel->isOpen());
     }
 
-    void besideTheWindowThatItOpenedThePanelStaysUsable_data() { everyManager(); }
-    void besideTheWindowThatItOpenedThePanelStaysUsable()
+    void besideTheWindowThatItOpenedTheMenuBarPanelStaysUsable_data() { everyManager(); }
+    void besideTheWindowThatItOpenedTheMenuBarPanelStaysUsable()
     {
         QFETCH(WindowManager, manager);
         use(manager);
         oppose();
         clickBell({640, 790});
-        m_panel->stayOpenBesideWindows();
+        m_menuBarPanel->stayOpenBesideWindows();
         open(u"setup"_s, u"Welcome to Quillet"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_scenes->window(u"setup"_s)), patience);
-        QVERIFY(m_panel->isOpen());
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_scenes->window(u"setup"_s)), timeout);
+        QVERIFY(m_menuBarPanel->isOpen());
         m_scenes->window(u"setup"_s)->move(10, 60);
-        auto *button = m_panel->window()->findChild<QPushButton *>();
+        auto *button = m_menuBarPanel->window()->findChild<QPushButton *>();
         QSignalSpy clicks(button, &QAbstractButton::clicked);
-        m_panel->window()->raise();
+        m_menuBarPanel->window()->raise();
         // It lies behind until it is clicked, where the window covers it.
         QTRY_VERIFY_WITH_TIMEOUT((click(button), QCoreApplication::processEvents(), !clicks.isEmpty()),
-                                 patience);
-        QVERIFY(m_panel->isOpen());
+                                 timeout);
+        QVERIFY(m_menuBarPanel->isOpen());
         QVERIFY(m_scenes->window(u"setup"_s) != nullptr);
         keepPicture(u"beside-"_s + QString::fromLatin1(QTest::currentDataTag()).replace(u' ', u'-'));
     }
@@ -342,17 +342,17 @@ private Q_SLOTS:
         use(manager);
         open(u"help"_s, u"Quillet Help"_s);
         const QWidget *window = m_scenes->window(u"help"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window), timeout);
         QVERIFY(hasState(*window, "_NET_WM_STATE_SKIP_TASKBAR"));
         QVERIFY(hasState(*window, "_NET_WM_STATE_SKIP_PAGER"));
         QCOMPARE(window->size(), QSize(920, 620));
         clickBell({640, 790});
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_panel->window()), patience);
-        QVERIFY(hasState(*m_panel->window(), "_NET_WM_STATE_SKIP_TASKBAR"));
-        m_panel->close();
-        m_panel->openAsWindow();
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_panel->window()), patience);
-        QVERIFY(hasState(*m_panel->window(), "_NET_WM_STATE_SKIP_TASKBAR"));
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
+        QVERIFY(hasState(*m_menuBarPanel->window(), "_NET_WM_STATE_SKIP_TASKBAR"));
+        m_menuBarPanel->close();
+        m_menuBarPanel->openAsWindow();
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
+        QVERIFY(hasState(*m_menuBarPanel->window(), "_NET_WM_STATE_SKIP_TASKBAR"));
         keepPicture(u"window-"_s + QString::fromLatin1(QTest::currentDataTag()).replace(u' ', u'-'));
     }
 
@@ -362,14 +362,14 @@ private Q_SLOTS:
         QFETCH(WindowManager, manager);
         use(manager);
         open(u"help"_s, u"Quillet Help"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_scenes->window(u"help"_s)), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_scenes->window(u"help"_s)), timeout);
         const WindowId id = m_scenes->window(u"help"_s)->winId();
         oppose();
-        QTRY_VERIFY_WITH_TIMEOUT(!hasKeyboard(m_scenes->window(u"help"_s)), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!hasFocus(m_scenes->window(u"help"_s)), timeout);
         open(u"help"_s, u"Quillet Help"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_scenes->window(u"help"_s)), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_scenes->window(u"help"_s)), timeout);
         QCOMPARE(m_scenes->window(u"help"_s)->winId(), id);
-        QTRY_VERIFY_WITH_TIMEOUT(pixel({640, 400}) != QColor(u"#a0c0e0"_s), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(pixel({640, 400}) != QColor(u"#a0c0e0"_s), timeout);
     }
 
     void aMinimizedWindowComesToTheFrontAgain_data() { everyManager(); }
@@ -379,28 +379,28 @@ private Q_SLOTS:
         use(manager);
         open(u"help"_s, u"Quillet Help"_s);
         QWidget *window = m_scenes->window(u"help"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window), timeout);
         TestDesktop::xdotool({u"windowminimize"_s, QString::number(window->winId())});
-        QTRY_VERIFY_WITH_TIMEOUT(window->isMinimized(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(window->isMinimized(), timeout);
         open(u"help"_s, u"Quillet Help"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window) && !window->isMinimized(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window) && !window->isMinimized(), timeout);
     }
 
     void aTokenTellsTheMomentAndIsPassedOn()
     {
         use(WindowManager::openbox);
-        QCOMPARE(X11WindowSystem::timeOf(u"host-1-name_TIME123456"_s), std::optional(123456U));
-        QCOMPARE(X11WindowSystem::timeOf(u"a_TIME1_TIME22"_s), std::optional(22U));
+        QCOMPARE(ToolkitWindowSystem::timeOf(u"host-1-name_TIME123456"_s), std::optional(123456U));
+        QCOMPARE(ToolkitWindowSystem::timeOf(u"a_TIME1_TIME22"_s), std::optional(22U));
         for (const QString &none :
              {u""_s, u"token"_s, u"x_TIME"_s, u"x_TIME0"_s, u"x_TIME12x"_s, u"x_TIME99999999999"_s}) {
-            QVERIFY(!X11WindowSystem::timeOf(none));
+            QVERIFY(!ToolkitWindowSystem::timeOf(none));
         }
         const std::uint32_t now = x11::serverTime().value_or(0);
         QVERIFY(now != 0);
         m_windowSystem.userAsked(u"launcher-7_TIME%1"_s.arg(now));
-        m_panel->open(std::nullopt);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(m_panel->window()), patience);
-        const auto id = static_cast<std::uint32_t>(m_panel->window()->winId());
+        m_menuBarPanel->open(std::nullopt);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
+        const auto id = static_cast<std::uint32_t>(m_menuBarPanel->window()->winId());
         QVERIFY(TestDesktop::run(u"xprop"_s, {u"-id"_s, QString::number(id), u"_NET_STARTUP_ID"_s})
                     .contains(u"launcher-7_TIME"_s));
     }
@@ -408,11 +408,11 @@ private Q_SLOTS:
     void withoutAWindowManagerTheWindowsAreShown()
     {
         m_desktop.stopWindowManager();
-        QTRY_VERIFY_WITH_TIMEOUT(!isManaged(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!isManaged(), timeout);
         clickBell({640, 790});
-        QTRY_VERIFY_WITH_TIMEOUT(m_panel->window()->windowHandle()->isExposed(), patience);
-        m_panel->toggle(std::nullopt);
-        QVERIFY(!m_panel->isOpen());
+        QTRY_VERIFY_WITH_TIMEOUT(m_menuBarPanel->window()->windowHandle()->isExposed(), timeout);
+        m_menuBarPanel->toggle(std::nullopt);
+        QVERIFY(!m_menuBarPanel->isOpen());
     }
 };
 

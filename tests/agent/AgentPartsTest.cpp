@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "NotificationAgent/AgentLife.h"
+#include "NotificationAgent/AgentLifecycle.h"
 #include "NotificationAgent/AgentLog.h"
 #include "NotificationAgent/FreedesktopNotificationServer.h"
 #include "NotificationAgent/LoginEntry.h"
@@ -116,7 +116,7 @@ private Q_SLOTS:
         const QList<QByteArray> lines = contentOf(QUILLET_AGENT_UNIT).split('\n');
         // Ended when its name is lost, so that a call which follows starts it anew.
         QVERIFY(lines.contains("Type=dbus"));
-        QVERIFY(lines.contains(QByteArray("BusName=") + AgentLife::serviceName));
+        QVERIFY(lines.contains(QByteArray("BusName=") + AgentLifecycle::serviceName));
         // Ten seconds have room for fewer starts than the five at which a service manager gives up.
         QVERIFY(lines.contains("Restart=on-failure"));
         QVERIFY(lines.contains("RestartSec=3"));
@@ -237,13 +237,13 @@ private Q_SLOTS:
         const QString path = folder.filePath(u"agent.log"_s);
         QFile full(path);
         QVERIFY(full.open(QIODevice::WriteOnly));
-        full.write(QByteArray(AgentLog::longestFile - 10, 'x'));
+        full.write(QByteArray(AgentLog::maximumFileSize - 10, 'x'));
         full.close();
         const AgentLog log(path);
         log.log(u"one"_s);
         log.log(u"two"_s);
         QVERIFY(QFileInfo(path).size() < 200);
-        QCOMPARE(QFileInfo(path + u".old"_s).size(), AgentLog::longestFile - 10);
+        QCOMPARE(QFileInfo(path + u".old"_s).size(), AgentLog::maximumFileSize - 10);
     }
 
     void aLongTextIsCutForTheLog()

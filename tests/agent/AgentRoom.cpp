@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patience = 30'000; // milliseconds
+constexpr int timeout = 30'000; // milliseconds
 
 const QString agentName = u"com.ordwinsoftware.Quillet.NotificationAgent"_s;
 
@@ -77,7 +77,7 @@ void AgentRoom::launchAgent(const QStringList &arguments, const QString &shell)
         m_agent->start(u"/bin/bash"_s,
                        QStringList{u"-c"_s, shell + u"; exec \"$0\" \"$@\""_s, QUILLET_AGENT} + arguments);
     }
-    if (!m_agent->waitForStarted(patience)) {
+    if (!m_agent->waitForStarted(timeout)) {
         qFatal("the agent does not start");
     }
 }
@@ -85,7 +85,7 @@ void AgentRoom::launchAgent(const QStringList &arguments, const QString &shell)
 void AgentRoom::startAgent(const QString &shell)
 {
     launchAgent({}, shell);
-    if (!QTest::qWaitFor([this] { return isNameOwned(); }, patience)) {
+    if (!QTest::qWaitFor([this] { return isNameOwned(); }, timeout)) {
         qFatal("the agent does not take its name");
     }
 }
@@ -93,7 +93,7 @@ void AgentRoom::startAgent(const QString &shell)
 void AgentRoom::killAgent()
 {
     m_agent->kill();
-    m_agent->waitForFinished(patience);
+    m_agent->waitForFinished(timeout);
 }
 
 bool AgentRoom::isNameOwned(const QString &name) const
@@ -121,7 +121,7 @@ QDBusMessage AgentRoom::message(const QString &method, const QVariantList &argum
 
 QDBusMessage AgentRoom::call(const QString &method, const QVariantList &arguments) const
 {
-    return m_connection.call(message(method, arguments), QDBus::Block, patience);
+    return m_connection.call(message(method, arguments), QDBus::Block, timeout);
 }
 
 QDBusMessage AgentRoom::add(const PendingRequest &request) const

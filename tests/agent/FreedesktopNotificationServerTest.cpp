@@ -42,7 +42,7 @@ private Q_SLOTS:
         m_name = u"client-%1"_s.arg(++m_number);
         m_server = std::make_unique<FreedesktopNotificationServer>(
             QDBusConnection::connectToBus(m_bus->address(), m_name), m_sound,
-            FreedesktopNotificationServer::Patience{std::chrono::milliseconds(300),
+            FreedesktopNotificationServer::Timeouts{std::chrono::milliseconds(300),
                                                     std::chrono::milliseconds(300)});
     }
 
@@ -143,7 +143,7 @@ private Q_SLOTS:
         QSignalSpy departures(m_server.get(), &NotificationServer::left);
         QSignalSpy replacements(m_server.get(), &NotificationServer::replaced);
         QVERIFY(ask());
-        first.giveUpName();
+        first.releaseName();
         RecordingServer second(m_bus->address(), {});
         QVERIFY(ask());
         QCOMPARE(replacements.size(), 1);

@@ -20,12 +20,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patience = 60'000; // milliseconds
+constexpr int timeout = 60'000; // milliseconds
 
 #ifdef __SANITIZE_ADDRESS__
-constexpr double mostMemory = 2000; // MiB; the sanitizer keeps what was given back
+constexpr double maximumMemory = 2000; // MiB; the sanitizer keeps what was given back
 #else
-constexpr double mostMemory = 64;
+constexpr double maximumMemory = 64;
 #endif
 
 // How many calls a flood has; the figures are made with a million.
@@ -66,7 +66,7 @@ private Q_SLOTS:
                 identifiers = m_room->pending();
                 return !identifiers.value(0).startsWith(u"error: "_s);
             },
-            patience));
+            timeout));
         QVERIFY(m_room->remove(identifiers).type() == QDBusMessage::ReplyMessage);
     }
 
@@ -172,7 +172,7 @@ private Q_SLOTS:
         timer.restart();
         QCOMPARE(flood(floodSize(), [](int i) { return u"flood %1"_s.arg(i); }), floodSize());
         tell(floodSize(), timer);
-        QVERIFY(std::max(memory.isPrivate, m_peak.isPrivate) < mostMemory);
+        QVERIFY(std::max(memory.isPrivate, m_peak.isPrivate) < maximumMemory);
         // It still answers, and has not filled its log with it.
         QCOMPARE(m_room->pending().size(), 10'000);
         QVERIFY(m_room->log().count(u'\n') < 200);
@@ -187,14 +187,14 @@ private Q_SLOTS:
         const auto number = [](int i) { return QString::number(i); };
         const int refused = flood(300, number, big);
         QVERIFY(refused > 100);
-        QVERIFY(m_peak.isPrivate < mostMemory);
+        QVERIFY(m_peak.isPrivate < maximumMemory);
         QCOMPARE(m_room->pending().size(), 300 - refused);
     }
 
     // Who asks and does not read the answers makes them wait in the agent.
     void aFloodOfQuestionsWhoseAnswersNobodyReadsKeepsTheMemoryBounded()
     {
-        const QString tail(AgentInterface::longestIdentifier - 10, u'i');
+        const QString tail(AgentInterface::maximumIdentifierLength - 10, u'i');
         (void)flood(500, [&](int i) { return u"%1"_s.arg(i, 10) + tail; });
         QVERIFY(m_room->pending().size() > 400);
         const qint64 process = m_room->ownerProcess();
@@ -205,7 +205,7 @@ private Q_SLOTS:
         std::deque<QDBusPendingCall> open;
         const QDBusMessage question = m_room->message(u"PendingRequests"_s, {});
         for (int i = 0; i < questions; ++i) {
-            open.push_back(m_room->connection().asyncCall(question, patience));
+            open.push_back(m_room->connection().asyncCall(question, timeout));
         }
         int refused = 0;
         int answered = 0;
@@ -218,16 +218,16 @@ private Q_SLOTS:
         tell(questions, timer);
         qInfo() << "answered" << answered << "refused" << refused;
         QVERIFY(answered > 0);
-        QVERIFY(m_peak.isPrivate < mostMemory);
+        QVERIFY(m_peak.isPrivate < maximumMemory);
         // It answers again once what it said has been taken; one answer is enough, since so long a one makes
         // the next question wait in its turn.
-        QVERIFY(QTest::qWaitFor([this] { return m_room->pending().size() > 400; }, patience));
+        QVERIFY(QTest::qWaitFor([this] { return m_room->pending().size() > 400; }, timeout));
     }
 
     void tooManyIdentifiersAreRefused()
     {
         QCOMPARE(m_room->add(request(u"one"_s)).type(), QDBusMessage::ReplyMessage);
-        QStringList identifiers(AgentInterface::mostIdentifiers, QString());
+        QStringList identifiers(AgentInterface::maximumIdentifiers, QString());
         QCOMPARE(m_room->remove(identifiers).type(), QDBusMessage::ReplyMessage);
         identifiers.append(u"one"_s);
         m_peak = {};
@@ -236,7 +236,7 @@ private Q_SLOTS:
             look(m_room->ownerProcess());
         }
         QCOMPARE(m_room->pending(), QStringList{u"one"_s});
-        QVERIFY(m_peak.isPrivate < mostMemory);
+        QVERIFY(m_peak.isPrivate < maximumMemory);
     }
 
     // Who wants no answer can send faster than anybody can read.
@@ -249,7 +249,7 @@ private Q_SLOTS:
         QCOMPARE(m_room->pending(), QStringList{u"one"_s});
         look(m_room->ownerProcess());
         tell(size, timer);
-        QVERIFY(m_peak.isPrivate < mostMemory);
+        QVERIFY(m_peak.isPrivate < maximumMemory);
     }
 
 private:
@@ -273,7 +273,7 @@ private:
     template <typename Name>
     int flood(int count, Name name, const PendingRequest &sample = request({}))
     {
-        constexpr std::size_t mostOpen = 100; // the bus itself has a limit on open calls
+        constexpr std::size_t maximumOpenCalls = 100; // the bus itself has a limit on open calls
         m_peak = {};
         const qint64 process = m_room->ownerProcess();
         std::deque<QDBusPendingCall> open;
@@ -287,8 +287,8 @@ private:
             open.push_back(m_room->connection().asyncCall(
                 m_room->message(u"Add"_s, {name(i), sample.title, sample.body, sample.categoryIdentifier,
                                            sample.fireDate, sample.expirationDate}),
-                patience));
-            if (open.size() >= mostOpen) {
+                timeout));
+            if (open.size() >= maximumOpenCalls) {
                 takeOldest();
             }
             if (i % 5000 == 0) {

@@ -23,7 +23,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patience = 20'000; // milliseconds
+constexpr int timeout = 20'000; // milliseconds
 
 // The figures are made with two hundred.
 int rounds()
@@ -62,13 +62,13 @@ private Q_SLOTS:
             bool isKept = false;
             watch(u"Add"_s, {name, name, u"b"_s, u"c"_s, now, now + 600}, isKept);
             // The delivery follows the answer.
-            QDeadlineTimer deadline(patience);
+            QDeadlineTimer deadline(timeout);
             while (!isKept && !deadline.hasExpired()) {
                 QCoreApplication::processEvents(QEventLoop::AllEvents);
             }
             QVERIFY(isKept);
             if (server.isAsleep) {
-                QTRY_VERIFY_WITH_TIMEOUT(server.asked > asked, patience);
+                QTRY_VERIFY_WITH_TIMEOUT(server.asked > asked, timeout);
             }
             killAfterAWhile(8'000);
             QVERIFY(server.drain());
@@ -81,8 +81,8 @@ private Q_SLOTS:
             }
             m_room->startAgent();
             // What was not handed over is delivered by the next agent; then nothing of it is left.
-            QTRY_VERIFY_WITH_TIMEOUT(server.shownWith(name) >= before + left, patience);
-            QTRY_VERIFY_WITH_TIMEOUT(m_room->pending().isEmpty(), patience);
+            QTRY_VERIFY_WITH_TIMEOUT(server.shownWith(name) >= before + left, timeout);
+            QTRY_VERIFY_WITH_TIMEOUT(m_room->pending().isEmpty(), timeout);
             m_room->killAgent();
             QTRY_VERIFY(!m_room->isNameOwned());
             QVERIFY(server.drain());
@@ -148,7 +148,7 @@ private:
     void watch(const QString &method, const QVariantList &arguments, bool &isAnswered)
     {
         auto *watcher = new QDBusPendingCallWatcher(
-            m_room->connection().asyncCall(m_room->message(method, arguments), patience), this);
+            m_room->connection().asyncCall(m_room->message(method, arguments), timeout), this);
         connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher, &isAnswered] {
             isAnswered = !watcher->isError();
             watcher->deleteLater();
@@ -157,9 +157,9 @@ private:
     }
 
     // The random moment lies within so many microseconds from now.
-    void killAfterAWhile(int mostMicroseconds)
+    void killAfterAWhile(int maximumMicroseconds)
     {
-        const qint64 moment = std::uniform_int_distribution<qint64>(0, mostMicroseconds)(m_random) * 1000;
+        const qint64 moment = std::uniform_int_distribution<qint64>(0, maximumMicroseconds)(m_random) * 1000;
         QElapsedTimer timer;
         timer.start();
         while (timer.nsecsElapsed() < moment) {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "NotificationAgent/AgentLife.h"
+#include "NotificationAgent/AgentLifecycle.h"
 #include "NotificationAgent/LoginEntry.h"
 #include "NotificationAgent/RequestFile.h"
 #include "NotificationAgent/RequestKeeper.h"
@@ -34,7 +34,7 @@ using Behaviour = RecordingServer::Behaviour;
 
 namespace {
 
-constexpr int patience = 20'000; // milliseconds
+constexpr int timeout = 20'000; // milliseconds
 
 PendingRequest request(const QString &name, qint64 fireDate, qint64 helpsFor = 240)
 {
@@ -73,7 +73,7 @@ private Q_SLOTS:
         for (int i = 0; i < 3; ++i) {
             QVERIFY(isReply(m_room->add(request(QString::number(i), first + i))));
         }
-        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 3U, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 3U, timeout);
         QList<qint64> late;
         for (int i = 0; i < 3; ++i) {
             const RecordingServer::Shown &one = server.shown.at(static_cast<std::size_t>(i));
@@ -92,7 +92,7 @@ private Q_SLOTS:
         RecordingServer server(m_room->bus().address(), {u"body"_s, u"body-markup"_s, u"sound"_s});
         m_room->startAgent();
         QVERIFY(isReply(m_room->add(request(u"王 <Anna>"_s, AgentRoom::now()))));
-        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, timeout);
         const RecordingServer::Shown &one = server.shown.front();
         QCOMPARE(one.application, u"Quillet"_s);
         QCOMPARE(one.icon, u"com.ordwinsoftware.Quillet"_s);
@@ -126,8 +126,8 @@ private Q_SLOTS:
         RecordingServer server(m_room->bus().address(), plain);
         m_room->startAgent();
         QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
-        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, patience);
-        QTRY_COMPARE_WITH_TIMEOUT(m_room->agent().state(), QProcess::NotRunning, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->agent().state(), QProcess::NotRunning, timeout);
         QCOMPARE(m_room->agent().exitStatus(), QProcess::NormalExit);
         QCOMPARE(m_room->agent().exitCode(), 0);
         QVERIFY(!QFile::exists(m_room->entryPath()));
@@ -138,9 +138,9 @@ private Q_SLOTS:
         QElapsedTimer timer;
         timer.start();
         m_room->launchAgent({u"--login"_s});
-        QVERIFY(m_room->agent().waitForFinished(patience));
+        QVERIFY(m_room->agent().waitForFinished(timeout));
         QCOMPARE(m_room->agent().exitCode(), 0);
-        QVERIFY(timer.elapsed() < AgentLife::idleTime.count());
+        QVERIFY(timer.elapsed() < AgentLifecycle::idleTime.count());
     }
 
     void atLoginWithNothingPendingAnEntryThatWasLeftGoes()
@@ -148,11 +148,11 @@ private Q_SLOTS:
         RecordingServer server(m_room->bus().address(), plain);
         m_room->startAgent();
         QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
-        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 0, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 0, timeout);
         m_room->killAgent();
         QVERIFY(QFile::exists(m_room->entryPath()));
         m_room->launchAgent({u"--login"_s});
-        QVERIFY(m_room->agent().waitForFinished(patience));
+        QVERIFY(m_room->agent().waitForFinished(timeout));
         QVERIFY(!QFile::exists(m_room->entryPath()));
     }
 
@@ -163,7 +163,7 @@ private Q_SLOTS:
         m_room->killAgent();
         RecordingServer server(m_room->bus().address(), plain);
         m_room->launchAgent({u"--login"_s});
-        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, timeout);
     }
 
     void atLoginTheBusStartsItWhereItCan()
@@ -175,7 +175,7 @@ private Q_SLOTS:
         ::kill(static_cast<pid_t>(former), SIGKILL);
         QTRY_VERIFY(!m_room->isNameOwned());
         m_room->launchAgent({u"--login"_s});
-        QTRY_COMPARE_WITH_TIMEOUT(m_room->agent().state(), QProcess::NotRunning, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->agent().state(), QProcess::NotRunning, timeout);
         QVERIFY(m_room->ownerProcess() > 0);
     }
 
@@ -196,14 +196,14 @@ private Q_SLOTS:
         m_room->startAgent();
         QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now() + 1000))));
         m_room->bus().stop();
-        QVERIFY(m_room->agent().waitForFinished(patience));
+        QVERIFY(m_room->agent().waitForFinished(timeout));
         QCOMPARE(m_room->agent().exitStatus(), QProcess::NormalExit);
     }
 
     void withoutABusItEnds()
     {
         m_room->launchAgent({}, u"export DBUS_SESSION_BUS_ADDRESS=unix:path=/nowhere"_s);
-        QVERIFY(m_room->agent().waitForFinished(patience));
+        QVERIFY(m_room->agent().waitForFinished(timeout));
         QCOMPARE(m_room->agent().exitCode(), 1);
     }
 
@@ -220,7 +220,7 @@ private Q_SLOTS:
         second.setProcessEnvironment(environment);
         second.setStandardErrorFile(QProcess::nullDevice());
         second.start(m_room->agent().program(), {});
-        QVERIFY(second.waitForFinished(patience));
+        QVERIFY(second.waitForFinished(timeout));
         QCOMPARE(second.exitCode(), 0);
         QCOMPARE(m_room->ownerProcess(), first);
         QVERIFY(m_room->log().contains(u"another agent keeps this queue"_s));
@@ -233,10 +233,10 @@ private Q_SLOTS:
         QVERIFY(isReply(m_room->add(request(u"over"_s, now + 1, 1))));
         QVERIFY(isReply(m_room->add(request(u"helps"_s, now + 2, 300))));
         m_room->killAgent();
-        QTRY_VERIFY_WITH_TIMEOUT(AgentRoom::now() >= now + 2, patience);
+        QTRY_VERIFY_WITH_TIMEOUT(AgentRoom::now() >= now + 2, timeout);
         RecordingServer server(m_room->bus().address(), plain);
         m_room->startAgent();
-        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, timeout);
         QCOMPARE(server.shown.front().summary, u"helps"_s);
         QVERIFY(m_room->log().contains(u"notification dropped"_s));
     }
@@ -247,17 +247,17 @@ private Q_SLOTS:
         RecordingServer server(m_room->bus().address(), plain);
         m_room->startAgent();
         QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
-        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, timeout);
         const auto process = static_cast<pid_t>(m_room->agent().processId());
         int terminations = 0;
-        QDBusServiceWatcher watcher(QString::fromLatin1(AgentLife::serviceName), m_room->connection(),
+        QDBusServiceWatcher watcher(QString::fromLatin1(AgentLifecycle::serviceName), m_room->connection(),
                                     QDBusServiceWatcher::WatchForUnregistration);
         connect(&watcher, &QDBusServiceWatcher::serviceUnregistered, this, [&] {
             terminations += 1;
             ::kill(process, SIGTERM);
         });
-        QTRY_VERIFY_WITH_TIMEOUT(terminations > 0, patience);
-        QTRY_COMPARE_WITH_TIMEOUT(m_room->agent().state(), QProcess::NotRunning, patience);
+        QTRY_VERIFY_WITH_TIMEOUT(terminations > 0, timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->agent().state(), QProcess::NotRunning, timeout);
         QCOMPARE(m_room->agent().exitStatus(), QProcess::NormalExit);
         QCOMPARE(m_room->agent().exitCode(), 0);
         QVERIFY(!QFile::exists(m_room->entryPath()));
@@ -274,10 +274,10 @@ private Q_SLOTS:
         const PendingRequest late = request(u"Anna"_s, AgentRoom::now() + 1000);
         {
             LeavingAgent agent(*m_room);
-            QTRY_VERIFY_WITH_TIMEOUT(agent.hasStarted, patience);
-            QSignalSpy ended(&agent.life, &AgentLife::ended);
+            QTRY_VERIFY_WITH_TIMEOUT(agent.hasStarted, timeout);
+            QSignalSpy ended(&agent.lifecycle, &AgentLifecycle::ended);
             QVERIFY(agent.leaveWithACall(late));
-            QTRY_COMPARE_WITH_TIMEOUT(ended.size(), 1, patience);
+            QTRY_COMPARE_WITH_TIMEOUT(ended.size(), 1, timeout);
             QCOMPARE(ended.first().first().toInt(), 0);
             QVERIFY(agent.isAnswered);
             QCOMPARE(agent.server.asked, 0);
@@ -286,17 +286,17 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(m_room->entryPath()));
         // The bus has started it without another call; it waits for the lock.
         lock.unlock();
-        QTRY_VERIFY_WITH_TIMEOUT(m_room->isNameOwned(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(m_room->isNameOwned(), timeout);
         QCOMPARE(m_room->pending(), QStringList{late.identifier});
     }
 
     void whereTheBusStartsNothingWhatComesWhileItLeavesKeepsIt()
     {
         LeavingAgent agent(*m_room);
-        QTRY_VERIFY_WITH_TIMEOUT(agent.hasStarted, patience);
-        QSignalSpy ended(&agent.life, &AgentLife::ended);
+        QTRY_VERIFY_WITH_TIMEOUT(agent.hasStarted, timeout);
+        QSignalSpy ended(&agent.lifecycle, &AgentLifecycle::ended);
         QVERIFY(agent.leaveWithACall(request(u"Anna"_s, AgentRoom::now())));
-        QTRY_COMPARE_WITH_TIMEOUT(agent.server.handed.size(), 1, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(agent.server.handed.size(), 1, timeout);
         QVERIFY(m_room->isNameOwned());
         QVERIFY(ended.isEmpty());
     }
@@ -305,7 +305,7 @@ private Q_SLOTS:
     {
         makeQueueUnreadable();
         m_room->launchAgent();
-        QVERIFY(m_room->agent().waitForFinished(patience));
+        QVERIFY(m_room->agent().waitForFinished(timeout));
         QCOMPARE(m_room->agent().exitStatus(), QProcess::NormalExit);
         QCOMPARE(m_room->agent().exitCode(), 1);
         QVERIFY(m_room->log().contains(u"queue file cannot be read: "_s));
@@ -319,7 +319,7 @@ private Q_SLOTS:
         QFile entry(m_room->entryPath());
         QVERIFY(entry.open(QIODevice::WriteOnly));
         m_room->launchAgent({u"--login"_s});
-        QVERIFY(m_room->agent().waitForFinished(patience));
+        QVERIFY(m_room->agent().waitForFinished(timeout));
         QCOMPARE(m_room->agent().exitCode(), 1);
         QVERIFY(entry.exists());
     }
@@ -331,9 +331,9 @@ private Q_SLOTS:
     {
         m_room->startAgent();
         QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
-        QTRY_VERIFY_WITH_TIMEOUT(m_room->log().contains(u"no notification server"_s), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(m_room->log().contains(u"no notification server"_s), timeout);
         RecordingServer server(m_room->bus().address(), plain);
-        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, timeout);
     }
 
     void aServerThatRefusesIsAskedAgain()
@@ -342,11 +342,11 @@ private Q_SLOTS:
         server.behaviour = Behaviour::refuses;
         m_room->startAgent();
         QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
-        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, patience);
-        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 1, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 1, timeout);
         server.behaviour = Behaviour::shows;
-        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 2U, patience);
-        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 0, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 2U, timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 0, timeout);
     }
 
     void aServerThatCrashesOverItIsFollowedByOneThatShowsIt()
@@ -355,11 +355,11 @@ private Q_SLOTS:
         server->behaviour = Behaviour::leaves;
         m_room->startAgent();
         QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
-        QTRY_COMPARE_WITH_TIMEOUT(server->shown.size(), 1U, patience);
-        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 1, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(server->shown.size(), 1U, timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 1, timeout);
         RecordingServer next(m_room->bus().address(), plain);
-        QTRY_COMPARE_WITH_TIMEOUT(next.shown.size(), 1U, patience);
-        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 0, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(next.shown.size(), 1U, timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 0, timeout);
     }
 
     void aServerThatGoesOverItIsFollowedByOneThatShowsIt()
@@ -368,12 +368,12 @@ private Q_SLOTS:
         server->behaviour = Behaviour::says_nothing;
         m_room->startAgent();
         QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
-        QTRY_COMPARE_WITH_TIMEOUT(server->shown.size(), 1U, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(server->shown.size(), 1U, timeout);
         // Out of the file while nobody knows whether it is shown.
         QCOMPARE(m_room->pending(), QStringList());
         server->leave();
         RecordingServer next(m_room->bus().address(), plain);
-        QTRY_COMPARE_WITH_TIMEOUT(next.shown.size(), 1U, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(next.shown.size(), 1U, timeout);
         QCOMPARE(server->shown.size(), 1U);
     }
 
@@ -384,11 +384,11 @@ private Q_SLOTS:
         m_room->startAgent();
         const PendingRequest due = request(u"Anna"_s, AgentRoom::now());
         QVERIFY(isReply(m_room->add(due)));
-        QTRY_COMPARE_WITH_TIMEOUT(server->asked, 1, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(server->asked, 1, timeout);
         QCOMPARE(m_room->pending(), QStringList{due.identifier});
         server->leave();
         RecordingServer next(m_room->bus().address(), plain);
-        QTRY_COMPARE_WITH_TIMEOUT(next.shown.size(), 1U, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(next.shown.size(), 1U, timeout);
         QVERIFY(server->shown.empty());
     }
 
@@ -399,7 +399,7 @@ private Q_SLOTS:
         RecordingServer server(m_room->bus().address(), {u"body"_s});
         m_room->startAgent();
         QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
-        QTRY_VERIFY_WITH_TIMEOUT(sound.peak() > 0.01, patience);
+        QTRY_VERIFY_WITH_TIMEOUT(sound.peak() > 0.01, timeout);
         QCOMPARE(server.shown.size(), 1U);
     }
 
@@ -414,7 +414,7 @@ private Q_SLOTS:
         timer.start();
         QVERIFY(isReply(m_room->add(request(u"Anna"_s, now))));
         QVERIFY(isReply(m_room->add(request(u"Ben"_s, now))));
-        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 2U, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 2U, timeout);
         QVERIFY(timer.elapsed() < 5000);
         QTRY_COMPARE(m_room->pending().size(), 0);
         sound.resume();
@@ -430,7 +430,7 @@ private Q_SLOTS:
         daemon.setStandardErrorFile(QProcess::nullDevice());
         daemon.setStandardOutputFile(QProcess::nullDevice());
         daemon.start(u"dunst"_s, {});
-        QTRY_VERIFY_WITH_TIMEOUT(m_room->isNameOwned(u"org.freedesktop.Notifications"_s), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(m_room->isNameOwned(u"org.freedesktop.Notifications"_s), timeout);
         m_room->startAgent();
         QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now() + 1))));
         const auto displayed = [this] {
@@ -438,14 +438,14 @@ private Q_SLOTS:
                                                        u"/org/freedesktop/Notifications"_s,
                                                        u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
             call << u"org.dunstproject.cmd0"_s << u"displayedLength"_s;
-            const QDBusMessage answer = m_room->connection().call(call, QDBus::Block, patience);
+            const QDBusMessage answer = m_room->connection().call(call, QDBus::Block, timeout);
             return answer.arguments().value(0).value<QDBusVariant>().variant().toInt();
         };
-        QTRY_COMPARE_WITH_TIMEOUT(displayed(), 1, patience);
-        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 0, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(displayed(), 1, timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 0, timeout);
         QVERIFY(m_room->log().contains(u"notification delivered"_s));
         daemon.kill();
-        daemon.waitForFinished(patience);
+        daemon.waitForFinished(timeout);
     }
 
     // --- disks
@@ -483,13 +483,14 @@ private:
             , entry(u"/opt/agent"_s, LoginEntry::userConfigHome())
             , clock(AgentRoom::now())
             , keeper(file, entry, clock, server, [](const QString &) {})
-            , life(bus, keeper, [](const QString &) {})
+            , lifecycle(bus, keeper, [](const QString &) {})
         {
             if (!keeper.load()) {
                 qFatal("the queue cannot be read");
             }
-            QObject::connect(&keeper, &RequestKeeper::stirred, &life, [this] { hasStarted = true; });
-            life.begin();
+            QObject::connect(&keeper, &RequestKeeper::activityOccurred, &lifecycle,
+                             [this] { hasStarted = true; });
+            lifecycle.begin();
         }
         ~LeavingAgent()
         {
@@ -502,8 +503,8 @@ private:
         // False when the agent can be terminated meanwhile.
         bool leaveWithACall(const PendingRequest &late)
         {
-            life.giveUpName();
-            life.stir();
+            lifecycle.releaseName();
+            lifecycle.updateIdleTimer();
             keeper.add(late, [this](const std::expected<void, QString> &answer) {
                 isAnswered = answer.has_value();
             });
@@ -516,7 +517,7 @@ private:
         FakeWallClock clock;
         FakeNotificationServer server;
         RequestKeeper keeper;
-        AgentLife life;
+        AgentLifecycle lifecycle;
         bool isAnswered = false;
         bool hasStarted = false; ///< it has its name, and knows it
     };

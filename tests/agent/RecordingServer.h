@@ -90,7 +90,7 @@ public:
     Behaviour behaviour = Behaviour::shows;
     bool isAsleep = false; ///< does not even tell its capabilities
     /// Lets another one take the name, and lives on.
-    void giveUpName()
+    void releaseName()
     {
         m_bus.interface()->unregisterService(QStringLiteral("org.freedesktop.Notifications"));
     }

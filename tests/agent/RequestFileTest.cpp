@@ -255,17 +255,17 @@ private Q_SLOTS:
         QVERIFY(RequestFile(m_path).read().queue == queue);
     }
 
-    void anEntryThatWasStruckIsGone()
+    void anInvalidatedEntryIsGone()
     {
         RequestFile file(m_path);
         QVERIFY(file.write(queueOf(3)));
-        QVERIFY(file.strike({request(1).identifier}));
+        QVERIFY(file.invalidate({request(1).identifier}));
         const auto left = RequestFile(m_path).read();
         QVERIFY(left.remarks.isEmpty());
         QCOMPARE(left.queue.identifiers(), (QStringList{request(0).identifier, request(2).identifier}));
     }
 
-    void anEntryThatWasStruckByHalfIsGoneToo()
+    void aHalfInvalidatedEntryIsGoneToo()
     {
         QMultiHash<QString, qint64> offsets;
         const QByteArray text = encodedRequests(queueOf(3), &offsets);
@@ -276,12 +276,12 @@ private Q_SLOTS:
         }
     }
 
-    void whatWasReadCanBeStruck()
+    void whatWasReadCanBeInvalidated()
     {
         QVERIFY(RequestFile(m_path).write(queueOf(3)));
         RequestFile file(m_path);
         (void)file.read();
-        QVERIFY(file.strike({request(0).identifier, request(2).identifier}));
+        QVERIFY(file.invalidate({request(0).identifier, request(2).identifier}));
         QCOMPARE(RequestFile(m_path).read().queue.identifiers(), QStringList{request(1).identifier});
     }
 
@@ -305,12 +305,12 @@ private Q_SLOTS:
         QVERIFY(file.write(queueOf(3)));
         {
             const FullDisk full(100);
-            QVERIFY(file.strike({request(0).identifier}));
+            QVERIFY(file.invalidate({request(0).identifier}));
         }
         QCOMPARE(RequestFile(m_path).read().queue.size(), 2);
     }
 
-    void onAFullDiskADamagedFileCanBeReadAndStruck()
+    void onAFullDiskADamagedFileCanBeReadAndInvalidated()
     {
         put(encodedRequests(queueOf(3)).chopped(5));
         RequestFile file(m_path);
@@ -319,7 +319,7 @@ private Q_SLOTS:
             const auto found = file.read();
             QCOMPARE(found.queue.size(), 3);
             QCOMPARE(found.remarks.size(), 3);
-            QVERIFY(file.strike({request(0).identifier}));
+            QVERIFY(file.invalidate({request(0).identifier}));
         }
         QCOMPARE(RequestFile(m_path).read().queue.size(), 2);
     }
@@ -331,7 +331,7 @@ private Q_SLOTS:
         {
             const FullDisk none(0);
             QVERIFY(!file.write({}));
-            QVERIFY(!file.strike({request(0).identifier}));
+            QVERIFY(!file.invalidate({request(0).identifier}));
             QCOMPARE(RequestFile(m_path).read().queue.size(), 3);
         }
         QVERIFY(RequestFile(m_path).read().queue == queueOf(3));
@@ -391,7 +391,7 @@ private Q_SLOTS:
         QVERIFY(isWritten);
         QCOMPARE(lines.filter(u"folder cannot be flushed: "_s).size(), 1);
         QVERIFY(RequestFile(m_path).read().queue == queueOf(3));
-        QVERIFY(file.strike({request(1).identifier}));
+        QVERIFY(file.invalidate({request(1).identifier}));
     }
 
     void whereTheFolderCannotBeMadeItIsTold()

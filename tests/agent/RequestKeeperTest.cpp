@@ -624,7 +624,7 @@ private Q_SLOTS:
 
     void whatComesWhileItRestsIsWrittenAndNotDelivered()
     {
-        m_keeper->rest();
+        m_keeper->stopDelivering();
         QVERIFY(add(request(u"a"_s, noon)));
         settle();
         QCOMPARE(onDisk(), QStringList{u"a"_s});

@@ -13,12 +13,12 @@ class FakeBannerPanelsContractTest final : public BannerPanelsContract {
     Q_OBJECT
 
 protected:
-    BannerPanels &panels() override { return m_panels; }
-    void pressCloseButton() override { m_panels.records.back()->onDismiss(); }
-    bool isOnScreen() override { return m_panels.records.back()->isVisible; }
+    BannerPanels &bannerPanels() override { return m_bannerPanels; }
+    void pressCloseButton() override { m_bannerPanels.records.back()->onDismiss(); }
+    bool isOnScreen() override { return m_bannerPanels.records.back()->isVisible; }
 
 private:
-    FakeBannerPanels m_panels;
+    FakeBannerPanels m_bannerPanels;
 };
 
 class FakeScreensContractTest final : public ScreensContract {

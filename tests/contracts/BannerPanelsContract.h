@@ -9,31 +9,31 @@
 
 namespace corvane {
 
-/// What every kind of banner panels does. A test class derives from it and hands over the panels.
+/// What every kind of banner panels does. A test class derives from it and hands over the banner panels.
 class BannerPanelsContract : public QObject {
     Q_OBJECT
 
 protected:
-    /// The panels under test, fresh for each test.
-    virtual BannerPanels &panels() = 0;
-    /// Presses the close button of the panel made last.
+    /// The banner panels under test, fresh for each test.
+    virtual BannerPanels &bannerPanels() = 0;
+    /// Presses the close button of the banner panel made last.
     virtual void pressCloseButton() = 0;
-    /// Whether the panel made last is on the screen.
+    /// Whether the banner panel made last is on the screen.
     [[nodiscard]] virtual bool isOnScreen() = 0;
 
     static constexpr Rect home{100, 200, 1000, 280};
 
-    [[nodiscard]] std::shared_ptr<BannerPanel> makePanel(std::function<void()> onDismiss = [] {})
+    [[nodiscard]] std::shared_ptr<BannerPanel> makeBannerPanel(std::function<void()> onDismiss = [] {})
     {
-        const PanelTraits traits{
+        const BannerPanelTraits traits{
             .level = 1000, .collectionBehavior = 329, .styleMask = 128, .hasShadow = true};
         TeachingAction action;
         action.state = LessonState::startNow;
         action.message = QStringLiteral("Start now");
-        return panels().makePanel(home, traits, action, std::move(onDismiss));
+        return bannerPanels().makeBannerPanel(home, traits, action, std::move(onDismiss));
     }
 
-    [[nodiscard]] static PanelAnimation shrinking(Seconds duration)
+    [[nodiscard]] static BannerPanelAnimation shrinking(Seconds duration)
     {
         return {.duration = duration,
                 .curve = TimingCurve::easeIn,
@@ -44,206 +44,209 @@ protected:
 private Q_SLOTS:
     void cleanupTestCase()
     {
-        // The animations of panels that are gone end at their next turn; one that begins now ends after them.
+        // The animations of banner panels that are gone end at their next turn; one that begins now ends
+        // after them.
         QCoro::waitFor(wait(Seconds{1.1}));
     }
 
-    void aPanelHasTheFrameThatItWasMadeWith()
+    void aBannerPanelHasTheFrameThatItWasMadeWith()
     {
-        const auto panel = makePanel();
-        QVERIFY(panel->frame() == home);
-        panel->orderFrontRegardless();
-        QVERIFY(panel->frame() == home);
+        const auto bannerPanel = makeBannerPanel();
+        QVERIFY(bannerPanel->frame() == home);
+        bannerPanel->orderFrontRegardless();
+        QVERIFY(bannerPanel->frame() == home);
     }
 
-    void aPanelIsOnTheScreenFromItsOrderToItsClosing()
+    void aBannerPanelIsOnTheScreenFromItsOrderToItsClosing()
     {
-        const auto panel = makePanel();
+        const auto bannerPanel = makeBannerPanel();
         QVERIFY(!isOnScreen());
-        panel->orderFrontRegardless();
+        bannerPanel->orderFrontRegardless();
         QTRY_VERIFY(isOnScreen());
-        panel->close();
+        bannerPanel->close();
         QVERIFY(!isOnScreen());
     }
 
-    void destroyingAPanelTakesItOffTheScreen()
+    void destroyingABannerPanelTakesItOffTheScreen()
     {
-        auto panel = makePanel();
-        panel->orderFrontRegardless();
+        auto bannerPanel = makeBannerPanel();
+        bannerPanel->orderFrontRegardless();
         QTRY_VERIFY(isOnScreen());
-        panel.reset();
+        bannerPanel.reset();
         QVERIFY(!isOnScreen());
     }
 
     void aFrameThatIsSetCountsAtOnce()
     {
-        const auto panel = makePanel();
-        panel->setFrame(home.scaledAboutCentre(0.95));
-        QVERIFY(panel->frame() == home.scaledAboutCentre(0.95));
-        panel->setAlpha(0);
-        panel->orderFrontRegardless();
-        QVERIFY(panel->frame() == home.scaledAboutCentre(0.95));
+        const auto bannerPanel = makeBannerPanel();
+        bannerPanel->setFrame(home.scaledAboutCentre(0.95));
+        QVERIFY(bannerPanel->frame() == home.scaledAboutCentre(0.95));
+        bannerPanel->setAlpha(0);
+        bannerPanel->orderFrontRegardless();
+        QVERIFY(bannerPanel->frame() == home.scaledAboutCentre(0.95));
     }
 
-    void anAnimationBeginsWhereThePanelIsAndEndsWhereItShould()
+    void anAnimationBeginsWhereTheBannerPanelIsAndEndsWhereItShould()
     {
-        const auto panel = makePanel();
-        panel->setFrame(home.scaledAboutCentre(0.95));
-        panel->setAlpha(0);
-        panel->orderFrontRegardless();
+        const auto bannerPanel = makeBannerPanel();
+        bannerPanel->setFrame(home.scaledAboutCentre(0.95));
+        bannerPanel->setAlpha(0);
+        bannerPanel->orderFrontRegardless();
         int completions = 0;
-        panel->animate({.duration = Seconds{0.1}, .curve = TimingCurve::easeOut, .alpha = 1, .frame = home},
-                       [&] { ++completions; });
+        bannerPanel->animate(
+            {.duration = Seconds{0.1}, .curve = TimingCurve::easeOut, .alpha = 1, .frame = home},
+            [&] { ++completions; });
         QCOMPARE(completions, 0);
-        QVERIFY(panel->frame() == home.scaledAboutCentre(0.95));
+        QVERIFY(bannerPanel->frame() == home.scaledAboutCentre(0.95));
         QTRY_COMPARE(completions, 1);
-        QVERIFY(panel->frame() == home);
+        QVERIFY(bannerPanel->frame() == home);
     }
 
     void anAnimationTakesItsTime()
     {
-        const auto panel = makePanel();
-        panel->orderFrontRegardless();
+        const auto bannerPanel = makeBannerPanel();
+        bannerPanel->orderFrontRegardless();
         const Seconds begin = uptime();
         bool isDone = false;
-        panel->animate(shrinking(Seconds{0.2}), [&] { isDone = true; });
+        bannerPanel->animate(shrinking(Seconds{0.2}), [&] { isDone = true; });
         QTRY_VERIFY(isDone);
         QVERIFY(uptime() - begin >= Seconds{0.2});
     }
 
     void anAnimationWithoutACompletionEndsToo()
     {
-        const auto panel = makePanel();
-        panel->orderFrontRegardless();
-        panel->animate(shrinking(Seconds{0.02}), {});
-        QTRY_VERIFY(panel->frame() == home.scaledAboutCentre(0.97));
+        const auto bannerPanel = makeBannerPanel();
+        bannerPanel->orderFrontRegardless();
+        bannerPanel->animate(shrinking(Seconds{0.02}), {});
+        QTRY_VERIFY(bannerPanel->frame() == home.scaledAboutCentre(0.97));
     }
 
     void anAnimationOfNoLengthCompletesOnALaterTurn()
     {
-        const auto panel = makePanel();
-        panel->orderFrontRegardless();
+        const auto bannerPanel = makeBannerPanel();
+        bannerPanel->orderFrontRegardless();
         int completions = 0;
-        panel->animate(shrinking(Seconds{0}), [&] { ++completions; });
+        bannerPanel->animate(shrinking(Seconds{0}), [&] { ++completions; });
         QCOMPARE(completions, 0);
         QTRY_COMPARE(completions, 1);
     }
 
     void anAnimationThatIsReplacedEndsWhereItIs()
     {
-        const auto panel = makePanel();
-        panel->orderFrontRegardless();
-        panel->animate(shrinking(Seconds{1}), {});
+        const auto bannerPanel = makeBannerPanel();
+        bannerPanel->orderFrontRegardless();
+        bannerPanel->animate(shrinking(Seconds{1}), {});
         QCoro::waitFor(wait(Seconds{0.1}));
-        const Rect reached = panel->frame();
-        panel->animate(shrinking(Seconds{1}), {});
-        QVERIFY(panel->frame() == reached);
+        const Rect reached = bannerPanel->frame();
+        bannerPanel->animate(shrinking(Seconds{1}), {});
+        QVERIFY(bannerPanel->frame() == reached);
     }
 
     void anAnimationThatIsReplacedNeverCompletes()
     {
-        const auto panel = makePanel();
-        panel->orderFrontRegardless();
+        const auto bannerPanel = makeBannerPanel();
+        bannerPanel->orderFrontRegardless();
         bool first = false;
         bool second = false;
-        panel->animate(shrinking(Seconds{0.05}), [&] { first = true; });
-        panel->animate({.duration = Seconds{0.1}, .curve = TimingCurve::easeOut, .alpha = 1, .frame = home},
-                       [&] { second = true; });
+        bannerPanel->animate(shrinking(Seconds{0.05}), [&] { first = true; });
+        bannerPanel->animate(
+            {.duration = Seconds{0.1}, .curve = TimingCurve::easeOut, .alpha = 1, .frame = home},
+            [&] { second = true; });
         QTRY_VERIFY(second);
         QVERIFY(!first);
-        QVERIFY(panel->frame() == home);
+        QVERIFY(bannerPanel->frame() == home);
     }
 
     void closingEndsAnAnimationWithoutItsCompletion()
     {
-        const auto panel = makePanel();
-        const auto other = makePanel();
-        panel->orderFrontRegardless();
+        const auto bannerPanel = makeBannerPanel();
+        const auto other = makeBannerPanel();
+        bannerPanel->orderFrontRegardless();
         other->orderFrontRegardless();
         bool isDone = false;
         bool isOtherDone = false;
-        panel->animate(shrinking(Seconds{0.05}), [&] { isDone = true; });
+        bannerPanel->animate(shrinking(Seconds{0.05}), [&] { isDone = true; });
         other->animate(shrinking(Seconds{0.1}), [&] { isOtherDone = true; });
-        panel->close();
+        bannerPanel->close();
         QTRY_VERIFY(isOtherDone);
         QVERIFY(!isDone);
     }
 
-    void destroyingAPanelEndsItsAnimation()
+    void destroyingABannerPanelEndsItsAnimation()
     {
-        auto panel = makePanel();
-        const auto other = makePanel();
-        panel->orderFrontRegardless();
+        auto bannerPanel = makeBannerPanel();
+        const auto other = makeBannerPanel();
+        bannerPanel->orderFrontRegardless();
         bool isDone = false;
         bool isOtherDone = false;
-        panel->animate(shrinking(Seconds{0.05}), [&] { isDone = true; });
+        bannerPanel->animate(shrinking(Seconds{0.05}), [&] { isDone = true; });
         other->animate(shrinking(Seconds{0.1}), [&] { isOtherDone = true; });
-        panel.reset();
+        bannerPanel.reset();
         QTRY_VERIFY(isOtherDone);
         QVERIFY(!isDone);
     }
 
-    void aPanelMayBeClosedByItsAnimationsCompletion()
+    void aBannerPanelMayBeClosedByItsAnimationsCompletion()
     {
-        auto panel = makePanel();
-        panel->orderFrontRegardless();
-        panel->animate(shrinking(Seconds{0.02}), [&] {
-            panel->close();
-            panel.reset();
+        auto bannerPanel = makeBannerPanel();
+        bannerPanel->orderFrontRegardless();
+        bannerPanel->animate(shrinking(Seconds{0.02}), [&] {
+            bannerPanel->close();
+            bannerPanel.reset();
         });
-        QTRY_VERIFY(!panel);
+        QTRY_VERIFY(!bannerPanel);
     }
 
     void closingTwiceIsHarmless()
     {
-        const auto panel = makePanel();
-        panel->orderFrontRegardless();
-        panel->close();
-        panel->close();
+        const auto bannerPanel = makeBannerPanel();
+        bannerPanel->orderFrontRegardless();
+        bannerPanel->close();
+        bannerPanel->close();
     }
 
-    void nothingAskedOfAClosedPanelHasAnEffect()
+    void nothingAskedOfAClosedBannerPanelHasAnEffect()
     {
-        const auto panel = makePanel();
-        panel->close();
-        panel->setFrame(home.scaledAboutCentre(0.95));
-        panel->setAlpha(0.5);
-        panel->orderFrontRegardless();
+        const auto bannerPanel = makeBannerPanel();
+        bannerPanel->close();
+        bannerPanel->setFrame(home.scaledAboutCentre(0.95));
+        bannerPanel->setAlpha(0.5);
+        bannerPanel->orderFrontRegardless();
         bool isDone = false;
-        panel->animate(shrinking(Seconds{0.01}), [&] { isDone = true; });
+        bannerPanel->animate(shrinking(Seconds{0.01}), [&] { isDone = true; });
         QVERIFY(!isOnScreen());
-        const auto other = makePanel();
+        const auto other = makeBannerPanel();
         other->orderFrontRegardless();
         bool isOtherDone = false;
         other->animate(shrinking(Seconds{0.1}), [&] { isOtherDone = true; });
         QTRY_VERIFY(isOtherDone);
         QVERIFY(!isDone);
-        QVERIFY(panel->frame() == home);
+        QVERIFY(bannerPanel->frame() == home);
     }
 
-    void theCloseButtonTellsAndLeavesThePanelAlone()
+    void theCloseButtonTellsAndLeavesTheBannerPanelAlone()
     {
         int dismissals = 0;
-        const auto panel = makePanel([&] { ++dismissals; });
-        panel->orderFrontRegardless();
+        const auto bannerPanel = makeBannerPanel([&] { ++dismissals; });
+        bannerPanel->orderFrontRegardless();
         pressCloseButton();
         QTRY_COMPARE(dismissals, 1);
-        QVERIFY(panel->frame() == home);
+        QVERIFY(bannerPanel->frame() == home);
     }
 
-    void aPanelMayBeDestroyedByItsCloseButton()
+    void aBannerPanelMayBeDestroyedByItsCloseButton()
     {
-        std::shared_ptr<BannerPanel> panel;
-        panel = makePanel([&] { panel.reset(); });
-        panel->orderFrontRegardless();
+        std::shared_ptr<BannerPanel> bannerPanel;
+        bannerPanel = makeBannerPanel([&] { bannerPanel.reset(); });
+        bannerPanel->orderFrontRegardless();
         pressCloseButton();
-        QTRY_VERIFY(!panel);
+        QTRY_VERIFY(!bannerPanel);
     }
 
-    void severalPanelsAreIndependent()
+    void severalBannerPanelsAreIndependent()
     {
-        const auto first = makePanel();
-        const auto second = makePanel();
+        const auto first = makeBannerPanel();
+        const auto second = makeBannerPanel();
         first->orderFrontRegardless();
         second->orderFrontRegardless();
         first->setFrame(home.scaledAboutCentre(0.95));

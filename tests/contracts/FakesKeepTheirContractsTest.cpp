@@ -66,7 +66,7 @@ protected:
     QStringList published() override { return m_item->published; }
     void click(const QString &token) override { m_item->click(Point{12, 34}, token); }
     std::optional<Point> placeOfClick() override { return Point{12, 34}; }
-    void setPanelThere(bool isThere) override { m_item->setShown(isThere); }
+    void setHostThere(bool isThere) override { m_item->setShown(isThere); }
     void openMenu() override { m_item->openMenu(); }
     void chooseLine(int index) override { m_item->choose(static_cast<std::size_t>(index)); }
 
@@ -87,12 +87,12 @@ protected:
     void show(WindowId) override {}
     void destroy(WindowId) override {}
     bool standsInTaskBar(WindowId window) override { return !m_windowSystem->keptOut.contains(window); }
-    bool hasKeyboard(WindowId window) override
+    bool hasFocus(WindowId window) override
     {
         return !m_windowSystem->broughtToFront.isEmpty() &&
                m_windowSystem->broughtToFront.constLast() == window;
     }
-    void giveKeyboardToAnotherProgram() override { m_windowSystem->broughtToFront.clear(); }
+    void giveFocusToAnotherProgram() override { m_windowSystem->broughtToFront.clear(); }
 
 private Q_SLOTS:
     void init() { m_windowSystem = std::make_unique<FakeWindowSystem>(); }

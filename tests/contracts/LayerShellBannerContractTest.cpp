@@ -5,7 +5,7 @@
 #include "Corvane/Platform/Linux/Wayland/WaylandConnection.h"
 #include "Corvane/Platform/Linux/Wayland/WaylandScreens.h"
 #include "Corvane/Utilities/DebugLogService.h"
-#include "tests/contracts/CardPanelsContract.h"
+#include "tests/contracts/CardBannerPanelsContract.h"
 #include "tests/contracts/WidgetScreensContract.h"
 #include "tests/support/TestCompositor.h"
 #include "tests/support/TestDesktop.h"
@@ -16,22 +16,22 @@
 
 using namespace corvane;
 
-class LayerShellBannerPanelsContractTest final : public CardPanelsContract {
+class LayerShellBannerPanelsContractTest final : public CardBannerPanelsContract {
     Q_OBJECT
 
 public:
     explicit LayerShellBannerPanelsContractTest(WaylandConnection &connection)
-        : m_panels(connection, closeButtons(), shape, m_logger)
+        : m_bannerPanels(connection, closeButtons(), shape, m_logger)
     {
     }
 
 protected:
-    BannerPanels &panels() override { return m_panels; }
+    BannerPanels &bannerPanels() override { return m_bannerPanels; }
 
 private:
     QTemporaryDir m_folder;
     DebugLogService m_logger{m_folder.path()};
-    LayerShellBannerPanels m_panels;
+    LayerShellBannerPanels m_bannerPanels;
 
 private Q_SLOTS:
     void cleanup() { QCOMPARE(m_logger.latestLines(), QStringList()); }
@@ -61,9 +61,9 @@ static int run(int argc, char *argv[])
     if (!connection.open() || !connection.offersOverlays()) {
         qFatal("the compositor offers no overlays");
     }
-    LayerShellBannerPanelsContractTest panels(connection);
+    LayerShellBannerPanelsContractTest bannerPanels(connection);
     WaylandScreensContractTest screens(connection);
-    return QTest::qExec(&panels, argc, argv) + QTest::qExec(&screens, argc, argv);
+    return QTest::qExec(&bannerPanels, argc, argv) + QTest::qExec(&screens, argc, argv);
 }
 
 QUILLET_TEST(LayerShellBannerContractTest, run);

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "Corvane/Look/Look.h"
-#include "Corvane/Platform/Linux/Banners/CardPanels.h"
+#include "Corvane/Platform/Linux/Banners/CardBannerPanels.h"
 #include "Corvane/Views/FloatingBannerView.h"
 #include "tests/support/TestDesktop.h"
 
@@ -15,8 +15,9 @@
 namespace corvane {
 
 /// What banners do on a screen of 1280 by 800, whichever window system shows them: seen in pictures of the
-/// screen, and worked by a real pointer and keyboard. A test class derives from it and hands over the panels
-/// and the surroundings in which they have to hold; the program itself sees the screen through an X server.
+/// screen, and worked by a real pointer and keyboard. A test class derives from it and hands over the banner
+/// panels and the surroundings in which they have to hold; the program itself sees the screen through an X
+/// server.
 class ShownBannersContract : public QObject {
     Q_OBJECT
 
@@ -29,9 +30,9 @@ protected:
     static constexpr QPoint onTheMargin{640, 260 + 280 + 20};
     static constexpr QPoint farAway{30, 30};
 
-    /// Fresh panels for a test.
-    virtual std::unique_ptr<CardPanels> makePanels(CardPanels::ContentFactory makeContent,
-                                                   const CardShape &shape) = 0;
+    /// Fresh banner panels for a test.
+    virtual std::unique_ptr<CardBannerPanels> makeBannerPanels(CardBannerPanels::ContentFactory makeContent,
+                                                               const CardShape &shape) = 0;
     /// The names of the surroundings, and of those in which windows may be partly transparent.
     [[nodiscard]] virtual QStringList surroundings() const = 0;
     [[nodiscard]] virtual QStringList compositedSurroundings() const = 0;
@@ -87,17 +88,17 @@ protected:
 
     static void press(const QString &key) { TestDesktop::xdotool({QStringLiteral("key"), key}); }
 
-    [[nodiscard]] CardPanels &panels() { return *m_panels; }
+    [[nodiscard]] CardBannerPanels &bannerPanels() { return *m_bannerPanels; }
 
     [[nodiscard]] std::shared_ptr<BannerPanel> present(std::function<void()> onDismiss = [] {})
     {
-        auto panel = m_panels->makePanel(home, {}, startNow(), std::move(onDismiss));
-        panel->setFrame(home.scaledAboutCentre(0.95));
-        panel->setAlpha(0);
-        panel->orderFrontRegardless();
-        panel->animate({.duration = Seconds{0.22}, .curve = TimingCurve::easeOut, .alpha = 1, .frame = home},
-                       {});
-        return panel;
+        auto bannerPanel = m_bannerPanels->makeBannerPanel(home, {}, startNow(), std::move(onDismiss));
+        bannerPanel->setFrame(home.scaledAboutCentre(0.95));
+        bannerPanel->setAlpha(0);
+        bannerPanel->orderFrontRegardless();
+        bannerPanel->animate(
+            {.duration = Seconds{0.22}, .curve = TimingCurve::easeOut, .alpha = 1, .frame = home}, {});
+        return bannerPanel;
     }
 
     void oppose(const QStringList &arguments = {})
@@ -143,14 +144,14 @@ private:
         }
     }
 
-    std::unique_ptr<CardPanels> m_panels;
+    std::unique_ptr<CardBannerPanels> m_bannerPanels;
     std::unique_ptr<QProcess> m_opponent;
     QString m_heard;
 
 protected Q_SLOTS:
     void init()
     {
-        m_panels = makePanels(
+        m_bannerPanels = makeBannerPanels(
             [](const TeachingAction &action, std::function<void()> onDismiss) {
                 return std::make_unique<FloatingBannerView>(action, std::move(onDismiss));
             },
@@ -160,14 +161,14 @@ protected Q_SLOTS:
 private Q_SLOTS:
     void cleanupTestCase()
     {
-        // The ticks and animations of panels that are gone end at their next turn; one that begins now ends
-        // after them.
+        // The ticks and animations of banner panels that are gone end at their next turn; one that begins now
+        // ends after them.
         QCoro::waitFor(wait(Seconds{1.1}));
     }
 
     void cleanup()
     {
-        m_panels.reset();
+        m_bannerPanels.reset();
         endOpponent();
         leaveSurroundings();
     }
@@ -177,7 +178,7 @@ private Q_SLOTS:
     void theKeysStayWithTheOpponent()
     {
         enter();
-        const auto panel = present();
+        const auto bannerPanel = present();
         QTRY_VERIFY(isDark(onTheCard));
         click(onTheCard);
         press(QStringLiteral("a"));
@@ -192,7 +193,7 @@ private Q_SLOTS:
     {
         enter();
         bool isDismissed = false;
-        const auto panel = present([&] { isDismissed = true; });
+        const auto bannerPanel = present([&] { isDismissed = true; });
         QTRY_VERIFY(isDark(onTheCard));
         QTRY_VERIFY(pixel(onTheMargin).lightness() < opponentColor().lightness()); // the shadow lies there
         for (const QPoint at : {onTheMargin, inTheCorner}) {
@@ -207,14 +208,14 @@ private Q_SLOTS:
     void aBannerFadesOutAndIsGone()
     {
         enter();
-        const auto panel = present();
+        const auto bannerPanel = present();
         QTRY_VERIFY(isDark(onTheCard));
-        QTRY_VERIFY(panel->frame() == home);
-        panel->animate({.duration = Seconds{0.24},
-                        .curve = TimingCurve::easeIn,
-                        .alpha = 0,
-                        .frame = home.scaledAboutCentre(0.97)},
-                       [&] { panel->close(); });
+        QTRY_VERIFY(bannerPanel->frame() == home);
+        bannerPanel->animate({.duration = Seconds{0.24},
+                              .curve = TimingCurve::easeIn,
+                              .alpha = 0,
+                              .frame = home.scaledAboutCentre(0.97)},
+                             [&] { bannerPanel->close(); });
         QTRY_COMPARE(pixel(onTheCard), opponentColor());
         QTRY_COMPARE(pixel(onTheMargin), opponentColor());
     }
@@ -224,9 +225,9 @@ private Q_SLOTS:
     void aClosedBannerIsGoneAtOnce()
     {
         enter();
-        auto panel = present();
+        auto bannerPanel = present();
         QTRY_VERIFY(isDark(onTheCard));
-        panel->close();
+        bannerPanel->close();
         QTRY_COMPARE(pixel(onTheCard), opponentColor());
     }
 
@@ -235,12 +236,12 @@ private Q_SLOTS:
     void aLockedSessionHidesTheBannerAndUnlockingBringsItBack()
     {
         enter();
-        const auto panel = present();
+        const auto bannerPanel = present();
         QTRY_VERIFY(isDark(onTheCard));
-        m_panels->setSessionLocked(true);
+        m_bannerPanels->setSessionLocked(true);
         QTRY_COMPARE(pixel(onTheCard), opponentColor());
-        QVERIFY(panel->frame() == home || panel->frame().width < home.width);
-        m_panels->setSessionLocked(false);
+        QVERIFY(bannerPanel->frame() == home || bannerPanel->frame().width < home.width);
+        m_bannerPanels->setSessionLocked(false);
         QTRY_VERIFY(isDark(onTheCard));
         QTRY_VERIFY(pixel(inTheCorner).lightness() > 100); // cut or shaded as before
     }
@@ -250,15 +251,16 @@ private Q_SLOTS:
     void animationsGoOnWhileTheSessionIsLocked()
     {
         enter();
-        m_panels->setSessionLocked(true);
-        const auto panel = present();
+        m_bannerPanels->setSessionLocked(true);
+        const auto bannerPanel = present();
         bool isDone = false;
-        QTRY_VERIFY(panel->frame() == home);
-        panel->animate({.duration = Seconds{0.05}, .curve = TimingCurve::easeIn, .alpha = 1, .frame = home},
-                       [&] { isDone = true; });
+        QTRY_VERIFY(bannerPanel->frame() == home);
+        bannerPanel->animate(
+            {.duration = Seconds{0.05}, .curve = TimingCurve::easeIn, .alpha = 1, .frame = home},
+            [&] { isDone = true; });
         QTRY_VERIFY(isDone);
         QCOMPARE(pixel(onTheCard), opponentColor());
-        m_panels->setSessionLocked(false);
+        m_bannerPanels->setSessionLocked(false);
         QTRY_VERIFY(isDark(onTheCard));
     }
 
@@ -267,13 +269,14 @@ private Q_SLOTS:
     void aBannerThatIsClosedWhileTheSessionIsLockedStaysAway()
     {
         enter();
-        const auto panel = present();
+        const auto bannerPanel = present();
         QTRY_VERIFY(isDark(onTheCard));
-        m_panels->setSessionLocked(true);
+        m_bannerPanels->setSessionLocked(true);
         QTRY_COMPARE(pixel(onTheCard), opponentColor());
-        panel->close();
-        const auto later = m_panels->makePanel(home, {}, startNow(), {}); // never ordered to the front
-        m_panels->setSessionLocked(false);
+        bannerPanel->close();
+        const auto later =
+            m_bannerPanels->makeBannerPanel(home, {}, startNow(), {}); // never ordered to the front
+        m_bannerPanels->setSessionLocked(false);
         QCoreApplication::processEvents();
         point(QPoint(5, 5)); // a round trip: what was mapped would show
         QCOMPARE(pixel(onTheCard), opponentColor());

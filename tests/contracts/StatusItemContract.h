@@ -15,30 +15,30 @@
 namespace corvane {
 
 /// What every implementation of StatusItem must do. A test class derives from it and hands in an item, the
-/// texts that a panel was told, and what a teacher and a panel do. Where the panel is one that opens menus,
+/// texts that a host was told, and what a teacher and a host do. Where the host is one that opens menus,
 /// it derives from StatusMenuContract.
 class StatusItemContract : public QObject {
     Q_OBJECT
 
 protected:
-    /// The item under test, made anew for each test and already known to its panel.
+    /// The item under test, made anew for each test and already known to its host.
     virtual StatusItem &item() = 0;
-    /// The texts that the panel was told, oldest first.
+    /// The texts that the host was told, oldest first.
     [[nodiscard]] virtual QStringList published() = 0;
-    /// What is seen in published() of a row of texts: all, or, where the panel asks for the text when it
+    /// What is seen in published() of a row of texts: all, or, where the host asks for the text when it
     /// needs it, the last.
     [[nodiscard]] virtual QStringList seenOf(const QStringList &texts) { return texts; }
-    /// The teacher clicks the item in the panel, which gives `token` along unless it is empty.
+    /// The teacher clicks the item in the host, which gives `token` along unless it is empty.
     virtual void click(const QString &token) = 0;
-    /// What the panel gives along of a token: the token, or nothing where it knows of none.
+    /// What the host gives along of a token: the token, or nothing where it knows of none.
     [[nodiscard]] virtual QString given(const QString &token) { return token; }
     /// Where click() happens, as the item is to tell it, to a few points.
     virtual std::optional<Point> placeOfClick() = 0;
-    /// The panel goes, or comes back.
-    virtual void setPanelThere(bool isThere) = 0;
+    /// The host goes, or comes back.
+    virtual void setHostThere(bool isThere) = 0;
 
 private Q_SLOTS:
-    void aTitleReachesThePanel()
+    void aTitleReachesTheHost()
     {
         item().setTitle(QStringLiteral("Anna in 4 min"));
         QTRY_COMPARE(published(), QStringList{QStringLiteral("Anna in 4 min")});
@@ -88,25 +88,25 @@ private Q_SLOTS:
         QCOMPARE(clicks.at(1).at(1).toString(), QString());
     }
 
-    void itIsShownWhileAPanelIsThere()
+    void itIsShownWhileAHostIsThere()
     {
         QTRY_VERIFY(item().isShown());
         QSignalSpy changes(&item(), &StatusItem::shownChanged);
-        setPanelThere(false);
+        setHostThere(false);
         QTRY_COMPARE(changes, (QList<QVariantList>{{false}}));
         QVERIFY(!item().isShown());
-        setPanelThere(true);
+        setHostThere(true);
         QTRY_COMPARE(changes, (QList<QVariantList>{{false}, {true}}));
         QVERIFY(item().isShown());
     }
 };
 
-/// What every implementation must do, besides, in a panel that opens menus.
+/// What every implementation must do, besides, in a host that opens menus.
 class StatusMenuContract : public StatusItemContract {
     Q_OBJECT
 
 protected:
-    /// The panel opens the item's menu, and the teacher chooses the line at `index`.
+    /// The host opens the item's menu, and the teacher chooses the line at `index`.
     virtual void openMenu() = 0;
     virtual void chooseLine(int index) = 0;
 

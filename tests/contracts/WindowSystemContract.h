@@ -25,11 +25,11 @@ protected:
     virtual void destroy(WindowId window) = 0;
     /// Whether a task bar shows the window, which is shown.
     [[nodiscard]] virtual bool standsInTaskBar(WindowId window) = 0;
-    [[nodiscard]] virtual bool hasKeyboard(WindowId window) = 0;
+    [[nodiscard]] virtual bool hasFocus(WindowId window) = 0;
     /// A window of another program, in which the user acts, has the keyboard when this returns.
-    virtual void giveKeyboardToAnotherProgram() = 0;
+    virtual void giveFocusToAnotherProgram() = 0;
 
-    static constexpr int patience = 10'000; // milliseconds
+    static constexpr int timeout = 10'000; // milliseconds
 
 private:
     [[nodiscard]] WindowId showWindow()
@@ -51,7 +51,7 @@ private Q_SLOTS:
     {
         for (const bool isComposited : {true, false}) {
             setComposited(isComposited);
-            QTRY_COMPARE_WITH_TIMEOUT(windowSystem().isComposited(), isComposited, patience);
+            QTRY_COMPARE_WITH_TIMEOUT(windowSystem().isComposited(), isComposited, timeout);
         }
     }
 
@@ -61,27 +61,27 @@ private Q_SLOTS:
         windowSystem().keepOutOfTaskBar(kept);
         show(kept);
         const WindowId other = showWindow();
-        QTRY_VERIFY_WITH_TIMEOUT(standsInTaskBar(other), patience);
-        QTRY_VERIFY_WITH_TIMEOUT(!standsInTaskBar(kept), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(standsInTaskBar(other), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(!standsInTaskBar(kept), timeout);
     }
 
     void aWindowTakesTheKeyboardFromAnotherProgram()
     {
         const WindowId window = showWindow();
-        giveKeyboardToAnotherProgram();
-        QTRY_VERIFY_WITH_TIMEOUT(!hasKeyboard(window), patience);
+        giveFocusToAnotherProgram();
+        QTRY_VERIFY_WITH_TIMEOUT(!hasFocus(window), timeout);
         askFor(window);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window), timeout);
     }
 
     void eachWishCounts()
     {
         const WindowId window = showWindow();
         for (int time = 0; time < 2; ++time) {
-            giveKeyboardToAnotherProgram();
-            QTRY_VERIFY_WITH_TIMEOUT(!hasKeyboard(window), patience);
+            giveFocusToAnotherProgram();
+            QTRY_VERIFY_WITH_TIMEOUT(!hasFocus(window), timeout);
             askFor(window);
-            QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), patience);
+            QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window), timeout);
         }
     }
 
@@ -91,9 +91,9 @@ private Q_SLOTS:
         const WindowId second = showWindow();
         for (const WindowId window : {first, second, first}) {
             askFor(window);
-            QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), patience);
+            QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window), timeout);
         }
-        QVERIFY(!hasKeyboard(second));
+        QVERIFY(!hasFocus(second));
     }
 
     void aTokenOfAnyKindIsTaken()
@@ -101,10 +101,10 @@ private Q_SLOTS:
         const WindowId window = showWindow();
         for (const QString &token :
              {QStringLiteral("token"), QStringLiteral("x_TIME0"), QString(5000, u'x')}) {
-            giveKeyboardToAnotherProgram();
-            QTRY_VERIFY_WITH_TIMEOUT(!hasKeyboard(window), patience);
+            giveFocusToAnotherProgram();
+            QTRY_VERIFY_WITH_TIMEOUT(!hasFocus(window), timeout);
             askFor(window, token);
-            QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), patience);
+            QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window), timeout);
         }
     }
 
@@ -116,7 +116,7 @@ private Q_SLOTS:
         windowSystem().keepOutOfTaskBar(gone);
         askFor(gone);
         askFor(window);
-        QTRY_VERIFY_WITH_TIMEOUT(hasKeyboard(window), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window), timeout);
     }
 };
 

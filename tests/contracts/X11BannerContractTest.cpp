@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
+#include "Corvane/Platform/Linux/Toolkit/ToolkitScreens.h"
 #include "Corvane/Platform/Linux/X11/X11BannerPanels.h"
-#include "Corvane/Platform/Linux/X11/X11Screens.h"
-#include "tests/contracts/CardPanelsContract.h"
+#include "tests/contracts/CardBannerPanelsContract.h"
 #include "tests/contracts/WidgetScreensContract.h"
 #include "tests/support/TestDesktop.h"
 #include "tests/support/TestProgram.h"
@@ -12,24 +12,24 @@
 
 using namespace corvane;
 
-class X11BannerPanelsContractTest final : public CardPanelsContract {
+class X11BannerPanelsContractTest final : public CardBannerPanelsContract {
     Q_OBJECT
 
 protected:
-    BannerPanels &panels() override { return m_panels; }
+    BannerPanels &bannerPanels() override { return m_bannerPanels; }
 
 private:
-    X11BannerPanels m_panels{closeButtons(), shape};
+    X11BannerPanels m_bannerPanels{closeButtons(), shape};
 };
 
-class X11ScreensContractTest final : public WidgetScreensContract {
+class ToolkitScreensContractTest final : public WidgetScreensContract {
     Q_OBJECT
 
 protected:
     Screens &screens() override { return m_screens; }
 
 private:
-    X11Screens m_screens;
+    ToolkitScreens m_screens;
 };
 
 /// Runs both contracts: on a display of its own or, called with "--offscreen", without any X server.
@@ -43,9 +43,9 @@ static int run(int argc, char *argv[])
     }
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    X11BannerPanelsContractTest panels;
-    X11ScreensContractTest screens;
-    return QTest::qExec(&panels, argc, argv) + QTest::qExec(&screens, argc, argv);
+    X11BannerPanelsContractTest bannerPanels;
+    ToolkitScreensContractTest screens;
+    return QTest::qExec(&bannerPanels, argc, argv) + QTest::qExec(&screens, argc, argv);
 }
 
 QUILLET_TEST(X11BannerContractTest, run);

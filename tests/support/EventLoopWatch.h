@@ -17,7 +17,7 @@ class EventLoopWatch {
 public:
     /// Seconds that a busy machine does not explain: something has waited there. As long as the time between
     /// two updates of the bell, the next of which would be missed.
-    static constexpr double heldUp = 1;
+    static constexpr double blockedThreshold = 1;
 
     EventLoopWatch()
     {

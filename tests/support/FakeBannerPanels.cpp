@@ -14,12 +14,13 @@ namespace {
 
 using Record = FakeBannerPanels::Record;
 
-/// Ends the animation `number` of the panel after its time, unless it was replaced or its panel closed.
-QCoro::Task<void> endAnimation(std::weak_ptr<Record> panel, std::uint64_t number, PanelAnimation animation,
-                               std::function<void()> completion)
+/// Ends the animation `number` of the banner panel after its time, unless it was replaced or its banner panel
+/// closed.
+QCoro::Task<void> endAnimation(std::weak_ptr<Record> bannerPanel, std::uint64_t number,
+                               BannerPanelAnimation animation, std::function<void()> completion)
 {
     co_await wait(animation.duration);
-    const std::shared_ptr<Record> record = panel.lock();
+    const std::shared_ptr<Record> record = bannerPanel.lock();
     if (!record || record->isClosed || record->animationNumber != number) {
         co_return;
     }
@@ -36,7 +37,7 @@ public:
     ~FakeBannerPanel() override
     {
         m_record->calls << u"destroy"_s;
-        takeAway();
+        removeFromScreen();
     }
 
     [[nodiscard]] Rect frame() const override { return m_record->frame; }
@@ -65,7 +66,7 @@ public:
         m_record->isVisible = !m_record->isClosed;
     }
 
-    void animate(const PanelAnimation &animation, std::function<void()> completion) override
+    void animate(const BannerPanelAnimation &animation, std::function<void()> completion) override
     {
         m_record->calls << u"animate"_s;
         m_record->animations.push_back(animation);
@@ -77,11 +78,11 @@ public:
     {
         m_record->calls << u"close"_s;
         ++m_record->closeCalls;
-        takeAway();
+        removeFromScreen();
     }
 
 private:
-    void takeAway()
+    void removeFromScreen()
     {
         m_record->isVisible = false;
         m_record->isClosed = true;
@@ -92,9 +93,9 @@ private:
 
 } // namespace
 
-std::shared_ptr<BannerPanel> FakeBannerPanels::makePanel(Rect frame, const PanelTraits &traits,
-                                                         const TeachingAction &action,
-                                                         std::function<void()> onDismiss)
+std::shared_ptr<BannerPanel> FakeBannerPanels::makeBannerPanel(Rect frame, const BannerPanelTraits &traits,
+                                                               const TeachingAction &action,
+                                                               std::function<void()> onDismiss)
 {
     auto record = std::make_shared<Record>();
     record->initialFrame = frame;
@@ -106,7 +107,7 @@ std::shared_ptr<BannerPanel> FakeBannerPanels::makePanel(Rect frame, const Panel
     return std::make_shared<FakeBannerPanel>(std::move(record));
 }
 
-std::vector<std::shared_ptr<FakeBannerPanels::Record>> FakeBannerPanels::visiblePanels() const
+std::vector<std::shared_ptr<FakeBannerPanels::Record>> FakeBannerPanels::visibleBannerPanels() const
 {
     std::vector<std::shared_ptr<Record>> visible;
     std::ranges::copy_if(records, std::back_inserter(visible),

@@ -17,10 +17,11 @@ namespace corvane {
 /// clock steps it; until then the frame and the opacity are those of its beginning.
 class FakeBannerPanels final : public BannerPanels {
 public:
-    /// All that is known of one panel. It outlives the panel, so that a test can look at a closed one.
+    /// All that is known of one banner panel. It outlives the banner panel, so that a test can look at a
+    /// closed one.
     struct Record {
         Rect initialFrame;
-        PanelTraits traits;
+        BannerPanelTraits traits;
         TeachingAction action;
         std::function<void()> onDismiss; ///< what the close button calls; a test presses it by calling this
 
@@ -28,20 +29,20 @@ public:
         double alpha = 1;
         bool isVisible = false; ///< ordered to the front and not closed
         bool isClosed = false;
-        int closeCalls = 0;                     ///< calls of close(); the destructor's is not counted
-        std::vector<PanelAnimation> animations; ///< all that were started
+        int closeCalls = 0;                           ///< calls of close(); the destructor's is not counted
+        std::vector<BannerPanelAnimation> animations; ///< all that were started
         QStringList calls; ///< "setFrame", "setAlpha", "orderFrontRegardless", "animate", "close", "destroy"
         std::uint64_t animationNumber = 0; ///< tells the running animation from those it replaced
     };
 
-    [[nodiscard]] std::shared_ptr<BannerPanel> makePanel(Rect frame, const PanelTraits &traits,
-                                                         const TeachingAction &action,
-                                                         std::function<void()> onDismiss) override;
+    [[nodiscard]] std::shared_ptr<BannerPanel> makeBannerPanel(Rect frame, const BannerPanelTraits &traits,
+                                                               const TeachingAction &action,
+                                                               std::function<void()> onDismiss) override;
 
-    /// The panels that are on the screen now, oldest first.
-    [[nodiscard]] std::vector<std::shared_ptr<Record>> visiblePanels() const;
+    /// The banner panels that are on the screen now, oldest first.
+    [[nodiscard]] std::vector<std::shared_ptr<Record>> visibleBannerPanels() const;
 
-    std::vector<std::shared_ptr<Record>> records; ///< every panel ever made, oldest first
+    std::vector<std::shared_ptr<Record>> records; ///< every banner panel ever made, oldest first
 };
 
 } // namespace corvane

@@ -7,7 +7,7 @@
 
 namespace corvane {
 
-/// Screens as a test lays them out: one of 1440 × 900 with a panel of 25 points at its foot, until told
+/// Screens as a test lays them out: one of 1440 × 900 with a dock of 25 points at its foot, until told
 /// otherwise. Counts what it is asked.
 class FakeScreens final : public Screens {
 public:

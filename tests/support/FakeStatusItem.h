@@ -9,7 +9,7 @@
 
 namespace corvane {
 
-/// A status item on no panel. It records what it was told and what a panel would have been told.
+/// A status item on no host. It records what it was told and what a host would have been told.
 class FakeStatusItem final : public StatusItem {
     Q_OBJECT
 
@@ -19,7 +19,7 @@ public:
     /// The titles handed in, in order, repetitions included.
     QStringList asked;
 
-    /// The titles that a panel would have been told: each differs from the one before.
+    /// The titles that a host would have been told: each differs from the one before.
     QStringList published;
 
     void setTitle(const QString &title) override
@@ -36,7 +36,7 @@ public:
     std::vector<StatusMenuEntry> menu;
     bool shown = true;
 
-    /// A panel comes or goes.
+    /// A host comes or goes.
     void setShown(bool isShown)
     {
         if (isShown != shown) {

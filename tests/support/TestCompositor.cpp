@@ -9,7 +9,7 @@ namespace corvane {
 
 namespace {
 
-constexpr int patience = 30'000; // milliseconds
+constexpr int timeout = 30'000; // milliseconds
 
 } // namespace
 
@@ -22,7 +22,7 @@ TestCompositor::TestCompositor(QSize size, int monitors)
                      u"%1x%2"_s.arg(size.width()).arg(size.height())});
     QByteArray told;
     while (!told.endsWith("\n\n")) {
-        if (!m_process.waitForReadyRead(patience)) {
+        if (!m_process.waitForReadyRead(timeout)) {
             qFatal("the compositor did not come up");
         }
         told += m_process.readAllStandardOutput();
@@ -42,7 +42,7 @@ void TestCompositor::end()
 {
     if (m_process.state() != QProcess::NotRunning) {
         m_process.terminate();
-        m_process.waitForFinished(patience);
+        m_process.waitForFinished(timeout);
     }
 }
 
@@ -56,15 +56,15 @@ bool TestCompositor::unplug(const QString &output) const
     QProcess process;
     process.setProcessEnvironment(m_environment);
     process.start(u"swaymsg"_s, {u"output"_s, output, u"unplug"_s});
-    return process.waitForFinished(patience) && process.exitCode() == 0;
+    return process.waitForFinished(timeout) && process.exitCode() == 0;
 }
 
-QString TestCompositor::tell(const QStringList &command) const
+QString TestCompositor::execute(const QStringList &command) const
 {
     QProcess process;
     process.setProcessEnvironment(m_environment);
     process.start(u"swaymsg"_s, command);
-    if (!process.waitForFinished(patience) || process.exitCode() != 0) {
+    if (!process.waitForFinished(timeout) || process.exitCode() != 0) {
         qFatal("swaymsg failed: %s", process.readAllStandardError().constData());
     }
     return QString::fromUtf8(process.readAllStandardOutput());

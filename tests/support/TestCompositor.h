@@ -30,8 +30,8 @@ public:
     /// Takes the monitor `output` away; false where the compositor has no command for it.
     [[nodiscard]] bool unplug(const QString &output) const;
 
-    /// Tells the compositor to do something, and waits until that is done; its answer.
-    [[nodiscard]] QString tell(const QStringList &command) const;
+    /// Has the compositor execute a command, and waits until that is done; its answer.
+    [[nodiscard]] QString execute(const QStringList &command) const;
 
     /// Ends it before the object is destroyed.
     void end();

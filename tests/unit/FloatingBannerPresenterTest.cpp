@@ -56,11 +56,11 @@ class FloatingBannerPresenterTest : public QObject {
         DebugLogService logger{library.path()};
         RecordingSoundPlayer sound;
         FakeScreens screens;
-        FakeBannerPanels panels;
+        FakeBannerPanels bannerPanels;
         std::unique_ptr<FloatingBannerPresenter> presenter =
-            std::make_unique<FloatingBannerPresenter>(sound, logger, settings, screens, panels);
+            std::make_unique<FloatingBannerPresenter>(sound, logger, settings, screens, bannerPanels);
 
-        /// How long after its presentation the panel made last began to go away.
+        /// How long after its presentation the banner panel made last began to go away.
         double timeOnScreen(const TeachingAction &action)
         {
             presenter->present(action);
@@ -79,17 +79,18 @@ private Q_SLOTS:
         f.presenter->present(action(LessonState::prepare));
         f.clock.advance(Seconds{1});
         f.presenter->present(action(LessonState::oneMinuteWarning));
-        QCOMPARE(f.panels.records.size(), std::size_t{2});
-        QVERIFY(f.panels.records[0]->isClosed);
-        QCOMPARE(f.panels.records[0]->animations.size(), std::size_t{1}); // it appeared, and never faded
-        QCOMPARE(f.panels.visiblePanels().size(), std::size_t{1});
+        QCOMPARE(f.bannerPanels.records.size(), std::size_t{2});
+        QVERIFY(f.bannerPanels.records[0]->isClosed);
+        QCOMPARE(f.bannerPanels.records[0]->animations.size(),
+                 std::size_t{1}); // it appeared, and never faded
+        QCOMPARE(f.bannerPanels.visibleBannerPanels().size(), std::size_t{1});
         // The first one's time ends: nothing happens to the second.
         f.clock.advance(Seconds{9.5});
-        QVERIFY(f.panels.records[1]->isVisible);
-        QCOMPARE(f.panels.records[0]->animations.size(), std::size_t{1});
+        QVERIFY(f.bannerPanels.records[1]->isVisible);
+        QCOMPARE(f.bannerPanels.records[0]->animations.size(), std::size_t{1});
         QCOMPARE(f.presenter->visibleWindows().size(), std::size_t{1});
         f.clock.advance(Seconds{1});
-        QVERIFY(f.panels.records[1]->isClosed);
+        QVERIFY(f.bannerPanels.records[1]->isClosed);
         QVERIFY(f.presenter->visibleWindows().empty());
     }
 
@@ -133,7 +134,7 @@ private Q_SLOTS:
         f.settings.setNotificationDuration(std::numeric_limits<double>::infinity());
         f.presenter->present(action());
         f.clock.advance(minutes(600));
-        QCOMPARE(f.panels.visiblePanels().size(), std::size_t{1});
+        QCOMPARE(f.bannerPanels.visibleBannerPanels().size(), std::size_t{1});
     }
 
     void bottomRightKeepsItsMargins()
@@ -171,10 +172,10 @@ private Q_SLOTS:
         f.screens.main = left;
         f.screens.pointer = {1440, 500};
         f.presenter->present(action());
-        QCOMPARE(f.panels.records.back()->initialFrame, (Rect{1900, 400, 1000, 280}));
+        QCOMPARE(f.bannerPanels.records.back()->initialFrame, (Rect{1900, 400, 1000, 280}));
         f.screens.pointer = {1439, 500};
         f.presenter->present(action());
-        QCOMPARE(f.panels.records.back()->initialFrame, (Rect{220, 310, 1000, 280}));
+        QCOMPARE(f.bannerPanels.records.back()->initialFrame, (Rect{220, 310, 1000, 280}));
     }
 
     void theKeyWindowsScreenComesFirstAndTheMainOneAfterThePointer()
@@ -187,7 +188,7 @@ private Q_SLOTS:
         f.screens.main = left;
         const auto x = [&f] {
             f.presenter->present(action());
-            return f.panels.records.back()->initialFrame.x;
+            return f.bannerPanels.records.back()->initialFrame.x;
         };
         f.screens.keyWindow = right;
         QCOMPARE(x(), 1900.0);
@@ -205,7 +206,7 @@ private Q_SLOTS:
     {
         Fixture f;
         f.presenter->present(action());
-        const auto &record = *f.panels.records.back();
+        const auto &record = *f.bannerPanels.records.back();
         const Rect finalFrame{220, 322.5, 1000, 280};
         QCOMPARE(record.initialFrame, finalFrame);
         QCOMPARE(record.frame, finalFrame.scaledAboutCentre(0.95));
@@ -215,17 +216,17 @@ private Q_SLOTS:
                  (QStringList{u"setFrame"_s, u"setAlpha"_s, u"orderFrontRegardless"_s, u"animate"_s}));
         QCOMPARE(
             record.animations,
-            (std::vector{PanelAnimation{
+            (std::vector{BannerPanelAnimation{
                 .duration = Seconds{0.22}, .curve = TimingCurve::easeOut, .alpha = 1, .frame = finalFrame}}));
         f.clock.advance(Seconds{0.22});
         QCOMPARE(record.frame, finalFrame);
         QCOMPARE(record.alpha, 1.0);
-        QCOMPARE(record.traits, (PanelTraits{.level = 1000,
-                                             .collectionBehavior = 329,
-                                             .styleMask = 128,
-                                             .hasShadow = true,
-                                             .hidesOnDeactivate = false,
-                                             .ignoresMouseEvents = false}));
+        QCOMPARE(record.traits, (BannerPanelTraits{.level = 1000,
+                                                   .collectionBehavior = 329,
+                                                   .styleMask = 128,
+                                                   .hasShadow = true,
+                                                   .hidesOnDeactivate = false,
+                                                   .ignoresMouseEvents = false}));
     }
 
     void dismissingFadesToNinetySevenPerCentAndThenCloses()
@@ -233,14 +234,14 @@ private Q_SLOTS:
         Fixture f;
         f.presenter->present(action());
         f.clock.advance(Seconds{1});
-        const auto record = f.panels.records.back();
+        const auto record = f.bannerPanels.records.back();
         record->onDismiss();
         QVERIFY(f.presenter->visibleWindows().empty());
         QCOMPARE(record->animations.back(),
-                 (PanelAnimation{.duration = Seconds{0.24},
-                                 .curve = TimingCurve::easeIn,
-                                 .alpha = 0,
-                                 .frame = record->initialFrame.scaledAboutCentre(0.97)}));
+                 (BannerPanelAnimation{.duration = Seconds{0.24},
+                                       .curve = TimingCurve::easeIn,
+                                       .alpha = 0,
+                                       .frame = record->initialFrame.scaledAboutCentre(0.97)}));
         QVERIFY(record->isVisible);
         f.clock.advance(Seconds{0.25});
         QVERIFY(record->isClosed);
@@ -276,14 +277,14 @@ private Q_SLOTS:
         Fixture f;
         f.settings.setNotificationPosition(NotificationPosition::topLeft);
         f.presenter->present(action());
-        QCOMPARE(f.panels.records.back()->initialFrame, (Rect{48, 572, 1000, 280}));
+        QCOMPARE(f.bannerPanels.records.back()->initialFrame, (Rect{48, 572, 1000, 280}));
     }
 
     void whatComesAfterThePresenterIsGoneHasNoEffect()
     {
         Fixture f;
         f.presenter->present(action());
-        const auto record = f.panels.records.back();
+        const auto record = f.bannerPanels.records.back();
         f.presenter.reset();
         record->onDismiss();
         f.clock.advance(Seconds{20});

@@ -32,7 +32,7 @@ TeachingAction nothingToDo(Date now)
     return TeachingAction::idle(now, std::nullopt);
 }
 
-/// A list as the panel shows it, row by row: "10:00 NEXT in 5m".
+/// A list as the schedule shows it, row by row: "10:00 NEXT in 5m".
 QStringList shown(const std::vector<Lesson> &lessons, Date now, bool showsAllLessons = false,
                   const std::optional<TeachingAction> &action = std::nullopt)
 {

@@ -28,10 +28,10 @@ namespace {
 // which a month must do, keeps what was given back for a while, up to 256 MiB.
 #ifdef __SANITIZE_ADDRESS__
 constexpr int days = 30;
-constexpr qint64 mostGrowth = 300 * 1024;
+constexpr qint64 maximumGrowth = 300 * 1024;
 #else
 constexpr int days = 365;
-constexpr qint64 mostGrowth = 2048;
+constexpr qint64 maximumGrowth = 2048;
 #endif
 
 constexpr int lessonsADay = 10;
@@ -211,7 +211,7 @@ private Q_SLOTS:
         QVERIFY2(presenter.latest <= Seconds{1}, qPrintable(QString::number(presenter.latest.count())));
         const qint64 grown = residentKibibytes() - afterTheFirstDays;
         qInfo("alerts=%zu latest=%.3fs grown=%lldKiB", kept, presenter.latest.count(), grown);
-        QVERIFY2(grown < mostGrowth, qPrintable(QString::number(grown)));
+        QVERIFY2(grown < maximumGrowth, qPrintable(QString::number(grown)));
     }
 };
 

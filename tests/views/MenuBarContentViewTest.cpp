@@ -244,7 +244,7 @@ private Q_SLOTS:
         QCOMPARE(picture.width(), 320 * m_scaleFactor);
         const QString suffix = m_scaleFactor == 1 ? QString() : u"@%1x"_s.arg(m_scaleFactor);
         const QString difference = pictures::difference(
-            picture, u"panel-%1%2"_s.arg(QLatin1StringView(QTest::currentDataTag()), suffix));
+            picture, u"menu-bar-panel-%1%2"_s.arg(QLatin1StringView(QTest::currentDataTag()), suffix));
         QVERIFY2(difference.isEmpty(), qPrintable(difference));
     }
 
@@ -290,7 +290,7 @@ private Q_SLOTS:
         }
     }
 
-    void aFontThatGrowsWhileThePanelIsOpenMakesItGrow()
+    void aFontThatGrowsWhileTheMenuBarPanelIsOpenMakesItGrow()
     {
         Fixture f;
         f.start(fullDay());
@@ -301,7 +301,7 @@ private Q_SLOTS:
         QVERIFY(pictureOf(*view) == pictureOf(*another));
     }
 
-    void aThemeThatChangesWhileThePanelIsOpenRecoloursIt()
+    void aThemeThatChangesWhileTheMenuBarPanelIsOpenRecoloursIt()
     {
         Fixture f;
         f.start(fullDay());

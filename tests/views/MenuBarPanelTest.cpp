@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "Corvane/Views/MenuBarPanel.h"
-#include "Corvane/Views/PanelPlacement.h"
+#include "Corvane/Views/MenuBarPanelPlacement.h"
 
 #include "tests/support/FakeScreens.h"
 #include "tests/support/FakeWindowSystem.h"
@@ -54,13 +54,13 @@ private:
     FakeWindowSystem m_windowSystem;
     FakeScreens m_screens;
     std::unique_ptr<ManualClock> m_clock;
-    std::unique_ptr<MenuBarPanel> m_panel;
+    std::unique_ptr<MenuBarPanel> m_menuBarPanel;
     QPointer<Content> m_content;
     int m_made = 0;
 
     void make(int height = 300)
     {
-        m_panel = std::make_unique<MenuBarPanel>(
+        m_menuBarPanel = std::make_unique<MenuBarPanel>(
             [this, height] {
                 ++m_made;
                 auto content = std::make_unique<Content>(height);
@@ -70,12 +70,12 @@ private:
             m_screens, m_windowSystem);
     }
 
-    void openWithKeyboard(std::optional<Point> item = Point{700, 890})
+    void openWithFocus(std::optional<Point> item = Point{700, 890})
     {
-        m_panel->toggle(item);
-        QVERIFY(m_panel->isOpen());
-        m_panel->window()->activateWindow();
-        QTRY_VERIFY(m_panel->window()->isActiveWindow());
+        m_menuBarPanel->toggle(item);
+        QVERIFY(m_menuBarPanel->isOpen());
+        m_menuBarPanel->window()->activateWindow();
+        QTRY_VERIFY(m_menuBarPanel->window()->isActiveWindow());
     }
 
     /// Another window of the program takes the keyboard.
@@ -104,45 +104,46 @@ private Q_SLOTS:
 
     void cleanup()
     {
-        m_panel.reset();
+        m_menuBarPanel.reset();
         m_clock.reset();
     }
 
-    void theContentIsMadeWhenThePanelOpensAndDestroyedWhenItCloses()
+    void theContentIsMadeWhenTheMenuBarPanelOpensAndDestroyedWhenItCloses()
     {
         make();
         QCOMPARE(m_made, 0);
-        m_panel->toggle(Point{700, 790});
+        m_menuBarPanel->toggle(Point{700, 790});
         QCOMPARE(m_made, 1);
         QVERIFY(m_content->isVisible());
-        m_panel->close();
-        QVERIFY(!m_panel->isOpen());
+        m_menuBarPanel->close();
+        QVERIFY(!m_menuBarPanel->isOpen());
         QTRY_VERIFY(m_content.isNull());
-        m_panel->toggle(Point{700, 790});
+        m_menuBarPanel->toggle(Point{700, 790});
         QCOMPARE(m_made, 2);
     }
 
     void theWindowIsAFocusableToolWithoutAFrame()
     {
         make();
-        m_panel->toggle(Point{700, 790});
-        const Qt::WindowFlags flags = m_panel->window()->windowFlags();
+        m_menuBarPanel->toggle(Point{700, 790});
+        const Qt::WindowFlags flags = m_menuBarPanel->window()->windowFlags();
         QCOMPARE(flags & Qt::WindowType_Mask, Qt::Tool);
         QVERIFY(flags.testFlag(Qt::FramelessWindowHint));
         QVERIFY(!flags.testFlag(Qt::WindowDoesNotAcceptFocus));
-        QCOMPARE(m_windowSystem.keptOut, QList<WindowId>{m_panel->window()->winId()});
-        QCOMPARE(m_windowSystem.broughtToFront, QList<WindowId>{m_panel->window()->winId()});
+        QCOMPARE(m_windowSystem.keptOut, QList<WindowId>{m_menuBarPanel->window()->winId()});
+        QCOMPARE(m_windowSystem.broughtToFront, QList<WindowId>{m_menuBarPanel->window()->winId()});
     }
 
     void theWindowIsAsLargeAsItsContentAndWhereItBelongs()
     {
         make(300);
-        m_panel->toggle(Point{400, 595});
+        m_menuBarPanel->toggle(Point{400, 595});
         const QRect screen = QGuiApplication::primaryScreen()->geometry();
-        const Rect expected = PanelPlacement::find({320, double(m_content->sizeHint().height())},
-                                                   Point{400, 595}, m_screens.allScreens, *m_screens.main)
-                                  .frame;
-        QCOMPARE(m_panel->window()->geometry(),
+        const Rect expected =
+            MenuBarPanelPlacement::find({320, double(m_content->sizeHint().height())}, Point{400, 595},
+                                        m_screens.allScreens, *m_screens.main)
+                .frame;
+        QCOMPARE(m_menuBarPanel->window()->geometry(),
                  QRect(int(expected.x), int(screen.height() - expected.maxY()), 320, int(expected.height)));
         QCOMPARE(m_content->width(), 320);
     }
@@ -151,192 +152,193 @@ private Q_SLOTS:
     {
         m_windowSystem.composited = true;
         make(300);
-        m_panel->toggle(Point{400, 595});
-        const QRect window = m_panel->window()->geometry();
+        m_menuBarPanel->toggle(Point{400, 595});
+        const QRect window = m_menuBarPanel->window()->geometry();
         QVERIFY(window.width() > 320);
         QCOMPARE(m_content->width(), 320);
         QVERIFY(window.top() >= 30);
-        // A press on the shadow is one beside the panel.
-        QTest::mouseClick(m_panel->window(), Qt::LeftButton, {}, {1, window.height() - 1});
-        QVERIFY(!m_panel->isOpen());
+        // A press on the shadow is one beside the menu bar panel.
+        QTest::mouseClick(m_menuBarPanel->window(), Qt::LeftButton, {}, {1, window.height() - 1});
+        QVERIFY(!m_menuBarPanel->isOpen());
     }
 
     void aContentThatGrowsTakesTheWindowWithIt()
     {
         make(300);
-        m_panel->toggle(Point{400, 595});
-        const int top = m_panel->window()->y();
-        const int before = m_panel->window()->height();
+        m_menuBarPanel->toggle(Point{400, 595});
+        const int top = m_menuBarPanel->window()->y();
+        const int before = m_menuBarPanel->window()->height();
         m_content->setContentHeight(400);
-        QTRY_COMPARE(m_panel->window()->height(), before + 100);
-        QCOMPARE(m_panel->window()->y(), top);
+        QTRY_COMPARE(m_menuBarPanel->window()->height(), before + 100);
+        QCOMPARE(m_menuBarPanel->window()->y(), top);
         m_content->setContentHeight(250);
-        QTRY_COMPARE(m_panel->window()->height(), before - 50);
+        QTRY_COMPARE(m_menuBarPanel->window()->height(), before - 50);
     }
 
     void aContentTooHighForTheScreenScrolls()
     {
         make(5000);
-        m_panel->toggle(Point{400, 595});
-        const auto *scroll = m_panel->window()->findChild<QScrollArea *>();
+        m_menuBarPanel->toggle(Point{400, 595});
+        const auto *scroll = m_menuBarPanel->window()->findChild<QScrollArea *>();
         QVERIFY(scroll->verticalScrollBar()->maximum() > 0);
         QCOMPARE(m_content->width(), 320);
         QVERIFY(scroll->viewport()->width() >= 320);
-        QVERIFY(m_panel->window()->height() < QGuiApplication::primaryScreen()->geometry().height() - 30);
+        QVERIFY(m_menuBarPanel->window()->height() <
+                QGuiApplication::primaryScreen()->geometry().height() - 30);
     }
 
     void escapeClosesIt()
     {
         make();
-        openWithKeyboard();
+        openWithFocus();
         m_content->m_button->setFocus();
         QTest::keyClick(m_content->m_button, Qt::Key_Escape);
-        QVERIFY(!m_panel->isOpen());
+        QVERIFY(!m_menuBarPanel->isOpen());
     }
 
     void aSecondClickOnTheBellClosesIt()
     {
         make();
-        openWithKeyboard();
-        m_panel->toggle(Point{700, 890});
-        QVERIFY(!m_panel->isOpen());
-        m_panel->toggle(Point{700, 890});
-        QVERIFY(m_panel->isOpen());
+        openWithFocus();
+        m_menuBarPanel->toggle(Point{700, 890});
+        QVERIFY(!m_menuBarPanel->isOpen());
+        m_menuBarPanel->toggle(Point{700, 890});
+        QVERIFY(m_menuBarPanel->isOpen());
     }
 
     void aClickElsewhereClosesIt()
     {
         make();
-        openWithKeyboard();
-        QSignalSpy closings(m_panel.get(), &MenuBarPanel::closed);
+        openWithFocus();
+        QSignalSpy closings(m_menuBarPanel.get(), &MenuBarPanel::closed);
         const auto other = otherWindow();
-        QTRY_VERIFY(!m_panel->isOpen());
+        QTRY_VERIFY(!m_menuBarPanel->isOpen());
         QCOMPARE(closings.size(), 1);
     }
 
     void theClickOnTheBellThatTakesTheKeyboardDoesNotOpenItAgain()
     {
         make();
-        openWithKeyboard();
+        openWithFocus();
         const auto other = otherWindow();
-        QTRY_VERIFY(!m_panel->isOpen());
+        QTRY_VERIFY(!m_menuBarPanel->isOpen());
         m_clock->advance(Seconds{0.4});
-        m_panel->toggle(Point{700, 890});
-        QVERIFY(!m_panel->isOpen());
+        m_menuBarPanel->toggle(Point{700, 890});
+        QVERIFY(!m_menuBarPanel->isOpen());
         // The next click is one of its own, however soon.
-        m_panel->toggle(Point{700, 890});
-        QVERIFY(m_panel->isOpen());
+        m_menuBarPanel->toggle(Point{700, 890});
+        QVERIFY(m_menuBarPanel->isOpen());
     }
 
     void aClickOnTheBellLongAfterAnotherWindowTookTheKeyboardOpensIt()
     {
         make();
-        openWithKeyboard();
+        openWithFocus();
         const auto other = otherWindow();
-        QTRY_VERIFY(!m_panel->isOpen());
+        QTRY_VERIFY(!m_menuBarPanel->isOpen());
         m_clock->advance(MenuBarPanel::sameClick);
-        m_panel->toggle(Point{700, 890});
-        QVERIFY(m_panel->isOpen());
+        m_menuBarPanel->toggle(Point{700, 890});
+        QVERIFY(m_menuBarPanel->isOpen());
     }
 
     void besideAWindowThatItOpenedItStays()
     {
         make();
-        openWithKeyboard();
-        m_panel->stayOpenBesideWindows();
+        openWithFocus();
+        m_menuBarPanel->stayOpenBesideWindows();
         const auto other = otherWindow();
         QTRY_VERIFY(other->isActiveWindow());
-        QVERIFY(m_panel->isOpen());
+        QVERIFY(m_menuBarPanel->isOpen());
         // It is as usable as before.
-        m_panel->window()->activateWindow();
-        QTRY_VERIFY(m_panel->window()->isActiveWindow());
+        m_menuBarPanel->window()->activateWindow();
+        QTRY_VERIFY(m_menuBarPanel->window()->isActiveWindow());
         QSignalSpy clicks(m_content->m_button, &QAbstractButton::clicked);
         QTest::mouseClick(m_content->m_button, Qt::LeftButton);
         QCOMPARE(clicks.size(), 1);
-        QVERIFY(m_panel->isOpen());
+        QVERIFY(m_menuBarPanel->isOpen());
     }
 
     void besideAWindowItClosesWhenTheKeyboardGoesToAnotherProgram()
     {
         make();
-        openWithKeyboard();
-        m_panel->stayOpenBesideWindows();
+        openWithFocus();
+        m_menuBarPanel->stayOpenBesideWindows();
         const auto other = otherWindow();
         QTRY_VERIFY(other->isActiveWindow());
         Q_EMIT qGuiApp->focusWindowChanged(nullptr);
-        QVERIFY(!m_panel->isOpen());
+        QVERIFY(!m_menuBarPanel->isOpen());
     }
 
     void besideAWindowThatTookTheKeyboardFirstItStillCloses()
     {
         make();
         const auto other = otherWindow();
-        m_panel->open(Point{700, 890});
-        m_panel->stayOpenBesideWindows();
+        m_menuBarPanel->open(Point{700, 890});
+        m_menuBarPanel->stayOpenBesideWindows();
         Q_EMIT qGuiApp->focusWindowChanged(other->windowHandle());
-        QVERIFY(m_panel->isOpen());
+        QVERIFY(m_menuBarPanel->isOpen());
         Q_EMIT qGuiApp->focusWindowChanged(nullptr);
-        QVERIFY(!m_panel->isOpen());
+        QVERIFY(!m_menuBarPanel->isOpen());
     }
 
     void whatOpensByItselfLeavesTheKeyboardWhereItIs()
     {
         make();
-        m_panel->openAsWindow(MenuBarPanel::Wish::none);
-        QVERIFY(m_panel->openedByItself());
-        QVERIFY(m_panel->window()->testAttribute(Qt::WA_ShowWithoutActivating));
+        m_menuBarPanel->openAsWindow(MenuBarPanel::OpenedBy::program);
+        QVERIFY(m_menuBarPanel->openedByItself());
+        QVERIFY(m_menuBarPanel->window()->testAttribute(Qt::WA_ShowWithoutActivating));
         QVERIFY(m_windowSystem.broughtToFront.isEmpty());
         // Asked for, it comes to the front like any other.
-        m_panel->openAsWindow();
-        QVERIFY(!m_panel->openedByItself());
+        m_menuBarPanel->openAsWindow();
+        QVERIFY(!m_menuBarPanel->openedByItself());
         QCOMPARE(m_windowSystem.broughtToFront.size(), 1);
     }
 
-    void theNextPanelDoesNotStay()
+    void theNextMenuBarPanelDoesNotStay()
     {
         make();
-        openWithKeyboard();
-        m_panel->stayOpenBesideWindows();
-        m_panel->close();
-        openWithKeyboard();
+        openWithFocus();
+        m_menuBarPanel->stayOpenBesideWindows();
+        m_menuBarPanel->close();
+        openWithFocus();
         const auto other = otherWindow();
-        QTRY_VERIFY(!m_panel->isOpen());
+        QTRY_VERIFY(!m_menuBarPanel->isOpen());
     }
 
-    void aDialogOfThePanelsOwnDoesNotCloseIt()
+    void aDialogOfTheMenuBarPanelsOwnDoesNotCloseIt()
     {
         make();
-        openWithKeyboard();
-        QWidget dialog(m_panel->window(), Qt::Dialog);
+        openWithFocus();
+        QWidget dialog(m_menuBarPanel->window(), Qt::Dialog);
         dialog.show();
         dialog.activateWindow();
         QTRY_VERIFY(dialog.isActiveWindow());
-        QVERIFY(m_panel->isOpen());
+        QVERIFY(m_menuBarPanel->isOpen());
     }
 
     void asAnOrdinaryWindowItHasAFrameAndATitleAndStays()
     {
         make();
-        m_panel->openAsWindow();
-        QCOMPARE(m_panel->window()->windowFlags() & Qt::WindowType_Mask, Qt::Window);
-        QVERIFY(!m_panel->window()->windowFlags().testFlag(Qt::FramelessWindowHint));
-        QCOMPARE(m_panel->window()->windowTitle(), u"Quillet"_s);
-        m_panel->window()->activateWindow();
-        QTRY_VERIFY(m_panel->window()->isActiveWindow());
+        m_menuBarPanel->openAsWindow();
+        QCOMPARE(m_menuBarPanel->window()->windowFlags() & Qt::WindowType_Mask, Qt::Window);
+        QVERIFY(!m_menuBarPanel->window()->windowFlags().testFlag(Qt::FramelessWindowHint));
+        QCOMPARE(m_menuBarPanel->window()->windowTitle(), u"Quillet"_s);
+        m_menuBarPanel->window()->activateWindow();
+        QTRY_VERIFY(m_menuBarPanel->window()->isActiveWindow());
         const auto other = otherWindow();
         QTRY_VERIFY(other->isActiveWindow());
-        QVERIFY(m_panel->isOpen());
-        m_panel->window()->close();
-        QVERIFY(!m_panel->isOpen());
+        QVERIFY(m_menuBarPanel->isOpen());
+        m_menuBarPanel->window()->close();
+        QVERIFY(!m_menuBarPanel->isOpen());
         QTRY_VERIFY(m_content.isNull());
     }
 
     void openingAnOpenOneBringsItToTheFront()
     {
         make();
-        m_panel->openAsWindow();
-        m_panel->openAsWindow();
-        m_panel->open(std::nullopt);
+        m_menuBarPanel->openAsWindow();
+        m_menuBarPanel->openAsWindow();
+        m_menuBarPanel->open(std::nullopt);
         QCOMPARE(m_made, 1);
         QCOMPARE(m_windowSystem.broughtToFront.size(), 3);
     }
@@ -344,18 +346,18 @@ private Q_SLOTS:
     void aButtonInItMayCloseIt()
     {
         make();
-        openWithKeyboard();
-        connect(m_content->m_button, &QAbstractButton::clicked, m_panel.get(), &MenuBarPanel::close);
+        openWithFocus();
+        connect(m_content->m_button, &QAbstractButton::clicked, m_menuBarPanel.get(), &MenuBarPanel::close);
         QTest::mouseClick(m_content->m_button, Qt::LeftButton);
-        QVERIFY(!m_panel->isOpen());
+        QVERIFY(!m_menuBarPanel->isOpen());
         QTRY_VERIFY(m_content.isNull());
     }
 
     void itGoesWithItsOwner()
     {
         make();
-        openWithKeyboard();
-        m_panel.reset();
+        openWithFocus();
+        m_menuBarPanel.reset();
         QVERIFY(m_content.isNull());
     }
 };

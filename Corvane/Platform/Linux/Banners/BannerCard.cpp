@@ -58,13 +58,13 @@ void BannerCard::orderFront()
     updateVisibility();
 }
 
-void BannerCard::animate(const PanelAnimation &animation, std::function<void()> completion)
+void BannerCard::animate(const BannerPanelAnimation &animation, std::function<void()> completion)
 {
     // The task ends by itself with the animation or at its first frame after it is replaced or the card gone.
     spawn(run(this, ++m_animation, {.begin = m_drawn, .animation = animation}, std::move(completion)));
 }
 
-QCoro::Task<void> BannerCard::run(QPointer<BannerCard> card, std::uint64_t number, PanelMotion motion,
+QCoro::Task<void> BannerCard::run(QPointer<BannerCard> card, std::uint64_t number, BannerPanelMotion motion,
                                   std::function<void()> completion)
 {
     constexpr Seconds frameTime{1.0 / 60};
@@ -126,7 +126,7 @@ QRectF BannerCard::cardRect() const
                       : onDesktop(m_drawn.frame).translated(-m_corner.value_or(QPoint()));
 }
 
-void BannerCard::draw(const PanelMotion::Moment &moment)
+void BannerCard::draw(const BannerPanelMotion::Moment &moment)
 {
     m_drawn = moment;
     place();

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "Corvane/Notifications/BannerPanels.h"
+#include "Corvane/Platform/Linux/Banners/BannerPanelMotion.h"
 #include "Corvane/Platform/Linux/Banners/CardShape.h"
-#include "Corvane/Platform/Linux/Banners/PanelMotion.h"
 
 #include <QPixmap>
 #include <QPointer>
@@ -46,7 +46,7 @@ public:
     void setFrame(Rect frame);
     void setAlpha(double alpha);
     void orderFront();
-    void animate(const PanelAnimation &animation, std::function<void()> completion);
+    void animate(const BannerPanelAnimation &animation, std::function<void()> completion);
 
     /// Ends everything and takes the banner off the screen; it is deleted on a later turn of the event loop,
     /// since the call may come from a click on it.
@@ -74,7 +74,7 @@ protected:
     /// What is drawn has changed.
     virtual void drawn() = 0;
 
-    [[nodiscard]] const PanelMotion::Moment &drawnMoment() const { return m_drawn; }
+    [[nodiscard]] const BannerPanelMotion::Moment &drawnMoment() const { return m_drawn; }
     [[nodiscard]] const CardShape &shape() const { return m_shape; }
     [[nodiscard]] QSize cardSize() const { return m_cardSize; }
     [[nodiscard]] bool isComposited() const { return m_isComposited; }
@@ -87,11 +87,11 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void draw(const PanelMotion::Moment &moment);
+    void draw(const BannerPanelMotion::Moment &moment);
     void drawShadow(QPainter &painter);
     void updateVisibility();
     [[nodiscard]] QPixmap takePicture();
-    static QCoro::Task<void> run(QPointer<BannerCard> card, std::uint64_t number, PanelMotion motion,
+    static QCoro::Task<void> run(QPointer<BannerCard> card, std::uint64_t number, BannerPanelMotion motion,
                                  std::function<void()> completion);
 
     CardShape m_shape;
@@ -103,7 +103,7 @@ private:
     QWidget *m_content = nullptr;
     QPixmap m_shadow;
     QPixmap m_picture; ///< of the whole window at full size; made for an animation, dropped at rest
-    PanelMotion::Moment m_drawn;
+    BannerPanelMotion::Moment m_drawn;
     std::uint64_t m_animation = 0; ///< tells the running animation from those it replaced
 };
 

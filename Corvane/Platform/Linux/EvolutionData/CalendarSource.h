@@ -30,7 +30,7 @@ struct CalendarAnswers {
     /// How many did neither.
     int silent = 0;
     /// Why the last of the silent ones was silent.
-    QString trouble;
+    QString error;
 };
 
 /// A kind of place where calendars are found: the calendar service, or folders of files. Main thread only;
@@ -41,7 +41,7 @@ public:
 
     /// Whether the source is there; fails where that cannot be told, or where it is and none of its calendars
     /// can be opened.
-    virtual QCoro::Task<std::expected<bool, Failure>> lookFor(QDeadlineTimer deadline) = 0;
+    virtual QCoro::Task<std::expected<bool, Failure>> checkAvailability(QDeadlineTimer deadline) = 0;
 
     /// Every event that overlaps `interval`. One query runs at a time.
     virtual QCoro::Task<CalendarAnswers> query(DateInterval interval, QDeadlineTimer deadline) = 0;

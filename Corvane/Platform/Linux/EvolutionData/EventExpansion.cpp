@@ -178,7 +178,7 @@ public:
     {
     }
 
-    /// Nothing when it was abandoned.
+    /// Nothing when it was cancelled.
     std::optional<GroupOutcome> run()
     {
         collectChanges();
@@ -339,7 +339,7 @@ private:
     /// Answers whether the walk is to go on.
     bool take(Walk &walk, ICalTime *startTime, ICalTime *endTime)
     {
-        if (m_control.isAbandoned()) {
+        if (m_control.isCancelled()) {
             return false;
         }
         double start = toUtc(startTime);
@@ -399,24 +399,24 @@ private:
         return made;
     }
 
-    void leaveOut(ICalComponent *event, const QString &reason)
+    void skipEvent(ICalComponent *event, const QString &reason)
     {
         const auto title = optionalText(i_cal_component_get_summary(event));
         const char *uid = i_cal_component_get_uid(event);
         const QString text = u"title=\"%1\" reason=\"%2\""_s.arg(logText(title.value_or(QString())), reason);
         QByteArray key = text.toUtf8();
         key.append('\0').append(uid, static_cast<qsizetype>(uid != nullptr ? strnlen(uid, 1'000) : 0));
-        m_outcome.troubles.push_back({key, text});
+        m_outcome.skippedEvents.push_back({key, text});
     }
 
-    /// Answers false when it was abandoned.
+    /// Answers false when it was cancelled.
     bool expand(ICalComponent *event, bool isChange)
     {
         const double from = secondsSince1970(m_request.interval.start) - day - m_widest;
         const double to = secondsSince1970(m_request.interval.end) + day + m_widest;
         if (!isChange) {
             if (const auto reason = reasonNotToExpand(event, from, to)) {
-                leaveOut(event, *reason);
+                skipEvent(event, *reason);
                 return true;
             }
         }
@@ -432,19 +432,19 @@ private:
             this, m_defaultZone, m_control.cancellable(), &error);
         const QString message = error != nullptr ? toText(error->message) : QString();
         g_clear_error(&error);
-        if (m_control.isAbandoned()) {
+        if (m_control.isCancelled()) {
             return false;
         }
         if (walk.isTooMany) {
-            leaveOut(event, u"it occurs too often"_s);
+            skipEvent(event, u"it occurs too often"_s);
             return true;
         }
         if (walk.isTitleTooLong) {
-            leaveOut(event, u"its title is too long"_s);
+            skipEvent(event, u"its title is too long"_s);
             return true;
         }
         if (isDone == FALSE && !message.isEmpty()) {
-            leaveOut(event, logText(message));
+            skipEvent(event, logText(message));
             return true;
         }
         std::ranges::move(walk.events, std::back_inserter(m_outcome.events));
@@ -547,10 +547,10 @@ Expansion expandGroups(const std::vector<ComponentGroup> &groups, const Expansio
     Expansion expansion;
     const auto append = [&expansion](const GroupOutcome &outcome) {
         std::ranges::copy(outcome.events, std::back_inserter(expansion.events));
-        std::ranges::copy(outcome.troubles, std::back_inserter(expansion.troubles));
+        std::ranges::copy(outcome.skippedEvents, std::back_inserter(expansion.skippedEvents));
     };
     for (const ComponentGroup &group : groups) {
-        if (control.isAbandoned()) {
+        if (control.isCancelled()) {
             expansion.isComplete = false;
             break;
         }
@@ -570,7 +570,7 @@ Expansion expandGroups(const std::vector<ComponentGroup> &groups, const Expansio
         }
         const std::size_t hash = qHash(key) | 1;
         if (request.suspects.contains(hash)) {
-            expansion.troubles.push_back(
+            expansion.skippedEvents.push_back(
                 {key, u"title=\"%1\" reason=\"it takes too long to follow\""_s.arg(logText(titleOf(group)))});
             continue;
         }

@@ -28,8 +28,8 @@ struct ComponentGroup {
 };
 
 /// An event that is left out, and why.
-struct EventTrouble {
-    /// Tells this trouble from every other; changes when the event changes.
+struct SkippedEvent {
+    /// Tells this skipped event from every other; changes when the event changes.
     QByteArray key;
     /// For the log: prose and quoted texts in one line.
     QString text;
@@ -38,13 +38,13 @@ struct EventTrouble {
 /// What became of one group.
 struct GroupOutcome {
     std::vector<CalendarEvent> events;
-    std::vector<EventTrouble> troubles;
+    std::vector<SkippedEvent> skippedEvents;
 };
 
 /// What became of all groups. An incomplete one lacks the groups that were not reached.
 struct Expansion {
     std::vector<CalendarEvent> events;
-    std::vector<EventTrouble> troubles;
+    std::vector<SkippedEvent> skippedEvents;
     /// The outcomes of the series, for the next expansion of the same interval in the same time zone.
     std::map<QByteArray, std::shared_ptr<const GroupOutcome>> series;
     bool isComplete = true;
@@ -54,19 +54,19 @@ struct Expansion {
 class ExpansionControl {
 public:
     /// Makes the expansion end at the next chance.
-    void abandon()
+    void cancel()
     {
-        m_isAbandoned = true;
+        m_isCancelled = true;
         g_cancellable_cancel(m_cancellable.get());
     }
-    [[nodiscard]] bool isAbandoned() const { return m_isAbandoned; }
+    [[nodiscard]] bool isCancelled() const { return m_isCancelled; }
     [[nodiscard]] GCancellable *cancellable() const { return m_cancellable.get(); }
 
     /// Which series is being expanded: a hash of its key, or 0.
     std::atomic<std::size_t> busyWith = 0;
 
 private:
-    std::atomic<bool> m_isAbandoned = false;
+    std::atomic<bool> m_isCancelled = false;
     GObjectRef<GCancellable> m_cancellable = GObjectRef<GCancellable>::adopt(g_cancellable_new());
 };
 

@@ -30,7 +30,7 @@ constexpr auto watchTime = 1000ms;
 constexpr std::size_t maximumSingleFetches = 1'000;
 constexpr std::size_t fetchesAtATime = 8;
 /// How long a watch over the series is trusted before they are fetched again all the same.
-constexpr auto trustInWatch = 10min;
+constexpr auto seriesRefetchInterval = 10min;
 /// So many components are looked through between two turns of the event loop: about a millisecond.
 constexpr std::size_t maximumSortedAtOnce = 300;
 /// Expansions that did not end in time may stay behind, but not more than so many.
@@ -68,7 +68,7 @@ QByteArray singlesQuery(DateInterval interval)
 }
 
 /// Gives the service's client back on the main thread, wherever the last user of it is.
-std::shared_ptr<ECalClient> shareAcrossThreads(const GObjectRef<ECalClient> &client)
+std::shared_ptr<ECalClient> refReleasedOnMainThread(const GObjectRef<ECalClient> &client)
 {
     g_object_ref(client.get());
     return {client.get(), [](ECalClient *last) {
@@ -140,7 +140,7 @@ struct Calendar {
         DateInterval interval;
         QByteArray timeZoneId;
         std::vector<CalendarEvent> events;
-        std::vector<EventTrouble> troubles;
+        std::vector<SkippedEvent> skippedEvents;
         QDeadlineTimer refetch;
     };
     std::optional<Series> series;
@@ -158,7 +158,7 @@ struct Calendar {
     std::optional<LastAnswer> lastAnswer;
 
     bool isSilent = false;
-    QSet<QByteArray> toldTroubles;
+    QSet<QByteArray> loggedSkips;
 
     void dropClient()
     {
@@ -199,7 +199,7 @@ struct Expanded {
 };
 
 /// Why a calendar gave no answer.
-struct Trouble {
+struct CalendarError {
     QString step;
     QString reason;
     bool isTimeout = false;
@@ -218,43 +218,42 @@ public:
             g_cancellable_cancel(m_cancellable.get());
         }
         for (const auto &control : m_controls) {
-            control->abandon();
+            control->cancel();
         }
     }
 
     enum class Service { there, absent, silent };
 
-    static QCoro::Task<std::expected<bool, Failure>> lookFor(std::shared_ptr<Impl> self,
-                                                             QDeadlineTimer deadline)
+    static QCoro::Task<std::expected<bool, Failure>> checkAvailability(std::shared_ptr<Impl> self,
+                                                                       QDeadlineTimer deadline)
     {
         const Found found = co_await findService(self, deadline);
-        self->tellOfService(found);
+        self->logService(found);
         if (found.service == Service::silent) {
-            co_return std::unexpected(
-                Failure{u"The calendar service did not answer: %1"_s.arg(found.trouble)});
+            co_return std::unexpected(Failure{u"The calendar service did not answer: %1"_s.arg(found.error)});
         }
         if (found.service == Service::absent) {
             co_return false;
         }
-        self->takeUpCalendars();
+        self->updateCalendars();
         self->m_cancellable = GObjectRef<GCancellable>::adopt(g_cancellable_new());
         const GObjectRef<GCancellable> cancellable = self->m_cancellable;
-        std::vector<QCoro::Task<std::optional<Trouble>>> tasks;
+        std::vector<QCoro::Task<std::optional<CalendarError>>> tasks;
         for (const auto &[uid, calendar] : self->m_calendars) {
             tasks.push_back(open(self, calendar, cancellable, deadline));
         }
-        QString trouble;
+        QString error;
         bool isAnyOpen = tasks.empty();
         for (auto &task : tasks) {
-            const std::optional<Trouble> failure = co_await task;
+            const std::optional<CalendarError> failure = co_await task;
             isAnyOpen = isAnyOpen || !failure;
             if (failure) {
-                trouble = failure->reason;
+                error = failure->reason;
             }
         }
         g_cancellable_cancel(cancellable.get());
         if (!isAnyOpen) {
-            co_return std::unexpected(Failure{u"No calendar could be opened: %1"_s.arg(trouble)});
+            co_return std::unexpected(Failure{u"No calendar could be opened: %1"_s.arg(error)});
         }
         co_return true;
     }
@@ -267,21 +266,21 @@ public:
             std::max(deadline.remainingTimeAsDuration() - conclusionTime, std::chrono::nanoseconds(50ms)),
             Qt::PreciseTimer);
         const Found found = co_await findService(self, inTime);
-        self->tellOfService(found);
+        self->logService(found);
         if (found.service == Service::there) {
-            self->takeUpCalendars();
+            self->updateCalendars();
         }
         // Calendars that were open before may answer even where the list of calendars cannot be had.
         answers.isThere = found.service != Service::absent || !self->m_calendars.empty();
         if (found.service == Service::silent && self->m_calendars.empty()) {
             answers.silent = 1;
-            answers.trouble = u"The calendar service did not answer: %1"_s.arg(found.trouble);
+            answers.error = u"The calendar service did not answer: %1"_s.arg(found.error);
             co_return answers;
         }
         self->m_cancellable = GObjectRef<GCancellable>::adopt(g_cancellable_new());
         const GObjectRef<GCancellable> cancellable = self->m_cancellable;
         std::vector<std::shared_ptr<Calendar>> calendars;
-        std::vector<QCoro::Task<std::expected<std::vector<CalendarEvent>, Trouble>>> tasks;
+        std::vector<QCoro::Task<std::expected<std::vector<CalendarEvent>, CalendarError>>> tasks;
         const QByteArray timeZoneId = self->m_timeZoneId();
         for (const auto &[uid, calendar] : self->m_calendars) {
             calendars.push_back(calendar);
@@ -310,7 +309,7 @@ private:
     struct Found {
         Service service;
         /// Why it is not there.
-        QString trouble;
+        QString error;
     };
 
     static QCoro::Task<Found> findService(std::shared_ptr<Impl> self, QDeadlineTimer deadline)
@@ -374,7 +373,7 @@ private:
                 found = {Service::there, {}};
             }
         } else {
-            found.trouble = messageOf(std::exchange(error, nullptr));
+            found.error = messageOf(std::exchange(error, nullptr));
         }
         self->m_registryCall.reset();
         call.resolve(found);
@@ -388,7 +387,7 @@ private:
         return isEmpty;
     }
 
-    void takeUpCalendars()
+    void updateCalendars()
     {
         std::map<QByteArray, std::shared_ptr<Calendar>> enabled;
         GList *sources = e_source_registry_list_enabled(m_registry.get(), E_SOURCE_EXTENSION_CALENDAR);
@@ -420,10 +419,10 @@ private:
     // One calendar.
 
     /// Ends with nothing where the calendar is open.
-    static QCoro::Task<std::optional<Trouble>> open(std::shared_ptr<Impl> self,
-                                                    std::shared_ptr<Calendar> calendar,
-                                                    GObjectRef<GCancellable> cancellable,
-                                                    QDeadlineTimer deadline)
+    static QCoro::Task<std::optional<CalendarError>> open(std::shared_ptr<Impl> self,
+                                                          std::shared_ptr<Calendar> calendar,
+                                                          GObjectRef<GCancellable> cancellable,
+                                                          QDeadlineTimer deadline)
     {
         if (calendar->client && !*calendar->isDead) {
             co_return std::nullopt;
@@ -438,12 +437,12 @@ private:
                                  static_cast<guint32>(-1), cancellable.get(), callback, data);
         });
         if (!co_await connecting.until(deadline)) {
-            co_return Trouble{u"open"_s, u"it did not answer in time"_s, true};
+            co_return CalendarError{u"open"_s, u"it did not answer in time"_s, true};
         }
         GError *error = nullptr;
         EClient *made = e_cal_client_connect_finish(connecting.value().get(), &error);
         if (made == nullptr) {
-            co_return Trouble{u"open"_s, messageOf(error)};
+            co_return CalendarError{u"open"_s, messageOf(error)};
         }
         calendar->client = GObjectRef<ECalClient>::adopt(E_CAL_CLIENT(made));
         calendar->isDead = std::make_shared<std::atomic<bool>>(false);
@@ -477,14 +476,15 @@ private:
         });
     }
 
-    static std::expected<Components, Trouble> takeObjects(ECalClient *client, GAsyncResult *result)
+    static std::expected<Components, CalendarError> finishListObjects(ECalClient *client,
+                                                                      GAsyncResult *result)
     {
         GError *error = nullptr;
         GSList *objects = nullptr;
         e_cal_client_get_object_list_finish(client, result, &objects, &error);
         // Some versions of the library call an empty list a failure, but one without a reason.
         if (error != nullptr) {
-            return std::unexpected(Trouble{u"query"_s, messageOf(error)});
+            return std::unexpected(CalendarError{u"query"_s, messageOf(error)});
         }
         Components components;
         for (GSList *item = objects; item != nullptr; item = item->next) {
@@ -494,7 +494,7 @@ private:
         return components;
     }
 
-    static QCoro::Task<std::expected<std::vector<CalendarEvent>, Trouble>>
+    static QCoro::Task<std::expected<std::vector<CalendarEvent>, CalendarError>>
     queryCalendar(std::shared_ptr<Impl> self, std::shared_ptr<Calendar> calendar, DateInterval interval,
                   QByteArray timeZoneId, GObjectRef<GCancellable> cancellable, QDeadlineTimer inTime,
                   QDeadlineTimer deadline)
@@ -515,12 +515,12 @@ private:
         co_return events;
     }
 
-    static QCoro::Task<std::expected<std::vector<CalendarEvent>, Trouble>>
+    static QCoro::Task<std::expected<std::vector<CalendarEvent>, CalendarError>>
     tryCalendar(std::shared_ptr<Impl> self, std::shared_ptr<Calendar> calendar, DateInterval interval,
                 QByteArray timeZoneId, GObjectRef<GCancellable> cancellable, QDeadlineTimer inTime,
                 QDeadlineTimer deadline)
     {
-        const Trouble late{u"query"_s, u"it did not answer in time"_s, true};
+        const CalendarError late{u"query"_s, u"it did not answer in time"_s, true};
         if (const auto failure = co_await open(self, calendar, cancellable, inTime)) {
             co_return std::unexpected(*failure);
         }
@@ -543,7 +543,7 @@ private:
             if (!co_await seriesCall.until(inTime)) {
                 co_return std::unexpected(late);
             }
-            auto objects = takeObjects(client.get(), seriesCall.value().get());
+            auto objects = finishListObjects(client.get(), seriesCall.value().get());
             if (!objects) {
                 co_return std::unexpected(objects.error());
             }
@@ -552,7 +552,7 @@ private:
         if (!co_await singlesCall.until(inTime)) {
             co_return std::unexpected(late);
         }
-        auto singles = takeObjects(client.get(), singlesCall.value().get());
+        auto singles = finishListObjects(client.get(), singlesCall.value().get());
         if (!singles) {
             co_return std::unexpected(singles.error());
         }
@@ -568,7 +568,7 @@ private:
                                 return sortComponents(std::move(singles), std::move(series));
                             });
             if (!co_await sorting.until(inTime)) {
-                co_return std::unexpected(Trouble{u"expansion"_s, u"it took too long"_s, true});
+                co_return std::unexpected(CalendarError{u"expansion"_s, u"it took too long"_s, true});
             }
             sorted = std::move(*sorting.value());
         }
@@ -593,12 +593,12 @@ private:
 
         if (self->m_strayJobs >= maximumStrayJobs) {
             co_return std::unexpected(
-                Trouble{u"expansion"_s, u"earlier expansions have not ended yet"_s, true});
+                CalendarError{u"expansion"_s, u"earlier expansions have not ended yet"_s, true});
         }
         auto control = std::make_shared<ExpansionControl>();
         ExpansionRequest request{interval, timeZoneId, {}, {}, calendar->knownSeries, calendar->suspects};
-        request.customZone = [keeper = shareAcrossThreads(client)](const char *tzid) {
-            return e_timezone_cache_get_timezone(E_TIMEZONE_CACHE(keeper.get()), tzid);
+        request.customZone = [sharedClient = refReleasedOnMainThread(client)](const char *tzid) {
+            return e_timezone_cache_get_timezone(E_TIMEZONE_CACHE(sharedClient.get()), tzid);
         };
         self->m_controls.insert(control);
         const auto expanding =
@@ -609,40 +609,40 @@ private:
                                 expandGroups(groupByIdentifier(std::move(series)), request, *control)};
             });
         if (!co_await expanding.until(inTime)) {
-            control->abandon();
-            // Most expansions end at once when they are abandoned, with what they have found out.
+            control->cancel();
+            // Most expansions end at once when they are cancelled, with what they have found out.
             if (!co_await expanding.until(deadline)) {
                 if (const std::size_t suspect = control->busyWith; suspect != 0) {
                     calendar->suspects.insert(suspect);
                 }
                 ++self->m_strayJobs;
-                spawn(followStray(self, control, expanding));
-                co_return std::unexpected(Trouble{u"expansion"_s, u"it took too long"_s, true});
+                spawn(awaitStrayJob(self, control, expanding));
+                co_return std::unexpected(CalendarError{u"expansion"_s, u"it took too long"_s, true});
             }
         }
         self->m_controls.erase(control);
         Expanded expanded = std::move(*expanding.value());
         calendar->knownSeries.merge(std::map(expanded.series.series));
         if (!expanded.singles.isComplete || !expanded.series.isComplete) {
-            co_return std::unexpected(Trouble{u"expansion"_s, u"it took too long"_s, true});
+            co_return std::unexpected(CalendarError{u"expansion"_s, u"it took too long"_s, true});
         }
         if (!areSeriesKnown) {
             calendar->knownSeries = std::move(expanded.series.series);
-            calendar->series =
-                Calendar::Series{interval, timeZoneId, std::move(expanded.series.events),
-                                 std::move(expanded.series.troubles), QDeadlineTimer(trustInWatch)};
+            calendar->series = Calendar::Series{interval, timeZoneId, std::move(expanded.series.events),
+                                                std::move(expanded.series.skippedEvents),
+                                                QDeadlineTimer(seriesRefetchInterval)};
         }
         std::vector<CalendarEvent> events = std::move(expanded.singles.events);
         std::ranges::copy(calendar->series->events, std::back_inserter(events));
-        std::vector<EventTrouble> troubles = std::move(expanded.singles.troubles);
-        std::ranges::copy(calendar->series->troubles, std::back_inserter(troubles));
-        self->tellOfEvents(*calendar, troubles);
+        std::vector<SkippedEvent> skippedEvents = std::move(expanded.singles.skippedEvents);
+        std::ranges::copy(calendar->series->skippedEvents, std::back_inserter(skippedEvents));
+        self->logSkippedEvents(*calendar, skippedEvents);
         co_return events;
     }
 
     template <typename Done>
-    static QCoro::Task<void> followStray(std::shared_ptr<Impl> self,
-                                         std::shared_ptr<ExpansionControl> control, Done done)
+    static QCoro::Task<void> awaitStrayJob(std::shared_ptr<Impl> self,
+                                           std::shared_ptr<ExpansionControl> control, Done done)
     {
         co_await done.until(QDeadlineTimer(QDeadlineTimer::Forever));
         self->m_controls.erase(control);
@@ -705,7 +705,7 @@ private:
     // What becomes of the answers.
 
     void conclude(Calendar &calendar, DateInterval interval,
-                  std::expected<std::vector<CalendarEvent>, Trouble> events, CalendarAnswers &answers)
+                  std::expected<std::vector<CalendarEvent>, CalendarError> events, CalendarAnswers &answers)
     {
         if (events) {
             if (calendar.isSilent) {
@@ -729,25 +729,25 @@ private:
             std::ranges::copy(calendar.lastAnswer->events, std::back_inserter(answers.events));
         } else {
             ++answers.silent;
-            answers.trouble = u"The calendar \"%1\" did not answer: %2"_s.arg(logText(calendar.name),
-                                                                              logText(events.error().reason));
+            answers.error = u"The calendar \"%1\" did not answer: %2"_s.arg(logText(calendar.name),
+                                                                            logText(events.error().reason));
         }
     }
 
-    void tellOfEvents(Calendar &calendar, const std::vector<EventTrouble> &troubles)
+    void logSkippedEvents(Calendar &calendar, const std::vector<SkippedEvent> &skippedEvents)
     {
-        QSet<QByteArray> told;
-        for (const EventTrouble &trouble : troubles) {
-            if (!calendar.toldTroubles.contains(trouble.key) && !told.contains(trouble.key)) {
+        QSet<QByteArray> logged;
+        for (const SkippedEvent &skipped : skippedEvents) {
+            if (!calendar.loggedSkips.contains(skipped.key) && !logged.contains(skipped.key)) {
                 m_log(u"calendar event left out calendar=\"%1\" %2"_s.arg(logText(calendar.name),
-                                                                          trouble.text));
+                                                                          skipped.text));
             }
-            told.insert(trouble.key);
+            logged.insert(skipped.key);
         }
-        calendar.toldTroubles = std::move(told);
+        calendar.loggedSkips = std::move(logged);
     }
 
-    void tellOfService(const Found &found)
+    void logService(const Found &found)
     {
         if (m_lastService == found.service || m_isClosed) {
             return;
@@ -761,10 +761,10 @@ private:
             }
             break;
         case Service::absent:
-            m_log(u"calendar service absent reason=\"%1\""_s.arg(logText(found.trouble)));
+            m_log(u"calendar service absent reason=\"%1\""_s.arg(logText(found.error)));
             break;
         case Service::silent:
-            m_log(u"calendar service did not answer reason=\"%1\""_s.arg(logText(found.trouble)));
+            m_log(u"calendar service did not answer reason=\"%1\""_s.arg(logText(found.error)));
             break;
         }
     }
@@ -792,9 +792,9 @@ EvolutionCalendars::~EvolutionCalendars()
     m_impl->close();
 }
 
-QCoro::Task<std::expected<bool, Failure>> EvolutionCalendars::lookFor(QDeadlineTimer deadline)
+QCoro::Task<std::expected<bool, Failure>> EvolutionCalendars::checkAvailability(QDeadlineTimer deadline)
 {
-    return Impl::lookFor(m_impl, deadline);
+    return Impl::checkAvailability(m_impl, deadline);
 }
 
 QCoro::Task<CalendarAnswers> EvolutionCalendars::query(DateInterval interval, QDeadlineTimer deadline)

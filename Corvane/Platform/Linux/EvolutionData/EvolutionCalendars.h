@@ -20,7 +20,7 @@ public:
     EvolutionCalendars(const EvolutionCalendars &) = delete;
     EvolutionCalendars &operator=(const EvolutionCalendars &) = delete;
 
-    QCoro::Task<std::expected<bool, Failure>> lookFor(QDeadlineTimer deadline) override;
+    QCoro::Task<std::expected<bool, Failure>> checkAvailability(QDeadlineTimer deadline) override;
     QCoro::Task<CalendarAnswers> query(DateInterval interval, QDeadlineTimer deadline) override;
     void close() override;
 

@@ -35,7 +35,7 @@ constexpr int maximumLevels = 32;
 /// A calendar needs three levels; the library takes components apart recursively.
 constexpr int maximumNesting = 16;
 /// Whether a folder exists is told at once; where it is not, the disk hangs.
-constexpr auto lookTime = 500ms;
+constexpr auto availabilityTimeout = 500ms;
 /// What is kept of the time limit for drawing the conclusions.
 constexpr auto conclusionTime = 300ms;
 constexpr int workerThreads = 3;
@@ -62,7 +62,7 @@ struct Listing {
     bool isAnyFolderThere = false;
     std::map<QByteArray, Stamp> files;
     /// Folders that cannot be read, and why.
-    std::map<QByteArray, QString> troubles;
+    std::map<QByteArray, QString> errors;
 };
 
 bool isIcs(const std::string &name)
@@ -113,7 +113,7 @@ private:
             }
         }
         if (error) {
-            m_listing.troubles.emplace(folder, QString::fromStdString(error.message()));
+            m_listing.errors.emplace(folder, QString::fromStdString(error.message()));
         }
     }
 
@@ -123,7 +123,7 @@ private:
 
 /// What a file says, or why it is left out.
 struct FileContent {
-    QString trouble;
+    QString error;
     Expansion expansion;
 };
 
@@ -183,17 +183,17 @@ std::vector<GObjectRef<ICalComponent>> children(ICalComponent *parent, ICalCompo
 FileContent readCalendars(const QByteArray &path, ExpansionRequest request, ExpansionControl &control)
 {
     FileContent content;
-    if (control.isAbandoned()) {
+    if (control.isCancelled()) {
         content.expansion.isComplete = false;
         return content;
     }
     auto text = readFile(path);
     if (!text) {
-        content.trouble = text.error();
+        content.error = text.error();
         return content;
     }
     if (isNestedTooDeeply(*text)) {
-        content.trouble = u"it is nested too deeply"_s;
+        content.error = u"it is nested too deeply"_s;
         return content;
     }
     const auto root = GObjectRef<ICalComponent>::adopt(i_cal_parser_parse_string(text->constData()));
@@ -205,7 +205,7 @@ FileContent readCalendars(const QByteArray &path, ExpansionRequest request, Expa
         calendars = children(root.get(), I_CAL_VCALENDAR_COMPONENT);
     }
     if (calendars.empty()) {
-        content.trouble = u"it holds no calendar"_s;
+        content.error = u"it holds no calendar"_s;
         return content;
     }
     for (const auto &calendar : calendars) {
@@ -225,7 +225,7 @@ FileContent readCalendars(const QByteArray &path, ExpansionRequest request, Expa
         Expansion expansion = expandGroups(
             groupByIdentifier(children(calendar.get(), I_CAL_VEVENT_COMPONENT)), request, control);
         std::ranges::move(expansion.events, std::back_inserter(content.expansion.events));
-        std::ranges::move(expansion.troubles, std::back_inserter(content.expansion.troubles));
+        std::ranges::move(expansion.skippedEvents, std::back_inserter(content.expansion.skippedEvents));
         content.expansion.series.merge(expansion.series);
         content.expansion.isComplete = content.expansion.isComplete && expansion.isComplete;
     }
@@ -239,7 +239,7 @@ struct File {
     QByteArray timeZoneId;
     /// What the file says for all of the above.
     bool isRead = false;
-    QString trouble;
+    QString error;
     std::vector<CalendarEvent> events;
 
     struct LastAnswer {
@@ -256,8 +256,8 @@ struct File {
     std::shared_ptr<ExpansionControl> control;
 
     bool isSilent = false;
-    QString toldTrouble;
-    QSet<QByteArray> toldTroubles;
+    QString loggedError;
+    QSet<QByteArray> loggedSkips;
 };
 
 } // namespace
@@ -278,30 +278,30 @@ public:
         m_isClosed = true;
         for (const auto &[path, file] : m_files) {
             if (file->control) {
-                file->control->abandon();
+                file->control->cancel();
             }
         }
     }
 
-    static QCoro::Task<std::expected<bool, Failure>> lookFor(std::shared_ptr<Impl> self,
-                                                             QDeadlineTimer deadline)
+    static QCoro::Task<std::expected<bool, Failure>> checkAvailability(std::shared_ptr<Impl> self,
+                                                                       QDeadlineTimer deadline)
     {
-        if (!self->m_looking) {
-            self->m_looking = startOnPool(self->m_workers.threads(), [folders = self->m_folders] {
+        if (!self->m_availabilityCheck) {
+            self->m_availabilityCheck = startOnPool(self->m_workers.threads(), [folders = self->m_folders] {
                 return std::ranges::any_of(folders, [](const QByteArray &folder) {
                     struct stat status = {};
                     return ::stat(folder.constData(), &status) == 0 && S_ISDIR(status.st_mode);
                 });
             });
         }
-        const auto looking = *self->m_looking;
+        const auto looking = *self->m_availabilityCheck;
         const bool isKnown =
-            co_await looking.until(std::min(deadline, QDeadlineTimer(lookTime, Qt::PreciseTimer)));
+            co_await looking.until(std::min(deadline, QDeadlineTimer(availabilityTimeout, Qt::PreciseTimer)));
         if (!isKnown) {
             // A disk that hangs is as good as none, for now.
             co_return false;
         }
-        self->m_looking.reset();
+        self->m_availabilityCheck.reset();
         co_return *looking.value();
     }
 
@@ -320,11 +320,11 @@ public:
         const auto listing = *self->m_listing;
         if (co_await listing.until(inTime)) {
             self->m_listing.reset();
-            self->takeUp(*listing.value());
+            self->updateFiles(*listing.value());
         } else {
-            self->tellOfFolders(u"they could not be read in time"_s);
+            self->logFolderError(u"they could not be read in time"_s);
             answers.silent = self->m_files.empty() && self->m_isThere ? 1 : 0;
-            answers.trouble = u"The calendar folders did not answer in time."_s;
+            answers.error = u"The calendar folders did not answer in time."_s;
         }
         answers.isThere = self->m_isThere;
         const std::map<QByteArray, std::shared_ptr<File>> files = self->m_files;
@@ -335,7 +335,7 @@ public:
             if (file->reading) {
                 const auto reading = *file->reading;
                 if (!co_await reading.until(inTime)) {
-                    file->control->abandon();
+                    file->control->cancel();
                     if (!co_await reading.until(deadline)) {
                         if (const std::size_t suspect = file->control->busyWith; suspect != 0) {
                             file->suspects.insert(suspect);
@@ -350,10 +350,10 @@ public:
     }
 
 private:
-    void takeUp(const Listing &listing)
+    void updateFiles(const Listing &listing)
     {
         m_isThere = listing.isAnyFolderThere;
-        tellOfFolders(QString());
+        logFolderError(QString());
         std::map<QByteArray, std::shared_ptr<File>> files;
         for (const auto &[path, stamp] : listing.files) {
             const auto known = m_files.find(path);
@@ -366,13 +366,13 @@ private:
             files.emplace(path, file);
         }
         m_files = std::move(files);
-        for (const auto &[folder, trouble] : listing.troubles) {
-            if (!m_folderTroubles.contains(folder)) {
+        for (const auto &[folder, error] : listing.errors) {
+            if (!m_folderErrors.contains(folder)) {
                 m_log(u"calendar folder unreadable path=\"%1\" reason=\"%2\""_s.arg(
-                    logText(QFile::decodeName(folder)), logText(trouble)));
+                    logText(QFile::decodeName(folder)), logText(error)));
             }
         }
-        m_folderTroubles = listing.troubles;
+        m_folderErrors = listing.errors;
     }
 
     void startReading(const QByteArray &path, File &file, DateInterval interval, const QByteArray &timeZoneId)
@@ -389,7 +389,7 @@ private:
         file.timeZoneId = timeZoneId;
         if (file.stamp.size > maximumFileSize) {
             file.isRead = true;
-            file.trouble = u"it is too large"_s;
+            file.error = u"it is too large"_s;
             file.events.clear();
             return;
         }
@@ -420,17 +420,17 @@ private:
             return;
         }
         file.isRead = true;
-        file.trouble = content.trouble;
+        file.error = content.error;
         file.events = std::move(content.expansion.events);
-        QSet<QByteArray> told;
-        for (const EventTrouble &trouble : content.expansion.troubles) {
-            if (!file.toldTroubles.contains(trouble.key) && !told.contains(trouble.key)) {
+        QSet<QByteArray> logged;
+        for (const SkippedEvent &skipped : content.expansion.skippedEvents) {
+            if (!file.loggedSkips.contains(skipped.key) && !logged.contains(skipped.key)) {
                 m_log(u"calendar event left out calendar=\"%1\" %2"_s.arg(logText(QFile::decodeName(path)),
-                                                                          trouble.text));
+                                                                          skipped.text));
             }
-            told.insert(trouble.key);
+            logged.insert(skipped.key);
         }
-        file.toldTroubles = std::move(told);
+        file.loggedSkips = std::move(logged);
     }
 
     void conclude(const QByteArray &path, File &file, DateInterval interval, const QByteArray &timeZoneId,
@@ -442,13 +442,13 @@ private:
                 file.isSilent = false;
                 m_log(u"calendar answers again name=\"%1\""_s.arg(name));
             }
-            if (file.trouble != file.toldTrouble) {
-                file.toldTrouble = file.trouble;
-                m_log(file.trouble.isEmpty() ? u"calendar file read again path=\"%1\""_s.arg(name)
-                                             : u"calendar file left out path=\"%1\" reason=\"%2\""_s.arg(
-                                                   name, logText(file.trouble)));
+            if (file.error != file.loggedError) {
+                file.loggedError = file.error;
+                m_log(file.error.isEmpty() ? u"calendar file read again path=\"%1\""_s.arg(name)
+                                           : u"calendar file left out path=\"%1\" reason=\"%2\""_s.arg(
+                                                 name, logText(file.error)));
             }
-            if (file.trouble.isEmpty()) {
+            if (file.error.isEmpty()) {
                 ++answers.answered;
                 std::ranges::copy(file.events, std::back_inserter(answers.events));
             }
@@ -466,17 +466,17 @@ private:
             std::ranges::copy(file.lastAnswer->events, std::back_inserter(answers.events));
         } else {
             ++answers.silent;
-            answers.trouble = u"The calendar file \"%1\" could not be read in time."_s.arg(name);
+            answers.error = u"The calendar file \"%1\" could not be read in time."_s.arg(name);
         }
     }
 
-    void tellOfFolders(const QString &trouble)
+    void logFolderError(const QString &error)
     {
-        if (trouble != m_toldTrouble && !m_isClosed) {
-            m_log(trouble.isEmpty() ? u"calendar folders answer again"_s
-                                    : u"calendar folders did not answer reason=\"%1\""_s.arg(trouble));
+        if (error != m_loggedError && !m_isClosed) {
+            m_log(error.isEmpty() ? u"calendar folders answer again"_s
+                                  : u"calendar folders did not answer reason=\"%1\""_s.arg(error));
         }
-        m_toldTrouble = trouble;
+        m_loggedError = error;
     }
 
     CalendarLog m_log;
@@ -485,11 +485,11 @@ private:
     WorkerPool m_workers{workerThreads};
     bool m_isThere = false;
     bool m_isClosed = false;
-    std::optional<Pending<std::shared_ptr<bool>>> m_looking;
+    std::optional<Pending<std::shared_ptr<bool>>> m_availabilityCheck;
     std::optional<Pending<std::shared_ptr<Listing>>> m_listing;
     std::map<QByteArray, std::shared_ptr<File>> m_files;
-    std::map<QByteArray, QString> m_folderTroubles;
-    QString m_toldTrouble;
+    std::map<QByteArray, QString> m_folderErrors;
+    QString m_loggedError;
 };
 
 IcsFolders::IcsFolders(DebugLogService &log, QStringList folders, TimeZoneId timeZoneId)
@@ -502,9 +502,9 @@ IcsFolders::~IcsFolders()
     m_impl->close();
 }
 
-QCoro::Task<std::expected<bool, Failure>> IcsFolders::lookFor(QDeadlineTimer deadline)
+QCoro::Task<std::expected<bool, Failure>> IcsFolders::checkAvailability(QDeadlineTimer deadline)
 {
-    return Impl::lookFor(m_impl, deadline);
+    return Impl::checkAvailability(m_impl, deadline);
 }
 
 QCoro::Task<CalendarAnswers> IcsFolders::query(DateInterval interval, QDeadlineTimer deadline)

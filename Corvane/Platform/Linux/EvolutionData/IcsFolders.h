@@ -27,7 +27,7 @@ public:
     IcsFolders(const IcsFolders &) = delete;
     IcsFolders &operator=(const IcsFolders &) = delete;
 
-    QCoro::Task<std::expected<bool, Failure>> lookFor(QDeadlineTimer deadline) override;
+    QCoro::Task<std::expected<bool, Failure>> checkAvailability(QDeadlineTimer deadline) override;
     QCoro::Task<CalendarAnswers> query(DateInterval interval, QDeadlineTimer deadline) override;
     void close() override;
 

@@ -23,7 +23,7 @@ constexpr auto requestBudget = 3500ms;
 /// ... and how soon after a request a query counts as the same load's.
 constexpr auto sameLoad = 500ms;
 /// What a query that had to wait for others is given at least.
-constexpr auto leastQueryBudget = 200ms;
+constexpr auto minimumQueryBudget = 200ms;
 
 using Granted = std::expected<bool, Failure>;
 using Events = std::expected<std::vector<CalendarEvent>, Failure>;
@@ -92,7 +92,7 @@ private:
         const QDeadlineTimer deadline(requestBudget, Qt::PreciseTimer);
         Granted granted = false;
         for (const auto &source : self->m_sources) {
-            Granted isThere = co_await source->lookFor(deadline);
+            Granted isThere = co_await source->checkAvailability(deadline);
             if (isThere && *isThere) {
                 granted = true;
                 break;
@@ -116,7 +116,7 @@ private:
             // The answer is out of the queue before it is given, since whoever gets it may ask again at once.
             const Query query = self->m_queries.front();
             const QDeadlineTimer deadline =
-                std::max(query.deadline, QDeadlineTimer(leastQueryBudget, Qt::PreciseTimer));
+                std::max(query.deadline, QDeadlineTimer(minimumQueryBudget, Qt::PreciseTimer));
             CalendarAnswers all;
             std::vector<QCoro::Task<CalendarAnswers>> tasks;
             for (const auto &source : self->m_sources) {
@@ -128,7 +128,7 @@ private:
                 all.answered += answers.answered;
                 all.silent += answers.silent;
                 if (answers.silent > 0) {
-                    all.trouble = answers.trouble;
+                    all.error = answers.error;
                 }
                 std::ranges::move(answers.events, std::back_inserter(all.events));
             }
@@ -141,7 +141,7 @@ private:
     Events conclude(CalendarAnswers all)
     {
         if (all.silent > 0 && all.answered == 0) {
-            return std::unexpected(Failure{all.trouble});
+            return std::unexpected(Failure{all.error});
         }
         if (!all.isThere) {
             // The next load asks again: a service may have been installed, a folder made.

@@ -38,8 +38,9 @@ Failure noSessionBus()
     return {u"there is no session bus"_s};
 }
 
-/// A date as the agent takes it; none for one that lies beyond what it can hold.
-std::optional<qint64> wholeSeconds(double seconds)
+/// A date as the agent takes it, of seconds that are rounded already; none for one that lies beyond what it
+/// can hold.
+std::optional<qint64> secondsInRange(double seconds)
 {
     constexpr double limit = 9223372036854775808.0;
     if (!(seconds >= -limit && seconds < limit)) {
@@ -56,21 +57,21 @@ QString beginning(const QString &text, qsizetype size)
 
 /// Longer texts are no names of students and help nobody in a notification; a calendar that means harm may
 /// ask for pages of them, of which the agent takes only so many.
-constexpr qsizetype longestText = 300;
+constexpr qsizetype maximumTextLength = 300;
 
 /// What the agent is given of a text. A null character would end it on the bus.
 QString readablePart(QString text)
 {
     text.replace(QChar::Null, QChar::ReplacementCharacter);
-    return text.size() <= longestText ? text : beginning(text, longestText - 1) + u'…';
+    return text.size() <= maximumTextLength ? text : beginning(text, maximumTextLength - 1) + u'…';
 }
 
 /// What the agent knows a request by: its identifier, or of an endless one the beginning and a digest of all
 /// of it. Given such a short form it gives that back, so that what is answered as pending can be taken back.
 QString agentIdentifier(const QString &identifier)
 {
-    constexpr qsizetype kept = longestText - 100;
-    if (identifier.size() <= longestText && !identifier.contains(QChar::Null)) {
+    constexpr qsizetype kept = maximumTextLength - 100;
+    if (identifier.size() <= maximumTextLength && !identifier.contains(QChar::Null)) {
         return identifier;
     }
     const QByteArray digest = QCryptographicHash::hash(identifier.toUtf8(), QCryptographicHash::Sha256);
@@ -94,14 +95,14 @@ struct AgentNotificationCenter::Link {
     using Call = std::function<QDBusPendingCall(NotificationAgentProxy &)>;
 
     QDBusConnection bus;
-    Patience patience;
+    Timeouts timeouts;
     /// Made once the bus has answered: its constructor asks the bus for the agent's owner and waits for the
     /// answer, which a bus that hangs would never give.
     std::unique_ptr<NotificationAgentProxy> agent;
     /// Set while the bus is being asked; tells whether it answered, in the order in which they came to wait.
     std::optional<Pending<bool>> reaching;
 
-    Link(QDBusConnection sessionBus, Patience limits) : bus(std::move(sessionBus)), patience(limits) {}
+    Link(QDBusConnection sessionBus, Timeouts limits) : bus(std::move(sessionBus)), timeouts(limits) {}
 
     static QCoro::Task<void> makeAgent(std::shared_ptr<Link> link)
     {
@@ -109,10 +110,10 @@ struct AgentNotificationCenter::Link {
         const auto question = QDBusMessage::createMethodCall(
             u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s, u"org.freedesktop.DBus"_s, u"GetId"_s);
         const QDBusMessage answer =
-            co_await link->bus.asyncCall(question, static_cast<int>(link->patience.bus.count()));
+            co_await link->bus.asyncCall(question, static_cast<int>(link->timeouts.bus.count()));
         if (answer.type() == QDBusMessage::ReplyMessage) {
             link->agent = std::make_unique<NotificationAgentProxy>(agentName, agentPath, link->bus);
-            link->agent->setTimeout(static_cast<int>(link->patience.agent.count()));
+            link->agent->setTimeout(static_cast<int>(link->timeouts.agent.count()));
         }
         link->reaching.reset();
         reaching.resolve(link->agent != nullptr);
@@ -166,7 +167,7 @@ struct AgentNotificationCenter::Link {
             u"org.freedesktop.Notifications"_s, u"/org/freedesktop/Notifications"_s,
             u"org.freedesktop.Notifications"_s, u"GetServerInformation"_s);
         const QDBusMessage answer =
-            co_await link->bus.asyncCall(question, static_cast<int>(link->patience.server.count()));
+            co_await link->bus.asyncCall(question, static_cast<int>(link->timeouts.server.count()));
         if (!link->bus.isConnected()) {
             co_return std::unexpected(noSessionBus());
         }
@@ -188,8 +189,8 @@ struct AgentNotificationCenter::Link {
     }
 };
 
-AgentNotificationCenter::AgentNotificationCenter(QDBusConnection sessionBus, Patience patience)
-    : m_link(std::make_shared<Link>(std::move(sessionBus), patience))
+AgentNotificationCenter::AgentNotificationCenter(QDBusConnection sessionBus, Timeouts timeouts)
+    : m_link(std::make_shared<Link>(std::move(sessionBus), timeouts))
 {
 }
 
@@ -219,8 +220,8 @@ AgentNotificationCenter::removePendingNotificationRequests(QStringList identifie
 QCoro::Task<std::expected<void, Failure>> AgentNotificationCenter::add(NotificationRequest request)
 {
     // Shown at the beginning of its second, and not dropped before the end of its use.
-    const auto fireDate = wholeSeconds(std::floor(secondsSince1970(request.fireDate)));
-    const auto expirationDate = wholeSeconds(std::ceil(secondsSince1970(request.expirationDate)));
+    const auto fireDate = secondsInRange(std::floor(secondsSince1970(request.fireDate)));
+    const auto expirationDate = secondsInRange(std::ceil(secondsSince1970(request.expirationDate)));
     if (!fireDate || !expirationDate) {
         co_return std::unexpected(Failure{u"the date of a notification is out of reach"_s});
     }

@@ -22,16 +22,16 @@ namespace corvane {
 class AgentNotificationCenter final : public UserNotificationCenter {
 public:
     /// How long each may take to answer.
-    struct Patience {
+    struct Timeouts {
         std::chrono::milliseconds bus;
         std::chrono::milliseconds server;
         std::chrono::milliseconds agent;
     };
-    static constexpr Patience ordinaryPatience{std::chrono::seconds(5), std::chrono::seconds(5),
-                                               std::chrono::seconds(15)};
+    static constexpr Timeouts defaultTimeouts{std::chrono::seconds(5), std::chrono::seconds(5),
+                                              std::chrono::seconds(15)};
 
     /// Speaks to nobody yet.
-    explicit AgentNotificationCenter(QDBusConnection sessionBus, Patience patience = ordinaryPatience);
+    explicit AgentNotificationCenter(QDBusConnection sessionBus, Timeouts timeouts = defaultTimeouts);
     /// Calls under way still come to their ends.
     ~AgentNotificationCenter() override;
 

@@ -22,7 +22,7 @@ namespace {
 constexpr auto fileName = "autostart/com.ordwinsoftware.Quillet.desktop"_L1;
 
 // A larger file is nobody's autostart entry; it is written anew.
-constexpr qint64 largestEntry = qint64{64} * 1024;
+constexpr qint64 maximumEntrySize = qint64{64} * 1024;
 
 // A text as the value of a key of type string.
 QByteArray stringValue(const QString &text)
@@ -132,10 +132,10 @@ QByteArray foreignLines(const QByteArray &content, const std::vector<Entry> &own
 QByteArray contentOf(const QString &path)
 {
     QFile file(path);
-    if (file.size() > largestEntry || !file.open(QIODevice::ReadOnly)) {
+    if (file.size() > maximumEntrySize || !file.open(QIODevice::ReadOnly)) {
         return {};
     }
-    return file.read(largestEntry);
+    return file.read(maximumEntrySize);
 }
 
 // The program that an entry is for, or an empty text.

@@ -14,8 +14,8 @@
 
 namespace corvane {
 
-/// The status item in whichever way the desktop's panel knows: on the session bus, or, where nobody there
-/// shows items, embedded into a tray. It follows a panel that comes or goes, and there are never two bells.
+/// The status item in whichever way the desktop's host knows: on the session bus, or, where nobody there
+/// shows items, embedded into a tray. It follows a host that comes or goes, and there are never two bells.
 /// Main thread only.
 class DesktopStatusItem final : public StatusItem {
     Q_OBJECT
@@ -30,7 +30,7 @@ public:
     void setMenu(std::vector<StatusMenuEntry> entries) override;
     [[nodiscard]] bool isShown() const override;
 
-    /// How long nobody has to show items on the bus before the icon is embedded: a panel that restarts, or
+    /// How long nobody has to show items on the bus before the icon is embedded: a host that restarts, or
     /// that knows both kinds, often has the tray first.
     static constexpr std::chrono::seconds grace{2};
 

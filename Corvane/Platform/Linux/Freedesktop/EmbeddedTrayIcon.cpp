@@ -46,7 +46,7 @@ EmbeddedTrayIcon::EmbeddedTrayIcon(const QList<QImage> &icons, QObject *parent)
     connect(&m_icon, &QSystemTrayIcon::activated, this, &EmbeddedTrayIcon::click);
     setTitle({});
     m_icon.show();
-    // Later versions of the toolkit embed nothing where there is a watcher, though no panel listens to it.
+    // Later versions of the toolkit embed nothing where there is a watcher, though no host listens to it.
     if (!isInWindow()) {
         m_icon.hide();
         return;
@@ -88,12 +88,12 @@ bool EmbeddedTrayIcon::nativeEventFilter(const QByteArray &eventType, void *mess
                         reinterpret_cast<const xcb_destroy_notify_event_t *>(event)->window == m_tray;
     if (isManager || isGone) {
         // Not before the toolkit has seen it too.
-        QMetaObject::invokeMethod(this, &EmbeddedTrayIcon::lookForTray, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, &EmbeddedTrayIcon::findTray, Qt::QueuedConnection);
     }
     return false;
 }
 
-void EmbeddedTrayIcon::lookForTray()
+void EmbeddedTrayIcon::findTray()
 {
     const bool wasShown = isShown();
     m_tray = x11::selectionOwner("_NET_SYSTEM_TRAY_S0");

@@ -14,11 +14,11 @@
 
 namespace corvane {
 
-/// The status item as an icon embedded into a tray of the X server, for desktops whose panels know no other
+/// The status item as an icon embedded into a tray of the X server, for desktops whose hosts know no other
 /// kind. A tray that comes up late, or restarts, gets it as well. The text is the icon's tool tip; a menu is
 /// never shown. Main thread only.
 ///
-/// Where Qt 6.8 finds a watcher of status items that no panel listens to, it embeds nothing: then nothing is
+/// Where Qt 6.8 finds a watcher of status items that no host listens to, it embeds nothing: then nothing is
 /// shown.
 ///
 /// Made only once it is known that the session bus answers, or that there is none: the toolkit asks it first,
@@ -38,7 +38,7 @@ public:
 private:
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
     void click(QSystemTrayIcon::ActivationReason reason);
-    void lookForTray();
+    void findTray();
 
     QSystemTrayIcon m_icon;
     std::uint32_t m_tray = 0;    ///< the tray's window; 0 while there is none

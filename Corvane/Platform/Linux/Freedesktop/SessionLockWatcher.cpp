@@ -86,21 +86,21 @@ void SessionLockWatcher::watchScreenSavers()
     m_saverOwners = new QDBusServiceWatcher(this);
     m_saverOwners->setConnection(m_sessionBus);
     m_saverOwners->setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
-    connect(m_saverOwners, &QDBusServiceWatcher::serviceUnregistered, this, &SessionLockWatcher::forgetSaver);
+    connect(m_saverOwners, &QDBusServiceWatcher::serviceUnregistered, this, &SessionLockWatcher::removeSaver);
 
     auto *arrivals = new QDBusServiceWatcher(this);
     arrivals->setConnection(m_sessionBus);
     arrivals->setWatchMode(QDBusServiceWatcher::WatchForRegistration);
-    connect(arrivals, &QDBusServiceWatcher::serviceRegistered, this, &SessionLockWatcher::askScreenSaver);
+    connect(arrivals, &QDBusServiceWatcher::serviceRegistered, this, &SessionLockWatcher::queryScreenSaver);
     for (const ScreenSaver &saver : screenSavers) {
         // Without a service name: to subscribe by name, Qt would first ask for the name's owner and wait.
         m_sessionBus.connect({}, {}, saver.name, u"ActiveChanged"_s, this, SLOT(saverChanged(QDBusMessage)));
         arrivals->addWatchedService(saver.name);
-        askScreenSaver(saver.name);
+        queryScreenSaver(saver.name);
     }
 }
 
-void SessionLockWatcher::askScreenSaver(const QString &name)
+void SessionLockWatcher::queryScreenSaver(const QString &name)
 {
     for (const ScreenSaver &saver : screenSavers) {
         if (saver.name != name) {
@@ -120,7 +120,7 @@ void SessionLockWatcher::askScreenSaver(const QString &name)
                  [this, owner](const QDBusMessage &answer) {
                      // What it has signalled since is newer than its answer.
                      if (answer.type() == QDBusMessage::ReplyMessage && !m_savers.contains(owner)) {
-                         takeSaver(owner, answer);
+                         handleSaverState(owner, answer);
                      }
                  });
         });
@@ -129,10 +129,10 @@ void SessionLockWatcher::askScreenSaver(const QString &name)
 
 void SessionLockWatcher::saverChanged(const QDBusMessage &message)
 {
-    takeSaver(message.service(), message);
+    handleSaverState(message.service(), message);
 }
 
-void SessionLockWatcher::takeSaver(const QString &owner, const QDBusMessage &message)
+void SessionLockWatcher::handleSaverState(const QString &owner, const QDBusMessage &message)
 {
     const QVariantList arguments = message.arguments();
     if (arguments.isEmpty() || arguments.constFirst().typeId() != QMetaType::Bool) {
@@ -149,7 +149,7 @@ void SessionLockWatcher::takeSaver(const QString &owner, const QDBusMessage &mes
     update();
 }
 
-void SessionLockWatcher::forgetSaver(const QString &owner)
+void SessionLockWatcher::removeSaver(const QString &owner)
 {
     m_saverOwners->removeWatchedService(owner);
     if (m_savers.take(owner)) {
@@ -172,25 +172,25 @@ void SessionLockWatcher::watchSessionManager()
             [this](const QString &, const QString &, const QString &newOwner) {
                 dropSession();
                 if (!newOwner.isEmpty()) {
-                    askForSession();
+                    querySession();
                 }
             });
-    askForSession();
+    querySession();
 }
 
-void SessionLockWatcher::askForSession()
+void SessionLockWatcher::querySession()
 {
     // A program that the service manager or the bus started is in no session by its process; the manager then
     // knows the one that is meant by "auto".
     const QString id = qEnvironmentVariable("XDG_SESSION_ID");
     if (!id.isEmpty()) {
-        askForPath(u"GetSession"_s, id, false);
+        querySessionPath(u"GetSession"_s, id, false);
     } else {
-        askForPath(u"GetSessionByPID"_s, static_cast<uint>(QCoreApplication::applicationPid()), false);
+        querySessionPath(u"GetSessionByPID"_s, static_cast<uint>(QCoreApplication::applicationPid()), false);
     }
 }
 
-void SessionLockWatcher::askForPath(const QString &method, const QVariant &argument, bool isLastResort)
+void SessionLockWatcher::querySessionPath(const QString &method, const QVariant &argument, bool isLastResort)
 {
     QDBusMessage message = call(managerService, managerPath, managerInterface, method);
     message << argument;
@@ -203,15 +203,15 @@ void SessionLockWatcher::askForPath(const QString &method, const QVariant &argum
              if (answer.type() == QDBusMessage::ReplyMessage && !arguments.isEmpty()) {
                  const QString path = arguments.constFirst().value<QDBusObjectPath>().path();
                  if (!path.isEmpty()) {
-                     takeSession(path);
+                     setSessionPath(path);
                  }
              } else if (!isLastResort) {
-                 askForPath(u"GetSession"_s, u"auto"_s, true);
+                 querySessionPath(u"GetSession"_s, u"auto"_s, true);
              }
          });
 }
 
-void SessionLockWatcher::takeSession(const QString &path)
+void SessionLockWatcher::setSessionPath(const QString &path)
 {
     m_sessionPath = path;
     m_hintWasSignalled = false;
@@ -257,7 +257,7 @@ void SessionLockWatcher::sessionLockRequested()
 
 QCoro::Task<void> SessionLockWatcher::endRequest(QPointer<SessionLockWatcher> watcher, int request)
 {
-    co_await wait(requestPatience);
+    co_await wait(requestTimeout);
     if (watcher && watcher->m_requests == request) {
         watcher->m_lockRequested = false;
         watcher->update();

@@ -41,22 +41,22 @@ public:
     [[nodiscard]] bool locked() const { return m_locked; }
 
     /// How long a Lock request counts by itself.
-    static constexpr Seconds requestPatience{10};
+    static constexpr Seconds requestTimeout{10};
 
 Q_SIGNALS:
     void lockedChanged(bool locked);
 
 private:
     void watchScreenSavers();
-    void askScreenSaver(const QString &name);
+    void queryScreenSaver(const QString &name);
     void watchSessionManager();
-    void askForSession();
-    void askForPath(const QString &method, const QVariant &argument, bool isLastResort);
-    void takeSession(const QString &path);
+    void querySession();
+    void querySessionPath(const QString &method, const QVariant &argument, bool isLastResort);
+    void setSessionPath(const QString &path);
     void dropSession();
     /// `message` of the screen saver `owner` tells first whether it is active.
-    void takeSaver(const QString &owner, const QDBusMessage &message);
-    void forgetSaver(const QString &owner);
+    void handleSaverState(const QString &owner, const QDBusMessage &message);
+    void removeSaver(const QString &owner);
     void update();
     static QCoro::Task<void> endRequest(QPointer<SessionLockWatcher> watcher, int request);
     void then(const QDBusPendingCall &call, std::function<void(const QDBusMessage &)> onAnswer);

@@ -8,8 +8,8 @@
 
 namespace corvane {
 
-/// The bell for a desktop's panel, in the sizes that panels use. A panel does not tell whether it is light or
-/// dark, so that the bell is light with a dark rim: one of the two stands out on any panel.
+/// The bell for a status item host, in the sizes that hosts use. A host does not tell whether it is light or
+/// dark, so that the bell is light with a dark rim: one of the two stands out on any host.
 [[nodiscard]] QList<QImage> statusBellImages();
 
 } // namespace corvane

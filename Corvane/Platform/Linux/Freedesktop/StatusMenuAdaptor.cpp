@@ -223,12 +223,12 @@ QList<int> StatusMenuAdaptor::EventGroup(const MenuEvents &events)
 
 bool StatusMenuAdaptor::AboutToShow(int id)
 {
-    // Some panels ask this as soon as they take the item, before they have read what there is to show; and
+    // Some hosts ask this as soon as they take the item, before they have read what there is to show; and
     // some say it in two ways when they do show it.
     if (id == 0 && m_wasRead && !std::exchange(m_wasOpened, false)) {
         m_handlers.aboutToShow();
     }
-    return false; // the layout that the panel has is the present one
+    return false; // the layout that the host has is the present one
 }
 
 QList<int> StatusMenuAdaptor::AboutToShowGroup(const QList<int> &ids, QList<int> &idErrors)

@@ -65,7 +65,7 @@ Q_DECLARE_METATYPE(corvane::MenuLineRemovals)
 
 namespace corvane {
 
-/// A menu of one level on the bus, as panels know it. The names are theirs. Line 0 is the menu itself; the
+/// A menu of one level on the bus, as hosts know it. The names are theirs. Line 0 is the menu itself; the
 /// others count from 1.
 class StatusMenuAdaptor final : public QDBusAbstractAdaptor {
     Q_OBJECT
@@ -76,7 +76,7 @@ class StatusMenuAdaptor final : public QDBusAbstractAdaptor {
     Q_PROPERTY(QStringList IconThemePath READ iconThemePath)
 
 public:
-    /// What the panel's calls lead to. Signals would not do: those of an adaptor go out on the bus.
+    /// What the host's calls lead to. Signals would not do: those of an adaptor go out on the bus.
     struct Handlers {
         std::function<void()> aboutToShow;
         std::function<void(int index)> clicked; ///< the index in the list of texts
@@ -85,8 +85,8 @@ public:
     /// Of an object that goes onto `bus`.
     StatusMenuAdaptor(QObject *parent, QDBusConnection bus, Handlers handlers);
 
-    /// Another panel has taken the item: none has read the menu yet.
-    void panelChanged() { m_wasRead = false; }
+    /// Another host has taken the item: none has read the menu yet.
+    void hostChanged() { m_wasRead = false; }
 
     /// The lines from above to below; an empty text is a line between groups.
     void setLines(const QStringList &texts);
@@ -122,7 +122,7 @@ private:
     Handlers m_handlers;
     QStringList m_lines;
     uint m_revision = 1;
-    bool m_wasRead = false;   ///< a panel has asked for the lines since it took the item
+    bool m_wasRead = false;   ///< a host has asked for the lines since it took the item
     bool m_wasOpened = false; ///< it told so, and may say once more that it is about to show the menu
 };
 

@@ -46,7 +46,7 @@ StatusNotifierItem::Desktop StatusNotifierItem::Desktop::current()
     for (const QByteArray &name : names) {
         desktop.showsLabel = desktop.showsLabel || name == "gnome" || name == "unity" || name == "budgie";
     }
-    // They share the kind of panel.
+    // They share the kind of host.
     desktop.opensMenu = desktop.showsLabel;
     // Under Wayland a program is told the pointer only while it is over one of the program's own windows.
     desktop.tellsPointer =
@@ -78,7 +78,7 @@ StatusNotifierItem::StatusNotifierItem(QDBusConnection bus, const QList<QImage> 
             {.aboutToShow = [this] { Q_EMIT menuAboutToShow(); },
              .clicked =
                  [this](int index) {
-                     // The panel gets its answer first: the action may end the program.
+                     // The host gets its answer first: the action may end the program.
                      if (const auto action = m_menu[static_cast<std::size_t>(index)].action) {
                          QMetaObject::invokeMethod(this, action, Qt::QueuedConnection);
                      }
@@ -132,11 +132,11 @@ void StatusNotifierItem::registrationAnswered(const QDBusMessage &answer)
     if (answer.type() == QDBusMessage::ReplyMessage) {
         m_isSilent = false;
         if (m_menuAdaptor != nullptr) {
-            m_menuAdaptor->panelChanged();
+            m_menuAdaptor->hostChanged();
         }
         setPresence(true, true, false);
         Q_EMIT registered();
-        askForHost();
+        queryHost();
         return;
     }
     const QDBusError error(answer);
@@ -154,7 +154,7 @@ void StatusNotifierItem::registrationAnswered(const QDBusMessage &answer)
     }
 }
 
-void StatusNotifierItem::askForHost()
+void StatusNotifierItem::queryHost()
 {
     auto message = QDBusMessage::createMethodCall(watcherService, watcherPath,
                                                   u"org.freedesktop.DBus.Properties"_s, u"Get"_s);

@@ -19,8 +19,8 @@ namespace corvane {
 class StatusMenuAdaptor;
 class StatusNotifierItemAdaptor;
 
-/// The status item as the panels of the free desktops show it: an object on the session bus, made known to
-/// the watcher of such items. Main thread only.
+/// The status item as the status item hosts of the free desktops show it: an object on the session bus, made
+/// known to the watcher of such items. Main thread only.
 ///
 /// A watcher that comes up late, or restarts, is told again. One item a bus connection.
 class StatusNotifierItem final : public StatusItem {
@@ -29,13 +29,13 @@ class StatusNotifierItem final : public StatusItem {
 public:
     /// What is to be known about the desktop.
     struct Desktop {
-        /// Whether its panel shows the text beside the icon. Where this is false, the label is no part of the
-        /// item at all: some panels put it, even empty, in the icon's place.
+        /// Whether its host shows the text beside the icon. Where this is false, the label is no part of the
+        /// item at all: some hosts put it, even empty, in the icon's place.
         bool showsLabel = false;
         /// Whether the pointer's position can be read; where it can, it is where the click was, while the
-        /// position that comes with a click is made up by some panels.
+        /// position that comes with a click is made up by some hosts.
         bool tellsPointer = true;
-        /// Whether its panel opens a menu on a click, and tells of a click only where there is no menu to
+        /// Whether its host opens a menu on a click, and tells of a click only where there is no menu to
         /// open, or not at all.
         bool opensMenu = false;
 
@@ -49,7 +49,7 @@ public:
     ~StatusNotifierItem() override;
 
     void setTitle(const QString &title) override;
-    /// Exported where the desktop's panel opens menus; kept back elsewhere.
+    /// Exported where the status item host opens menus; kept back elsewhere.
     void setMenu(std::vector<StatusMenuEntry> entries) override;
     [[nodiscard]] bool isShown() const override { return m_isRegistered && m_hasHost; }
 
@@ -58,7 +58,7 @@ public:
     [[nodiscard]] bool isAbsent() const { return m_isAbsent; }
 
 Q_SIGNALS:
-    /// A panel's watcher took the item.
+    /// A host's watcher took the item.
     void registered();
     /// A watcher is there and did not take it. One that is silent is asked again and again, and this is told
     /// once; otherwise it is told again when it restarts.
@@ -69,7 +69,7 @@ Q_SIGNALS:
 private:
     void registerItem();
     void registrationAnswered(const QDBusMessage &answer);
-    void askForHost();
+    void queryHost();
     void setPresence(bool isRegistered, bool hasHost, bool isAbsent);
     void click(int x, int y);
 

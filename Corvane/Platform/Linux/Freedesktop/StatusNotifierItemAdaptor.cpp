@@ -85,7 +85,7 @@ QString StatusNotifierItemAdaptor::id() const
 
 QString StatusNotifierItemAdaptor::title() const
 {
-    // An item without a name is a riddle in a panel's list of items, and to a screen reader.
+    // An item without a name is a riddle in a host's list of items, and to a screen reader.
     return m_text.isEmpty() ? u"Quillet"_s : m_text;
 }
 
@@ -101,7 +101,7 @@ StatusToolTip StatusNotifierItemAdaptor::toolTip() const
 
 QDBusObjectPath StatusNotifierItemAdaptor::menu() const
 {
-    // What panels know as "this item has no menu"; an object path cannot be empty.
+    // What hosts know as "this item has no menu"; an object path cannot be empty.
     return QDBusObjectPath(m_menu.isEmpty() ? u"/NO_DBUSMENU"_s : m_menu);
 }
 
@@ -121,7 +121,7 @@ void StatusNotifierItemAdaptor::Activate(int x, int y)
     m_handlers.click(x, y);
 }
 
-// A panel that has no menu to show for a right click passes that on; it is as good as a left one.
+// A host that has no menu to show for a right click passes that on; it is as good as a left one.
 void StatusNotifierItemAdaptor::ContextMenu(int x, int y)
 {
     m_handlers.click(x, y);
@@ -133,7 +133,7 @@ void StatusNotifierItemAdaptor::ProvideXdgActivationToken(const QString &token)
     m_handlers.activationToken(token);
 }
 
-// A panel calls these on any item; this one has nothing to do for them.
+// A host calls these on any item; this one has nothing to do for them.
 void StatusNotifierItemAdaptor::SecondaryActivate(int, int) {}
 
 void StatusNotifierItemAdaptor::Scroll(int, const QString &) {}

@@ -34,7 +34,7 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, StatusIconPixmap 
 QDBusArgument &operator<<(QDBusArgument &argument, const StatusToolTip &toolTip);
 const QDBusArgument &operator>>(const QDBusArgument &argument, StatusToolTip &toolTip);
 
-/// The item's face on the bus, as panels know it. The names are theirs.
+/// The item's face on the bus, as hosts know it. The names are theirs.
 class StatusNotifierItemAdaptor : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
@@ -54,7 +54,7 @@ class StatusNotifierItemAdaptor : public QDBusAbstractAdaptor {
     Q_PROPERTY(QDBusObjectPath Menu READ menu)
 
 public:
-    /// What the panel's calls lead to. Signals would not do: those of an adaptor go out on the bus.
+    /// What the host's calls lead to. Signals would not do: those of an adaptor go out on the bus.
     struct Handlers {
         std::function<void(int x, int y)> click; ///< where it was
         std::function<void(const QString &token)> activationToken;

@@ -152,7 +152,7 @@ CanberraSounds::CanberraSounds(std::function<void()> plainBell, QObject *parent)
     , m_channel(std::make_shared<Channel>())
 {
     m_answers = new QSocketNotifier(m_channel->answered, QSocketNotifier::Read, this);
-    connect(m_answers, &QSocketNotifier::activated, this, &CanberraSounds::takeAnswer);
+    connect(m_answers, &QSocketNotifier::activated, this, &CanberraSounds::handleReply);
     m_deadline.setSingleShot(true);
     m_deadline.setTimerType(Qt::PreciseTimer);
     connect(&m_deadline, &QTimer::timeout, this, &CanberraSounds::dropOverdue);
@@ -216,8 +216,8 @@ QCoro::Task<bool> CanberraSounds::start(QByteArray event, Theme theme)
     auto request = std::make_shared<Request>();
     request->order = {++m_lastId, std::move(event), theme == Theme::own,
                       std::chrono::steady_clock::now() +
-                          std::chrono::duration_cast<std::chrono::steady_clock::duration>(patience)};
-    request->deadline = uptime() + patience;
+                          std::chrono::duration_cast<std::chrono::steady_clock::duration>(timeout)};
+    request->deadline = uptime() + timeout;
     m_requests.push_back(request);
     handOverNext();
     armDeadline();
@@ -235,7 +235,7 @@ void CanberraSounds::handOverNext()
     m_channel->asked.release();
 }
 
-void CanberraSounds::takeAnswer()
+void CanberraSounds::handleReply()
 {
     eventfd_t count = 0;
     if (::eventfd_read(m_channel->answered, &count) != 0) {

@@ -29,7 +29,7 @@ class CanberraSounds final : public QObject, public SystemSounds {
 
 public:
     /// How long a call may take before it counts as not played.
-    static constexpr Seconds patience{1.0};
+    static constexpr Seconds timeout{1.0};
 
     /// Starts the thread, which sleeps until the first sound; the sound server is not spoken to before.
     /// `plainBell` is rung when the desktop's bell sound cannot be played; the empty one stands for the
@@ -50,7 +50,7 @@ private:
 
     QCoro::Task<bool> start(QByteArray event, Theme theme);
     void handOverNext();
-    void takeAnswer();
+    void handleReply();
     void dropOverdue();
     void armDeadline();
 

@@ -35,7 +35,7 @@ struct LayerShellBanner::Listeners {
             },
         .closed =
             [](void *data, zwlr_layer_surface_v1 *) {
-                static_cast<LayerShellBanner *>(data)->takeAway(u"the compositor closed it"_s);
+                static_cast<LayerShellBanner *>(data)->closeSurface(u"the compositor closed it"_s);
             },
     };
 };
@@ -45,7 +45,7 @@ LayerShellBanner::LayerShellBanner(const Setting &setting, WaylandConnection &co
     : BannerCard(setting, Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus)
     , m_connection(connection)
     , m_logger(logger)
-    , m_pictures([this] {
+    , m_buffers([this] {
         if (m_isStale) {
             paint();
         }
@@ -53,7 +53,7 @@ LayerShellBanner::LayerShellBanner(const Setting &setting, WaylandConnection &co
 {
     setAttribute(Qt::WA_DontShowOnScreen);
     connect(&m_connection, &WaylandConnection::lost, this,
-            [this] { takeAway(u"the compositor has ended or refused it"_s); });
+            [this] { closeSurface(u"the compositor has ended or refused it"_s); });
     connect(&m_connection, &WaylandConnection::outputsChanged, this, &LayerShellBanner::followOutputs);
     place();
 }
@@ -94,7 +94,7 @@ void LayerShellBanner::followOutputs()
         });
     if (isGone) {
         // Not every compositor says so.
-        takeAway(u"its monitor has gone"_s);
+        closeSurface(u"its monitor has gone"_s);
     } else if (isOther) {
         unmap();
         map();
@@ -135,7 +135,7 @@ void LayerShellBanner::map()
                                    static_cast<std::uint32_t>(height()));
     zwlr_layer_surface_v1_set_anchor(m_layerSurface.get(),
                                      ZWLR_LAYER_SURFACE_V1_ANCHOR_TOP | ZWLR_LAYER_SURFACE_V1_ANCHOR_LEFT);
-    // Neither moved aside by the desktop's panels nor moving anything aside.
+    // Neither moved aside by docks nor moving anything aside.
     zwlr_layer_surface_v1_set_exclusive_zone(m_layerSurface.get(), -1);
     zwlr_layer_surface_v1_set_keyboard_interactivity(m_layerSurface.get(),
                                                      ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_NONE);
@@ -161,17 +161,17 @@ void LayerShellBanner::unmap()
     if (m_surface == nullptr) {
         return;
     }
-    m_connection.forget(*this);
+    m_connection.removeTarget(*this);
     m_isConfigured = false;
     m_isStale = false;
     m_buttons = Qt::NoButton;
     m_layerSurface.reset();
     m_surface.reset();
-    m_pictures.clear();
+    m_buffers.clear();
     m_connection.flush();
 }
 
-void LayerShellBanner::takeAway(const QString &reason)
+void LayerShellBanner::closeSurface(const QString &reason)
 {
     if (m_surface != nullptr) {
         m_logger.log(u"banner taken off the screen: "_s + reason, currentDate());
@@ -202,17 +202,17 @@ void LayerShellBanner::paint()
     if (!m_isConfigured) {
         return;
     }
-    SharedPictures::Picture *picture = m_pictures.next(m_connection.sharedMemory(), size() * m_scale);
-    m_isStale = picture == nullptr;
-    if (picture == nullptr) {
+    SharedMemoryBuffers::Buffer *buffer = m_buffers.next(m_connection.sharedMemory(), size() * m_scale);
+    m_isStale = buffer == nullptr;
+    if (buffer == nullptr) {
         return;
     }
-    picture->image.setDevicePixelRatio(m_scale);
-    picture->image.fill(Qt::transparent);
-    render(&picture->image, {}, {}, DrawChildren);
-    picture->isRead = true;
+    buffer->image.setDevicePixelRatio(m_scale);
+    buffer->image.fill(Qt::transparent);
+    render(&buffer->image, {}, {}, DrawChildren);
+    buffer->isBusy = true;
     wl_surface_set_buffer_scale(m_surface.get(), m_scale);
-    wl_surface_attach(m_surface.get(), picture->buffer.get(), 0, 0);
+    wl_surface_attach(m_surface.get(), buffer->handle.get(), 0, 0);
     constexpr std::int32_t all = std::numeric_limits<std::int32_t>::max();
     wl_surface_damage(m_surface.get(), 0, 0, all, all);
     wl_surface_commit(m_surface.get());
@@ -223,40 +223,40 @@ void LayerShellBanner::pointerEntered(QPointF at)
 {
     m_pointer = at;
     QEnterEvent event(at, at, at + m_corner);
-    tell(event);
+    sendEvent(event);
 }
 
 void LayerShellBanner::pointerMoved(QPointF at)
 {
     m_pointer = at;
-    tellMouse(QEvent::MouseMove, Qt::NoButton);
+    sendMouseEvent(QEvent::MouseMove, Qt::NoButton);
 }
 
 void LayerShellBanner::pointerPressed(Qt::MouseButton button)
 {
     m_buttons |= button;
-    tellMouse(QEvent::MouseButtonPress, button);
+    sendMouseEvent(QEvent::MouseButtonPress, button);
 }
 
 void LayerShellBanner::pointerReleased(Qt::MouseButton button)
 {
     m_buttons &= ~Qt::MouseButtons(button);
-    tellMouse(QEvent::MouseButtonRelease, button);
+    sendMouseEvent(QEvent::MouseButtonRelease, button);
 }
 
 void LayerShellBanner::pointerLeft()
 {
     QEvent event(QEvent::Leave);
-    tell(event);
+    sendEvent(event);
 }
 
-void LayerShellBanner::tellMouse(QEvent::Type type, Qt::MouseButton button)
+void LayerShellBanner::sendMouseEvent(QEvent::Type type, Qt::MouseButton button)
 {
     QMouseEvent event(type, m_pointer, m_pointer, m_pointer + m_corner, button, m_buttons, Qt::NoModifier);
-    tell(event);
+    sendEvent(event);
 }
 
-void LayerShellBanner::tell(QEvent &event)
+void LayerShellBanner::sendEvent(QEvent &event)
 {
     // To the toolkit's window, which finds the widget under the pointer and remembers which one was pressed.
     if (QWindow *window = windowHandle()) {

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "Corvane/Platform/Linux/Banners/BannerCard.h"
-#include "Corvane/Platform/Linux/Wayland/SharedPictures.h"
+#include "Corvane/Platform/Linux/Wayland/SharedMemoryBuffers.h"
 #include "Corvane/Platform/Linux/Wayland/WaylandConnection.h"
 
 #include <QEvent>
@@ -40,7 +40,7 @@ private:
 
     void map();
     void unmap();
-    void takeAway(const QString &reason);
+    void closeSurface(const QString &reason);
     void setMargins(const WaylandOutput *output);
     void followOutputs();
     void paint();
@@ -51,8 +51,8 @@ private:
     void pointerPressed(Qt::MouseButton button) override;
     void pointerReleased(Qt::MouseButton button) override;
     void pointerLeft() override;
-    void tellMouse(QEvent::Type type, Qt::MouseButton button);
-    void tell(QEvent &event);
+    void sendMouseEvent(QEvent::Type type, Qt::MouseButton button);
+    void sendEvent(QEvent &event);
 
     WaylandConnection &m_connection;
     DebugLogService &m_logger;
@@ -67,7 +67,7 @@ private:
     WaylandRef<wl_surface> m_surface;
     WaylandRef<zwlr_layer_surface_v1> m_layerSurface;
     std::uint32_t m_outputNumber = 0; ///< of the monitor that the surface is on
-    SharedPictures m_pictures;
+    SharedMemoryBuffers m_buffers;
 };
 
 } // namespace corvane

@@ -11,7 +11,7 @@ namespace corvane {
 
 LayerShellBannerPanels::LayerShellBannerPanels(WaylandConnection &connection, ContentFactory makeContent,
                                                const CardShape &shape, DebugLogService &logger)
-    : CardPanels(std::move(makeContent), shape)
+    : CardBannerPanels(std::move(makeContent), shape)
     , m_connection(connection)
     , m_logger(logger)
 {

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "Corvane/Platform/Linux/Banners/CardPanels.h"
+#include "Corvane/Platform/Linux/Banners/CardBannerPanels.h"
 
 namespace corvane {
 
@@ -11,9 +11,9 @@ class DebugLogService;
 class WaylandConnection;
 
 /// Banner panels as surfaces of a Wayland compositor's overlay layer, for compositors that offer it. A
-/// connection that was lost is opened again for the next panel; a panel for which there is none is not seen,
-/// and the log says so.
-class LayerShellBannerPanels final : public CardPanels {
+/// connection that was lost is opened again for the next banner panel; a banner panel for which there is none
+/// is not seen, and the log says so.
+class LayerShellBannerPanels final : public CardBannerPanels {
 public:
     /// `connection` and `logger` are borrowed.
     LayerShellBannerPanels(WaylandConnection &connection, ContentFactory makeContent, const CardShape &shape,

@@ -113,7 +113,7 @@ struct WaylandConnection::Listeners {
         listener.enter = [](void *data, wl_pointer *, std::uint32_t serial, wl_surface *surface, wl_fixed_t x,
                             wl_fixed_t y) {
             WaylandConnection &connection = self(data);
-            connection.showArrow(serial);
+            connection.showCursor(serial);
             connection.m_target = targetOf(surface);
             if (connection.m_target != nullptr) {
                 connection.m_target->pointerEntered(point(x, y));
@@ -204,8 +204,8 @@ bool WaylandConnection::open()
 
 bool WaylandConnection::waitForAnswer()
 {
-    constexpr std::chrono::seconds patience{1};
-    const QDeadlineTimer deadline(patience);
+    constexpr std::chrono::seconds timeout{1};
+    const QDeadlineTimer deadline(timeout);
     bool isAnswered = false;
     const std::unique_ptr<wl_callback, void (*)(wl_callback *)> callback(wl_display_sync(m_display),
                                                                          wl_callback_destroy);
@@ -316,7 +316,7 @@ WaylandRef<wl_surface> WaylandConnection::makeSurface(WaylandPointerTarget &targ
     return surface;
 }
 
-void WaylandConnection::forget(WaylandPointerTarget &target)
+void WaylandConnection::removeTarget(WaylandPointerTarget &target)
 {
     if (m_target == &target) {
         m_target = nullptr;
@@ -341,7 +341,7 @@ void WaylandConnection::addGlobal(std::uint32_t number, const char *interface, s
         wl_seat_add_listener(m_seat.get(), &Listeners::seat, this);
     }
     if (bind(m_outputManager, zxdg_output_manager_v1_interface, 3)) {
-        std::ranges::for_each(m_outputs, [this](WaylandOutput &output) { askForExtent(output); });
+        std::ranges::for_each(m_outputs, [this](WaylandOutput &output) { requestExtent(output); });
     }
     WaylandRef<wl_output> output;
     if (bind(output, wl_output_interface, 4)) {
@@ -349,12 +349,12 @@ void WaylandConnection::addGlobal(std::uint32_t number, const char *interface, s
         WaylandOutput &added = m_outputs.emplace_back();
         added.number = number;
         added.proxy = std::move(output);
-        askForExtent(added);
+        requestExtent(added);
     }
     flush();
 }
 
-void WaylandConnection::askForExtent(WaylandOutput &output)
+void WaylandConnection::requestExtent(WaylandOutput &output)
 {
     if (m_outputManager != nullptr) {
         output.extent.reset(zxdg_output_manager_v1_get_xdg_output(m_outputManager.get(), output.proxy.get()));
@@ -370,7 +370,7 @@ void WaylandConnection::removeGlobal(std::uint32_t number)
     }
 }
 
-void WaylandConnection::showArrow(std::uint32_t serial)
+void WaylandConnection::showCursor(std::uint32_t serial)
 {
     // Who is entered says how the pointer looks; else it stays as another program left it, hidden perhaps.
     if (m_cursorTheme == nullptr) {

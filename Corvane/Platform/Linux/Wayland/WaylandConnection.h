@@ -73,9 +73,9 @@ public:
     [[nodiscard]] wl_shm *sharedMemory() const { return m_sharedMemory.get(); }
     [[nodiscard]] zwlr_layer_shell_v1 *layerShell() const { return m_layerShell.get(); }
 
-    /// A new surface; its pointer events go to `target` until forget(target).
+    /// A new surface; its pointer events go to `target` until removeTarget(target).
     [[nodiscard]] WaylandRef<wl_surface> makeSurface(WaylandPointerTarget &target);
-    void forget(WaylandPointerTarget &target);
+    void removeTarget(WaylandPointerTarget &target);
 
     /// Sends what was asked for; without it nothing happens.
     void flush();
@@ -94,8 +94,8 @@ private:
     void close();
     void addGlobal(std::uint32_t number, const char *interface, std::uint32_t version);
     void removeGlobal(std::uint32_t number);
-    void askForExtent(WaylandOutput &output);
-    void showArrow(std::uint32_t serial);
+    void requestExtent(WaylandOutput &output);
+    void showCursor(std::uint32_t serial);
 
     wl_display *m_display = nullptr;
     std::unique_ptr<QSocketNotifier> m_readable;

@@ -11,7 +11,7 @@ class WaylandConnection;
 struct WaylandOutput;
 
 /// The screens as the compositor tells of them; the first one counts as the main one, and its lower left
-/// corner is the origin in y. A compositor tells neither what panels keep for themselves nor where the
+/// corner is the origin in y. A compositor tells neither what docks keep for themselves nor where the
 /// pointer is while it is over other programs: the pointer counts as where the toolkit saw it last, or as in
 /// the middle of the main screen.
 class WaylandScreens final : public Screens {

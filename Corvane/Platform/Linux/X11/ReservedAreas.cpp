@@ -58,7 +58,7 @@ QRect ReservedAreas::visiblePart(const QRect &screen) const
 {
     QRect visible = screen;
     for (const Strut &strut : struts) {
-        // A strut is told from the desktop's edge, so that of a panel between two monitors covers the outer
+        // A strut is told from the desktop's edge, so that of a dock between two monitors covers the outer
         // one whole; it belongs to the monitor in which its inner edge lies.
         QRect left = visible;
         switch (strut.edge) {

@@ -12,13 +12,13 @@
 
 namespace corvane {
 
-/// An edge of the desktop that a panel keeps for itself, in the server's pixels: the area it covers.
+/// An edge of the desktop that a dock keeps for itself, in the server's pixels: the area it covers.
 struct Strut {
     Qt::Edge edge = Qt::TopEdge;
     QRect area;
 
-    /// Reads the property of a panel's window: twelve values, or four that reach along the whole edge. None
-    /// when it keeps nothing, or the values make no sense. A panel keeps one edge.
+    /// Reads the property of a dock's window: twelve values, or four that reach along the whole edge. None
+    /// when it keeps nothing, or the values make no sense. A dock keeps one edge.
     [[nodiscard]] static std::optional<Strut> fromProperty(const std::vector<std::uint32_t> &values,
                                                            QSize desktop);
 };

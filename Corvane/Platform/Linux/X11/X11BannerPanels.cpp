@@ -11,7 +11,7 @@
 namespace corvane {
 
 X11BannerPanels::X11BannerPanels(ContentFactory makeContent, const CardShape &shape)
-    : CardPanels(std::move(makeContent), shape)
+    : CardBannerPanels(std::move(makeContent), shape)
 {
 }
 

@@ -3,13 +3,14 @@
 
 #pragma once
 
-#include "Corvane/Platform/Linux/Banners/CardPanels.h"
+#include "Corvane/Platform/Linux/Banners/CardBannerPanels.h"
 
 namespace corvane {
 
 /// Banner panels as X11 windows that stand above everything (also under XWayland). Follows a compositing
-/// manager that comes or goes from the next panel on. Without an X server the windows are ordinary ones.
-class X11BannerPanels final : public CardPanels {
+/// manager that comes or goes from the next banner panel on. Without an X server the windows are ordinary
+/// ones.
+class X11BannerPanels final : public CardBannerPanels {
 public:
     X11BannerPanels(ContentFactory makeContent, const CardShape &shape);
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "Corvane/Platform/Linux/Banners/PanelMotion.h"
+#include "Corvane/Platform/Linux/Banners/BannerPanelMotion.h"
 
 #include <QEasingCurve>
 #include <QPointF>
@@ -32,7 +32,7 @@ double progress(TimingCurve curve, double time)
 
 } // namespace
 
-PanelMotion::Moment PanelMotion::at(Seconds elapsed) const
+BannerPanelMotion::Moment BannerPanelMotion::at(Seconds elapsed) const
 {
     if (isOver(elapsed)) {
         return {animation.frame, animation.alpha};

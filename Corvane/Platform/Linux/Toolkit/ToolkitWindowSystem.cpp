@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "Corvane/Platform/Linux/X11/X11WindowSystem.h"
+#include "Corvane/Platform/Linux/Toolkit/ToolkitWindowSystem.h"
 
 #include "Corvane/Platform/Linux/X11/X11Connection.h"
 
@@ -35,7 +35,7 @@ bool canActivate()
 
 } // namespace
 
-std::optional<std::uint32_t> X11WindowSystem::timeOf(const QString &token)
+std::optional<std::uint32_t> ToolkitWindowSystem::timeOf(const QString &token)
 {
     constexpr auto mark = "_TIME"_L1;
     const qsizetype at = token.lastIndexOf(mark);
@@ -47,14 +47,14 @@ std::optional<std::uint32_t> X11WindowSystem::timeOf(const QString &token)
     return isNumber && time != 0 ? std::optional(time) : std::nullopt;
 }
 
-bool X11WindowSystem::isComposited() const
+bool ToolkitWindowSystem::isComposited() const
 {
     // Under Wayland every window is.
     return x11::connection() == nullptr ? QGuiApplication::platformName().startsWith("wayland"_L1)
                                         : x11::isComposited();
 }
 
-void X11WindowSystem::userAsked(const QString &token)
+void ToolkitWindowSystem::userAsked(const QString &token)
 {
     if (!token.isEmpty()) {
         m_token = token;
@@ -64,14 +64,14 @@ void X11WindowSystem::userAsked(const QString &token)
     }
 }
 
-void X11WindowSystem::keepOutOfTaskBar(WindowId window)
+void ToolkitWindowSystem::keepOutOfTaskBar(WindowId window)
 {
     // The toolkit adds its own states to those that it finds when the window is shown.
     x11::appendAtoms(static_cast<std::uint32_t>(window), "_NET_WM_STATE",
                      {"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"});
 }
 
-void X11WindowSystem::bringToFront(WindowId window)
+void ToolkitWindowSystem::bringToFront(WindowId window)
 {
     const QString token = std::exchange(m_token, QString());
     if (x11::connection() == nullptr) {

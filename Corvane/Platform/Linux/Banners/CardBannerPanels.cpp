@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "Corvane/Platform/Linux/Banners/CardPanels.h"
+#include "Corvane/Platform/Linux/Banners/CardBannerPanels.h"
 
 #include <utility>
 
@@ -9,12 +9,12 @@ namespace corvane {
 
 namespace {
 
-class CardPanel final : public BannerPanel {
+class CardBannerPanel final : public BannerPanel {
 public:
-    explicit CardPanel(BannerCard *card) : m_card(card), m_lastFrame(card->frame()) {}
-    ~CardPanel() override { takeAway(); }
-    CardPanel(const CardPanel &) = delete;
-    CardPanel &operator=(const CardPanel &) = delete;
+    explicit CardBannerPanel(BannerCard *card) : m_card(card), m_lastFrame(card->frame()) {}
+    ~CardBannerPanel() override { removeFromScreen(); }
+    CardBannerPanel(const CardBannerPanel &) = delete;
+    CardBannerPanel &operator=(const CardBannerPanel &) = delete;
 
     [[nodiscard]] Rect frame() const override { return m_card ? m_card->frame() : m_lastFrame; }
 
@@ -39,17 +39,17 @@ public:
         }
     }
 
-    void animate(const PanelAnimation &animation, std::function<void()> completion) override
+    void animate(const BannerPanelAnimation &animation, std::function<void()> completion) override
     {
         if (m_card) {
             m_card->animate(animation, std::move(completion));
         }
     }
 
-    void close() override { takeAway(); }
+    void close() override { removeFromScreen(); }
 
 private:
-    void takeAway()
+    void removeFromScreen()
     {
         if (m_card) {
             m_lastFrame = m_card->frame();
@@ -63,27 +63,27 @@ private:
 
 } // namespace
 
-CardPanels::CardPanels(ContentFactory makeContent, const CardShape &shape)
+CardBannerPanels::CardBannerPanels(ContentFactory makeContent, const CardShape &shape)
     : m_makeContent(std::move(makeContent))
     , m_shape(shape)
 {
 }
 
-CardPanels::~CardPanels() = default;
+CardBannerPanels::~CardBannerPanels() = default;
 
-std::shared_ptr<BannerPanel> CardPanels::makePanel(Rect frame, const PanelTraits &,
-                                                   const TeachingAction &action,
-                                                   std::function<void()> onDismiss)
+std::shared_ptr<BannerPanel> CardBannerPanels::makeBannerPanel(Rect frame, const BannerPanelTraits &,
+                                                               const TeachingAction &action,
+                                                               std::function<void()> onDismiss)
 {
     BannerCard *card =
         makeCard({.frame = frame, .shape = m_shape, .isComposited = true, .isLocked = m_isLocked});
     card->setContent(m_makeContent(action, std::move(onDismiss)));
     std::erase(m_cards, nullptr);
     m_cards.emplace_back(card);
-    return std::make_shared<CardPanel>(card);
+    return std::make_shared<CardBannerPanel>(card);
 }
 
-void CardPanels::setSessionLocked(bool isLocked)
+void CardBannerPanels::setSessionLocked(bool isLocked)
 {
     m_isLocked = isLocked;
     for (const QPointer<BannerCard> &card : m_cards) {

@@ -7,10 +7,10 @@
 
 namespace corvane {
 
-/// The screens as Qt and the window manager tell of them. Logical pixels are the points, the lower left
-/// corner of the primary screen their origin in y. Works, with the whole screens as visible ones, where there
-/// is no X server.
-class X11Screens final : public Screens {
+/// The screens as the toolkit tells of them, and, where there is an X server, without what its window manager
+/// and docks keep for themselves. Logical pixels are the points, the lower left corner of the primary screen
+/// their origin in y.
+class ToolkitScreens final : public Screens {
 public:
     [[nodiscard]] std::vector<Screen> screens() const override;
     [[nodiscard]] std::optional<Screen> mainScreen() const override;

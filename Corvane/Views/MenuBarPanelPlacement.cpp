@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "Corvane/Views/PanelPlacement.h"
+#include "Corvane/Views/MenuBarPanelPlacement.h"
 
 #include <algorithm>
 #include <cmath>
@@ -68,9 +68,9 @@ double onWholePoint(double wanted, double length, double from, double to)
     return std::min(std::max(whole, std::ceil(from)), std::max(std::floor(to - length), std::ceil(from)));
 }
 
-PanelPlacement placed(Size size, double x, double y, const Rect &visible)
+MenuBarPanelPlacement placed(Size size, double x, double y, const Rect &visible)
 {
-    constexpr double gap = PanelPlacement::gap;
+    constexpr double gap = MenuBarPanelPlacement::gap;
     return {.frame = {onWholePoint(x, size.width, visible.minX() + gap, visible.maxX() - gap),
                       onWholePoint(y, size.height, visible.minY() + gap, visible.maxY() - gap), size.width,
                       size.height},
@@ -79,12 +79,12 @@ PanelPlacement placed(Size size, double x, double y, const Rect &visible)
 
 Size fitted(Size size, const Rect &visible)
 {
-    constexpr double gaps = 2 * PanelPlacement::gap;
+    constexpr double gaps = 2 * MenuBarPanelPlacement::gap;
     return {std::max(std::min(std::ceil(size.width), std::floor(visible.width - gaps)), 1.0),
             std::max(std::min(std::ceil(size.height), std::floor(visible.height - gaps)), 1.0)};
 }
 
-PanelPlacement inCorner(Size wanted, const Screen &screen)
+MenuBarPanelPlacement inCorner(Size wanted, const Screen &screen)
 {
     const Rect &visible = screen.visibleFrame;
     const double top = screen.frame.maxY() - visible.maxY();
@@ -94,7 +94,7 @@ PanelPlacement inCorner(Size wanted, const Screen &screen)
     const Size size = fitted(wanted, visible);
     const bool isUpright = top <= 0 && bottom <= 0 && std::max(left, right) > 0;
     const bool isLeft = isUpright && left > right;
-    // An upright panel has its bell at its foot, as a flat one has it at its right end.
+    // An upright dock has its bell at its foot, as a flat one has it at its right end.
     const bool isBelow = isUpright || bottom > top;
     return placed(size, isLeft ? visible.minX() : visible.maxX(), isBelow ? visible.minY() : visible.maxY(),
                   visible);
@@ -102,8 +102,9 @@ PanelPlacement inCorner(Size wanted, const Screen &screen)
 
 } // namespace
 
-PanelPlacement PanelPlacement::find(Size size, std::optional<Point> item, const std::vector<Screen> &screens,
-                                    const Screen &mainScreen)
+MenuBarPanelPlacement MenuBarPanelPlacement::find(Size size, std::optional<Point> item,
+                                                  const std::vector<Screen> &screens,
+                                                  const Screen &mainScreen)
 {
     if (!item) {
         return inCorner(size, mainScreen);

@@ -41,7 +41,7 @@ private:
 /// From the loss of the name on a service manager takes the agent for one that is over and ends it with
 /// SIGTERM. So all is in order before the name is given up, the signal is ignored from there on, and the name
 /// is not taken again: for what was called just before, the bus is asked to start the next agent.
-class AgentLife final : public QObject {
+class AgentLifecycle final : public QObject {
     Q_OBJECT
 
 public:
@@ -53,24 +53,24 @@ public:
     static constexpr std::chrono::milliseconds idleTime{5000};
 
     /// `keeper` is borrowed; `log` takes a line.
-    AgentLife(QDBusConnection sessionBus, RequestKeeper &keeper, std::function<void(const QString &)> log,
-              QObject *parent = nullptr);
+    AgentLifecycle(QDBusConnection sessionBus, RequestKeeper &keeper,
+                   std::function<void(const QString &)> log, QObject *parent = nullptr);
 
     /// Takes the name, then starts the keeper. The object must be registered by now.
     void begin();
 
 public Q_SLOTS:
     /// Something has happened: counts the idle time anew.
-    void stir();
+    void updateIdleTimer();
 
     /// Gives the name up, then ends; called when the idle time is over.
-    void giveUpName();
+    void releaseName();
 
 Q_SIGNALS:
     void ended(int status);
 
 private:
-    void askForName();
+    void requestName();
     void handOver();
 
     QDBusConnection m_bus;
@@ -80,7 +80,7 @@ private:
     bool m_isLeaving = false;
 
 private Q_SLOTS:
-    void loseBus();
+    void busDisconnected();
 };
 
 } // namespace corvane

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "Corvane/Platform/Linux/X11/X11Screens.h"
+#include "Corvane/Platform/Linux/Toolkit/ToolkitScreens.h"
 
 #include "Corvane/Platform/Linux/Banners/DesktopGeometry.h"
 #include "Corvane/Platform/Linux/X11/ReservedAreas.h"
@@ -16,7 +16,7 @@ namespace corvane {
 
 namespace {
 
-/// What the window manager and the desktop's panels keep for themselves, in the server's pixels.
+/// What the window manager and the docks keep for themselves, in the server's pixels.
 ReservedAreas reservedAreas()
 {
     ReservedAreas areas;
@@ -74,7 +74,7 @@ std::optional<Screen> describe(const QScreen *screen)
 
 } // namespace
 
-std::vector<Screen> X11Screens::screens() const
+std::vector<Screen> ToolkitScreens::screens() const
 {
     const ReservedAreas reserved = reservedAreas();
     std::vector<Screen> screens;
@@ -84,18 +84,18 @@ std::vector<Screen> X11Screens::screens() const
     return screens;
 }
 
-std::optional<Screen> X11Screens::mainScreen() const
+std::optional<Screen> ToolkitScreens::mainScreen() const
 {
     return describe(QGuiApplication::primaryScreen());
 }
 
-std::optional<Screen> X11Screens::keyWindowScreen() const
+std::optional<Screen> ToolkitScreens::keyWindowScreen() const
 {
     const QWindow *window = QGuiApplication::focusWindow();
     return window != nullptr ? describe(window->screen()) : std::nullopt;
 }
 
-Point X11Screens::pointerLocation() const
+Point ToolkitScreens::pointerLocation() const
 {
     // The middle of the pixel: its own edges belong to its neighbours once y is turned round. The server is
     // asked, since Qt rounds to whole points, which may lie beyond the screen's edge.

@@ -12,12 +12,13 @@
 
 namespace corvane {
 
-/// The window system as an X server with a window manager; under another one, what the toolkit can do.
+/// The window system that the toolkit's windows are in: what the toolkit can do, and, where that is an X
+/// server with a window manager, what it does not ask of one.
 ///
 /// A window manager lets a window have the keyboard whose user acted later than that of the window in front.
 /// The bell is another program's window, so that the server's time of the click never reaches this program:
 /// the moment at which it hears of the wish is taken, or the one that the desktop's token tells.
-class X11WindowSystem final : public WindowSystem {
+class ToolkitWindowSystem final : public WindowSystem {
 public:
     [[nodiscard]] bool isComposited() const override;
     void userAsked(const QString &token) override;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-// How long the bell's panel keeps its user waiting on a day of 300 lessons, and with a name out of all
+// How long the menu bar panel keeps its user waiting on a day of 300 lessons, and with a name out of all
 // measure. Uses the display it is started on, or one of its own where there is none.
 
 #include "Corvane/Look/Buttons.h"
@@ -25,10 +25,10 @@ namespace {
 
 constexpr int lessonCount = 300;
 
-struct Panel : ViewModelFixture {
-    Panel() : Panel(aFullDay()) {}
+struct MenuBarPanelFixture : ViewModelFixture {
+    MenuBarPanelFixture() : MenuBarPanelFixture(aFullDay()) {}
 
-    explicit Panel(std::vector<Lesson> lessons) : ViewModelFixture("10:20:30")
+    explicit MenuBarPanelFixture(std::vector<Lesson> lessons) : ViewModelFixture("10:20:30")
     {
         settings.setHasCompletedWelcome(true);
         start(std::move(lessons));
@@ -63,8 +63,8 @@ double milliseconds(std::chrono::steady_clock::time_point since)
 /// From a notch of the wheel to the end of the painting that follows from it; the longest of them as well.
 void aNotchOfTheWheel(benchmark::State &state)
 {
-    Panel panel;
-    const auto view = panel.view();
+    MenuBarPanelFixture fixture;
+    const auto view = fixture.view();
     view->findChild<look::SegmentedPicker *>()->setSelection(1);
     view->resize(view->sizeHint());
     view->show();
@@ -91,8 +91,8 @@ void aNotchOfTheWheel(benchmark::State &state)
 /// One heartbeat with all of the day's rows in the list, and the painting that follows from it.
 void aSecondOfTheDay(benchmark::State &state)
 {
-    Panel panel;
-    const auto view = panel.view();
+    MenuBarPanelFixture fixture;
+    const auto view = fixture.view();
     view->findChild<look::SegmentedPicker *>()->setSelection(1);
     view->resize(view->sizeHint());
     view->show();
@@ -100,7 +100,7 @@ void aSecondOfTheDay(benchmark::State &state)
     double longest = 0;
     for (auto _ : state) {
         const auto begin = std::chrono::steady_clock::now();
-        panel.clock.advance(Seconds{1});
+        fixture.clock.advance(Seconds{1});
         QCoreApplication::processEvents();
         longest = std::max(longest, milliseconds(begin));
     }
@@ -110,10 +110,10 @@ void aSecondOfTheDay(benchmark::State &state)
 /// From the choice of all of the day to the end of the painting.
 void switchingToAllToday(benchmark::State &state)
 {
-    Panel panel;
+    MenuBarPanelFixture fixture;
     for (auto _ : state) {
         state.PauseTiming();
-        auto view = panel.view();
+        auto view = fixture.view();
         view->resize(view->sizeHint());
         view->show();
         QCoreApplication::processEvents();
@@ -127,23 +127,23 @@ void switchingToAllToday(benchmark::State &state)
     }
 }
 
-void makingThePanel(benchmark::State &state)
+void makingTheMenuBarPanel(benchmark::State &state)
 {
-    Panel panel;
+    MenuBarPanelFixture fixture;
     for (auto _ : state) {
-        const auto view = panel.view();
+        const auto view = fixture.view();
         benchmark::DoNotOptimize(view->grab());
     }
 }
 
 /// With a name that a broken calendar may hold: 1.2 million characters.
-void makingThePanelWithAHugeName(benchmark::State &state)
+void makingTheMenuBarPanelWithAHugeName(benchmark::State &state)
 {
     const QString name = u"王<b>\n\u202E "_s.repeated(200'000);
-    Panel panel(
+    MenuBarPanelFixture fixture(
         {sampleLesson(name, at("10:00:00"), minutes(50)), sampleLesson(name, at("11:00:00"), minutes(50))});
     for (auto _ : state) {
-        const auto view = panel.view();
+        const auto view = fixture.view();
         benchmark::DoNotOptimize(view->grab());
     }
 }
@@ -151,8 +151,8 @@ void makingThePanelWithAHugeName(benchmark::State &state)
 BENCHMARK(aNotchOfTheWheel)->Unit(benchmark::kMillisecond)->Iterations(1000);
 BENCHMARK(aSecondOfTheDay)->Unit(benchmark::kMillisecond)->Iterations(200);
 BENCHMARK(switchingToAllToday)->Unit(benchmark::kMillisecond)->Iterations(20);
-BENCHMARK(makingThePanel)->Unit(benchmark::kMillisecond)->Iterations(50);
-BENCHMARK(makingThePanelWithAHugeName)->Unit(benchmark::kMillisecond)->Iterations(50);
+BENCHMARK(makingTheMenuBarPanel)->Unit(benchmark::kMillisecond)->Iterations(50);
+BENCHMARK(makingTheMenuBarPanelWithAHugeName)->Unit(benchmark::kMillisecond)->Iterations(50);
 
 } // namespace
 

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "Corvane/Views/PanelPlacement.h"
+#include "Corvane/Views/MenuBarPanelPlacement.h"
 
 #include <QScrollArea>
 #include <QWidget>
@@ -13,28 +13,29 @@
 
 namespace corvane {
 
-/// The window of the bell's panel, around a content that has its own width and height. It follows its
+/// The window of the menu bar panel, around a content that has its own width and height. It follows its
 /// content's size, and lets it scroll where the screen is too small for it.
-class PanelWindow final : public QWidget {
+class MenuBarPanelWindow final : public QWidget {
     Q_OBJECT
 
 public:
     enum class Kind {
-        panel,           ///< a card without a frame, placed by the program
-        compositedPanel, ///< the same with round corners and a shadow, which take partly transparent windows
-        window           ///< an ordinary window, placed by the desktop
+        card,           ///< a card without a frame, placed by the program
+        compositedCard, ///< the same with round corners and a shadow, which take partly transparent windows
+        window          ///< an ordinary window, placed by the desktop
     };
 
     /// Tells where a card of a size belongs.
-    using Placing = std::function<PanelPlacement(Size)>;
+    using Placing = std::function<MenuBarPanelPlacement(Size)>;
 
     /// `place` is asked whenever the size has changed; not for an ordinary window.
-    PanelWindow(Kind kind, std::unique_ptr<QWidget> content, Placing place);
+    MenuBarPanelWindow(Kind kind, std::unique_ptr<QWidget> content, Placing place);
 
     /// Sizes the window to its content, and places it.
     void fit();
 
-    /// Part of the window, at its left, top, right and bottom, is shadow; a click there is not on the panel.
+    /// Part of the window, at its left, top, right and bottom, is shadow; a click there is not on the menu
+    /// bar panel.
     [[nodiscard]] QMargins shadowMargins() const { return m_shadow; }
 
 Q_SIGNALS:
@@ -49,7 +50,7 @@ protected:
 
 private:
     [[nodiscard]] QRectF card() const;
-    void placeCard(const PanelPlacement &placement);
+    void placeCard(const MenuBarPanelPlacement &placement);
 
     Kind m_kind;
     Placing m_place;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "Corvane/Views/PanelWindow.h"
+#include "Corvane/Views/MenuBarPanelWindow.h"
 
 #include "Corvane/Look/Look.h"
 #include "Corvane/Look/ScrollView.h"
@@ -24,10 +24,10 @@ namespace corvane {
 
 namespace {
 
-Qt::WindowFlags flagsOf(PanelWindow::Kind kind)
+Qt::WindowFlags flagsOf(MenuBarPanelWindow::Kind kind)
 {
-    // A popup would do for a panel, but under XWayland it hears nothing of clicks elsewhere.
-    return kind == PanelWindow::Kind::window
+    // A popup would do for a menu bar panel, but under XWayland it hears nothing of clicks elsewhere.
+    return kind == MenuBarPanelWindow::Kind::window
                ? Qt::WindowFlags(Qt::Window)
                : Qt::Tool | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint;
 }
@@ -50,14 +50,14 @@ QRegion rounded(const QRect &card, double radius)
 
 } // namespace
 
-PanelWindow::PanelWindow(Kind kind, std::unique_ptr<QWidget> content, Placing place)
+MenuBarPanelWindow::MenuBarPanelWindow(Kind kind, std::unique_ptr<QWidget> content, Placing place)
     : QWidget(nullptr, flagsOf(kind))
     , m_kind(kind)
     , m_place(std::move(place))
     , m_scroll(new QScrollArea)
     , m_content(content.release())
 {
-    setAttribute(Qt::WA_TranslucentBackground, kind == Kind::compositedPanel);
+    setAttribute(Qt::WA_TranslucentBackground, kind == Kind::compositedCard);
     m_scroll->setFrameShape(QFrame::NoFrame);
     m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_scroll->setWidgetResizable(true);
@@ -73,10 +73,10 @@ PanelWindow::PanelWindow(Kind kind, std::unique_ptr<QWidget> content, Placing pl
     layout->setSizeConstraint(QLayout::SetNoConstraint);
     layout->addWidget(m_scroll);
     const auto *escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
-    connect(escape, &QShortcut::activated, this, &PanelWindow::dismissed);
+    connect(escape, &QShortcut::activated, this, &MenuBarPanelWindow::dismissed);
 }
 
-void PanelWindow::fit()
+void MenuBarPanelWindow::fit()
 {
     m_isFitting = true;
     const QSize wanted =
@@ -87,7 +87,7 @@ void PanelWindow::fit()
         const int bar = scrolls ? m_scroll->verticalScrollBar()->sizeHint().width() : 0;
         resize(wanted.width() + bar, std::min(wanted.height(), available.height()));
     } else {
-        PanelPlacement placement = m_place({double(wanted.width()), double(wanted.height())});
+        MenuBarPanelPlacement placement = m_place({double(wanted.width()), double(wanted.height())});
         if (placement.frame.height < wanted.height()) {
             const int bar = m_scroll->verticalScrollBar()->sizeHint().width();
             placement = m_place({double(wanted.width() + bar), double(wanted.height())});
@@ -97,15 +97,15 @@ void PanelWindow::fit()
     m_isFitting = false;
 }
 
-void PanelWindow::placeCard(const PanelPlacement &placement)
+void MenuBarPanelWindow::placeCard(const MenuBarPanelPlacement &placement)
 {
     const Rect &frame = placement.frame;
     const Rect &visible = placement.visible;
     // The shadow ends where the visible part does: a desktop may push back a window that reaches beyond.
     const auto room = [](double free) {
-        return static_cast<int>(std::floor(std::clamp<double>(free, 0, look::panel::shadowReach)));
+        return static_cast<int>(std::floor(std::clamp<double>(free, 0, look::menuBarPanel::shadowReach)));
     };
-    m_shadow = m_kind == Kind::compositedPanel
+    m_shadow = m_kind == Kind::compositedCard
                    ? QMargins(room(frame.minX() - visible.minX()), room(visible.maxY() - frame.maxY()),
                               room(visible.maxX() - frame.maxX()), room(frame.minY() - visible.minY()))
                    : QMargins();
@@ -114,27 +114,27 @@ void PanelWindow::placeCard(const PanelPlacement &placement)
     const double zeroLine = QRectF(QGuiApplication::primaryScreen()->geometry()).bottom();
     const QRect card = QRectF(frame.x, zeroLine - frame.maxY(), frame.width, frame.height).toRect();
     setGeometry(card.marginsAdded(m_shadow));
-    if (m_kind == Kind::panel) {
-        setMask(rounded(QRect(QPoint(), card.size()), look::panel::cornerRadius));
+    if (m_kind == Kind::card) {
+        setMask(rounded(QRect(QPoint(), card.size()), look::menuBarPanel::cornerRadius));
     }
     update();
 }
 
-QRectF PanelWindow::card() const
+QRectF MenuBarPanelWindow::card() const
 {
     return QRectF(rect().marginsRemoved(m_shadow));
 }
 
-bool PanelWindow::eventFilter(QObject *watched, QEvent *event)
+bool MenuBarPanelWindow::eventFilter(QObject *watched, QEvent *event)
 {
     // The content grows and shrinks while it is shown: a line appears, the list gets longer.
     if (watched == m_content && event->type() == QEvent::LayoutRequest && !m_isFitting && isVisible()) {
-        QMetaObject::invokeMethod(this, &PanelWindow::fit, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, &MenuBarPanelWindow::fit, Qt::QueuedConnection);
     }
     return QWidget::eventFilter(watched, event);
 }
 
-void PanelWindow::paintEvent(QPaintEvent *)
+void MenuBarPanelWindow::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
@@ -143,25 +143,25 @@ void PanelWindow::paintEvent(QPaintEvent *)
         return;
     }
     const QRectF card = this->card();
-    constexpr double radius = look::panel::cornerRadius;
-    if (m_kind == Kind::compositedPanel) {
+    constexpr double radius = look::menuBarPanel::cornerRadius;
+    if (m_kind == Kind::compositedCard) {
         painter.setCompositionMode(QPainter::CompositionMode_Source);
         painter.fillRect(rect(), Qt::transparent);
         painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
         painter.setPen(Qt::NoPen);
         // Layer upon layer, each a little smaller, so that it fades outwards.
-        constexpr int reach = look::panel::shadowReach;
+        constexpr int reach = look::menuBarPanel::shadowReach;
         for (int step = reach; step > 0; --step) {
             const double share = 1.0 - double(step) / reach;
-            painter.setBrush(look::black(look::panel::shadowOpacity * share * share));
+            painter.setBrush(look::black(look::menuBarPanel::shadowOpacity * share * share));
             painter.drawRoundedRect(
-                card.marginsAdded(QMarginsF(step, step - look::panel::shadowRise, step, step)), radius + step,
-                radius + step);
+                card.marginsAdded(QMarginsF(step, step - look::menuBarPanel::shadowRise, step, step)),
+                radius + step, radius + step);
         }
     }
     // The edge is a mixture of text and background, so that it shows on a dark and on a light desktop.
     QColor edge = palette().color(QPalette::WindowText);
-    edge.setAlphaF(look::panel::edgeOpacity);
+    edge.setAlphaF(look::menuBarPanel::edgeOpacity);
     painter.setPen(Qt::NoPen);
     painter.setBrush(palette().window());
     painter.drawRoundedRect(card, radius, radius);
@@ -170,14 +170,14 @@ void PanelWindow::paintEvent(QPaintEvent *)
     painter.drawRoundedRect(card.adjusted(0.5, 0.5, -0.5, -0.5), radius - 0.5, radius - 0.5);
 }
 
-void PanelWindow::mousePressEvent(QMouseEvent *event)
+void MenuBarPanelWindow::mousePressEvent(QMouseEvent *event)
 {
     if (!card().contains(event->position())) {
         Q_EMIT dismissed();
     }
 }
 
-void PanelWindow::closeEvent(QCloseEvent *event)
+void MenuBarPanelWindow::closeEvent(QCloseEvent *event)
 {
     event->accept();
     Q_EMIT dismissed();

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "Corvane/Views/PanelPlacement.h"
+#include "Corvane/Views/MenuBarPanelPlacement.h"
 #include "tests/support/Pictures.h"
 
 #include <QTest>
@@ -14,9 +14,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr Size size{320, 400};
-constexpr double gap = PanelPlacement::gap;
+constexpr double gap = MenuBarPanelPlacement::gap;
 
-// A screen of 1440 by 900 with desktop's panels of these thicknesses on its edges.
+// A screen of 1440 by 900 with docks of these thicknesses on its edges.
 struct Kept {
     double top = 0;
     double bottom = 0;
@@ -34,7 +34,7 @@ Screen screen(Kept kept, Rect frame = {0, 0, 1440, 900})
 
 Rect frame(std::optional<Point> item, const Screen &on, Size wanted = size)
 {
-    return PanelPlacement::find(wanted, item, {on}, on).frame;
+    return MenuBarPanelPlacement::find(wanted, item, {on}, on).frame;
 }
 
 } // namespace
@@ -42,11 +42,11 @@ Rect frame(std::optional<Point> item, const Screen &on, Size wanted = size)
 Q_DECLARE_METATYPE(Kept)
 Q_DECLARE_METATYPE(std::optional<Point>)
 
-class PanelPlacementTest final : public QObject {
+class MenuBarPanelPlacementTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aPanelStandsAtTheBell_data()
+    void aMenuBarPanelStandsAtTheBell_data()
     {
         QTest::addColumn<Kept>("kept");
         QTest::addColumn<Point>("item");
@@ -67,17 +67,17 @@ private Q_SLOTS:
             << Kept{.left = 48} << Point{24, 10} << Rect{48 + gap, gap, 320, 400};
         QTest::newRow("not beyond the upper end")
             << Kept{.right = 48} << Point{1420, 899} << Rect{1392 - gap - 320, 900 - gap - 400, 320, 400};
-        QTest::newRow("between two panels at the one clicked")
+        QTest::newRow("between two docks at the one clicked")
             << Kept{.top = 30, .bottom = 30} << Point{720, 10} << Rect{560, 30 + gap, 320, 400};
-        QTest::newRow("in the corner of two panels at the thinner one's, which it is further in")
+        QTest::newRow("in the corner of two docks at the thinner one's, which it is further in")
             << Kept{.bottom = 60, .left = 30} << Point{15, 5} << Rect{30 + gap, 60 + gap, 320, 400};
-        QTest::newRow("clear of one whose panel hides by itself, at the top")
-            << Kept{} << Point{800, 890} << Rect{640, 890 - PanelPlacement::clearance - 400, 320, 400};
-        QTest::newRow("clear of one whose panel hides by itself, at the foot")
-            << Kept{} << Point{800, 12} << Rect{640, 12 + PanelPlacement::clearance, 320, 400};
+        QTest::newRow("clear of one whose dock hides by itself, at the top")
+            << Kept{} << Point{800, 890} << Rect{640, 890 - MenuBarPanelPlacement::clearance - 400, 320, 400};
+        QTest::newRow("clear of one whose dock hides by itself, at the foot")
+            << Kept{} << Point{800, 12} << Rect{640, 12 + MenuBarPanelPlacement::clearance, 320, 400};
     }
 
-    void aPanelStandsAtTheBell()
+    void aMenuBarPanelStandsAtTheBell()
     {
         QFETCH(Kept, kept);
         QFETCH(Point, item);
@@ -88,35 +88,35 @@ private Q_SLOTS:
             qPrintable(u"%1 %2 %3 %4"_s.arg(placed.x).arg(placed.y).arg(placed.width).arg(placed.height)));
     }
 
-    void whereTheBellIsNotKnownThePanelStandsInItsCorner_data()
+    void whereTheBellIsNotKnownTheMenuBarPanelStandsInItsCorner_data()
     {
         QTest::addColumn<Kept>("kept");
         QTest::addColumn<Rect>("expected");
         const double right = 1440 - gap - 320;
-        QTest::newRow("a panel at the top") << Kept{.top = 30} << Rect{right, 870 - gap - 400, 320, 400};
-        QTest::newRow("a panel at the foot") << Kept{.bottom = 40} << Rect{right, 40 + gap, 320, 400};
+        QTest::newRow("a dock at the top") << Kept{.top = 30} << Rect{right, 870 - gap - 400, 320, 400};
+        QTest::newRow("a dock at the foot") << Kept{.bottom = 40} << Rect{right, 40 + gap, 320, 400};
         QTest::newRow("a bar at the top and a dock at the foot")
             << Kept{.top = 28, .bottom = 28} << Rect{right, 872 - gap - 400, 320, 400};
         QTest::newRow("a bar at the top and a dock on the left")
             << Kept{.top = 28, .left = 64} << Rect{right, 872 - gap - 400, 320, 400};
-        QTest::newRow("a panel on the left") << Kept{.left = 48} << Rect{48 + gap, gap, 320, 400};
-        QTest::newRow("a panel on the right") << Kept{.right = 48} << Rect{1392 - gap - 320, gap, 320, 400};
+        QTest::newRow("a dock on the left") << Kept{.left = 48} << Rect{48 + gap, gap, 320, 400};
+        QTest::newRow("a dock on the right") << Kept{.right = 48} << Rect{1392 - gap - 320, gap, 320, 400};
         QTest::newRow("none") << Kept{} << Rect{right, 900 - gap - 400, 320, 400};
     }
 
-    void whereTheBellIsNotKnownThePanelStandsInItsCorner()
+    void whereTheBellIsNotKnownTheMenuBarPanelStandsInItsCorner()
     {
         QFETCH(Kept, kept);
         QFETCH(Rect, expected);
         QVERIFY(frame(std::nullopt, screen(kept)) == expected);
     }
 
-    void onTwoMonitorsThePanelStandsOnTheOneOfTheBell()
+    void onTwoMonitorsTheMenuBarPanelStandsOnTheOneOfTheBell()
     {
         const Screen first = screen({.top = 30});
         const Screen second = screen({.bottom = 40}, {1440, -300, 1920, 1200});
         const auto at = [&](Point item) {
-            return PanelPlacement::find(size, item, {first, second}, first).frame;
+            return MenuBarPanelPlacement::find(size, item, {first, second}, first).frame;
         };
         QVERIFY((at({1400, 885}) == Rect{1440 - gap - 320, 870 - gap - 400, 320, 400}));
         QVERIFY((at({1445, -290}) == Rect{1440 + gap, -260 + gap, 320, 400}));
@@ -124,7 +124,7 @@ private Q_SLOTS:
         QVERIFY((at({4000, -290}) == Rect{3360 - gap - 320, -260 + gap, 320, 400}));
     }
 
-    void onASmallScreenThePanelIsLower()
+    void onASmallScreenTheMenuBarPanelIsLower()
     {
         const Screen small = screen({.top = 30}, {0, 0, 640, 360});
         QVERIFY((frame(Point{600, 350}, small) == Rect{640 - gap - 320, gap, 320, 330 - 2 * gap}));
@@ -132,7 +132,7 @@ private Q_SLOTS:
         QVERIFY((frame(Point{100, 95}, tiny) == Rect{gap, gap, 200 - 2 * gap, 100 - 2 * gap}));
     }
 
-    // At 200 % a panel of the desktop may be of an odd number of pixels.
+    // At 200 % a dock may be of an odd number of pixels.
     void atTwiceTheScaleItStandsOnWholePoints()
     {
         const Screen dense = screen({.top = 27.5}, {0, 0, 1280, 720});
@@ -141,7 +141,7 @@ private Q_SLOTS:
         QVERIFY(placed.maxY() <= 720 - 27.5 - gap);
     }
 
-    void thePanelIsAlwaysWithinWhatIsVisible()
+    void theMenuBarPanelIsAlwaysWithinWhatIsVisible()
     {
         for (const Kept &kept : {Kept{.top = 30}, Kept{.bottom = 61.5}, Kept{.left = 48, .right = 17}}) {
             for (const Rect &whole :
@@ -149,7 +149,8 @@ private Q_SLOTS:
                 const Screen on = screen(kept, whole);
                 for (double x = whole.minX() - 100; x < whole.maxX() + 100; x += 37.5) {
                     for (double y = whole.minY() - 100; y < whole.maxY() + 100; y += 41.25) {
-                        const PanelPlacement place = PanelPlacement::find(size, Point{x, y}, {on}, on);
+                        const MenuBarPanelPlacement place =
+                            MenuBarPanelPlacement::find(size, Point{x, y}, {on}, on);
                         QVERIFY(place.visible == on.visibleFrame);
                         QVERIFY(place.frame.minX() >= place.visible.minX() + gap);
                         QVERIFY(place.frame.maxX() <= place.visible.maxX() - gap);
@@ -163,10 +164,10 @@ private Q_SLOTS:
 
     void withoutAScreenThereIsStillAPlace()
     {
-        const Rect placed = PanelPlacement::find(size, Point{10, 10}, {}, {}).frame;
+        const Rect placed = MenuBarPanelPlacement::find(size, Point{10, 10}, {}, {}).frame;
         QVERIFY(placed.width >= 1 && placed.height >= 1);
     }
 };
 
-QUILLET_TEST(PanelPlacementTest, runTest<PanelPlacementTest>);
-#include "PanelPlacementTest.moc"
+QUILLET_TEST(MenuBarPanelPlacementTest, runTest<MenuBarPanelPlacementTest>);
+#include "MenuBarPanelPlacementTest.moc"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "Corvane/Platform/Linux/X11/X11WindowSystem.h"
+#include "Corvane/Platform/Linux/Toolkit/ToolkitWindowSystem.h"
 
 #include "Corvane/Platform/Linux/X11/X11Connection.h"
 #include "tests/adapters/WindowManagement.h"
@@ -21,11 +21,11 @@
 using namespace corvane;
 using namespace Qt::StringLiterals;
 
-class X11WindowSystemContractTest final : public WindowSystemContract {
+class ToolkitWindowSystemContractTest final : public WindowSystemContract {
     Q_OBJECT
 
 public:
-    explicit X11WindowSystemContractTest(TestDesktop &desktop) : m_desktop(desktop) {}
+    explicit ToolkitWindowSystemContractTest(TestDesktop &desktop) : m_desktop(desktop) {}
 
 protected:
     WindowSystem &windowSystem() override { return *m_windowSystem; }
@@ -60,21 +60,21 @@ protected:
                          x11::atom("_NET_WM_STATE_SKIP_TASKBAR"));
     }
 
-    bool hasKeyboard(WindowId window) override
+    bool hasFocus(WindowId window) override
     {
         return m_windows.at(window)->isActiveWindow() &&
                contains(x11::rootWindow(), "_NET_ACTIVE_WINDOW", static_cast<std::uint32_t>(window));
     }
 
-    void giveKeyboardToAnotherProgram() override
+    void giveFocusToAnotherProgram() override
     {
         if (!m_opponent) {
             m_opponent = m_desktop.startOpponent();
-            QTRY_COMPARE_WITH_TIMEOUT(colourOf(clicked), QColor(u"#a0c0e0"_s), patience);
+            QTRY_COMPARE_WITH_TIMEOUT(colourOf(clicked), QColor(u"#a0c0e0"_s), timeout);
         }
         TestDesktop::xdotool(
             {u"mousemove"_s, QString::number(clicked.x()), QString::number(clicked.y()), u"click"_s, u"1"_s});
-        QTRY_VERIFY_WITH_TIMEOUT(QApplication::activeWindow() == nullptr, patience);
+        QTRY_VERIFY_WITH_TIMEOUT(QApplication::activeWindow() == nullptr, timeout);
     }
 
 private Q_SLOTS:
@@ -117,7 +117,7 @@ private:
     }
 
     TestDesktop &m_desktop;
-    std::optional<X11WindowSystem> m_windowSystem;
+    std::optional<ToolkitWindowSystem> m_windowSystem;
     std::map<WindowId, std::unique_ptr<QWidget>> m_windows;
     std::unique_ptr<QProcess> m_opponent;
 };
@@ -127,10 +127,10 @@ static int run(int argc, char *argv[])
     TestDesktop desktop(QSize(1280, 800));
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    X11WindowSystemContractTest test(desktop);
+    ToolkitWindowSystemContractTest test(desktop);
     return QTest::qExec(&test, argc, argv);
 }
 
-QUILLET_TEST(X11WindowSystemContractTest, run);
+QUILLET_TEST(ToolkitWindowSystemContractTest, run);
 
-#include "X11WindowSystemContractTest.moc"
+#include "ToolkitWindowSystemContractTest.moc"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "NotificationAgent/AgentLife.h"
+#include "NotificationAgent/AgentLifecycle.h"
 
 #include "NotificationAgent/RequestKeeper.h"
 
@@ -71,26 +71,26 @@ QueueLock::Attempt QueueLock::tryLock()
     return errno == EWOULDBLOCK ? Attempt::heldByOther : Attempt::impossible;
 }
 
-AgentLife::AgentLife(QDBusConnection sessionBus, RequestKeeper &keeper,
-                     std::function<void(const QString &)> log, QObject *parent)
+AgentLifecycle::AgentLifecycle(QDBusConnection sessionBus, RequestKeeper &keeper,
+                               std::function<void(const QString &)> log, QObject *parent)
     : QObject(parent)
     , m_bus(std::move(sessionBus))
     , m_keeper(keeper)
     , m_log(std::move(log))
 {
     m_idle.setSingleShot(true);
-    connect(&m_idle, &QTimer::timeout, this, &AgentLife::giveUpName);
-    connect(&m_keeper, &RequestKeeper::stirred, this, &AgentLife::stir);
+    connect(&m_idle, &QTimer::timeout, this, &AgentLifecycle::releaseName);
+    connect(&m_keeper, &RequestKeeper::activityOccurred, this, &AgentLifecycle::updateIdleTimer);
     m_bus.connect({}, u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s, u"Disconnected"_s,
-                  this, SLOT(loseBus()));
+                  this, SLOT(busDisconnected()));
 }
 
-void AgentLife::begin()
+void AgentLifecycle::begin()
 {
-    askForName();
+    requestName();
 }
 
-void AgentLife::askForName()
+void AgentLifecycle::requestName()
 {
     auto call = busCall(u"RequestName"_s);
     call << QString::fromLatin1(serviceName) << doNotQueue;
@@ -106,11 +106,11 @@ void AgentLife::askForName()
             return;
         }
         m_keeper.start();
-        stir();
+        updateIdleTimer();
     });
 }
 
-void AgentLife::stir()
+void AgentLifecycle::updateIdleTimer()
 {
     if (m_keeper.isIdle() && !m_isLeaving) {
         m_idle.start(idleTime);
@@ -119,10 +119,10 @@ void AgentLife::stir()
     }
 }
 
-void AgentLife::giveUpName()
+void AgentLifecycle::releaseName()
 {
     m_isLeaving = true;
-    m_keeper.rest();
+    m_keeper.stopDelivering();
     m_keeper.tidyUp();
     ::signal(SIGTERM, SIG_IGN);
     // From the bus's answer on, calls go to the next agent, and all that came before are here.
@@ -132,11 +132,11 @@ void AgentLife::giveUpName()
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
         // What has come is dispatched before this.
-        QTimer::singleShot(0, this, &AgentLife::handOver);
+        QTimer::singleShot(0, this, &AgentLifecycle::handOver);
     });
 }
 
-void AgentLife::handOver()
+void AgentLifecycle::handOver()
 {
     m_keeper.writeNow();
     QPointer<QDBusPendingCallWatcher> starting;
@@ -161,14 +161,14 @@ void AgentLife::handOver()
             starting->deleteLater();
             ::signal(SIGTERM, SIG_DFL);
             m_isLeaving = false;
-            askForName();
+            requestName();
             return;
         }
         Q_EMIT ended(0);
     });
 }
 
-void AgentLife::loseBus()
+void AgentLifecycle::busDisconnected()
 {
     m_log(u"session bus lost"_s);
     Q_EMIT ended(0);

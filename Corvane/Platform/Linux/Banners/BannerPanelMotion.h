@@ -8,7 +8,7 @@
 namespace corvane {
 
 /// The course of one animation: a pure function of the time since its beginning.
-struct PanelMotion {
+struct BannerPanelMotion {
     /// What is drawn at one moment.
     struct Moment {
         Rect frame;
@@ -18,7 +18,7 @@ struct PanelMotion {
     };
 
     Moment begin;
-    PanelAnimation animation;
+    BannerPanelAnimation animation;
 
     /// What is drawn `elapsed` after the beginning; from the animation's duration on its very end.
     [[nodiscard]] Moment at(Seconds elapsed) const;

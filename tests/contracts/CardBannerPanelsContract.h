@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "Corvane/Platform/Linux/Banners/CardPanels.h"
+#include "Corvane/Platform/Linux/Banners/CardBannerPanels.h"
 #include "tests/contracts/BannerPanelsContract.h"
 
 #include <QPushButton>
@@ -11,14 +11,14 @@
 namespace corvane {
 
 /// The contract of banner panels for those that are cards: what their cards show is a close button.
-class CardPanelsContract : public BannerPanelsContract {
+class CardBannerPanelsContract : public BannerPanelsContract {
     Q_OBJECT
 
 protected:
     void pressCloseButton() override { m_button->click(); }
     bool isOnScreen() override { return m_button && m_button->window()->isVisible(); }
 
-    [[nodiscard]] CardPanels::ContentFactory closeButtons()
+    [[nodiscard]] CardBannerPanels::ContentFactory closeButtons()
     {
         return [this](const TeachingAction &action, std::function<void()> onDismiss) {
             auto content = std::make_unique<QWidget>();
