@@ -55,7 +55,7 @@ void firstFrameOfABanner(benchmark::State &state)
     const auto isSeen = [&] {
         return screen->grabWindow(0, iconX, iconY, 1, 1).toImage().pixelColor(0, 0).red() > 0;
     };
-    for (auto _ : state) {
+    for ([[maybe_unused]] const auto _ : state) {
         const Seconds begin = uptime();
         const auto bannerPanel = bannerPanels.makeBannerPanel(home, {}, startNow(), {});
         bannerPanel->setFrame(home.scaledAboutCentre(0.95));
@@ -77,7 +77,7 @@ void firstFrameOfABanner(benchmark::State &state)
 
 void makingTheCard(benchmark::State &state)
 {
-    for (auto _ : state) {
+    for ([[maybe_unused]] const auto _ : state) {
         FloatingBannerView view(startNow(), {});
         benchmark::DoNotOptimize(view.grab());
     }
@@ -85,14 +85,14 @@ void makingTheCard(benchmark::State &state)
 
 void theShadow(benchmark::State &state)
 {
-    for (auto _ : state) {
+    for ([[maybe_unused]] const auto _ : state) {
         benchmark::DoNotOptimize(cardShadow(cardShape, {1000, 280}, 1));
     }
 }
 
 void aSymbol(benchmark::State &state)
 {
-    for (auto _ : state) {
+    for ([[maybe_unused]] const auto _ : state) {
         benchmark::DoNotOptimize(look::symbolPixmap(u"exclamationmark.triangle.fill"_s, 68, Qt::white, 1,
                                                     look::SymbolWeight::bold));
     }

@@ -29,7 +29,8 @@ QByteArray calendar()
 {
     QByteArray text;
     for (int number = 0; number < eventCount; ++number) {
-        const double start = middle + (number - eventCount / 2) * 1800.0;
+        const int fromMiddle = number - eventCount / 2;
+        const double start = middle + fromMiddle * 1800.0;
         const auto time = [](double moment) {
             return toDateTime(dateSince1970(moment)).toString(u"yyyyMMdd'T'hhmmss'Z'"_s).toLatin1();
         };
@@ -67,7 +68,7 @@ void query(benchmark::State &state, std::shared_ptr<CalendarSource> source)
         return;
     }
     std::size_t found = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] const auto _ : state) {
         found = QCoro::waitFor(store.events(day)).value_or(std::vector<CalendarEvent>()).size();
     }
     state.counters["events"] = static_cast<double>(found);

@@ -38,7 +38,7 @@ void engineOverADay(benchmark::State &state)
     const LessonWorkflowEngine engine(dateProvider);
     const std::vector<Lesson> today = lessons(static_cast<int>(state.range(0)));
     double second = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] const auto _ : state) {
         second = second < 86399 ? second + 1 : 0;
         benchmark::DoNotOptimize(engine.action(today, day + Seconds{second}));
     }
@@ -61,7 +61,7 @@ void parserOverEvents(benchmark::State &state)
                           .url = std::nullopt});
     }
     const CalendarLessonParser parser(PlatformProfile::defaults());
-    for (auto _ : state) {
+    for ([[maybe_unused]] const auto _ : state) {
         benchmark::DoNotOptimize(parser.lessons(events));
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
@@ -71,7 +71,7 @@ BENCHMARK(parserOverEvents)->Arg(10000)->Unit(benchmark::kMillisecond);
 void combinedStoreOverLessons(benchmark::State &state)
 {
     const std::vector<Lesson> input = lessons(static_cast<int>(state.range(0)));
-    for (auto _ : state) {
+    for ([[maybe_unused]] const auto _ : state) {
         benchmark::DoNotOptimize(CombinedLessonScheduleStore::uniqueAndSorted(input));
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));

@@ -74,7 +74,7 @@ void aNotchOfTheWheel(benchmark::State &state)
     const QPointF middle = scroll->viewport()->rect().center();
     int direction = -1;
     double longest = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] const auto _ : state) {
         if (bar->value() == bar->maximum() || bar->value() == bar->minimum()) {
             direction = bar->value() == bar->minimum() ? -1 : 1;
         }
@@ -98,7 +98,7 @@ void aSecondOfTheDay(benchmark::State &state)
     view->show();
     QCoreApplication::processEvents();
     double longest = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] const auto _ : state) {
         const auto begin = std::chrono::steady_clock::now();
         fixture.clock.advance(Seconds{1});
         QCoreApplication::processEvents();
@@ -111,7 +111,7 @@ void aSecondOfTheDay(benchmark::State &state)
 void switchingToAllToday(benchmark::State &state)
 {
     MenuBarPanelFixture fixture;
-    for (auto _ : state) {
+    for ([[maybe_unused]] const auto _ : state) {
         state.PauseTiming();
         auto view = fixture.view();
         view->resize(view->sizeHint());
@@ -130,7 +130,7 @@ void switchingToAllToday(benchmark::State &state)
 void makingTheMenuBarPanel(benchmark::State &state)
 {
     MenuBarPanelFixture fixture;
-    for (auto _ : state) {
+    for ([[maybe_unused]] const auto _ : state) {
         const auto view = fixture.view();
         benchmark::DoNotOptimize(view->grab());
     }
@@ -142,7 +142,7 @@ void makingTheMenuBarPanelWithAHugeName(benchmark::State &state)
     const QString name = u"王<b>\n\u202E "_s.repeated(200'000);
     MenuBarPanelFixture fixture(
         {sampleLesson(name, at("10:00:00"), minutes(50)), sampleLesson(name, at("11:00:00"), minutes(50))});
-    for (auto _ : state) {
+    for ([[maybe_unused]] const auto _ : state) {
         const auto view = fixture.view();
         benchmark::DoNotOptimize(view->grab());
     }

@@ -280,6 +280,7 @@ private Q_SLOTS:
     {
         startAgent();
         std::vector<QCoro::Task<std::expected<void, Failure>>> adds;
+        adds.reserve(20);
         for (int number = 0; number < 20; ++number) {
             adds.push_back(center().add(request(QString::number(number))));
         }

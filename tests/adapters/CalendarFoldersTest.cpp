@@ -423,6 +423,7 @@ private Q_SLOTS:
         writeLessons(u"a.ics"_s, {lesson("Zoom - One")});
         QCOMPARE(load(), QStringList{u"Zoom - One"_s});
         std::vector<QCoro::Task<std::expected<std::vector<CalendarEvent>, Failure>>> calls;
+        calls.reserve(200);
         for (int number = 0; number < 200; ++number) {
             calls.push_back(m_store->events(m_day));
         }
@@ -441,7 +442,7 @@ private Q_SLOTS:
         auto call = m_store->events(m_day);
         m_store.reset();
         // The call ends all the same.
-        QCoro::waitFor(std::move(call));
+        [[maybe_unused]] const auto either = QCoro::waitFor(std::move(call));
     }
 };
 

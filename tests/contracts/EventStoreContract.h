@@ -180,7 +180,7 @@ private:
     static QCoro::Task<void> note(QCoro::Task<std::expected<std::vector<CalendarEvent>, Failure>> answer,
                                   int number, std::vector<int> &order)
     {
-        co_await answer;
+        [[maybe_unused]] const auto events = co_await answer;
         order.push_back(number);
     }
 

@@ -65,6 +65,7 @@ std::vector<ManualLessonEntry> sampleLessons()
 std::vector<ManualLessonEntry> aHundredLessons()
 {
     std::vector<ManualLessonEntry> entries;
+    entries.reserve(100);
     for (int index = 0; index < 100; ++index) {
         entries.push_back(entry(u"Student %1"_s.arg(index + 1),
                                 allTeachingPlatforms.at(static_cast<std::size_t>(index) % 5), index * 1800));
@@ -728,6 +729,7 @@ private Q_SLOTS:
         std::vector<ManualLessonEntry> lessons = aHundredLessons();
         Room room(lessons);
         std::vector<QWidget *> rows;
+        rows.reserve(100);
         for (std::size_t index = 0; index < 100; ++index) {
             rows.push_back(room.list()->rowOf(index));
         }

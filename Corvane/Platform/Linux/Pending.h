@@ -145,7 +145,7 @@ template <typename Work>
 [[nodiscard]] auto startOnPool(QThreadPool &pool, Work work)
 {
     using Result = decltype(work());
-    const Pending<std::shared_ptr<Result>> pending;
+    Pending<std::shared_ptr<Result>> pending;
     QPromise<std::shared_ptr<Result>> promise;
     auto *watcher = new QFutureWatcher<std::shared_ptr<Result>>;
     QObject::connect(watcher, &QFutureWatcherBase::finished, watcher, [watcher, pending] {

@@ -38,7 +38,7 @@ constexpr int maximumStrayJobs = 2;
 constexpr int workerThreads = 4;
 
 /// Seconds; no place on earth is further from UTC, by an hour.
-constexpr qint64 furthestFromUtc = 15 * 3600;
+constexpr qint64 furthestFromUtc = 15 * qint64{3600};
 
 constexpr auto seriesQuery = "(has-recurrences?)";
 

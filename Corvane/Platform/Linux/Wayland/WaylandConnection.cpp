@@ -36,8 +36,9 @@ std::optional<Qt::MouseButton> mouseButton(std::uint32_t code)
         return Qt::RightButton;
     case BTN_MIDDLE:
         return Qt::MiddleButton;
+    default:
+        return std::nullopt;
     }
-    return std::nullopt;
 }
 
 WaylandPointerTarget *targetOf(wl_surface *surface)
