@@ -28,13 +28,11 @@ quint32 activeWindow()
     return window.empty() ? 0 : window.front();
 }
 
-} // namespace
-
-class X11BannerPanelsTest final : public ShownBannersContract {
-    Q_OBJECT
-
+/// Any test of shown banners, on X11 under each window manager.
+template <typename Test>
+class OnX11 : public Test {
 public:
-    explicit X11BannerPanelsTest(TestDesktop &desktop) : m_desktop(desktop) {}
+    explicit OnX11(TestDesktop &desktop) : m_desktop(desktop) {}
 
 protected:
     std::unique_ptr<CardBannerPanels> makeBannerPanels(CardBannerPanels::ContentFactory makeContent,
@@ -64,7 +62,6 @@ protected:
         return m_desktop.startOpponent(arguments);
     }
 
-private:
     void manage(WindowManager manager)
     {
         m_desktop.startWindowManager(manager);
@@ -73,8 +70,28 @@ private:
                                   20'000);
     }
 
-    TestDesktop &m_desktop;
+    [[nodiscard]] TestDesktop &desktop() { return m_desktop; }
 
+private:
+    TestDesktop &m_desktop;
+};
+
+} // namespace
+
+class X11ShownBannersContractTest final : public OnX11<ShownBannersContract> {
+    Q_OBJECT
+
+public:
+    using OnX11::OnX11;
+};
+
+class X11BannerPanelsTest final : public OnX11<ShownBannersFixture> {
+    Q_OBJECT
+
+public:
+    using OnX11::OnX11;
+
+private:
     static void addManagers()
     {
         QTest::addColumn<WindowManager>("manager");
@@ -250,15 +267,17 @@ private Q_SLOTS:
     }
 };
 
+template <typename Test>
 static int run(int argc, char *argv[])
 {
     TestDesktop desktop(desktopSize);
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    X11BannerPanelsTest test(desktop);
+    Test test(desktop);
     return QTest::qExec(&test, argc, argv);
 }
 
-QUILLET_TEST(X11BannerPanelsTest, run);
+QUILLET_TEST(X11BannerPanelsTest, run<X11BannerPanelsTest>);
+QUILLET_TEST(X11ShownBannersContractTest, run<X11ShownBannersContractTest>);
 
 #include "X11BannerPanelsTest.moc"

@@ -3,176 +3,15 @@
 
 #pragma once
 
-#include "Corvane/Look/Look.h"
-#include "Corvane/Platform/Linux/Banners/CardBannerPanels.h"
-#include "Corvane/Views/FloatingBannerView.h"
-#include "tests/support/TestDesktop.h"
-
-#include <QGuiApplication>
-#include <QScreen>
-#include <QTest>
+#include "tests/contracts/ShownBannersFixture.h"
 
 namespace corvane {
 
-/// What banners do on a screen of 1280 by 800, whichever window system shows them: seen in pictures of the
-/// screen, and worked by a real pointer and keyboard. A test class derives from it and hands over the banner
-/// panels and the surroundings in which they have to hold; the program itself sees the screen through an X
-/// server.
-class ShownBannersContract : public QObject {
+/// What banners do on a screen, whichever window system shows them.
+class ShownBannersContract : public ShownBannersFixture {
     Q_OBJECT
 
-protected:
-    static constexpr Rect home{140, 260, 1000, 280};
-    // Points of the desktop, y downwards, with the card at home.
-    static constexpr QPoint onTheCard{170, 400}; ///< its left part, where nothing is drawn on it
-    static constexpr QPoint onTheCloseButton{1140 - 41, 260 + 41};
-    static constexpr QPoint inTheCorner{141, 261}; ///< of the card's rectangle, outside its rounding
-    static constexpr QPoint onTheMargin{640, 260 + 280 + 20};
-    static constexpr QPoint farAway{30, 30};
-
-    /// Fresh banner panels for a test.
-    virtual std::unique_ptr<CardBannerPanels> makeBannerPanels(CardBannerPanels::ContentFactory makeContent,
-                                                               const CardShape &shape) = 0;
-    /// The names of the surroundings, and of those in which windows may be partly transparent.
-    [[nodiscard]] virtual QStringList surroundings() const = 0;
-    [[nodiscard]] virtual QStringList compositedSurroundings() const = 0;
-    /// Brings them about, and back; a test that fails in them is failed.
-    virtual void enterSurroundings(const QString &name) = 0;
-    virtual void leaveSurroundings() = 0;
-    /// Starts the full-screen program in them.
-    virtual std::unique_ptr<QProcess> startOpponent(const QStringList &arguments) = 0;
-
-    [[nodiscard]] static TeachingAction startNow()
-    {
-        const Lesson lesson{.id = QUuid::createUuid(),
-                            .studentName = QStringLiteral("Anna"),
-                            .platform = TeachingPlatform::zoom,
-                            .startTime = currentDate(),
-                            .duration = Seconds{1500},
-                            .profile = PlatformProfile::defaults().at(TeachingPlatform::zoom)};
-        return {.state = LessonState::startNow,
-                .lesson = lesson,
-                .nextLesson = lesson,
-                .message = QStringLiteral("Start now"),
-                .priority = TeachingActionPriority::urgent,
-                .effectiveDate = currentDate(),
-                .nextTransitionDate = std::nullopt};
-    }
-
-    [[nodiscard]] static QColor pixel(QPoint at)
-    {
-        return QGuiApplication::primaryScreen()
-            ->grabWindow(0, at.x(), at.y(), 1, 1)
-            .toImage()
-            .pixelColor(0, 0);
-    }
-
-    [[nodiscard]] static bool isDark(QPoint at)
-    {
-        constexpr int dark = 40;
-        return pixel(at).lightness() < dark;
-    }
-
-    [[nodiscard]] static QColor opponentColor() { return {0xa0, 0xc0, 0xe0}; }
-
-    static void point(QPoint at)
-    {
-        TestDesktop::xdotool({QStringLiteral("mousemove"), QString::number(at.x()), QString::number(at.y())});
-    }
-
-    static void click(QPoint at)
-    {
-        point(at);
-        TestDesktop::xdotool({QStringLiteral("click"), QStringLiteral("1")});
-    }
-
-    static void press(const QString &key) { TestDesktop::xdotool({QStringLiteral("key"), key}); }
-
-    [[nodiscard]] CardBannerPanels &bannerPanels() { return *m_bannerPanels; }
-
-    [[nodiscard]] std::shared_ptr<BannerPanel> present(std::function<void()> onDismiss = [] {})
-    {
-        auto bannerPanel = m_bannerPanels->makeBannerPanel(home, {}, startNow(), std::move(onDismiss));
-        bannerPanel->setFrame(home.scaledAboutCentre(0.95));
-        bannerPanel->setAlpha(0);
-        bannerPanel->orderFrontRegardless();
-        bannerPanel->animate(
-            {.duration = Seconds{0.22}, .curve = TimingCurve::easeOut, .alpha = 1, .frame = home}, {});
-        return bannerPanel;
-    }
-
-    void oppose(const QStringList &arguments = {})
-    {
-        m_heard.clear();
-        m_opponent = startOpponent(arguments);
-        QTRY_VERIFY_WITH_TIMEOUT(heard().contains(QStringLiteral("ready")), 20'000);
-        QTRY_COMPARE_WITH_TIMEOUT(pixel(onTheCard), opponentColor(), 20'000);
-    }
-
-    void endOpponent()
-    {
-        if (m_opponent) {
-            m_opponent->terminate();
-            QVERIFY(m_opponent->state() == QProcess::NotRunning || m_opponent->waitForFinished());
-            m_opponent.reset();
-        }
-    }
-
-    /// All that the opponent has said so far.
-    [[nodiscard]] QString heard()
-    {
-        m_heard += QString::fromUtf8(m_opponent->readAllStandardOutput());
-        return m_heard;
-    }
-
-    static void addRows(const QStringList &names)
-    {
-        QTest::addColumn<QString>("name");
-        for (const QString &name : names) {
-            QTest::newRow(qPrintable(name)) << name;
-        }
-    }
-
-private:
-    /// The surroundings of the row with the opponent in them.
-    void enter()
-    {
-        QFETCH(QString, name);
-        enterSurroundings(name);
-        if (!QTest::currentTestFailed()) {
-            oppose();
-        }
-    }
-
-    std::unique_ptr<CardBannerPanels> m_bannerPanels;
-    std::unique_ptr<QProcess> m_opponent;
-    QString m_heard;
-
-protected Q_SLOTS:
-    void init()
-    {
-        m_bannerPanels = makeBannerPanels(
-            [](const TeachingAction &action, std::function<void()> onDismiss) {
-                return std::make_unique<FloatingBannerView>(action, std::move(onDismiss));
-            },
-            CardShape{look::banner::cornerRadius, look::banner::shadowBlur, look::banner::shadowOpacity});
-    }
-
 private Q_SLOTS:
-    void cleanupTestCase()
-    {
-        // The ticks and animations of banner panels that are gone end at their next turn; one that begins now
-        // ends after them.
-        QCoro::waitFor(wait(Seconds{1.1}));
-    }
-
-    void cleanup()
-    {
-        m_bannerPanels.reset();
-        endOpponent();
-        leaveSurroundings();
-    }
-
     void theKeysStayWithTheOpponent_data() { addRows(surroundings()); }
 
     void theKeysStayWithTheOpponent()
@@ -238,10 +77,10 @@ private Q_SLOTS:
         enter();
         const auto bannerPanel = present();
         QTRY_VERIFY(isDark(onTheCard));
-        m_bannerPanels->setSessionLocked(true);
+        bannerPanels().setSessionLocked(true);
         QTRY_COMPARE(pixel(onTheCard), opponentColor());
         QVERIFY(bannerPanel->frame() == home || bannerPanel->frame().width < home.width);
-        m_bannerPanels->setSessionLocked(false);
+        bannerPanels().setSessionLocked(false);
         QTRY_VERIFY(isDark(onTheCard));
         QTRY_VERIFY(pixel(inTheCorner).lightness() > 100); // cut or shaded as before
     }
@@ -251,7 +90,7 @@ private Q_SLOTS:
     void animationsGoOnWhileTheSessionIsLocked()
     {
         enter();
-        m_bannerPanels->setSessionLocked(true);
+        bannerPanels().setSessionLocked(true);
         const auto bannerPanel = present();
         bool isDone = false;
         QTRY_VERIFY(bannerPanel->frame() == home);
@@ -260,7 +99,7 @@ private Q_SLOTS:
             [&] { isDone = true; });
         QTRY_VERIFY(isDone);
         QCOMPARE(pixel(onTheCard), opponentColor());
-        m_bannerPanels->setSessionLocked(false);
+        bannerPanels().setSessionLocked(false);
         QTRY_VERIFY(isDark(onTheCard));
     }
 
@@ -271,12 +110,12 @@ private Q_SLOTS:
         enter();
         const auto bannerPanel = present();
         QTRY_VERIFY(isDark(onTheCard));
-        m_bannerPanels->setSessionLocked(true);
+        bannerPanels().setSessionLocked(true);
         QTRY_COMPARE(pixel(onTheCard), opponentColor());
         bannerPanel->close();
         const auto later =
-            m_bannerPanels->makeBannerPanel(home, {}, startNow(), {}); // never ordered to the front
-        m_bannerPanels->setSessionLocked(false);
+            bannerPanels().makeBannerPanel(home, {}, startNow(), {}); // never ordered to the front
+        bannerPanels().setSessionLocked(false);
         QCoreApplication::processEvents();
         point(QPoint(5, 5)); // a round trip: what was mapped would show
         QCOMPARE(pixel(onTheCard), opponentColor());
