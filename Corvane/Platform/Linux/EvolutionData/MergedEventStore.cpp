@@ -180,7 +180,7 @@ CalendarAuthorization MergedEventStore::authorizationStatus() const
 QCoro::Task<std::expected<bool, Failure>> MergedEventStore::requestFullAccessToEvents()
 {
     const Pending<Granted> answer = m_impl->request();
-    co_await answer.until(QDeadlineTimer(QDeadlineTimer::Forever));
+    co_await answer.untilResolved();
     co_return answer.value();
 }
 
@@ -188,7 +188,7 @@ QCoro::Task<std::expected<std::vector<CalendarEvent>, Failure>>
 MergedEventStore::events(DateInterval interval)
 {
     const Pending<Events> answer = m_impl->ask(interval);
-    co_await answer.until(QDeadlineTimer(QDeadlineTimer::Forever));
+    co_await answer.untilResolved();
     co_return answer.value();
 }
 
