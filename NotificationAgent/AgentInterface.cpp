@@ -12,6 +12,7 @@
 #include <QDBusPendingCallWatcher>
 
 #include <algorithm>
+#include <utility>
 
 namespace corvane {
 

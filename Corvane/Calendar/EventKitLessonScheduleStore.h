@@ -11,6 +11,7 @@
 #include "Corvane/Utilities/DebugLogService.h"
 
 #include <expected>
+#include <vector>
 
 namespace corvane {
 

@@ -12,6 +12,8 @@
 #include "Corvane/Utilities/InformationDictionary.h"
 #include "Corvane/Utilities/Product.h"
 
+#include <optional>
+
 using namespace Qt::StringLiterals;
 
 namespace corvane {

@@ -4,7 +4,6 @@
 #pragma once
 
 #include "Corvane/Platform/Linux/GObjectRef.h"
-#include "Corvane/Utilities/Spawn.h"
 
 #include <gio/gio.h>
 

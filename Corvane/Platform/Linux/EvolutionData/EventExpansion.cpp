@@ -9,6 +9,10 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <iterator>
+#include <optional>
+#include <string>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 

@@ -6,13 +6,23 @@
 #include "Corvane/Platform/Linux/EvolutionData/EvolutionCalendars.h"
 
 #include "Corvane/Platform/Linux/Pending.h"
+#include "Corvane/Utilities/Spawn.h"
 
 #include <QDateTime>
 #include <QFileInfo>
 #include <QSet>
 #include <QTimeZone>
 
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cmath>
+#include <iterator>
 #include <map>
+#include <optional>
+#include <set>
+#include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;

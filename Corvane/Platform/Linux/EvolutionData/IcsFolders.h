@@ -7,6 +7,7 @@
 
 #include <QStringList>
 
+#include <expected>
 #include <memory>
 
 namespace corvane {

@@ -4,10 +4,14 @@
 #include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
 
 #include "Corvane/Platform/Linux/Pending.h"
+#include "Corvane/Utilities/Spawn.h"
 
 #include <algorithm>
 #include <deque>
+#include <iterator>
+#include <optional>
 #include <tuple>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
