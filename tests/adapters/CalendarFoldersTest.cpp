@@ -3,7 +3,7 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/IcsFolders.h"
 #include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
-#include "Corvane/Utilities/DateText.h"
+#include "Corvane/Utilities/Clock.h"
 #include "tests/support/CalendarService.h"
 #include "tests/support/EventLoopWatch.h"
 #include "tests/support/TestProgram.h"

@@ -4,6 +4,7 @@
 #include "tests/support/FakeBannerPanels.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 using namespace Qt::StringLiterals;

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "Corvane/Views/MenuBarPanelPlacement.h"
-#include "tests/support/Pictures.h"
+#include "tests/support/TestProgram.h"
 
 #include <QTest>
 
