@@ -503,7 +503,7 @@ private:
     QString m_loggedError;
 };
 
-IcsFolders::IcsFolders(DebugLogService &log, QStringList folders, TimeZoneId timeZoneId)
+IcsFolders::IcsFolders(DebugLogService &log, const QStringList &folders, TimeZoneId timeZoneId)
     : m_impl(std::make_shared<Impl>(log, folders, std::move(timeZoneId)))
 {
 }
