@@ -12,6 +12,7 @@
 #include <QDBusPendingCallWatcher>
 
 #include <algorithm>
+#include <utility>
 
 namespace corvane {
 
@@ -43,10 +44,10 @@ AgentInterface::AgentInterface(QDBusConnection sessionBus, RequestKeeper &keeper
 QStringList AgentInterface::PendingRequests()
 {
     Q_EMIT called();
-    const QStringList identifiers = m_keeper.pendingRequests();
+    QStringList identifiers = m_keeper.pendingRequests();
     if (calledFromDBus() && message().isReplyRequired()) {
         qint64 bytes = 0;
-        for (const QString &identifier : identifiers) {
+        for (const QString &identifier : std::as_const(identifiers)) {
             bytes += bytesPerString + identifier.size() * maximumBytesPerUnit;
         }
         if (!mayReplyWith(bytes)) {

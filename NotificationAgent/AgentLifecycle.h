@@ -10,6 +10,7 @@
 
 #include <chrono>
 #include <functional>
+#include <utility>
 
 namespace corvane {
 

@@ -10,6 +10,8 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusReply>
 
+#include <utility>
+
 namespace corvane {
 
 using namespace Qt::StringLiterals;

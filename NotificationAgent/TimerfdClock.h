@@ -5,6 +5,8 @@
 
 #include "NotificationAgent/WallClock.h"
 
+#include <optional>
+
 class QSocketNotifier;
 
 namespace corvane {

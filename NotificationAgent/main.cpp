@@ -22,6 +22,7 @@
 #include <QDeadlineTimer>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 
 using namespace Qt::StringLiterals;

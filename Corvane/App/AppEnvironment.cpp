@@ -6,12 +6,20 @@
 #include "Corvane/App/LiveServices.h"
 #include "Corvane/App/SettingsFile.h"
 #include "Corvane/Look/Look.h"
+#include "Corvane/Platform/Linux/Banners/CardShape.h"
 #include "Corvane/Platform/Linux/EvolutionData/LinuxEventStore.h"
 #include "Corvane/Platform/Linux/Freedesktop/AutostartLoginItem.h"
+#include "Corvane/Platform/Linux/Wayland/LayerShellBannerPanels.h"
+#include "Corvane/Platform/Linux/Wayland/WaylandScreens.h"
+#include "Corvane/Platform/Linux/X11/X11BannerPanels.h"
 #include "Corvane/Views/FloatingBannerView.h"
 
 #include <QDBusConnection>
 #include <QGuiApplication>
+
+#include <functional>
+#include <memory>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 

@@ -16,6 +16,9 @@
 
 #include <QDesktopServices>
 
+#include <memory>
+#include <utility>
+
 namespace corvane {
 
 AppScenes::AppScenes(MenuBarViewModel &viewModel, const Screens &screens, SystemSounds &sounds,

@@ -10,6 +10,8 @@
 #include "Corvane/Views/UserManualPDF.h"
 #include "Corvane/Views/WindowScenes.h"
 
+#include <functional>
+
 namespace corvane {
 
 class Screens;

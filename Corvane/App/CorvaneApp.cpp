@@ -13,7 +13,9 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 
+#include <optional>
 #include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 

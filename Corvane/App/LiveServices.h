@@ -4,20 +4,22 @@
 #pragma once
 
 #include "Corvane/Calendar/EventKitLessonScheduleStore.h"
+#include "Corvane/Calendar/EventStore.h"
 #include "Corvane/Notifications/FloatingBannerPresenter.h"
+#include "Corvane/Notifications/Screens.h"
 #include "Corvane/Notifications/SystemNotificationScheduler.h"
 #include "Corvane/Notifications/SystemSoundPlayer.h"
+#include "Corvane/Platform/Linux/Banners/CardBannerPanels.h"
 #include "Corvane/Platform/Linux/Freedesktop/AgentNotificationCenter.h"
 #include "Corvane/Platform/Linux/Sound/CanberraSounds.h"
 #include "Corvane/Platform/Linux/Toolkit/ToolkitScreens.h"
-#include "Corvane/Platform/Linux/Wayland/LayerShellBannerPanels.h"
 #include "Corvane/Platform/Linux/Wayland/WaylandConnection.h"
-#include "Corvane/Platform/Linux/Wayland/WaylandScreens.h"
-#include "Corvane/Platform/Linux/X11/X11BannerPanels.h"
 #include "Corvane/Services/CombinedLessonScheduleStore.h"
 #include "Corvane/Services/WorkflowTransitionScheduler.h"
+#include "Corvane/Settings/AppSettings.h"
 #include "Corvane/Settings/LoginItem.h"
 #include "Corvane/Utilities/DateProviding.h"
+#include "Corvane/Utilities/DebugLogService.h"
 
 #include <QSettings>
 

@@ -11,6 +11,7 @@
 #include "Corvane/Utilities/DebugLogService.h"
 
 #include <expected>
+#include <vector>
 
 namespace corvane {
 
@@ -38,7 +39,8 @@ private:
     void logLoad(std::size_t rawEvents, const std::vector<Lesson> &lessons, DateInterval window);
 
     EventStore &m_eventStore;
-    const DateProviding &m_dateProvider;
+    /// Not read: each service is built with the shared clock, but which day is today is the system's to say.
+    [[maybe_unused]] const DateProviding &m_dateProvider;
     CalendarLessonParser m_parser;
     DayCalendar m_calendar;
     DebugLogService &m_logger;

@@ -5,6 +5,7 @@
 
 #include "Corvane/Look/Buttons.h"
 #include "Corvane/Look/Fields.h"
+#include "Corvane/Look/Look.h"
 #include "Corvane/Look/Stacks.h"
 #include "Corvane/Look/Symbols.h"
 

@@ -10,6 +10,8 @@
 #include <QPainter>
 #include <QTextOption>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace corvane::look {

@@ -3,6 +3,7 @@
 
 #include "Corvane/Look/Fields.h"
 
+#include "Corvane/Look/Look.h"
 #include "Corvane/Look/Surfaces.h"
 #include "Corvane/Look/Symbols.h"
 
@@ -12,7 +13,6 @@
 #include <QWheelEvent>
 
 #include <algorithm>
-#include <cmath>
 
 using namespace Qt::StringLiterals;
 

@@ -3,8 +3,6 @@
 
 #pragma once
 
-#include "Corvane/Look/Look.h"
-
 #include <QComboBox>
 #include <QLineEdit>
 

@@ -3,8 +3,12 @@
 
 #include "Corvane/Look/Surfaces.h"
 
+#include "Corvane/Look/Look.h"
+
 #include <QLayout>
 #include <QPainter>
+
+#include <utility>
 
 namespace corvane::look {
 

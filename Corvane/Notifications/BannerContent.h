@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <optional>
 
 /// What a banner says and in which colour: pure functions of the action and the moment, for the banner's
 /// view.

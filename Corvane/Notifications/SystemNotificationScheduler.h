@@ -13,6 +13,7 @@
 #include <QPointer>
 #include <QString>
 
+#include <expected>
 #include <optional>
 #include <vector>
 

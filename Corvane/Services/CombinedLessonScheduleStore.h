@@ -34,7 +34,8 @@ private:
 
     LessonScheduleProviding &m_calendarStore;
     const AppSettings &m_settings;
-    const DateProviding &m_dateProvider;
+    /// Not read: each service is built with the shared clock, but which day is today is the system's to say.
+    [[maybe_unused]] const DateProviding &m_dateProvider;
     DayCalendar m_calendar;
 };
 

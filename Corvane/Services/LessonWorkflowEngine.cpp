@@ -3,6 +3,8 @@
 
 #include "Corvane/Services/LessonWorkflowEngine.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace corvane {

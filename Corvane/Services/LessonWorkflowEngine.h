@@ -32,8 +32,8 @@ private:
     [[nodiscard]] static std::optional<Date> nextTransitionDate(const Lesson &current, const Lesson *upcoming,
                                                                 Date now);
 
-    /// The shared clock; the moment of an action is the one asked for.
-    const DateProviding *m_dateProvider;
+    /// Not read: each service is built with the shared clock, but an action is for the moment asked for.
+    [[maybe_unused]] const DateProviding *m_dateProvider;
 };
 
 } // namespace corvane

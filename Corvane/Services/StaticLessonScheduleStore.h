@@ -5,6 +5,9 @@
 
 #include "Corvane/Services/LessonScheduleProviding.h"
 
+#include <utility>
+#include <vector>
+
 namespace corvane {
 
 /// A fixed list of lessons, wherever a schedule without calendar access is wanted.

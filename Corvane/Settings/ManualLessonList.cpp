@@ -6,6 +6,7 @@
 #include "Corvane/Look/Buttons.h"
 #include "Corvane/Look/ElidedText.h"
 #include "Corvane/Look/FlowRow.h"
+#include "Corvane/Look/Look.h"
 #include "Corvane/Look/Stacks.h"
 #include "Corvane/Look/Surfaces.h"
 #include "Corvane/Look/SymbolView.h"

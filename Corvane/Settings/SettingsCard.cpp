@@ -3,6 +3,7 @@
 
 #include "Corvane/Settings/SettingsCard.h"
 
+#include "Corvane/Look/Look.h"
 #include "Corvane/Look/Stacks.h"
 #include "Corvane/Look/Surfaces.h"
 #include "Corvane/Look/SymbolView.h"

@@ -7,6 +7,7 @@
 #include "Corvane/Look/DateTimePicker.h"
 #include "Corvane/Look/Fields.h"
 #include "Corvane/Look/FlowRow.h"
+#include "Corvane/Look/Look.h"
 #include "Corvane/Look/Scrolling.h"
 #include "Corvane/Look/Stacks.h"
 #include "Corvane/Look/Surfaces.h"
@@ -23,6 +24,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 

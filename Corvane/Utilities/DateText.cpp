@@ -11,6 +11,7 @@
 #include <charconv>
 #include <cmath>
 #include <string_view>
+#include <system_error>
 
 using namespace Qt::StringLiterals;
 

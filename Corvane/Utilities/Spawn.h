@@ -5,6 +5,8 @@
 
 #include <qcoro/qcorotask.h>
 
+#include <utility>
+
 namespace corvane {
 
 /// Lets `task` run on to its end with nobody waiting for it. It says at the call that this is meant: a task

@@ -12,6 +12,8 @@
 #include "Corvane/Utilities/InformationDictionary.h"
 #include "Corvane/Utilities/Product.h"
 
+#include <optional>
+
 using namespace Qt::StringLiterals;
 
 namespace corvane {
@@ -120,7 +122,7 @@ QString versionLine(const InformationDictionary &information)
 }
 
 AboutCorvaneView::AboutCorvaneView(const UserManualPDF &manual, const InformationDictionary &information,
-                                   UserManualPDF::Opener openLink, QWidget *parent)
+                                   const UserManualPDF::Opener &openLink, QWidget *parent)
     : look::ScrollView(u"About Quillet"_s, content(manual, information, openLink), parent)
 {
     // Where a long word is wider than the window.

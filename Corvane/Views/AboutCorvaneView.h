@@ -21,7 +21,7 @@ class AboutCorvaneView final : public look::ScrollView {
 public:
     /// `manual` is borrowed and outlives the view. `openLink` opens the web site, and begins a letter.
     AboutCorvaneView(const UserManualPDF &manual, const InformationDictionary &information,
-                     UserManualPDF::Opener openLink, QWidget *parent = nullptr);
+                     const UserManualPDF::Opener &openLink, QWidget *parent = nullptr);
 };
 
 } // namespace corvane

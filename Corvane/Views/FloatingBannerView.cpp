@@ -13,6 +13,8 @@
 #include <QAbstractButton>
 #include <QPainter>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace corvane {

@@ -10,6 +10,8 @@
 #include <QEvent>
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace corvane {
 

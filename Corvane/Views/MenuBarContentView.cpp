@@ -4,6 +4,7 @@
 #include "Corvane/Views/MenuBarContentView.h"
 
 #include "Corvane/Look/Buttons.h"
+#include "Corvane/Look/Look.h"
 #include "Corvane/Look/Stacks.h"
 #include "Corvane/Look/Surfaces.h"
 #include "Corvane/Look/Text.h"
@@ -11,6 +12,9 @@
 
 #include <QKeySequence>
 #include <QShowEvent>
+
+#include <optional>
+#include <vector>
 
 namespace corvane {
 

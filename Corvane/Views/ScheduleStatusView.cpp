@@ -4,6 +4,7 @@
 #include "Corvane/Views/ScheduleStatusView.h"
 
 #include "Corvane/Look/Buttons.h"
+#include "Corvane/Look/Look.h"
 #include "Corvane/Look/ScrollView.h"
 #include "Corvane/Look/Stacks.h"
 #include "Corvane/Look/Surfaces.h"
@@ -16,6 +17,7 @@
 #include <QShowEvent>
 
 #include <algorithm>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 

@@ -5,6 +5,8 @@
 
 #include "Corvane/Utilities/Resources.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace corvane {

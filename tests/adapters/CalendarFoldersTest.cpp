@@ -3,7 +3,7 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/IcsFolders.h"
 #include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
-#include "Corvane/Utilities/DateText.h"
+#include "Corvane/Utilities/Clock.h"
 #include "tests/support/CalendarService.h"
 #include "tests/support/EventLoopWatch.h"
 #include "tests/support/TestProgram.h"
@@ -290,14 +290,15 @@ private Q_SLOTS:
     void endlessRulesAreLoggedOnceAndLeftOut_data()
     {
         QTest::addColumn<QByteArray>("rule");
+        const char *const longLists =
+            "FREQ=DAILY;BYHOUR=0,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21,22,23;"
+            "BYMINUTE=0,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21,22,23,24,25,26,27,28,29,30;"
+            "BYMONTH=2;BYMONTHDAY=30";
         for (const char *rule :
              {"FREQ=SECONDLY", "FREQ=SECONDLY;BYMONTH=2;BYMONTHDAY=30",
               "FREQ=MINUTELY;BYMONTH=2;BYMONTHDAY=30", "FREQ=MINUTELY", "FREQ=HOURLY;BYMONTH=2;BYMONTHDAY=30",
               "FREQ=HOURLY;INTERVAL=24;BYHOUR=9", "FREQ=HOURLY", "FREQ=SECONDLY;COUNT=2000000000",
-              "FREQ=MINUTELY;INTERVAL=1440;BYHOUR=3",
-              "FREQ=DAILY;BYHOUR=0,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21,22,23;BYMINUTE=0,1,"
-              "2,3,4,5,6,7,"
-              "8,9,10,11,12,13,14,15,16,17,18,19,20,21,22,23,24,25,26,27,28,29,30;BYMONTH=2;BYMONTHDAY=30"}) {
+              "FREQ=MINUTELY;INTERVAL=1440;BYHOUR=3", longLists}) {
             QTest::newRow(rule) << QByteArray(rule);
         }
     }

@@ -324,6 +324,7 @@ private Q_SLOTS:
         std::vector<QCoro::Task<void>> tasks;
         const char *const days[] = {"2025-03-03", "2025-03-03", "2025-03-10",
                                     "2025-03-03", "2025-06-01", "2025-06-01"};
+        tasks.reserve(std::size(days));
         for (int number = 0; number < 6; ++number) {
             tasks.push_back(note(store->events(day(days[number])), number, order));
         }

@@ -3,7 +3,10 @@
 
 #include "tests/support/FakeBannerPanels.h"
 
+#include "Corvane/Utilities/Spawn.h"
+
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -71,7 +74,7 @@ public:
         m_record->calls << u"animate"_s;
         m_record->animations.push_back(animation);
         // The task ends by itself; what it needs it holds weakly.
-        endAnimation(m_record, ++m_record->animationNumber, animation, std::move(completion)).then([] {});
+        spawn(endAnimation(m_record, ++m_record->animationNumber, animation, std::move(completion)));
     }
 
     void close() override

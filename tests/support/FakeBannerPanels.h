@@ -9,6 +9,8 @@
 #include <QStringList>
 
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <vector>
 
 namespace corvane {

@@ -4,6 +4,7 @@
 #include "tests/support/FakeEventStore.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace corvane {
 

@@ -5,7 +5,8 @@
 
 #include "Corvane/Calendar/EventStore.h"
 
-#include <deque>
+#include <expected>
+#include <optional>
 #include <vector>
 
 namespace corvane {

@@ -5,6 +5,7 @@
 
 #include "Corvane/Settings/LoginItem.h"
 
+#include <expected>
 #include <optional>
 #include <vector>
 

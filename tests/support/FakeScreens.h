@@ -5,6 +5,9 @@
 
 #include "Corvane/Notifications/Screens.h"
 
+#include <optional>
+#include <vector>
+
 namespace corvane {
 
 /// Screens as a test lays them out: one of 1440 × 900 with a dock of 25 points at its foot, until told

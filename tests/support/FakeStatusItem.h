@@ -7,6 +7,10 @@
 
 #include <QStringList>
 
+#include <optional>
+#include <utility>
+#include <vector>
+
 namespace corvane {
 
 /// A status item on no host. It records what it was told and what a host would have been told.

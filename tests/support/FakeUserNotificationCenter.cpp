@@ -3,9 +3,7 @@
 
 #include "tests/support/FakeUserNotificationCenter.h"
 
-#include <algorithm>
 #include <cmath>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 

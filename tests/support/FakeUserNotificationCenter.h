@@ -6,6 +6,7 @@
 #include "Corvane/Notifications/UserNotificationCenter.h"
 
 #include <coroutine>
+#include <expected>
 #include <optional>
 #include <vector>
 

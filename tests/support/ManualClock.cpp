@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace corvane {
 
@@ -30,6 +31,7 @@ ManualClock::~ManualClock()
     replaceClock(nullptr);
     // What still waits, waits for ever. Destroying a frame under its waiter would leave the waiter dangling,
     // so the frames stay, and stay reachable for the leak checker.
+    // NOLINTNEXTLINE(bugprone-unhandled-exception-at-new): without memory for a pointer the program ends.
     static auto &abandoned = *new std::vector<std::coroutine_handle<>>;
     while (!m_waits.empty()) {
         abandoned.push_back(m_waits.top().handle);

@@ -8,7 +8,6 @@
 #include <coroutine>
 #include <cstdint>
 #include <queue>
-#include <vector>
 
 namespace corvane {
 

@@ -8,6 +8,7 @@
 #include <QDeadlineTimer>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <cstring>
 

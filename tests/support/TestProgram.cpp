@@ -7,7 +7,6 @@
 #include <cstring>
 #include <map>
 #include <string>
-#include <utility>
 
 namespace corvane {
 

@@ -16,6 +16,10 @@
 
 #include <QTemporaryDir>
 
+#include <memory>
+#include <utility>
+#include <vector>
+
 namespace corvane {
 
 /// A view model over a schedule that a test sets, at a moment that a test moves.

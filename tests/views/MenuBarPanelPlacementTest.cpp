@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "Corvane/Views/MenuBarPanelPlacement.h"
-#include "tests/support/Pictures.h"
+#include "tests/support/TestProgram.h"
 
 #include <QTest>
 
@@ -147,10 +147,12 @@ private Q_SLOTS:
             for (const Rect &whole :
                  {Rect{0, 0, 1440, 900}, Rect{-1024, 100, 1024, 768}, Rect{0, 0, 800, 480}}) {
                 const Screen on = screen(kept, whole);
-                for (double x = whole.minX() - 100; x < whole.maxX() + 100; x += 37.5) {
-                    for (double y = whole.minY() - 100; y < whole.maxY() + 100; y += 41.25) {
+                // In quarters of a point.
+                for (int x = -400; x < 4 * (whole.width + 100); x += 150) {
+                    for (int y = -400; y < 4 * (whole.height + 100); y += 165) {
+                        const Point click{whole.minX() + x / 4.0, whole.minY() + y / 4.0};
                         const MenuBarPanelPlacement place =
-                            MenuBarPanelPlacement::find(size, Point{x, y}, {on}, on);
+                            MenuBarPanelPlacement::find(size, click, {on}, on);
                         QVERIFY(place.visible == on.visibleFrame);
                         QVERIFY(place.frame.minX() >= place.visible.minX() + gap);
                         QVERIFY(place.frame.maxX() <= place.visible.maxX() - gap);

@@ -9,7 +9,6 @@
 #include "Corvane/Look/Look.h"
 #include "Corvane/Settings/AppSettings.h"
 #include "Corvane/Settings/ManualLessonList.h"
-#include "Corvane/Settings/NotificationDurationOption.h"
 #include "Corvane/Utilities/DateText.h"
 #include "tests/support/FakeLoginItem.h"
 #include "tests/support/ManualClock.h"

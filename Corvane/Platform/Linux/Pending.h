@@ -4,7 +4,6 @@
 #pragma once
 
 #include "Corvane/Platform/Linux/GObjectRef.h"
-#include "Corvane/Utilities/Spawn.h"
 
 #include <gio/gio.h>
 
@@ -20,14 +19,15 @@
 #include <coroutine>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace corvane {
 
 /// A value that comes later, once, or never. Copies stand for the same value. Main thread only.
 ///
-/// Whoever waits gives a deadline, so that no coroutine outlives a service that never answers. Deadlines are
-/// kept by real time, not by the program's clock: they guard against services, which know no other.
+/// A wait for a service has a deadline, so that no coroutine outlives a service that never answers. Deadlines
+/// are kept by real time, not by the program's clock: they guard against services, which know no other.
 template <typename T>
 class Pending {
     struct State;
@@ -99,13 +99,21 @@ public:
         std::coroutine_handle<> m_handle;
     };
 
-    /// What until() gives.
+    /// It resumes only with the value, so there is nothing to answer.
+    class UnboundedWaiter : public Waiter {
+    public:
+        using Waiter::Waiter;
+        void await_resume() const {}
+    };
+
+    /// What until() and untilResolved() give.
+    template <typename Awaiter>
     class Wait {
     public:
         Wait(Pending pending, QDeadlineTimer deadline) : m_pending(std::move(pending)), m_deadline(deadline)
         {
         }
-        [[nodiscard]] Waiter operator co_await() const { return Waiter(m_pending.m_state, m_deadline); }
+        [[nodiscard]] Awaiter operator co_await() const { return Awaiter(m_pending.m_state, m_deadline); }
 
     private:
         Pending m_pending;
@@ -113,7 +121,12 @@ public:
     };
 
     /// To be awaited: answers whether the value came before the deadline.
-    [[nodiscard]] Wait until(QDeadlineTimer deadline) const { return Wait(*this, deadline); }
+    [[nodiscard]] Wait<Waiter> until(QDeadlineTimer deadline) const { return {*this, deadline}; }
+    /// To be awaited where the value is sure to come.
+    [[nodiscard]] Wait<UnboundedWaiter> untilResolved() const
+    {
+        return {*this, QDeadlineTimer(QDeadlineTimer::Forever)};
+    }
 
 private:
     struct State {

@@ -3,8 +3,11 @@
 
 #pragma once
 
-#include "Corvane/Calendar/EventStore.h"
+#include "Corvane/Calendar/CalendarEvent.h"
+#include "Corvane/Utilities/Clock.h"
+#include "Corvane/Utilities/DayCalendar.h"
 #include "Corvane/Utilities/DebugLogService.h"
+#include "Corvane/Utilities/Failure.h"
 
 #include <qcoro/qcorotask.h>
 
@@ -15,7 +18,6 @@
 
 #include <expected>
 #include <functional>
-#include <memory>
 #include <vector>
 
 namespace corvane {

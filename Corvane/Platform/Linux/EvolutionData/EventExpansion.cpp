@@ -9,6 +9,10 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <iterator>
+#include <optional>
+#include <string>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -19,7 +23,7 @@ namespace {
 /// A longer title is no lesson's: the event is left out. In characters.
 constexpr qsizetype maximumTitleLength = 2'000;
 /// Longer notes, places and links are cut, links left out. In bytes of UTF-8.
-constexpr std::size_t maximumTextBytes = 1024 * 1024;
+constexpr std::size_t maximumTextBytes = std::size_t{1024} * 1024;
 /// More occurrences of one event in one day are no lessons.
 constexpr std::size_t maximumOccurrences = 200;
 /// The library walks a rule from its first occurrence, 4 µs a step; more steps take too long.

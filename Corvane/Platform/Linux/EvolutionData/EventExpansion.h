@@ -7,7 +7,8 @@
 
 #include <libecal/libecal.h>
 
-#include "Corvane/Calendar/EventStore.h"
+#include "Corvane/Calendar/CalendarEvent.h"
+#include "Corvane/Utilities/DayCalendar.h"
 
 #include <QByteArray>
 #include <QString>
@@ -16,7 +17,6 @@
 #include <functional>
 #include <map>
 #include <memory>
-#include <optional>
 #include <set>
 #include <vector>
 

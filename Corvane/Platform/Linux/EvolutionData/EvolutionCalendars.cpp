@@ -6,13 +6,23 @@
 #include "Corvane/Platform/Linux/EvolutionData/EvolutionCalendars.h"
 
 #include "Corvane/Platform/Linux/Pending.h"
+#include "Corvane/Utilities/Spawn.h"
 
 #include <QDateTime>
 #include <QFileInfo>
 #include <QSet>
 #include <QTimeZone>
 
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cmath>
+#include <iterator>
 #include <map>
+#include <optional>
+#include <set>
+#include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -346,7 +356,7 @@ private:
         const auto bus = startGioCall([](GAsyncReadyCallback callback, gpointer data) {
             g_bus_get(G_BUS_TYPE_SESSION, nullptr, callback, data);
         });
-        co_await bus.until(QDeadlineTimer(QDeadlineTimer::Forever));
+        co_await bus.untilResolved();
         GError *error = nullptr;
         const auto connection =
             GObjectRef<GDBusConnection>::adopt(g_bus_get_finish(bus.value().get(), &error));
@@ -356,7 +366,7 @@ private:
             const auto making = startGioCall([](GAsyncReadyCallback callback, gpointer data) {
                 e_source_registry_new(nullptr, callback, data);
             });
-            co_await making.until(QDeadlineTimer(QDeadlineTimer::Forever));
+            co_await making.untilResolved();
             self->m_registry = GObjectRef<ESourceRegistry>::adopt(
                 e_source_registry_new_finish(making.value().get(), &error));
             if (!self->m_registry) {
@@ -644,7 +654,7 @@ private:
     static QCoro::Task<void> awaitStrayJob(std::shared_ptr<Impl> self,
                                            std::shared_ptr<ExpansionControl> control, Done done)
     {
-        co_await done.until(QDeadlineTimer(QDeadlineTimer::Forever));
+        co_await done.untilResolved();
         self->m_controls.erase(control);
         --self->m_strayJobs;
     }

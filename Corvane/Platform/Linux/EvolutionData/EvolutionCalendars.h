@@ -5,6 +5,7 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/CalendarSource.h"
 
+#include <expected>
 #include <memory>
 
 namespace corvane {

@@ -16,10 +16,21 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cctype>
+#include <cerrno>
+#include <chrono>
 #include <cstring>
 #include <filesystem>
+#include <iterator>
 #include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -492,7 +503,7 @@ private:
     QString m_loggedError;
 };
 
-IcsFolders::IcsFolders(DebugLogService &log, QStringList folders, TimeZoneId timeZoneId)
+IcsFolders::IcsFolders(DebugLogService &log, const QStringList &folders, TimeZoneId timeZoneId)
     : m_impl(std::make_shared<Impl>(log, folders, std::move(timeZoneId)))
 {
 }

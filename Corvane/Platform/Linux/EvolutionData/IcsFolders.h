@@ -7,6 +7,7 @@
 
 #include <QStringList>
 
+#include <expected>
 #include <memory>
 
 namespace corvane {
@@ -22,7 +23,7 @@ public:
     static constexpr qint64 maximumFileSize = 20'000'000;
 
     /// `folders` are absolute paths; none of them needs to exist.
-    IcsFolders(DebugLogService &log, QStringList folders, TimeZoneId timeZoneId);
+    IcsFolders(DebugLogService &log, const QStringList &folders, TimeZoneId timeZoneId);
     ~IcsFolders() override;
     IcsFolders(const IcsFolders &) = delete;
     IcsFolders &operator=(const IcsFolders &) = delete;

@@ -14,6 +14,8 @@
 #include <QTimeZone>
 
 #include <cstdio>
+#include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 

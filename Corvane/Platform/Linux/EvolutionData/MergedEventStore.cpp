@@ -4,10 +4,14 @@
 #include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
 
 #include "Corvane/Platform/Linux/Pending.h"
+#include "Corvane/Utilities/Spawn.h"
 
 #include <algorithm>
 #include <deque>
+#include <iterator>
+#include <optional>
 #include <tuple>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -180,7 +184,7 @@ CalendarAuthorization MergedEventStore::authorizationStatus() const
 QCoro::Task<std::expected<bool, Failure>> MergedEventStore::requestFullAccessToEvents()
 {
     const Pending<Granted> answer = m_impl->request();
-    co_await answer.until(QDeadlineTimer(QDeadlineTimer::Forever));
+    co_await answer.untilResolved();
     co_return answer.value();
 }
 
@@ -188,7 +192,7 @@ QCoro::Task<std::expected<std::vector<CalendarEvent>, Failure>>
 MergedEventStore::events(DateInterval interval)
 {
     const Pending<Events> answer = m_impl->ask(interval);
-    co_await answer.until(QDeadlineTimer(QDeadlineTimer::Forever));
+    co_await answer.untilResolved();
     co_return answer.value();
 }
 

@@ -3,8 +3,10 @@
 
 #pragma once
 
+#include "Corvane/Calendar/EventStore.h"
 #include "Corvane/Platform/Linux/EvolutionData/CalendarSource.h"
 
+#include <expected>
 #include <memory>
 #include <vector>
 

@@ -132,7 +132,8 @@ struct AgentNotificationCenter::Link {
                 // The answer may have come, and it be reset, when this returns.
                 spawn(makeAgent(link));
             }
-            if (!co_await reaching.until(QDeadlineTimer(QDeadlineTimer::Forever)) || !reaching.value()) {
+            co_await reaching.untilResolved();
+            if (!reaching.value()) {
                 co_return std::unexpected(Failure{u"the session bus does not answer"_s});
             }
         }

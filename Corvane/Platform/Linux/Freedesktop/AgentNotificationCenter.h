@@ -8,6 +8,7 @@
 #include <QDBusConnection>
 
 #include <chrono>
+#include <expected>
 #include <memory>
 
 namespace corvane {

@@ -8,6 +8,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <expected>
+
 namespace corvane {
 
 /// The login item as an entry of the desktop's autostart folder. Main thread only.

@@ -14,6 +14,7 @@
 #include <QWidget>
 
 #include <algorithm>
+#include <optional>
 
 namespace corvane {
 

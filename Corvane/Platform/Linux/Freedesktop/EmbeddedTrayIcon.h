@@ -11,6 +11,7 @@
 #include <QSystemTrayIcon>
 
 #include <cstdint>
+#include <vector>
 
 namespace corvane {
 

@@ -23,6 +23,7 @@
 #include <cerrno>
 #include <chrono>
 #include <memory>
+#include <utility>
 
 namespace corvane {
 

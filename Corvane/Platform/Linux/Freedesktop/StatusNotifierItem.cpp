@@ -16,6 +16,7 @@
 #include <QLineF>
 #include <QScreen>
 
+#include <optional>
 #include <utility>
 
 namespace corvane {

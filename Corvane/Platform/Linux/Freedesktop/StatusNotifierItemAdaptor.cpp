@@ -6,6 +6,8 @@
 #include <QDBusMetaType>
 #include <QtEndian>
 
+#include <utility>
+
 namespace corvane {
 
 using namespace Qt::StringLiterals;

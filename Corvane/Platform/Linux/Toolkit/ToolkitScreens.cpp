@@ -12,6 +12,8 @@
 #include <QScreen>
 #include <QWindow>
 
+#include <cstdint>
+
 namespace corvane {
 
 namespace {

@@ -5,6 +5,9 @@
 
 #include "Corvane/Notifications/Screens.h"
 
+#include <optional>
+#include <vector>
+
 namespace corvane {
 
 /// The screens as the toolkit tells of them, and, where there is an X server, without what its window manager

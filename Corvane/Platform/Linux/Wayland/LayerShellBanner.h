@@ -9,6 +9,8 @@
 
 #include <QEvent>
 
+#include <cstdint>
+
 namespace corvane {
 
 class DebugLogService;

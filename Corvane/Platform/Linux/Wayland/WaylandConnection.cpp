@@ -15,8 +15,10 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstdint>
 #include <optional>
+#include <utility>
 
 namespace corvane {
 

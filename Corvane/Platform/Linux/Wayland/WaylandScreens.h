@@ -5,6 +5,9 @@
 
 #include "Corvane/Notifications/Screens.h"
 
+#include <optional>
+#include <vector>
+
 namespace corvane {
 
 class WaylandConnection;

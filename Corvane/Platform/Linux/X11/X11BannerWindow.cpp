@@ -13,6 +13,9 @@
 #include <QScreen>
 #include <QWindow>
 
+#include <cstdint>
+#include <vector>
+
 namespace corvane {
 
 X11BannerWindow::X11BannerWindow(const Setting &setting)
