@@ -6,6 +6,7 @@ import json
 import os
 import pathlib
 import re
+import select
 import signal
 import subprocess
 import time
@@ -49,6 +50,7 @@ class Program:
 
     def __init__(self, desktop, environment=None, arguments=(), prefix=PREFIX):
         self.desktop = desktop
+        self.reader = None
         self.output = desktop.room / "logs" / "quillet"
         self.environment = {**desktop.environment, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", **(environment or {})}
         self.log = pathlib.Path(self.environment["XDG_STATE_HOME"]) / "Logs/Quillet/quillet-debug.log"
@@ -111,17 +113,27 @@ class Program:
         self.desktop.call(BUS_NAME, OBJECT_PATH, "org.freedesktop.Application.ActivateAction", "quit", "[]", "{}")
         return self.wait_for_end()
 
-    def accessible_texts(self):
-        """Every text that a screen reader finds in the program's showing windows."""
-        return json.loads(self.desktop.run("/usr/bin/python3", str(HERE / "accessible.py"), str(self.process.pid), "texts"))
-
     def accessible(self, command, *name):
-        """Has a screen reader's library do one of the things that accessible.py knows; gives what it printed."""
-        return self.desktop.run("/usr/bin/python3", str(HERE / "accessible.py"), str(self.process.pid), command, *name)
+        """Has a screen reader do one of the things that accessible.py knows; gives its answer."""
+        if self.reader is None:
+            with (self.desktop.room / "logs/accessible").open("ab") as output:
+                self.reader = self.desktop.popen("/usr/bin/python3", str(HERE / "accessible.py"), str(self.process.pid),
+                                                 stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=output, text=True)
+        self.reader.stdin.write(json.dumps([command, *name]) + "\n")
+        self.reader.stdin.flush()
+        answered, _, _ = select.select([self.reader.stdout], [], [], 20)
+        answer = json.loads(self.reader.stdout.readline()) if answered else None
+        if answer is None or answer is False:
+            raise AssertionError(f"no answer to {command} {name}: {answer}")
+        return answer
+
+    def accessible_texts(self):
+        """Every text that a screen reader finds in the program's showing windows, once there is one."""
+        return self.accessible("texts")
 
     def shows(self, text):
         """Whether a screen reader finds that text right now."""
-        return text in json.loads(self.accessible("now"))
+        return text in self.accessible("now")
 
     def open_panel(self):
         """Clicks the bell, unless its panel is open: a click would close it."""
@@ -140,11 +152,13 @@ class Program:
     def choose(self, label, choice):
         """Opens the list of the combo box with that label and clicks the choice."""
         self.accessible("open", label)
-        place = self.accessible("where", choice).split()
-        self.desktop.run("xdotool", "mousemove", *place, "click", "1")
-        poll(f"{label} to be {choice}", lambda: self.accessible("value", label).strip() == choice)
+        self.desktop.click(*self.accessible("where", choice))
+        poll(f"{label} to be {choice}", lambda: self.accessible("value", label) == choice)
 
     def end(self):
+        if self.reader is not None:
+            self.reader.terminate()
+            self.reader.communicate()
         if self.process.poll() is None:
             self.process.send_signal(signal.SIGCONT)
             self.process.terminate()

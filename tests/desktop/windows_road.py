@@ -174,8 +174,7 @@ class Windows(unittest.TestCase):
             poll("the topics to be sifted", lambda: not program.shows("Version History"))
             self.assertTrue(program.shows("Installation & Permissions"))
             self.assertFalse(program.shows("First Launch"))
-            place = program.accessible("where", "Installation & Permissions").split()
-            desktop.run("xdotool", "mousemove", *place, "click", "1")
+            desktop.click(*program.accessible("where", "Installation & Permissions"))
             self.wait_for_text(program, "First Launch")
 
             program.press("Open PDF Manual")
