@@ -31,8 +31,10 @@ PRESSABLE = (pyatspi.ROLE_PUSH_BUTTON, pyatspi.ROLE_CHECK_BOX, pyatspi.ROLE_RADI
 
 
 def application(pid):
+    """What Qt shows of the process. On a desktop with the GTK theme, GTK registers a second application for it, which
+    is empty."""
     for candidate in pyatspi.Registry.getDesktop(0):
-        if candidate is not None and candidate.get_process_id() == pid:
+        if candidate is not None and candidate.get_process_id() == pid and candidate.get_toolkit_name() == "Qt":
             candidate.set_cache_mask(Atspi.Cache.NONE)  # what it shows now, not what it has shown
             return candidate
     return None
