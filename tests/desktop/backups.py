@@ -16,7 +16,6 @@ import math
 import os
 import re
 import signal
-import time
 import unittest
 
 from quillet_desktop import Desktop, calendar, event, poll, report_lateness
@@ -88,7 +87,7 @@ class BackupDesktop(Desktop):
 class Backups(unittest.TestCase):
     def aKilledQuilletStillLeadsThroughTheLessons(self):
         with BackupDesktop() as desktop:
-            zero = math.ceil(time.time()) + 12
+            zero = math.ceil(desktop.now()) + 12
             anna, ben = zero + 62, zero + 270
             desktop.write_system_calendar(event("Zoom - Anna", anna, anna + 90), event("Zoom - Ben", ben, ben + 1500))
             program = desktop.start_quillet()
@@ -96,7 +95,7 @@ class Backups(unittest.TestCase):
             self.assertEqual(sorted(desktop.pending()), sorted(identifiers(anna, "Anna")[1:] + identifiers(ben, "Ben")))
             os.kill(program.process.pid, signal.SIGKILL)
             program.process.wait()
-            self.assertLess(time.time(), zero, "the machine was too slow for this test")
+            self.assertLess(desktop.now(), zero, "the machine was too slow for this test")
             expected = [
                 (anna - 60, "one-minute", "Quillet: 1 minute", "Anna starts in 1 minute."),
                 (ben - 240, "prepare", "Quillet: prepare", "Ben starts in 4 minutes."),
@@ -106,10 +105,10 @@ class Backups(unittest.TestCase):
             ]
             for number, (due, kind, title, body) in enumerate(expected, 1):
                 def shown():
-                    self.assertLess(time.time(), due + 5, f"{kind} does not come")
+                    self.assertLess(desktop.now(), due + 5, f"{kind} does not come")
                     found = desktop.notifications()
                     return found[number - 1] if len(found) >= number else None
-                notification = poll(kind, shown, max(due - time.time(), 0) + 6)
+                notification = poll(kind, shown, max(due - desktop.now(), 0) + 6)
                 print(f"backup: {kind:10} due {due:.3f}, handed to the daemon {notification.time - due:+.3f} s", flush=True)
                 self.assertEqual((notification.program, notification.title, notification.body), ("Quillet", title, body))
                 self.assertGreaterEqual(notification.time, due, "early")
@@ -117,7 +116,7 @@ class Backups(unittest.TestCase):
                 poll("the daemon's window", desktop.notification_is_on_the_screen, 4)
                 desktop.picture().save(f"backup-{number}-{kind}")
             # None comes twice, and what is left waits for its moment.
-            poll("the next minute", lambda: time.time() > anna + 34, 60, 0.5)
+            poll("the next minute", lambda: desktop.now() > anna + 34, 60, 0.5)
             self.assertEqual(len(desktop.notifications()), len(expected))
             self.assertEqual(sorted(desktop.pending()), sorted(identifiers(ben, "Ben")[1:]))
             (agent,) = desktop.processes(AGENT_PROGRAM)
@@ -127,7 +126,7 @@ class Backups(unittest.TestCase):
 
     def backupsFollowTheCalendar(self):
         with BackupDesktop(calendar_service=False) as desktop:
-            start = math.ceil(time.time()) + 3600
+            start = math.ceil(desktop.now()) + 3600
             desktop.write_lessons(event("Zoom - Anna", start, start + 1500, uid="lesson"))
             program = desktop.start_quillet()
             program.wait_for("^scheduled system backup notifications lessons=1$")
@@ -145,7 +144,7 @@ class Backups(unittest.TestCase):
 
     def aRunningQuilletRaisesItsBannerAndTheBackupComesOnce(self):
         with BackupDesktop() as desktop:
-            start = math.ceil(time.time()) + 75
+            start = math.ceil(desktop.now()) + 75
             desktop.write_system_calendar(event("Zoom - Anna", start, start + 1500))
             program = desktop.start_quillet()
             prepare = program.wait_for_banner()
@@ -167,7 +166,7 @@ class Backups(unittest.TestCase):
 
     def withoutANotificationDaemonTheBannersComeAllTheSame(self):
         with Desktop(without=["notifications"]) as desktop:
-            start = math.ceil(time.time()) + 100
+            start = math.ceil(desktop.now()) + 100
             desktop.write_system_calendar(event("Zoom - Anna", start, start + 1500))
             program = desktop.start_quillet()
             program.wait_for("^system notification permission was not granted$")
@@ -177,7 +176,7 @@ class Backups(unittest.TestCase):
 
     def aNotificationDaemonThatHangsDelaysNeitherABannerNorTheEnd(self):
         with BackupDesktop() as desktop:
-            start = math.ceil(time.time()) + 150
+            start = math.ceil(desktop.now()) + 150
             desktop.write_system_calendar(event("Zoom - Anna", start, start + 1500))
             os.kill(desktop.pid_of("notifications"), signal.SIGSTOP)
             program = desktop.start_quillet()
@@ -191,7 +190,7 @@ class Backups(unittest.TestCase):
 
     def anAgentThatHangsDelaysNoBanner(self):
         with BackupDesktop(calendar_service=False) as desktop:
-            start = math.ceil(time.time()) + 3600
+            start = math.ceil(desktop.now()) + 3600
             desktop.write_lessons(event("Zoom - Anna", start, start + 1500))
             program = desktop.start_quillet()
             first = program.wait_for("^scheduled system backup notifications lessons=1$")

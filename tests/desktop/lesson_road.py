@@ -13,7 +13,6 @@ Three roads, each a test of its own so that CTest can run them beside each other
 import math
 import os
 import subprocess
-import time
 import unittest
 
 from quillet_desktop import Desktop, event, poll, report_lateness
@@ -36,9 +35,9 @@ ITEM_TITLES = {
 
 
 class Road(unittest.TestCase):
-    def plan(self):
+    def plan(self, desktop):
         """A lesson that starts in a bit more than four minutes and ends soon after."""
-        self.start = math.ceil(time.time()) + 246
+        self.start = math.ceil(desktop.now()) + 246
         self.end = self.start + 90
         self.phases = [
             ("prepare", self.start - 240, self.start - 60),
@@ -51,7 +50,7 @@ class Road(unittest.TestCase):
 
     def walk(self, name, desktop, program, at_each=lambda: None):
         for number, (state, begin, end) in enumerate(self.phases, 1):
-            banner = program.wait_for_banner(number, max(end - time.time(), 0) + 2)
+            banner = program.wait_for_banner(number, max(end - desktop.now(), 0) + 2)
             report_lateness(name, banner, begin)
             desktop.wait_until_shown(banner, f"{name}-{number}-{state}")
             self.assertEqual(banner.state, state)
@@ -63,7 +62,7 @@ class Road(unittest.TestCase):
             self.assertTrue(any(TITLES[state] in text for text in texts), texts)
             at_each()
         # Nothing is announced twice, and nothing after the end.
-        poll("the lesson's end", lambda: time.time() > self.end + 2, 120, 0.5)
+        poll("the lesson's end", lambda: desktop.now() > self.end + 2, 120, 0.5)
         self.assertEqual(desktop.status_title(), "Quillet")
         self.assertEqual([banner.state for banner in program.banners()], [state for state, _, _ in self.phases])
         self.assertEqual(len(program.find("^notification should fire ")), len(self.phases))
@@ -72,12 +71,12 @@ class Road(unittest.TestCase):
 
     def aCalendarEventRaisesItsBanners(self):
         with Desktop() as desktop:
-            desktop.write_system_calendar(self.plan())
+            desktop.write_system_calendar(self.plan(desktop))
             self.walk("calendar-event", desktop, desktop.start_quillet())
 
     def aCalendarFileRaisesItsBannersWithoutACalendarService(self):
         with Desktop(calendar_service=False) as desktop:
-            lesson = self.plan()
+            lesson = self.plan(desktop)
             desktop.write_folder_calendar("lessons.ics",
                                           "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Test//Test//EN\r\n" + lesson +
                                           "END:VCALENDAR\r\n")
@@ -86,7 +85,7 @@ class Road(unittest.TestCase):
 
     def bannersStandAboveAFullScreenWindowAndLeaveItTheKeyboard(self):
         with Desktop() as desktop:
-            desktop.write_system_calendar(self.plan())
+            desktop.write_system_calendar(self.plan(desktop))
             opponent = desktop.popen(os.environ["QUILLET_TEST_OPPONENT"], stdout=subprocess.PIPE, text=True)
             self.assertEqual(opponent.stdout.readline(), "ready\n")
             opponent_window = desktop.active_window()

@@ -21,8 +21,8 @@ NO_PANEL = "^no panel shows the bell"
 OVERDUE = 66  # seconds after which a desktop without a panel has long been taken for one
 
 
-def four_lessons():
-    now = int(time.time())
+def four_lessons(desktop):
+    now = int(desktop.now())
     return [event(f"Zoom - {name}", now + 7200 + at * 1800, now + 9000 + at * 1800)
             for at, name in enumerate(("Anna", "Ben", "Cem", "Dora"))]
 
@@ -92,7 +92,7 @@ class Panel(unittest.TestCase):
 
     def aScreenReaderGoesThroughThePanel(self):
         with Desktop() as desktop:
-            desktop.write_system_calendar(*four_lessons())
+            desktop.write_system_calendar(*four_lessons(desktop))
             program = self.start(desktop)
             program.wait_for("^calendar reload success lessons=4 ")
             program.open_panel()

@@ -9,7 +9,6 @@ import re
 import select
 import signal
 import subprocess
-import time
 
 from pictures import BANNER_HEIGHT, BANNER_WIDTH
 from waiting import poll
@@ -55,7 +54,7 @@ class Program:
         self.environment = {**desktop.environment, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", **(environment or {})}
         self.log = pathlib.Path(self.environment["XDG_STATE_HOME"]) / "Logs/Quillet/quillet-debug.log"
         with self.output.open("ab") as output:
-            self.started = time.time()
+            self.started = desktop.now()
             self.process = subprocess.Popen([prefix / "bin/quillet", *arguments], env=self.environment,
                                             stdin=subprocess.DEVNULL, stdout=output, stderr=output)
 

@@ -14,7 +14,7 @@ import tempfile
 from events import calendar, event
 from pictures import Picture
 from program import PREFIX, Program, report_lateness
-from waiting import poll
+from waiting import WallClock, poll
 
 __all__ = ["PREFIX", "SOURCE", "Desktop", "Picture", "calendar", "event", "poll", "report_lateness"]
 
@@ -46,6 +46,7 @@ class Desktop(contextlib.AbstractContextManager):
             poll("the virtual desktop", up, 60)
             self.room = pathlib.Path(room_file.read_text().strip())
         self.environment = dict(line.split("=", 1) for line in (self.room / "environment").read_text().splitlines())
+        self.clock = WallClock(self.environment)
         self.data = pathlib.Path(self.environment["XDG_DATA_HOME"])
         self.config = pathlib.Path(self.environment["XDG_CONFIG_HOME"])
         self.calendar_folder = self.data / "quillet/calendars"
@@ -64,6 +65,15 @@ class Desktop(contextlib.AbstractContextManager):
             if path.exists():
                 print(f"--- {path.name}", flush=True)
                 print("\n".join(line[:300] for line in path.read_text(errors="replace").splitlines()[-60:]), flush=True)
+
+    # --- time
+
+    def now(self):
+        """The time of day on the desktop, in seconds since 1970."""
+        return self.clock.now()
+
+    def wait_until(self, moment):
+        poll("that moment", lambda: self.now() > moment, max(moment - self.now(), 0) + 1)
 
     # --- calendars
 

@@ -11,7 +11,6 @@ import pathlib
 import re
 import signal
 import subprocess
-import time
 import unittest
 
 from quillet_desktop import Desktop, calendar, event, poll, report_lateness
@@ -19,10 +18,10 @@ from quillet_desktop import Desktop, calendar, event, poll, report_lateness
 HERE = pathlib.Path(__file__).resolve().parent
 
 
-def in_join_phase(seconds_to_start=55, title="Microsoft Teams - Anna"):
-    """A lesson whose join banner is due at once and stays until twenty seconds before the start."""
-    start = math.ceil(time.time()) + seconds_to_start
-    return start, event(title, start, start + 2700)
+def in_join_phase(desktop, seconds_to_start=55):
+    """The start of a lesson whose join banner is due at once and stays until twenty seconds before it; and the lesson."""
+    start = math.ceil(desktop.now()) + seconds_to_start
+    return start, event("Microsoft Teams - Anna", start, start + 2700)
 
 
 class Roads(unittest.TestCase):
@@ -33,7 +32,7 @@ class Roads(unittest.TestCase):
 
     def theCloseButtonDismissesTheBanner(self):
         with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase()[1])
+            desktop.write_system_calendar(in_join_phase(desktop)[1])
             program = desktop.start_quillet()
             banner = program.wait_for_banner()
             desktop.wait_until_shown(banner, "close-by-button")
@@ -43,7 +42,7 @@ class Roads(unittest.TestCase):
 
     def aClickOnTheCrossDismissesTheBanner(self):
         with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase()[1])
+            desktop.write_system_calendar(in_join_phase(desktop)[1])
             program = desktop.start_quillet()
             banner = program.wait_for_banner()
             desktop.wait_until_shown(banner, "close-by-mouse")
@@ -58,14 +57,14 @@ class Roads(unittest.TestCase):
 
     def monitoringStartsAtLaunchWithoutAClick(self):
         with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase()[1])
+            desktop.write_system_calendar(in_join_phase(desktop)[1])
             program = desktop.start_quillet()
             self.assertEqual(program.wait_for_banner().state, "joinPlatform")
             self.assertEqual(program.quit(), 0)
 
     def noWindowOfItStandsInTheTaskBar(self):
         with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase()[1])
+            desktop.write_system_calendar(in_join_phase(desktop)[1])
             program = desktop.start_quillet()
             desktop.wait_until_shown(program.wait_for_banner(), "no-task-bar")
             windows = re.findall("0x[0-9a-f]+", desktop.run("xprop", "-root", "_NET_CLIENT_LIST"))
@@ -76,7 +75,7 @@ class Roads(unittest.TestCase):
 
     def withItsLastWindowClosedItRunsOnAndKeepsItsStatusItem(self):
         with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase()[1])
+            desktop.write_system_calendar(in_join_phase(desktop)[1])
             program = desktop.start_quillet()
             banner = program.wait_for_banner()
             desktop.wait_until_shown(banner, "last-window")
@@ -88,7 +87,7 @@ class Roads(unittest.TestCase):
 
     def inAWaylandSessionItTakesTheXServer(self):
         with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase()[1])
+            desktop.write_system_calendar(in_join_phase(desktop)[1])
             program = desktop.start_quillet({"WAYLAND_DISPLAY": "wayland-0", "XDG_SESSION_TYPE": "wayland",
                                              "QT_QPA_PLATFORM": "wayland;xcb"})
             desktop.wait_until_shown(program.wait_for_banner(), "wayland-session")
@@ -98,7 +97,7 @@ class Roads(unittest.TestCase):
 
     def aLockedSessionHidesTheBannerAndUnlockingBringsItBack(self):
         with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase()[1])
+            desktop.write_system_calendar(in_join_phase(desktop)[1])
             program = desktop.start_quillet()
             banner = program.wait_for_banner()
             desktop.wait_until_shown(banner, "before-the-lock")
@@ -123,7 +122,7 @@ class Roads(unittest.TestCase):
 
     def aSecondStartHandsOverAndEnds(self):
         with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase()[1])
+            desktop.write_system_calendar(in_join_phase(desktop)[1])
             first = desktop.start_quillet()
             first.wait_for_banner()
             second = desktop.start_quillet()
@@ -171,7 +170,7 @@ class Roads(unittest.TestCase):
 
     def aKilledCalendarServiceIsLoggedAndComesBack(self):
         with Desktop() as desktop:
-            start = math.ceil(time.time()) + 600
+            start = math.ceil(desktop.now()) + 600
             anna, ben = event("Zoom - Anna", start, start + 1800), event("Zoom - Ben", start + 3600, start + 5400)
             desktop.write_system_calendar(anna)
             program = desktop.start_quillet()
@@ -180,10 +179,10 @@ class Roads(unittest.TestCase):
             factories = desktop.processes("evolution-calendar-factory")
             self.assertTrue(factories)
             # The service holds still when the next reload asks it, and is killed while that one waits.
-            poll("the next reload to come near", lambda: time.time() > loaded + 58, 70)
+            poll("the next reload to come near", lambda: desktop.now() > loaded + 58, 70)
             for pid in factories:
                 os.kill(pid, signal.SIGSTOP)
-            poll("the reload to be under way", lambda: time.time() > loaded + 62, 10)
+            poll("the reload to be under way", lambda: desktop.now() > loaded + 62, 10)
             for pid in factories:
                 os.kill(pid, signal.SIGKILL)
             desktop.write_system_calendar(anna, ben)
@@ -195,8 +194,8 @@ class Roads(unittest.TestCase):
 
     def aHostileCalendarDelaysNothing(self):
         with Desktop() as desktop:
-            start = math.ceil(time.time()) + 75
-            now = time.time()
+            start = math.ceil(desktop.now()) + 75
+            now = desktop.now()
             desktop.write_system_calendar(
                 event("Zoom - Anna", start, start + 2700),
                 event("Zoom every second", 0, 1, extra=["RRULE:FREQ=SECONDLY"]),
@@ -224,7 +223,7 @@ class Roads(unittest.TestCase):
 
     def anUnwritableLogFolderDoesNotStopTheTeaching(self):
         with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase()[1])
+            desktop.write_system_calendar(in_join_phase(desktop)[1])
             state = desktop.room / "blocked-state"
             state.write_text("a file where a folder is wanted")
             program = desktop.start_quillet({"XDG_STATE_HOME": str(state)})
@@ -233,7 +232,7 @@ class Roads(unittest.TestCase):
 
     def aGarbledSettingsFileDoesNotStopTheTeaching(self):
         with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase()[1])
+            desktop.write_system_calendar(in_join_phase(desktop)[1])
             garbage = bytes(range(256)) * 40 + b"\n[General]\nnotificationDuration=@Variant(\0\0\0"
             self.settings_file(desktop).write_bytes(garbage)
             program = desktop.start_quillet()
@@ -242,7 +241,7 @@ class Roads(unittest.TestCase):
 
     def aReadOnlySettingsFileDoesNotStopTheTeaching(self):
         with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase()[1])
+            desktop.write_system_calendar(in_join_phase(desktop)[1])
             path = self.settings_file(desktop)
             path.write_text("[General]\nnotificationDuration=20\n")
             path.chmod(0o400)
@@ -255,7 +254,7 @@ class Roads(unittest.TestCase):
     def aFolderInTheSettingsFilesPlaceDoesNotStopTheTeaching(self):
         # Root may write any file; what nobody can write is a folder.
         with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase()[1])
+            desktop.write_system_calendar(in_join_phase(desktop)[1])
             self.settings_file(desktop).mkdir()
             program = desktop.start_quillet()
             desktop.wait_until_shown(program.wait_for_banner(), "unwritable-settings")
@@ -270,7 +269,7 @@ class Roads(unittest.TestCase):
 
     def aSoundServerThatHangsDelaysNothing(self):
         with Desktop() as desktop:
-            start = math.ceil(time.time()) + 70
+            start = math.ceil(desktop.now()) + 70
             desktop.write_system_calendar(event("Zoom - Anna", start, start + 2700))
             program = desktop.start_quillet()
             program.wait_for("^sound played name=Glass$")
