@@ -9,6 +9,7 @@ import datetime
 import os
 import pathlib
 import subprocess
+import time
 import unittest
 import unittest.mock
 import zoneinfo
@@ -48,6 +49,25 @@ class OwnDay(unittest.TestCase):
             # Also what the bus has started stands in that day.
             (service,) = desktop.processes("xfconfd")
             self.assertIn("libfaketime", pathlib.Path(f"/proc/{service}/maps").read_text())
+
+    def skippingMovesTheTimeOfDayAndNothingElse(self):
+        with Desktop(movable_clock=True) as desktop:
+            program = subprocess.Popen(
+                ["/usr/bin/python3", "-c", "import time\nwhile input(): print(time.time(), time.monotonic(), flush=True)"],
+                env=desktop.clock.environment(desktop.environment), stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+
+            def look():
+                program.stdin.write("look\n")
+                program.stdin.flush()
+                of_day, since_start = map(float, program.stdout.readline().split())
+                self.assertAlmostEqual(of_day, desktop.now(), delta=1)
+                self.assertAlmostEqual(since_start, time.monotonic(), delta=1)
+            look()
+            before = desktop.now()
+            desktop.skip_to(before + 1800)
+            self.assertAlmostEqual(desktop.now(), before + 1800, delta=2)
+            look()
+            program.communicate("\n")
 
 
 if __name__ == "__main__":

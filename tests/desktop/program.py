@@ -51,7 +51,8 @@ class Program:
         self.desktop = desktop
         self.reader = None
         self.output = desktop.room / "logs" / "quillet"
-        self.environment = {**desktop.environment, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", **(environment or {})}
+        self.environment = {**desktop.clock.environment(desktop.environment), "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+                            **(environment or {})}
         self.log = pathlib.Path(self.environment["XDG_STATE_HOME"]) / "Logs/Quillet/quillet-debug.log"
         with self.output.open("ab") as output:
             self.started = desktop.now()
@@ -166,6 +167,9 @@ class Program:
             except subprocess.TimeoutExpired:
                 self.process.kill()
                 self.process.wait()
+        # What libfaketime leaves of a program that was killed.
+        for name in (f"faketime_shm_{self.process.pid}", f"sem.faketime_sem_{self.process.pid}"):
+            pathlib.Path("/dev/shm", name).unlink(missing_ok=True)
 
 
 def report_lateness(what, banner, due):

@@ -26,7 +26,8 @@ class Desktop(contextlib.AbstractContextManager):
 
     size = (1440, 900)
 
-    def __init__(self, calendar_service=True, without=()):
+    def __init__(self, calendar_service=True, without=(), movable_clock=False):
+        """With a movable clock, what start_quillet() starts goes along when the test skips time."""
         self.programs = []
         with tempfile.TemporaryDirectory() as folder:
             room_file = pathlib.Path(folder) / "room"
@@ -46,7 +47,7 @@ class Desktop(contextlib.AbstractContextManager):
             poll("the virtual desktop", up, 60)
             self.room = pathlib.Path(room_file.read_text().strip())
         self.environment = dict(line.split("=", 1) for line in (self.room / "environment").read_text().splitlines())
-        self.clock = WallClock(self.environment)
+        self.clock = WallClock(self.environment, self.room / "clock", movable_clock)
         self.data = pathlib.Path(self.environment["XDG_DATA_HOME"])
         self.config = pathlib.Path(self.environment["XDG_CONFIG_HOME"])
         self.calendar_folder = self.data / "quillet/calendars"
@@ -74,6 +75,10 @@ class Desktop(contextlib.AbstractContextManager):
 
     def wait_until(self, moment):
         poll("that moment", lambda: self.now() > moment, max(moment - self.now(), 0) + 1)
+
+    def skip_to(self, moment):
+        """Moves Quillet's time of day to the last whole second before that moment."""
+        self.clock.skip_to(moment)
 
     # --- calendars
 

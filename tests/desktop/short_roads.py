@@ -74,14 +74,16 @@ class Roads(unittest.TestCase):
             self.assertEqual(program.quit(), 0)
 
     def withItsLastWindowClosedItRunsOnAndKeepsItsStatusItem(self):
-        with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase(desktop)[1])
+        with Desktop(movable_clock=True) as desktop:
+            start, lesson = in_join_phase(desktop)
+            desktop.write_system_calendar(lesson)
             program = desktop.start_quillet()
             banner = program.wait_for_banner()
             desktop.wait_until_shown(banner, "last-window")
             program.press("Close reminder")
             desktop.wait_until_gone(banner)
-            program.wait_for_banner(2, 60)
+            desktop.skip_to(start - 23)
+            program.wait_for_banner(2)
             self.assertEqual(len(desktop.status_items()), 1)
             self.assertEqual(program.quit(), 0)
 
@@ -96,8 +98,9 @@ class Roads(unittest.TestCase):
     # --- the screen lock
 
     def aLockedSessionHidesTheBannerAndUnlockingBringsItBack(self):
-        with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase(desktop)[1])
+        with Desktop(movable_clock=True) as desktop:
+            start, lesson = in_join_phase(desktop)
+            desktop.write_system_calendar(lesson)
             program = desktop.start_quillet()
             banner = program.wait_for_banner()
             desktop.wait_until_shown(banner, "before-the-lock")
@@ -107,7 +110,8 @@ class Roads(unittest.TestCase):
             saver.stdin.flush()
             desktop.wait_until_gone(banner)
             # While it is locked the next changeover is announced, heard and hidden.
-            hidden = program.wait_for_banner(2, 60)
+            desktop.skip_to(start - 23)
+            hidden = program.wait_for_banner(2)
             self.assertEqual(hidden.state, "startNow")
             program.wait_for("^sound played name=Glass$", count=2)
             self.assertFalse(desktop.picture().shows(hidden))
@@ -121,13 +125,15 @@ class Roads(unittest.TestCase):
     # --- one instance
 
     def aSecondStartHandsOverAndEnds(self):
-        with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase(desktop)[1])
+        with Desktop(movable_clock=True) as desktop:
+            start, lesson = in_join_phase(desktop)
+            desktop.write_system_calendar(lesson)
             first = desktop.start_quillet()
             first.wait_for_banner()
             second = desktop.start_quillet()
             self.assertEqual(second.wait_for_end(), 0)
-            first.wait_for_banner(2, 60)
+            desktop.skip_to(start - 23)
+            first.wait_for_banner(2)
             self.assertEqual(len(first.find("^app started$")), 1)
             self.assertEqual([banner.state for banner in first.banners()], ["joinPlatform", "startNow"])
             self.assertEqual(first.quit(), 0)
@@ -169,7 +175,7 @@ class Roads(unittest.TestCase):
     # --- trouble with the calendar
 
     def aKilledCalendarServiceIsLoggedAndComesBack(self):
-        with Desktop() as desktop:
+        with Desktop(movable_clock=True) as desktop:
             start = math.ceil(desktop.now()) + 600
             anna, ben = event("Zoom - Anna", start, start + 1800), event("Zoom - Ben", start + 3600, start + 5400)
             desktop.write_system_calendar(anna)
@@ -179,15 +185,16 @@ class Roads(unittest.TestCase):
             factories = desktop.processes("evolution-calendar-factory")
             self.assertTrue(factories)
             # The service holds still when the next reload asks it, and is killed while that one waits.
-            poll("the next reload to come near", lambda: desktop.now() > loaded + 58, 70)
             for pid in factories:
                 os.kill(pid, signal.SIGSTOP)
-            poll("the reload to be under way", lambda: desktop.now() > loaded + 62, 10)
+            desktop.skip_to(loaded + 60)
+            desktop.wait_until(loaded + 62)
             for pid in factories:
                 os.kill(pid, signal.SIGKILL)
             desktop.write_system_calendar(anna, ben)
             program.wait_for("^calendar (opened again|did not answer) ", 15)
-            program.wait_for("^calendar reload success lessons=2 ", 130)
+            desktop.skip_to(desktop.now() + 60)
+            program.wait_for("^calendar reload success lessons=2 ", 70)
             # The lessons were kept meanwhile: no reload has told of an empty day.
             self.assertEqual(program.find("^calendar reload success lessons=0 "), [])
             self.assertEqual(program.quit(), 0)
