@@ -3,16 +3,21 @@
 # SPDX-License-Identifier: MIT
 """What a screen reader does with a program of the desktop it is called in.
 
-    accessible.py PID texts          prints the names of all that shows, as a JSON list
-    accessible.py PID now            prints the same at once, also when nothing shows
-    accessible.py PID press NAME     presses the button of that name, or turns the switch; with the title of a
-                                     window after the name, the one in that window
-    accessible.py PID focus NAME     gives the keyboard to what has that name
-    accessible.py PID where NAME     prints the middle of what has that name, as X and Y on the screen
-    accessible.py PID value LABEL    prints what is chosen in the combo box with that label
-    accessible.py PID open LABEL     opens the list of the combo box with that label
+    accessible.py PID
 
-Each waits ten seconds at most for what it is about to appear, and fails when it does not.
+It reads requests from its standard input, a JSON list on each line, and answers each with a line of JSON:
+
+    ["now"]              the names of all that shows, as a list
+    ["texts"]            the same, once something shows
+    ["press", NAME]      presses the button of that name, or turns the switch; with the title of a window after the
+                         name, the one in that window
+    ["focus", NAME]      gives the keyboard to what has that name
+    ["where", NAME]      the middle of what has that name, as [X, Y] on the screen
+    ["value", LABEL]     what is chosen in the combo box with that label
+    ["open", LABEL]      opens the list of the combo box with that label
+
+All but the first wait ten seconds at most for what they are about to appear. The answer is null when it does not, and
+false when it does not do what it is to.
 
 A program of its own, because the accessibility library keeps to the first bus that it has seen."""
 import json
@@ -20,14 +25,17 @@ import sys
 import time
 
 import pyatspi
-
+from gi.repository import Atspi
 
 PRESSABLE = (pyatspi.ROLE_PUSH_BUTTON, pyatspi.ROLE_CHECK_BOX, pyatspi.ROLE_RADIO_BUTTON)
 
 
 def application(pid):
+    """What Qt shows of the process. On a desktop with the GTK theme, GTK registers a second application for it, which
+    is empty."""
     for candidate in pyatspi.Registry.getDesktop(0):
-        if candidate is not None and candidate.get_process_id() == pid:
+        if candidate is not None and candidate.get_process_id() == pid and candidate.get_toolkit_name() == "Qt":
+            candidate.set_cache_mask(Atspi.Cache.NONE)  # what it shows now, not what it has shown
             return candidate
     return None
 
@@ -69,10 +77,7 @@ def act(nodes, command, name):
         if command == "press" and node.name == name and role in PRESSABLE:
             return press(node)
         if command in ("value", "open") and role == pyatspi.ROLE_COMBO_BOX and label(node) == name:
-            if command == "open":
-                return press(node)
-            print(node.name)
-            return True
+            return press(node) if command == "open" else node.name
         if command == "focus" and name in (node.name, label(node)):
             component = node.queryComponent()
             if node.getState().contains(pyatspi.STATE_FOCUSABLE):
@@ -80,33 +85,28 @@ def act(nodes, command, name):
         if command == "where" and node.name == name:
             area = node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
             if area.width > 0:
-                print(area.x + area.width // 2, area.y + area.height // 2)
-                return True
+                return [area.x + area.width // 2, area.y + area.height // 2]
     return None
 
 
-def main():
-    pid, command = int(sys.argv[1]), sys.argv[2]
+def names(nodes):
+    return [node.name for node in nodes if node.name]
+
+
+def answer(pid, command, name=None, title=None):
     if command == "now":
-        program = application(pid)
-        print(json.dumps([node.name for node in showing(program) if node.name] if program is not None else []))
-        return 0
+        return names(showing(application(pid) or ()))
     deadline = time.monotonic() + 10
     while time.monotonic() < deadline:
         program = application(pid)
         if program is not None:
-            nodes = list(showing(program if len(sys.argv) < 5 else window(program, sys.argv[4])))
-            if command == "texts":
-                if nodes:
-                    print(json.dumps([node.name for node in nodes if node.name]))
-                    return 0
-            else:
-                done = act(nodes, command, sys.argv[3])
-                if done is not None:
-                    return 0 if done else 1
+            nodes = showing(program if title is None else window(program, title))
+            done = names(nodes) or None if command == "texts" else act(nodes, command, name)
+            if done is not None:
+                return done
         time.sleep(0.1)
-    print(f"{' '.join(sys.argv[2:])}: nothing found in program {pid}", file=sys.stderr)
-    return 1
+    return None
 
 
-sys.exit(main())
+for line in sys.stdin:
+    print(json.dumps(answer(int(sys.argv[1]), *json.loads(line))), flush=True)

@@ -17,6 +17,35 @@ from quillet_desktop import PREFIX, SOURCE, poll
 VIRTUAL_DESKTOP = str(SOURCE / "scripts/virtual-desktop")
 SAMPLE_DAY = str(SOURCE / "scripts/show-sample-day")
 
+# A program that tells of four banners: one that is green, one that is blue, and two for which the blue one just stays.
+STAYING_BANNER = r"""#!/bin/bash
+pictures=$(dirname "$0")
+banner() {
+    for message in "notification actually fires state=$1 message=\"a message\"" \
+        "popup shown screenFrame=(0.0, 0.0, 1440.0, 900.0) windowFrame=(245.0, 301.5, 950.0, 266.0)"; do
+        echo "$(date -u +%FT%T.%3NZ) $message" >>"$XDG_STATE_HOME/Logs/Quillet/quillet-debug.log"
+    done
+}
+show() { display -immutable -geometry 1000x280+220+310 "xc:$1[1000x280!]" & }
+until_true() { until "$@"; do sleep 0.1; done; }
+
+show 'rgb(71,184,107)'
+banner wrapUp
+until_true test -e "$pictures/1-wrapUp.png"
+until_true test "$QUILLET_DESKTOP/screen.ppm" -nt "$pictures/1-wrapUp.png"
+sleep 5 # that look was for the blue, and takes a moment
+kill $!
+show 'rgb(66,138,240)'
+banner prepare
+until_true test -e "$pictures/2-prepare.png"
+sleep 3 # as long as a gap could be
+banner oneMinuteWarning
+sleep 3
+banner joinPlatform
+sleep 1
+kill $!
+"""
+
 
 def left_of(room):
     """The processes that belong to the virtual desktop in that folder."""
@@ -72,6 +101,18 @@ class Newcomer(unittest.TestCase):
         self.assertNotEqual(process.returncode, 0)
         for state in ("wrapUp", "prepare", "oneMinuteWarning", "joinPlatform", "startNow"):
             self.assertRegex(output, rf"the banner {state}, due at \d\d:\d\d:\d\d, did not appear")
+        self.assertEqual(left_of(room), [])
+
+    def aBannerThatStaysFailsTheSampleDay(self):
+        fake = self.folder / "quillet"
+        fake.write_text(STAYING_BANNER)
+        fake.chmod(0o700)
+        process, room = self.start(str(fake))
+        output = process.communicate()[0]
+        self.assertNotEqual(process.returncode, 0)
+        for state in ("oneMinuteWarning", "joinPlatform"):
+            self.assertIn(f"{state} was logged as shown while an earlier banner of its colour was on the screen", output)
+        self.assertEqual(sorted(path.name for path in self.folder.glob("*.png")), ["1-wrapUp.png", "2-prepare.png"])
         self.assertEqual(left_of(room), [])
 
     def interruptingEndsAllThatWasStarted(self):

@@ -6,6 +6,7 @@
     panel_road.py Panel.aClickOnTheBellOpensThePanelThereAndAnotherClosesIt
 """
 import os
+import pathlib
 import signal
 import time
 import unittest
@@ -20,8 +21,8 @@ NO_PANEL = "^no panel shows the bell"
 OVERDUE = 66  # seconds after which a desktop without a panel has long been taken for one
 
 
-def four_lessons():
-    now = int(time.time())
+def four_lessons(desktop):
+    now = int(desktop.now())
     return [event(f"Zoom - {name}", now + 7200 + at * 1800, now + 9000 + at * 1800)
             for at, name in enumerate(("Anna", "Ben", "Cem", "Dora"))]
 
@@ -32,10 +33,10 @@ class Panel(unittest.TestCase):
 
     # --- steps
 
-    def start(self, desktop, arguments=()):
+    def start(self, desktop, arguments=(), environment=None):
         """Starts the program of a teacher who has been through the setup."""
         desktop.write_settings("hasCompletedWelcome=true")
-        program = desktop.start_quillet(arguments=arguments)
+        program = desktop.start_quillet(environment, arguments)
         program.wait_for("^calendar reload success")
         return program
 
@@ -91,7 +92,7 @@ class Panel(unittest.TestCase):
 
     def aScreenReaderGoesThroughThePanel(self):
         with Desktop() as desktop:
-            desktop.write_system_calendar(*four_lessons())
+            desktop.write_system_calendar(*four_lessons(desktop))
             program = self.start(desktop)
             program.wait_for("^calendar reload success lessons=4 ")
             program.open_panel()
@@ -106,6 +107,14 @@ class Panel(unittest.TestCase):
             program.open_panel()
             program.press("Quit Quillet")
             self.assertEqual(program.wait_for_end(), 0)
+
+    def withTheGtkThemeAScreenReaderReadsThePanel(self):
+        with Desktop() as desktop:
+            program = self.start(desktop, environment={"QT_QPA_PLATFORMTHEME": "gtk3"})
+            self.assertIn("libqgtk3.so", pathlib.Path(f"/proc/{program.process.pid}/maps").read_text())
+            program.open_panel()
+            self.assertIn("Test Notification", program.accessible_texts())
+            self.end(program)
 
     def ctrlAndQEndsTheProgramAtOnce(self):
         with Desktop() as desktop:

@@ -5,230 +5,20 @@ log, pictures of the screen and what a screen reader sees.
 
 Nothing here waits for a fixed time in the hope that it is enough: everything is polled for, with a deadline."""
 import contextlib
-import datetime
-import json
 import os
 import pathlib
 import re
-import signal
 import subprocess
 import tempfile
-import time
 
-HERE = pathlib.Path(__file__).resolve().parent
-SOURCE = HERE.parent.parent
-PREFIX = pathlib.Path(os.environ["QUILLET_TEST_PREFIX"])
-PICTURES = pathlib.Path(os.environ["QUILLET_TEST_PICTURES"])
-BUS_NAME = "com.ordwinsoftware.Quillet"
-OBJECT_PATH = "/com/ordwinsoftware/Quillet"
+from events import calendar, event
+from pictures import Picture
+from program import PREFIX, Program, report_lateness
+from waiting import WallClock, poll
 
-GREEN, BLUE, RED = (71, 184, 107), (66, 138, 240), (240, 66, 61)
-ACCENT = {"wrapUp": GREEN, "prepare": BLUE, "oneMinuteWarning": BLUE, "joinPlatform": BLUE, "startNow": RED}
-BANNER_WIDTH, BANNER_HEIGHT = 1000, 280
+__all__ = ["PREFIX", "SOURCE", "Desktop", "Picture", "calendar", "event", "poll", "report_lateness"]
 
-
-def poll(what, condition, seconds=10.0, interval=0.1):
-    """Waits until `condition` gives something true, and gives it back; fails after `seconds`."""
-    deadline = time.monotonic() + seconds
-    while True:
-        value = condition()
-        if value:
-            return value
-        if time.monotonic() > deadline:
-            raise AssertionError(f"waited {seconds:g} s in vain for {what}")
-        time.sleep(interval)
-
-
-def utc(seconds):
-    return datetime.datetime.fromtimestamp(seconds, datetime.timezone.utc).strftime("%Y%m%dT%H%M%SZ")
-
-
-def event(title, start, end, uid=None, extra=()):
-    """One event as iCalendar lines; start and end in seconds since 1970."""
-    uid = uid or f"{title[:40]}-{int(start)}".replace(" ", "-")
-    return "\r\n".join(["BEGIN:VEVENT", f"UID:{uid}", f"DTSTAMP:{utc(start - 86400)}", f"DTSTART:{utc(start)}",
-                        f"DTEND:{utc(end)}", f"SUMMARY:{title}", *extra, "END:VEVENT", ""])
-
-
-def calendar(*events):
-    return "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Quillet//Test//EN\r\n" + "".join(events) + "END:VCALENDAR\r\n"
-
-
-class Line:
-    """One line of the log: `time` in seconds since 1970, and the message."""
-
-    def __init__(self, text):
-        stamp, self.message = text.split(" ", 1)
-        self.time = datetime.datetime.strptime(stamp, "%Y-%m-%dT%H:%M:%S.%fZ").replace(
-            tzinfo=datetime.timezone.utc).timestamp()
-
-    def __repr__(self):
-        return f"{self.time:.3f} {self.message}"
-
-
-class Banner:
-    """One banner as the log tells of it."""
-
-    def __init__(self, state, message, fired, shown, screen, frame):
-        self.state, self.message, self.fired, self.shown = state, message, fired, shown
-        # The log tells the frame at the start of the animation, 95 % of the final one with the same centre, in
-        # points with y up; pictures have y down.
-        x, y, width, height = frame
-        self.left = round(x + width / 2 - BANNER_WIDTH / 2)
-        self.top = round(screen[3] - (y + height / 2) - BANNER_HEIGHT / 2)
-        self.close_button = (self.left + BANNER_WIDTH - 41, self.top + 41)
-
-
-class Picture:
-    """The screen at one moment."""
-
-    def __init__(self, desktop):
-        self.width, self.height = desktop.size
-        self.bytes = desktop.run("import", "-silent", "-window", "root", "-depth", "8", "rgb:-", text=False)
-        assert len(self.bytes) == self.width * self.height * 3, len(self.bytes)
-
-    def pixel(self, x, y):
-        at = (y * self.width + x) * 3
-        return tuple(self.bytes[at:at + 3])
-
-    def count(self, colour, left, top, width, height, tolerance=2):
-        """How many pixels of the rectangle have that colour."""
-        left, top = max(left, 0), max(top, 0)
-        right, bottom = min(left + width, self.width), min(top + height, self.height)
-        near = [range(max(part - tolerance, 0), part + tolerance + 1) for part in colour]
-        found = 0
-        for y in range(top, bottom):
-            row = self.bytes[(y * self.width + left) * 3:(y * self.width + right) * 3]
-            if near[0].start not in row and colour[0] not in row:
-                continue
-            for at in range(0, len(row), 3):
-                if row[at] in near[0] and row[at + 1] in near[1] and row[at + 2] in near[2]:
-                    found += 1
-        return found
-
-    def shows(self, banner):
-        """Is the banner in the picture: its accent colour on the left, the dark card around it?"""
-        accent = self.count(ACCENT[banner.state], banner.left, banner.top, 250, BANNER_HEIGHT)
-        card = max(self.pixel(banner.left + BANNER_WIDTH // 2, banner.top + BANNER_HEIGHT - 14))
-        return accent > 3000 and card < 60
-
-    def save(self, name):
-        PICTURES.mkdir(parents=True, exist_ok=True)
-        path = PICTURES / f"{name}.png"
-        subprocess.run(["convert", "-size", f"{self.width}x{self.height}", "-depth", "8", "rgb:-", str(path)],
-                       input=self.bytes, check=True)
-        return path
-
-
-class Program:
-    """A running Quillet and its log."""
-
-    def __init__(self, desktop, environment=None, arguments=(), prefix=PREFIX):
-        self.desktop = desktop
-        self.output = desktop.room / "logs" / "quillet"
-        self.environment = {**desktop.environment, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", **(environment or {})}
-        self.log = pathlib.Path(self.environment["XDG_STATE_HOME"]) / "Logs/Quillet/quillet-debug.log"
-        with self.output.open("ab") as output:
-            self.started = time.time()
-            self.process = subprocess.Popen([prefix / "bin/quillet", *arguments], env=self.environment,
-                                            stdin=subprocess.DEVNULL, stdout=output, stderr=output)
-
-    def lines(self):
-        try:
-            text = self.log.read_text(errors="replace")
-        except FileNotFoundError:
-            return []
-        # Only whole lines that begin with a stamp: a message may itself hold line feeds.
-        whole = text[:text.rfind("\n") + 1].splitlines()
-        return [Line(line) for line in whole if re.match(r"\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{3}Z ", line)]
-
-    def find(self, pattern):
-        return [line for line in self.lines() if re.search(pattern, line.message)]
-
-    def wait_for(self, pattern, seconds=15.0, count=1):
-        """Waits until the log holds `count` lines that match; gives the last of those."""
-        def look():
-            self.check_alive()
-            found = self.find(pattern)
-            return found[count - 1] if len(found) >= count else None
-        return poll(f"the log line {pattern!r}", look, seconds)
-
-    def check_alive(self):
-        if self.process.poll() is not None:
-            raise AssertionError(f"Quillet has ended with status {self.process.returncode}")
-
-    def banners(self):
-        """The banners shown so far, in order."""
-        found, fired = [], None
-        for line in self.lines():
-            match = re.match(r'notification actually fires state=(\w+) message="(.*)"', line.message)
-            if match:
-                fired = (match[1], match[2], line.time)
-            match = re.match(r"popup shown screenFrame=\((.*)\) windowFrame=\((.*)\)", line.message)
-            if match and fired:
-                screen, frame = ([float(part) for part in text.split(",")] for text in match.groups())
-                found.append(Banner(*fired, line.time, screen, frame))
-                fired = None
-        return found
-
-    def wait_for_banner(self, count=1, seconds=15.0):
-        def look():
-            self.check_alive()
-            banners = self.banners()
-            return banners[count - 1] if len(banners) >= count else None
-        return poll(f"banner {count}", look, seconds)
-
-    def wait_for_end(self, seconds=10.0):
-        poll("Quillet's end", lambda: self.process.poll() is not None, seconds)
-        return self.process.returncode
-
-    def quit(self):
-        """Asks it to quit as the desktop would; gives its exit status."""
-        self.desktop.call(BUS_NAME, OBJECT_PATH, "org.freedesktop.Application.ActivateAction", "quit", "[]", "{}")
-        return self.wait_for_end()
-
-    def accessible_texts(self):
-        """Every text that a screen reader finds in the program's showing windows."""
-        return json.loads(self.desktop.run("/usr/bin/python3", str(HERE / "accessible.py"), str(self.process.pid), "texts"))
-
-    def accessible(self, command, *name):
-        """Has a screen reader's library do one of the things that accessible.py knows; gives what it printed."""
-        return self.desktop.run("/usr/bin/python3", str(HERE / "accessible.py"), str(self.process.pid), command, *name)
-
-    def shows(self, text):
-        """Whether a screen reader finds that text right now."""
-        return text in json.loads(self.accessible("now"))
-
-    def open_panel(self):
-        """Clicks the bell, unless its panel is open: a click would close it."""
-        if not self.shows("Quit Quillet"):
-            self.desktop.click_bell()
-            poll("the panel", lambda: self.shows("Quit Quillet"))
-
-    def press(self, name, *window):
-        """Presses the button, or turns the switch, of that accessible name; in the window of that title, if told."""
-        self.accessible("press", name, *window)
-
-    def focus(self, name):
-        """Gives the keyboard to what has that accessible name."""
-        self.accessible("focus", name)
-
-    def choose(self, label, choice):
-        """Opens the list of the combo box with that label and clicks the choice."""
-        self.accessible("open", label)
-        place = self.accessible("where", choice).split()
-        self.desktop.run("xdotool", "mousemove", *place, "click", "1")
-        poll(f"{label} to be {choice}", lambda: self.accessible("value", label).strip() == choice)
-
-    def end(self):
-        if self.process.poll() is None:
-            self.process.send_signal(signal.SIGCONT)
-            self.process.terminate()
-            try:
-                self.process.wait(5)
-            except subprocess.TimeoutExpired:
-                self.process.kill()
-                self.process.wait()
+SOURCE = pathlib.Path(__file__).resolve().parent.parent.parent
 
 
 class Desktop(contextlib.AbstractContextManager):
@@ -236,7 +26,8 @@ class Desktop(contextlib.AbstractContextManager):
 
     size = (1440, 900)
 
-    def __init__(self, calendar_service=True, without=()):
+    def __init__(self, calendar_service=True, without=(), movable_clock=False):
+        """With a movable clock, what start_quillet() starts goes along when the test skips time."""
         self.programs = []
         with tempfile.TemporaryDirectory() as folder:
             room_file = pathlib.Path(folder) / "room"
@@ -256,6 +47,7 @@ class Desktop(contextlib.AbstractContextManager):
             poll("the virtual desktop", up, 60)
             self.room = pathlib.Path(room_file.read_text().strip())
         self.environment = dict(line.split("=", 1) for line in (self.room / "environment").read_text().splitlines())
+        self.clock = WallClock(self.environment, self.room / "clock", movable_clock)
         self.data = pathlib.Path(self.environment["XDG_DATA_HOME"])
         self.config = pathlib.Path(self.environment["XDG_CONFIG_HOME"])
         self.calendar_folder = self.data / "quillet/calendars"
@@ -274,6 +66,19 @@ class Desktop(contextlib.AbstractContextManager):
             if path.exists():
                 print(f"--- {path.name}", flush=True)
                 print("\n".join(line[:300] for line in path.read_text(errors="replace").splitlines()[-60:]), flush=True)
+
+    # --- time
+
+    def now(self):
+        """The time of day on the desktop, in seconds since 1970."""
+        return self.clock.now()
+
+    def wait_until(self, moment):
+        poll("that moment", lambda: self.now() > moment, max(moment - self.now(), 0) + 1)
+
+    def skip_to(self, moment):
+        """Moves Quillet's time of day to the last whole second before that moment."""
+        self.clock.skip_to(moment)
 
     # --- calendars
 
@@ -424,10 +229,3 @@ class Desktop(contextlib.AbstractContextManager):
         answer = self.run("xprop", "-root", "_NET_ACTIVE_WINDOW")
         match = re.search(r"window id # (0x[0-9a-f]+)", answer)
         return int(match[1], 16) if match else None
-
-
-def report_lateness(what, banner, due):
-    print(f"{what}: {banner.state:17} due {due:.3f}, fired {banner.fired - due:+.3f} s, shown {banner.shown - due:+.3f} s",
-          flush=True)
-
-

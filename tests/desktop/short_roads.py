@@ -11,7 +11,6 @@ import pathlib
 import re
 import signal
 import subprocess
-import time
 import unittest
 
 from quillet_desktop import Desktop, calendar, event, poll, report_lateness
@@ -19,10 +18,10 @@ from quillet_desktop import Desktop, calendar, event, poll, report_lateness
 HERE = pathlib.Path(__file__).resolve().parent
 
 
-def in_join_phase(seconds_to_start=55, title="Microsoft Teams - Anna"):
-    """A lesson whose join banner is due at once and stays until twenty seconds before the start."""
-    start = math.ceil(time.time()) + seconds_to_start
-    return start, event(title, start, start + 2700)
+def in_join_phase(desktop, seconds_to_start=55):
+    """The start of a lesson whose join banner is due at once and stays until twenty seconds before it; and the lesson."""
+    start = math.ceil(desktop.now()) + seconds_to_start
+    return start, event("Microsoft Teams - Anna", start, start + 2700)
 
 
 class Roads(unittest.TestCase):
@@ -33,7 +32,7 @@ class Roads(unittest.TestCase):
 
     def theCloseButtonDismissesTheBanner(self):
         with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase()[1])
+            desktop.write_system_calendar(in_join_phase(desktop)[1])
             program = desktop.start_quillet()
             banner = program.wait_for_banner()
             desktop.wait_until_shown(banner, "close-by-button")
@@ -43,7 +42,7 @@ class Roads(unittest.TestCase):
 
     def aClickOnTheCrossDismissesTheBanner(self):
         with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase()[1])
+            desktop.write_system_calendar(in_join_phase(desktop)[1])
             program = desktop.start_quillet()
             banner = program.wait_for_banner()
             desktop.wait_until_shown(banner, "close-by-mouse")
@@ -58,14 +57,14 @@ class Roads(unittest.TestCase):
 
     def monitoringStartsAtLaunchWithoutAClick(self):
         with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase()[1])
+            desktop.write_system_calendar(in_join_phase(desktop)[1])
             program = desktop.start_quillet()
             self.assertEqual(program.wait_for_banner().state, "joinPlatform")
             self.assertEqual(program.quit(), 0)
 
     def noWindowOfItStandsInTheTaskBar(self):
         with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase()[1])
+            desktop.write_system_calendar(in_join_phase(desktop)[1])
             program = desktop.start_quillet()
             desktop.wait_until_shown(program.wait_for_banner(), "no-task-bar")
             windows = re.findall("0x[0-9a-f]+", desktop.run("xprop", "-root", "_NET_CLIENT_LIST"))
@@ -75,20 +74,22 @@ class Roads(unittest.TestCase):
             self.assertEqual(program.quit(), 0)
 
     def withItsLastWindowClosedItRunsOnAndKeepsItsStatusItem(self):
-        with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase()[1])
+        with Desktop(movable_clock=True) as desktop:
+            start, lesson = in_join_phase(desktop)
+            desktop.write_system_calendar(lesson)
             program = desktop.start_quillet()
             banner = program.wait_for_banner()
             desktop.wait_until_shown(banner, "last-window")
             program.press("Close reminder")
             desktop.wait_until_gone(banner)
-            program.wait_for_banner(2, 60)
+            desktop.skip_to(start - 23)
+            program.wait_for_banner(2)
             self.assertEqual(len(desktop.status_items()), 1)
             self.assertEqual(program.quit(), 0)
 
     def inAWaylandSessionItTakesTheXServer(self):
         with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase()[1])
+            desktop.write_system_calendar(in_join_phase(desktop)[1])
             program = desktop.start_quillet({"WAYLAND_DISPLAY": "wayland-0", "XDG_SESSION_TYPE": "wayland",
                                              "QT_QPA_PLATFORM": "wayland;xcb"})
             desktop.wait_until_shown(program.wait_for_banner(), "wayland-session")
@@ -97,8 +98,9 @@ class Roads(unittest.TestCase):
     # --- the screen lock
 
     def aLockedSessionHidesTheBannerAndUnlockingBringsItBack(self):
-        with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase()[1])
+        with Desktop(movable_clock=True) as desktop:
+            start, lesson = in_join_phase(desktop)
+            desktop.write_system_calendar(lesson)
             program = desktop.start_quillet()
             banner = program.wait_for_banner()
             desktop.wait_until_shown(banner, "before-the-lock")
@@ -108,7 +110,8 @@ class Roads(unittest.TestCase):
             saver.stdin.flush()
             desktop.wait_until_gone(banner)
             # While it is locked the next changeover is announced, heard and hidden.
-            hidden = program.wait_for_banner(2, 60)
+            desktop.skip_to(start - 23)
+            hidden = program.wait_for_banner(2)
             self.assertEqual(hidden.state, "startNow")
             program.wait_for("^sound played name=Glass$", count=2)
             self.assertFalse(desktop.picture().shows(hidden))
@@ -122,13 +125,15 @@ class Roads(unittest.TestCase):
     # --- one instance
 
     def aSecondStartHandsOverAndEnds(self):
-        with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase()[1])
+        with Desktop(movable_clock=True) as desktop:
+            start, lesson = in_join_phase(desktop)
+            desktop.write_system_calendar(lesson)
             first = desktop.start_quillet()
             first.wait_for_banner()
             second = desktop.start_quillet()
             self.assertEqual(second.wait_for_end(), 0)
-            first.wait_for_banner(2, 60)
+            desktop.skip_to(start - 23)
+            first.wait_for_banner(2)
             self.assertEqual(len(first.find("^app started$")), 1)
             self.assertEqual([banner.state for banner in first.banners()], ["joinPlatform", "startNow"])
             self.assertEqual(first.quit(), 0)
@@ -170,8 +175,8 @@ class Roads(unittest.TestCase):
     # --- trouble with the calendar
 
     def aKilledCalendarServiceIsLoggedAndComesBack(self):
-        with Desktop() as desktop:
-            start = math.ceil(time.time()) + 600
+        with Desktop(movable_clock=True) as desktop:
+            start = math.ceil(desktop.now()) + 600
             anna, ben = event("Zoom - Anna", start, start + 1800), event("Zoom - Ben", start + 3600, start + 5400)
             desktop.write_system_calendar(anna)
             program = desktop.start_quillet()
@@ -180,23 +185,24 @@ class Roads(unittest.TestCase):
             factories = desktop.processes("evolution-calendar-factory")
             self.assertTrue(factories)
             # The service holds still when the next reload asks it, and is killed while that one waits.
-            poll("the next reload to come near", lambda: time.time() > loaded + 58, 70)
             for pid in factories:
                 os.kill(pid, signal.SIGSTOP)
-            poll("the reload to be under way", lambda: time.time() > loaded + 62, 10)
+            desktop.skip_to(loaded + 60)
+            desktop.wait_until(loaded + 62)
             for pid in factories:
                 os.kill(pid, signal.SIGKILL)
             desktop.write_system_calendar(anna, ben)
             program.wait_for("^calendar (opened again|did not answer) ", 15)
-            program.wait_for("^calendar reload success lessons=2 ", 130)
+            desktop.skip_to(desktop.now() + 60)
+            program.wait_for("^calendar reload success lessons=2 ", 70)
             # The lessons were kept meanwhile: no reload has told of an empty day.
             self.assertEqual(program.find("^calendar reload success lessons=0 "), [])
             self.assertEqual(program.quit(), 0)
 
     def aHostileCalendarDelaysNothing(self):
         with Desktop() as desktop:
-            start = math.ceil(time.time()) + 75
-            now = time.time()
+            start = math.ceil(desktop.now()) + 75
+            now = desktop.now()
             desktop.write_system_calendar(
                 event("Zoom - Anna", start, start + 2700),
                 event("Zoom every second", 0, 1, extra=["RRULE:FREQ=SECONDLY"]),
@@ -224,7 +230,7 @@ class Roads(unittest.TestCase):
 
     def anUnwritableLogFolderDoesNotStopTheTeaching(self):
         with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase()[1])
+            desktop.write_system_calendar(in_join_phase(desktop)[1])
             state = desktop.room / "blocked-state"
             state.write_text("a file where a folder is wanted")
             program = desktop.start_quillet({"XDG_STATE_HOME": str(state)})
@@ -233,7 +239,7 @@ class Roads(unittest.TestCase):
 
     def aGarbledSettingsFileDoesNotStopTheTeaching(self):
         with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase()[1])
+            desktop.write_system_calendar(in_join_phase(desktop)[1])
             garbage = bytes(range(256)) * 40 + b"\n[General]\nnotificationDuration=@Variant(\0\0\0"
             self.settings_file(desktop).write_bytes(garbage)
             program = desktop.start_quillet()
@@ -242,7 +248,7 @@ class Roads(unittest.TestCase):
 
     def aReadOnlySettingsFileDoesNotStopTheTeaching(self):
         with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase()[1])
+            desktop.write_system_calendar(in_join_phase(desktop)[1])
             path = self.settings_file(desktop)
             path.write_text("[General]\nnotificationDuration=20\n")
             path.chmod(0o400)
@@ -255,7 +261,7 @@ class Roads(unittest.TestCase):
     def aFolderInTheSettingsFilesPlaceDoesNotStopTheTeaching(self):
         # Root may write any file; what nobody can write is a folder.
         with Desktop() as desktop:
-            desktop.write_system_calendar(in_join_phase()[1])
+            desktop.write_system_calendar(in_join_phase(desktop)[1])
             self.settings_file(desktop).mkdir()
             program = desktop.start_quillet()
             desktop.wait_until_shown(program.wait_for_banner(), "unwritable-settings")
@@ -270,7 +276,7 @@ class Roads(unittest.TestCase):
 
     def aSoundServerThatHangsDelaysNothing(self):
         with Desktop() as desktop:
-            start = math.ceil(time.time()) + 70
+            start = math.ceil(desktop.now()) + 70
             desktop.write_system_calendar(event("Zoom - Anna", start, start + 2700))
             program = desktop.start_quillet()
             program.wait_for("^sound played name=Glass$")

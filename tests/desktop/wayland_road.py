@@ -67,7 +67,7 @@ class Wayland(unittest.TestCase):
         with WaylandDesktop(compositor) as desktop:
             name = f"wayland-{compositor}-{platform}"
             desktop.write_settings("hasCompletedWelcome=true")
-            desktop.write_system_calendar(in_join_phase()[1])
+            desktop.write_system_calendar(in_join_phase(desktop)[1])
             opponent = desktop.start_opponent(platform)
             program = desktop.start_quillet()
             banner = program.wait_for_banner()
@@ -116,7 +116,7 @@ class Wayland(unittest.TestCase):
     def withOverlaysNoXServerIsNeeded(self):
         with WaylandDesktop("sway", x11=False) as desktop:
             desktop.write_settings("hasCompletedWelcome=true")
-            desktop.write_system_calendar(in_join_phase()[1])
+            desktop.write_system_calendar(in_join_phase(desktop)[1])
             opponent = desktop.start_opponent("wayland")
             program = desktop.start_quillet()
             banner = program.wait_for_banner()
@@ -132,7 +132,7 @@ class Wayland(unittest.TestCase):
     def withNeitherOverlaysNorAnXServerTheBannerIsAnOrdinaryWindow(self):
         with WaylandDesktop("mutter", x11=False) as desktop:
             desktop.write_settings("hasCompletedWelcome=true")
-            desktop.write_system_calendar(in_join_phase()[1])
+            desktop.write_system_calendar(in_join_phase(desktop)[1])
             program = desktop.start_quillet()
             program.wait_for_banner()
             self.assertTrue(program.find("^banners as ordinary windows, which a full-screen one covers"))

@@ -5,10 +5,8 @@
 
     windows_road.py Windows.setupLeadsToALessonEnteredByHandAndItsBanners
 """
-import datetime
 import pathlib
 import shutil
-import time
 import unittest
 import urllib.parse
 
@@ -86,18 +84,18 @@ class Windows(unittest.TestCase):
         program.focus("Start")
         # From the day over month and year to the hour; the cursor goes on to the minute by itself.
         desktop.run("xdotool", "key", "Tab", "Tab", "Tab")
-        desktop.run("xdotool", "type", "--delay", "100", datetime.datetime.fromtimestamp(start).strftime("%H%M"))
+        desktop.run("xdotool", "type", "--delay", "100", f"{desktop.clock.local(start):%H%M}")
         program.focus("Student name")
         desktop.run("xdotool", "type", "--delay", "100", name)
         desktop.run("xdotool", "key", "Return")
         self.wait_for_text(program, name)
 
-    def whole_minute(self, least_seconds):
+    def whole_minute(self, desktop, least_seconds):
         """The first whole minute that is at least so far off."""
-        return (int(time.time()) + least_seconds + 59) // 60 * 60
+        return (int(desktop.now()) + least_seconds + 59) // 60 * 60
 
     def setupLeadsToALessonEnteredByHandAndItsBanners(self):
-        with Desktop() as desktop:
+        with Desktop(movable_clock=True) as desktop:
             program = desktop.start_quillet()
             self.finish_setup(desktop, program)
             program.open_panel()
@@ -105,9 +103,9 @@ class Windows(unittest.TestCase):
             self.wait_for_text(program, "Manual Lesson Entry")
 
             # Within four minutes of its start a lesson is announced at once, whatever the minute of the reload.
-            start = self.whole_minute(120)
+            start = self.whole_minute(desktop, 120)
             loads = len(program.find("^calendar reload success"))
-            added = time.time()
+            added = desktop.now()
             self.add_lesson(desktop, program, "Anna", start)
             banner = program.wait_for_banner(1, 5)
             self.assertEqual(banner.state, "prepare")
@@ -120,19 +118,22 @@ class Windows(unittest.TestCase):
             program.choose("Notification Duration", "5 seconds")
             self.assertEqual(desktop.setting("notificationPosition"), "topRight")
             self.assertEqual(float(desktop.setting("notificationDuration")), 5.0)
-            following = program.wait_for_banner(2, start - time.time())
+            desktop.skip_to(start - 64)
+            following = program.wait_for_banner(2)
             self.assertEqual(following.state, "oneMinuteWarning")
             desktop.wait_until_shown(following, "windows-top-right")
             self.assertGreater(following.left, banner.left)
             self.assertLess(following.top, banner.top)
             desktop.wait_until_gone(following, 7)
-            self.assertGreater(time.time() - following.shown, 4.5)
+            self.assertGreater(desktop.now() - following.shown, 4.5)
 
             # Once removed, it is not announced again.
             program.press("Remove")
             poll("the row to go", lambda: not program.shows("Remove"))
             self.assertIn("[]", desktop.setting("manualLessons"))
-            poll("the lesson's start", lambda: time.time() > start + 3, 120, 0.5)
+            for moment in (start - 30, start - 20, start):
+                desktop.skip_to(moment - 2)
+                desktop.wait_until(moment + 3)
             self.assertEqual([banner.state for banner in program.banners()], ["prepare", "oneMinuteWarning"])
             self.assertEqual(program.quit(), 0)
 
@@ -174,8 +175,7 @@ class Windows(unittest.TestCase):
             poll("the topics to be sifted", lambda: not program.shows("Version History"))
             self.assertTrue(program.shows("Installation & Permissions"))
             self.assertFalse(program.shows("First Launch"))
-            place = program.accessible("where", "Installation & Permissions").split()
-            desktop.run("xdotool", "mousemove", *place, "click", "1")
+            desktop.click(*program.accessible("where", "Installation & Permissions"))
             self.wait_for_text(program, "First Launch")
 
             program.press("Open PDF Manual")

@@ -1,0 +1,62 @@
+# SPDX-FileCopyrightText: 2026 The Quillet authors
+# SPDX-License-Identifier: MIT
+"""Waiting, and the clock of a desktop."""
+import datetime
+import math
+import time
+import zoneinfo
+
+
+def poll(what, condition, seconds=10.0, interval=0.1):
+    """Waits until `condition` gives something true, and gives it back; fails after `seconds`."""
+    deadline = time.monotonic() + seconds
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > deadline:
+            raise AssertionError(f"waited {seconds:g} s in vain for {what}")
+        time.sleep(interval)
+
+
+class WallClock:
+    """The time of day on a desktop: the machine's, plus a constant where the desktop stands in another day.
+
+    Where it is movable, a test can skip time. Only programs that have environment() go along, and only their time of
+    day does: timers and time limits stay those of the machine."""
+
+    def __init__(self, desktop_environment, file, movable):
+        self.zone = zoneinfo.ZoneInfo(desktop_environment["TZ"])
+        self.offset = int(desktop_environment.get("QUILLET_CLOCK_OFFSET", 0))
+        self.file, self.movable = file, movable
+        if movable:
+            self._write()
+
+    def environment(self, desktop_environment):
+        """What a program that goes by this clock finds in its environment."""
+        if not self.movable:
+            return desktop_environment
+        # A constant of the desktop's would go before the file.
+        rest = {name: value for name, value in desktop_environment.items() if name != "FAKETIME"}
+        return {**rest, "LD_PRELOAD": "/usr/$LIB/faketime/libfaketimeMT.so.1", "NO_FAKE_STAT": "1",
+                "FAKETIME_TIMESTAMP_FILE": str(self.file), "FAKETIME_NO_CACHE": "1",
+                "FAKETIME_DONT_FAKE_MONOTONIC": "1"}
+
+    def now(self):
+        """Seconds since 1970."""
+        return time.time() + self.offset
+
+    def local(self, moment):
+        """That moment as the desktop's people write it."""
+        return datetime.datetime.fromtimestamp(moment, self.zone)
+
+    def skip_to(self, moment):
+        """Goes to the last whole second before that moment, or stays where it is already later."""
+        assert self.movable, "this desktop goes by the machine's clock"
+        self.offset += max(math.floor(moment - self.now()), 0)
+        self._write()
+
+    def _write(self):
+        new = self.file.with_suffix(".new")
+        new.write_text(f"{self.offset:+d}\n")
+        new.replace(self.file)  # there is a whole line in it at any moment
