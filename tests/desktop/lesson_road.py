@@ -33,7 +33,7 @@ ITEM_TITLES = {
     "startNow": "Start now",
     "wrapUp": "Wrap up",
 }
-RUN_UP = 4  # seconds of real time before each changeover: long enough for a reload
+RUN_UP = 3  # seconds of real time before each changeover: long enough for a reload
 STAY = 10  # seconds for which a banner is on the screen
 
 

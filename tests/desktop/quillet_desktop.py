@@ -223,7 +223,7 @@ class Desktop(contextlib.AbstractContextManager):
         return picture
 
     def wait_until_gone(self, banner, seconds=3.0):
-        poll(f"the banner {banner.state} to go", lambda: not self.picture().shows(banner), seconds)
+        poll(f"the banner {banner.state} to go", lambda: not self.picture().shows(banner), seconds, 0.2)
 
     def active_window(self):
         answer = self.run("xprop", "-root", "_NET_ACTIVE_WINDOW")
