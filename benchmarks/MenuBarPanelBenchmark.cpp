@@ -37,6 +37,7 @@ struct MenuBarPanelFixture : ViewModelFixture {
     [[nodiscard]] static std::vector<Lesson> aFullDay()
     {
         std::vector<Lesson> lessons;
+        lessons.reserve(lessonCount);
         for (int number = 0; number < lessonCount; ++number) {
             lessons.push_back(sampleLesson(u"Student number %1"_s.arg(number),
                                            at("06:00:00") + minutes(3) * number, minutes(25),

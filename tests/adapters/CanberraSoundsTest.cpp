@@ -213,6 +213,7 @@ private Q_SLOTS:
         QElapsedTimer timer;
         timer.start();
         std::vector<QCoro::Task<bool>> tasks;
+        tasks.reserve(20);
         for (int i = 0; i < 20; ++i) {
             tasks.push_back(m_sounds->play(u"Glass"_s));
         }
@@ -235,8 +236,11 @@ private Q_SLOTS:
         m_server->resume();
         // It plays again, and once: several at a time would be louder than one.
         bool hasPlayed = false; // the condition is evaluated once more when it is met
-        QTRY_VERIFY_WITH_TIMEOUT((hasPlayed = hasPlayed || QCoro::waitFor(m_sounds->play(u"Glass"_s))),
-                                 10000);
+        const auto plays = [&] {
+            hasPlayed = hasPlayed || QCoro::waitFor(m_sounds->play(u"Glass"_s));
+            return hasPlayed;
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(plays(), 10000);
         QTRY_VERIFY_WITH_TIMEOUT(m_server->peak() > 0.3, 5000);
         QVERIFY2(m_server->peak() < 0.9, qPrintable(QString::number(m_server->peak())));
     }

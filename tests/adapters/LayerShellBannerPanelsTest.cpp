@@ -125,7 +125,7 @@ private:
     {
         const QString told = m_compositor->execute({u"-r"_s, u"-t"_s, u"get_outputs"_s});
         const QJsonArray outputs = QJsonDocument::fromJson(told.toUtf8()).array();
-        for (const QJsonValue &output : outputs) {
+        for (const auto &output : outputs) {
             if (output[u"rect"_s][u"x"_s].toInt() > 0) {
                 return output[u"name"_s].toString().last(1).toInt();
             }

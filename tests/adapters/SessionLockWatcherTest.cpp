@@ -348,7 +348,7 @@ private:
         return known.isConnected() ? known : QDBusConnection::connectToBus(bus.address(), name);
     }
 
-    void awaitName(QDBusConnection bus, const QString &name)
+    void awaitName(const QDBusConnection &bus, const QString &name)
     {
         QTRY_VERIFY_WITH_TIMEOUT(bus.interface()->isServiceRegistered(name), 20000);
     }

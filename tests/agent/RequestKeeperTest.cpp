@@ -485,7 +485,7 @@ private Q_SLOTS:
         QStringList expected;
         for (int number = 0; number < 6; ++number) {
             expected.append(QString::number(number));
-            QVERIFY(add(request(expected.constLast(), start + number * 600 + 1)));
+            QVERIFY(add(request(expected.constLast(), start + qint64{number} * 600 + 1)));
         }
         m_server->onDeliver = [&](const PendingRequest &delivered) {
             QCOMPARE(m_clock->now(), delivered.fireDate);

@@ -96,6 +96,7 @@ private Q_SLOTS:
         SystemNotificationScheduler scheduler(*m_center, logger, u"quillet.backup."_s);
         std::vector<Lesson> day;
         const Date first = dateSince1970(std::ceil(secondsSince1970(currentDate()))) + minutes(60);
+        day.reserve(30);
         for (int number = 0; number < 30; ++number) {
             day.push_back(
                 sampleLesson(u"Student %1"_s.arg(number), first + minutes(30 * number), minutes(25)));

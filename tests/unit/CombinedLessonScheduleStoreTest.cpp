@@ -4,6 +4,7 @@
 #include "Corvane/Services/CombinedLessonScheduleStore.h"
 
 #include "Corvane/Services/StaticLessonScheduleStore.h"
+#include "Corvane/Utilities/Spawn.h"
 #include "tests/support/FakeLoginItem.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/Samples.h"
@@ -160,10 +161,10 @@ private Q_SLOTS:
         m_settings.setManualLessons({entry(u"Anna"_s, at("10:00:00"))});
         std::vector<std::size_t> counts;
         const auto note = [&](const LessonScheduleResult &result) { counts.push_back(result->size()); };
-        m_store.lessonsForToday().then(note);
+        spawn(m_store.lessonsForToday().then(note));
         m_clock.advance(Seconds{1});
         m_settings.setManualLessons({});
-        m_store.lessonsForToday().then(note);
+        spawn(m_store.lessonsForToday().then(note));
         m_clock.advance(Seconds{5});
         m_calendarStore.delay = Seconds{0};
         QCOMPARE(counts, (std::vector<std::size_t>{1, 0}));

@@ -165,6 +165,7 @@ private Q_SLOTS:
     void lessonsThatStartTogetherKeepTheOrderGiven()
     {
         std::vector<Lesson> lessons;
+        lessons.reserve(50);
         for (int number = 0; number < 50; ++number) {
             lessons.push_back(
                 lesson(number % 2 == 0 ? "11:00:00" : "10:00:00", 25, u"Z%1"_s.arg(50 - number)));
@@ -278,6 +279,7 @@ private Q_SLOTS:
             const int size = sizes.at(static_cast<std::size_t>(pick(round % 50 == 0 ? 7 : 6)));
             const Date now = at("12:00:00");
             std::vector<Lesson> lessons;
+            lessons.reserve(static_cast<std::size_t>(size));
             for (int index = 0; index < size; ++index) {
                 // In steps of five minutes, so that starts and ends often fall together, and on the moment.
                 lessons.push_back(

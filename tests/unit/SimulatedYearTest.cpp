@@ -44,6 +44,7 @@ public:
     {
         const Date midnight = DayCalendar(QTimeZone::utc()).startOfDay(currentDate());
         std::vector<Lesson> lessons;
+        lessons.reserve(lessonsADay);
         for (int index = 0; index < lessonsADay; ++index) {
             lessons.push_back(sampleLesson(u"Student %1"_s.arg(index), midnight + minutes(540 + 30 * index),
                                            minutes(25),

@@ -33,6 +33,7 @@ std::vector<Lesson> fullDay()
     const QStringList students{u"Anna"_s, u"Ben"_s,   u"Class 2b"_s, u"Daniel Okafor"_s,
                                u"Mei"_s,  u"Émile"_s, u"Sofía"_s};
     std::vector<Lesson> lessons;
+    lessons.reserve(40);
     for (int number = 0; number < 40; ++number) {
         lessons.push_back(sampleLesson(students.at(number % students.size()),
                                        at("03:00:00") + minutes(30) * number, minutes(25),
