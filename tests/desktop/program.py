@@ -116,13 +116,16 @@ class Program:
     def accessible(self, command, *name):
         """Has a screen reader do one of the things that accessible.py knows; gives its answer."""
         if self.reader is None:
+            # Without libfaketime, also in another day: with 0.9.10 no program of Python can sleep.
+            environment = {name: value for name, value in self.desktop.environment.items() if name != "LD_PRELOAD"}
             with (self.desktop.room / "logs/accessible").open("ab") as output:
-                self.reader = self.desktop.popen("/usr/bin/python3", str(HERE / "accessible.py"), str(self.process.pid),
-                                                 stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=output, text=True)
+                self.reader = subprocess.Popen(["/usr/bin/python3", str(HERE / "accessible.py"), str(self.process.pid)],
+                                               env=environment, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                                               stderr=output, text=True)
         self.reader.stdin.write(json.dumps([command, *name]) + "\n")
         self.reader.stdin.flush()
         answered, _, _ = select.select([self.reader.stdout], [], [], 20)
-        answer = json.loads(self.reader.stdout.readline()) if answered else None
+        answer = json.loads(self.reader.stdout.readline() or "null") if answered else None
         if answer is None or answer is False:
             raise AssertionError(f"no answer to {command} {name}: {answer}")
         return answer

@@ -62,7 +62,8 @@ class Desktop(contextlib.AbstractContextManager):
 
     def report(self):
         """Prints what helps to understand a failure."""
-        for path in [*self.room.glob("state/Logs/Quillet/*.log"), self.room / "logs/quillet"]:
+        for path in [*self.room.glob("state/Logs/Quillet/*.log"), self.room / "logs/quillet",
+                     self.room / "logs/accessible"]:
             if path.exists():
                 print(f"--- {path.name}", flush=True)
                 print("\n".join(line[:300] for line in path.read_text(errors="replace").splitlines()[-60:]), flush=True)

@@ -288,7 +288,7 @@ class Roads(unittest.TestCase):
                 self.assertEqual(banner.state, state)
                 self.assertGreaterEqual(banner.fired, due)
                 self.assertLess(banner.fired, due + 1.2)
-                self.assertLess(banner.shown, banner.fired + 0.9)  # the sound is waited for a second
+                self.assertLess(banner.shown, banner.fired + 0.9)  # such a sound is given up after a second
             program.wait_for("^sound fallback played name=NSSound.beep$", 5)
             os.kill(desktop.pid_of("sound"), signal.SIGCONT)
             self.assertEqual(program.quit(), 0)
