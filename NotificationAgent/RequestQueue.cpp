@@ -3,6 +3,8 @@
 
 #include "NotificationAgent/RequestQueue.h"
 
+#include <utility>
+
 namespace corvane {
 
 namespace {
@@ -26,15 +28,15 @@ void RequestQueue::add(const PendingRequest &request)
 
 std::optional<PendingRequest> RequestQueue::take(const QString &identifier)
 {
-    const auto found = m_items.constFind(identifier);
-    if (found == m_items.constEnd()) {
+    const auto found = m_items.find(identifier);
+    if (found == m_items.end()) {
         return std::nullopt;
     }
-    const Item item = *found;
+    Item item = std::move(*found);
+    m_items.erase(found);
     m_order.remove({item.request.fireDate, item.arrival});
-    m_items.remove(item.request.identifier);
     m_textSize -= textSize(item.request);
-    return item.request;
+    return std::move(item.request);
 }
 
 qint64 RequestQueue::textSizeWithout(const QString &identifier) const

@@ -152,8 +152,8 @@ FoldedText folded(const QString &original)
         if (units.isEmpty() && !result.units.empty()) {
             // A mark that folds away belongs to the character before it, and goes where that goes.
             const qsizetype bearer = result.units.back().source;
-            for (auto k = result.units.size(); k-- > 0 && result.units[k].source == bearer;) {
-                result.units[k].next = i + length;
+            for (auto k = result.units.size(); k > 0 && result.units[k - 1].source == bearer; --k) {
+                result.units[k - 1].next = i + length;
             }
         }
         i += length;

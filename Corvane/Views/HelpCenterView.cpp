@@ -94,10 +94,10 @@ public:
                                          painter->device()->devicePixelRatioF()));
         painter->setFont(option.font);
         painter->setPen(color(isSelected ? Ink::onAccent : Ink::primary, option.palette));
+        const Qt::Alignment alignment =
+            Qt::AlignVCenter | QStyle::visualAlignment(option.direction, Qt::AlignLeft);
         painter->drawText(QStyle::visualRect(option.direction, option.rect, textArea),
-                          Qt::TextWordWrap | Qt::AlignVCenter |
-                              QStyle::visualAlignment(option.direction, Qt::AlignLeft),
-                          index.data().toString());
+                          static_cast<int>(alignment.toInt()) | Qt::TextWordWrap, index.data().toString());
         if ((option.state & QStyle::State_HasFocus) != 0) {
             if (isSelected) {
                 paintFocusRingOnAccent(*painter, option.rect, control::cornerRadius, option.palette);

@@ -47,7 +47,7 @@ void write(const QString &path, const QByteArray &text)
     QDir().mkpath(QFileInfo(path).path());
     // The service tells a changed file by its time in whole seconds, which two edits of a test would share.
     static int edits = 0;
-    const QDateTime time = QDateTime::currentDateTime().addSecs(2 * ++edits);
+    const QDateTime time = QDateTime::currentDateTime().addSecs(2LL * ++edits);
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.flush() ||
         !file.setFileTime(time, QFileDevice::FileModificationTime) || !file.commit()) {
