@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Corvane/Calendar/CalendarEvent.h"
+#include "Corvane/Calendar/CalendarMonitor.h"
 #include "Corvane/Utilities/DayCalendar.h"
 #include "Corvane/Utilities/Failure.h"
 
@@ -39,6 +40,13 @@ public:
     /// Ends within 5 seconds. A calendar that does not answer is logged and stands with its last good answer
     /// for the same interval; the call fails only when no calendar answers.
     virtual QCoro::Task<std::expected<std::vector<CalendarEvent>, Failure>> events(DateInterval interval) = 0;
+
+    /// Asks online calendars to look for news on their servers, and returns at once. A server is not asked
+    /// again while an earlier request runs, nor too soon after it failed. monitor() tells when news arrived.
+    virtual void refresh() = 0;
+
+    /// How the calendars fare. Lives as long as the store.
+    [[nodiscard]] virtual CalendarMonitor &monitor() = 0;
 };
 
 } // namespace corvane

@@ -33,6 +33,7 @@ QCoro::Task<std::expected<std::vector<CalendarEvent>, Failure>> FakeEventStore::
                (event.endDate > interval.start || (isMoment && event.startDate >= interval.start));
     });
     std::ranges::stable_sort(found, {}, &CalendarEvent::startDate);
+    m_monitor.setEvents(found);
     co_return found;
 }
 

@@ -22,14 +22,18 @@ public:
     std::optional<Failure> failure;
 
     int requests = 0;
+    int refreshes = 0;
     std::vector<DateInterval> intervals;
 
     [[nodiscard]] CalendarAuthorization authorizationStatus() const override;
     QCoro::Task<std::expected<bool, Failure>> requestFullAccessToEvents() override;
     QCoro::Task<std::expected<std::vector<CalendarEvent>, Failure>> events(DateInterval interval) override;
+    void refresh() override { ++refreshes; }
+    [[nodiscard]] CalendarMonitor &monitor() override { return m_monitor; }
 
 private:
     bool m_isGranted = false;
+    CalendarMonitor m_monitor;
 };
 
 } // namespace corvane

@@ -40,6 +40,11 @@ public:
         auto given = answer;
         co_return given;
     }
+    void refresh() override {}
+    [[nodiscard]] CalendarMonitor &monitor() override { return m_monitor; }
+
+private:
+    CalendarMonitor m_monitor;
 };
 
 CalendarEvent timed(const QString &title, Date start, Seconds length = minutes(30))

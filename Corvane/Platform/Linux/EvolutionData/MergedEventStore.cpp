@@ -196,4 +196,6 @@ MergedEventStore::events(DateInterval interval)
     co_return answer.value();
 }
 
+void MergedEventStore::refresh() {}
+
 } // namespace corvane

@@ -31,9 +31,12 @@ public:
     [[nodiscard]] CalendarAuthorization authorizationStatus() const override;
     QCoro::Task<std::expected<bool, Failure>> requestFullAccessToEvents() override;
     QCoro::Task<std::expected<std::vector<CalendarEvent>, Failure>> events(DateInterval interval) override;
+    void refresh() override;
+    [[nodiscard]] CalendarMonitor &monitor() override { return m_monitor; }
 
 private:
     class Impl;
+    CalendarMonitor m_monitor;
     std::shared_ptr<Impl> m_impl;
 };
 
