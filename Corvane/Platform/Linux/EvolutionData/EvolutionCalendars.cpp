@@ -5,7 +5,9 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/EvolutionCalendars.h"
 
-#include "Corvane/Platform/Linux/Pending.h"
+#include "Corvane/Platform/Linux/Waiting/GioCall.h"
+#include "Corvane/Platform/Linux/Waiting/Pending.h"
+#include "Corvane/Platform/Linux/Waiting/WorkerPool.h"
 #include "Corvane/Utilities/Spawn.h"
 
 #include <QDateTime>

@@ -5,7 +5,8 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/IcsFolders.h"
 
-#include "Corvane/Platform/Linux/Pending.h"
+#include "Corvane/Platform/Linux/Waiting/Pending.h"
+#include "Corvane/Platform/Linux/Waiting/WorkerPool.h"
 
 #include <QCryptographicHash>
 #include <QFile>

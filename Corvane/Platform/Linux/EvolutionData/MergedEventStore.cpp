@@ -3,7 +3,7 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
 
-#include "Corvane/Platform/Linux/Pending.h"
+#include "Corvane/Platform/Linux/Waiting/Pending.h"
 #include "Corvane/Utilities/Spawn.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "Corvane/Platform/Linux/Pending.h"
+#include "Corvane/Platform/Linux/Waiting/Pending.h"
 
 #include "Corvane/Platform/Linux/Freedesktop/AgentNotificationCenter.h"
 

@@ -3,16 +3,7 @@
 
 #pragma once
 
-#include "Corvane/Platform/Linux/GObjectRef.h"
-
-#include <gio/gio.h>
-
-#include <qcoro/qcorotask.h>
-
 #include <QDeadlineTimer>
-#include <QFutureWatcher>
-#include <QPromise>
-#include <QThreadPool>
 #include <QTimer>
 
 #include <algorithm>
@@ -134,79 +125,6 @@ private:
         std::vector<Waiter *> waiters;
     };
     std::shared_ptr<State> m_state = std::make_shared<State>();
-};
-
-/// Starts an asynchronous call of GLib. `start` is handed the callback and its data; the result is to be
-/// given to the call's own finish function. A callback that comes after everyone has stopped waiting is
-/// harmless.
-template <typename Start>
-[[nodiscard]] Pending<GObjectRef<GAsyncResult>> startGioCall(Start start)
-{
-    using Result = Pending<GObjectRef<GAsyncResult>>;
-    Result pending;
-    start(
-        +[](GObject *, GAsyncResult *result, gpointer data) {
-            const std::unique_ptr<Result> pending(static_cast<Result *>(data));
-            pending->resolve(GObjectRef<GAsyncResult>::share(result));
-        },
-        static_cast<gpointer>(new Result(pending)));
-    return pending;
-}
-
-/// Runs `work` on a thread of `pool`; its result comes back on the main thread. Values in, values out.
-template <typename Work>
-[[nodiscard]] auto startOnPool(QThreadPool &pool, Work work)
-{
-    using Result = decltype(work());
-    Pending<std::shared_ptr<Result>> pending;
-    QPromise<std::shared_ptr<Result>> promise;
-    auto *watcher = new QFutureWatcher<std::shared_ptr<Result>>;
-    QObject::connect(watcher, &QFutureWatcherBase::finished, watcher, [watcher, pending] {
-        if (watcher->future().resultCount() > 0) {
-            pending.resolve(watcher->result());
-        }
-        watcher->deleteLater();
-    });
-    promise.start();
-    watcher->setFuture(promise.future());
-    // A pool takes copyable functions only, a promise can but be moved.
-    pool.start([promise = std::make_shared<QPromise<std::shared_ptr<Result>>>(std::move(promise)),
-                work = std::make_shared<Work>(std::move(work))]() mutable {
-        promise->addResult(std::make_shared<Result>((*work)()));
-        work.reset();
-        promise->finish();
-    });
-    return pending;
-}
-
-/// A pool of few threads for work that may be slow. When it goes it waits a moment for what still runs, and
-/// leaves behind what does not end: a rule that cannot be interrupted must not keep the program from ending.
-class WorkerPool {
-public:
-    explicit WorkerPool(int threads)
-    {
-        m_pool->setMaxThreadCount(threads);
-        m_pool->setExpiryTimeout(5000);
-    }
-    ~WorkerPool()
-    {
-        m_pool->clear();
-        if (m_pool->waitForDone(1000)) {
-            delete m_pool;
-            return;
-        }
-        // Its thread still works on it: it is kept where a leak checker finds it, until the process ends.
-        // NOLINTNEXTLINE(bugprone-unhandled-exception-at-new): without memory for a pointer the program ends.
-        static auto &left = *new std::vector<QThreadPool *>;
-        left.push_back(m_pool);
-    }
-    WorkerPool(const WorkerPool &) = delete;
-    WorkerPool &operator=(const WorkerPool &) = delete;
-
-    [[nodiscard]] QThreadPool &threads() { return *m_pool; }
-
-private:
-    QThreadPool *m_pool = new QThreadPool;
 };
 
 } // namespace corvane

@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Platform/Linux/Waiting/Pending.h"
+
+#include <QFutureWatcher>
+#include <QPromise>
+#include <QThreadPool>
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace corvane {
+
+/// A pool of few threads for work that may be slow. Main thread only.
+///
+/// When it goes it waits a moment for what still runs, and leaves behind what does not end: a rule that cannot
+/// be interrupted must not keep the program from ending.
+class WorkerPool {
+public:
+    explicit WorkerPool(int threads)
+    {
+        m_pool->setMaxThreadCount(threads);
+        m_pool->setExpiryTimeout(5000);
+    }
+    ~WorkerPool()
+    {
+        m_pool->clear();
+        if (m_pool->waitForDone(1000)) {
+            delete m_pool;
+            return;
+        }
+        // Its thread still works on it: it is kept where a leak checker finds it, until the process ends.
+        // NOLINTNEXTLINE(bugprone-unhandled-exception-at-new): without memory for a pointer the program ends.
+        static auto &left = *new std::vector<QThreadPool *>;
+        left.push_back(m_pool);
+    }
+    WorkerPool(const WorkerPool &) = delete;
+    WorkerPool &operator=(const WorkerPool &) = delete;
+
+    [[nodiscard]] QThreadPool &threads() { return *m_pool; }
+
+private:
+    QThreadPool *m_pool = new QThreadPool;
+};
+
+/// Runs `work` on a thread of `pool`; its result comes back on the main thread. Values in, values out.
+template <typename Work>
+[[nodiscard]] auto startOnPool(QThreadPool &pool, Work work)
+{
+    using Result = decltype(work());
+    Pending<std::shared_ptr<Result>> pending;
+    QPromise<std::shared_ptr<Result>> promise;
+    auto *watcher = new QFutureWatcher<std::shared_ptr<Result>>;
+    QObject::connect(watcher, &QFutureWatcherBase::finished, watcher, [watcher, pending] {
+        if (watcher->future().resultCount() > 0) {
+            pending.resolve(watcher->result());
+        }
+        watcher->deleteLater();
+    });
+    promise.start();
+    watcher->setFuture(promise.future());
+    // A pool takes copyable functions only, a promise can but be moved.
+    pool.start([promise = std::make_shared<QPromise<std::shared_ptr<Result>>>(std::move(promise)),
+                work = std::make_shared<Work>(std::move(work))]() mutable {
+        promise->addResult(std::make_shared<Result>((*work)()));
+        work.reset();
+        promise->finish();
+    });
+    return pending;
+}
+
+} // namespace corvane
