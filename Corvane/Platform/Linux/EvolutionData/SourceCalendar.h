@@ -1,0 +1,139 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Platform/Linux/EvolutionData/EventExpansion.h"
+
+#include "Corvane/Calendar/CalendarMonitor.h"
+#include "Corvane/Platform/Linux/EvolutionData/CalendarLog.h"
+#include "Corvane/Platform/Linux/EvolutionData/CalendarMemory.h"
+#include "Corvane/Platform/Linux/EvolutionData/CalendarQuestion.h"
+#include "Corvane/Platform/Linux/EvolutionData/CalendarSource.h"
+#include "Corvane/Platform/Linux/Waiting/Pending.h"
+#include "Corvane/Platform/Linux/Waiting/WorkerPool.h"
+
+#include <qcoro/qcorotask.h>
+
+#include <QDeadlineTimer>
+#include <QSet>
+
+#include <expected>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace corvane {
+
+/// What a calendar held for one question.
+struct CalendarReading {
+    std::vector<CalendarEvent> events;
+    std::vector<SkippedEvent> skippedEvents;
+    /// Changes when the calendar does. Empty where the calendar does not tell.
+    QByteArray version;
+};
+
+/// Why a calendar gave no answer.
+struct CalendarError {
+    CalendarStatus::Condition condition = CalendarStatus::Condition::silent;
+    QString step;
+    QString reason;
+};
+
+/// What all calendars share. Outlives them.
+struct CalendarServices {
+    CalendarLog log;
+    CalendarMemory memory;
+    /// Called when a calendar has something that the last load lacked.
+    std::function<void()> announceNews;
+    WorkerPool workers{workerThreads};
+
+    static constexpr int workerThreads = 4;
+};
+
+/// One calendar, of the service or a file: asks it, remembers its last good answer, and tells how it fares.
+///
+/// One reading runs at a time. One that does not end before the deadline of its query goes on, and what it
+/// brings answers the next query; until then the last good answer stands in, from this run or from disk. What
+/// a reading holds is remembered in the background, and only when it has changed.
+///
+/// Main thread only. Coroutines share the calendar, so that it outlives what they wait for.
+class SourceCalendar : public std::enable_shared_from_this<SourceCalendar> {
+public:
+    SourceCalendar(std::shared_ptr<CalendarServices> services, QString identifier);
+    virtual ~SourceCalendar() = default;
+    SourceCalendar(const SourceCalendar &) = delete;
+    SourceCalendar &operator=(const SourceCalendar &) = delete;
+
+    [[nodiscard]] const CalendarStatus &status() const { return m_status; }
+
+    /// Answers `question` into `answers`. Ends soon after `inTime`, and no later than `deadline`.
+    static QCoro::Task<void> query(std::shared_ptr<SourceCalendar> self, CalendarQuestion question,
+                                   QDeadlineTimer inTime, QDeadlineTimer deadline, CalendarAnswers &answers);
+
+    /// Whether there is a memory of it on disk. Ends at `deadline`.
+    static QCoro::Task<bool> hasMemory(std::shared_ptr<SourceCalendar> self, QDeadlineTimer deadline);
+
+    /// It was removed or switched off.
+    void forget();
+
+    /// The program ends: nothing is announced or logged any more.
+    virtual void close() { m_isClosed = true; }
+
+protected:
+    using Reading = std::expected<CalendarReading, CalendarError>;
+
+    /// Reads the calendar; takes as long as it takes. The caller keeps the calendar alive.
+    virtual QCoro::Task<Reading> read(CalendarQuestion question) = 0;
+
+    /// Calendar text of what the last reading was made of, for all of `span`; nothing where it cannot be had
+    /// now. The caller keeps the calendar alive.
+    virtual QCoro::Task<std::optional<QByteArray>> capture(CalendarQuestion span) = 0;
+
+    [[nodiscard]] CalendarServices &services() const { return *m_services; }
+    [[nodiscard]] bool isClosed() const { return m_isClosed; }
+    void rename(const QString &name, const QString &account);
+    void log(const QString &message) const;
+
+private:
+    struct Attempt {
+        CalendarQuestion question;
+        Pending<std::shared_ptr<Reading>> reading;
+        bool isLate = false;
+    };
+    struct Answer {
+        CalendarQuestion question;
+        std::vector<CalendarEvent> events;
+    };
+    using Events = std::shared_ptr<std::optional<std::vector<CalendarEvent>>>;
+
+    static QCoro::Task<void> attempt(std::shared_ptr<SourceCalendar> self, std::shared_ptr<Attempt> attempt);
+    static QCoro::Task<std::optional<Reading>> readInTime(std::shared_ptr<SourceCalendar> self,
+                                                          CalendarQuestion question, QDeadlineTimer inTime);
+    static QCoro::Task<std::optional<std::vector<CalendarEvent>>>
+    lastAnswer(std::shared_ptr<SourceCalendar> self, CalendarQuestion question, QDeadlineTimer deadline);
+    static QCoro::Task<void> remember(std::shared_ptr<SourceCalendar> self, CalendarQuestion question,
+                                      QByteArray version);
+    static QCoro::Task<bool> recall(std::shared_ptr<SourceCalendar> self, QDeadlineTimer deadline);
+
+    void takeAnswer(const CalendarQuestion &question, CalendarReading reading, CalendarAnswers &answers);
+    void takeFailure(const CalendarError &error, bool hasLastAnswer);
+    void logSkippedEvents(const std::vector<SkippedEvent> &skippedEvents);
+
+    std::shared_ptr<CalendarServices> m_services;
+    CalendarStatus m_status;
+    std::shared_ptr<Attempt> m_attempt;
+    /// A reading that came too late for its query.
+    std::shared_ptr<Attempt> m_lateAttempt;
+    std::optional<Answer> m_answer;
+
+    std::optional<Pending<std::shared_ptr<std::optional<RememberedCalendar>>>> m_recalling;
+    std::shared_ptr<const RememberedCalendar> m_memory;
+    QByteArray m_memoryVersion;
+    bool m_isRemembering = false;
+    bool m_isClosed = false;
+    QSet<QByteArray> m_loggedSkips;
+};
+
+} // namespace corvane
