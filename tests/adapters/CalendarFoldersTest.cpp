@@ -368,12 +368,13 @@ private Q_SLOTS:
         QVERIFY(m_log->latestLines().last().size() < 500);
     }
 
-    void notesOfAnyLengthAreShown()
+    void notesOfAnyLengthAreReadAndCut()
     {
-        writeLessons(u"a.ics"_s, {lesson("Zoom - One", "DESCRIPTION:" + QByteArray(1'000'000, 'n') + "\n")});
+        // The library alone would take a minute for this line.
+        writeLessons(u"a.ics"_s, {lesson("Zoom - One", "DESCRIPTION:" + QByteArray(5'000'000, 'n') + "\n")});
         QCOMPARE(load(), QStringList{u"Zoom - One"_s});
         const auto events = QCoro::waitFor(m_store->events(m_day));
-        QCOMPARE(events.value().front().notes.value().size(), 1'000'000);
+        QCOMPARE(events.value().front().notes.value().size(), 65'536);
     }
 
     void controlCharactersPassThroughAndBreakNoLogLine()

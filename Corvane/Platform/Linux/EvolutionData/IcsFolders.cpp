@@ -5,23 +5,18 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/IcsFolders.h"
 
-#include "Corvane/Platform/Linux/Waiting/Pending.h"
-#include "Corvane/Platform/Linux/Waiting/WorkerPool.h"
+#include "Corvane/Platform/Linux/EvolutionData/CalendarText.h"
+#include "Corvane/Platform/Linux/Pending.h"
 
-#include <QCryptographicHash>
 #include <QFile>
 #include <QSet>
 
-#include <fcntl.h>
 #include <malloc.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cctype>
-#include <cerrno>
 #include <chrono>
-#include <cstring>
 #include <filesystem>
 #include <iterator>
 #include <map>
@@ -44,8 +39,6 @@ namespace {
 constexpr std::size_t maximumFiles = 5'000;
 constexpr std::size_t maximumFolders = 5'000;
 constexpr int maximumLevels = 32;
-/// A calendar needs three levels; the library takes components apart recursively.
-constexpr int maximumNesting = 16;
 /// Whether a folder exists is told at once; where it is not, the disk hangs.
 constexpr auto availabilityTimeout = 500ms;
 /// What is kept of the time limit for drawing the conclusions.
@@ -139,59 +132,6 @@ struct FileContent {
     Expansion expansion;
 };
 
-std::expected<QByteArray, QString> readFile(const QByteArray &path)
-{
-    const int descriptor = ::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (descriptor < 0) {
-        return std::unexpected(QString::fromLocal8Bit(std::strerror(errno)));
-    }
-    QFile file;
-    if (!file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
-        ::close(descriptor);
-        return std::unexpected(file.errorString());
-    }
-    QByteArray text = file.read(IcsFolders::maximumFileSize + 1);
-    if (text.isEmpty() && file.error() != QFileDevice::NoError) {
-        return std::unexpected(file.errorString());
-    }
-    if (text.size() > IcsFolders::maximumFileSize) {
-        return std::unexpected(u"it is too large"_s);
-    }
-    // The library takes text that ends with the first zero, and knows no mark of the byte order.
-    text.replace('\0', ' ');
-    if (text.startsWith("\xEF\xBB\xBF")) {
-        text.remove(0, 3);
-    }
-    return text;
-}
-
-bool isNestedTooDeeply(const QByteArray &text)
-{
-    int level = 0;
-    for (qsizetype line = 0; line >= 0 && line < text.size();) {
-        const char *begin = text.constData() + line;
-        if (qstrnicmp(begin, "BEGIN:", 6) == 0 && ++level > maximumNesting) {
-            return true;
-        }
-        if (qstrnicmp(begin, "END:", 4) == 0) {
-            --level;
-        }
-        const qsizetype end = text.indexOf('\n', line);
-        line = end < 0 ? -1 : end + 1;
-    }
-    return false;
-}
-
-std::vector<GObjectRef<ICalComponent>> children(ICalComponent *parent, ICalComponentKind kind)
-{
-    std::vector<GObjectRef<ICalComponent>> found;
-    for (ICalComponent *child = i_cal_component_get_first_component(parent, kind); child != nullptr;
-         child = i_cal_component_get_next_component(parent, kind)) {
-        found.push_back(GObjectRef<ICalComponent>::adopt(child));
-    }
-    return found;
-}
-
 FileContent readCalendars(const QByteArray &path, ExpansionRequest request, ExpansionControl &control)
 {
     FileContent content;
@@ -199,48 +139,17 @@ FileContent readCalendars(const QByteArray &path, ExpansionRequest request, Expa
         content.expansion.isComplete = false;
         return content;
     }
-    auto text = readFile(path);
-    if (!text) {
-        content.error = text.error();
+    const auto bytes = readCalendarFile(path, IcsFolders::maximumFileSize);
+    if (!bytes) {
+        content.error = bytes.error();
         return content;
     }
-    if (isNestedTooDeeply(*text)) {
-        content.error = u"it is nested too deeply"_s;
+    const auto calendars = readCalendarText(*bytes);
+    if (!calendars) {
+        content.error = calendars.error().reason;
         return content;
     }
-    const auto root = GObjectRef<ICalComponent>::adopt(i_cal_parser_parse_string(text->constData()));
-    *text = QByteArray();
-    std::vector<GObjectRef<ICalComponent>> calendars;
-    if (root && i_cal_component_isa(root.get()) == I_CAL_VCALENDAR_COMPONENT) {
-        calendars.push_back(root);
-    } else if (root && i_cal_component_isa(root.get()) == I_CAL_XROOT_COMPONENT) {
-        calendars = children(root.get(), I_CAL_VCALENDAR_COMPONENT);
-    }
-    if (calendars.empty()) {
-        content.error = u"it holds no calendar"_s;
-        return content;
-    }
-    for (const auto &calendar : calendars) {
-        QCryptographicHash zones(QCryptographicHash::Md5);
-        for (const auto &zone : children(calendar.get(), I_CAL_VTIMEZONE_COMPONENT)) {
-            char *zoneText = i_cal_component_as_ical_string(zone.get());
-            zones.addData(QByteArrayView(zoneText));
-            g_free(zoneText);
-        }
-        request.zoneKey = zones.result();
-        std::vector<GObjectRef<ICalTimezone>> kept;
-        request.customZone = [&kept, &calendar](const char *tzid) -> ICalTimezone * {
-            kept.push_back(
-                GObjectRef<ICalTimezone>::adopt(i_cal_component_get_timezone(calendar.get(), tzid)));
-            return kept.back().get();
-        };
-        Expansion expansion = expandGroups(
-            groupByIdentifier(children(calendar.get(), I_CAL_VEVENT_COMPONENT)), request, control);
-        std::ranges::move(expansion.events, std::back_inserter(content.expansion.events));
-        std::ranges::move(expansion.skippedEvents, std::back_inserter(content.expansion.skippedEvents));
-        content.expansion.series.merge(expansion.series);
-        content.expansion.isComplete = content.expansion.isComplete && expansion.isComplete;
-    }
+    content.expansion = expandCalendars(*calendars, std::move(request), control);
     return content;
 }
 
