@@ -4,6 +4,8 @@
 // How long today's query takes over calendars of 50,000 events: over a calendar that the service keeps open,
 // and over a file. To be run in an environment of its own (tests/support/isolated).
 
+#include "Corvane/Platform/Linux/EvolutionData/SourceCalendar.h"
+
 #include "Corvane/Platform/Linux/EvolutionData/EvolutionCalendars.h"
 #include "Corvane/Platform/Linux/EvolutionData/IcsFolders.h"
 #include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
@@ -51,11 +53,13 @@ const TimeZoneId utc = [] { return QByteArray("UTC"); };
 struct Room {
     QTemporaryDir folder;
     DebugLogService log{folder.filePath(u"log"_s)};
+    std::shared_ptr<CalendarServices> services =
+        std::make_shared<CalendarServices>(log, folder.filePath(u"memory"_s));
 };
 
 void query(benchmark::State &state, std::shared_ptr<CalendarSource> source)
 {
-    MergedEventStore store({std::move(source)});
+    MergedEventStore store({std::move(source)}, utc);
     const DateInterval day{dateSince1970(middle), dateSince1970(middle + 86400)};
     // The service may take longer than one load to open such a calendar for the first time.
     bool isOpen = false;
@@ -79,7 +83,7 @@ void todaysQueryOverAnOpenCalendar(benchmark::State &state)
     CalendarService::writeCalendar(calendar());
     CalendarService service;
     Room room;
-    query(state, std::make_shared<EvolutionCalendars>(room.log, utc));
+    query(state, std::make_shared<EvolutionCalendars>(room.services));
 }
 BENCHMARK(todaysQueryOverAnOpenCalendar)->Unit(benchmark::kMillisecond)->UseRealTime();
 
@@ -92,7 +96,7 @@ void todaysQueryOverAFile(benchmark::State &state)
         return;
     }
     file.close();
-    query(state, std::make_shared<IcsFolders>(room.log, QStringList{room.folder.path()}, utc));
+    query(state, std::make_shared<IcsFolders>(room.services, QStringList{room.folder.path()}));
 }
 BENCHMARK(todaysQueryOverAFile)->Unit(benchmark::kMillisecond)->UseRealTime();
 

@@ -74,7 +74,8 @@ AppEnvironment AppEnvironment::live(LiveServices &services)
     services.debugLogger = std::make_unique<DebugLogService>(DebugLogService::userLibraryDirectory());
     settingsFile.report(*services.standardUserDefaults, *services.debugLogger);
 
-    services.eventStore = makeLinuxEventStore(*services.debugLogger, defaultCalendarFolders());
+    services.eventStore =
+        makeLinuxEventStore(*services.debugLogger, defaultCalendarFolders(), defaultCalendarMemoryFolder());
     services.calendarStore = std::make_unique<EventKitLessonScheduleStore>(
         *services.eventStore, services.dateProvider, CalendarLessonParser(PlatformProfile::defaults()),
         DayCalendar::current(), *services.debugLogger);

@@ -22,8 +22,8 @@ struct CalendarStatus {
         answers,        ///< the last load read it
         awaitsPassword, ///< its account waits for a password
         silent,         ///< it did not answer in time
-        unopened,       ///< it could not be opened
-        leftOut,        ///< a file that is no calendar, or cannot be read
+        unopened,       ///< it could not be opened, or only half of it is there
+        leftOut,        ///< a file that holds no calendar
     };
 
     QString identifier; ///< unique among all calendars, the same in each run
@@ -39,7 +39,8 @@ struct CalendarStatus {
     /// Whether its lessons are missing from the schedule.
     [[nodiscard]] bool isGap() const
     {
-        return condition != Condition::unread && condition != Condition::answers && !usesLastAnswer;
+        return condition != Condition::unread && condition != Condition::answers &&
+               condition != Condition::leftOut && !usesLastAnswer;
     }
 
     friend bool operator==(const CalendarStatus &, const CalendarStatus &) = default;

@@ -61,7 +61,7 @@ private Q_SLOTS:
     {
         m_room = std::make_unique<QTemporaryDir>();
         m_log = std::make_unique<DebugLogService>(m_room->path());
-        m_store = makeLinuxEventStore(*m_log, {m_room->filePath(u"folder"_s)});
+        m_store = makeLinuxEventStore(*m_log, {m_room->filePath(u"folder"_s)}, m_room->filePath(u"memory"_s));
     }
 
     void cleanup()

@@ -38,7 +38,8 @@ private Q_SLOTS:
         file.write(calendarText("BEGIN:VEVENT\nUID:a\nDTSTART:20250514T120000Z\nDTEND:"
                                 "20250514T123000Z\nSUMMARY:Zoom - Anna\nEND:VEVENT\n"));
         file.close();
-        const auto store = makeLinuxEventStore(log, {m_room.filePath(u"folder"_s)});
+        const auto store =
+            makeLinuxEventStore(log, {m_room.filePath(u"folder"_s)}, m_room.filePath(u"memory"_s));
         QElapsedTimer timer;
         timer.start();
         QVERIFY(QCoro::waitFor(store->requestFullAccessToEvents()).value_or(false));

@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
+#include "Corvane/Platform/Linux/EvolutionData/SourceCalendar.h"
+
 #include "Corvane/Platform/Linux/EvolutionData/EvolutionCalendars.h"
 #include "Corvane/Platform/Linux/EvolutionData/IcsFolders.h"
 #include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
@@ -324,11 +326,12 @@ private Q_SLOTS:
         file.close();
 
         const TimeZoneId zone = [this] { return m_zone; };
+        const auto services = std::make_shared<CalendarServices>(m_log, m_folder.filePath(u"memory"_s));
         using Sources = std::vector<std::shared_ptr<CalendarSource>>;
         m_served =
-            std::make_unique<MergedEventStore>(Sources{std::make_shared<EvolutionCalendars>(m_log, zone)});
+            std::make_unique<MergedEventStore>(Sources{std::make_shared<EvolutionCalendars>(services)}, zone);
         m_filed = std::make_unique<MergedEventStore>(
-            Sources{std::make_shared<IcsFolders>(m_log, QStringList{m_folder.path()}, zone)});
+            Sources{std::make_shared<IcsFolders>(services, QStringList{m_folder.path()})}, zone);
         QVERIFY(QCoro::waitFor(m_served->requestFullAccessToEvents()).value_or(false));
         QVERIFY(QCoro::waitFor(m_filed->requestFullAccessToEvents()).value_or(false));
     }

@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
+#include "Corvane/Platform/Linux/EvolutionData/SourceCalendar.h"
+
 #include "Corvane/Platform/Linux/EvolutionData/EvolutionCalendars.h"
 #include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
 #include "tests/contracts/EventStoreContract.h"
@@ -28,8 +30,11 @@ protected:
     // Without a session bus. Once there is one, the library keeps to it.
     std::unique_ptr<EventStore> makeStoreWithoutAccess() override
     {
-        return std::make_unique<MergedEventStore>(std::vector<std::shared_ptr<CalendarSource>>{
-            std::make_shared<EvolutionCalendars>(m_log, [] { return QByteArray("UTC"); })});
+        const auto services =
+            std::make_shared<CalendarServices>(m_log, m_folder.filePath(QStringLiteral("memory")));
+        return std::make_unique<MergedEventStore>(
+            std::vector<std::shared_ptr<CalendarSource>>{std::make_shared<EvolutionCalendars>(services)},
+            [] { return QByteArray("UTC"); });
     }
 
     void allowAccess() override

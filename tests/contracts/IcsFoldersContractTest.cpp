@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
+#include "Corvane/Platform/Linux/EvolutionData/SourceCalendar.h"
+
 #include "Corvane/Platform/Linux/EvolutionData/IcsFolders.h"
 #include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
 #include "tests/contracts/EventStoreContract.h"
@@ -28,9 +30,11 @@ protected:
 
     std::unique_ptr<EventStore> makeStoreWithoutAccess() override
     {
+        const auto services = std::make_shared<CalendarServices>(m_log, m_folder.filePath(u"memory"_s));
         return std::make_unique<MergedEventStore>(
-            std::vector<std::shared_ptr<CalendarSource>>{std::make_shared<IcsFolders>(
-                m_log, QStringList{m_folder.filePath(u"calendars"_s)}, [] { return QByteArray("UTC"); })});
+            std::vector<std::shared_ptr<CalendarSource>>{
+                std::make_shared<IcsFolders>(services, QStringList{m_folder.filePath(u"calendars"_s)})},
+            [] { return QByteArray("UTC"); });
     }
 
     void allowAccess() override

@@ -30,7 +30,8 @@ protected:
 
     std::unique_ptr<EventStore> makeStoreWithoutAccess() override
     {
-        return makeLinuxEventStore(m_log, {m_folder.filePath(u"calendars"_s)});
+        return makeLinuxEventStore(m_log, {m_folder.filePath(u"calendars"_s)},
+                                   m_folder.filePath(u"memory"_s));
     }
 
     void allowAccess() override

@@ -56,7 +56,7 @@ QByteArray encodeMemory(const RememberedCalendar &calendar)
         {u"to"_s, secondsSince1970(calendar.span.end)},
     };
     const QByteArray body = QJsonDocument(header).toJson(QJsonDocument::Compact) + '\n' + calendar.text;
-    return version + checksum(body) + '\n' + body;
+    return version.toByteArray() + checksum(body) + '\n' + body;
 }
 
 std::expected<RememberedCalendar, Failure> decodeMemory(const QByteArray &bytes)

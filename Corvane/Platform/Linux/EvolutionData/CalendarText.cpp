@@ -138,6 +138,7 @@ Expansion expandCalendars(const std::vector<CalendarContents> &calendars, Expans
         std::ranges::move(expansion.events, std::back_inserter(whole.events));
         std::ranges::move(expansion.skippedEvents, std::back_inserter(whole.skippedEvents));
         whole.series.merge(expansion.series);
+        whole.occurring.merge(expansion.occurring);
         whole.isComplete = whole.isComplete && expansion.isComplete;
     }
     return whole;

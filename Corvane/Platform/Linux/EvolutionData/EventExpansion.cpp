@@ -549,7 +549,10 @@ Expansion expandGroups(const std::vector<ComponentGroup> &groups, const Expansio
         defaultZone = i_cal_timezone_get_utc_timezone();
     }
     Expansion expansion;
-    const auto append = [&expansion](const GroupOutcome &outcome) {
+    const auto append = [&expansion](const ComponentGroup &group, const GroupOutcome &outcome) {
+        if (!outcome.events.empty()) {
+            expansion.occurring.insert(QByteArray(i_cal_component_get_uid(group.components.front().get())));
+        }
         std::ranges::copy(outcome.events, std::back_inserter(expansion.events));
         std::ranges::copy(outcome.skippedEvents, std::back_inserter(expansion.skippedEvents));
     };
@@ -560,7 +563,7 @@ Expansion expandGroups(const std::vector<ComponentGroup> &groups, const Expansio
         }
         if (!isSeries(group)) {
             if (const auto outcome = GroupExpansion(group, request, control, defaultZone).run()) {
-                append(*outcome);
+                append(group, *outcome);
             } else {
                 expansion.isComplete = false;
             }
@@ -568,7 +571,7 @@ Expansion expandGroups(const std::vector<ComponentGroup> &groups, const Expansio
         }
         const QByteArray key = keyOf(group, request.zoneKey);
         if (const auto known = request.knownSeries.find(key); known != request.knownSeries.end()) {
-            append(*known->second);
+            append(group, *known->second);
             expansion.series.insert(*known);
             continue;
         }
@@ -580,7 +583,7 @@ Expansion expandGroups(const std::vector<ComponentGroup> &groups, const Expansio
         }
         control.busyWith = hash;
         if (auto outcome = GroupExpansion(group, request, control, defaultZone).run()) {
-            append(*outcome);
+            append(group, *outcome);
             expansion.series.emplace(key, std::make_shared<const GroupOutcome>(std::move(*outcome)));
         } else {
             expansion.isComplete = false;

@@ -48,6 +48,8 @@ struct Expansion {
     /// The outcomes of the series, for the next expansion of the same interval in the same time zone.
     std::map<QByteArray, std::shared_ptr<const GroupOutcome>> series;
     bool isComplete = true;
+    /// The identifiers of the groups that gave events; empty for those without.
+    std::set<QByteArray> occurring;
 };
 
 /// Lets the main thread stop an expansion and see what it is busy with.

@@ -10,19 +10,22 @@
 
 namespace corvane {
 
+struct CalendarServices;
+
 /// The enabled calendars of the desktop's calendar service, those of contacts and of the weather excepted.
 ///
-/// Calendars stay open between queries; one that fails or does not answer is opened again at the next. New
-/// ones are taken up, removed ones dropped. Series are fetched and expanded only when one of them changed.
+/// New calendars are taken up, removed ones are dropped and forgotten. Where the list of calendars cannot be
+/// had from the beginning, those that are remembered stand in.
 class EvolutionCalendars final : public CalendarSource {
 public:
-    EvolutionCalendars(DebugLogService &log, TimeZoneId timeZoneId);
+    explicit EvolutionCalendars(std::shared_ptr<CalendarServices> services);
     ~EvolutionCalendars() override;
     EvolutionCalendars(const EvolutionCalendars &) = delete;
     EvolutionCalendars &operator=(const EvolutionCalendars &) = delete;
 
     QCoro::Task<std::expected<bool, Failure>> checkAvailability(QDeadlineTimer deadline) override;
-    QCoro::Task<CalendarAnswers> query(DateInterval interval, QDeadlineTimer deadline) override;
+    QCoro::Task<CalendarAnswers> query(CalendarQuestion question, QDeadlineTimer deadline) override;
+    void refresh() override;
     void close() override;
 
 private:

@@ -1,15 +1,19 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
+#include "Corvane/Platform/Linux/EvolutionData/EventExpansion.h"
+
 #include "Corvane/Platform/Linux/EvolutionData/LinuxEventStore.h"
 
 #include "Corvane/Platform/Linux/EvolutionData/EvolutionCalendars.h"
 #include "Corvane/Platform/Linux/EvolutionData/IcsFolders.h"
 #include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
+#include "Corvane/Platform/Linux/EvolutionData/SourceCalendar.h"
 
 #include <QAbstractEventDispatcher>
 #include <QDir>
 #include <QFile>
+#include <QPointer>
 #include <QStandardPaths>
 #include <QTimeZone>
 
@@ -31,7 +35,17 @@ QStringList defaultCalendarFolders()
     return {data + u"/quillet/calendars"_s, home + u"/.calendars"_s};
 }
 
-std::unique_ptr<EventStore> makeLinuxEventStore(DebugLogService &log, const QStringList &folders)
+QString defaultCalendarMemoryFolder()
+{
+    QString state = qEnvironmentVariable("XDG_STATE_HOME");
+    if (!QDir::isAbsolutePath(state)) {
+        state = QDir::homePath() + u"/.local/state"_s;
+    }
+    return state + u"/quillet/calendars"_s;
+}
+
+std::unique_ptr<EventStore> makeLinuxEventStore(DebugLogService &log, const QStringList &folders,
+                                                const QString &memoryFolder)
 {
     // Asked at each query: an event at ten, in whatever zone, is one at ten where a traveller is now.
     const TimeZoneId timeZoneId = [] { return QTimeZone::systemTimeZoneId(); };
@@ -43,9 +57,16 @@ std::unique_ptr<EventStore> makeLinuxEventStore(DebugLogService &log, const QStr
     }
     std::vector<std::shared_ptr<CalendarSource>> sources;
     // The folders first: whether one exists is known at once, so that a service that hangs delays no grant.
-    sources.push_back(std::make_shared<IcsFolders>(log, folders, timeZoneId));
-    sources.push_back(std::make_shared<EvolutionCalendars>(log, timeZoneId));
-    return std::make_unique<MergedEventStore>(std::move(sources));
+    const auto services = std::make_shared<CalendarServices>(log, memoryFolder);
+    sources.push_back(std::make_shared<IcsFolders>(services, folders));
+    sources.push_back(std::make_shared<EvolutionCalendars>(services));
+    auto store = std::make_unique<MergedEventStore>(std::move(sources), timeZoneId);
+    services->announceNews = [monitor = QPointer(&store->monitor())] {
+        if (monitor != nullptr) {
+            Q_EMIT monitor->newsArrived();
+        }
+    };
+    return store;
 }
 
 bool checkEventLoopServesCalendars(DebugLogService &log)

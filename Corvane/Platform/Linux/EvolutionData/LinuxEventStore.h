@@ -16,10 +16,14 @@ namespace corvane {
 /// user's data folder, and `.calendars` in the home.
 [[nodiscard]] QStringList defaultCalendarFolders();
 
-/// The calendars of this machine: those of the calendar service and those of `folders` (absolute paths), in
-/// one store. `log` is borrowed. Called once, by the composition root, on the main thread.
-[[nodiscard]] std::unique_ptr<EventStore> makeLinuxEventStore(DebugLogService &log,
-                                                              const QStringList &folders);
+/// The folder in which calendars are remembered: `quillet/calendars` in the user's state folder.
+[[nodiscard]] QString defaultCalendarMemoryFolder();
+
+/// The calendars of this machine: those of the calendar service and those of `folders`, in one store, which
+/// remembers them in `memoryFolder` (absolute paths). `log` is borrowed. Called once, by the composition
+/// root, on the main thread.
+[[nodiscard]] std::unique_ptr<EventStore>
+makeLinuxEventStore(DebugLogService &log, const QStringList &folders, const QString &memoryFolder);
 
 /// Whether the event loop of the main thread serves the calendar library; where it does not, says so in the
 /// log and on the standard error: the calendar service then never answers, and loads end at their time limit.

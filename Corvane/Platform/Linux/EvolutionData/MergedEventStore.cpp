@@ -6,6 +6,8 @@
 #include "Corvane/Platform/Linux/Waiting/Pending.h"
 #include "Corvane/Utilities/Spawn.h"
 
+#include <QPointer>
+
 #include <algorithm>
 #include <deque>
 #include <iterator>
@@ -42,7 +44,13 @@ bool isBefore(const CalendarEvent &left, const CalendarEvent &right)
 
 class MergedEventStore::Impl : public std::enable_shared_from_this<Impl> {
 public:
-    explicit Impl(std::vector<std::shared_ptr<CalendarSource>> sources) : m_sources(std::move(sources)) {}
+    Impl(CalendarMonitor &monitor, std::vector<std::shared_ptr<CalendarSource>> sources,
+         TimeZoneId timeZoneId)
+        : m_monitor(&monitor)
+        , m_sources(std::move(sources))
+        , m_timeZoneId(std::move(timeZoneId))
+    {
+    }
 
     [[nodiscard]] bool isGranted() const { return m_isGranted; }
 
@@ -50,6 +58,13 @@ public:
     {
         for (const auto &source : m_sources) {
             source->close();
+        }
+    }
+
+    void refresh()
+    {
+        for (const auto &source : m_sources) {
+            source->refresh();
         }
     }
 
@@ -121,10 +136,11 @@ private:
             const Query query = self->m_queries.front();
             const QDeadlineTimer deadline =
                 std::max(query.deadline, QDeadlineTimer(minimumQueryBudget, Qt::PreciseTimer));
+            const CalendarQuestion question{query.interval, self->m_timeZoneId()};
             CalendarAnswers all;
             std::vector<QCoro::Task<CalendarAnswers>> tasks;
             for (const auto &source : self->m_sources) {
-                tasks.push_back(source->query(query.interval, deadline));
+                tasks.push_back(source->query(question, deadline));
             }
             for (auto &task : tasks) {
                 CalendarAnswers answers = co_await task;
@@ -135,6 +151,7 @@ private:
                     all.error = answers.error;
                 }
                 std::ranges::move(answers.events, std::back_inserter(all.events));
+                std::ranges::move(answers.calendars, std::back_inserter(all.calendars));
             }
             self->m_queries.pop_front();
             query.answer.resolve(self->conclude(std::move(all)));
@@ -144,7 +161,11 @@ private:
 
     Events conclude(CalendarAnswers all)
     {
-        if (all.silent > 0 && all.answered == 0) {
+        if (m_monitor != nullptr) {
+            m_monitor->setCalendars(std::move(all.calendars));
+        }
+        // Where a calendar is silent, an answer without any lesson would take away the lessons of before.
+        if (all.silent > 0 && std::ranges::all_of(all.events, &CalendarEvent::isAllDay)) {
             return std::unexpected(Failure{all.error});
         }
         if (!all.isThere) {
@@ -154,10 +175,15 @@ private:
                 Failure{u"There is neither a calendar service nor a folder of calendars."_s});
         }
         std::ranges::stable_sort(all.events, isBefore);
+        if (m_monitor != nullptr) {
+            m_monitor->setEvents(all.events);
+        }
         return std::move(all.events);
     }
 
+    QPointer<CalendarMonitor> m_monitor;
     std::vector<std::shared_ptr<CalendarSource>> m_sources;
+    TimeZoneId m_timeZoneId;
     bool m_isGranted = false;
     QDeadlineTimer m_loadEnd;
     QDeadlineTimer m_sameLoad{0};
@@ -166,8 +192,9 @@ private:
     bool m_isQuerying = false;
 };
 
-MergedEventStore::MergedEventStore(std::vector<std::shared_ptr<CalendarSource>> sources)
-    : m_impl(std::make_shared<Impl>(std::move(sources)))
+MergedEventStore::MergedEventStore(std::vector<std::shared_ptr<CalendarSource>> sources,
+                                   TimeZoneId timeZoneId)
+    : m_impl(std::make_shared<Impl>(m_monitor, std::move(sources), std::move(timeZoneId)))
 {
 }
 
@@ -196,6 +223,9 @@ MergedEventStore::events(DateInterval interval)
     co_return answer.value();
 }
 
-void MergedEventStore::refresh() {}
+void MergedEventStore::refresh()
+{
+    m_impl->refresh();
+}
 
 } // namespace corvane

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Corvane/Calendar/EventStore.h"
+#include "Corvane/Platform/Linux/EvolutionData/CalendarQuestion.h"
 #include "Corvane/Platform/Linux/EvolutionData/CalendarSource.h"
 
 #include <expected>
@@ -16,14 +17,15 @@ namespace corvane {
 ///
 /// Queries run one after the other; a call for the interval of the query that was asked last waits for that
 /// query. A request and the query that follows it share one time limit, so that a whole load of lessons ends
-/// within five seconds. The events are a failure only where a calendar stayed silent and none answered.
+/// within five seconds. The events are a failure only where a calendar stayed silent without a last answer
+/// and the others have no event that takes a part of a day.
 ///
 /// A store that goes while calls are under way gives up what they wait for; they end on later turns of the
 /// event loop, never inside the destructor.
 class MergedEventStore final : public EventStore {
 public:
     /// `sources` are asked in their order; the first that is there grants access.
-    explicit MergedEventStore(std::vector<std::shared_ptr<CalendarSource>> sources);
+    MergedEventStore(std::vector<std::shared_ptr<CalendarSource>> sources, TimeZoneId timeZoneId);
     ~MergedEventStore() override;
     MergedEventStore(const MergedEventStore &) = delete;
     MergedEventStore &operator=(const MergedEventStore &) = delete;

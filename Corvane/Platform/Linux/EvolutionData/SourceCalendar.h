@@ -41,12 +41,23 @@ struct CalendarError {
     QString reason;
 };
 
+/// What is remembered with an answer: the day that `question` asks for and the seven after it, one of which
+/// may have 25 hours.
+[[nodiscard]] DateInterval rememberedSpan(const CalendarQuestion &question);
+
+/// The events that `calendar` holds for `question`; nothing where it does not cover that. For a worker
+/// thread.
+[[nodiscard]] std::optional<std::vector<CalendarEvent>> rememberedEvents(const RememberedCalendar &calendar,
+                                                                         const CalendarQuestion &question);
+
 /// What all calendars share. Outlives them.
 struct CalendarServices {
+    CalendarServices(DebugLogService &log, const QString &memoryFolder) : log(log), memory(memoryFolder) {}
+
     CalendarLog log;
     CalendarMemory memory;
     /// Called when a calendar has something that the last load lacked.
-    std::function<void()> announceNews;
+    std::function<void()> announceNews = [] {};
     WorkerPool workers{workerThreads};
 
     static constexpr int workerThreads = 4;

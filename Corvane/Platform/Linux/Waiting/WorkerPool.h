@@ -9,7 +9,6 @@
 #include <QPromise>
 #include <QThreadPool>
 
-#include <algorithm>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -18,8 +17,8 @@ namespace corvane {
 
 /// A pool of few threads for work that may be slow. Main thread only.
 ///
-/// When it goes it waits a moment for what still runs, and leaves behind what does not end: a rule that cannot
-/// be interrupted must not keep the program from ending.
+/// When it goes it waits a moment for what still runs, and leaves behind what does not end: a rule that
+/// cannot be interrupted must not keep the program from ending.
 class WorkerPool {
 public:
     explicit WorkerPool(int threads)
@@ -43,6 +42,10 @@ public:
     WorkerPool &operator=(const WorkerPool &) = delete;
 
     [[nodiscard]] QThreadPool &threads() { return *m_pool; }
+
+    /// One thread does not come back in time: the others' work gets a further one, until it does.
+    void addThread() { m_pool->setMaxThreadCount(m_pool->maxThreadCount() + 1); }
+    void removeThread() { m_pool->setMaxThreadCount(m_pool->maxThreadCount() - 1); }
 
 private:
     QThreadPool *m_pool = new QThreadPool;

@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <map>
+#include <vector>
+
+namespace corvane {
+
+/// Tells one state of a file from another, also where a file of the same size and time took its place.
+struct FileStamp {
+    qint64 size = 0;
+    /// Of the contents, and of the entry; in seconds and nanoseconds.
+    qint64 modified = 0;
+    qint64 modifiedNanoseconds = 0;
+    qint64 changed = 0;
+    qint64 changedNanoseconds = 0;
+    quint64 inode = 0;
+
+    friend bool operator==(const FileStamp &, const FileStamp &) = default;
+};
+
+/// The calendar files of some folders.
+struct FolderListing {
+    bool isAnyFolderThere = false;
+    std::map<QByteArray, FileStamp> files;
+    /// Folders that cannot be read, and why.
+    std::map<QByteArray, QString> errors;
+};
+
+[[nodiscard]] bool isAnyFolderThere(const std::vector<QByteArray> &folders);
+
+/// The files that end in ".ics", in any letter case, in `folders` and their subfolders. Hidden files and
+/// folders are left out: version control and synchronisation keep earlier states there. Links are followed,
+/// each folder is read once. Waits for the disk: for a worker thread.
+[[nodiscard]] FolderListing listFolders(const std::vector<QByteArray> &folders);
+
+} // namespace corvane

@@ -1,0 +1,75 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/EvolutionData/RememberedCalendars.h"
+
+#include "Corvane/Platform/Linux/EvolutionData/SourceCalendar.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+
+RememberedCalendars::RememberedCalendars(std::shared_ptr<CalendarServices> services, QString prefix)
+    : m_services(std::move(services))
+    , m_prefix(std::move(prefix))
+{
+}
+
+QCoro::Task<bool> RememberedCalendars::areThere(QDeadlineTimer deadline)
+{
+    if (!m_reading) {
+        m_reading =
+            startOnPool(m_services->workers.threads(),
+                        [memory = m_services->memory, prefix = m_prefix] { return memory.readAll(prefix); });
+    }
+    const auto reading = *m_reading;
+    const bool isRead = co_await reading.until(deadline);
+    co_return isRead && !reading.value()->empty();
+}
+
+QCoro::Task<void> RememberedCalendars::answer(CalendarQuestion question, QDeadlineTimer deadline,
+                                              QString reason, CalendarAnswers &answers)
+{
+    if (!m_silentSince) {
+        m_silentSince = currentDate();
+    }
+    if (!co_await areThere(deadline)) {
+        co_return;
+    }
+    const std::shared_ptr<Calendars> calendars = m_reading->value();
+    using Found = std::vector<std::optional<std::vector<CalendarEvent>>>;
+    const auto expanding = startOnPool(m_services->workers.threads(), [calendars, question] {
+        Found found;
+        for (const RememberedCalendar &calendar : *calendars) {
+            found.push_back(rememberedEvents(calendar, question));
+        }
+        return found;
+    });
+    if (!co_await expanding.until(deadline)) {
+        co_return;
+    }
+    for (std::size_t index = 0; index < calendars->size(); ++index) {
+        const RememberedCalendar &calendar = (*calendars)[index];
+        const auto &events = (*expanding.value())[index];
+        if (!events) {
+            continue;
+        }
+        ++answers.answered;
+        std::ranges::copy(*events, std::back_inserter(answers.events));
+        answers.calendars.push_back({.identifier = calendar.identifier,
+                                     .name = calendar.name,
+                                     .account = calendar.account,
+                                     .condition = CalendarStatus::Condition::silent,
+                                     .reason = reason,
+                                     .lastRead = calendar.readAt,
+                                     .failingSince = m_silentSince,
+                                     .usesLastAnswer = true,
+                                     .eventCount = static_cast<int>(events->size())});
+    }
+}
+
+} // namespace corvane

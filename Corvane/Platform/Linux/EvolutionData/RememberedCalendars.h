@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Platform/Linux/EvolutionData/CalendarMemory.h"
+#include "Corvane/Platform/Linux/EvolutionData/CalendarQuestion.h"
+#include "Corvane/Platform/Linux/EvolutionData/CalendarSource.h"
+#include "Corvane/Platform/Linux/Waiting/Pending.h"
+
+#include <qcoro/qcorotask.h>
+
+#include <QDeadlineTimer>
+#include <QString>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace corvane {
+
+struct CalendarServices;
+
+/// The calendars of one source as they are remembered on disk: they stand in where the source does not even
+/// tell which calendars it has. Main thread only. Its owner outlives what it awaits.
+class RememberedCalendars {
+public:
+    /// `prefix` begins the identifiers of the source's calendars.
+    RememberedCalendars(std::shared_ptr<CalendarServices> services, QString prefix);
+
+    /// Whether there is any. Ends at `deadline`.
+    QCoro::Task<bool> areThere(QDeadlineTimer deadline);
+
+    /// Adds what they hold for `question` to `answers`. `reason` is why their source is silent.
+    QCoro::Task<void> answer(CalendarQuestion question, QDeadlineTimer deadline, QString reason,
+                             CalendarAnswers &answers);
+
+private:
+    using Calendars = std::vector<RememberedCalendar>;
+
+    std::shared_ptr<CalendarServices> m_services;
+    QString m_prefix;
+    std::optional<Pending<std::shared_ptr<Calendars>>> m_reading;
+    std::optional<Date> m_silentSince;
+};
+
+} // namespace corvane

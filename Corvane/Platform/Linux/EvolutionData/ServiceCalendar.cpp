@@ -1,0 +1,375 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/EvolutionData/ServiceCalendar.h"
+
+#include "Corvane/Platform/Linux/EvolutionData/CalendarCapture.h"
+#include "Corvane/Utilities/Spawn.h"
+
+#include <algorithm>
+#include <chrono>
+#include <iterator>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace corvane {
+
+namespace {
+
+/// How long the first reading of a calendar waits for the watch over it; it goes on without.
+constexpr auto watchTime = 1000ms;
+/// Series are fetched one by one from services that may leave out their changed instances; no more than
+/// these.
+constexpr std::size_t maximumSingleFetches = 1'000;
+/// How long a watch over the series is trusted before they are fetched again all the same.
+constexpr auto seriesRefetchInterval = 10min;
+/// A server that cannot be asked is asked again after this time, after twice as long, and so on.
+constexpr std::chrono::seconds firstRefreshPause = 2min;
+constexpr int longestPauseDoublings = 5;
+
+std::set<QByteArray> zonesOf(const Components &components)
+{
+    std::set<QByteArray> zones;
+    for (const auto &component : components) {
+        zones.merge(timeZoneIdentifiers(component.get()));
+    }
+    return zones;
+}
+
+std::set<QByteArray> identifiersOf(const Components &components)
+{
+    std::set<QByteArray> identifiers;
+    for (const auto &component : components) {
+        if (const char *uid = i_cal_component_get_uid(component.get()); uid != nullptr) {
+            identifiers.insert(uid);
+        }
+    }
+    return identifiers;
+}
+
+using FindZone = std::function<ICalTimezone *(const char *tzid)>;
+
+/// Calendar text of `components` and their zones. For a worker thread.
+QByteArray textOf(const Components &components, const FindZone &findZone)
+{
+    QByteArray events;
+    for (const auto &component : components) {
+        events += componentText(component.get());
+    }
+    QByteArray zones;
+    for (const QByteArray &identifier : zonesOf(components)) {
+        ICalTimezone *zone = findZone(identifier.constData());
+        const auto definition =
+            GObjectRef<ICalComponent>::adopt(zone != nullptr ? i_cal_timezone_get_component(zone) : nullptr);
+        if (definition) {
+            zones += componentText(definition.get());
+        }
+    }
+    return wrapCalendar(zones + events);
+}
+
+/// The components that occur in `request`'s interval.
+Components occurring(const Components &components, const ExpansionRequest &request, ExpansionControl &control)
+{
+    const auto identifiers = expandGroups(groupByIdentifier(components), request, control).occurring;
+    Components kept;
+    std::ranges::copy_if(components, std::back_inserter(kept), [&identifiers](const auto &component) {
+        return identifiers.contains(QByteArray(i_cal_component_get_uid(component.get())));
+    });
+    return kept;
+}
+
+CalendarError queryError(const QString &reason)
+{
+    return {CalendarStatus::Condition::silent, u"query"_s, reason};
+}
+
+} // namespace
+
+ServiceCalendar::ServiceCalendar(std::shared_ptr<CalendarServices> services, const ServiceEntry &entry)
+    : SourceCalendar(services, identifierPrefix + QString::fromUtf8(entry.uid))
+    , m_isLocal(entry.isLocal)
+    , m_expander(std::make_shared<CalendarExpander>(std::move(services)))
+{
+    update(entry);
+}
+
+ServiceCalendar::~ServiceCalendar() = default;
+
+void ServiceCalendar::update(const ServiceEntry &entry)
+{
+    m_source = entry.source;
+    rename(entry.name, entry.account);
+}
+
+void ServiceCalendar::close()
+{
+    SourceCalendar::close();
+    m_expander->cancel();
+    if (m_client) {
+        m_client->close();
+    }
+}
+
+// Open.
+
+QCoro::Task<std::optional<CalendarError>> ServiceCalendar::open(std::shared_ptr<ServiceCalendar> self)
+{
+    if (self->m_client && !self->m_client->isDead()) {
+        co_return std::nullopt;
+    }
+    if (!self->m_opening) {
+        if (self->m_client) {
+            self->log(u"calendar opened again name=\"%1\" reason=\"the calendar service died\""_s.arg(
+                logText(self->status().name)));
+        }
+        self->m_client.reset();
+        self->m_opening.emplace();
+        spawn(openClient(self, *self->m_opening));
+    }
+    const auto opening = *self->m_opening;
+    co_await opening.untilResolved();
+    co_return opening.value();
+}
+
+QCoro::Task<void> ServiceCalendar::openClient(std::shared_ptr<ServiceCalendar> self,
+                                              Pending<std::optional<CalendarError>> opening)
+{
+    const std::weak_ptr<SourceCalendar> weak = self->weak_from_this();
+    auto onChange = [weak] {
+        const auto calendar = std::static_pointer_cast<ServiceCalendar>(weak.lock());
+        if (calendar && !calendar->isClosed()) {
+            calendar->services().announceNews();
+        }
+    };
+    auto client = co_await ServiceClient::open(self->m_source, std::move(onChange));
+    std::optional<CalendarError> error;
+    if (client) {
+        self->m_client = std::move(client->client);
+        ++self->m_clientNumber;
+        if (self->isClosed()) {
+            self->m_client->close();
+        }
+    } else {
+        error = CalendarError{CalendarStatus::Condition::unopened, u"open"_s, client.error()};
+    }
+    self->m_opening.reset();
+    opening.resolve(error);
+}
+
+bool ServiceCalendar::awaitsPassword() const
+{
+    return e_source_get_connection_status(m_source.get()) == E_SOURCE_CONNECTION_STATUS_AWAITING_CREDENTIALS;
+}
+
+// Read.
+
+QCoro::Task<SourceCalendar::Reading> ServiceCalendar::read(CalendarQuestion question)
+{
+    Reading reading = co_await readOnce(question);
+    const bool isLost = !reading && (reading.error().step == u"query" || reading.error().step == u"open");
+    if (isLost && !isClosed()) {
+        // The service may have died since the last reading; the next call starts it again.
+        log(u"calendar opened again name=\"%1\" step=\"%2\" reason=\"%3\""_s.arg(
+            logText(status().name), reading.error().step, logText(reading.error().reason)));
+        m_client.reset();
+        reading = co_await readOnce(question);
+    }
+    if (!reading && reading.error().step == u"query") {
+        m_client.reset();
+    }
+    co_return reading;
+}
+
+QCoro::Task<SourceCalendar::Reading> ServiceCalendar::readOnce(CalendarQuestion question)
+{
+    const auto self = std::static_pointer_cast<ServiceCalendar>(shared_from_this());
+    if (const auto error = co_await open(self)) {
+        co_return std::unexpected(*error);
+    }
+    const Client client = m_client;
+    const DateInterval span = rememberedSpan(question);
+    if (!client->changes(span)) {
+        const Pending<bool> watched;
+        spawn([](Client client, DateInterval span, Pending<bool> watched) -> QCoro::Task<void> {
+            co_await ServiceClient::watch(client, span);
+            watched.resolve(true);
+        }(client, span, watched));
+        [[maybe_unused]] const bool isWatched =
+            co_await watched.until(QDeadlineTimer(watchTime, Qt::PreciseTimer));
+    }
+    // What changes from here on is seen by the next reading.
+    const QByteArray versionNow = version(question);
+    const bool areSeriesKnown = m_series && m_series->question == question && !versionNow.isEmpty() &&
+                                m_series->version == versionNow && !m_series->refetch.hasExpired();
+    auto fetched = co_await fetch(client, question, !areSeriesKnown);
+    if (!fetched) {
+        co_return std::unexpected(fetched.error());
+    }
+    if (fetched->singles.empty() && fetched->series.empty() && !areSeriesKnown && awaitsPassword()) {
+        co_return std::unexpected(CalendarError{CalendarStatus::Condition::awaitsPassword, u"password"_s,
+                                                u"its account waits for a password"_s});
+    }
+    auto singles = co_await expandSingles(client, question, std::move(fetched->singles));
+    if (!singles) {
+        co_return std::unexpected(singles.error());
+    }
+    if (!areSeriesKnown) {
+        m_series.reset();
+        const auto expanded = co_await expandSeries(client, question, std::move(fetched->series), versionNow);
+        if (!expanded) {
+            co_return std::unexpected(expanded.error());
+        }
+    }
+    CalendarReading reading{std::move(singles->events), std::move(singles->skippedEvents), versionNow};
+    if (m_series) {
+        std::ranges::copy(m_series->events, std::back_inserter(reading.events));
+        std::ranges::copy(m_series->skippedEvents, std::back_inserter(reading.skippedEvents));
+    }
+    co_return reading;
+}
+
+QByteArray ServiceCalendar::version(const CalendarQuestion &question) const
+{
+    const auto changes = m_client->changes(rememberedSpan(question));
+    return changes ? QByteArray::number(m_clientNumber) + '.' + QByteArray::number(*changes) : QByteArray();
+}
+
+// First step: fetch.
+
+QCoro::Task<std::expected<ServiceCalendar::Fetched, CalendarError>>
+ServiceCalendar::fetch(Client client, CalendarQuestion question, bool withSeries)
+{
+    auto singles = co_await ServiceClient::singles(client, question.interval);
+    if (!singles) {
+        co_return std::unexpected(queryError(singles.error()));
+    }
+    auto fetched = std::make_shared<Fetched>();
+    fetched->singles = std::move(*singles);
+    if (withSeries) {
+        auto series = co_await ServiceClient::series(client);
+        if (!series) {
+            co_return std::unexpected(queryError(series.error()));
+        }
+        fetched->series = std::move(*series);
+        co_await completeSeries(client, fetched);
+    }
+    std::set<QByteArray> zones = zonesOf(fetched->singles);
+    zones.merge(zonesOf(fetched->series));
+    co_await ServiceClient::bringZones(client, std::move(zones));
+    co_return std::move(*fetched);
+}
+
+/// Second step: other services may count a changed instance as a single event. The whole series is asked for.
+QCoro::Task<void> ServiceCalendar::completeSeries(Client client, std::shared_ptr<Fetched> fetched)
+{
+    const std::set<QByteArray> identifiers = identifiersOf(fetched->series);
+    if (m_isLocal || identifiers.empty() || identifiers.size() > maximumSingleFetches) {
+        co_return;
+    }
+    Components whole = co_await ServiceClient::components(client, identifiers);
+    if (whole.empty()) {
+        co_return;
+    }
+    std::erase_if(fetched->singles, [&identifiers](const auto &component) {
+        const char *uid = i_cal_component_get_uid(component.get());
+        return uid != nullptr && identifiers.contains(QByteArray(uid));
+    });
+    fetched->series = std::move(whole);
+}
+
+// Third step: expand. The single events first, so that they are given whatever the series cost.
+
+QCoro::Task<std::expected<Expansion, CalendarError>>
+ServiceCalendar::expandSingles(Client client, CalendarQuestion question, Components components)
+{
+    if (components.empty()) {
+        co_return Expansion{};
+    }
+    CalendarExpander::Work work = [components = std::move(components), findZone = client->customZone()](
+                                      ExpansionRequest request, ExpansionControl &control) {
+        request.customZone = findZone;
+        return CalendarExpander::Outcome{expandGroups(groupByIdentifier(components), request, control), {}};
+    };
+    auto outcome = co_await CalendarExpander::expand(m_expander, question, std::move(work));
+    if (!outcome) {
+        co_return std::unexpected(outcome.error());
+    }
+    co_return std::move(outcome->expansion);
+}
+
+QCoro::Task<std::expected<void, CalendarError>> ServiceCalendar::expandSeries(Client client,
+                                                                              CalendarQuestion question,
+                                                                              Components components,
+                                                                              QByteArray version)
+{
+    CalendarExpander::Work work = [components = std::move(components), findZone = client->customZone(),
+                                   span = rememberedSpan(question)](ExpansionRequest request,
+                                                                    ExpansionControl &control) {
+        request.customZone = findZone;
+        CalendarExpander::Outcome outcome{expandGroups(groupByIdentifier(components), request, control), {}};
+        request.interval = span;
+        request.knownSeries.clear();
+        outcome.text = textOf(occurring(components, request, control), findZone);
+        return outcome;
+    };
+    auto outcome = co_await CalendarExpander::expand(m_expander, question, std::move(work));
+    if (!outcome) {
+        co_return std::unexpected(outcome.error());
+    }
+    m_series = Series{question,
+                      std::move(outcome->expansion.events),
+                      std::move(outcome->expansion.skippedEvents),
+                      std::move(outcome->text),
+                      outcome->expansion.isComplete ? version : QByteArray(),
+                      QDeadlineTimer(seriesRefetchInterval)};
+    co_return {};
+}
+
+// Remember.
+
+QCoro::Task<std::optional<QByteArray>> ServiceCalendar::capture(CalendarQuestion span)
+{
+    const Client client = m_client;
+    if (!client || client->isDead() || !m_series || rememberedSpan(m_series->question) != span.interval) {
+        co_return std::nullopt;
+    }
+    const QByteArray seriesText = m_series->text;
+    auto singles = co_await ServiceClient::singles(client, span.interval);
+    if (!singles) {
+        co_return std::nullopt;
+    }
+    co_await ServiceClient::bringZones(client, zonesOf(*singles));
+    const auto writing = startOnPool(services().workers.threads(),
+                                     [components = std::move(*singles), findZone = client->customZone(),
+                                      seriesText] { return textOf(components, findZone) + seriesText; });
+    co_await writing.untilResolved();
+    co_return *writing.value();
+}
+
+// Refresh.
+
+void ServiceCalendar::refresh()
+{
+    if (m_client && !m_client->isDead() && !m_isRefreshing && m_nextRefresh.hasExpired() &&
+        m_client->canRefresh()) {
+        spawn(runRefresh(std::static_pointer_cast<ServiceCalendar>(shared_from_this()), m_client));
+    }
+}
+
+QCoro::Task<void> ServiceCalendar::runRefresh(std::shared_ptr<ServiceCalendar> self, Client client)
+{
+    self->m_isRefreshing = true;
+    const bool isAsked = co_await ServiceClient::refresh(client);
+    self->m_isRefreshing = false;
+    if (isAsked) {
+        self->m_refreshFailures = 0;
+        co_return;
+    }
+    self->m_nextRefresh = QDeadlineTimer(firstRefreshPause * (1 << self->m_refreshFailures));
+    self->m_refreshFailures = std::min(self->m_refreshFailures + 1, longestPauseDoublings);
+}
+
+} // namespace corvane

@@ -1,0 +1,277 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/EvolutionData/ServiceClient.h"
+
+#include "Corvane/Platform/Linux/EvolutionData/ServiceRegistry.h"
+#include "Corvane/Platform/Linux/Waiting/GioCall.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QTimeZone>
+
+#include <cmath>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+
+namespace {
+
+/// Seconds; no place on earth is further from UTC, by an hour.
+constexpr qint64 furthestFromUtc = 15 * qint64{3600};
+/// Series are fetched one by one, this many at a time.
+constexpr std::size_t fetchesAtATime = 8;
+
+constexpr auto areSeries = "(has-recurrences?)";
+
+/// Those that overlap the interval, and those next to it, since the service takes floating times for UTC.
+QByteArray overlaps(DateInterval interval)
+{
+    const auto text = [](Date date, qint64 later) {
+        const auto seconds = static_cast<qint64>(std::floor(secondsSince1970(date))) + later;
+        return QDateTime::fromSecsSinceEpoch(seconds, QTimeZone::utc())
+            .toString(u"yyyyMMdd'T'hhmmss'Z'"_s)
+            .toLatin1();
+    };
+    return "(occur-in-time-range? (make-time \"" + text(interval.start, -furthestFromUtc) +
+           "\") (make-time \"" + text(interval.end, furthestFromUtc) + "\"))";
+}
+
+using Flag = std::shared_ptr<std::atomic<bool>>;
+
+} // namespace
+
+/// What the signals of a view share with the client, however long either of them lives.
+struct ServiceClient::Watch {
+    DateInterval span;
+    std::atomic<quint64> changes = 0;
+    /// Called on the main thread.
+    std::function<void()> onChange;
+
+    static void noteChange(ECalClientView *, gpointer, gpointer data)
+    {
+        const auto watch = *static_cast<std::shared_ptr<Watch> *>(data);
+        ++watch->changes;
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(), [watch] { watch->onChange(); }, Qt::QueuedConnection);
+    }
+
+    /// Makes the view, on a thread of GLib's: the calls block and know no other form.
+    static void make(GTask *task, gpointer, gpointer data, GCancellable *cancellable)
+    {
+        const auto &[client, watch] =
+            *static_cast<std::pair<GObjectRef<ECalClient>, std::shared_ptr<Watch>> *>(data);
+        const QByteArray query = QByteArray("(or ") + areSeries + ' ' + overlaps(watch->span) + ')';
+        GError *error = nullptr;
+        ECalClientView *view = nullptr;
+        if (e_cal_client_get_view_sync(client.get(), query.constData(), &view, cancellable, &error) ==
+            FALSE) {
+            g_task_return_error(task, error);
+            return;
+        }
+        for (const char *signal : {"objects-added", "objects-modified", "objects-removed"}) {
+            g_signal_connect_data(
+                view, signal, G_CALLBACK(&Watch::noteChange), new std::shared_ptr<Watch>(watch),
+                [](gpointer shared, GClosure *) { delete static_cast<std::shared_ptr<Watch> *>(shared); },
+                GConnectFlags{});
+        }
+        e_cal_client_view_set_flags(view, E_CAL_CLIENT_VIEW_FLAGS_NONE, &error);
+        if (error == nullptr) {
+            e_cal_client_view_start(view, &error);
+        }
+        if (error != nullptr) {
+            g_object_unref(view);
+            g_task_return_error(task, error);
+            return;
+        }
+        g_task_return_pointer(task, view, g_object_unref);
+    }
+};
+
+ServiceClient::ServiceClient(GObjectRef<ECalClient> client) : m_client(std::move(client))
+{
+    g_signal_connect_data(
+        m_client.get(), "backend-died",
+        G_CALLBACK(+[](EClient *, gpointer flag) { *static_cast<Flag *>(flag)->get() = true; }),
+        new Flag(m_isDead), [](gpointer flag, GClosure *) { delete static_cast<Flag *>(flag); },
+        GConnectFlags{});
+}
+
+ServiceClient::~ServiceClient()
+{
+    close();
+}
+
+QCoro::Task<std::expected<ServiceClient::Opened, QString>> ServiceClient::open(GObjectRef<ESource> source,
+                                                                               std::function<void()> onChange)
+{
+    const auto connecting = startGioCall([&](GAsyncReadyCallback callback, gpointer data) {
+        e_cal_client_connect(source.get(), E_CAL_CLIENT_SOURCE_TYPE_EVENTS, static_cast<guint32>(-1), nullptr,
+                             callback, data);
+    });
+    co_await connecting.untilResolved();
+    GError *error = nullptr;
+    EClient *client = e_cal_client_connect_finish(connecting.value().get(), &error);
+    if (client == nullptr) {
+        co_return std::unexpected(messageOf(error));
+    }
+    auto made = std::make_shared<ServiceClient>(GObjectRef<ECalClient>::adopt(E_CAL_CLIENT(client)));
+    made->m_onChange = std::move(onChange);
+    co_return Opened{made};
+}
+
+// The components.
+
+QCoro::Task<ServiceClient::Listing> ServiceClient::singles(std::shared_ptr<ServiceClient> self,
+                                                           DateInterval interval)
+{
+    // Series are kept out by the first condition, before the service would walk through them: a rule without
+    // end keeps it busy for hours, and with it the whole calendar.
+    return list(std::move(self), QByteArray("(and (not ") + areSeries + ") " + overlaps(interval) + ')');
+}
+
+QCoro::Task<ServiceClient::Listing> ServiceClient::series(std::shared_ptr<ServiceClient> self)
+{
+    return list(std::move(self), areSeries);
+}
+
+QCoro::Task<ServiceClient::Listing> ServiceClient::list(std::shared_ptr<ServiceClient> self, QByteArray query)
+{
+    const auto listing = startGioCall([&](GAsyncReadyCallback callback, gpointer data) {
+        e_cal_client_get_object_list(self->m_client.get(), query.constData(), self->m_cancellable.get(),
+                                     callback, data);
+    });
+    co_await listing.untilResolved();
+    GError *error = nullptr;
+    GSList *objects = nullptr;
+    e_cal_client_get_object_list_finish(self->m_client.get(), listing.value().get(), &objects, &error);
+    // Some versions of the library call an empty list a failure, but one without a reason.
+    if (error != nullptr) {
+        co_return std::unexpected(messageOf(error));
+    }
+    Components components;
+    for (GSList *item = objects; item != nullptr; item = item->next) {
+        components.push_back(GObjectRef<ICalComponent>::adopt(static_cast<ICalComponent *>(item->data)));
+    }
+    g_slist_free(objects);
+    co_return components;
+}
+
+QCoro::Task<Components> ServiceClient::components(std::shared_ptr<ServiceClient> self,
+                                                  std::set<QByteArray> uids)
+{
+    Components components;
+    auto next = uids.begin();
+    while (next != uids.end()) {
+        std::vector<Pending<GObjectRef<GAsyncResult>>> calls;
+        for (; next != uids.end() && calls.size() < fetchesAtATime; ++next) {
+            calls.push_back(startGioCall([&](GAsyncReadyCallback callback, gpointer data) {
+                e_cal_client_get_objects_for_uid(self->m_client.get(), next->constData(),
+                                                 self->m_cancellable.get(), callback, data);
+            }));
+        }
+        for (const auto &call : calls) {
+            co_await call.untilResolved();
+            GSList *objects = nullptr;
+            e_cal_client_get_objects_for_uid_finish(self->m_client.get(), call.value().get(), &objects,
+                                                    nullptr);
+            for (GSList *item = objects; item != nullptr; item = item->next) {
+                components.push_back(GObjectRef<ICalComponent>::share(
+                    e_cal_component_get_icalcomponent(static_cast<ECalComponent *>(item->data))));
+            }
+            g_slist_free_full(objects, g_object_unref);
+        }
+    }
+    co_return components;
+}
+
+// The zones.
+
+QCoro::Task<void> ServiceClient::bringZones(std::shared_ptr<ServiceClient> self,
+                                            std::set<QByteArray> identifiers)
+{
+    for (const QByteArray &tzid : identifiers) {
+        if (e_timezone_cache_get_timezone(E_TIMEZONE_CACHE(self->m_client.get()), tzid.constData()) !=
+            nullptr) {
+            continue;
+        }
+        const auto call = startGioCall([&](GAsyncReadyCallback callback, gpointer data) {
+            e_cal_client_get_timezone(self->m_client.get(), tzid.constData(), self->m_cancellable.get(),
+                                      callback, data);
+        });
+        co_await call.untilResolved();
+        ICalTimezone *zone = nullptr;
+        // A zone that nobody knows is taken for the user's own.
+        e_cal_client_get_timezone_finish(self->m_client.get(), call.value().get(), &zone, nullptr);
+    }
+}
+
+std::function<ICalTimezone *(const char *tzid)> ServiceClient::customZone() const
+{
+    // The client is given back on the main thread, wherever the last user of it is.
+    g_object_ref(m_client.get());
+    const std::shared_ptr<ECalClient> shared(m_client.get(), [](ECalClient *last) {
+        g_idle_add(
+            [](gpointer object) -> gboolean {
+                g_object_unref(object);
+                return G_SOURCE_REMOVE;
+            },
+            last);
+    });
+    return [shared](const char *tzid) {
+        return e_timezone_cache_get_timezone(E_TIMEZONE_CACHE(shared.get()), tzid);
+    };
+}
+
+// The watch.
+
+QCoro::Task<void> ServiceClient::watch(std::shared_ptr<ServiceClient> self, DateInterval span)
+{
+    const auto watch = std::make_shared<Watch>();
+    watch->span = span;
+    watch->onChange = self->m_onChange;
+    const auto making = startGioCall([&](GAsyncReadyCallback callback, gpointer data) {
+        using Arguments = std::pair<GObjectRef<ECalClient>, std::shared_ptr<Watch>>;
+        GTask *task = g_task_new(nullptr, self->m_cancellable.get(), callback, data);
+        g_task_set_task_data(task, new Arguments(self->m_client, watch),
+                             [](gpointer arguments) { delete static_cast<Arguments *>(arguments); });
+        g_task_run_in_thread(task, &Watch::make);
+        g_object_unref(task);
+    });
+    co_await making.untilResolved();
+    auto view = GObjectRef<ECalClientView>::adopt(
+        static_cast<ECalClientView *>(g_task_propagate_pointer(G_TASK(making.value().get()), nullptr)));
+    if (view) {
+        self->m_view = std::move(view);
+        self->m_watch = watch;
+    }
+}
+
+std::optional<quint64> ServiceClient::changes(DateInterval span) const
+{
+    if (!m_watch || m_watch->span != span) {
+        return std::nullopt;
+    }
+    return m_watch->changes.load();
+}
+
+// The server.
+
+bool ServiceClient::canRefresh() const
+{
+    return e_client_check_refresh_supported(E_CLIENT(m_client.get())) != FALSE;
+}
+
+QCoro::Task<bool> ServiceClient::refresh(std::shared_ptr<ServiceClient> self)
+{
+    const auto refreshing = startGioCall([&](GAsyncReadyCallback callback, gpointer data) {
+        e_client_refresh(E_CLIENT(self->m_client.get()), self->m_cancellable.get(), callback, data);
+    });
+    co_await refreshing.untilResolved();
+    co_return e_client_refresh_finish(E_CLIENT(self->m_client.get()), refreshing.value().get(), nullptr) !=
+        FALSE;
+}
+
+} // namespace corvane

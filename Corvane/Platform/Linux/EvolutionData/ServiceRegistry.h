@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Platform/Linux/GObjectRef.h"
+
+#include <libecal/libecal.h>
+
+#include "Corvane/Platform/Linux/Waiting/Pending.h"
+
+#include <qcoro/qcorotask.h>
+
+#include <QByteArray>
+#include <QDeadlineTimer>
+#include <QString>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace corvane {
+
+/// An enabled calendar of the service.
+struct ServiceEntry {
+    QByteArray uid;
+    GObjectRef<ESource> source;
+    QString name;
+    QString account;
+    bool isLocal = false;
+};
+
+/// The calendar service's list of calendars. Main thread only; shared by the coroutines.
+class ServiceRegistry {
+public:
+    enum class State { there, absent, silent };
+    struct Found {
+        State state;
+        /// Why it is not there.
+        QString error;
+    };
+
+    /// Looks for the service. Ends at `deadline`.
+    static QCoro::Task<Found> find(std::shared_ptr<ServiceRegistry> self, QDeadlineTimer deadline);
+
+    /// The enabled calendars, those of contacts and of the weather excepted. Empty until it was found.
+    [[nodiscard]] std::vector<ServiceEntry> calendars() const;
+
+private:
+    static QCoro::Task<void> connect(std::shared_ptr<ServiceRegistry> self, Pending<Found> call);
+    static QCoro::Task<Found> open(std::shared_ptr<ServiceRegistry> self);
+    [[nodiscard]] bool isEmpty() const;
+    [[nodiscard]] QString accountOf(ESource *source) const;
+
+    GObjectRef<ESourceRegistry> m_registry;
+    std::optional<Pending<Found>> m_call;
+};
+
+/// The text of `error`, which is freed.
+[[nodiscard]] QString messageOf(GError *error);
+
+} // namespace corvane

@@ -1,0 +1,305 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/EvolutionData/SourceCalendar.h"
+
+#include "Corvane/Platform/Linux/EvolutionData/CalendarText.h"
+#include "Corvane/Utilities/Spawn.h"
+
+#include <algorithm>
+#include <chrono>
+#include <iterator>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+
+namespace {
+
+bool covers(const DateInterval &span, const DateInterval &interval)
+{
+    return span.start <= interval.start && interval.end <= span.end;
+}
+
+} // namespace
+
+std::optional<std::vector<CalendarEvent>> rememberedEvents(const RememberedCalendar &calendar,
+                                                           const CalendarQuestion &question)
+{
+    if (!covers(calendar.span, question.interval)) {
+        return std::nullopt;
+    }
+    const auto contents = readCalendarText(calendar.text);
+    if (!contents) {
+        return std::nullopt;
+    }
+    ExpansionControl control;
+    const ExpansionRequest request{question.interval, question.timeZoneId, {}, {}, {}, {}};
+    return expandCalendars(*contents, request, control).events;
+}
+
+DateInterval rememberedSpan(const CalendarQuestion &question)
+{
+    constexpr Seconds rememberedTime = std::chrono::hours(8 * 24 + 1);
+    return {question.interval.start, question.interval.start + rememberedTime};
+}
+
+SourceCalendar::SourceCalendar(std::shared_ptr<CalendarServices> services, QString identifier)
+    : m_services(std::move(services))
+{
+    m_status.identifier = std::move(identifier);
+}
+
+QCoro::Task<void> SourceCalendar::query(std::shared_ptr<SourceCalendar> self, CalendarQuestion question,
+                                        QDeadlineTimer inTime, QDeadlineTimer deadline,
+                                        CalendarAnswers &answers)
+{
+    const std::optional<Reading> reading = co_await readInTime(self, question, inTime);
+    if (reading && *reading) {
+        self->takeAnswer(question, **reading, answers);
+        spawn(remember(self, question, (*reading)->version));
+        co_return;
+    }
+    const CalendarError error = reading ? reading->error()
+                                        : CalendarError{CalendarStatus::Condition::silent, u"query"_s,
+                                                        u"it did not answer in time"_s};
+    const auto events = co_await lastAnswer(self, question, deadline);
+    self->takeFailure(error, events.has_value());
+    if (events) {
+        ++answers.answered;
+        self->m_status.eventCount = static_cast<int>(events->size());
+        std::ranges::copy(*events, std::back_inserter(answers.events));
+    } else if (self->m_status.isGap()) {
+        ++answers.silent;
+        answers.error = u"The calendar \"%1\" did not answer: %2"_s.arg(logText(self->m_status.name),
+                                                                        logText(error.reason));
+    }
+    answers.calendars.push_back(self->m_status);
+}
+
+QCoro::Task<std::optional<SourceCalendar::Reading>>
+SourceCalendar::readInTime(std::shared_ptr<SourceCalendar> self, CalendarQuestion question,
+                           QDeadlineTimer inTime)
+{
+    if (self->m_lateAttempt) {
+        const auto late = std::exchange(self->m_lateAttempt, nullptr);
+        if (late->question == question) {
+            co_return *late->reading.value();
+        }
+    }
+    if (self->m_attempt && self->m_attempt->question != question) {
+        // The answer for another day: only its end is awaited.
+        const auto earlier = self->m_attempt->reading;
+        if (!co_await earlier.until(inTime)) {
+            co_return std::nullopt;
+        }
+    }
+    if (!self->m_attempt) {
+        self->m_attempt = std::make_shared<Attempt>(question);
+        spawn(attempt(self, self->m_attempt));
+    }
+    const std::shared_ptr<Attempt> current = self->m_attempt;
+    if (current == nullptr) {
+        co_return std::nullopt;
+    }
+    const auto pending = current->reading;
+    if (!co_await pending.until(inTime)) {
+        current->isLate = true;
+        co_return std::nullopt;
+    }
+    co_return *pending.value();
+}
+
+QCoro::Task<void> SourceCalendar::attempt(std::shared_ptr<SourceCalendar> self,
+                                          std::shared_ptr<Attempt> attempt)
+{
+    Reading read = co_await self->read(attempt->question);
+    auto reading = std::make_shared<Reading>(std::move(read));
+    self->m_attempt.reset();
+    const bool isNews = attempt->isLate && reading->has_value() && !self->m_isClosed;
+    if (isNews) {
+        self->m_lateAttempt = attempt;
+    }
+    const auto pending = attempt->reading;
+    pending.resolve(std::move(reading));
+    if (isNews) {
+        self->m_services->announceNews();
+    }
+}
+
+// What stands in.
+
+QCoro::Task<std::optional<std::vector<CalendarEvent>>>
+SourceCalendar::lastAnswer(std::shared_ptr<SourceCalendar> self, CalendarQuestion question,
+                           QDeadlineTimer deadline)
+{
+    if (self->m_answer && self->m_answer->question == question) {
+        auto events = self->m_answer->events;
+        co_return events;
+    }
+    const bool hasMemory = co_await recall(self, deadline);
+    if (!hasMemory) {
+        co_return std::nullopt;
+    }
+    const auto expanding =
+        startOnPool(self->m_services->workers.threads(),
+                    [memory = self->m_memory, question] { return rememberedEvents(*memory, question); });
+    if (!co_await expanding.until(deadline) || !*expanding.value()) {
+        co_return std::nullopt;
+    }
+    auto events = **expanding.value();
+    self->m_answer = Answer{question, events};
+    co_return events;
+}
+
+/// Answers whether there is a memory.
+QCoro::Task<bool> SourceCalendar::recall(std::shared_ptr<SourceCalendar> self, QDeadlineTimer deadline)
+{
+    if (self->m_memory) {
+        co_return true;
+    }
+    if (!self->m_recalling) {
+        self->m_recalling =
+            startOnPool(self->m_services->workers.threads(),
+                        [memory = self->m_services->memory, identifier = self->m_status.identifier] {
+                            return memory.read(identifier);
+                        });
+    }
+    const auto recalling = *self->m_recalling;
+    if (!co_await recalling.until(deadline)) {
+        co_return false;
+    }
+    if (!self->m_memory && *recalling.value()) {
+        self->m_memory = std::make_shared<const RememberedCalendar>(**recalling.value());
+        if (!self->m_status.lastRead) {
+            self->m_status.lastRead = self->m_memory->readAt;
+        }
+    }
+    co_return self->m_memory != nullptr;
+}
+
+QCoro::Task<bool> SourceCalendar::hasMemory(std::shared_ptr<SourceCalendar> self, QDeadlineTimer deadline)
+{
+    return recall(std::move(self), deadline);
+}
+
+QCoro::Task<void> SourceCalendar::remember(std::shared_ptr<SourceCalendar> self, CalendarQuestion question,
+                                           QByteArray version)
+{
+    const DateInterval span = rememberedSpan(question);
+    const bool isKnown = self->m_memory && self->m_memory->span == span && !version.isEmpty() &&
+                         version == self->m_memoryVersion;
+    if (isKnown || self->m_isRemembering || self->m_isClosed) {
+        co_return;
+    }
+    self->m_isRemembering = true;
+    const CalendarQuestion days{span, question.timeZoneId};
+    const std::optional<QByteArray> text = co_await self->capture(days);
+    const bool isNew =
+        text && (!self->m_memory || self->m_memory->span != span || self->m_memory->text != *text);
+    if (isNew && !self->m_isClosed) {
+        const auto memory = std::make_shared<const RememberedCalendar>(
+            RememberedCalendar{self->m_status.identifier, self->m_status.name, self->m_status.account,
+                               currentDate(), span, *text});
+        self->m_memory = memory;
+        const auto writing =
+            startOnPool(self->m_services->workers.threads(),
+                        [folder = self->m_services->memory, memory] { return folder.write(*memory); });
+        co_await writing.untilResolved();
+        if (!*writing.value()) {
+            self->log(u"calendar not remembered name=\"%1\" reason=\"%2\""_s.arg(
+                logText(self->m_status.name), logText(writing.value()->error().localizedDescription)));
+        }
+    }
+    if (text) {
+        self->m_memoryVersion = version;
+    }
+    self->m_isRemembering = false;
+}
+
+void SourceCalendar::forget()
+{
+    m_isClosed = true;
+    m_memory.reset();
+    [[maybe_unused]] const auto forgetting = startOnPool(
+        m_services->workers.threads(), [memory = m_services->memory, identifier = m_status.identifier] {
+            memory.forget(identifier);
+            return true;
+        });
+}
+
+// How it fares.
+
+void SourceCalendar::rename(const QString &name, const QString &account)
+{
+    m_status.name = name;
+    m_status.account = account;
+}
+
+void SourceCalendar::log(const QString &message) const
+{
+    if (!m_isClosed) {
+        m_services->log(message);
+    }
+}
+
+void SourceCalendar::takeAnswer(const CalendarQuestion &question, CalendarReading reading,
+                                CalendarAnswers &answers)
+{
+    if (m_status.condition == CalendarStatus::Condition::leftOut) {
+        log(u"calendar file read again path=\"%1\""_s.arg(logText(m_status.name)));
+    } else if (m_status.failingSince) {
+        log(u"calendar answers again name=\"%1\""_s.arg(logText(m_status.name)));
+    }
+    m_status.condition = CalendarStatus::Condition::answers;
+    m_status.reason.clear();
+    m_status.failingSince.reset();
+    m_status.usesLastAnswer = false;
+    m_status.lastRead = currentDate();
+    m_status.eventCount = static_cast<int>(reading.events.size());
+    logSkippedEvents(reading.skippedEvents);
+    ++answers.answered;
+    std::ranges::copy(reading.events, std::back_inserter(answers.events));
+    answers.calendars.push_back(m_status);
+    m_answer = Answer{question, std::move(reading.events)};
+}
+
+void SourceCalendar::takeFailure(const CalendarError &error, bool hasLastAnswer)
+{
+    const bool isChange = m_status.condition != error.condition || m_status.usesLastAnswer != hasLastAnswer;
+    m_status.condition = error.condition;
+    m_status.reason = error.reason;
+    m_status.usesLastAnswer = hasLastAnswer;
+    m_status.eventCount = 0;
+    if (!m_status.failingSince) {
+        m_status.failingSince = currentDate();
+    }
+    if (!isChange) {
+        return;
+    }
+    const QString name = logText(m_status.name);
+    const QString reason = logText(error.reason);
+    const QString stands = hasLastAnswer ? u"yes"_s : u"no"_s;
+    if (error.condition == CalendarStatus::Condition::leftOut) {
+        log(u"calendar file left out path=\"%1\" reason=\"%2\" lastAnswerStands=%3"_s.arg(name, reason,
+                                                                                          stands));
+    } else {
+        log(u"calendar did not answer name=\"%1\" step=\"%2\" reason=\"%3\" lastAnswerStands=%4"_s.arg(
+            name, error.step, reason, stands));
+    }
+}
+
+void SourceCalendar::logSkippedEvents(const std::vector<SkippedEvent> &skippedEvents)
+{
+    QSet<QByteArray> logged;
+    for (const SkippedEvent &skipped : skippedEvents) {
+        if (!m_loggedSkips.contains(skipped.key) && !logged.contains(skipped.key)) {
+            log(u"calendar event left out calendar=\"%1\" %2"_s.arg(logText(m_status.name), skipped.text));
+        }
+        logged.insert(skipped.key);
+    }
+    m_loggedSkips = std::move(logged);
+}
+
+} // namespace corvane
