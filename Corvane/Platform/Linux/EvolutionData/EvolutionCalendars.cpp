@@ -606,7 +606,7 @@ private:
                 CalendarError{u"expansion"_s, u"earlier expansions have not ended yet"_s, true});
         }
         auto control = std::make_shared<ExpansionControl>();
-        ExpansionRequest request{interval, timeZoneId, {}, {}, calendar->knownSeries, calendar->suspects};
+        ExpansionRequest request{interval, timeZoneId, {}, {}, calendar->knownSeries, calendar->suspects, {}};
         request.customZone = [sharedClient = refReleasedOnMainThread(client)](const char *tzid) {
             return e_timezone_cache_get_timezone(E_TIMEZONE_CACHE(sharedClient.get()), tzid);
         };

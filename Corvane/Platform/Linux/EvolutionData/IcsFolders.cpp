@@ -132,7 +132,7 @@ struct FileContent {
     Expansion expansion;
 };
 
-FileContent readCalendars(const QByteArray &path, ExpansionRequest request, ExpansionControl &control)
+FileContent readCalendars(const QByteArray &path, const ExpansionRequest &request, ExpansionControl &control)
 {
     FileContent content;
     if (control.isCancelled()) {
@@ -144,12 +144,12 @@ FileContent readCalendars(const QByteArray &path, ExpansionRequest request, Expa
         content.error = bytes.error();
         return content;
     }
-    const auto calendars = readCalendarText(*bytes);
+    auto calendars = readCalendarText(*bytes);
     if (!calendars) {
         content.error = calendars.error().reason;
         return content;
     }
-    content.expansion = expandCalendars(*calendars, std::move(request), control);
+    content.expansion = expandGroups(groupsOf(std::move(*calendars)), request, control);
     return content;
 }
 
@@ -315,16 +315,16 @@ private:
             return;
         }
         file.control = std::make_shared<ExpansionControl>();
-        ExpansionRequest request{interval, timeZoneId, {}, {}, file.knownSeries, file.suspects};
+        ExpansionRequest request{interval, timeZoneId, {}, {}, file.knownSeries, file.suspects, {}};
         const bool isLarge = file.stamp.size > largeFile;
-        file.reading = startOnPool(m_workers.threads(), [path, isLarge, request = std::move(request),
-                                                         control = file.control]() mutable {
-            FileContent content = readCalendars(path, std::move(request), *control);
-            if (isLarge) {
-                ::malloc_trim(0);
-            }
-            return content;
-        });
+        file.reading = startOnPool(m_workers.threads(),
+                                   [path, isLarge, request = std::move(request), control = file.control] {
+                                       FileContent content = readCalendars(path, request, *control);
+                                       if (isLarge) {
+                                           ::malloc_trim(0);
+                                       }
+                                       return content;
+                                   });
     }
 
     /// Takes over what a reading that has ended found.
