@@ -72,9 +72,9 @@ QByteArray singlesQuery(DateInterval interval)
             .toString(u"yyyyMMdd'T'hhmmss'Z'"_s)
             .toLatin1();
     };
-    return "(and (not (has-recurrences?)) (occur-in-time-range? (make-time \"" +
+    return "(and (not (has-recurrences?)) (or (not (has-start?)) (occur-in-time-range? (make-time \"" +
            text(interval.start, -furthestFromUtc) + "\") (make-time \"" +
-           text(interval.end, furthestFromUtc) + "\")))";
+           text(interval.end, furthestFromUtc) + "\"))))";
 }
 
 /// Gives the service's client back on the main thread, wherever the last user of it is.
