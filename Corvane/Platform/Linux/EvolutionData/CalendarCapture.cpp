@@ -3,6 +3,10 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/CalendarCapture.h"
 
+#include <cstddef>
+#include <map>
+#include <memory>
+
 namespace corvane {
 
 QByteArray componentText(ICalComponent *component)
@@ -13,28 +17,38 @@ QByteArray componentText(ICalComponent *component)
     return copy;
 }
 
-QByteArray wrapCalendar(const QByteArray &components, bool isCancellation)
+QByteArray wrapCalendar(const QByteArray &components)
 {
-    return QByteArray("BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Quillet//EN\r\n") +
-           (isCancellation ? "METHOD:CANCEL\r\n" : "") + components + "END:VCALENDAR\r\n";
+    return "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Quillet//EN\r\n" + components + "END:VCALENDAR\r\n";
 }
 
-QByteArray captureCalendar(const CalendarContents &calendar, const std::set<QByteArray> &identifiers)
+QByteArray captureSpan(const std::vector<ComponentGroup> &groups, ExpansionRequest request, DateInterval span,
+                       ExpansionControl &control)
 {
-    QByteArray components;
-    for (const auto &event : calendar.events) {
-        if (identifiers.contains(QByteArray(i_cal_component_get_uid(event.get())))) {
-            components += componentText(event.get());
+    // Several days may have more occurrences than one.
+    constexpr int days = 10;
+    request.interval = span;
+    request.knownSeries.clear();
+    request.budget.occurrencesOfEvent *= days;
+    request.budget.occurrences *= days;
+    request.budget.inWindowOfEvent *= days;
+    std::map<std::shared_ptr<DefinedZones>, QByteArray> events;
+    for (const std::size_t place : expandGroups(groups, request, control).occurring) {
+        for (const EventComponent &event : groups[place].components) {
+            events[event.zones] += componentText(event.component.get());
         }
     }
-    if (components.isEmpty()) {
-        return wrapCalendar({}, calendar.isCancellation);
+    QByteArray text = events.empty() ? wrapCalendar({}) : QByteArray();
+    for (const auto &[zones, components] : events) {
+        QByteArray definitions;
+        if (zones) {
+            for (const auto &definition : zones->definitions()) {
+                definitions += componentText(definition.get());
+            }
+        }
+        text += wrapCalendar(definitions + components);
     }
-    QByteArray zones;
-    for (const auto &zone : calendar.zones) {
-        zones += componentText(zone.get());
-    }
-    return wrapCalendar(zones + components, calendar.isCancellation);
+    return text;
 }
 
 } // namespace corvane

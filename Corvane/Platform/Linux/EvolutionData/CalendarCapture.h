@@ -3,21 +3,21 @@
 
 #pragma once
 
-#include "Corvane/Platform/Linux/EvolutionData/CalendarText.h"
+#include "Corvane/Platform/Linux/EvolutionData/EventExpansion.h"
 
 #include <QByteArray>
 
-#include <set>
+#include <vector>
 
 namespace corvane {
 
-/// `calendar` as calendar text, without the events whose identifiers are not in `identifiers`. Slow: for a
-/// worker thread.
-[[nodiscard]] QByteArray captureCalendar(const CalendarContents &calendar,
-                                         const std::set<QByteArray> &identifiers);
+/// The groups that occur in `span` as calendar text, with the zones that their calendars define. `request` is
+/// that of an expansion of the same groups. Slow: for a worker thread.
+[[nodiscard]] QByteArray captureSpan(const std::vector<ComponentGroup> &groups, ExpansionRequest request,
+                                     DateInterval span, ExpansionControl &control);
 
 /// The text of a whole calendar around that of its components.
-[[nodiscard]] QByteArray wrapCalendar(const QByteArray &components, bool isCancellation = false);
+[[nodiscard]] QByteArray wrapCalendar(const QByteArray &components);
 
 /// The text of `component` by itself.
 [[nodiscard]] QByteArray componentText(ICalComponent *component);

@@ -1,11 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "Corvane/Platform/Linux/EvolutionData/EventExpansion.h"
-
 #include "Corvane/Platform/Linux/EvolutionData/CalendarText.h"
 
-#include <QCryptographicHash>
+#include "Corvane/Platform/Linux/EvolutionData/EventRules.h"
+
 #include <QFile>
 
 #include <fcntl.h>
@@ -15,7 +14,7 @@
 #include <cerrno>
 #include <cstring>
 #include <iterator>
-#include <map>
+#include <memory>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -24,63 +23,15 @@ namespace corvane {
 
 namespace {
 
-using Components = std::vector<GObjectRef<ICalComponent>>;
-
-Components children(ICalComponent *parent, ICalComponentKind kind)
-{
-    Components found;
-    for (ICalComponent *child = i_cal_component_get_first_component(parent, kind); child != nullptr;
-         child = i_cal_component_get_next_component(parent, kind)) {
-        found.push_back(GObjectRef<ICalComponent>::adopt(child));
-    }
-    return found;
-}
-
 CalendarContents contentsOf(ICalComponent *calendar)
 {
-    return {children(calendar, I_CAL_VEVENT_COMPONENT), children(calendar, I_CAL_VTIMEZONE_COMPONENT),
-            i_cal_component_get_method(calendar) == I_CAL_METHOD_CANCEL};
-}
-
-QByteArray keyOf(const Components &zones)
-{
-    QCryptographicHash hash(QCryptographicHash::Md5);
-    for (const auto &zone : zones) {
-        char *text = i_cal_component_as_ical_string(zone.get());
-        hash.addData(QByteArrayView(text));
-        g_free(text);
+    CalendarContents contents;
+    const auto zones = std::make_shared<DefinedZones>(children(calendar, I_CAL_VTIMEZONE_COMPONENT));
+    for (auto &component : children(calendar, I_CAL_VEVENT_COMPONENT)) {
+        contents.events.push_back({std::move(component), zones});
     }
-    return hash.result();
+    return contents;
 }
-
-/// The zones that a calendar defines, made when they are asked for.
-class DefinedZones {
-public:
-    explicit DefinedZones(const Components &definitions) : m_definitions(definitions) {}
-
-    ICalTimezone *find(const char *tzid)
-    {
-        const auto [place, isNew] = m_zones.try_emplace(tzid);
-        if (!isNew) {
-            return place->second.get();
-        }
-        for (const auto &definition : m_definitions) {
-            auto zone = GObjectRef<ICalTimezone>::adopt(i_cal_timezone_new());
-            ICalComponent *copy = i_cal_component_clone(definition.get());
-            const bool isTaken = i_cal_timezone_set_component(zone.get(), copy) != FALSE;
-            g_object_unref(copy);
-            if (isTaken && qstrcmp(i_cal_timezone_get_tzid(zone.get()), tzid) == 0) {
-                place->second = std::move(zone);
-                break;
-            }
-        }
-        return place->second.get();
-    }
-
-private:
-    const Components &m_definitions;
-    std::map<QByteArray, GObjectRef<ICalTimezone>> m_zones;
-};
 
 } // namespace
 
@@ -126,22 +77,13 @@ std::expected<QByteArray, QString> readCalendarFile(const QByteArray &path, qint
     return text;
 }
 
-Expansion expandCalendars(const std::vector<CalendarContents> &calendars, ExpansionRequest request,
-                          ExpansionControl &control)
+std::vector<ComponentGroup> groupsOf(std::vector<CalendarContents> calendars)
 {
-    Expansion whole;
-    for (const CalendarContents &calendar : calendars) {
-        DefinedZones zones(calendar.zones);
-        request.zoneKey = keyOf(calendar.zones);
-        request.customZone = [&zones](const char *tzid) { return zones.find(tzid); };
-        Expansion expansion = expandGroups(groupByIdentifier(calendar.events), request, control);
-        std::ranges::move(expansion.events, std::back_inserter(whole.events));
-        std::ranges::move(expansion.skippedEvents, std::back_inserter(whole.skippedEvents));
-        whole.series.merge(expansion.series);
-        whole.occurring.merge(expansion.occurring);
-        whole.isComplete = whole.isComplete && expansion.isComplete;
+    std::vector<EventComponent> events;
+    for (CalendarContents &calendar : calendars) {
+        std::ranges::move(calendar.events, std::back_inserter(events));
     }
-    return whole;
+    return groupByIdentifier(std::move(events));
 }
 
 } // namespace corvane

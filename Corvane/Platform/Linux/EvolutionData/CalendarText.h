@@ -3,10 +3,9 @@
 
 #pragma once
 
-#include "Corvane/Platform/Linux/EvolutionData/EventExpansion.h"
+#include "Corvane/Platform/Linux/EvolutionData/ComponentGroups.h"
 
 #include "Corvane/Platform/Linux/EvolutionData/CalendarBytes.h"
-#include "Corvane/Platform/Linux/GObjectRef.h"
 
 #include <QByteArray>
 #include <QString>
@@ -16,13 +15,11 @@
 
 namespace corvane {
 
-/// What one calendar of a text holds. Its components belong to one thread at a time.
+/// What one calendar of a text holds. Its components belong to one thread at a time, and all components of
+/// one text to the same one.
 struct CalendarContents {
-    std::vector<GObjectRef<ICalComponent>> events;
-    /// The time zones that the calendar defines for its events.
-    std::vector<GObjectRef<ICalComponent>> zones;
-    /// It calls its events off.
-    bool isCancellation = false;
+    /// With the zones that the calendar defines.
+    std::vector<EventComponent> events;
 };
 
 /// The calendars of a text, in its order; at least one. Slow: for a worker thread.
@@ -32,9 +29,8 @@ readCalendarText(const QByteArray &bytes);
 /// The bytes of a file of `maximumSize` bytes at most. Waits for the disk: for a worker thread.
 [[nodiscard]] std::expected<QByteArray, QString> readCalendarFile(const QByteArray &path, qint64 maximumSize);
 
-/// Every occurrence of the events of `calendars` that overlaps the interval: as `expandGroups`, with the
-/// zones of the calendars. The custom zones of `request` are not asked.
-[[nodiscard]] Expansion expandCalendars(const std::vector<CalendarContents> &calendars,
-                                        ExpansionRequest request, ExpansionControl &control);
+/// The groups of the events of several calendars, also of several files: revisions of one event may stand in
+/// different ones, as may a series and its changed instances.
+[[nodiscard]] std::vector<ComponentGroup> groupsOf(std::vector<CalendarContents> calendars);
 
 } // namespace corvane

@@ -4,6 +4,7 @@
 #include "Corvane/Platform/Linux/EvolutionData/FileCalendar.h"
 
 #include "Corvane/Platform/Linux/EvolutionData/CalendarCapture.h"
+#include "Corvane/Platform/Linux/EvolutionData/CalendarText.h"
 #include "Corvane/Platform/Linux/EvolutionData/RegularFile.h"
 
 #include <QFile>
@@ -25,10 +26,10 @@ namespace {
 constexpr qint64 largeFile = 1'000'000;
 
 using Condition = CalendarStatus::Condition;
-using Calendars = std::vector<CalendarContents>;
+using Groups = std::vector<ComponentGroup>;
 
 /// On a worker thread.
-std::expected<Calendars, CalendarError> parseFile(const QByteArray &path)
+std::expected<Groups, CalendarError> parseFile(const QByteArray &path)
 {
     const auto bytes = readRegularFile(path, FileCalendar::maximumSize);
     if (!bytes) {
@@ -38,23 +39,18 @@ std::expected<Calendars, CalendarError> parseFile(const QByteArray &path)
     if (!calendars) {
         const CalendarTextError &error = calendars.error();
         const bool isHalf = error.isTruncated && !bytes->isEmpty();
-        return std::unexpected(CalendarError{isHalf ? Condition::unopened : Condition::leftOut,
-                                             u"parse"_s, error.reason});
+        return std::unexpected(
+            CalendarError{isHalf ? Condition::unopened : Condition::leftOut, u"parse"_s, error.reason});
     }
-    return std::move(*calendars);
+    return groupsOf(std::move(*calendars));
 }
 
 /// On a worker thread.
-CalendarExpander::Outcome expandFile(const Calendars &calendars, ExpansionRequest request, DateInterval span,
+CalendarExpander::Outcome expandFile(const Groups &groups, ExpansionRequest request, DateInterval span,
                                      ExpansionControl &control)
 {
-    CalendarExpander::Outcome outcome{expandCalendars(calendars, request, control), {}};
-    request.interval = span;
-    request.knownSeries.clear();
-    const auto identifiers = expandCalendars(calendars, std::move(request), control).occurring;
-    for (const CalendarContents &calendar : calendars) {
-        outcome.text += captureCalendar(calendar, identifiers);
-    }
+    CalendarExpander::Outcome outcome{expandGroups(groups, request, control), {}};
+    outcome.text = captureSpan(groups, std::move(request), span, control);
     return outcome;
 }
 
@@ -110,7 +106,7 @@ QCoro::Task<SourceCalendar::Reading> FileCalendar::read(CalendarQuestion questio
     CalendarExpander::Work work = [parsed, span = rememberedSpan(question), isLarge = stamp.size > largeFile](
                                       const ExpansionRequest &request, ExpansionControl &control) {
         CalendarExpander::Outcome outcome = expandFile(**parsed, request, span, control);
-        parsed->value().clear();
+        parsed->value().clear(); // before the memory is given back
         if (isLarge) {
             ::malloc_trim(0);
         }
@@ -121,6 +117,7 @@ QCoro::Task<SourceCalendar::Reading> FileCalendar::read(CalendarQuestion questio
         co_return std::unexpected(outcome.error());
     }
     CalendarReading reading{std::move(outcome->expansion.events), std::move(outcome->expansion.skippedEvents),
+                            std::move(outcome->expansion.unknownZones),
                             QByteArray::number(stamp.changed) + '.' +
                                 QByteArray::number(stamp.changedNanoseconds) + '.' +
                                 QByteArray::number(stamp.inode)};

@@ -51,34 +51,25 @@ std::set<QByteArray> identifiersOf(const Components &components)
 
 using FindZone = std::function<ICalTimezone *(const char *tzid)>;
 
-/// Calendar text of `components` and their zones. For a worker thread.
-QByteArray textOf(const Components &components, const FindZone &findZone)
+/// The events of `components` with the zones that the service defines for them. For a worker thread.
+std::vector<ComponentGroup> groupsOf(const Components &components, const FindZone &findZone)
 {
-    QByteArray events;
-    for (const auto &component : components) {
-        events += componentText(component.get());
-    }
-    QByteArray zones;
+    std::vector<GObjectRef<ICalComponent>> definitions;
     for (const QByteArray &identifier : zonesOf(components)) {
         ICalTimezone *zone = findZone(identifier.constData());
-        const auto definition =
+        auto definition =
             GObjectRef<ICalComponent>::adopt(zone != nullptr ? i_cal_timezone_get_component(zone) : nullptr);
         if (definition) {
-            zones += componentText(definition.get());
+            definitions.push_back(std::move(definition));
         }
     }
-    return wrapCalendar(zones + events);
-}
-
-/// The components that occur in `request`'s interval.
-Components occurring(const Components &components, const ExpansionRequest &request, ExpansionControl &control)
-{
-    const auto identifiers = expandGroups(groupByIdentifier(components), request, control).occurring;
-    Components kept;
-    std::ranges::copy_if(components, std::back_inserter(kept), [&identifiers](const auto &component) {
-        return identifiers.contains(QByteArray(i_cal_component_get_uid(component.get())));
-    });
-    return kept;
+    const auto zones = std::make_shared<DefinedZones>(std::move(definitions));
+    std::vector<EventComponent> events;
+    events.reserve(components.size());
+    for (const auto &component : components) {
+        events.push_back({component, zones});
+    }
+    return groupByIdentifier(std::move(events));
 }
 
 CalendarError queryError(const QString &reason)
@@ -223,7 +214,8 @@ QCoro::Task<SourceCalendar::Reading> ServiceCalendar::readOnce(CalendarQuestion 
             co_return std::unexpected(expanded.error());
         }
     }
-    CalendarReading reading{std::move(singles->events), std::move(singles->skippedEvents), versionNow};
+    CalendarReading reading{std::move(singles->events), std::move(singles->skippedEvents),
+                            std::move(singles->unknownZones), versionNow};
     if (m_series) {
         std::ranges::copy(m_series->events, std::back_inserter(reading.events));
         std::ranges::copy(m_series->skippedEvents, std::back_inserter(reading.skippedEvents));
@@ -289,9 +281,8 @@ ServiceCalendar::expandSingles(Client client, CalendarQuestion question, Compone
         co_return Expansion{};
     }
     CalendarExpander::Work work = [components = std::move(components), findZone = client->customZone()](
-                                      ExpansionRequest request, ExpansionControl &control) {
-        request.customZone = findZone;
-        return CalendarExpander::Outcome{expandGroups(groupByIdentifier(components), request, control), {}};
+                                      const ExpansionRequest &request, ExpansionControl &control) {
+        return CalendarExpander::Outcome{expandGroups(groupsOf(components, findZone), request, control), {}};
     };
     auto outcome = co_await CalendarExpander::expand(m_expander, question, std::move(work));
     if (!outcome) {
@@ -306,13 +297,11 @@ QCoro::Task<std::expected<void, CalendarError>> ServiceCalendar::expandSeries(Cl
                                                                               QByteArray version)
 {
     CalendarExpander::Work work = [components = std::move(components), findZone = client->customZone(),
-                                   span = rememberedSpan(question)](ExpansionRequest request,
+                                   span = rememberedSpan(question)](const ExpansionRequest &request,
                                                                     ExpansionControl &control) {
-        request.customZone = findZone;
-        CalendarExpander::Outcome outcome{expandGroups(groupByIdentifier(components), request, control), {}};
-        request.interval = span;
-        request.knownSeries.clear();
-        outcome.text = textOf(occurring(components, request, control), findZone);
+        const std::vector<ComponentGroup> groups = groupsOf(components, findZone);
+        CalendarExpander::Outcome outcome{expandGroups(groups, request, control), {}};
+        outcome.text = captureSpan(groups, request, span, control);
         return outcome;
     };
     auto outcome = co_await CalendarExpander::expand(m_expander, question, std::move(work));

@@ -30,13 +30,13 @@ std::optional<std::vector<CalendarEvent>> rememberedEvents(const RememberedCalen
     if (!covers(calendar.span, question.interval)) {
         return std::nullopt;
     }
-    const auto contents = readCalendarText(calendar.text);
+    auto contents = readCalendarText(calendar.text);
     if (!contents) {
         return std::nullopt;
     }
     ExpansionControl control;
-    const ExpansionRequest request{question.interval, question.timeZoneId, {}, {}, {}, {}};
-    return expandCalendars(*contents, request, control).events;
+    const ExpansionRequest request{question.interval, question.timeZoneId, {}, {}, {}, {}, {}};
+    return expandGroups(groupsOf(std::move(*contents)), request, control).events;
 }
 
 DateInterval rememberedSpan(const CalendarQuestion &question)

@@ -22,6 +22,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace corvane {
@@ -30,6 +31,8 @@ namespace corvane {
 struct CalendarReading {
     std::vector<CalendarEvent> events;
     std::vector<SkippedEvent> skippedEvents;
+    /// Names that nobody knows: the user's own zone stands in.
+    std::set<QByteArray> unknownZones;
     /// Changes when the calendar does. Empty where the calendar does not tell.
     QByteArray version;
 };

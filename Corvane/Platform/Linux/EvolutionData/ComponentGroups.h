@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Platform/Linux/GObjectRef.h"
+
+#include <libecal/libecal.h>
+
+#include "Corvane/Platform/Linux/EvolutionData/ZoneTable.h"
+
+#include <QByteArray>
+
+#include <memory>
+#include <set>
+#include <vector>
+
+namespace corvane {
+
+/// A component of an event, and the zones that its calendar defines; null for one of the calendar service.
+struct EventComponent {
+    GObjectRef<ICalComponent> component;
+    std::shared_ptr<DefinedZones> zones;
+};
+
+/// The components of one identifier: an event, or a series and its changed instances.
+struct ComponentGroup {
+    std::vector<EventComponent> components;
+
+    /// Whether it may occur more than once.
+    [[nodiscard]] bool isSeries() const;
+
+    /// Changes when anything changes that the occurrences depend on.
+    [[nodiscard]] QByteArray key() const;
+};
+
+/// The groups of a list of components, by their identifiers; events only. A component without identifier is a
+/// group of its own. Of several revisions of an event, or of one changed instance, the one with the highest
+/// sequence number counts, then the newest; of two that are alike, the later one in the list, unless the
+/// other is cancelled.
+[[nodiscard]] std::vector<ComponentGroup> groupByIdentifier(std::vector<EventComponent> components);
+[[nodiscard]] std::vector<ComponentGroup>
+groupByIdentifier(std::vector<GObjectRef<ICalComponent>> components);
+
+/// The identifiers of the time zones that `component` names.
+[[nodiscard]] std::set<QByteArray> timeZoneIdentifiers(ICalComponent *component);
+
+} // namespace corvane

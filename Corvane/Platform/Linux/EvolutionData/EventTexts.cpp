@@ -1,0 +1,90 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/EvolutionData/EventTexts.h"
+
+#include "Corvane/Platform/Linux/EvolutionData/CalendarBytes.h"
+#include "Corvane/Platform/Linux/GObjectRef.h"
+
+#include <QUrl>
+
+#include <cstring>
+#include <optional>
+
+namespace corvane {
+
+namespace {
+
+QString toText(const char *text)
+{
+    auto length = static_cast<qsizetype>(strnlen(text, static_cast<std::size_t>(maximumValueBytes) + 1));
+    if (length > maximumValueBytes) {
+        length = maximumValueBytes;
+        while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80) {
+            --length;
+        }
+    }
+    return QString::fromUtf8(text, length);
+}
+
+std::optional<QString> optionalText(const char *text)
+{
+    if (text == nullptr || *text == '\0') {
+        return std::nullopt;
+    }
+    return toText(text);
+}
+
+/// The link that `address` is; one that is cut leads nowhere.
+std::optional<QUrl> link(const char *address)
+{
+    if (address == nullptr || *address == '\0' ||
+        strnlen(address, static_cast<std::size_t>(maximumValueBytes)) >=
+            static_cast<std::size_t>(maximumValueBytes)) {
+        return std::nullopt;
+    }
+    const QUrl url(toText(address).trimmed(), QUrl::TolerantMode);
+    return url.isValid() && !url.isEmpty() ? std::optional(url) : std::nullopt;
+}
+
+std::optional<QUrl> ownLink(ICalComponent *event)
+{
+    const auto property =
+        GObjectRef<ICalProperty>::adopt(i_cal_component_get_first_property(event, I_CAL_URL_PROPERTY));
+    return property ? link(i_cal_property_get_url(property.get())) : std::nullopt;
+}
+
+} // namespace
+
+CalendarEvent eventTexts(ICalComponent *event)
+{
+    CalendarEvent made;
+    made.title = optionalText(i_cal_component_get_summary(event));
+    made.location = optionalText(i_cal_component_get_location(event));
+    made.notes = optionalText(i_cal_component_get_description(event));
+    made.url = ownLink(event);
+    return made;
+}
+
+qsizetype textLength(const CalendarEvent &event)
+{
+    const auto length = [](const std::optional<QString> &text) { return text ? text->size() : 0; };
+    return length(event.title) + length(event.location) + length(event.notes);
+}
+
+QString logText(const QString &text)
+{
+    constexpr qsizetype longest = 80;
+    QString line = text.left(longest);
+    for (QChar &character : line) {
+        if (character.category() == QChar::Other_Control || character == u'\u2028' ||
+            character == u'\u2029') {
+            character = u' ';
+        } else if (character == u'"') {
+            character = u'\'';
+        }
+    }
+    return text.size() > longest ? line + u'…' : line;
+}
+
+} // namespace corvane

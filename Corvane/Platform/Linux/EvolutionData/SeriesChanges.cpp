@@ -1,0 +1,138 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/EvolutionData/SeriesChanges.h"
+
+#include "Corvane/Platform/Linux/EvolutionData/EventRules.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+namespace corvane {
+
+namespace {
+
+/// How far a changed rest of a series may be moved, in seconds: the window is widened by what it is.
+constexpr double maximumShift = 60 * 86'400.0;
+
+GObjectRef<ICalProperty> firstProperty(ICalComponent *component, ICalPropertyKind kind)
+{
+    return GObjectRef<ICalProperty>::adopt(i_cal_component_get_first_property(component, kind));
+}
+
+qint64 dayNumber(ICalTime *time)
+{
+    return i_cal_time_get_year(time) * 10'000LL + i_cal_time_get_month(time) * 100LL +
+           i_cal_time_get_day(time);
+}
+
+/// Answers null where the property names no zone.
+GObjectRef<ICalParameter> zoneName(ICalProperty *property)
+{
+    return GObjectRef<ICalParameter>::adopt(
+        i_cal_property_get_first_parameter(property, I_CAL_TZID_PARAMETER));
+}
+
+} // namespace
+
+double EventTimes::moment(ICalTime *time) const
+{
+    if (i_cal_time_is_utc(time) != FALSE) {
+        return static_cast<double>(i_cal_time_as_timet(time));
+    }
+    ICalTimezone *zone = i_cal_time_is_date(time) != FALSE ? nullptr : i_cal_time_get_timezone(time);
+    return static_cast<double>(i_cal_time_as_timet_with_zone(time, zone != nullptr ? zone : m_zones.own()));
+}
+
+double EventTimes::moment(ICalProperty *property, ICalTime *time, DefinedZones *definitions,
+                          ICalTimezone *otherwise) const
+{
+    if (i_cal_time_is_utc(time) != FALSE) {
+        return static_cast<double>(i_cal_time_as_timet(time));
+    }
+    ICalTimezone *zone = m_zones.own();
+    if (i_cal_time_is_date(time) == FALSE) {
+        const auto name = zoneName(property);
+        zone = name ? m_zones.find(i_cal_parameter_get_tzid(name.get()), definitions) : otherwise;
+    }
+    return static_cast<double>(i_cal_time_as_timet_with_zone(time, zone));
+}
+
+EventSpan EventTimes::firstSpan(const EventComponent &event, double otherwise) const
+{
+    const auto begin = firstProperty(event.component.get(), I_CAL_DTSTART_PROPERTY);
+    if (!begin) {
+        return {otherwise, otherwise};
+    }
+    const auto startTime = GObjectRef<ICalTime>::adopt(i_cal_property_get_dtstart(begin.get()));
+    const double start = moment(begin.get(), startTime.get(), event.zones.get(), m_zones.own());
+    if (const auto finish = firstProperty(event.component.get(), I_CAL_DTEND_PROPERTY)) {
+        const auto endTime = GObjectRef<ICalTime>::adopt(i_cal_property_get_dtend(finish.get()));
+        return {start, moment(finish.get(), endTime.get(), event.zones.get(), m_zones.own())};
+    }
+    const auto length = GObjectRef<ICalDuration>::adopt(i_cal_component_get_duration(event.component.get()));
+    return {start, length ? start + i_cal_duration_as_int(length.get()) : start};
+}
+
+ICalTimezone *EventTimes::startZone(const EventComponent &event) const
+{
+    const auto begin = firstProperty(event.component.get(), I_CAL_DTSTART_PROPERTY);
+    const auto name = begin ? zoneName(begin.get()) : GObjectRef<ICalParameter>();
+    return name ? m_zones.find(i_cal_parameter_get_tzid(name.get()), event.zones.get()) : m_zones.own();
+}
+
+SeriesChanges::SeriesChanges(const ComponentGroup &group, const EventTimes &times)
+{
+    if (group.components.size() == 1 &&
+        !has(group.components.front().component.get(), I_CAL_RECURRENCEID_PROPERTY)) {
+        return;
+    }
+    // Without a name, the instance is told on the clock of the series.
+    const auto series = std::ranges::find_if(group.components, [](const EventComponent &event) {
+        return !has(event.component.get(), I_CAL_RECURRENCEID_PROPERTY);
+    });
+    const bool isSeriesThere = series != group.components.end();
+    for (const EventComponent &event : group.components) {
+        add(event, times, times.startZone(isSeriesThere ? *series : event));
+    }
+}
+
+void SeriesChanges::add(const EventComponent &event, const EventTimes &times, ICalTimezone *seriesZone)
+{
+    const auto property = firstProperty(event.component.get(), I_CAL_RECURRENCEID_PROPERTY);
+    if (!property) {
+        return;
+    }
+    const auto time = GObjectRef<ICalTime>::adopt(i_cal_property_get_recurrenceid(property.get()));
+    if (!time || i_cal_time_is_null_time(time.get()) != FALSE) {
+        return;
+    }
+    const double moment = times.moment(property.get(), time.get(), event.zones.get(), seriesZone);
+    if (i_cal_time_is_date(time.get()) != FALSE) {
+        m_changedDays.insert(dayNumber(time.get()));
+    }
+    m_changed.insert(moment);
+    const auto range = GObjectRef<ICalParameter>::adopt(
+        i_cal_property_get_first_parameter(property.get(), I_CAL_RANGE_PARAMETER));
+    if (range && i_cal_parameter_get_range(range.get()) == I_CAL_RANGE_THISANDFUTURE) {
+        const EventSpan span = times.firstSpan(event, moment);
+        const double shift = std::clamp(span.start - moment, -maximumShift, maximumShift);
+        m_rests.insert_or_assign(moment, Rest{shift, std::max(0.0, span.end - span.start), &event});
+        m_furthestShift = std::max(m_furthestShift, std::abs(shift));
+    }
+}
+
+bool SeriesChanges::contains(double start, ICalTime *startTime) const
+{
+    return m_changed.contains(start) ||
+           (!m_changedDays.empty() && m_changedDays.contains(dayNumber(startTime)));
+}
+
+const SeriesChanges::Rest *SeriesChanges::restAt(double start) const
+{
+    const auto after = m_rests.upper_bound(start);
+    return after != m_rests.begin() ? &std::prev(after)->second : nullptr;
+}
+
+} // namespace corvane

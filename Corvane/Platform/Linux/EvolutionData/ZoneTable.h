@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Platform/Linux/GObjectRef.h"
+
+#include <libecal/libecal.h>
+
+#include <QByteArray>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <set>
+#include <utility>
+#include <vector>
+
+namespace corvane {
+
+/// The time zones that one calendar defines for its events.
+class DefinedZones {
+public:
+    explicit DefinedZones(std::vector<GObjectRef<ICalComponent>> definitions);
+
+    /// Borrowed; null where the calendar does not define it, or not in reasonable rules.
+    [[nodiscard]] ICalTimezone *find(const QByteArray &tzid);
+
+    [[nodiscard]] const std::vector<GObjectRef<ICalComponent>> &definitions() const { return m_definitions; }
+
+    /// Tells these definitions from others.
+    [[nodiscard]] const QByteArray &key() const { return m_key; }
+
+private:
+    std::vector<GObjectRef<ICalComponent>> m_definitions;
+    QByteArray m_key;
+    std::map<QByteArray, GObjectRef<ICalTimezone>> m_zones;
+};
+
+/// Which zone an identifier means, for one expansion.
+class ZoneTable {
+public:
+    using CustomZone = std::function<ICalTimezone *(const char *tzid)>;
+
+    /// `timeZoneId` is the user's zone; `customZone` tells the zones that the calendar service knows.
+    ZoneTable(const QByteArray &timeZoneId, CustomZone customZone);
+
+    /// The user's own zone: that of floating times, of whole days and of names that nobody knows.
+    [[nodiscard]] ICalTimezone *own() const { return m_own; }
+
+    /// The zone of `tzid` for an event of a calendar that defines `definitions` (or null). Under a well-known
+    /// name the system's own rules count, since those in calendars are often outdated. Borrowed.
+    [[nodiscard]] ICalTimezone *find(const char *tzid, DefinedZones *definitions);
+
+    /// Names that nobody knows.
+    [[nodiscard]] std::set<QByteArray> takeUnknown() { return std::exchange(m_unknown, {}); }
+
+private:
+    [[nodiscard]] ICalTimezone *look(const QByteArray &tzid, DefinedZones *definitions);
+
+    CustomZone m_customZone;
+    ICalTimezone *m_own;
+    std::map<std::pair<DefinedZones *, QByteArray>, ICalTimezone *> m_known;
+    std::set<QByteArray> m_unknown;
+};
+
+/// Whether the library can follow the rules of a zone's definition in no time: it does so under a lock for
+/// which all other threads wait.
+[[nodiscard]] bool isHarmlessZone(ICalComponent *definition);
+
+} // namespace corvane
