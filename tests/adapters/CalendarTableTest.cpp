@@ -7,281 +7,33 @@
 #include "Corvane/Platform/Linux/EvolutionData/IcsFolders.h"
 #include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
 #include "Corvane/Utilities/DateText.h"
+#include "tests/adapters/CalendarRows.h"
 #include "tests/support/CalendarService.h"
 #include "tests/support/TestProgram.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimeZone>
+#include <QUrl>
+
+#include <algorithm>
+#include <iterator>
 
 using namespace corvane;
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What one calendar text means: the occurrences of a day of the user, in the user's time zones.
-struct Row {
-    const char *name;
-    /// Components; %N stands for the row's name, which begins every title and identifier.
-    const char *components;
-    /// A day of the user.
-    QDate day;
-    /// Start, end and the title's rest: in UTC, or, with "local " before, on the user's clock.
-    QStringList expected;
-};
-
-constexpr auto berlinOwnRules =
-    "BEGIN:VTIMEZONE\nTZID:/private/School Zone\n"
-    "BEGIN:STANDARD\nDTSTART:19701025T030000\nRRULE:FREQ=YEARLY;BYDAY=-1SU;BYMONTH=10\n"
-    "TZOFFSETFROM:+0330\nTZOFFSETTO:+0230\nEND:STANDARD\n"
-    "BEGIN:DAYLIGHT\nDTSTART:19700329T020000\nRRULE:FREQ=YEARLY;BYDAY=-1SU;BYMONTH=3\n"
-    "TZOFFSETFROM:+0230\nTZOFFSETTO:+0330\nEND:DAYLIGHT\nEND:VTIMEZONE\n";
-
-std::vector<Row> rows()
+std::vector<CalendarRow> rows()
 {
-    // The days are Wednesdays in the middle of a month unless a row is about another.
-    const QDate wednesday(2025, 5, 14);
-    return {
-        {"single in UTC",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250514T120000Z\nDTEND:20250514T123000Z\nSUMMARY:%N\nEND:VEVENT\n",
-         wednesday,
-         {u"12:00 12:30"_s}},
-        {"duration instead of an end",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250514T120000Z\nDURATION:PT45M\nSUMMARY:%N\nEND:VEVENT\n",
-         wednesday,
-         {u"12:00 12:45"_s}},
-        {"neither end nor duration",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250514T120000Z\nSUMMARY:%N\nEND:VEVENT\n",
-         wednesday,
-         {u"12:00 12:00"_s}},
-        {"floating",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250514T093000\nDTEND:20250514T100000\nSUMMARY:%N\nEND:VEVENT\n",
-         wednesday,
-         {u"local 09:30 10:00"_s}},
-        {"floating series",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250115T093000\nDTEND:20250115T100000\nRRULE:FREQ=WEEKLY\nSUMMARY:%"
-         "N\nEND:VEVENT\n",
-         wednesday,
-         {u"local 09:30 10:00"_s}},
-        {"zone by name",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART;TZID=America/New_York:20250514T083000\nDTEND;TZID=America/"
-         "New_York:20250514T090000\nSUMMARY:%N\nEND:VEVENT\n",
-         wednesday,
-         {u"12:30 13:00"_s}},
-        {"zone by private rules",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART;TZID=/private/School "
-         "Zone:20250514T153000\nDTEND;TZID=/private/School "
-         "Zone:20250514T160000\nSUMMARY:%N\nEND:VEVENT\n",
-         wednesday,
-         {u"12:00 12:30"_s}},
-        {"series in private rules over the change of the clocks",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART;TZID=/private/School "
-         "Zone:20250108T153000\nDTEND;TZID=/private/School "
-         "Zone:20250108T160000\nRRULE:FREQ=WEEKLY\nSUMMARY:%N\nEND:VEVENT\n",
-         wednesday,
-         {u"12:00 12:30"_s}},
-        {"weekly over the change of the clocks",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART;TZID=Europe/Berlin:20250115T140000\nDTEND;TZID=Europe/"
-         "Berlin:20250115T143000\nRRULE:FREQ=WEEKLY;BYDAY=WE\nSUMMARY:%N\nEND:VEVENT\n",
-         wednesday,
-         {u"12:00 12:30"_s}},
-        {"excluded instance",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART;TZID=Europe/Berlin:20250115T140000\nDTEND;TZID=Europe/"
-         "Berlin:20250115T143000\nRRULE:FREQ=WEEKLY\nEXDATE;TZID=Europe/"
-         "Berlin:20250514T140000\nSUMMARY:%N\nEND:VEVENT\n",
-         wednesday,
-         {}},
-        {"excluded instance told in UTC",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART;TZID=Europe/Berlin:20250115T140000\nDTEND;TZID=Europe/"
-         "Berlin:20250115T143000\nRRULE:FREQ=WEEKLY\nEXDATE:20250514T120000Z\nSUMMARY:%N\nEND:VEVENT\n",
-         wednesday,
-         {}},
-        {"added instance",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250101T110000Z\nDTEND:20250101T113000Z\nRDATE:"
-         "20250514T120000Z\nSUMMARY:%"
-         "N\nEND:VEVENT\n",
-         wednesday,
-         {u"12:00 12:30"_s}},
-        {"moved within the day",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250115T110000Z\nDTEND:20250115T113000Z\nRRULE:FREQ=WEEKLY\nSUMMARY:"
-         "%"
-         "N\nEND:VEVENT\n"
-         "BEGIN:VEVENT\nUID:%N\nRECURRENCE-ID:20250514T110000Z\nDTSTART:20250514T130000Z\nDTEND:"
-         "20250514T140000Z\nSUMMARY:"
-         "%N moved\nEND:VEVENT\n",
-         wednesday,
-         {u"13:00 14:00 moved"_s}},
-        {"moved away from the day",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250115T110000Z\nDTEND:20250115T113000Z\nRRULE:FREQ=WEEKLY\nSUMMARY:"
-         "%"
-         "N\nEND:VEVENT\n"
-         "BEGIN:VEVENT\nUID:%N\nRECURRENCE-ID:20250514T110000Z\nDTSTART:20250620T130000Z\nDTEND:"
-         "20250620T140000Z\nSUMMARY:"
-         "%N moved\nEND:VEVENT\n",
-         wednesday,
-         {}},
-        {"moved to the day from another",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250110T110000Z\nDTEND:20250110T113000Z\nRRULE:FREQ=WEEKLY\nSUMMARY:"
-         "%"
-         "N\nEND:VEVENT\n"
-         "BEGIN:VEVENT\nUID:%N\nRECURRENCE-ID:20250620T110000Z\nDTSTART:20250514T130000Z\nDTEND:"
-         "20250514T140000Z\nSUMMARY:"
-         "%N moved\nEND:VEVENT\n",
-         wednesday,
-         {u"13:00 14:00 moved"_s}},
-        {"moved, told in the series' zone",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART;TZID=Asia/Tokyo:20250115T200000\nDTEND;TZID=Asia/"
-         "Tokyo:20250115T203000\nRRULE:FREQ=WEEKLY\nSUMMARY:%N\nEND:VEVENT\n"
-         "BEGIN:VEVENT\nUID:%N\nRECURRENCE-ID;TZID=Asia/Tokyo:20250514T200000\nDTSTART;TZID=Asia/"
-         "Tokyo:20250514T220000\nDTEND;TZID=Asia/Tokyo:20250514T230000\nSUMMARY:%N moved\nEND:VEVENT\n",
-         wednesday,
-         {u"13:00 14:00 moved"_s}},
-        {"cancelled instance",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250115T110000Z\nDTEND:20250115T113000Z\nRRULE:FREQ=WEEKLY\nSUMMARY:"
-         "%"
-         "N\nEND:VEVENT\n"
-         "BEGIN:VEVENT\nUID:%N\nRECURRENCE-ID:20250514T110000Z\nDTSTART:20250514T110000Z\nDTEND:"
-         "20250514T113000Z\nSTATUS:"
-         "CANCELLED\nSUMMARY:%N\nEND:VEVENT\n",
-         wednesday,
-         {}},
-        {"cancelled event",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250514T120000Z\nDTEND:20250514T123000Z\nSTATUS:CANCELLED\nSUMMARY:%"
-         "N\nEND:VEVENT\n",
-         wednesday,
-         {}},
-        {"cancelled series",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250115T110000Z\nDTEND:20250115T113000Z\nRRULE:FREQ=WEEKLY\nSTATUS:"
-         "CANCELLED\nSUMMARY:"
-         "%N\nEND:VEVENT\n",
-         wednesday,
-         {}},
-        {"tentative event",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250514T120000Z\nDTEND:20250514T123000Z\nSTATUS:TENTATIVE\nSUMMARY:%"
-         "N\nEND:VEVENT\n",
-         wednesday,
-         {u"12:00 12:30"_s}},
-        {"declined event",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250514T120000Z\nDTEND:20250514T123000Z\nATTENDEE;PARTSTAT=DECLINED:"
-         "mailto:a@"
-         "example.org\nSUMMARY:%N\nEND:VEVENT\n",
-         wednesday,
-         {u"12:00 12:30"_s}},
-        {"changed instance without its series",
-         "BEGIN:VEVENT\nUID:%N\nRECURRENCE-ID:20250514T110000Z\nDTSTART:20250514T130000Z\nDTEND:"
-         "20250514T140000Z\nSUMMARY:"
-         "%N\nEND:VEVENT\n",
-         wednesday,
-         {u"13:00 14:00"_s}},
-        {"two changed instances of one day",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250101T110000Z\nDTEND:20250101T113000Z\nRRULE:FREQ=DAILY\nSUMMARY:%"
-         "N\nEND:VEVENT\n"
-         "BEGIN:VEVENT\nUID:%N\nRECURRENCE-ID:20250514T110000Z\nDTSTART:20250514T120000Z\nDTEND:"
-         "20250514T123000Z\nSUMMARY:"
-         "%N one\nEND:VEVENT\n"
-         "BEGIN:VEVENT\nUID:%N\nRECURRENCE-ID:20250515T110000Z\nDTSTART:20250514T130000Z\nDTEND:"
-         "20250514T133000Z\nSUMMARY:"
-         "%N two\nEND:VEVENT\n",
-         wednesday,
-         {u"12:00 12:30 one"_s, u"13:00 13:30 two"_s}},
-        {"this and all that follow",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250115T110000Z\nDTEND:20250115T113000Z\nRRULE:FREQ=WEEKLY\nSUMMARY:"
-         "%"
-         "N\nEND:VEVENT\n"
-         "BEGIN:VEVENT\nUID:%N\nRECURRENCE-ID;RANGE=THISANDFUTURE:20250430T110000Z\nDTSTART:"
-         "20250430T120000Z\nDTEND:"
-         "20250430T124500Z\nSUMMARY:%N later\nEND:VEVENT\n",
-         wednesday,
-         {u"12:00 12:45 later"_s}},
-        {"limited by a date",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250115T110000Z\nDTEND:20250115T113000Z\nRRULE:FREQ=WEEKLY;UNTIL="
-         "20250507T235959Z\nSUMMARY:%N\nEND:VEVENT\n",
-         wednesday,
-         {}},
-        {"limited by a count",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250430T110000Z\nDTEND:20250430T113000Z\nRRULE:FREQ=WEEKLY;COUNT="
-         "3\nSUMMARY:%"
-         "N\nEND:VEVENT\n",
-         wednesday,
-         {u"11:00 11:30"_s}},
-        {"ended by its count",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250430T110000Z\nDTEND:20250430T113000Z\nRRULE:FREQ=WEEKLY;COUNT="
-         "2\nSUMMARY:%"
-         "N\nEND:VEVENT\n",
-         wednesday,
-         {}},
-        {"every other week, not this one",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250507T110000Z\nDTEND:20250507T113000Z\nRRULE:FREQ=WEEKLY;INTERVAL="
-         "2\nSUMMARY:%"
-         "N\nEND:VEVENT\n",
-         wednesday,
-         {}},
-        {"second Wednesday of the month",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250108T110000Z\nDTEND:20250108T113000Z\nRRULE:FREQ=MONTHLY;BYDAY="
-         "2WE\nSUMMARY:%"
-         "N\nEND:VEVENT\n",
-         wednesday,
-         {u"11:00 11:30"_s}},
-        {"several a day",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250101T110000Z\nDTEND:20250101T113000Z\nRRULE:FREQ=DAILY;BYHOUR=11,"
-         "12,13\nSUMMARY:"
-         "%N\nEND:VEVENT\n",
-         wednesday,
-         {u"11:00 11:30"_s, u"12:00 12:30"_s, u"13:00 13:30"_s}},
-        {"across midnight in UTC",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250114T233000Z\nDTEND:20250115T003000Z\nRRULE:FREQ=DAILY;UNTIL="
-         "20250116T235959Z\nSUMMARY:"
-         "%N\nEND:VEVENT\n",
-         QDate(2025, 1, 20),
-         {}},
-        {"floating across midnight",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250513T233000\nDTEND:20250514T003000\nSUMMARY:%N\nEND:VEVENT\n",
-         wednesday,
-         {u"local -23:30 00:30"_s}},
-        {"twelve hours' floating series across midnight",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250101T200000\nDTEND:20250102T080000\nRRULE:FREQ=DAILY\nSUMMARY:%"
-         "N\nEND:VEVENT\n",
-         wednesday,
-         {u"local -20:00 08:00"_s, u"local 20:00 +08:00"_s}},
-        {"whole day",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART;VALUE=DATE:20250514\nDTEND;VALUE=DATE:20250515\nSUMMARY:%N\nEND:"
-         "VEVENT\n",
-         wednesday,
-         {u"local 00:00 +00:00 (whole day)"_s}},
-        {"whole day of yesterday",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART;VALUE=DATE:20250513\nDTEND;VALUE=DATE:20250514\nSUMMARY:%N\nEND:"
-         "VEVENT\n",
-         wednesday,
-         {}},
-        {"whole day every year",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART;VALUE=DATE:20000514\nDTEND;VALUE=DATE:20000515\nRRULE:FREQ="
-         "YEARLY\nSUMMARY:%"
-         "N\nEND:VEVENT\n",
-         wednesday,
-         {u"local 00:00 +00:00 (whole day)"_s}},
-        {"end before its start",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250514T120000Z\nDTEND:20250514T110000Z\nSUMMARY:%N\nEND:VEVENT\n",
-         wednesday,
-         {u"12:00 12:00"_s}},
-        {"zone that nobody knows",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART;TZID=Atlantis/Capital:20250514T093000\nDTEND;TZID=Atlantis/"
-         "Capital:20250514T100000\nSUMMARY:%N\nEND:VEVENT\n",
-         wednesday,
-         {u"local 09:30 10:00"_s}},
-        {"hourly for years",
-         "BEGIN:VEVENT\nUID:%N\nDTSTART:20250512T100000Z\nDTEND:20250512T101000Z\nRRULE:FREQ=HOURLY;BYHOUR="
-         "11,13\nSUMMARY:%"
-         "N\nEND:VEVENT\n",
-         wednesday,
-         {u"11:00 11:10"_s, u"13:00 13:10"_s}},
-        {"not an event",
-         "BEGIN:VTODO\nUID:%N\nDTSTART:20250514T120000Z\nDUE:20250514T123000Z\nSUMMARY:%N\nEND:VTODO\n",
-         wednesday,
-         {}},
-    };
+    std::vector<CalendarRow> all = plainRows();
+    std::ranges::move(foreignRows(), std::back_inserter(all));
+    return all;
 }
 
-QString describe(const CalendarEvent &event, const Row &row, const QTimeZone &zone, bool isLocal)
+QString describe(const CalendarEvent &event, const CalendarRow &row, const QTimeZone &zone, bool isLocal)
 {
     const QTimeZone shown = isLocal ? zone : QTimeZone::utc();
     const auto text = [&](Date date) {
@@ -291,7 +43,36 @@ QString describe(const CalendarEvent &event, const Row &row, const QTimeZone &zo
     };
     QString line = (isLocal ? u"local "_s : QString()) + text(event.startDate) + u' ' + text(event.endDate);
     line += event.title.value_or(QString()).mid(QString::fromLatin1(row.name).size());
+    if (event.url) {
+        line += u" <"_s + event.url->toString() + u'>';
+    }
     return event.isAllDay ? line + u" (whole day)"_s : line;
+}
+
+QByteArray componentsOf(const std::vector<CalendarRow> &rows)
+{
+    QByteArray components = definedZones();
+    for (const CalendarRow &row : rows) {
+        // An identifier holds no spaces, a title does.
+        QByteArray text = row.components;
+        text.replace("UID:%N", "UID:" + QByteArray(row.name).replace(' ', '-').replace(',', '-'));
+        text.replace("%N", QByteArray(row.name).replace(",", "\\,"));
+        text.replace("BEGIN:VEVENT\n", "BEGIN:VEVENT\nDTSTAMP:20250101T000000Z\n");
+        components += text;
+    }
+    return components;
+}
+
+void addRows(const std::vector<CalendarRow> &rows)
+{
+    QTest::addColumn<QByteArray>("zone");
+    QTest::addColumn<int>("row");
+    // The last two are half a day and more from UTC; the rows about UTC lie in the same day in all of them.
+    for (const char *zone : {"UTC", "Europe/Berlin", "America/Los_Angeles", "Asia/Kathmandu"}) {
+        for (std::size_t row = 0; row < rows.size(); ++row) {
+            QTest::addRow("%s: %s", zone, rows[row].name) << QByteArray(zone) << static_cast<int>(row);
+        }
+    }
 }
 
 } // namespace
@@ -305,35 +86,64 @@ class CalendarTableTest : public QObject {
     QByteArray m_zone = "UTC";
     std::unique_ptr<EventStore> m_served;
     std::unique_ptr<EventStore> m_filed;
+    std::unique_ptr<EventStore> m_filedOnly;
+
+    void write(const QString &name, const QByteArray &text)
+    {
+        QVERIFY(QDir().mkpath(QFileInfo(m_folder.filePath(name)).path()));
+        QFile file(m_folder.filePath(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(file.write(text), text.size());
+    }
+
+    /// The occurrences that `store` tells of the row's events.
+    static QStringList occurrences(EventStore &store, const CalendarRow &row,
+                                   const std::vector<CalendarRow> &all, const QTimeZone &timeZone)
+    {
+        const DateInterval day{fromDateTime(row.day.startOfDay(timeZone)),
+                               fromDateTime(row.day.addDays(1).startOfDay(timeZone))};
+        const bool isLocal = !row.expected.isEmpty() && row.expected.first().startsWith(u"local"_s);
+        const auto events = QCoro::waitFor(store.events(day));
+        if (!events) {
+            return {events.error().localizedDescription};
+        }
+        QStringList found;
+        for (const CalendarEvent &event : *events) {
+            const QString title = event.title.value_or(QString());
+            const QString name = QString::fromLatin1(row.name);
+            if (title == name ||
+                (title.startsWith(name + u' ') && std::ranges::none_of(all, [&](const CalendarRow &other) {
+                     return QString::fromLatin1(other.name) == title;
+                 }))) {
+                found << describe(event, row, timeZone, isLocal);
+            }
+        }
+        return found;
+    }
 
 private Q_SLOTS:
     void initTestCase()
     {
-        QByteArray components = berlinOwnRules;
-        for (const Row &row : rows()) {
-            // An identifier holds no spaces, a title does.
-            QByteArray text = row.components;
-            text.replace("UID:%N", "UID:" + QByteArray(row.name).replace(' ', '-').replace(',', '-'));
-            text.replace("%N", QByteArray(row.name).replace(",", "\\,"));
-            text.replace("BEGIN:VEVENT\n", "BEGIN:VEVENT\nDTSTAMP:20250101T000000Z\n");
-            components += text;
-        }
-        CalendarService::writeCalendar(calendarText(components));
+        const QByteArray text = calendarText(componentsOf(rows()));
+        CalendarService::writeCalendar(text);
         m_service = std::make_unique<CalendarService>();
-        QFile file(m_folder.filePath(u"table.ics"_s));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(calendarText(components));
-        file.close();
+        write(u"both/table.ics"_s, text);
+        write(u"folders/table.ics"_s, calendarText(componentsOf(folderRows())));
 
         const TimeZoneId zone = [this] { return m_zone; };
         const auto services = std::make_shared<CalendarServices>(m_log, m_folder.filePath(u"memory"_s));
         using Sources = std::vector<std::shared_ptr<CalendarSource>>;
         m_served =
             std::make_unique<MergedEventStore>(Sources{std::make_shared<EvolutionCalendars>(services)}, zone);
-        m_filed = std::make_unique<MergedEventStore>(
-            Sources{std::make_shared<IcsFolders>(services, QStringList{m_folder.path()})}, zone);
+        const auto folder = [&](const QString &name) {
+            return std::make_unique<MergedEventStore>(
+                Sources{std::make_shared<IcsFolders>(services, QStringList{m_folder.filePath(name)})}, zone);
+        };
+        m_filed = folder(u"both"_s);
+        m_filedOnly = folder(u"folders"_s);
         QVERIFY(QCoro::waitFor(m_served->requestFullAccessToEvents()).value_or(false));
         QVERIFY(QCoro::waitFor(m_filed->requestFullAccessToEvents()).value_or(false));
+        QVERIFY(QCoro::waitFor(m_filedOnly->requestFullAccessToEvents()).value_or(false));
     }
 
     void cleanupTestCase()
@@ -343,19 +153,7 @@ private Q_SLOTS:
         m_service.reset();
     }
 
-    void bothAdaptersTellTheOccurrences_data()
-    {
-        QTest::addColumn<QByteArray>("zone");
-        QTest::addColumn<int>("row");
-        const auto all = rows();
-        // The last two are half a day and more from UTC; the rows about UTC lie in the same day in all of
-        // them.
-        for (const char *zone : {"UTC", "Europe/Berlin", "America/Los_Angeles", "Asia/Kathmandu"}) {
-            for (std::size_t row = 0; row < all.size(); ++row) {
-                QTest::addRow("%s: %s", zone, all[row].name) << QByteArray(zone) << static_cast<int>(row);
-            }
-        }
-    }
+    void bothAdaptersTellTheOccurrences_data() { addRows(rows()); }
 
     void bothAdaptersTellTheOccurrences()
     {
@@ -363,28 +161,22 @@ private Q_SLOTS:
         QFETCH(int, row);
         m_zone = zone;
         const auto all = rows();
-        const Row &expected = all[static_cast<std::size_t>(row)];
-        const QTimeZone timeZone(zone);
-        const DateInterval day{fromDateTime(expected.day.startOfDay(timeZone)),
-                               fromDateTime(expected.day.addDays(1).startOfDay(timeZone))};
-        const bool isLocal = !expected.expected.isEmpty() && expected.expected.first().startsWith(u"local"_s);
+        const CalendarRow &expected = all[static_cast<std::size_t>(row)];
         for (EventStore *store : {m_filed.get(), m_served.get()}) {
-            const auto events = QCoro::waitFor(store->events(day));
-            QVERIFY2(events.has_value(),
-                     qPrintable(events ? QString() : events.error().localizedDescription));
-            QStringList found;
-            for (const CalendarEvent &event : *events) {
-                const QString title = event.title.value_or(QString());
-                const QString name = QString::fromLatin1(expected.name);
-                if (title == name ||
-                    (title.startsWith(name + u' ') && std::ranges::none_of(all, [&](const Row &other) {
-                         return QString::fromLatin1(other.name) == title;
-                     }))) {
-                    found << describe(event, expected, timeZone, isLocal);
-                }
-            }
-            QCOMPARE(found, expected.expected);
+            QCOMPARE(occurrences(*store, expected, all, QTimeZone(zone)), expected.expected);
         }
+    }
+
+    void foldersTellMore_data() { addRows(folderRows()); }
+
+    void foldersTellMore()
+    {
+        QFETCH(QByteArray, zone);
+        QFETCH(int, row);
+        m_zone = zone;
+        const auto all = folderRows();
+        const CalendarRow &expected = all[static_cast<std::size_t>(row)];
+        QCOMPARE(occurrences(*m_filedOnly, expected, all, QTimeZone(zone)), expected.expected);
     }
 
     void bothAdaptersAgreeOnEveryDayOfAYear()

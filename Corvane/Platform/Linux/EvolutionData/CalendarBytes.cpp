@@ -3,11 +3,14 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/CalendarBytes.h"
 
+#include "Corvane/Platform/Linux/EvolutionData/CalendarRepairs.h"
+
 #include <QStringDecoder>
 
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -95,20 +98,6 @@ bool hasPrefix(QByteArrayView line, QByteArrayView prefix)
            qstrnicmp(line.data(), prefix.size(), prefix.data(), prefix.size()) == 0;
 }
 
-/// The place of the colon between a line's name with its parameters and its value, or -1.
-qsizetype valueSeparator(QByteArrayView line)
-{
-    bool isQuoted = false;
-    for (qsizetype index = 0; index < line.size(); ++index) {
-        if (line[index] == '"') {
-            isQuoted = !isQuoted;
-        } else if (line[index] == ':' && !isQuoted) {
-            return index;
-        }
-    }
-    return -1;
-}
-
 /// Takes a text line by line and builds it anew.
 class LineReader {
 public:
@@ -126,16 +115,10 @@ public:
             m_ends += isCalendar(line.sliced(4)) ? 1 : 0;
             --m_level;
         }
-        m_line.clear();
-        appendAsUtf8(m_line, line);
-        cut();
-        for (qsizetype from = 0; from < m_line.size(); from += foldedLineLength) {
-            m_text.append(from > 0 ? "\r\n " : "");
-            m_text.append(
-                QByteArrayView(m_line).sliced(from, std::min(foldedLineLength, m_line.size() - from)));
-        }
-        if (!m_line.isEmpty()) {
-            m_text.append("\r\n");
+        QByteArray whole;
+        appendAsUtf8(whole, line);
+        for (QByteArray &repaired : repairedLines(whole)) {
+            write(std::move(repaired));
         }
         return true;
     }
@@ -157,34 +140,43 @@ public:
 private:
     static bool isCalendar(QByteArrayView name) { return hasPrefix(name.trimmed(), "VCALENDAR"); }
 
-    /// Cuts a value that is too long, between two characters; leaves out a line whose parameters are.
-    void cut()
+    void write(QByteArray line)
     {
-        if (m_line.size() <= maximumValueBytes) {
+        cut(line);
+        for (qsizetype from = 0; from < line.size(); from += foldedLineLength) {
+            m_text.append(from > 0 ? "\r\n " : "");
+            m_text.append(QByteArrayView(line).sliced(from, std::min(foldedLineLength, line.size() - from)));
+        }
+        m_text.append(line.isEmpty() ? "" : "\r\n");
+    }
+
+    /// Cuts a value that is too long, between two characters; leaves out a line whose parameters are.
+    static void cut(QByteArray &line)
+    {
+        if (line.size() <= maximumValueBytes) {
             return;
         }
-        const qsizetype separator = valueSeparator(m_line);
+        const qsizetype separator = valueSeparator(line);
         if (separator < 0 || separator > maximumValueBytes) {
-            m_line.clear();
+            line.clear();
             return;
         }
-        qsizetype end = std::min(m_line.size(), separator + 1 + maximumValueBytes);
-        const auto isInside = [this](qsizetype place) {
-            return place < m_line.size() && (static_cast<unsigned char>(m_line[place]) & 0xC0) == 0x80;
+        qsizetype end = std::min(line.size(), separator + 1 + maximumValueBytes);
+        const auto isInside = [&line](qsizetype place) {
+            return place < line.size() && (static_cast<unsigned char>(line[place]) & 0xC0) == 0x80;
         };
         while (isInside(end)) {
             --end;
         }
-        m_line.truncate(end);
+        line.truncate(end);
         // Half of an escaped character would be another one.
         const auto backslashes =
-            std::find_if(m_line.crbegin(), m_line.crend(), [](char character) { return character != '\\'; }) -
-            m_line.crbegin();
-        m_line.chop(backslashes % 2);
+            std::find_if(line.crbegin(), line.crend(), [](char character) { return character != '\\'; }) -
+            line.crbegin();
+        line.chop(backslashes % 2);
     }
 
     QByteArray m_text;
-    QByteArray m_line;
     int m_level = 0;
     int m_calendars = 0;
     int m_ends = 0;

@@ -34,8 +34,8 @@ QByteArray checksum(QByteArrayView bytes)
 
 std::optional<RememberedCalendar> readFile(const QString &path)
 {
-    const auto bytes = readRegularFile(QFile::encodeName(path), CalendarMemory::maximumTextSize +
-                                                                    maximumHeaderSize + checksumLength);
+    const auto bytes = readRegularFile(QFile::encodeName(path),
+                                       CalendarMemory::maximumTextSize + maximumHeaderSize + checksumLength);
     if (!bytes) {
         return std::nullopt;
     }
@@ -70,13 +70,13 @@ std::expected<RememberedCalendar, Failure> decodeMemory(const QByteArray &bytes)
     }
     const qsizetype end = body.indexOf('\n');
     const QJsonObject header = QJsonDocument::fromJson(body.left(end)).object();
-    RememberedCalendar calendar{.identifier = header[u"identifier"_s].toString(),
-                                .name = header[u"name"_s].toString(),
-                                .account = header[u"account"_s].toString(),
-                                .readAt = dateSince1970(header[u"readAt"_s].toDouble()),
-                                .span = {dateSince1970(header[u"from"_s].toDouble()),
-                                         dateSince1970(header[u"to"_s].toDouble())},
-                                .text = body.mid(end + 1)};
+    RememberedCalendar calendar{
+        .identifier = header[u"identifier"_s].toString(),
+        .name = header[u"name"_s].toString(),
+        .account = header[u"account"_s].toString(),
+        .readAt = dateSince1970(header[u"readAt"_s].toDouble()),
+        .span = {dateSince1970(header[u"from"_s].toDouble()), dateSince1970(header[u"to"_s].toDouble())},
+        .text = body.mid(end + 1)};
     if (end < 0 || calendar.identifier.isEmpty()) {
         return std::unexpected(Failure{u"it is damaged"_s});
     }
@@ -113,8 +113,8 @@ std::expected<void, Failure> CalendarMemory::write(const RememberedCalendar &cal
         forget(calendar.identifier);
         return std::unexpected(Failure{u"it holds too much"_s});
     }
-    if (!QDir(m_folder).exists() && (!QDir().mkpath(m_folder) ||
-                                     !QFile::setPermissions(m_folder, onlyForTheUser | QFile::ExeOwner))) {
+    if (!QDir(m_folder).exists() &&
+        (!QDir().mkpath(m_folder) || !QFile::setPermissions(m_folder, onlyForTheUser | QFile::ExeOwner))) {
         return std::unexpected(Failure{u"its folder cannot be made"_s});
     }
     const QByteArray bytes = encodeMemory(calendar);

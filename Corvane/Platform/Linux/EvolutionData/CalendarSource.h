@@ -38,8 +38,8 @@ class CalendarSource {
 public:
     virtual ~CalendarSource() = default;
 
-    /// Whether the source is there; fails where that cannot be told, or where it is, none of its calendars can
-    /// be opened and none is remembered.
+    /// Whether the source is there; fails where that cannot be told, or where it is, none of its calendars
+    /// can be opened and none is remembered.
     virtual QCoro::Task<std::expected<bool, Failure>> checkAvailability(QDeadlineTimer deadline) = 0;
 
     /// Every event that overlaps the question's interval. One query runs at a time.

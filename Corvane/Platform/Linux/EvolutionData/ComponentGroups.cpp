@@ -3,6 +3,7 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/ComponentGroups.h"
 
+#include "Corvane/Platform/Linux/EvolutionData/ComponentRepairs.h"
 #include "Corvane/Platform/Linux/EvolutionData/EventRules.h"
 
 #include <QCryptographicHash>
@@ -47,6 +48,7 @@ std::vector<ComponentGroup> groupByIdentifier(std::vector<EventComponent> compon
         if (i_cal_component_isa(event.component.get()) != I_CAL_VEVENT_COMPONENT) {
             continue;
         }
+        repairComponent(event.component.get());
         const char *uid = i_cal_component_get_uid(event.component.get());
         if (uid == nullptr || *uid == '\0') {
             groups.push_back({{std::move(event)}});

@@ -4,6 +4,7 @@
 #include "Corvane/Platform/Linux/EvolutionData/EventTexts.h"
 
 #include "Corvane/Platform/Linux/EvolutionData/CalendarBytes.h"
+#include "Corvane/Platform/Linux/EvolutionData/EventRules.h"
 #include "Corvane/Platform/Linux/GObjectRef.h"
 
 #include <QUrl>
@@ -54,6 +55,38 @@ std::optional<QUrl> ownLink(ICalComponent *event)
     return property ? link(i_cal_property_get_url(property.get())) : std::nullopt;
 }
 
+/// Only what a browser opens: telephone numbers are links, too.
+std::optional<QUrl> browserLink(const char *address)
+{
+    const auto url = link(address);
+    return url && (url->scheme() == u"https" || url->scheme() == u"http") ? url : std::nullopt;
+}
+
+/// The link to a meeting, in the way of the format's later years or of single providers.
+std::optional<QUrl> conferenceLink(ICalComponent *event)
+{
+    // The library's own bindings have no name for it.
+    constexpr auto conference = static_cast<ICalPropertyKind>(ICAL_CONFERENCE_PROPERTY);
+    for (const auto &property : properties(event, conference)) {
+        char *address = i_cal_property_get_value_as_string(property.get());
+        auto url = browserLink(address);
+        g_free(address);
+        if (url) {
+            return url;
+        }
+    }
+    for (const auto &property : properties(event, I_CAL_X_PROPERTY)) {
+        const char *name = i_cal_property_get_x_name(property.get());
+        if (name != nullptr && (qstricmp(name, "X-GOOGLE-CONFERENCE") == 0 ||
+                                qstricmp(name, "X-MICROSOFT-SKYPETEAMSMEETINGURL") == 0)) {
+            if (auto url = browserLink(i_cal_property_get_x(property.get()))) {
+                return url;
+            }
+        }
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 CalendarEvent eventTexts(ICalComponent *event)
@@ -63,6 +96,9 @@ CalendarEvent eventTexts(ICalComponent *event)
     made.location = optionalText(i_cal_component_get_location(event));
     made.notes = optionalText(i_cal_component_get_description(event));
     made.url = ownLink(event);
+    if (!made.url) {
+        made.url = conferenceLink(event);
+    }
     return made;
 }
 

@@ -3,6 +3,7 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/GroupExpansion.h"
 
+#include "Corvane/Platform/Linux/EvolutionData/ComponentRepairs.h"
 #include "Corvane/Platform/Linux/EvolutionData/EventRules.h"
 
 #include <algorithm>
@@ -106,6 +107,13 @@ std::optional<GroupOutcome> GroupExpansion::run()
     for (const EventComponent &event : m_group.components) {
         if (isCancelled(event) || isFarOff(event)) {
             continue;
+        }
+        if (const QString part = unreadablePart(event.component.get()); !part.isEmpty()) {
+            skipEvent(event, u"its %1 cannot be read"_s.arg(part));
+            // Without it the event's own time is all that is known.
+            if (part == u"RECURRENCE-ID") {
+                continue;
+            }
         }
         if (const auto refusal = m_refusals.find(&event); refusal != m_refusals.end()) {
             skipEvent(event, refusal->second);

@@ -331,9 +331,13 @@ QCoro::Task<std::optional<QByteArray>> ServiceCalendar::capture(CalendarQuestion
         co_return std::nullopt;
     }
     co_await ServiceClient::bringZones(client, zonesOf(*singles));
-    const auto writing = startOnPool(services().workers.threads(),
-                                     [components = std::move(*singles), findZone = client->customZone(),
-                                      seriesText] { return textOf(components, findZone) + seriesText; });
+    const auto writing =
+        startOnPool(services().workers.threads(), [components = std::move(*singles),
+                                                   findZone = client->customZone(), seriesText, span] {
+            ExpansionControl control;
+            const ExpansionRequest request{span.interval, span.timeZoneId, {}, {}, {}, {}, {}};
+            return captureSpan(groupsOf(components, findZone), request, span.interval, control) + seriesText;
+        });
     co_await writing.untilResolved();
     co_return *writing.value();
 }

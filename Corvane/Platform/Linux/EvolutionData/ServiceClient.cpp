@@ -27,6 +27,7 @@ constexpr std::size_t fetchesAtATime = 8;
 constexpr auto areSeries = "(has-recurrences?)";
 
 /// Those that overlap the interval, and those next to it, since the service takes floating times for UTC.
+/// Those whose start the service cannot read, too.
 QByteArray overlaps(DateInterval interval)
 {
     const auto text = [](Date date, qint64 later) {
@@ -35,8 +36,9 @@ QByteArray overlaps(DateInterval interval)
             .toString(u"yyyyMMdd'T'hhmmss'Z'"_s)
             .toLatin1();
     };
-    return "(occur-in-time-range? (make-time \"" + text(interval.start, -furthestFromUtc) +
-           "\") (make-time \"" + text(interval.end, furthestFromUtc) + "\"))";
+    return "(or (not (has-start?)) (occur-in-time-range? (make-time \"" +
+           text(interval.start, -furthestFromUtc) + "\") (make-time \"" +
+           text(interval.end, furthestFromUtc) + "\")))";
 }
 
 using Flag = std::shared_ptr<std::atomic<bool>>;

@@ -1,0 +1,143 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/EvolutionData/ComponentRepairs.h"
+
+#include "Corvane/Platform/Linux/EvolutionData/CalendarRepairs.h"
+#include "Corvane/Platform/Linux/EvolutionData/EventRules.h"
+
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+
+namespace {
+
+/// More of a component's mistakes are not mended.
+constexpr std::size_t maximumErrors = 20;
+
+/// A property that the library could not read and has left out.
+struct LostProperty {
+    QByteArray name;
+    QByteArray value;
+};
+
+/// The library leaves a note in the place of such a property, which ends with its value.
+std::optional<LostProperty> lostProperty(ICalProperty *note)
+{
+    const char *text = i_cal_property_get_xlicerror(note);
+    const QByteArray message(text != nullptr ? text : "");
+    constexpr QByteArrayView before = " value in ";
+    constexpr QByteArrayView after = " property. Removing entire property: ";
+    const qsizetype name = message.indexOf(before);
+    const qsizetype end = message.indexOf(after, name);
+    if (name < 0 || end < 0) {
+        return std::nullopt;
+    }
+    return LostProperty{message.sliced(name + before.size(), end - name - before.size()),
+                        message.sliced(end + after.size())};
+}
+
+bool tellsTime(const QByteArray &name)
+{
+    for (const char *other :
+         {"RRULE", "EXRULE", "RDATE", "EXDATE", "DTSTART", "DTEND", "DURATION", "RECURRENCE-ID"}) {
+        if (name == other) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// The zone that the event's other times name: that of a lost one is lost, too.
+QByteArray zoneOfOthers(ICalComponent *event)
+{
+    for (const ICalPropertyKind kind : {I_CAL_DTSTART_PROPERTY, I_CAL_DTEND_PROPERTY}) {
+        const auto property =
+            GObjectRef<ICalProperty>::adopt(i_cal_component_get_first_property(event, kind));
+        const auto zone = property ? GObjectRef<ICalParameter>::adopt(i_cal_property_get_first_parameter(
+                                         property.get(), I_CAL_TZID_PARAMETER))
+                                   : GObjectRef<ICalParameter>();
+        if (zone) {
+            return i_cal_parameter_get_tzid(zone.get());
+        }
+    }
+    return {};
+}
+
+bool add(ICalComponent *event, const QByteArray &line)
+{
+    const auto property = GObjectRef<ICalProperty>::adopt(i_cal_property_new_from_string(line.constData()));
+    if (!property || i_cal_property_isa(property.get()) == I_CAL_XLICERROR_PROPERTY) {
+        return false;
+    }
+    i_cal_component_add_property(event, property.get());
+    return true;
+}
+
+/// Puts back what the library has given up.
+void restore(ICalComponent *event)
+{
+    const auto notes = properties(event, I_CAL_XLICERROR_PROPERTY);
+    if (notes.empty() || notes.size() > maximumErrors) {
+        return;
+    }
+    const QByteArray zone = zoneOfOthers(event);
+    for (const auto &note : notes) {
+        const auto lost = lostProperty(note.get());
+        if (!lost || !tellsTime(lost->name)) {
+            continue;
+        }
+        const bool isRule = lost->name == "RRULE" || lost->name == "EXRULE";
+        const QByteArray value = isRule ? repairedRule(lost->value) : repairedTime(lost->value);
+        QByteArray name = lost->name;
+        if (!isRule && !zone.isEmpty() && !value.endsWith('Z') && value.contains('T')) {
+            name += ";TZID=\"" + zone + '"';
+        }
+        if (value != lost->value && add(event, name + ':' + value)) {
+            i_cal_component_remove_property(event, note.get());
+        }
+    }
+}
+
+/// Rules that the library reads and then finds nothing by.
+void repairRules(ICalComponent *event)
+{
+    for (const auto &property : properties(event, I_CAL_RRULE_PROPERTY)) {
+        char *text = i_cal_property_get_value_as_string(property.get());
+        const QByteArray value(text);
+        g_free(text);
+        const QByteArray repaired = repairedRule(value);
+        if (repaired != value && add(event, "RRULE:" + repaired)) {
+            i_cal_component_remove_property(event, property.get());
+        }
+    }
+}
+
+} // namespace
+
+void repairComponent(ICalComponent *event)
+{
+    restore(event);
+    repairRules(event);
+    if (has(event, I_CAL_DTEND_PROPERTY)) {
+        // Some programs write an empty duration beside the end; the library would take that.
+        for (const auto &duration : properties(event, I_CAL_DURATION_PROPERTY)) {
+            i_cal_component_remove_property(event, duration.get());
+        }
+    }
+}
+
+QString unreadablePart(ICalComponent *event)
+{
+    for (const auto &note : properties(event, I_CAL_XLICERROR_PROPERTY)) {
+        const auto lost = lostProperty(note.get());
+        if (lost && tellsTime(lost->name)) {
+            return QString::fromLatin1(lost->name);
+        }
+    }
+    return {};
+}
+
+} // namespace corvane
