@@ -104,10 +104,14 @@ void CalendarService::addCalendar(const QString &id, const QString &displayName,
 {
     const QString file = qEnvironmentVariable("XDG_DATA_HOME") + u"/test-calendars/"_s + id + u".ics"_s;
     write(file, ics);
-    write(sourceFile(id), u"[Data Source]\nDisplayName=%1\nEnabled=%2\nParent=local-stub\n\n[Calendar]\n"
-                          "BackendName=local\nSelected=true\n\n[Local Backend]\nCustomFile=file://%3\n"_s
-                              .arg(displayName, isEnabled ? u"true"_s : u"false"_s, file)
-                              .toUtf8());
+    addSource(id, u"[Data Source]\nDisplayName=%1\nEnabled=%2\nParent=local-stub\n\n[Calendar]\n"
+                  "BackendName=local\nSelected=true\n\n[Local Backend]\nCustomFile=file://%3\n"_s.arg(
+                      displayName, isEnabled ? u"true"_s : u"false"_s, file));
+}
+
+void CalendarService::addSource(const QString &id, const QString &description)
+{
+    write(sourceFile(id), description.toUtf8());
 }
 
 void CalendarService::removeCalendar(const QString &id)

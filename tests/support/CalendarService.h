@@ -28,6 +28,8 @@ public:
     /// after some moments.
     static void addCalendar(const QString &id, const QString &displayName, const QByteArray &ics,
                             bool isEnabled = true);
+    /// Adds a calendar of any kind by the text that describes it to the service.
+    static void addSource(const QString &id, const QString &description);
     static void removeCalendar(const QString &id);
 
     enum class Part { registry, factory };
