@@ -181,7 +181,7 @@ class Windows(unittest.TestCase):
             program.press("Open PDF Manual")
             installed = PREFIX / "share/quillet" / MANUAL
             self.assertTrue(installed.is_file())
-            poll("the viewer", viewer.opened, 20)
+            poll("the viewer", viewer.opened, 60)
             self.assertEqual([path.resolve() for path in viewer.opened()], [installed.resolve()])
 
             self.close_window(desktop, program, "Quillet Help")

@@ -80,6 +80,12 @@ CalendarService::CalendarService()
     , m_connection(QDBusConnection::connectToBus(m_bus.address(), u"calendar-service"_s))
 {
     qputenv("DBUS_SESSION_BUS_ADDRESS", m_bus.address().toUtf8());
+    // On a machine that is busy, or has just been set up, their start alone takes longer than a load may.
+    for (const Part part : {Part::registry, Part::factory}) {
+        if (process(part) <= 0) {
+            qFatal("the calendar service does not come up");
+        }
+    }
 }
 
 CalendarService::~CalendarService()
