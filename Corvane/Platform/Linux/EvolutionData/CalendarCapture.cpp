@@ -9,6 +9,8 @@
 
 namespace corvane {
 
+namespace {
+
 QByteArray componentText(ICalComponent *component)
 {
     char *text = i_cal_component_as_ical_string(component);
@@ -22,19 +24,13 @@ QByteArray wrapCalendar(const QByteArray &components)
     return "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Quillet//EN\r\n" + components + "END:VCALENDAR\r\n";
 }
 
-QByteArray captureSpan(const std::vector<ComponentGroup> &groups, ExpansionRequest request, DateInterval span,
-                       ExpansionControl &control)
+} // namespace
+
+QByteArray captureGroups(const std::vector<ComponentGroup> &groups)
 {
-    // Several days may have more occurrences than one.
-    constexpr int days = 10;
-    request.interval = span;
-    request.knownSeries.clear();
-    request.budget.occurrencesOfEvent *= days;
-    request.budget.occurrences *= days;
-    request.budget.inWindowOfEvent *= days;
     std::map<std::shared_ptr<DefinedZones>, QByteArray> events;
-    for (const std::size_t place : expandGroups(groups, request, control).occurring) {
-        for (const EventComponent &event : groups[place].components) {
+    for (const ComponentGroup &group : groups) {
+        for (const EventComponent &event : group.components) {
             events[event.zones] += componentText(event.component.get());
         }
     }
@@ -49,6 +45,23 @@ QByteArray captureSpan(const std::vector<ComponentGroup> &groups, ExpansionReque
         text += wrapCalendar(definitions + components);
     }
     return text;
+}
+
+QByteArray captureSpan(const std::vector<ComponentGroup> &groups, ExpansionRequest request, DateInterval span,
+                       ExpansionControl &control)
+{
+    // Several days may have more occurrences than one.
+    constexpr int days = 10;
+    request.interval = span;
+    request.knownSeries.clear();
+    request.budget.occurrencesOfEvent *= days;
+    request.budget.occurrences *= days;
+    request.budget.inWindowOfEvent *= days;
+    std::vector<ComponentGroup> occurring;
+    for (const std::size_t place : expandGroups(groups, request, control).occurring) {
+        occurring.push_back(groups[place]);
+    }
+    return captureGroups(occurring);
 }
 
 } // namespace corvane

@@ -11,15 +11,12 @@
 
 namespace corvane {
 
+/// `groups` as calendar text, with the zones that their calendars define. Slow: for a worker thread.
+[[nodiscard]] QByteArray captureGroups(const std::vector<ComponentGroup> &groups);
+
 /// The groups that occur in `span` as calendar text, with the zones that their calendars define. `request` is
 /// that of an expansion of the same groups. Slow: for a worker thread.
 [[nodiscard]] QByteArray captureSpan(const std::vector<ComponentGroup> &groups, ExpansionRequest request,
                                      DateInterval span, ExpansionControl &control);
-
-/// The text of a whole calendar around that of its components.
-[[nodiscard]] QByteArray wrapCalendar(const QByteArray &components);
-
-/// The text of `component` by itself.
-[[nodiscard]] QByteArray componentText(ICalComponent *component);
 
 } // namespace corvane

@@ -27,7 +27,11 @@ CalendarContents contentsOf(ICalComponent *calendar)
 {
     CalendarContents contents;
     const auto zones = std::make_shared<DefinedZones>(children(calendar, I_CAL_VTIMEZONE_COMPONENT));
+    const bool isCancellation = i_cal_component_get_method(calendar) == I_CAL_METHOD_CANCEL;
     for (auto &component : children(calendar, I_CAL_VEVENT_COMPONENT)) {
+        if (isCancellation) {
+            i_cal_component_set_status(component.get(), I_CAL_STATUS_CANCELLED);
+        }
         contents.events.push_back({std::move(component), zones});
     }
     return contents;

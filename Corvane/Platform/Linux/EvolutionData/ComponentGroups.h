@@ -35,9 +35,7 @@ struct ComponentGroup {
 };
 
 /// The groups of a list of components, by their identifiers; events only. A component without identifier is a
-/// group of its own. Of several revisions of an event, or of one changed instance, the one with the highest
-/// sequence number counts, then the newest; of two that are alike, the later one in the list, unless the
-/// other is cancelled.
+/// group of its own.
 [[nodiscard]] std::vector<ComponentGroup> groupByIdentifier(std::vector<EventComponent> components);
 [[nodiscard]] std::vector<ComponentGroup>
 groupByIdentifier(std::vector<GObjectRef<ICalComponent>> components);

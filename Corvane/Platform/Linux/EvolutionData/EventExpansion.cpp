@@ -4,6 +4,7 @@
 #include "Corvane/Platform/Linux/EvolutionData/EventExpansion.h"
 
 #include "Corvane/Platform/Linux/EvolutionData/GroupExpansion.h"
+#include "Corvane/Platform/Linux/EvolutionData/Revisions.h"
 
 #include <QHash>
 
@@ -29,6 +30,10 @@ public:
         , m_outcomes(groups.size())
         , m_left(request.budget)
     {
+        const EventTimes times(m_zones);
+        for (ComponentGroup &group : m_groups) {
+            keepNewestRevisions(group, times);
+        }
     }
 
     Expansion run()
@@ -134,7 +139,7 @@ private:
         m_outcomes[index] = std::move(outcome);
     }
 
-    const std::vector<ComponentGroup> &m_groups;
+    std::vector<ComponentGroup> m_groups;
     const ExpansionRequest &m_request;
     ExpansionControl &m_control;
     ZoneTable m_zones;

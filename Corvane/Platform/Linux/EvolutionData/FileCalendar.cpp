@@ -12,7 +12,9 @@
 
 #include <malloc.h>
 
+#include <algorithm>
 #include <expected>
+#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -45,13 +47,30 @@ std::expected<Groups, CalendarError> parseFile(const QByteArray &path)
     return groupsOf(std::move(*calendars));
 }
 
-/// On a worker thread.
-CalendarExpander::Outcome expandFile(const Groups &groups, ExpansionRequest request, DateInterval span,
-                                     ExpansionControl &control)
+/// Takes the groups with these identifiers out of `groups`.
+Groups takeGroups(Groups &groups, const std::set<IdentifierKey> &identifiers)
 {
-    CalendarExpander::Outcome outcome{expandGroups(groups, request, control), {}};
-    outcome.text = captureSpan(groups, std::move(request), span, control);
-    return outcome;
+    Groups taken;
+    const auto isTaken = [&identifiers](const ComponentGroup &group) {
+        const char *uid = i_cal_component_get_uid(group.components.front().component.get());
+        return uid != nullptr && identifiers.contains(identifierKey(uid));
+    };
+    std::ranges::copy_if(groups, std::back_inserter(taken), isTaken);
+    std::erase_if(groups, isTaken);
+    return taken;
+}
+
+QByteArray versionOf(const FileStamp &stamp)
+{
+    return QByteArray::number(stamp.changed) + '.' + QByteArray::number(stamp.changedNanoseconds) + '.' +
+           QByteArray::number(stamp.inode);
+}
+
+std::set<IdentifierKey> indexFile(const QByteArray &path)
+{
+    const auto bytes = readRegularFile(path, FileCalendar::maximumSize);
+    const auto text = bytes ? toCalendarText(*bytes) : std::unexpected(CalendarTextError{});
+    return text ? identifiersIn(*text) : std::set<IdentifierKey>();
 }
 
 } // namespace
@@ -81,9 +100,29 @@ void FileCalendar::close()
     m_expander->cancel();
 }
 
+QCoro::Task<void> FileCalendar::index(std::shared_ptr<FileCalendar> self, QDeadlineTimer deadline)
+{
+    if (self->m_indexedStamp == self->m_stamp) {
+        co_return;
+    }
+    const FileStamp stamp = self->m_stamp;
+    if (!self->m_indexing) {
+        self->m_indexing = startOnPool(self->services().workers.threads(),
+                                       [path = self->m_path] { return indexFile(path); });
+    }
+    const Identifiers indexing = *self->m_indexing;
+    if (!co_await indexing.until(deadline)) {
+        co_return;
+    }
+    self->m_indexing.reset();
+    self->m_indexedStamp = stamp;
+    self->m_identifiers = *indexing.value();
+}
+
 QCoro::Task<SourceCalendar::Reading> FileCalendar::read(CalendarQuestion question)
 {
-    if (m_contents && m_contents->stamp == m_stamp && m_contents->question == question) {
+    if (m_contents && m_contents->stamp == m_stamp && m_contents->question == question &&
+        m_contents->shared == m_shared) {
         CalendarReading known = m_contents->reading;
         co_return known;
     }
@@ -91,6 +130,7 @@ QCoro::Task<SourceCalendar::Reading> FileCalendar::read(CalendarQuestion questio
         co_return std::unexpected(m_rejection->error);
     }
     const FileStamp stamp = m_stamp;
+    const std::set<IdentifierKey> shared = m_shared;
     const auto parsing =
         startOnPool(services().workers.threads(), [path = m_path] { return parseFile(path); });
     co_await parsing.untilResolved();
@@ -103,10 +143,18 @@ QCoro::Task<SourceCalendar::Reading> FileCalendar::read(CalendarQuestion questio
         }
         co_return std::unexpected(parsed->error());
     }
-    CalendarExpander::Work work = [parsed, span = rememberedSpan(question), isLarge = stamp.size > largeFile](
-                                      const ExpansionRequest &request, ExpansionControl &control) {
-        CalendarExpander::Outcome outcome = expandFile(**parsed, request, span, control);
-        parsed->value().clear(); // before the memory is given back
+    const auto sharedText = std::make_shared<QByteArray>();
+    CalendarExpander::Work work = [parsed, shared, sharedText, span = rememberedSpan(question),
+                                   isLarge = stamp.size > largeFile](const ExpansionRequest &request,
+                                                                     ExpansionControl &control) {
+        Groups &groups = **parsed;
+        CalendarExpander::Outcome outcome;
+        outcome.text = captureSpan(groups, request, span, control);
+        if (!shared.empty()) {
+            *sharedText = captureGroups(takeGroups(groups, shared));
+        }
+        outcome.expansion = expandGroups(groups, request, control);
+        groups.clear(); // before the memory is given back
         if (isLarge) {
             ::malloc_trim(0);
         }
@@ -116,14 +164,13 @@ QCoro::Task<SourceCalendar::Reading> FileCalendar::read(CalendarQuestion questio
     if (!outcome) {
         co_return std::unexpected(outcome.error());
     }
-    CalendarReading reading{std::move(outcome->expansion.events), std::move(outcome->expansion.skippedEvents),
-                            std::move(outcome->expansion.unknownZones),
-                            QByteArray::number(stamp.changed) + '.' +
-                                QByteArray::number(stamp.changedNanoseconds) + '.' +
-                                QByteArray::number(stamp.inode)};
+    CalendarReading reading{.events = std::move(outcome->expansion.events),
+                            .skippedEvents = std::move(outcome->expansion.skippedEvents),
+                            .unknownZones = std::move(outcome->expansion.unknownZones),
+                            .version = versionOf(stamp)};
     m_contents.reset();
     if (outcome->expansion.isComplete) {
-        m_contents = Contents{stamp, question, reading, std::move(outcome->text)};
+        m_contents = Contents{stamp, question, shared, reading, *sharedText, std::move(outcome->text)};
     }
     co_return reading;
 }

@@ -4,13 +4,17 @@
 #pragma once
 
 #include "Corvane/Platform/Linux/EvolutionData/CalendarExpander.h"
+#include "Corvane/Platform/Linux/EvolutionData/CalendarIdentifiers.h"
 #include "Corvane/Platform/Linux/EvolutionData/FolderListing.h"
 #include "Corvane/Platform/Linux/EvolutionData/SourceCalendar.h"
 
 #include <QByteArray>
+#include <QDeadlineTimer>
 
 #include <memory>
 #include <optional>
+#include <set>
+#include <utility>
 
 namespace corvane {
 
@@ -25,6 +29,17 @@ public:
 
     void setStamp(const FileStamp &stamp);
 
+    /// Finds out which events the file names. Ends at `deadline`, and goes on at the next call.
+    static QCoro::Task<void> index(std::shared_ptr<FileCalendar> self, QDeadlineTimer deadline);
+    /// As far as it was found out.
+    [[nodiscard]] const std::set<IdentifierKey> &identifiers() const { return m_identifiers; }
+
+    /// Which events other files name, too. The file does not answer them by itself: their revisions and
+    /// changed instances may stand in several files.
+    void setShared(std::set<IdentifierKey> shared) { m_shared = std::move(shared); }
+    /// These events as calendar text, as the last reading found them.
+    [[nodiscard]] QByteArray sharedText() const { return m_contents ? m_contents->sharedText : QByteArray(); }
+
     void close() override;
 
 protected:
@@ -35,7 +50,9 @@ private:
     struct Contents {
         FileStamp stamp;
         CalendarQuestion question;
+        std::set<IdentifierKey> shared;
         CalendarReading reading;
+        QByteArray sharedText;
         /// Calendar text of what matters in the remembered span.
         std::optional<QByteArray> text;
     };
@@ -50,6 +67,12 @@ private:
     std::shared_ptr<CalendarExpander> m_expander;
     std::optional<Contents> m_contents;
     std::optional<Rejection> m_rejection;
+
+    using Identifiers = Pending<std::shared_ptr<std::set<IdentifierKey>>>;
+    std::optional<Identifiers> m_indexing;
+    std::optional<FileStamp> m_indexedStamp;
+    std::set<IdentifierKey> m_identifiers;
+    std::set<IdentifierKey> m_shared;
 };
 
 } // namespace corvane

@@ -7,14 +7,17 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/FileCalendar.h"
 #include "Corvane/Platform/Linux/EvolutionData/FolderListing.h"
+#include "Corvane/Platform/Linux/EvolutionData/SharedEvents.h"
 #include "Corvane/Platform/Linux/Waiting/Pending.h"
 
 #include <QFile>
 
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 #include <map>
 #include <optional>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -78,7 +81,8 @@ public:
             Qt::PreciseTimer);
         co_await list(self, inTime, answers);
         answers.isThere = self->m_isThere;
-        const std::map<QByteArray, std::shared_ptr<FileCalendar>> files = self->m_files;
+        const Files files = self->m_files;
+        co_await findShared(files, inTime);
         std::vector<QCoro::Task<void>> tasks;
         for (const auto &[path, file] : files) {
             tasks.push_back(SourceCalendar::query(file, question, inTime, deadline, answers));
@@ -86,10 +90,48 @@ public:
         for (auto &task : tasks) {
             co_await task;
         }
+        co_await self->m_shared.answer(question, sharedTexts(files), deadline, answers);
         co_return answers;
     }
 
 private:
+    using Files = std::map<QByteArray, std::shared_ptr<FileCalendar>>;
+
+    /// Tells each file which of its events other files name, too.
+    static QCoro::Task<void> findShared(Files files, QDeadlineTimer inTime)
+    {
+        std::vector<QCoro::Task<void>> tasks;
+        for (const auto &[path, file] : files) {
+            tasks.push_back(FileCalendar::index(file, inTime));
+        }
+        for (auto &task : tasks) {
+            co_await task;
+        }
+        std::map<IdentifierKey, int> count;
+        for (const auto &[path, file] : files) {
+            for (const IdentifierKey identifier : file->identifiers()) {
+                ++count[identifier];
+            }
+        }
+        for (const auto &[path, file] : files) {
+            std::set<IdentifierKey> shared;
+            std::ranges::copy_if(file->identifiers(), std::inserter(shared, shared.end()),
+                                 [&count](IdentifierKey identifier) { return count[identifier] > 1; });
+            file->setShared(std::move(shared));
+        }
+    }
+
+    static std::vector<QByteArray> sharedTexts(const Files &files)
+    {
+        std::vector<QByteArray> texts;
+        for (const auto &[path, file] : files) {
+            if (const QByteArray text = file->sharedText(); !text.isEmpty()) {
+                texts.push_back(text);
+            }
+        }
+        return texts;
+    }
+
     static QCoro::Task<void> list(std::shared_ptr<Impl> self, QDeadlineTimer inTime, CalendarAnswers &answers)
     {
         if (!self->m_listing) {
@@ -111,7 +153,7 @@ private:
     {
         m_isThere = listing.isAnyFolderThere;
         logFolderError(QString());
-        std::map<QByteArray, std::shared_ptr<FileCalendar>> files;
+        Files files;
         for (const auto &[path, stamp] : listing.files) {
             const auto known = m_files.find(path);
             const auto file =
@@ -150,7 +192,8 @@ private:
     bool m_isClosed = false;
     std::optional<Pending<std::shared_ptr<bool>>> m_availabilityCheck;
     std::optional<Pending<std::shared_ptr<FolderListing>>> m_listing;
-    std::map<QByteArray, std::shared_ptr<FileCalendar>> m_files;
+    Files m_files;
+    SharedEvents m_shared{m_services};
     std::map<QByteArray, QString> m_folderErrors;
     QString m_loggedError;
 };

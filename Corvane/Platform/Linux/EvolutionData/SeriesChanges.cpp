@@ -75,11 +75,28 @@ EventSpan EventTimes::firstSpan(const EventComponent &event, double otherwise) c
     return {start, length ? start + i_cal_duration_as_int(length.get()) : start};
 }
 
-ICalTimezone *EventTimes::startZone(const EventComponent &event) const
+ICalTimezone *EventTimes::seriesZone(const ComponentGroup &group) const
 {
+    const auto series = std::ranges::find_if(group.components, [](const EventComponent &event) {
+        return !has(event.component.get(), I_CAL_RECURRENCEID_PROPERTY);
+    });
+    const EventComponent &event = series != group.components.end() ? *series : group.components.front();
     const auto begin = firstProperty(event.component.get(), I_CAL_DTSTART_PROPERTY);
     const auto name = begin ? zoneName(begin.get()) : GObjectRef<ICalParameter>();
     return name ? m_zones.find(i_cal_parameter_get_tzid(name.get()), event.zones.get()) : m_zones.own();
+}
+
+std::optional<ChangedInstance> EventTimes::changedInstance(const EventComponent &event,
+                                                           ICalTimezone *seriesZone) const
+{
+    const auto property = firstProperty(event.component.get(), I_CAL_RECURRENCEID_PROPERTY);
+    const auto time = property ? GObjectRef<ICalTime>::adopt(i_cal_property_get_recurrenceid(property.get()))
+                               : GObjectRef<ICalTime>();
+    if (!time || i_cal_time_is_null_time(time.get()) != FALSE) {
+        return std::nullopt;
+    }
+    return ChangedInstance{moment(property.get(), time.get(), event.zones.get(), seriesZone),
+                           i_cal_time_is_date(time.get()) != FALSE};
 }
 
 SeriesChanges::SeriesChanges(const ComponentGroup &group, const EventTimes &times)
@@ -88,37 +105,28 @@ SeriesChanges::SeriesChanges(const ComponentGroup &group, const EventTimes &time
         !has(group.components.front().component.get(), I_CAL_RECURRENCEID_PROPERTY)) {
         return;
     }
-    // Without a name, the instance is told on the clock of the series.
-    const auto series = std::ranges::find_if(group.components, [](const EventComponent &event) {
-        return !has(event.component.get(), I_CAL_RECURRENCEID_PROPERTY);
-    });
-    const bool isSeriesThere = series != group.components.end();
+    ICalTimezone *seriesZone = times.seriesZone(group);
     for (const EventComponent &event : group.components) {
-        add(event, times, times.startZone(isSeriesThere ? *series : event));
+        if (const auto instance = times.changedInstance(event, seriesZone)) {
+            add(event, *instance, times);
+        }
     }
 }
 
-void SeriesChanges::add(const EventComponent &event, const EventTimes &times, ICalTimezone *seriesZone)
+void SeriesChanges::add(const EventComponent &event, ChangedInstance instance, const EventTimes &times)
 {
     const auto property = firstProperty(event.component.get(), I_CAL_RECURRENCEID_PROPERTY);
-    if (!property) {
-        return;
-    }
-    const auto time = GObjectRef<ICalTime>::adopt(i_cal_property_get_recurrenceid(property.get()));
-    if (!time || i_cal_time_is_null_time(time.get()) != FALSE) {
-        return;
-    }
-    const double moment = times.moment(property.get(), time.get(), event.zones.get(), seriesZone);
-    if (i_cal_time_is_date(time.get()) != FALSE) {
+    if (instance.isDay) {
+        const auto time = GObjectRef<ICalTime>::adopt(i_cal_property_get_recurrenceid(property.get()));
         m_changedDays.insert(dayNumber(time.get()));
     }
-    m_changed.insert(moment);
+    m_changed.insert(instance.start);
     const auto range = GObjectRef<ICalParameter>::adopt(
         i_cal_property_get_first_parameter(property.get(), I_CAL_RANGE_PARAMETER));
     if (range && i_cal_parameter_get_range(range.get()) == I_CAL_RANGE_THISANDFUTURE) {
-        const EventSpan span = times.firstSpan(event, moment);
-        const double shift = std::clamp(span.start - moment, -maximumShift, maximumShift);
-        m_rests.insert_or_assign(moment, Rest{shift, std::max(0.0, span.end - span.start), &event});
+        const EventSpan span = times.firstSpan(event, instance.start);
+        const double shift = std::clamp(span.start - instance.start, -maximumShift, maximumShift);
+        m_rests.insert_or_assign(instance.start, Rest{shift, std::max(0.0, span.end - span.start), &event});
         m_furthestShift = std::max(m_furthestShift, std::abs(shift));
     }
 }

@@ -5,7 +5,9 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/ComponentGroups.h"
 
+#include <compare>
 #include <map>
+#include <optional>
 #include <set>
 
 namespace corvane {
@@ -14,6 +16,15 @@ namespace corvane {
 struct EventSpan {
     double start;
     double end;
+};
+
+/// Which instance of a series a component stands for.
+struct ChangedInstance {
+    double start;
+    /// Told as a day.
+    bool isDay;
+
+    friend auto operator<=>(const ChangedInstance &, const ChangedInstance &) = default;
 };
 
 /// Tells the moments that the properties of one group's components mean.
@@ -31,8 +42,13 @@ public:
     /// Where a component begins and ends, the first time; at `otherwise` where it does not tell.
     [[nodiscard]] EventSpan firstSpan(const EventComponent &event, double otherwise) const;
 
-    /// The zone in which a component begins; the user's where it names none.
-    [[nodiscard]] ICalTimezone *startZone(const EventComponent &event) const;
+    /// The zone in which the series of a group begins; the user's where it names none.
+    [[nodiscard]] ICalTimezone *seriesZone(const ComponentGroup &group) const;
+
+    /// Nothing for the series itself. Where the component names no zone, the instance is told on the clock of
+    /// the series.
+    [[nodiscard]] std::optional<ChangedInstance> changedInstance(const EventComponent &event,
+                                                                 ICalTimezone *seriesZone) const;
 
 private:
     ZoneTable &m_zones;
@@ -58,7 +74,7 @@ public:
     [[nodiscard]] double furthestShift() const { return m_furthestShift; }
 
 private:
-    void add(const EventComponent &event, const EventTimes &times, ICalTimezone *seriesZone);
+    void add(const EventComponent &event, ChangedInstance instance, const EventTimes &times);
 
     std::set<double> m_changed;
     std::set<qint64> m_changedDays;

@@ -72,6 +72,11 @@ std::vector<ComponentGroup> groupsOf(const Components &components, const FindZon
     return groupByIdentifier(std::move(events));
 }
 
+CalendarError passwordError()
+{
+    return {CalendarStatus::Condition::awaitsPassword, u"password"_s, u"its account waits for a password"_s};
+}
+
 CalendarError queryError(const QString &reason)
 {
     return {CalendarStatus::Condition::silent, u"query"_s, reason};
@@ -200,8 +205,7 @@ QCoro::Task<SourceCalendar::Reading> ServiceCalendar::readOnce(CalendarQuestion 
         co_return std::unexpected(fetched.error());
     }
     if (fetched->singles.empty() && fetched->series.empty() && !areSeriesKnown && awaitsPassword()) {
-        co_return std::unexpected(CalendarError{CalendarStatus::Condition::awaitsPassword, u"password"_s,
-                                                u"its account waits for a password"_s});
+        co_return std::unexpected(passwordError());
     }
     auto singles = co_await expandSingles(client, question, std::move(fetched->singles));
     if (!singles) {
@@ -220,6 +224,12 @@ QCoro::Task<SourceCalendar::Reading> ServiceCalendar::readOnce(CalendarQuestion 
         std::ranges::copy(m_series->events, std::back_inserter(reading.events));
         std::ranges::copy(m_series->skippedEvents, std::back_inserter(reading.skippedEvents));
     }
+    // The service looks for a stored password first: what lasts is told.
+    const bool isAwaiting = awaitsPassword();
+    if (isAwaiting && m_wasAwaitingPassword) {
+        reading.outdated = passwordError();
+    }
+    m_wasAwaitingPassword = isAwaiting;
     co_return reading;
 }
 

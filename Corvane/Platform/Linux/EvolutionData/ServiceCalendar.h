@@ -81,6 +81,7 @@ private:
     quint64 m_clientNumber = 0;
     std::optional<Pending<std::optional<CalendarError>>> m_opening;
     std::optional<Series> m_series;
+    bool m_wasAwaitingPassword = false;
 
     bool m_isRefreshing = false;
     int m_refreshFailures = 0;

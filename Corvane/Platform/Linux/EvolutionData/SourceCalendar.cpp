@@ -17,6 +17,8 @@ namespace corvane {
 
 namespace {
 
+constexpr auto shortPatience = std::chrono::milliseconds(500);
+
 bool covers(const DateInterval &span, const DateInterval &interval)
 {
     return span.start <= interval.start && interval.end <= span.end;
@@ -104,7 +106,10 @@ SourceCalendar::readInTime(std::shared_ptr<SourceCalendar> self, CalendarQuestio
         co_return std::nullopt;
     }
     const auto pending = current->reading;
-    if (!co_await pending.until(inTime)) {
+    // One that was late before is not waited for again: its answer is loaded as soon as it comes.
+    const QDeadlineTimer patience =
+        current->isLate ? std::min(inTime, QDeadlineTimer(shortPatience, Qt::PreciseTimer)) : inTime;
+    if (!co_await pending.until(patience)) {
         current->isLate = true;
         co_return std::nullopt;
     }
@@ -247,6 +252,22 @@ void SourceCalendar::log(const QString &message) const
 void SourceCalendar::takeAnswer(const CalendarQuestion &question, CalendarReading reading,
                                 CalendarAnswers &answers)
 {
+    if (reading.outdated) {
+        takeFailure(*reading.outdated, true);
+    } else {
+        takeSuccess();
+    }
+    m_status.eventCount = static_cast<int>(reading.events.size());
+    logSkippedEvents(reading.skippedEvents);
+    logZones(reading.unknownZones);
+    ++answers.answered;
+    std::ranges::copy(reading.events, std::back_inserter(answers.events));
+    answers.calendars.push_back(m_status);
+    m_answer = Answer{question, std::move(reading.events)};
+}
+
+void SourceCalendar::takeSuccess()
+{
     if (m_status.condition == CalendarStatus::Condition::leftOut) {
         log(u"calendar file read again path=\"%1\""_s.arg(logText(m_status.name)));
     } else if (m_status.failingSince) {
@@ -257,12 +278,6 @@ void SourceCalendar::takeAnswer(const CalendarQuestion &question, CalendarReadin
     m_status.failingSince.reset();
     m_status.usesLastAnswer = false;
     m_status.lastRead = currentDate();
-    m_status.eventCount = static_cast<int>(reading.events.size());
-    logSkippedEvents(reading.skippedEvents);
-    ++answers.answered;
-    std::ranges::copy(reading.events, std::back_inserter(answers.events));
-    answers.calendars.push_back(m_status);
-    m_answer = Answer{question, std::move(reading.events)};
 }
 
 void SourceCalendar::takeFailure(const CalendarError &error, bool hasLastAnswer)
@@ -287,6 +302,16 @@ void SourceCalendar::takeFailure(const CalendarError &error, bool hasLastAnswer)
     } else {
         log(u"calendar did not answer name=\"%1\" step=\"%2\" reason=\"%3\" lastAnswerStands=%4"_s.arg(
             name, error.step, reason, stands));
+    }
+}
+
+void SourceCalendar::logZones(const std::set<QByteArray> &unknownZones)
+{
+    for (const QByteArray &zone : unknownZones) {
+        if (m_loggedZones.insert(zone).second) {
+            log(u"calendar names an unknown time zone calendar=\"%1\" zone=\"%2\""_s.arg(
+                logText(m_status.name), logText(QString::fromUtf8(zone))));
+        }
     }
 }
 

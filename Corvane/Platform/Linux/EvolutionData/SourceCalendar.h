@@ -27,21 +27,23 @@
 
 namespace corvane {
 
-/// What a calendar held for one question.
-struct CalendarReading {
-    std::vector<CalendarEvent> events;
-    std::vector<SkippedEvent> skippedEvents;
-    /// Names that nobody knows: the user's own zone stands in.
-    std::set<QByteArray> unknownZones;
-    /// Changes when the calendar does. Empty where the calendar does not tell.
-    QByteArray version;
-};
-
 /// Why a calendar gave no answer.
 struct CalendarError {
     CalendarStatus::Condition condition = CalendarStatus::Condition::silent;
     QString step;
     QString reason;
+};
+
+/// What a calendar held for one question.
+struct CalendarReading {
+    std::vector<CalendarEvent> events;
+    std::vector<SkippedEvent> skippedEvents;
+    /// Names that nobody knows: the user's own zone stands in.
+    std::set<QByteArray> unknownZones = {};
+    /// Changes when the calendar does. Empty where the calendar does not tell.
+    QByteArray version = {};
+    /// The service answered from what it keeps; why it cannot ask the server.
+    std::optional<CalendarError> outdated = {};
 };
 
 /// What is remembered with an answer: the day that `question` asks for and the seven after it, one of which
@@ -132,7 +134,9 @@ private:
     static QCoro::Task<bool> recall(std::shared_ptr<SourceCalendar> self, QDeadlineTimer deadline);
 
     void takeAnswer(const CalendarQuestion &question, CalendarReading reading, CalendarAnswers &answers);
+    void takeSuccess();
     void takeFailure(const CalendarError &error, bool hasLastAnswer);
+    void logZones(const std::set<QByteArray> &unknownZones);
     void logSkippedEvents(const std::vector<SkippedEvent> &skippedEvents);
 
     std::shared_ptr<CalendarServices> m_services;
@@ -148,6 +152,7 @@ private:
     bool m_isRemembering = false;
     bool m_isClosed = false;
     QSet<QByteArray> m_loggedSkips;
+    std::set<QByteArray> m_loggedZones;
 };
 
 } // namespace corvane

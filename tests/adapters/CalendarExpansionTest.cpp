@@ -1,0 +1,183 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/EvolutionData/CalendarText.h"
+
+#include "Corvane/Platform/Linux/EvolutionData/EventExpansion.h"
+#include "tests/support/CalendarService.h"
+#include "tests/support/TestProgram.h"
+
+#include <QTest>
+
+#include <algorithm>
+#include <iterator>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// 14 May 2025, UTC.
+constexpr double day = 1'747'180'800;
+
+/// The groups of the events of several files.
+std::vector<ComponentGroup> groupsOfTexts(const std::vector<QByteArray> &texts)
+{
+    std::vector<CalendarContents> all;
+    for (const QByteArray &text : texts) {
+        auto calendars = readCalendarText(text);
+        if (!calendars) {
+            qFatal("%s", qPrintable(calendars.error().reason));
+        }
+        std::ranges::move(*calendars, std::back_inserter(all));
+    }
+    return groupsOf(std::move(all));
+}
+
+ExpansionRequest request()
+{
+    return {{dateSince1970(day), dateSince1970(day + 86'400)}, "UTC", {}, {}, {}, {}, {}};
+}
+
+Expansion expand(const std::vector<QByteArray> &texts, const ExpansionRequest &asked = request())
+{
+    ExpansionControl control;
+    return expandGroups(groupsOfTexts(texts), asked, control);
+}
+
+QStringList titles(const Expansion &expansion)
+{
+    QStringList found;
+    for (const CalendarEvent &event : expansion.events) {
+        found << event.title.value_or(QString());
+    }
+    found.sort();
+    return found;
+}
+
+QByteArray eventText(const QByteArray &title, const QByteArray &more = {}, const QByteArray &uid = {})
+{
+    return "BEGIN:VEVENT\nUID:" + (uid.isEmpty() ? title : uid) +
+           "\nDTSTART:20250514T120000Z\nDTEND:20250514T123000Z\nSUMMARY:" + title + '\n' + more +
+           "END:VEVENT\n";
+}
+
+/// A revision of the event "a".
+QByteArray revision(const QByteArray &title, int sequence, const QByteArray &stamp,
+                    const QByteArray &more = {})
+{
+    return calendarText(eventText(
+        title, "SEQUENCE:" + QByteArray::number(sequence) + "\nDTSTAMP:" + stamp + '\n' + more, "a"));
+}
+
+constexpr auto early = "20250101T000000Z";
+constexpr auto late = "20250102T000000Z";
+
+} // namespace
+
+class CalendarExpansionTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theHighestSequenceThenTheNewestCounts()
+    {
+        const QByteArray first = revision("first", 0, late);
+        const QByteArray second = revision("second", 1, early);
+        const QByteArray third = revision("third", 1, late);
+        QCOMPARE(titles(expand({first, second})), QStringList{u"second"_s});
+        QCOMPARE(titles(expand({second, first})), QStringList{u"second"_s});
+        QCOMPARE(titles(expand({third, second, first})), QStringList{u"third"_s});
+        // Within one file as well.
+        QCOMPARE(titles(expand({third + first})), QStringList{u"third"_s});
+    }
+
+    void ofTwoThatAreAlikeTheLaterOneCounts()
+    {
+        QCOMPARE(titles(expand({revision("one", 1, late), revision("two", 1, late)})), QStringList{u"two"_s});
+        QCOMPARE(titles(expand(
+                     {calendarText(eventText("one", {}, "a")), calendarText(eventText("two", {}, "a"))})),
+                 QStringList{u"two"_s});
+    }
+
+    void aCancellationCountsAsARevision()
+    {
+        const QByteArray invitation = revision("one", 0, early);
+        const QByteArray cancellation = revision("one", 1, late, "STATUS:CANCELLED\n");
+        QCOMPARE(titles(expand({cancellation, invitation})), QStringList());
+        QCOMPARE(titles(expand({cancellation, revision("again", 2, late)})), QStringList{u"again"_s});
+    }
+
+    void aCalendarThatCancelsCancelsItsEvents()
+    {
+        const QByteArray invitation = revision("one", 0, early);
+        QByteArray cancellation = revision("one", 0, late);
+        cancellation.replace("VERSION:2.0", "VERSION:2.0\r\nMETHOD:CANCEL");
+        QCOMPARE(titles(expand({cancellation, invitation})), QStringList());
+        QByteArray request = revision("one", 0, late);
+        request.replace("VERSION:2.0", "VERSION:2.0\r\nMETHOD:REQUEST");
+        QCOMPARE(titles(expand({request, invitation})), QStringList{u"one"_s});
+    }
+
+    void ofTwoRevisionsOfAChangedInstanceOneCounts()
+    {
+        const QByteArray series = calendarText("BEGIN:VEVENT\nUID:a\nDTSTART;TZID=Europe/"
+                                               "Berlin:20250507T140000\nDURATION:PT30M\nRRULE:FREQ=WEEKLY\n"
+                                               "SUMMARY:series\nEND:VEVENT\n");
+        const QByteArray first =
+            revision("first", 1, early, "RECURRENCE-ID;TZID=Europe/Berlin:20250514T140000\n");
+        // The same instance, told in UTC.
+        const QByteArray second = revision("second", 2, early, "RECURRENCE-ID:20250514T120000Z\n");
+        QCOMPARE(titles(expand({second, series, first})), QStringList{u"second"_s});
+        const QByteArray cancelled =
+            revision("third", 3, late, "STATUS:CANCELLED\nRECURRENCE-ID:20250514T120000Z\n");
+        QCOMPARE(titles(expand({cancelled, series, first})), QStringList());
+    }
+
+    void theCancellationOfASeriesTakesItsChangedInstancesAlong()
+    {
+        const QByteArray changed = revision("changed", 1, early, "RECURRENCE-ID:20250514T110000Z\n");
+        const QByteArray cancelled = revision("a", 2, late, "RRULE:FREQ=WEEKLY\nSTATUS:CANCELLED\n");
+        QCOMPARE(titles(expand({changed, cancelled})), QStringList());
+        const QByteArray newer = revision("newer", 3, late, "RECURRENCE-ID:20250514T110000Z\n");
+        QCOMPARE(titles(expand({newer, cancelled})), QStringList{u"newer"_s});
+    }
+
+    void zonesOfOneNameInTwoFilesAreToldApart()
+    {
+        const auto inZone = [](const QByteArray &title, const QByteArray &offset) {
+            return calendarText(
+                "BEGIN:VTIMEZONE\nTZID:Custom\nBEGIN:STANDARD\nDTSTART:19700101T000000\nTZOFFSETFROM:" +
+                offset + "\nTZOFFSETTO:" + offset + "\nEND:STANDARD\nEND:VTIMEZONE\nBEGIN:VEVENT\nUID:" +
+                title + "\nDTSTART;TZID=Custom:20250514T120000\nSUMMARY:" + title + "\nEND:VEVENT\n");
+        };
+        const Expansion expansion = expand({inZone("one", "+0100"), inZone("two", "+0200")});
+        QCOMPARE(expansion.events.size(), std::size_t{2});
+        QCOMPARE(secondsSince1970(expansion.events[0].startDate), day + 11 * 3'600);
+        QCOMPARE(secondsSince1970(expansion.events[1].startDate), day + 10 * 3'600);
+        QVERIFY(expansion.unknownZones.empty());
+    }
+
+    void namesThatNobodyKnowsAreTold()
+    {
+        const Expansion expansion = expand(
+            {calendarText("BEGIN:VEVENT\nUID:a\nDTSTART;TZID=Atlantis/Capital:20250514T120000\nSUMMARY:a\n"
+                          "END:VEVENT\nBEGIN:VEVENT\nUID:b\nDTSTART;TZID=UTC:20250514T120000\nSUMMARY:b\n"
+                          "END:VEVENT\n")});
+        QCOMPARE(expansion.unknownZones, std::set<QByteArray>{"Atlantis/Capital"});
+        QCOMPARE(titles(expansion), (QStringList{u"a"_s, u"b"_s}));
+    }
+
+    void whatCannotBeReadIsNamed()
+    {
+        const Expansion expansion =
+            expand({calendarText(eventText("rule", "RRULE:FREQ=SOMETIMES\n") +
+                                 eventText("dates", "EXDATE:whenever\n") + eventText("good"))});
+        QCOMPARE(titles(expansion), (QStringList{u"dates"_s, u"good"_s, u"rule"_s}));
+        QCOMPARE(expansion.skippedEvents.size(), std::size_t{2});
+        QCOMPARE(expansion.skippedEvents.front().text,
+                 u"title=\"rule\" reason=\"its RRULE cannot be read\""_s);
+    }
+};
+
+QUILLET_TEST(CalendarExpansionTest, runTest<CalendarExpansionTest>);
+#include "CalendarExpansionTest.moc"

@@ -1,0 +1,171 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/EvolutionData/SourceCalendar.h"
+
+#include "Corvane/Platform/Linux/EvolutionData/IcsFolders.h"
+#include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
+#include "tests/support/CalendarService.h"
+#include "tests/support/TestProgram.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// One revision of the invitation "invite" for 14 May 2025.
+QByteArray revision(const QByteArray &title, int sequence, const QByteArray &hour,
+                    const QByteArray &more = {})
+{
+    return "BEGIN:VEVENT\nUID:invite\nDTSTAMP:20250101T000000Z\nSEQUENCE:" + QByteArray::number(sequence) +
+           "\nDTSTART:20250514T" + hour + "0000Z\nDTEND:20250514T" + hour + "3000Z\n" + more +
+           "SUMMARY:" + title + "\nEND:VEVENT\n";
+}
+
+} // namespace
+
+/// Several files of the folders name one event.
+class SharedEventsTest : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<QTemporaryDir> m_room;
+    std::unique_ptr<DebugLogService> m_log;
+    std::unique_ptr<EventStore> m_store;
+    const DateInterval m_day{dateSince1970(1747180800),
+                             dateSince1970(1747180800 + 86400)}; // 14 May 2025, UTC
+
+    [[nodiscard]] QString path(const QString &name) const { return m_room->filePath(u"calendars/"_s + name); }
+
+    void write(const QString &name, const QByteArray &components) const
+    {
+        QDir().mkpath(QFileInfo(path(name)).path());
+        QFile file(path(name));
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(calendarText(components));
+    }
+
+    /// Titles and hours, as "Anna 9".
+    [[nodiscard]] QStringList load()
+    {
+        if (m_store->authorizationStatus() != CalendarAuthorization::fullAccess) {
+            [[maybe_unused]] const auto granted = QCoro::waitFor(m_store->requestFullAccessToEvents());
+        }
+        const auto events = QCoro::waitFor(m_store->events(m_day));
+        QStringList found;
+        for (const CalendarEvent &event : events.value_or(std::vector<CalendarEvent>())) {
+            const double hour = (event.startDate - m_day.start).count() / 3600;
+            found << u"%1 %2"_s.arg(event.title.value_or(QString()), QString::number(hour));
+        }
+        return found;
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_room = std::make_unique<QTemporaryDir>();
+        m_log = std::make_unique<DebugLogService>(m_room->filePath(u"log"_s));
+        QVERIFY(QDir(m_room->path()).mkpath(u"calendars"_s));
+        const auto services = std::make_shared<CalendarServices>(*m_log, m_room->filePath(u"memory"_s));
+        m_store = std::make_unique<MergedEventStore>(
+            std::vector<std::shared_ptr<CalendarSource>>{
+                std::make_shared<IcsFolders>(services, QStringList{m_room->filePath(u"calendars"_s)})},
+            [] { return QByteArray("UTC"); });
+    }
+
+    void cleanup()
+    {
+        m_store.reset();
+        m_log.reset();
+        m_room.reset();
+    }
+
+    void anInvitationSavedTwiceIsOneLesson()
+    {
+        write(u"invite.ics"_s, revision("Anna", 0, "09"));
+        write(u"invite(1).ics"_s, revision("Anna", 0, "09"));
+        QCOMPARE(load(), QStringList{u"Anna 9"_s});
+    }
+
+    void theHighestRevisionCountsWhicheverFileItIsIn()
+    {
+        write(u"a.ics"_s, revision("Anna", 2, "10"));
+        write(u"b.ics"_s, revision("Anna", 1, "09"));
+        QCOMPARE(load(), QStringList{u"Anna 10"_s});
+        write(u"c.ics"_s, revision("Anna", 3, "11"));
+        QCOMPARE(load(), QStringList{u"Anna 11"_s});
+    }
+
+    void aCancellationInAnotherFileCounts()
+    {
+        write(u"invite.ics"_s, revision("Anna", 0, "09"));
+        QCOMPARE(load(), QStringList{u"Anna 9"_s});
+        write(u"cancel.ics"_s, revision("Anna", 1, "09", "STATUS:CANCELLED\n"));
+        QCOMPARE(load(), QStringList());
+    }
+
+    void withoutTheNewerFileTheOlderCountsAgain()
+    {
+        write(u"a.ics"_s, revision("Anna", 0, "09"));
+        write(u"b.ics"_s, revision("Anna", 1, "10"));
+        QCOMPARE(load(), QStringList{u"Anna 10"_s});
+        QVERIFY(QFile::remove(path(u"b.ics"_s)));
+        QCOMPARE(load(), QStringList{u"Anna 9"_s});
+    }
+
+    void aChangedInstanceMayLieBesideItsSeries()
+    {
+        write(u"series.ics"_s, revision("Anna", 0, "09", "RRULE:FREQ=DAILY;COUNT=3\n"));
+        write(u"moved.ics"_s, revision("Anna moved", 0, "15", "RECURRENCE-ID:20250514T090000Z\n"));
+        QCOMPARE(load(), QStringList{u"Anna moved 15"_s});
+    }
+
+    void whatOneFileAloneNamesIsUntouched()
+    {
+        write(u"a.ics"_s, revision("Anna", 0, "09") + revision("Ben", 0, "12").replace("invite", "other"));
+        write(u"b.ics"_s, revision("Anna", 1, "10") + revision("Cleo", 0, "13").replace("invite", "third"));
+        QCOMPARE(load(), (QStringList{u"Anna 10"_s, u"Ben 12"_s, u"Cleo 13"_s}));
+        QCOMPARE(load(), (QStringList{u"Anna 10"_s, u"Ben 12"_s, u"Cleo 13"_s}));
+    }
+
+    void anIdentifierThatIsFoldedIsFoundToo()
+    {
+        const QByteArray identifier = QByteArray(100, 'x') + '@' + QByteArray(40, 'y');
+        const QByteArray folded = identifier.left(60) + "\n " + identifier.mid(60);
+        write(u"a.ics"_s, revision("Anna", 0, "09").replace("UID:invite", "uid:" + folded));
+        write(u"b.ics"_s, revision("Anna", 1, "10").replace("UID:invite", "UID;X-A=b:" + identifier));
+        QCOMPARE(load(), QStringList{u"Anna 10"_s});
+    }
+
+    void zonesOfBothFilesCount()
+    {
+        const auto zone = [](const QByteArray &offset) {
+            return "BEGIN:VTIMEZONE\nTZID:Ours\nBEGIN:STANDARD\nDTSTART:19700101T000000\nTZOFFSETFROM:" +
+                   offset + "\nTZOFFSETTO:" + offset + "\nEND:STANDARD\nEND:VTIMEZONE\n";
+        };
+        const auto inZone = [](QByteArray event) {
+            return event.replace("DTSTART:20250514T120000Z", "DTSTART;TZID=Ours:20250514T120000")
+                .replace("DTEND:20250514T123000Z", "DTEND;TZID=Ours:20250514T123000");
+        };
+        write(u"series.ics"_s,
+              zone("+0400") + inZone(revision("Anna", 0, "12", "RRULE:FREQ=DAILY;COUNT=3\n")));
+        write(u"moved.ics"_s,
+              zone("+0600") + inZone(revision("Anna moved", 0, "12", "RECURRENCE-ID:20250514T080000Z\n")));
+        QCOMPARE(load(), QStringList{u"Anna moved 6"_s});
+    }
+
+    void hiddenFilesAndFoldersAreNotRead()
+    {
+        write(u"a.ics"_s, revision("Anna", 0, "09"));
+        write(u".a.ics"_s, revision("Anna", 5, "10"));
+        write(u".stversions/a.ics"_s, revision("Anna", 6, "11"));
+        write(u".git/b.ics"_s, revision("Ben", 0, "12").replace("invite", "other"));
+        QCOMPARE(load(), QStringList{u"Anna 9"_s});
+    }
+};
+
+QUILLET_TEST(SharedEventsTest, runTest<SharedEventsTest>);
+#include "SharedEventsTest.moc"
