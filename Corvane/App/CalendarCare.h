@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/App/LiveServices.h"
+#include "Corvane/Platform/Linux/Freedesktop/LinuxSystemWatcher.h"
+#include "Corvane/Services/CalendarRefresher.h"
+#include "Corvane/Services/MenuBarViewModel.h"
+
+namespace corvane {
+
+/// What is done for the calendars beside loading them once a minute: they are kept fresh.
+class CalendarCare {
+public:
+    /// What is passed is borrowed.
+    CalendarCare(const LiveServices &services, MenuBarViewModel &viewModel);
+
+    /// Asks online calendars for news.
+    void refresh() { m_refresher.refresh(); }
+
+private:
+    LinuxSystemWatcher m_systemWatcher;
+    CalendarRefresher m_refresher;
+};
+
+} // namespace corvane
