@@ -7,14 +7,16 @@
 #include "Corvane/Platform/Linux/Freedesktop/LinuxSystemWatcher.h"
 #include "Corvane/Services/CalendarRefresher.h"
 #include "Corvane/Services/MenuBarViewModel.h"
+#include "Corvane/Services/StatusItem.h"
 
 namespace corvane {
 
-/// What is done for the calendars beside loading them once a minute: they are kept fresh.
+/// What is done for the calendars beside loading them once a minute: they are kept fresh, and the
+/// bell tells of those whose lessons are missing.
 class CalendarCare {
 public:
     /// What is passed is borrowed.
-    CalendarCare(const LiveServices &services, MenuBarViewModel &viewModel);
+    CalendarCare(const LiveServices &services, MenuBarViewModel &viewModel, StatusItem &bell);
 
     /// Asks online calendars for news.
     void refresh() { m_refresher.refresh(); }

@@ -36,7 +36,7 @@ CorvaneApp::CorvaneApp(StartedBy startedBy) : m_mayOpenByItself(startedBy == Sta
     // time.
     spawn(m_viewModel->start());
     watchSessionLock();
-    m_calendarCare = std::make_unique<CalendarCare>(m_services, *m_viewModel);
+    m_calendarCare = std::make_unique<CalendarCare>(m_services, *m_viewModel, *m_statusItem);
 }
 
 void CorvaneApp::activate(const QString &token)

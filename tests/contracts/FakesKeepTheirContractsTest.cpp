@@ -66,6 +66,11 @@ class FakeStatusItemTest final : public StatusMenuContract {
 protected:
     StatusItem &item() override { return *m_item; }
     QStringList published() override { return m_item->published; }
+    QStringList toolTip() override
+    {
+        QStringList lines{m_item->published.value(m_item->published.size() - 1)};
+        return m_item->notice.isEmpty() ? lines : lines << m_item->notice;
+    }
     void click(const QString &token) override { m_item->click(Point{12, 34}, token); }
     std::optional<Point> placeOfClick() override { return Point{12, 34}; }
     void setHostThere(bool isThere) override { m_item->setShown(isThere); }
