@@ -13,6 +13,7 @@ namespace corvane {
 CalendarCare::CalendarCare(const LiveServices &services, MenuBarViewModel &viewModel, StatusItem &bell)
     : m_systemWatcher(QDBusConnection::systemBus(), QDBusConnection::sessionBus())
     , m_refresher(*services.eventStore, m_systemWatcher, [&viewModel] { spawn(viewModel.reloadLessons()); })
+    , m_gapNotice(services.eventStore->monitor(), *services.notificationCenter, *services.debugLogger)
 {
     CalendarMonitor &monitor = services.eventStore->monitor();
     QObject::connect(&monitor, &CalendarMonitor::changed, &bell, [&monitor, &bell] {

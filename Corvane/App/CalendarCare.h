@@ -5,6 +5,7 @@
 
 #include "Corvane/App/LiveServices.h"
 #include "Corvane/Platform/Linux/Freedesktop/LinuxSystemWatcher.h"
+#include "Corvane/Services/CalendarGapNotice.h"
 #include "Corvane/Services/CalendarRefresher.h"
 #include "Corvane/Services/MenuBarViewModel.h"
 #include "Corvane/Services/StatusItem.h"
@@ -12,7 +13,7 @@
 namespace corvane {
 
 /// What is done for the calendars beside loading them once a minute: they are kept fresh, and the
-/// bell tells of those whose lessons are missing.
+/// bell and a notification tell of those whose lessons are missing.
 class CalendarCare {
 public:
     /// What is passed is borrowed.
@@ -24,6 +25,7 @@ public:
 private:
     LinuxSystemWatcher m_systemWatcher;
     CalendarRefresher m_refresher;
+    CalendarGapNotice m_gapNotice;
 };
 
 } // namespace corvane
