@@ -106,20 +106,34 @@ void AgentInterface::RemovePendingRequests(const QStringList &identifiers)
 void AgentInterface::Add(const QString &identifier, const QString &title, const QString &body,
                          const QString &categoryIdentifier, qlonglong fireDate, qlonglong expirationDate)
 {
+    add({identifier, title, body, categoryIdentifier, fireDate, expirationDate});
+}
+
+void AgentInterface::AddQuietly(const QString &identifier, const QString &title, const QString &body,
+                                const QString &categoryIdentifier, qlonglong fireDate,
+                                qlonglong expirationDate)
+{
+    add({identifier, title, body, categoryIdentifier, fireDate, expirationDate, true});
+}
+
+void AgentInterface::add(const PendingRequest &request)
+{
     Q_EMIT called();
     const RequestQueue &queue = m_keeper.queue();
-    const qint64 textSize = identifier.size() + title.size() + body.size() + categoryIdentifier.size();
-    if (identifier.size() > maximumIdentifierLength ||
-        std::max({title.size(), body.size(), categoryIdentifier.size()}) > maximumTextLength) {
+    const qint64 textSize = request.identifier.size() + request.title.size() + request.body.size() +
+                            request.categoryIdentifier.size();
+    if (request.identifier.size() > maximumIdentifierLength ||
+        std::max({request.title.size(), request.body.size(), request.categoryIdentifier.size()}) >
+            maximumTextLength) {
         refuse(limitsExceeded, u"a text is too long"_s);
-    } else if (fireDate < 0 || fireDate > latestDate || expirationDate <= fireDate ||
-               expirationDate > latestDate) {
+    } else if (request.fireDate < 0 || request.fireDate > latestDate ||
+               request.expirationDate <= request.fireDate || request.expirationDate > latestDate) {
         refuse(invalidArguments, u"a date is out of range"_s);
-    } else if ((queue.size() >= maximumRequests && !queue.contains(identifier)) ||
-               queue.textSizeWithout(identifier) + textSize > maximumTotalTextLength) {
+    } else if ((queue.size() >= maximumRequests && !queue.contains(request.identifier)) ||
+               queue.textSizeWithout(request.identifier) + textSize > maximumTotalTextLength) {
         refuse(limitsExceeded, u"too much is pending"_s);
     } else {
-        m_keeper.add({identifier, title, body, categoryIdentifier, fireDate, expirationDate}, answerLater());
+        m_keeper.add(request, answerLater());
     }
 }
 

@@ -14,6 +14,7 @@
 namespace corvane {
 
 class RequestKeeper;
+struct PendingRequest;
 
 /// The agent's face on the bus: what its generated adaptor calls. It refuses what no program of ours asks
 /// for, so that whoever speaks to it cannot make it grow without end. Main thread only.
@@ -35,18 +36,21 @@ public:
     AgentInterface(QDBusConnection sessionBus, RequestKeeper &keeper,
                    std::function<void(const QString &)> log, QObject *parent = nullptr);
 
-    /// The methods of the bus interface, under its names; see its XML. The last two are answered when the
-    /// keeper has answered.
+    /// The methods of the bus interface, under its names; see its XML. All but the first are answered when
+    /// the keeper has answered.
     QStringList PendingRequests();
     void RemovePendingRequests(const QStringList &identifiers);
     void Add(const QString &identifier, const QString &title, const QString &body,
              const QString &categoryIdentifier, qlonglong fireDate, qlonglong expirationDate);
+    void AddQuietly(const QString &identifier, const QString &title, const QString &body,
+                    const QString &categoryIdentifier, qlonglong fireDate, qlonglong expirationDate);
 
 Q_SIGNALS:
     /// Somebody has called.
     void called();
 
 private:
+    void add(const PendingRequest &request);
     [[nodiscard]] std::function<void(std::expected<void, QString>)> answerLater();
     /// Whether an answer of so many bytes may be given now, which counts it.
     [[nodiscard]] bool mayReplyWith(qint64 bytes);

@@ -115,8 +115,12 @@ QVariantList FreedesktopNotificationServer::notifyArguments(const PendingRequest
 {
     const bool takesMarkup = capabilities.contains(u"body-markup"_s);
     QVariantMap hints{{u"urgency"_s, QVariant::fromValue(uchar{1})}, // normal: a critical one would stay
-                      {u"desktop-entry"_s, QString(applicationId)},
-                      {u"sound-name"_s, QString::fromLatin1(CanberraNotificationSound::eventName)}};
+                      {u"desktop-entry"_s, QString(applicationId)}};
+    if (request.isQuiet) {
+        hints.insert(u"suppress-sound"_s, true);
+    } else {
+        hints.insert(u"sound-name"_s, QString::fromLatin1(CanberraNotificationSound::eventName));
+    }
     if (!request.categoryIdentifier.isEmpty()) {
         hints.insert(u"category"_s, request.categoryIdentifier);
     }
@@ -136,16 +140,16 @@ void FreedesktopNotificationServer::deliver(const PendingRequest &request)
     call.setArguments(notifyArguments(request, m_capabilities));
     auto *watcher =
         new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_timeouts.delivering)), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, isQuiet = request.isQuiet] {
         watcher->deleteLater();
-        handleReply(watcher->reply());
+        handleReply(watcher->reply(), isQuiet);
     });
 }
 
-void FreedesktopNotificationServer::handleReply(const QDBusMessage &reply)
+void FreedesktopNotificationServer::handleReply(const QDBusMessage &reply, bool isQuiet)
 {
     if (reply.type() == QDBusMessage::ReplyMessage) {
-        if (!m_capabilities.contains(u"sound"_s)) {
+        if (!isQuiet && !m_capabilities.contains(u"sound"_s)) {
             m_sound.play();
         }
         Q_EMIT finished(Outcome::shown, {});

@@ -46,7 +46,7 @@ public:
 private:
     void handleCapabilities(const QDBusMessage &reply);
     void handleOwner(const QDBusMessage &reply);
-    void handleReply(const QDBusMessage &reply);
+    void handleReply(const QDBusMessage &reply, bool isQuiet);
     void checkServerPresence(const QString &reason);
 
     QDBusConnection m_bus;

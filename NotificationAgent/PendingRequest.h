@@ -15,6 +15,7 @@ struct PendingRequest {
     QString categoryIdentifier;
     qint64 fireDate = 0;       ///< delivered from the beginning of this second on
     qint64 expirationDate = 0; ///< from this second on it is not delivered any more
+    bool isQuiet = false;      ///< delivered without a sound
 
     friend bool operator==(const PendingRequest &, const PendingRequest &) = default;
 };

@@ -49,8 +49,12 @@ QByteArray checksum(const QByteArray &text)
 
 QByteArray encoded(const PendingRequest &request)
 {
-    const QJsonArray list{request.identifier,         request.title,    request.body,
-                          request.categoryIdentifier, request.fireDate, request.expirationDate};
+    QJsonArray list{request.identifier,         request.title,    request.body,
+                    request.categoryIdentifier, request.fireDate, request.expirationDate};
+    // Only where it says something: an older agent can read the others.
+    if (request.isQuiet) {
+        list.append(true);
+    }
     return QJsonDocument(list).toJson(QJsonDocument::Compact);
 }
 
@@ -61,11 +65,12 @@ std::optional<PendingRequest> decodedLine(const QByteArray &line)
         return std::nullopt;
     }
     const QJsonArray list = QJsonDocument::fromJson(line.sliced(checksumLength + 1)).array();
-    if (list.size() != 6) {
+    if (list.size() != 6 && list.size() != 7) {
         return std::nullopt;
     }
     return PendingRequest{list.at(0).toString(), list.at(1).toString(),  list.at(2).toString(),
-                          list.at(3).toString(), list.at(4).toInteger(), list.at(5).toInteger()};
+                          list.at(3).toString(), list.at(4).toInteger(), list.at(5).toInteger(),
+                          list.at(6).toBool()};
 }
 
 bool isChecksum(QByteArrayView text)

@@ -22,9 +22,11 @@
 namespace corvane {
 
 AppScenes::AppScenes(MenuBarViewModel &viewModel, const Screens &screens, SystemSounds &sounds,
-                     WindowSystem &windowSystem, std::function<void()> quit)
+                     WindowSystem &windowSystem, std::function<void()> quit,
+                     std::function<void()> refreshCalendars)
     : m_viewModel(viewModel)
     , m_windowSystem(windowSystem)
+    , m_refreshCalendars(std::move(refreshCalendars))
     , m_manual(resources::folders(), &QDesktopServices::openUrl, [&sounds] { sounds.beep(); })
     , m_menuActions{
           .hasWindow = [this](const WindowName &window) { return m_windows.has(window.identifier); },
@@ -67,7 +69,12 @@ void AppScenes::addWindows()
     };
     add(windowNames::settings(), {620, 700}, [this] {
         return std::make_unique<SettingsView>(
-            m_viewModel.settings(), [this] { reloadLessons(); },
+            m_viewModel.settings(),
+            [this] {
+                // Who asks for the lessons of today wants those on the servers, too; they may come later.
+                m_refreshCalendars();
+                reloadLessons();
+            },
             [this](const QString &identifier, const QString &title) {
                 open({.identifier = identifier, .title = title});
             });

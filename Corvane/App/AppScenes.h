@@ -21,9 +21,10 @@ class SystemSounds;
 /// that the commands open. Nothing of it exists until it is opened.
 class AppScenes {
 public:
-    /// What is passed is borrowed. `quit` ends the program.
+    /// What is passed is borrowed. `quit` ends the program; `refreshCalendars` asks online calendars for
+    /// news.
     AppScenes(MenuBarViewModel &viewModel, const Screens &screens, SystemSounds &sounds,
-              WindowSystem &windowSystem, std::function<void()> quit);
+              WindowSystem &windowSystem, std::function<void()> quit, std::function<void()> refreshCalendars);
 
     [[nodiscard]] MenuBarPanel &menuBarPanel() { return m_menuBarPanel; }
 
@@ -37,6 +38,7 @@ private:
 
     MenuBarViewModel &m_viewModel;
     WindowSystem &m_windowSystem;
+    std::function<void()> m_refreshCalendars;
     UserManualPDF m_manual;
     MenuActions m_menuActions;
     WindowScenes m_windows;

@@ -27,13 +27,16 @@ CorvaneApp::CorvaneApp(StartedBy startedBy) : m_mayOpenByItself(startedBy == Sta
     const AppEnvironment environment = AppEnvironment::live(m_services);
     checkEventLoopServesCalendars(logger());
     m_viewModel = std::make_unique<MenuBarViewModel>(environment);
-    m_scenes = std::make_unique<AppScenes>(*m_viewModel, *m_services.screens, *m_services.sounds,
-                                           m_windowSystem, &QCoreApplication::quit);
+    m_scenes =
+        std::make_unique<AppScenes>(*m_viewModel, *m_services.screens, *m_services.sounds, m_windowSystem,
+                                    &QCoreApplication::quit, [this] { m_calendarCare->refresh(); });
     showStatusItem();
     watchForHost();
-    // Before the session's lock is watched: that speaks to another bus, which may take its time.
+    // Before the session's lock and the machine are watched: that speaks to another bus, which may take its
+    // time.
     spawn(m_viewModel->start());
     watchSessionLock();
+    m_calendarCare = std::make_unique<CalendarCare>(m_services, *m_viewModel, *m_statusItem);
 }
 
 void CorvaneApp::activate(const QString &token)

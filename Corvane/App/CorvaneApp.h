@@ -5,6 +5,7 @@
 
 #include "Corvane/App/AppDelegate.h"
 #include "Corvane/App/AppScenes.h"
+#include "Corvane/App/CalendarCare.h"
 #include "Corvane/App/LiveServices.h"
 #include "Corvane/Platform/Linux/Freedesktop/DesktopStatusItem.h"
 #include "Corvane/Platform/Linux/Freedesktop/SessionLockWatcher.h"
@@ -50,6 +51,7 @@ private:
     QTimer m_hostTimer;
     bool m_mayOpenByItself;
     std::unique_ptr<SessionLockWatcher> m_sessionLock;
+    std::unique_ptr<CalendarCare> m_calendarCare;
 };
 
 } // namespace corvane

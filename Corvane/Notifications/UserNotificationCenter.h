@@ -15,15 +15,16 @@
 
 namespace corvane {
 
-/// A notification that the desktop is to show at its moment, with the system's own sound for notifications,
-/// whether the program runs by then or not.
+/// A notification that the desktop is to show at its moment, with the system's own sound for notifications
+/// unless it is a quiet one, whether the program runs by then or not.
 struct NotificationRequest {
     QString identifier; ///< any text; one request at a time is pending under it
     QString title;      ///< plain text
     QString body;       ///< plain text
     QString categoryIdentifier;
-    Date fireDate;       ///< cut to its whole second
-    Date expirationDate; ///< from then on it helps nobody: a machine that slept until then does not show it
+    Date fireDate;        ///< cut to its whole second
+    Date expirationDate;  ///< from then on it helps nobody: a machine that slept until then does not show it
+    bool isQuiet = false; ///< it comes without a sound
 
     friend bool operator==(const NotificationRequest &, const NotificationRequest &) = default;
 };

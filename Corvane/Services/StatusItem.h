@@ -35,6 +35,10 @@ public:
     /// Nothing is published when it is the text already shown.
     virtual void setTitle(const QString &title) = 0;
 
+    /// A further line for the tool tip and for a screen reader, below the title: plain text of any length, as
+    /// empty as it is at first to take it away. Where the host shows neither, nothing else changes.
+    virtual void setNotice(const QString &notice) = 0;
+
     /// The menu for hosts that open one on a click instead of telling of the click. The others never show
     /// it.
     virtual void setMenu(std::vector<StatusMenuEntry> entries) = 0;

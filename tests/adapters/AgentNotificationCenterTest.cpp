@@ -220,6 +220,18 @@ private Q_SLOTS:
         QVERIFY(m_agent->pending.front() == expected);
     }
 
+    void aQuietRequestReachesTheAgentAsOne()
+    {
+        startAgent();
+        NotificationRequest quiet = request(u"quillet.calendar-gap.1"_s);
+        quiet.isQuiet = true;
+        QVERIFY(QCoro::waitFor(center().add(quiet)).has_value());
+        QVERIFY(QCoro::waitFor(center().add(request(u"quillet.backup.join.1.王"_s))).has_value());
+        QCOMPARE(m_agent->pending.size(), std::size_t{2});
+        QVERIFY(m_agent->pending.front().isQuiet);
+        QVERIFY(!m_agent->pending.back().isQuiet);
+    }
+
     void aMomentWhoseSecondHasBegunIsNotAskedForAgain()
     {
         startAgent();

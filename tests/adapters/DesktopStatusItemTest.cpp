@@ -60,6 +60,7 @@ protected:
     }
 
     QStringList published() override { return m_host->labels; }
+    QStringList toolTip() override { return m_host->toolTip(name()); }
 
     void click(const QString &token) override
     {
@@ -215,9 +216,11 @@ private Q_SLOTS:
     {
         embed();
         m_item->setTitle(u"one"_s);
+        m_item->setNotice(u"missing"_s);
         m_host->start();
         QTRY_COMPARE(m_host->registrations.size(), 1);
         QCOMPARE(m_host->properties(name()).value(u"Title"_s).toString(), u"one"_s);
+        QCOMPARE(m_host->properties(name()).value(u"IconAccessibleDesc"_s).toString(), u"one. missing"_s);
     }
 
 private:

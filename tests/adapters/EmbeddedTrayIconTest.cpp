@@ -53,6 +53,12 @@ protected:
                    : QStringList();
     }
 
+    QStringList toolTip() override
+    {
+        // The window's text with a line for each of ours.
+        return published().value(0).split(u'\n');
+    }
+
     QStringList seenOf(const QStringList &texts) override { return {texts.constLast()}; }
 
     // Two in a row with one button would be a double click.

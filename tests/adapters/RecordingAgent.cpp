@@ -66,9 +66,23 @@ void RecordingAgent::Add(const QString &identifier, const QString &title, const 
                          const QString &categoryIdentifier, qlonglong fireDate, qlonglong expirationDate)
 {
     if (isServed(u"Add "_s + identifier)) {
-        std::erase_if(pending, [&](const Added &added) { return added.identifier == identifier; });
-        pending.push_back({identifier, title, body, categoryIdentifier, fireDate, expirationDate});
+        keep({identifier, title, body, categoryIdentifier, fireDate, expirationDate});
     }
+}
+
+void RecordingAgent::AddQuietly(const QString &identifier, const QString &title, const QString &body,
+                                const QString &categoryIdentifier, qlonglong fireDate,
+                                qlonglong expirationDate)
+{
+    if (isServed(u"AddQuietly "_s + identifier)) {
+        keep({identifier, title, body, categoryIdentifier, fireDate, expirationDate, true});
+    }
+}
+
+void RecordingAgent::keep(const Added &request)
+{
+    std::erase_if(pending, [&](const Added &added) { return added.identifier == request.identifier; });
+    pending.push_back(request);
 }
 
 } // namespace corvane

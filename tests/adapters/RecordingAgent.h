@@ -25,6 +25,7 @@ public:
         QString categoryIdentifier;
         qlonglong fireDate;
         qlonglong expirationDate;
+        bool isQuiet = false;
 
         friend bool operator==(const Added &, const Added &) = default;
     };
@@ -46,8 +47,12 @@ public:
     void RemovePendingRequests(const QStringList &identifiers);
     void Add(const QString &identifier, const QString &title, const QString &body,
              const QString &categoryIdentifier, qlonglong fireDate, qlonglong expirationDate);
+    void AddQuietly(const QString &identifier, const QString &title, const QString &body,
+                    const QString &categoryIdentifier, qlonglong fireDate, qlonglong expirationDate);
 
 private:
+    void keep(const Added &request);
+
     /// Notes the call; whether it is to be carried out.
     bool isServed(const QString &call);
 

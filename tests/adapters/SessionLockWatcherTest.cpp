@@ -3,17 +3,15 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/SessionLockWatcher.h"
 
+#include "tests/adapters/MockService.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/TestProgram.h"
-
-#include <signal.h>
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QElapsedTimer>
-#include <QProcess>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -314,34 +312,6 @@ private Q_SLOTS:
     }
 
 private:
-    // A mock service in a process of its own, ended with the object.
-    class Mock {
-    public:
-        Mock(const PrivateBus &bus, const QString &busKind, const QStringList &arguments)
-        {
-            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-            environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, bus.address());
-            environment.insert(u"DBUS_SYSTEM_BUS_ADDRESS"_s, bus.address());
-            m_process.setProcessEnvironment(environment);
-            m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-            m_process.setStandardOutputFile(QProcess::nullDevice());
-            m_process.start(u"/usr/bin/python3"_s, QStringList{u"-m"_s, u"dbusmock"_s, busKind} + arguments);
-        }
-        ~Mock()
-        {
-            m_process.kill();
-            m_process.waitForFinished(5000);
-        }
-        Mock(const Mock &) = delete;
-        Mock &operator=(const Mock &) = delete;
-
-        void suspend() { ::kill(static_cast<pid_t>(m_process.processId()), SIGSTOP); }
-        void resume() { ::kill(static_cast<pid_t>(m_process.processId()), SIGCONT); }
-
-    private:
-        QProcess m_process;
-    };
-
     static QDBusConnection control(const PrivateBus &bus, const QString &name)
     {
         const QDBusConnection known(name);
@@ -355,8 +325,8 @@ private:
 
     void startManager()
     {
-        m_manager =
-            std::make_unique<Mock>(*m_systemBus, u"--system"_s, QStringList{u"--template"_s, u"logind"_s});
+        m_manager = std::make_unique<MockService>(*m_systemBus, u"--system"_s,
+                                                  QStringList{u"--template"_s, u"logind"_s});
         awaitName(control(*m_systemBus, u"system control"_s), u"org.freedesktop.login1"_s);
         addSession(u"c1"_s);
         // The template has no GetSessionByPID.
@@ -373,8 +343,8 @@ private:
 
     void startSaver()
     {
-        m_saver = std::make_unique<Mock>(*m_sessionBus, u"--session"_s,
-                                         QStringList{u"--template"_s, u"gnome_screensaver"_s});
+        m_saver = std::make_unique<MockService>(*m_sessionBus, u"--session"_s,
+                                                QStringList{u"--template"_s, u"gnome_screensaver"_s});
         awaitName(control(*m_sessionBus, u"session control"_s), u"org.gnome.ScreenSaver"_s);
     }
 
@@ -457,8 +427,8 @@ private:
 
     std::unique_ptr<PrivateBus> m_systemBus;
     std::unique_ptr<PrivateBus> m_sessionBus;
-    std::unique_ptr<Mock> m_manager;
-    std::unique_ptr<Mock> m_saver;
+    std::unique_ptr<MockService> m_manager;
+    std::unique_ptr<MockService> m_saver;
     std::unique_ptr<SessionLockWatcher> m_watcher;
     std::unique_ptr<QSignalSpy> m_changes;
     /// Only the timeout of a lock request is measured by it; the buses keep real time.

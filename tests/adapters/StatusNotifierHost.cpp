@@ -3,10 +3,13 @@
 
 #include "tests/adapters/StatusNotifierHost.h"
 
+#include "Corvane/Platform/Linux/Freedesktop/StatusNotifierItemAdaptor.h"
+
 #include <QDBusError>
 #include <QDBusPendingCall>
 #include <QDBusPendingReply>
 #include <QSignalSpy>
+#include <QTextDocumentFragment>
 
 #include <qcoro/qcorodbuspendingcall.h>
 
@@ -74,6 +77,14 @@ QVariantMap StatusNotifierHost::properties(const QString &item)
     const QDBusMessage answer = ask(message);
     return answer.arguments().isEmpty() ? QVariantMap()
                                         : qdbus_cast<QVariantMap>(answer.arguments().constFirst());
+}
+
+QStringList StatusNotifierHost::toolTip(const QString &item)
+{
+    const QVariant told = properties(item).value(u"ToolTip"_s);
+    const auto toolTip = qdbus_cast<StatusToolTip>(told.value<QDBusArgument>());
+    const QString description = QTextDocumentFragment::fromHtml(toolTip.description).toPlainText();
+    return description.isEmpty() ? QStringList{toolTip.title} : QStringList{toolTip.title, description};
 }
 
 QString StatusNotifierHost::introspection(const QString &item)

@@ -47,6 +47,8 @@ public:
 
     /// The registered item's properties, asked for over the bus; empty when it does not answer.
     [[nodiscard]] QVariantMap properties(const QString &item);
+    /// The lines of its tool tip, as they are shown.
+    [[nodiscard]] QStringList toolTip(const QString &item);
     [[nodiscard]] QString introspection(const QString &item);
     /// As a host does on a click.
     void activate(const QString &item, int x, int y);

@@ -35,6 +35,8 @@ protected:
 
     QStringList published() override { return m_host->labels; }
 
+    QStringList toolTip() override { return m_host->toolTip(name()); }
+
     void click(const QString &token) override
     {
         item();
@@ -165,6 +167,20 @@ private Q_SLOTS:
         QCOMPARE(m_host->properties(name()).value(u"Title"_s).toString(), u"two"_s);
         QCOMPARE(m_host->titleSignals, 2);
         QCOMPARE(m_host->toolTipSignals, 2);
+    }
+
+    void aNoticeIsToldToTheHostAndToAScreenReader()
+    {
+        make({false, true});
+        m_item->setTitle(u"Anna"_s);
+        m_item->setNotice(u"No answer from “<b>A</b>”"_s);
+        m_item->setNotice(u"No answer from “<b>A</b>”"_s);
+        const QVariantMap properties = m_host->properties(name());
+        QCOMPARE(m_host->toolTipSignals, 2);
+        QCOMPARE(properties.value(u"Title"_s).toString(), u"Anna"_s);
+        QCOMPARE(properties.value(u"IconAccessibleDesc"_s).toString(), u"Anna. No answer from “<b>A</b>”"_s);
+        const auto toolTip = qdbus_cast<StatusToolTip>(properties.value(u"ToolTip"_s).value<QDBusArgument>());
+        QCOMPARE(toolTip.description, u"No answer from “&lt;b&gt;A&lt;/b&gt;”"_s);
     }
 
     void theLabelBelongsToTheDesktopsThatShowIt_data()

@@ -168,6 +168,16 @@ private Q_SLOTS:
         QCOMPARE(arguments.at(7), QVariant(-1));
     }
 
+    void aQuietOneAsksForNoSound()
+    {
+        PendingRequest quiet = request();
+        quiet.isQuiet = true;
+        const QVariantMap hints =
+            FreedesktopNotificationServer::notifyArguments(quiet, {u"sound"_s}).at(6).toMap();
+        QCOMPARE(hints.value(u"suppress-sound"_s), QVariant(true));
+        QVERIFY(!hints.contains(u"sound-name"_s));
+    }
+
     // --- the login entry
     // ------------------------------------------------------------------------------------
 

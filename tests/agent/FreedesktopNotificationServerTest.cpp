@@ -137,6 +137,18 @@ private Q_SLOTS:
         QCOMPARE(second.shown.size(), 1U);
     }
 
+    void aQuietOneIsShownWithoutASound()
+    {
+        const RecordingServer server(m_bus->address(), {u"body"_s});
+        PendingRequest quiet = request;
+        quiet.isQuiet = true;
+        QVERIFY(ask());
+        QCOMPARE(deliver(quiet), Outcome::shown);
+        QCOMPARE(m_sound.played, 0);
+        QCOMPARE(deliver(), Outcome::shown);
+        QCOMPARE(m_sound.played, 1);
+    }
+
     void aServerThatGivesWayToAnotherIsReplacedAndHasNotLeft()
     {
         RecordingServer first(m_bus->address(), {});
@@ -162,10 +174,10 @@ private:
         return answers.wait(10'000) && answers.first().first().toBool();
     }
 
-    Outcome deliver()
+    Outcome deliver(const PendingRequest &delivered = request)
     {
         QSignalSpy ends(m_server.get(), &NotificationServer::finished);
-        m_server->deliver(request);
+        m_server->deliver(delivered);
         if (!ends.wait(10'000)) {
             qFatal("no outcome");
         }

@@ -117,6 +117,23 @@ private Q_SLOTS:
         QCOMPARE(QDir(QFileInfo(m_path).path()).entryList(QDir::Files), QStringList{u"pending"_s});
     }
 
+    void aQuietRequestIsReadAgainAsOne()
+    {
+        RequestQueue queue;
+        PendingRequest quiet = request(1);
+        quiet.isQuiet = true;
+        queue.add(quiet);
+        queue.add(request(2));
+        const QByteArray text = encodedRequests(queue, nullptr);
+        const DecodedRequests decoded = decodedRequests(text);
+        QVERIFY(decoded.isWhole);
+        QCOMPARE(decoded.requests.size(), std::size_t{2});
+        QVERIFY(decoded.requests.front() == quiet);
+        QVERIFY(decoded.requests.back() == request(2));
+        // The others are written as an older agent reads them.
+        QCOMPARE(text.count("true"), 1);
+    }
+
     void onlyTheUserMayReadIt()
     {
         QVERIFY(RequestFile(m_path).write(queueOf(1)));

@@ -4,11 +4,13 @@
 #include "tests/contracts/LoginItemContract.h"
 #include "tests/contracts/StatusItemContract.h"
 #include "tests/contracts/SystemSoundsContract.h"
+#include "tests/contracts/SystemWatcherContract.h"
 #include "tests/contracts/UserNotificationCenterContract.h"
 #include "tests/contracts/WindowSystemContract.h"
 #include "tests/support/FakeLoginItem.h"
 #include "tests/support/FakeStatusItem.h"
 #include "tests/support/FakeSystemSounds.h"
+#include "tests/support/FakeSystemWatcher.h"
 #include "tests/support/FakeUserNotificationCenter.h"
 #include "tests/support/FakeWindowSystem.h"
 #include "tests/support/ManualClock.h"
@@ -64,6 +66,11 @@ class FakeStatusItemTest final : public StatusMenuContract {
 protected:
     StatusItem &item() override { return *m_item; }
     QStringList published() override { return m_item->published; }
+    QStringList toolTip() override
+    {
+        QStringList lines{m_item->published.value(m_item->published.size() - 1)};
+        return m_item->notice.isEmpty() ? lines : lines << m_item->notice;
+    }
     void click(const QString &token) override { m_item->click(Point{12, 34}, token); }
     std::optional<Point> placeOfClick() override { return Point{12, 34}; }
     void setHostThere(bool isThere) override { m_item->setShown(isThere); }
@@ -75,6 +82,26 @@ private Q_SLOTS:
 
 private:
     std::unique_ptr<FakeStatusItem> m_item;
+};
+
+class FakeSystemWatcherTest final : public SystemWatcherContract {
+    Q_OBJECT
+
+protected:
+    void sleepAndWake() override { m_watcher->sleepAndWake(); }
+    void setNetworkUsable(bool isUsable) override { m_watcher->setNetworkUsable(isUsable); }
+    void setClockBy(Seconds change) override { m_watcher->setClockBy(change); }
+    void setZone(const QByteArray &zone) override { m_watcher->setZone(zone); }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_watcher = std::make_unique<FakeSystemWatcher>();
+        watch(*m_watcher);
+    }
+
+private:
+    std::unique_ptr<FakeSystemWatcher> m_watcher;
 };
 
 class FakeWindowSystemTest final : public WindowSystemContract {
@@ -141,6 +168,7 @@ private:
 QUILLET_TEST(FakeSystemSoundsTest, runTest<FakeSystemSoundsTest>);
 QUILLET_TEST(FakeLoginItemTest, runTest<FakeLoginItemTest>);
 QUILLET_TEST(FakeStatusItemTest, runTest<FakeStatusItemTest>);
+QUILLET_TEST(FakeSystemWatcherTest, runTest<FakeSystemWatcherTest>);
 QUILLET_TEST(FakeWindowSystemTest, runTest<FakeWindowSystemTest>);
 QUILLET_TEST(FakeUserNotificationCenterTest, runTest<FakeUserNotificationCenterTest>);
 

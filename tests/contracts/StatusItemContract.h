@@ -28,6 +28,8 @@ protected:
     /// What is seen in published() of a row of texts: all, or, where the host asks for the text when it
     /// needs it, the last.
     [[nodiscard]] virtual QStringList seenOf(const QStringList &texts) { return texts; }
+    /// The lines that the host shows on hovering, each as plain text.
+    [[nodiscard]] virtual QStringList toolTip() = 0;
     /// The teacher clicks the item in the host, which gives `token` along unless it is empty.
     virtual void click(const QString &token) = 0;
     /// What the host gives along of a token: the token, or nothing where it knows of none.
@@ -60,6 +62,30 @@ private Q_SLOTS:
         item().setTitle(QString(1000000, u'x'));
         item().setTitle(QStringLiteral("after"));
         QTRY_VERIFY(!published().isEmpty() && published().constLast() == QStringLiteral("after"));
+    }
+
+    void aNoticeStandsBelowTheTitleAndChangesNothingElse()
+    {
+        const QString title = QStringLiteral("Anna");
+        const QString notice = QStringLiteral("No answer from <b>A</b> & B");
+        item().setTitle(title);
+        item().setNotice(notice);
+        QTRY_COMPARE(toolTip(), (QStringList{title, notice}));
+        item().setTitle(QStringLiteral("Ben"));
+        QTRY_COMPARE(toolTip(), (QStringList{QStringLiteral("Ben"), notice}));
+        item().setNotice({});
+        QTRY_COMPARE(toolTip(), (QStringList{QStringLiteral("Ben")}));
+        QCOMPARE(published(), seenOf({title, QStringLiteral("Ben")}));
+    }
+
+    void aNoticeOfAnyLengthIsTaken()
+    {
+        item().setTitle(QStringLiteral("Anna"));
+        item().setNotice(QString(1000000, u'x'));
+        QTRY_COMPARE(toolTip().size(), 2);
+        QVERIFY(toolTip().constLast().startsWith(u'x'));
+        item().setNotice(QStringLiteral("after"));
+        QTRY_COMPARE(toolTip(), (QStringList{QStringLiteral("Anna"), QStringLiteral("after")}));
     }
 
     void aClickIsToldAndLosesNothing()

@@ -34,6 +34,10 @@ public:
         }
     }
 
+    /// The notice as it stands.
+    QString notice;
+
+    void setNotice(const QString &text) override { notice = text; }
     void setMenu(std::vector<StatusMenuEntry> entries) override { menu = std::move(entries); }
     [[nodiscard]] bool isShown() const override { return shown; }
 

@@ -233,8 +233,12 @@ QCoro::Task<std::expected<void, Failure>> AgentNotificationCenter::add(Notificat
     // Not made in the wait itself: GCC 12 destroys what a closure holds there twice.
     const Link::Call call = [request, fire = *fireDate,
                              expiration = *expirationDate](NotificationAgentProxy &agent) {
-        return agent.Add(agentIdentifier(request.identifier), readablePart(request.title),
-                         readablePart(request.body), request.categoryIdentifier, fire, expiration);
+        const QString identifier = agentIdentifier(request.identifier);
+        const QString title = readablePart(request.title);
+        const QString body = readablePart(request.body);
+        return request.isQuiet
+                   ? agent.AddQuietly(identifier, title, body, request.categoryIdentifier, fire, expiration)
+                   : agent.Add(identifier, title, body, request.categoryIdentifier, fire, expiration);
     };
     co_return co_await Link::tell(m_link, call);
 }

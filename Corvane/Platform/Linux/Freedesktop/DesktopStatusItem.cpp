@@ -36,6 +36,15 @@ void DesktopStatusItem::setTitle(const QString &title)
     }
 }
 
+void DesktopStatusItem::setNotice(const QString &notice)
+{
+    m_notice = notice;
+    m_item.setNotice(notice);
+    if (m_embedded) {
+        m_embedded->setNotice(notice);
+    }
+}
+
 void DesktopStatusItem::setMenu(std::vector<StatusMenuEntry> entries)
 {
     m_item.setMenu(std::move(entries));
@@ -55,6 +64,7 @@ void DesktopStatusItem::embed()
     }
     m_embedded = std::make_unique<EmbeddedTrayIcon>(m_icons);
     m_embedded->setTitle(m_title);
+    m_embedded->setNotice(m_notice);
     connect(m_embedded.get(), &StatusItem::activated, this, &StatusItem::activated);
     connect(m_embedded.get(), &StatusItem::shownChanged, this, &DesktopStatusItem::follow);
     follow();

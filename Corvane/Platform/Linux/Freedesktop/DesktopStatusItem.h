@@ -28,6 +28,7 @@ public:
     ~DesktopStatusItem() override;
 
     void setTitle(const QString &title) override;
+    void setNotice(const QString &notice) override;
     void setMenu(std::vector<StatusMenuEntry> entries) override;
     [[nodiscard]] bool isShown() const override;
 
@@ -49,6 +50,7 @@ private:
     std::unique_ptr<EmbeddedTrayIcon> m_embedded;
     QTimer m_grace;
     QString m_title;
+    QString m_notice;
     bool m_wasShown = false;
 };
 

@@ -65,9 +65,22 @@ EmbeddedTrayIcon::~EmbeddedTrayIcon()
 
 void EmbeddedTrayIcon::setTitle(const QString &title)
 {
+    m_title = harmlessTitle(title);
+    showToolTip();
+}
+
+void EmbeddedTrayIcon::setNotice(const QString &notice)
+{
+    m_notice = harmlessTitle(notice);
+    showToolTip();
+}
+
+void EmbeddedTrayIcon::showToolTip()
+{
     // The toolkit draws the tool tip, and guesses whether it is markup: so it is always.
-    const QString text = harmlessTitle(title);
-    m_icon.setToolTip(u"<span>"_s + (text.isEmpty() ? u"Quillet"_s : text.toHtmlEscaped()) + u"</span>"_s);
+    const QString title = m_title.isEmpty() ? u"Quillet"_s : m_title.toHtmlEscaped();
+    const QString notice = m_notice.isEmpty() ? QString() : u"<br/>"_s + m_notice.toHtmlEscaped();
+    m_icon.setToolTip(u"<span>"_s + title + notice + u"</span>"_s);
 }
 
 void EmbeddedTrayIcon::setMenu(std::vector<StatusMenuEntry>) {}

@@ -33,6 +33,7 @@ public:
     ~EmbeddedTrayIcon() override;
 
     void setTitle(const QString &title) override;
+    void setNotice(const QString &notice) override;
     void setMenu(std::vector<StatusMenuEntry> entries) override;
     [[nodiscard]] bool isShown() const override { return m_tray != 0; }
 
@@ -40,8 +41,11 @@ private:
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
     void click(QSystemTrayIcon::ActivationReason reason);
     void findTray();
+    void showToolTip();
 
     QSystemTrayIcon m_icon;
+    QString m_title;
+    QString m_notice;
     std::uint32_t m_tray = 0;    ///< the tray's window; 0 while there is none
     std::uint32_t m_manager = 0; ///< what a tray that comes up is announced with; 0 while nobody has been
 };

@@ -220,6 +220,11 @@ void StatusNotifierItem::setTitle(const QString &title)
     m_adaptor->setText(harmlessTitle(title));
 }
 
+void StatusNotifierItem::setNotice(const QString &notice)
+{
+    m_adaptor->setNotice(harmlessTitle(notice));
+}
+
 void StatusNotifierItem::click(int x, int y)
 {
     const QString token = std::exchange(m_activationToken, QString());

@@ -49,6 +49,7 @@ public:
     ~StatusNotifierItem() override;
 
     void setTitle(const QString &title) override;
+    void setNotice(const QString &notice) override;
     /// Exported where the status item host opens menus; kept back elsewhere.
     void setMenu(std::vector<StatusMenuEntry> entries) override;
     [[nodiscard]] bool isShown() const override { return m_isRegistered && m_hasHost; }

@@ -91,6 +91,11 @@ QString StatusNotifierItemAdaptor::title() const
     return m_text.isEmpty() ? u"Quillet"_s : m_text;
 }
 
+QString StatusNotifierItemAdaptor::accessibleText() const
+{
+    return m_notice.isEmpty() ? title() : title() + u". "_s + m_notice;
+}
+
 QString StatusNotifierItemAdaptor::status() const
 {
     return u"Active"_s;
@@ -98,7 +103,7 @@ QString StatusNotifierItemAdaptor::status() const
 
 StatusToolTip StatusNotifierItemAdaptor::toolTip() const
 {
-    return {{}, {}, title(), {}};
+    return {{}, {}, title(), m_notice.toHtmlEscaped()};
 }
 
 QDBusObjectPath StatusNotifierItemAdaptor::menu() const
@@ -116,6 +121,17 @@ void StatusNotifierItemAdaptor::setText(const QString &text)
     Q_EMIT NewTitle();
     Q_EMIT NewToolTip();
     textChanged();
+}
+
+void StatusNotifierItemAdaptor::setNotice(const QString &notice)
+{
+    if (notice == m_notice) {
+        return;
+    }
+    m_notice = notice;
+    Q_EMIT NewToolTip();
+    // The description of the icon is read along with it.
+    Q_EMIT NewIcon();
 }
 
 void StatusNotifierItemAdaptor::Activate(int x, int y)

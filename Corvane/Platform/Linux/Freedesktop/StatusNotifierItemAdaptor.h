@@ -45,7 +45,7 @@ class StatusNotifierItemAdaptor : public QDBusAbstractAdaptor {
     Q_PROPERTY(int WindowId READ windowId)
     Q_PROPERTY(QString IconName READ noIconName)
     Q_PROPERTY(QString IconThemePath READ noIconName)
-    Q_PROPERTY(QString IconAccessibleDesc READ title)
+    Q_PROPERTY(QString IconAccessibleDesc READ accessibleText)
     Q_PROPERTY(corvane::StatusIconPixmaps IconPixmap READ icons)
     Q_PROPERTY(QString OverlayIconName READ noIconName)
     Q_PROPERTY(QString AttentionIconName READ noIconName)
@@ -66,6 +66,7 @@ public:
     [[nodiscard]] QString category() const;
     [[nodiscard]] QString id() const;
     [[nodiscard]] QString title() const;
+    [[nodiscard]] QString accessibleText() const;
     [[nodiscard]] QString status() const;
     [[nodiscard]] int windowId() const { return 0; }
     [[nodiscard]] QString noIconName() const { return {}; }
@@ -79,6 +80,9 @@ public:
 
     /// Publishes `text` if it is another one.
     void setText(const QString &text);
+
+    /// Publishes `notice`, already made harmless, if it is another one.
+    void setNotice(const QString &notice);
 
 public Q_SLOTS:
     void Activate(int x, int y);
@@ -101,6 +105,7 @@ private:
     QString m_menu;
     StatusIconPixmaps m_icons;
     QString m_text;
+    QString m_notice;
 };
 
 /// The same with the text beside the icon.

@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/App/CalendarCare.h"
+
+#include "Corvane/Services/CalendarGaps.h"
+#include "Corvane/Utilities/Spawn.h"
+
+#include <QDBusConnection>
+
+namespace corvane {
+
+CalendarCare::CalendarCare(const LiveServices &services, MenuBarViewModel &viewModel, StatusItem &bell)
+    : m_systemWatcher(QDBusConnection::systemBus(), QDBusConnection::sessionBus())
+    , m_refresher(*services.eventStore, m_systemWatcher, [&viewModel] { spawn(viewModel.reloadLessons()); })
+    , m_gapNotice(services.eventStore->monitor(), *services.notificationCenter, *services.debugLogger)
+{
+    CalendarMonitor &monitor = services.eventStore->monitor();
+    QObject::connect(&monitor, &CalendarMonitor::changed, &bell, [&monitor, &bell] {
+        bell.setNotice(calendarGaps::notice(calendarGaps::among(monitor.calendars())));
+    });
+    refresh();
+}
+
+} // namespace corvane

@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/Freedesktop/ClockSetWatcher.h"
+
+#include <QSocketNotifier>
+
+#include <chrono>
+#include <utility>
+
+namespace corvane {
+
+ClockSetWatcher::ClockSetWatcher(std::unique_ptr<WallClockAlarm> alarm, QObject *parent)
+    : QObject(parent)
+    , m_alarm(std::move(alarm))
+    , m_offset(m_alarm->offset())
+{
+    if (m_alarm->descriptor() < 0 || !m_alarm->arm()) {
+        return;
+    }
+    auto *notifier = new QSocketNotifier(m_alarm->descriptor(), QSocketNotifier::Read, this);
+    connect(notifier, &QSocketNotifier::activated, this, &ClockSetWatcher::handleAlarm);
+}
+
+ClockSetWatcher::~ClockSetWatcher()
+{
+    // The notifier before what it watches.
+    delete findChild<QSocketNotifier *>();
+}
+
+void ClockSetWatcher::handleAlarm()
+{
+    // Armed before the clocks are read, so that what happens in between rings again.
+    if (!m_alarm->arm()) {
+        delete findChild<QSocketNotifier *>();
+        return;
+    }
+    // It also rings after a sleep, which both clocks count.
+    const Seconds offset = m_alarm->offset();
+    if (std::chrono::abs(offset - m_offset) > leastChange) {
+        m_offset = offset;
+        Q_EMIT clockWasSet();
+    }
+}
+
+} // namespace corvane

@@ -1,0 +1,85 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/Freedesktop/TimeZoneWatcher.h"
+
+#include <QCryptographicHash>
+#include <QFile>
+#include <QFileInfo>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+
+namespace {
+
+/// What tells the zone of this file from another: its name, or of a copy a digest of the rules; empty where
+/// there is no file.
+QByteArray zoneOf(const QString &zoneFile)
+{
+    const auto folder = "/zoneinfo/"_L1;
+    const QString target = QFileInfo(zoneFile).symLinkTarget();
+    if (const qsizetype start = target.indexOf(folder); start >= 0) {
+        return target.sliced(start + folder.size()).toUtf8();
+    }
+    // A folder or a device in its place is no zone, and may never end.
+    QFile file(zoneFile);
+    if (!QFileInfo(zoneFile).isFile() || !file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    constexpr qint64 longestRules = qint64{1024} * 1024;
+    return QCryptographicHash::hash(file.read(longestRules), QCryptographicHash::Sha256).toHex();
+}
+
+/// Whether the environment leaves the choice of the zone to `zoneFile`.
+bool isDecidedBy(const QString &zoneFile)
+{
+    QString zone = qEnvironmentVariable("TZ");
+    if (zone.startsWith(u':')) {
+        zone.remove(0, 1);
+    }
+    return qEnvironmentVariableIsEmpty("TZ") ? !qEnvironmentVariableIsSet("TZ") : zone == zoneFile;
+}
+
+} // namespace
+
+TimeZoneWatcher::TimeZoneWatcher(QString zoneFile, QObject *parent)
+    : QObject(parent)
+    , m_zoneFile(std::move(zoneFile))
+{
+    if (!isDecidedBy(m_zoneFile)) {
+        return;
+    }
+    m_settling.setSingleShot(true);
+    m_settling.setInterval(settlingTime);
+    connect(&m_settling, &QTimer::timeout, this, &TimeZoneWatcher::look);
+    const auto wait = [this] { m_settling.start(); };
+    connect(&m_files, &QFileSystemWatcher::directoryChanged, this, wait);
+    connect(&m_files, &QFileSystemWatcher::fileChanged, this, wait);
+    m_files.addPath(QFileInfo(m_zoneFile).path());
+    watchCopy();
+    m_zone = zoneOf(m_zoneFile);
+}
+
+void TimeZoneWatcher::look()
+{
+    watchCopy();
+    QByteArray zone = zoneOf(m_zoneFile);
+    if (std::exchange(m_zone, zone) != zone) {
+        Q_EMIT zoneChanged();
+    }
+}
+
+void TimeZoneWatcher::watchCopy()
+{
+    // Its folder does not tell when it is written over. A link would be followed: what it leads to changes
+    // when the rules of the same zone are brought up to date.
+    const QFileInfo file(m_zoneFile);
+    if (file.isFile() && !file.isSymLink() && !m_files.files().contains(m_zoneFile)) {
+        m_files.addPath(m_zoneFile);
+    }
+}
+
+} // namespace corvane

@@ -1,0 +1,109 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/Freedesktop/ClockSetWatcher.h"
+
+#include "tests/adapters/FakeWallClockAlarm.h"
+#include "tests/support/TestProgram.h"
+
+#include <poll.h>
+
+#include <QSignalSpy>
+
+#include <chrono>
+#include <memory>
+
+using namespace corvane;
+
+namespace {
+
+/// An alarm that the kernel refuses.
+class NoAlarm final : public WallClockAlarm {
+public:
+    [[nodiscard]] int descriptor() const override { return -1; }
+    bool arm() override { return false; }
+    [[nodiscard]] Seconds offset() const override { return {}; }
+};
+
+} // namespace
+
+/// What the port's contract does not say. The machine's own clock is not set: it is everybody's.
+class ClockSetWatcherTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void anAlarmWithoutAChangeTellsNothingAndIsArmedAgain()
+    {
+        auto owned = std::make_unique<FakeWallClockAlarm>();
+        FakeWallClockAlarm &alarm = *owned;
+        const ClockSetWatcher watcher(std::move(owned));
+        const QSignalSpy told(&watcher, &ClockSetWatcher::clockWasSet);
+        QCOMPARE(alarm.armings, 1);
+        // As after a sleep.
+        alarm.set(Seconds{0});
+        QTRY_COMPARE(alarm.armings, 2);
+        QCOMPARE(told.size(), 0);
+        alarm.set(Seconds{-1});
+        QTRY_COMPARE(alarm.armings, 3);
+        QCOMPARE(told.size(), 1);
+    }
+
+    void smallChangesAddUp()
+    {
+        auto owned = std::make_unique<FakeWallClockAlarm>();
+        FakeWallClockAlarm &alarm = *owned;
+        const ClockSetWatcher watcher(std::move(owned));
+        const QSignalSpy told(&watcher, &ClockSetWatcher::clockWasSet);
+        for (int times = 1; times <= 3; ++times) {
+            alarm.set(Seconds{0.04});
+            QTRY_COMPARE(alarm.armings, times + 1);
+            QCOMPARE(told.size(), times < 3 ? 0 : 1);
+        }
+    }
+
+    void anAlarmThatCannotBeArmedAgainIsGivenUp()
+    {
+        auto owned = std::make_unique<FakeWallClockAlarm>();
+        FakeWallClockAlarm &alarm = *owned;
+        const ClockSetWatcher watcher(std::move(owned));
+        const QSignalSpy told(&watcher, &ClockSetWatcher::clockWasSet);
+        alarm.isArmable = false;
+        alarm.set(Seconds{60});
+        QTRY_COMPARE(alarm.armings, 2);
+        alarm.set(Seconds{60});
+        QTest::qWait(100);
+        QCOMPARE(alarm.armings, 2);
+        QCOMPARE(told.size(), 0);
+    }
+
+    void aKernelThatRefusesIsNoHarm()
+    {
+        const ClockSetWatcher watcher(std::make_unique<NoAlarm>());
+        const QSignalSpy told(&watcher, &ClockSetWatcher::clockWasSet);
+        QTest::qWait(10);
+        QCOMPARE(told.size(), 0);
+    }
+
+    void theKernelsAlarmIsArmedAndSilentWhileTheClockGoesOn()
+    {
+        KernelWallClockAlarm alarm;
+        QVERIFY(alarm.descriptor() >= 0);
+        QVERIFY(alarm.arm());
+        QVERIFY(alarm.arm());
+        pollfd readable{.fd = alarm.descriptor(), .events = POLLIN, .revents = 0};
+        QCOMPARE(::poll(&readable, 1, 200), 0);
+    }
+
+    void theOffsetStaysWhileTheClockGoesOn()
+    {
+        const KernelWallClockAlarm alarm;
+        const Seconds before = alarm.offset();
+        // It is what today is more than the time since the start: decades.
+        QVERIFY(before > std::chrono::hours(24 * 365 * 10));
+        QTest::qWait(200);
+        QVERIFY(std::chrono::abs(alarm.offset() - before) < ClockSetWatcher::leastChange / 2);
+    }
+};
+
+QUILLET_TEST(ClockSetWatcherTest, runTest<ClockSetWatcherTest>);
+#include "ClockSetWatcherTest.moc"

@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "tests/support/PrivateBus.h"
+
+#include <signal.h>
+
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QString>
+#include <QStringList>
+
+namespace corvane {
+
+/// A mock service of python3-dbusmock on a private bus, in a process of its own that ends with the object.
+class MockService {
+public:
+    /// `kind` is the option that chooses the bus, --system or --session; `arguments` follow it.
+    MockService(const PrivateBus &bus, const QString &kind, const QStringList &arguments)
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), bus.address());
+        environment.insert(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), bus.address());
+        m_process.setProcessEnvironment(environment);
+        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        m_process.setStandardOutputFile(QProcess::nullDevice());
+        m_process.start(QStringLiteral("/usr/bin/python3"),
+                        QStringList{QStringLiteral("-m"), QStringLiteral("dbusmock"), kind} + arguments);
+    }
+    ~MockService()
+    {
+        m_process.kill();
+        m_process.waitForFinished(5000);
+    }
+    MockService(const MockService &) = delete;
+    MockService &operator=(const MockService &) = delete;
+
+    /// As a service that hangs.
+    void suspend() { ::kill(static_cast<pid_t>(m_process.processId()), SIGSTOP); }
+    void resume() { ::kill(static_cast<pid_t>(m_process.processId()), SIGCONT); }
+
+private:
+    QProcess m_process;
+};
+
+} // namespace corvane
