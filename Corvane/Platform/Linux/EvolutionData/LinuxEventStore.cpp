@@ -11,7 +11,6 @@
 #include <QDir>
 #include <QFile>
 #include <QStandardPaths>
-#include <QTimeZone>
 
 #include <cstdio>
 #include <utility>
@@ -34,7 +33,7 @@ QStringList defaultCalendarFolders()
 std::unique_ptr<EventStore> makeLinuxEventStore(DebugLogService &log, const QStringList &folders)
 {
     // Asked at each query: an event at ten, in whatever zone, is one at ten where a traveller is now.
-    const TimeZoneId timeZoneId = [] { return QTimeZone::systemTimeZoneId(); };
+    const TimeZoneId timeZoneId = &systemTimeZoneId;
     // The calendar library would load its plug-ins for mail servers, a megabyte of code that no calendar
     // needs. A folder that holds none, and is sure to be there, keeps it from doing so. Set before there are
     // threads.
