@@ -5,6 +5,11 @@
 
 #include "Corvane/Utilities/DateText.h"
 
+#include <QFile>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
 namespace corvane {
 
 namespace {
@@ -14,11 +19,46 @@ QDate localDay(Date date, const QTimeZone &timeZone)
     return toDateTime(date).toTimeZone(timeZone).date();
 }
 
+/// Where the clocks are put back across midnight, a day has two of them: it begins at the first.
+QDateTime startOf(QDate day, const QTimeZone &timeZone)
+{
+    const QDateTime start = day.startOfDay(timeZone);
+    if (!start.isValid() || start.addSecs(-1).date() != day) {
+        return start;
+    }
+    const int putBack = timeZone.offsetFromUtc(start.addSecs(-1)) - timeZone.offsetFromUtc(start);
+    return start.addSecs(-putBack);
+}
+
+/// The zone that a path like "/usr/share/zoneinfo/Europe/Berlin" leads to.
+QByteArray zoneAt(const QString &path)
+{
+    for (const QString &name : {path, QFileInfo(path).canonicalFilePath()}) {
+        const QString folder = u"/zoneinfo/"_s;
+        const qsizetype place = name.lastIndexOf(folder);
+        const QByteArray id = place < 0 ? QByteArray() : name.sliced(place + folder.size()).toUtf8();
+        if (!id.isEmpty() && QTimeZone(id).isValid()) {
+            return id;
+        }
+    }
+    return {};
+}
+
 } // namespace
+
+QByteArray systemTimeZoneId()
+{
+    const QByteArray id = QTimeZone::systemTimeZoneId();
+    if (!id.startsWith('/')) {
+        return id;
+    }
+    const QByteArray named = zoneAt(QFile::decodeName(id));
+    return named.isEmpty() ? id : named;
+}
 
 DayCalendar DayCalendar::current()
 {
-    const QTimeZone timeZone = QTimeZone::systemTimeZone();
+    const QTimeZone timeZone(systemTimeZoneId());
     // A zone that is set but unknown would leave every day without bounds.
     return DayCalendar(timeZone.isValid() ? timeZone : QTimeZone::utc());
 }
@@ -31,8 +71,8 @@ Date DayCalendar::startOfDay(Date date) const
 DateInterval DayCalendar::dayInterval(Date date) const
 {
     const QDate day = localDay(date, m_timeZone);
-    const Date start = fromDateTime(day.startOfDay(m_timeZone));
-    const QDateTime next = day.addDays(1).startOfDay(m_timeZone);
+    const Date start = fromDateTime(startOf(day, m_timeZone));
+    const QDateTime next = startOf(day.addDays(1), m_timeZone);
     // Where the zone cannot tell the next day's start, a day has its usual length.
     return {start, next.isValid() ? fromDateTime(next) : start + Seconds{86400}};
 }

@@ -5,6 +5,7 @@
 
 #include "Corvane/Utilities/Clock.h"
 
+#include <QByteArray>
 #include <QString>
 #include <QTimeZone>
 
@@ -18,6 +19,10 @@ struct DateInterval {
     friend bool operator==(const DateInterval &, const DateInterval &) = default;
 };
 
+/// The identifier of the machine's time zone as it is now. A zone that is set as a path to its rules is named
+/// where that can be told.
+[[nodiscard]] QByteArray systemTimeZoneId();
+
 /// The user's calendar: where days begin and end in one time zone.
 class DayCalendar {
 public:
@@ -27,8 +32,8 @@ public:
     /// the machine names a zone that is not known, that is UTC.
     [[nodiscard]] static DayCalendar current();
 
-    /// The first moment of the day that `date` lies in: midnight, or what follows a midnight that a change of
-    /// the clocks leaves out.
+    /// The first moment of the day that `date` lies in: midnight, the first of two where a change of the
+    /// clocks repeats it, or what follows a midnight that a change leaves out.
     [[nodiscard]] Date startOfDay(Date date) const;
 
     /// From the start of the day of `date` to the start of the next: 23, 24 or 25 hours, or what the zone

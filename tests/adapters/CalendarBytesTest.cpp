@@ -124,9 +124,45 @@ private Q_SLOTS:
         }
     }
 
+    void onlyWhatTellsOfEventsAndZonesIsKept()
+    {
+        const QByteArray zone =
+            "BEGIN:VTIMEZONE\r\nTZID:Own\r\nBEGIN:STANDARD\r\nTZNAME:a\r\nEND:STANDARD\r\n"
+            "END:VTIMEZONE\r\n";
+        const QByteArray event = "BEGIN:VEVENT\r\nUID:a\r\nSUMMARY:a\r\n";
+        const QByteArray alarm = "ATTACH:a\r\nBEGIN:VALARM\r\nDESCRIPTION:b\r\nEND:VALARM\r\nATTENDEE:b\r\n";
+        const QByteArray task = "BEGIN:VTODO\r\nSUMMARY:c\r\nEND:VTODO\r\n";
+        const auto around = [](const QByteArray &text) {
+            return "BEGIN:VCALENDAR\r\nMETHOD:PUBLISH\r\n" + text + "END:VCALENDAR\r\n";
+        };
+        QCOMPARE(read(around(zone + task + event + alarm + "URL:c\r\nEND:VEVENT\r\n" + task)),
+                 around(zone + event + "URL:c\r\nEND:VEVENT\r\n"));
+    }
+
+    void anEventThatIsNotClosedTakesNoOtherAlong()
+    {
+        const auto around = [](const QByteArray &text) {
+            return "BEGIN:VCALENDAR\r\n" + text + "END:VCALENDAR\r\n";
+        };
+        const QByteArray event = "BEGIN:VEVENT\r\nUID:a\r\n";
+        const QByteArray close = "END:VEVENT\r\n";
+        QCOMPARE(read(around(event + event + "BEGIN:VALARM\r\n" + event)),
+                 around(event + close + event + close + event + close));
+        QCOMPARE(read(around(event + close + close)), around(event + close));
+    }
+
+    void moreRulesAndDatesThanAnEventMayHaveAreNotAllKept()
+    {
+        const QByteArray text =
+            read(calendar(QByteArray("RRULE:FREQ=DAILY\r\n").repeated(300) + "EXDATE:20250514" +
+                          QByteArray(",20250514").repeated(1'000'000)));
+        QCOMPARE(text.count("RRULE"), 11);
+        QCOMPARE(text.count("EXDATE"), 10'001);
+    }
+
     void parametersWithoutEndAreLeftOut()
     {
-        QCOMPARE(read(calendar("ATTENDEE;CN=\"" + QByteArray(200'000, 'x') + "\":mailto:a")),
+        QCOMPARE(read(calendar("SUMMARY;CN=\"" + QByteArray(200'000, 'x') + "\":mailto:a")),
                  QByteArray(calendar("")).replace("\r\n\r\n", "\r\n"));
     }
 };

@@ -6,6 +6,8 @@
 #include "tests/support/Samples.h"
 #include "tests/support/TestProgram.h"
 
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace corvane;
@@ -100,6 +102,59 @@ private Q_SLOTS:
         const DateInterval day = calendar.dayInterval(in("Africa/Cairo", "2010-04-30T12:00:00"));
         QCOMPARE(day.start, in("Africa/Cairo", "2010-04-30T01:00:00"));
         QCOMPARE(hours(day), 23.0);
+    }
+
+    void aDayWithTwoMidnightsBeginsAtTheFirst_data()
+    {
+        QTest::addColumn<QByteArray>("zone");
+        QTest::addColumn<QString>("start");
+        QTest::addColumn<QString>("end");
+        QTest::newRow("Havana") << QByteArray("America/Havana") << u"2025-11-02T04:00:00Z"_s
+                                << u"2025-11-03T05:00:00Z"_s;
+        QTest::newRow("Azores") << QByteArray("Atlantic/Azores") << u"2025-10-26T00:00:00Z"_s
+                                << u"2025-10-27T01:00:00Z"_s;
+    }
+
+    void aDayWithTwoMidnightsBeginsAtTheFirst()
+    {
+        QFETCH(QByteArray, zone);
+        QFETCH(QString, start);
+        QFETCH(QString, end);
+        const auto moment = [](const QString &text) {
+            return fromDateTime(QDateTime::fromString(text, Qt::ISODate));
+        };
+        const DayCalendar calendar{QTimeZone(zone)};
+        const DateInterval day{moment(start), moment(end)};
+        QCOMPARE(calendar.dayInterval(day.start), day);
+        QCOMPARE(calendar.dayInterval(day.start + Seconds{1800}), day);
+        QCOMPARE(calendar.dayInterval(day.start + Seconds{5400}), day);
+        QCOMPARE(calendar.dayInterval(day.start - Seconds{1}).end, day.start);
+        QCOMPARE(calendar.dayInterval(day.end).start, day.end);
+    }
+
+    void aPathNamesItsZone_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::newRow("the rules") << u"/usr/share/zoneinfo/Asia/Tokyo"_s;
+        QTest::newRow("with a colon") << u":/usr/share/zoneinfo/Asia/Tokyo"_s;
+        QTest::newRow("a link to them") << u"link"_s;
+    }
+
+    void aPathNamesItsZone()
+    {
+        QFETCH(QString, path);
+        const QTemporaryDir folder;
+        if (path == u"link") {
+            path = folder.filePath(u"localtime"_s);
+            QVERIFY(QFile::link(u"/usr/share/zoneinfo/Asia/Tokyo"_s, path));
+        }
+        const QByteArray before = qgetenv("TZ");
+        qputenv("TZ", QFile::encodeName(path));
+        const QByteArray id = systemTimeZoneId();
+        const QString identifier = DayCalendar::current().timeZoneIdentifier();
+        qputenv("TZ", before);
+        QCOMPARE(id, QByteArray("Asia/Tokyo"));
+        QCOMPARE(identifier, u"Asia/Tokyo"_s);
     }
 
     void aZoneThatIsNotKnownIsTakenForUtc()

@@ -4,6 +4,7 @@
 #include "Corvane/Platform/Linux/EvolutionData/CalendarBytes.h"
 
 #include "Corvane/Platform/Linux/EvolutionData/CalendarRepairs.h"
+#include "Corvane/Platform/Linux/EvolutionData/ComponentFilter.h"
 
 #include <QStringDecoder>
 
@@ -118,7 +119,13 @@ public:
         QByteArray whole;
         appendAsUtf8(whole, line);
         for (QByteArray &repaired : repairedLines(whole)) {
-            write(std::move(repaired));
+            const bool isWanted = m_filter.wants(repaired);
+            if (m_filter.isEventClosed()) {
+                write("END:VEVENT");
+            }
+            if (isWanted) {
+                write(std::move(repaired));
+            }
         }
         return true;
     }
@@ -177,6 +184,7 @@ private:
     }
 
     QByteArray m_text;
+    ComponentFilter m_filter;
     int m_level = 0;
     int m_calendars = 0;
     int m_ends = 0;

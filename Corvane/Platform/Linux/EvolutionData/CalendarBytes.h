@@ -22,7 +22,8 @@ struct CalendarTextError {
 inline constexpr qsizetype maximumValueBytes = 65'536;
 
 /// The bytes of a calendar file as text that the calendar library reads in linear time: UTF-8 (from UTF-8,
-/// UTF-16, Latin-1 or Windows-1252), without zeros, long values cut, all lines folded. A pure function.
+/// UTF-16, Latin-1 or Windows-1252), without zeros, long values cut, all lines folded,
+/// and only what tells of events and time zones. A pure function.
 [[nodiscard]] std::expected<QByteArray, CalendarTextError> toCalendarText(const QByteArray &bytes);
 
 } // namespace corvane

@@ -23,6 +23,8 @@ constexpr qsizetype longestList = 60'000;
 /// A longer rule is none, nor is a longer time. In bytes.
 constexpr qsizetype longestRule = 4'000;
 constexpr qsizetype longestTime = 40;
+/// Further dates of one line are passed over: these are more than an event may have.
+constexpr std::size_t mostDates = 10'001;
 
 bool isDigits(QByteArrayView text)
 {
@@ -74,21 +76,22 @@ bool isTime(const QByteArray &name)
 
 std::vector<QByteArray> repairedTimes(const QByteArray &line, qsizetype separator, bool isList)
 {
-    const QList<QByteArray> values =
-        isList ? line.sliced(separator + 1).split(',') : QList<QByteArray>{line.sliced(separator + 1)};
-    if (line.size() < longestList && std::ranges::all_of(values, &isPlainTime)) {
-        return {line};
-    }
     std::vector<QByteArray> lines;
-    for (const QByteArray &value : values) {
+    bool isPlain = line.size() < longestList;
+    for (qsizetype from = separator + 1; from <= line.size() && lines.size() < mostDates;) {
+        const qsizetype comma = isList ? line.indexOf(',', from) : -1;
+        const qsizetype end = comma < 0 ? line.size() : comma;
+        const QByteArray value = line.sliced(from, end - from);
         const QByteArray repaired = repairedTime(value);
         QByteArray begin = line.first(separator);
         if (repaired.endsWith('Z') && !value.trimmed().endsWith('Z')) {
             begin = withoutZone(begin);
         }
+        isPlain = isPlain && repaired == value;
         lines.push_back(begin + ':' + repaired);
+        from = end + 1;
     }
-    return lines;
+    return isPlain ? std::vector{line} : lines;
 }
 
 } // namespace

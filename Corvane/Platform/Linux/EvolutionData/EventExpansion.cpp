@@ -39,9 +39,12 @@ public:
     Expansion run()
     {
         std::vector<std::size_t> series;
-        for (std::size_t index = 0; index < m_groups.size() && !m_control.isCancelled(); ++index) {
+        for (std::size_t index = 0; index < m_groups.size(); ++index) {
             if (m_groups[index].isSeries()) {
                 series.push_back(index);
+                continue;
+            }
+            if (m_control.isCancelled()) {
                 continue;
             }
             if (auto outcome = GroupExpansion(m_groups[index], m_request, m_control, m_zones).run()) {

@@ -14,7 +14,7 @@ namespace corvane {
 struct ExpansionBudget {
     /// The calendar library walks a rule from its first occurrence, four microseconds a step.
     double stepsOfEvent = 150'000;
-    double steps = 400'000;
+    double steps = 300'000;
     /// The library compares each occurrence in the window with those before: a quarter of a second for these.
     double inWindowOfEvent = 1'500;
     /// More rules, or more dates added to a series and taken from it, are no lessons.

@@ -15,7 +15,6 @@
 #include <QFile>
 #include <QPointer>
 #include <QStandardPaths>
-#include <QTimeZone>
 
 #include <cstdio>
 #include <utility>
@@ -48,7 +47,7 @@ std::unique_ptr<EventStore> makeLinuxEventStore(DebugLogService &log, const QStr
                                                 const QString &memoryFolder)
 {
     // Asked at each query: an event at ten, in whatever zone, is one at ten where a traveller is now.
-    const TimeZoneId timeZoneId = [] { return QTimeZone::systemTimeZoneId(); };
+    const TimeZoneId timeZoneId = &systemTimeZoneId;
     // The calendar library would load its plug-ins for mail servers, a megabyte of code that no calendar
     // needs. A folder that holds none, and is sure to be there, keeps it from doing so. Set before there are
     // threads.

@@ -1,0 +1,210 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/EvolutionData/CalendarText.h"
+
+#include "Corvane/Platform/Linux/EvolutionData/EventExpansion.h"
+#include "tests/support/CalendarService.h"
+#include "tests/support/TestProgram.h"
+
+#include <QDeadlineTimer>
+#include <QTest>
+
+#include <sys/resource.h>
+
+#include <algorithm>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// 14 May 2025, UTC.
+constexpr double day = 1'747'180'800;
+/// What a hostile calendar may take; without a budget each of these takes minutes. In milliseconds.
+constexpr qint64 longest = 3'000;
+/// What it may add to the memory of the program, in kilobytes.
+constexpr long largest = 60'000;
+
+QByteArray single(const QByteArray &title, const QByteArray &more = {})
+{
+    return "BEGIN:VEVENT\nUID:" + title +
+           "\nDTSTART:20250514T120000Z\nDTEND:20250514T123000Z\nSUMMARY:" + title + '\n' + more +
+           "END:VEVENT\n";
+}
+
+QByteArray series(const QByteArray &title, const QByteArray &rules)
+{
+    return "BEGIN:VEVENT\nUID:" + title + "\nDTSTART:20250101T120000Z\nDTEND:20250101T120100Z\n" + rules +
+           "SUMMARY:" + title + "\nEND:VEVENT\n";
+}
+
+long peakMemory()
+{
+    struct rusage usage = {};
+    ::getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+
+ExpansionRequest request()
+{
+    return {{dateSince1970(day), dateSince1970(day + 86'400)}, "UTC", {}, {}, {}, {}, {}};
+}
+
+Expansion expand(const QByteArray &components, const ExpansionRequest &asked = request())
+{
+    auto calendars = readCalendarText(calendarText(components));
+    if (!calendars) {
+        qFatal("%s", qPrintable(calendars.error().reason));
+    }
+    ExpansionControl control;
+    return expandGroups(groupsOf(std::move(*calendars)), asked, control);
+}
+
+QStringList titles(const Expansion &expansion)
+{
+    QStringList found;
+    for (const CalendarEvent &event : expansion.events) {
+        found << event.title.value_or(QString());
+    }
+    return found;
+}
+
+QStringList reasons(const Expansion &expansion)
+{
+    QStringList found;
+    for (const SkippedEvent &skipped : expansion.skippedEvents) {
+        found << skipped.text;
+    }
+    return found;
+}
+
+} // namespace
+
+class CalendarBudgetTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void whatIsHostileCostsNextToNothing_data()
+    {
+        QTest::addColumn<QByteArray>("components");
+        const QByteArray dense = "RRULE:FREQ=MINUTELY;INTERVAL=10\n";
+        const QByteArray notes = "DESCRIPTION:" + QByteArray(1'000'000, 'n') + '\n';
+        QTest::newRow("300 rules") << series("hostile", QByteArray("RRULE:FREQ=HOURLY\n").repeated(300));
+        QTest::newRow("300 exclusions")
+            << series("hostile", "RRULE:FREQ=DAILY\n" + QByteArray("EXRULE:FREQ=HOURLY\n").repeated(300));
+        QTest::newRow("a change that repeats") << series(
+            "hostile", "RECURRENCE-ID:20250514T120000Z\n" + QByteArray("RRULE:FREQ=HOURLY\n").repeated(300));
+        QTest::newRow("a zone of seconds") << QByteArray(
+            "BEGIN:VTIMEZONE\nTZID:Hostile\nBEGIN:STANDARD\nDTSTART:19700101T000000\nRRULE:FREQ=SECONDLY\n"
+            "TZOFFSETFROM:+0000\nTZOFFSETTO:+0100\nEND:STANDARD\nEND:VTIMEZONE\n"
+            "BEGIN:VEVENT\nUID:zoned\nDTSTART;TZID=Hostile:20250514T120000\nSUMMARY:hostile\nEND:VEVENT\n");
+        QTest::newRow("a zone of hours in years") << QByteArray(
+            "BEGIN:VTIMEZONE\nTZID:Hostile\nBEGIN:STANDARD\nDTSTART:00010101T000000\n"
+            "RRULE:FREQ=YEARLY;BYMONTH=2;BYMONTHDAY=30;BYHOUR=1,2,3,4,5\n"
+            "TZOFFSETFROM:+0000\nTZOFFSETTO:+0100\nEND:STANDARD\nEND:VTIMEZONE\n"
+            "BEGIN:VEVENT\nUID:zoned\nDTSTART;TZID=Hostile:20250514T120000\nSUMMARY:hostile\nEND:VEVENT\n");
+        QTest::newRow("long notes in dense series")
+            << series("one", dense + notes) + series("two", dense + notes) + series("three", dense + notes) +
+                   series("four", dense + notes);
+        QTest::newRow("many dates") << series(
+            "hostile", "EXDATE:20250514T120000Z" + QByteArray(",20250514T120000Z").repeated(300'000) + '\n');
+        QByteArray many;
+        for (int number = 0; number < 300; ++number) {
+            many += series("hostile" + QByteArray::number(number), "RRULE:FREQ=HOURLY\n");
+        }
+        QTest::newRow("many series") << many;
+    }
+
+    void whatIsHostileCostsNextToNothing()
+    {
+        QFETCH(QByteArray, components);
+        const long before = peakMemory();
+        const QDeadlineTimer inTime(longest);
+        const Expansion expansion = expand(single("innocent") + components + single("another"));
+        const QStringList found = titles(expansion);
+        QVERIFY(found.contains(u"innocent"_s) && found.contains(u"another"_s));
+        QVERIFY2(!inTime.hasExpired(), qPrintable(QString::number(longest - inTime.remainingTime())));
+        QVERIFY2(peakMemory() - before < largest, qPrintable(QString::number(peakMemory() - before)));
+    }
+
+    void whatIsTooMuchIsNamed()
+    {
+        const QStringList texts =
+            reasons(expand(series("rules", QByteArray("RRULE:FREQ=HOURLY\n").repeated(11)) +
+                           series("dates", "RRULE:FREQ=DAILY\nEXDATE:20250514T120000Z" +
+                                               QByteArray(",20250515T120000Z").repeated(10'000) + '\n')));
+        QCOMPARE(texts, (QStringList{u"title=\"rules\" reason=\"it has too many rules\""_s,
+                                     u"title=\"dates\" reason=\"it lists too many dates\""_s}));
+    }
+
+    void theCheapestSeriesComeFirst()
+    {
+        ExpansionRequest asked = request();
+        asked.budget.steps = 300;
+        const Expansion expansion = expand(series("hourly", "RRULE:FREQ=HOURLY\n") +
+                                               series("daily", "RRULE:FREQ=DAILY\n") + single("single"),
+                                           asked);
+        QCOMPARE(titles(expansion), (QStringList{u"daily"_s, u"single"_s}));
+        QCOMPARE(reasons(expansion),
+                 QStringList{u"title=\"hourly\" reason=\"its calendar repeats too much altogether\""_s});
+        QVERIFY(expansion.isComplete);
+    }
+
+    void theBudgetIsTheSameWhatIsKnownAlready()
+    {
+        ExpansionRequest asked = request();
+        asked.budget.steps = 300;
+        const QByteArray components = series("hourly", "RRULE:FREQ=HOURLY\n") +
+                                      series("daily", "RRULE:FREQ=DAILY\n") +
+                                      series("every other day", "RRULE:FREQ=DAILY;INTERVAL=7\n");
+        const Expansion first = expand(components, asked);
+        asked.knownSeries = first.series;
+        const Expansion second = expand(components, asked);
+        QCOMPARE(titles(second), titles(first));
+        QCOMPARE(reasons(second), reasons(first));
+    }
+
+    void tooManyOccurrencesAndTooLongTextsOfOneDayAreNamed()
+    {
+        ExpansionRequest asked = request();
+        asked.budget.occurrences = 2;
+        const QByteArray three = single("one") + single("two") + single("three");
+        QCOMPARE(titles(expand(three, asked)), (QStringList{u"one"_s, u"two"_s}));
+        asked = request();
+        asked.budget.text = 100;
+        const Expansion expansion = expand(
+            single("one") + single("two", "DESCRIPTION:" + QByteArray(100, 'n') + '\n') + single("three"),
+            asked);
+        QCOMPARE(titles(expansion), (QStringList{u"one"_s, u"three"_s}));
+        QCOMPARE(expansion.skippedEvents.size(), std::size_t{1});
+    }
+
+    void aSeriesThatIsStuckLeavesTheSinglesAndIsNamed()
+    {
+        auto calendars = readCalendarText(
+            calendarText("BEGIN:VEVENT\nUID:stuck\nDTSTART;TZID=Own:20250514T120000\nRRULE:FREQ="
+                         "DAILY\nSUMMARY:stuck\nEND:VEVENT\n" +
+                         series("other", "RRULE:FREQ=DAILY\n") + single("one") + single("two")));
+        std::vector<ComponentGroup> groups = groupsOf(std::move(*calendars));
+        for (ComponentGroup &group : groups) {
+            group.components.front().zones.reset();
+        }
+        ExpansionControl control;
+        ExpansionRequest asked = request();
+        // The expansion is called off while it is busy with the series.
+        asked.customZone = [&control](const char *) -> ICalTimezone * {
+            control.cancel();
+            return nullptr;
+        };
+        const Expansion expansion = expandGroups(groups, asked, control);
+        QVERIFY(!expansion.isComplete);
+        QCOMPARE(titles(expansion), (QStringList{u"one"_s, u"two"_s}));
+        QCOMPARE(expansion.unfinishedSeries.size(), std::size_t{2});
+        QVERIFY(std::ranges::any_of(expansion.unfinishedSeries,
+                                    [](const SkippedEvent &one) { return one.text.contains(u"stuck"_s); }));
+    }
+};
+
+QUILLET_TEST(CalendarBudgetTest, runTest<CalendarBudgetTest>);
+#include "CalendarBudgetTest.moc"
