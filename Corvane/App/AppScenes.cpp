@@ -21,9 +21,10 @@
 
 namespace corvane {
 
-AppScenes::AppScenes(MenuBarViewModel &viewModel, const Screens &screens, SystemSounds &sounds,
-                     WindowSystem &windowSystem, std::function<void()> quit)
+AppScenes::AppScenes(MenuBarViewModel &viewModel, const DebugSources &debugSources, const Screens &screens,
+                     SystemSounds &sounds, WindowSystem &windowSystem, std::function<void()> quit)
     : m_viewModel(viewModel)
+    , m_debugSources(debugSources)
     , m_windowSystem(windowSystem)
     , m_manual(resources::folders(), &QDesktopServices::openUrl, [&sounds] { sounds.beep(); })
     , m_menuActions{
@@ -84,6 +85,9 @@ void AppScenes::addWindows()
     add(windowNames::about(), {460, 430}, [this] {
         return std::make_unique<AboutCorvaneView>(m_manual, InformationDictionary::main(),
                                                   &QDesktopServices::openUrl);
+    });
+    add(windowNames::debug(), {620, 700}, [this] {
+        return std::make_unique<DebugWindowView>(m_viewModel, m_debugSources, &QDesktopServices::openUrl);
     });
 }
 

@@ -6,6 +6,7 @@
 #include "Corvane/Services/MenuBarViewModel.h"
 #include "Corvane/Services/MenuCommands.h"
 #include "Corvane/Utilities/WindowSystem.h"
+#include "Corvane/Views/DebugWindowView.h"
 #include "Corvane/Views/MenuBarPanel.h"
 #include "Corvane/Views/UserManualPDF.h"
 #include "Corvane/Views/WindowScenes.h"
@@ -22,8 +23,8 @@ class SystemSounds;
 class AppScenes {
 public:
     /// What is passed is borrowed. `quit` ends the program.
-    AppScenes(MenuBarViewModel &viewModel, const Screens &screens, SystemSounds &sounds,
-              WindowSystem &windowSystem, std::function<void()> quit);
+    AppScenes(MenuBarViewModel &viewModel, const DebugSources &debugSources, const Screens &screens,
+              SystemSounds &sounds, WindowSystem &windowSystem, std::function<void()> quit);
 
     [[nodiscard]] MenuBarPanel &menuBarPanel() { return m_menuBarPanel; }
 
@@ -36,6 +37,7 @@ private:
     void reloadLessons();
 
     MenuBarViewModel &m_viewModel;
+    DebugSources m_debugSources;
     WindowSystem &m_windowSystem;
     UserManualPDF m_manual;
     MenuActions m_menuActions;

@@ -27,8 +27,11 @@ CorvaneApp::CorvaneApp(StartedBy startedBy) : m_mayOpenByItself(startedBy == Sta
     const AppEnvironment environment = AppEnvironment::live(m_services);
     checkEventLoopServesCalendars(logger());
     m_viewModel = std::make_unique<MenuBarViewModel>(environment);
-    m_scenes = std::make_unique<AppScenes>(*m_viewModel, *m_services.screens, *m_services.sounds,
-                                           m_windowSystem, &QCoreApplication::quit);
+    const DebugSources debugSources{.calendars = m_services.eventStore->monitor(),
+                                    .parser = m_services.calendarStore->parser(),
+                                    .log = *m_services.debugLogger};
+    m_scenes = std::make_unique<AppScenes>(*m_viewModel, debugSources, *m_services.screens,
+                                           *m_services.sounds, m_windowSystem, &QCoreApplication::quit);
     showStatusItem();
     watchForHost();
     // Before the session's lock is watched: that speaks to another bus, which may take its time.

@@ -100,7 +100,8 @@ QString problemText(const CalendarStatus &calendar, Date now, const QLocale &loc
         problem += u": "_s + shortened(calendar.reason);
     }
     if (calendar.isGap()) {
-        problem += (problem.endsWith(u'.') ? u" "_s : u". "_s) + u"Its lessons are missing."_s;
+        problem += (problem.endsWith(u'.') || problem.endsWith(u'…') ? u" "_s : u". "_s) +
+                   u"Its lessons are missing."_s;
     }
     return problem;
 }
@@ -123,13 +124,15 @@ Tone toneOf(const CalendarStatus &calendar)
 
 Row calendarRow(const CalendarStatus &calendar, Date now, const QLocale &locale)
 {
-    QStringList details{shortened(calendar.account)};
+    QStringList details;
     if (calendar.lastRead) {
         details << countText(calendar.eventCount)
                 << u"last read "_s + whenText(*calendar.lastRead, now, locale);
     } else {
         details << u"not read yet"_s;
     }
+    // At the end: one that is written from the right would turn the rest round.
+    details << shortened(calendar.account);
     details.removeAll(QString());
     return {.tone = toneOf(calendar),
             .lead = {},

@@ -109,7 +109,7 @@ private Q_SLOTS:
         QCOMPARE(rowOf(status), (Row{.tone = Tone::good,
                                      .lead = {},
                                      .title = u"Lessons"_s,
-                                     .detail = u"anna@school.example · 2 events today · last read 09:10"_s,
+                                     .detail = u"2 events today · last read 09:10 · anna@school.example"_s,
                                      .problem = {}}));
         status.eventCount = 1;
         status.account.clear();
@@ -124,7 +124,7 @@ private Q_SLOTS:
         CalendarStatus status = calendar(Condition::unread);
         status.lastRead.reset();
         QCOMPARE(rowOf(status).tone, Tone::waiting);
-        QCOMPARE(rowOf(status).detail, u"anna@school.example · not read yet"_s);
+        QCOMPARE(rowOf(status).detail, u"not read yet · anna@school.example"_s);
         QCOMPARE(rowOf(status).problem, QString());
     }
 
@@ -241,7 +241,7 @@ Now
   Log file, /home/t/quillet-debug.log
 
 Calendars
-  Lessons, A.@school.example · 2 events today · last read 09:10, Does not answer since 09:14 and stands with its last answer: [link] hangs
+  Lessons, 2 events today · last read 09:10 · A.@school.example, Does not answer since 09:14 and stands with its last answer: [link] hangs
 
 Not lessons today
   10:00 – 10:30, D. w. C. D., No platform named, and the title is no name: no name has “&”
