@@ -186,7 +186,8 @@ void Button::paintEvent(QPaintEvent *)
     const bool breaks = m_kind == Kind::plain && sizeHint().width() > width();
     painter.drawText(breaks ? QRectF(rect()).adjusted(control::rowInset, 0, -control::rowInset, 0)
                             : QRectF(std::round(textLeft), 0, textWidth + 1.0, height()),
-                     Qt::AlignLeft | Qt::AlignVCenter | (breaks ? Qt::TextWordWrap : Qt::TextSingleLine),
+                     static_cast<int>(breaks ? Qt::TextWordWrap : Qt::TextSingleLine) | Qt::AlignLeft |
+                         Qt::AlignVCenter,
                      text());
     if (m_kind == Kind::plain && !m_keys.isEmpty()) {
         painter.setPen(color(Ink::secondary, colors));

@@ -72,7 +72,7 @@ void DebugRow::setRow(const debugReport::Row &row)
 {
     if (row != m_row) {
         m_row = row;
-        m_measuredWidth = -1;
+        forgetMeasures();
         setAccessibleName(debugReport::rowText(row));
         update();
     }
@@ -104,10 +104,15 @@ int DebugRow::symbolSize() const
 
 int DebugRow::leadWidth() const
 {
-    if (m_row.tone != Tone::plain) {
-        return symbolSize();
+    if (m_leadWidth < 0) {
+        if (m_row.tone != Tone::plain) {
+            m_leadWidth = symbolSize();
+        } else {
+            m_leadWidth =
+                m_row.lead.isEmpty() ? 0 : QFontMetrics(leadFont()).horizontalAdvance(m_row.lead) + 1;
+        }
     }
-    return m_row.lead.isEmpty() ? 0 : QFontMetrics(leadFont()).horizontalAdvance(m_row.lead) + 1;
+    return m_leadWidth;
 }
 
 int DebugRow::textWidth(int width) const
@@ -196,8 +201,14 @@ void DebugRow::changeEvent(QEvent *event)
 {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::FontChange) {
-        m_measuredWidth = -1;
+        forgetMeasures();
     }
+}
+
+void DebugRow::forgetMeasures()
+{
+    m_leadWidth = -1;
+    m_measuredWidth = -1;
 }
 
 } // namespace corvane

@@ -54,10 +54,13 @@ private:
     [[nodiscard]] QFont leadFont() const;
     [[nodiscard]] int symbolSize() const;
     [[nodiscard]] int textWidth(int width) const;
+    void forgetMeasures();
 
     look::TextStyle m_style;
     debugReport::Row m_row;
     Columns m_columns;
+    // Measured when they are asked for, and kept until a text or the font changes; -1 until then.
+    mutable int m_leadWidth = -1;
     mutable int m_measuredWidth = -1;
     mutable int m_measuredHeight = 0;
 };

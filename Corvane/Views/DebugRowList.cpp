@@ -104,8 +104,10 @@ void DebugRowList::setRows(const std::vector<Row> &rows)
     if (hadFocus && !m_rows.empty() && !isAncestorOf(focusWidget())) {
         m_rows[m_current]->setFocus(Qt::OtherFocusReason);
     }
-    updateGeometry();
     arrange();
+    if (heightForWidth(width()) != height()) {
+        updateGeometry();
+    }
 }
 
 void DebugRowList::setCurrent(std::size_t index)
