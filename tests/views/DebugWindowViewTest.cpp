@@ -338,6 +338,17 @@ private Q_SLOTS:
         QVERIFY2(timer.elapsed() < 4000, qPrintable(QString::number(timer.elapsed())));
     }
 
+    void aFontThatGrowsWhileTheWindowIsOpenMakesItsRowsGrow()
+    {
+        const Room room;
+        room.show();
+        const int before = room.list(u"Calendars"_s)->height();
+        pictures::prepareApplication(Theme::light, 2);
+        QTRY_VERIFY(room.list(u"Calendars"_s)->height() > before * 3 / 2);
+        (void)room.view->grab();
+        QCOMPARE(viewWalk::cutWidgets(*room.view), QStringList());
+    }
+
     void itLooksAsItShould_data()
     {
         QTest::addColumn<Theme>("theme");
