@@ -21,12 +21,12 @@
 
 namespace corvane {
 
-AppScenes::AppScenes(MenuBarViewModel &viewModel, const Screens &screens, SystemSounds &sounds,
-                     WindowSystem &windowSystem, std::function<void()> quit,
-                     std::function<void()> refreshCalendars)
+AppScenes::AppScenes(MenuBarViewModel &viewModel, const DebugSources &debugSources, const Screens &screens,
+                     SystemSounds &sounds, WindowSystem &windowSystem, ProgramActions actions)
     : m_viewModel(viewModel)
+    , m_debugSources(debugSources)
     , m_windowSystem(windowSystem)
-    , m_refreshCalendars(std::move(refreshCalendars))
+    , m_refreshCalendars(std::move(actions.refreshCalendars))
     , m_manual(resources::folders(), &QDesktopServices::openUrl, [&sounds] { sounds.beep(); })
     , m_menuActions{
           .hasWindow = [this](const WindowName &window) { return m_windows.has(window.identifier); },
@@ -44,7 +44,7 @@ AppScenes::AppScenes(MenuBarViewModel &viewModel, const Screens &screens, System
                       open(window);
                   }
               },
-          .quit = std::move(quit)}
+          .quit = std::move(actions.quit)}
     , m_windows(windowSystem)
     , m_menuBarPanel([this] { return std::make_unique<MenuBarContentView>(m_viewModel, m_menuActions); },
                      screens, windowSystem)
@@ -91,6 +91,9 @@ void AppScenes::addWindows()
     add(windowNames::about(), {460, 430}, [this] {
         return std::make_unique<AboutCorvaneView>(m_manual, InformationDictionary::main(),
                                                   &QDesktopServices::openUrl);
+    });
+    add(windowNames::debug(), {620, 700}, [this] {
+        return std::make_unique<DebugWindowView>(m_viewModel, m_debugSources, &QDesktopServices::openUrl);
     });
 }
 

@@ -6,6 +6,7 @@
 #include "Corvane/Services/MenuBarViewModel.h"
 #include "Corvane/Services/MenuCommands.h"
 #include "Corvane/Utilities/WindowSystem.h"
+#include "Corvane/Views/DebugWindowView.h"
 #include "Corvane/Views/MenuBarPanel.h"
 #include "Corvane/Views/UserManualPDF.h"
 #include "Corvane/Views/WindowScenes.h"
@@ -21,10 +22,16 @@ class SystemSounds;
 /// that the commands open. Nothing of it exists until it is opened.
 class AppScenes {
 public:
-    /// What is passed is borrowed. `quit` ends the program; `refreshCalendars` asks online calendars for
-    /// news.
-    AppScenes(MenuBarViewModel &viewModel, const Screens &screens, SystemSounds &sounds,
-              WindowSystem &windowSystem, std::function<void()> quit, std::function<void()> refreshCalendars);
+    /// What reaches beyond the panel and the windows.
+    struct ProgramActions {
+        /// Ends the program.
+        std::function<void()> quit;
+        /// Asks online calendars for news.
+        std::function<void()> refreshCalendars;
+    };
+    /// What is passed is borrowed.
+    AppScenes(MenuBarViewModel &viewModel, const DebugSources &debugSources, const Screens &screens,
+              SystemSounds &sounds, WindowSystem &windowSystem, ProgramActions actions);
 
     [[nodiscard]] MenuBarPanel &menuBarPanel() { return m_menuBarPanel; }
 
@@ -37,6 +44,7 @@ private:
     void reloadLessons();
 
     MenuBarViewModel &m_viewModel;
+    DebugSources m_debugSources;
     WindowSystem &m_windowSystem;
     std::function<void()> m_refreshCalendars;
     UserManualPDF m_manual;

@@ -27,9 +27,13 @@ CorvaneApp::CorvaneApp(StartedBy startedBy) : m_mayOpenByItself(startedBy == Sta
     const AppEnvironment environment = AppEnvironment::live(m_services);
     checkEventLoopServesCalendars(logger());
     m_viewModel = std::make_unique<MenuBarViewModel>(environment);
-    m_scenes =
-        std::make_unique<AppScenes>(*m_viewModel, *m_services.screens, *m_services.sounds, m_windowSystem,
-                                    &QCoreApplication::quit, [this] { m_calendarCare->refresh(); });
+    const DebugSources debugSources{.calendars = m_services.eventStore->monitor(),
+                                    .parser = m_services.calendarStore->parser(),
+                                    .log = *m_services.debugLogger};
+    m_scenes = std::make_unique<AppScenes>(
+        *m_viewModel, debugSources, *m_services.screens, *m_services.sounds, m_windowSystem,
+        AppScenes::ProgramActions{.quit = &QCoreApplication::quit,
+                                  .refreshCalendars = [this] { m_calendarCare->refresh(); }});
     showStatusItem();
     watchForHost();
     // Before the session's lock and the machine are watched: that speaks to another bus, which may take its

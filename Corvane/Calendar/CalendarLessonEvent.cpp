@@ -15,4 +15,9 @@ CalendarLessonEvent CalendarLessonEvent::fromEvent(const CalendarEvent &event)
             .url = event.url};
 }
 
+std::optional<CalendarLessonEvent> CalendarLessonEvent::fromTimedEvent(const CalendarEvent &event)
+{
+    return event.isAllDay ? std::nullopt : std::optional(fromEvent(event));
+}
+
 } // namespace corvane

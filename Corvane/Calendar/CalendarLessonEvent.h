@@ -26,6 +26,9 @@ struct CalendarLessonEvent {
 
     /// What the parser needs of an event of the platform's store.
     [[nodiscard]] static CalendarLessonEvent fromEvent(const CalendarEvent &event);
+
+    /// The same; nothing for an all-day event, which is never a lesson.
+    [[nodiscard]] static std::optional<CalendarLessonEvent> fromTimedEvent(const CalendarEvent &event);
 };
 
 } // namespace corvane

@@ -3,8 +3,9 @@
 
 #include "Corvane/Calendar/CalendarLessonParser.h"
 
+#include "Corvane/Calendar/StudentName.h"
+
 #include <QHash>
-#include <QStringList>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
@@ -41,15 +42,16 @@ constexpr std::array keywords{
 constexpr std::array<QStringView, 9> personalBlockers{
     u"appointment", u"break", u"dentist", u"doctor", u"gym", u"lunch", u"personal", u"reminder", u"travel"};
 
-/// Booking platforms put this class platform's name and a running number around the student's name.
-constexpr QStringView tuokeyun = u"拓课云";
+/// A title with this word is no bare name.
+constexpr QStringView meeting = u"meeting";
 
-constexpr QStringView separators = u"-–—|•:()[]【】";
-
-bool containsBlocker(const QString &loweredText)
+/// The word in `text` that makes its event a personal one; empty if there is none.
+QString personalWord(const QString &text)
 {
-    return std::ranges::any_of(personalBlockers,
-                               [&](QStringView word) { return loweredText.contains(word); });
+    const QString lowered = text.toLower();
+    const auto *const word = std::ranges::find_if(
+        personalBlockers, [&](QStringView candidate) { return lowered.contains(candidate); });
+    return word != personalBlockers.end() ? word->toString() : QString();
 }
 
 /// Whether `text` has at most `limit` characters as a person counts them; long texts are not counted to the
@@ -64,170 +66,6 @@ bool hasAtMostCharacters(const QString &text, int limit)
     return count <= limit;
 }
 
-/// Removes each upper-case code of two to four letters in parentheses, as in "Anna (ABC)", with the white
-/// space before it.
-QString withoutCodes(const QString &text)
-{
-    QString result;
-    result.reserve(text.size());
-    for (qsizetype i = 0; i < text.size();) {
-        if (text[i] == u'(') {
-            qsizetype end = i + 1;
-            while (end < text.size() && end - i <= 5 && text[end] >= u'A' && text[end] <= u'Z') {
-                ++end;
-            }
-            const qsizetype letters = end - i - 1;
-            if (letters >= 2 && letters <= 4 && end < text.size() && text[end] == u')') {
-                while (!result.isEmpty() && result.back().isSpace()) {
-                    result.chop(1);
-                }
-                i = end + 1;
-                continue;
-            }
-        }
-        result.append(text[i]);
-        ++i;
-    }
-    return result;
-}
-
-bool isMark(char32_t scalar)
-{
-    switch (QChar::category(scalar)) {
-    case QChar::Mark_NonSpacing:
-    case QChar::Mark_SpacingCombining:
-    case QChar::Mark_Enclosing:
-        return true;
-    default:
-        return false;
-    }
-}
-
-/// Where a unit of a folded text came from.
-struct FoldedUnit {
-    qsizetype source = 0; ///< index in the original of the character it was folded from
-    qsizetype next = 0;   ///< index in the original behind that character and the marks on it
-    bool isFirst = true;  ///< whether it is the first that its character folds to
-};
-
-/// A text without letter case and diacritics.
-struct FoldedText {
-    QString text;
-    std::vector<FoldedUnit> units;
-};
-
-/// What one character, of one or two UTF-16 units, folds to; nothing when it is a mark.
-QString foldedCharacter(QStringView character)
-{
-    QString units;
-    for (const QChar unit : character.toString().normalized(QString::NormalizationForm_D)) {
-        if (!isMark(unit.unicode())) {
-            units.append(unit);
-        }
-    }
-    return units.toCaseFolded();
-}
-
-FoldedText folded(const QString &original)
-{
-    FoldedText result;
-    result.text.reserve(original.size());
-    result.units.reserve(static_cast<std::size_t>(original.size()));
-    for (qsizetype i = 0; i < original.size();) {
-        if (original[i].unicode() < 0x80) {
-            // Most titles hold little else, and are folded a dozen times.
-            result.text.append(original[i].toLower());
-            result.units.push_back({.source = i, .next = i + 1, .isFirst = true});
-            ++i;
-            continue;
-        }
-        const bool isPair =
-            original[i].isHighSurrogate() && i + 1 < original.size() && original[i + 1].isLowSurrogate();
-        const qsizetype length = isPair ? 2 : 1;
-        const QString units = foldedCharacter(QStringView(original).mid(i, length));
-        for (qsizetype k = 0; k < units.size(); ++k) {
-            result.units.push_back({.source = i, .next = i + length, .isFirst = k == 0});
-        }
-        result.text.append(units);
-        if (units.isEmpty() && !result.units.empty()) {
-            // A mark that folds away belongs to the character before it, and goes where that goes.
-            const qsizetype bearer = result.units.back().source;
-            for (auto k = result.units.size(); k > 0 && result.units[k - 1].source == bearer; --k) {
-                result.units[k - 1].next = i + length;
-            }
-        }
-        i += length;
-    }
-    return result;
-}
-
-/// Removes every occurrence of `word`, ignoring case and diacritics. Only whole characters are removed: one
-/// that folds to several units, like "ß", is never cut in two.
-QString without(const QString &text, const QString &word)
-{
-    const FoldedText haystack = folded(text);
-    const QString needle = folded(word).text;
-    QString result;
-    qsizetype kept = 0;
-    qsizetype from = 0;
-    for (;;) {
-        const qsizetype at = haystack.text.indexOf(needle, from);
-        if (at < 0) {
-            break;
-        }
-        const auto begin = static_cast<std::size_t>(at);
-        const auto end = begin + static_cast<std::size_t>(needle.size());
-        if (!haystack.units[begin].isFirst || (end < haystack.units.size() && !haystack.units[end].isFirst)) {
-            from = at + 1;
-            continue;
-        }
-        result.append(QStringView(text).mid(kept, haystack.units[begin].source - kept));
-        kept = haystack.units[end - 1].next;
-        from = static_cast<qsizetype>(end);
-    }
-    result.append(QStringView(text).mid(kept));
-    return result;
-}
-
-QString withoutTrailingNumber(const QString &text)
-{
-    qsizetype end = text.size();
-    while (end > 0 && text[end - 1].isSpace()) {
-        --end;
-    }
-    qsizetype digits = end;
-    while (digits > 0 && text[digits - 1].category() == QChar::Number_DecimalDigit) {
-        --digits;
-    }
-    if (digits == end) {
-        return text;
-    }
-    while (digits > 0 && text[digits - 1].isSpace()) {
-        --digits;
-    }
-    return text.left(digits);
-}
-
-/// The words between separators and white space, joined with single spaces.
-QString words(const QString &text)
-{
-    QString result;
-    result.reserve(text.size());
-    bool betweenWords = true;
-    for (const QChar character : text) {
-        if (character.isSpace() || separators.contains(character)) {
-            betweenWords = true;
-            continue;
-        }
-        if (betweenWords && !result.isEmpty()) {
-            result.append(u' ');
-        }
-        betweenWords = false;
-        result.append(character);
-    }
-    return result;
-}
-
 /// Booked hours and half hours are lessons of 50 and 25 minutes; a minute more or less is a booking's slack.
 Seconds snapped(Seconds booked)
 {
@@ -240,19 +78,47 @@ Seconds snapped(Seconds booked)
     return booked;
 }
 
-/// Whether an event of this title may be a lesson although it names no platform.
-bool isNameOnlyTitle(const QString &untrimmed)
+/// The first character of `title` that no name has; empty if there is none.
+QString unfitCharacter(const QString &title)
 {
-    const QString title = untrimmed.trimmed();
-    return !title.isEmpty() && hasAtMostCharacters(title, 48) &&
-           !CalendarLessonParser::hasPersonalBlocker(title) && !title.toLower().contains(u"meeting"_s) &&
-           CalendarLessonParser::looksLikeNameOnlyLesson(title);
+    const auto scalars = title.toUcs4();
+    for (const char32_t scalar : scalars) {
+        if (!CalendarLessonParser::isAllowedNameCharacter(scalar)) {
+            return QStringView(QChar::fromUcs4(scalar)).toString();
+        }
+    }
+    return {};
 }
 
-/// Whether an event of this length may be a lesson although it names no platform: 10 to 90 minutes.
-bool isNameOnlyLength(Seconds length)
+/// Why an event of this title is no lesson although it names no platform; nothing if it may be one.
+std::optional<NotALesson> obstacleInTitle(const QString &untrimmed)
 {
-    return length >= Seconds{600} && length <= Seconds{5400};
+    const QString title = untrimmed.trimmed();
+    if (title.isEmpty()) {
+        return NotALesson{.reason = NoLessonReason::untitled, .word = {}};
+    }
+    if (!hasAtMostCharacters(title, 48)) {
+        return NotALesson{.reason = NoLessonReason::longTitle, .word = {}};
+    }
+    if (title.toLower().contains(meeting)) {
+        return NotALesson{.reason = NoLessonReason::meeting, .word = meeting.toString()};
+    }
+    if (!CalendarLessonParser::looksLikeNameOnlyLesson(title)) {
+        return NotALesson{.reason = NoLessonReason::unfitCharacter, .word = unfitCharacter(title)};
+    }
+    return std::nullopt;
+}
+
+/// Why an event of this length is no lesson although it names no platform; nothing if it may be one.
+std::optional<NotALesson> obstacleInLength(Seconds length)
+{
+    if (length < Seconds{600}) {
+        return NotALesson{.reason = NoLessonReason::tooShort, .word = {}};
+    }
+    if (length > Seconds{5400}) {
+        return NotALesson{.reason = NoLessonReason::tooLong, .word = {}};
+    }
+    return std::nullopt;
 }
 
 bool haveSameTexts(const CalendarLessonEvent &left, const CalendarLessonEvent &right)
@@ -264,9 +130,8 @@ bool haveSameTexts(const CalendarLessonEvent &left, const CalendarLessonEvent &r
 /// What the texts of an event say, whenever it takes place.
 struct Reading {
     const CalendarLessonEvent *event = nullptr; ///< the one that was read
-    bool isPersonal = false;
+    std::optional<NotALesson> obstacle;         ///< why it is no lesson, whatever its times
     bool namesPlatform = false;
-    bool isNameOnly = false; ///< may be a lesson for its title alone
     TeachingPlatform platform = TeachingPlatform::onlineLesson;
     QString studentName; ///< of what may be a lesson
 };
@@ -274,25 +139,73 @@ struct Reading {
 Reading readingOf(const CalendarLessonEvent &event)
 {
     Reading reading{.event = &event,
-                    .isPersonal = CalendarLessonParser::hasPersonalBlocker(event.title),
+                    .obstacle = std::nullopt,
                     .namesPlatform = false,
-                    .isNameOnly = false,
                     .platform = TeachingPlatform::onlineLesson,
                     .studentName = {}};
-    if (reading.isPersonal) {
+    if (CalendarLessonParser::hasPersonalBlocker(event.title)) {
+        reading.obstacle = {.reason = NoLessonReason::personalWord, .word = personalWord(event.title)};
         return reading;
     }
     if (const auto platform = CalendarLessonParser::platform(event)) {
         reading.namesPlatform = true;
         reading.platform = *platform;
     } else {
-        reading.isNameOnly = isNameOnlyTitle(event.title);
+        reading.obstacle = obstacleInTitle(event.title);
     }
-    if (reading.namesPlatform || reading.isNameOnly) {
+    if (!reading.obstacle) {
         reading.studentName = CalendarLessonParser::studentName(event.title, reading.platform);
     }
     return reading;
 }
+
+/// Judges the events of one call, one after the other. The events outlive it.
+class Judge {
+public:
+    explicit Judge(const std::map<TeachingPlatform, PlatformProfile> &profiles) : m_profiles(profiles) {}
+
+    LessonVerdict verdict(const CalendarLessonEvent &event)
+    {
+        if (!(event.endDate > event.startDate)) {
+            return std::unexpected(NotALesson{.reason = NoLessonReason::noLength, .word = {}});
+        }
+        const Reading &reading = read(event);
+        if (reading.obstacle) {
+            return std::unexpected(*reading.obstacle);
+        }
+        const Seconds length = event.endDate - event.startDate;
+        if (!reading.namesPlatform) {
+            if (const auto obstacle = obstacleInLength(length)) {
+                return std::unexpected(*obstacle);
+            }
+        }
+        const auto profile = m_profiles.find(reading.platform);
+        if (profile == m_profiles.end()) {
+            return std::unexpected(
+                NotALesson{.reason = NoLessonReason::noProfile, .word = rawValue(reading.platform)});
+        }
+        return Lesson{.id = QUuid::createUuid(),
+                      .studentName = reading.studentName,
+                      .platform = reading.platform,
+                      .startTime = event.startDate,
+                      .duration = snapped(length),
+                      .profile = profile->second};
+    }
+
+private:
+    /// The occurrences of one event share its texts, which are read once: they may be long.
+    const Reading &read(const CalendarLessonEvent &event)
+    {
+        auto reading = m_readings.find(event.title);
+        if (reading == m_readings.end() || !haveSameTexts(*reading->event, event)) {
+            reading = m_readings.insert(event.title, readingOf(event));
+        }
+        return *reading;
+    }
+
+    const std::map<TeachingPlatform, PlatformProfile> &m_profiles;
+    QHash<QString, Reading> m_readings;
+};
 
 } // namespace
 
@@ -304,33 +217,25 @@ CalendarLessonParser::CalendarLessonParser(std::map<TeachingPlatform, PlatformPr
 std::vector<Lesson> CalendarLessonParser::lessons(const std::vector<CalendarLessonEvent> &events) const
 {
     std::vector<Lesson> result;
-    // The occurrences of one event share its texts, which are read once: they may be long.
-    QHash<QString, Reading> readings;
+    Judge judge(m_platformProfiles);
     for (const CalendarLessonEvent &event : events) {
-        const Seconds length = event.endDate - event.startDate;
-        if (!(event.endDate > event.startDate)) {
-            continue;
+        if (LessonVerdict verdict = judge.verdict(event)) {
+            result.push_back(*std::move(verdict));
         }
-        auto reading = readings.find(event.title);
-        if (reading == readings.end() || !haveSameTexts(*reading->event, event)) {
-            reading = readings.insert(event.title, readingOf(event));
-        }
-        if (reading->isPersonal ||
-            !(reading->namesPlatform || (reading->isNameOnly && isNameOnlyLength(length)))) {
-            continue;
-        }
-        const auto profile = m_platformProfiles.find(reading->platform);
-        if (profile == m_platformProfiles.end()) {
-            continue;
-        }
-        result.push_back({.id = QUuid::createUuid(),
-                          .studentName = reading->studentName,
-                          .platform = reading->platform,
-                          .startTime = event.startDate,
-                          .duration = snapped(length),
-                          .profile = profile->second});
     }
     std::ranges::stable_sort(result, {}, &Lesson::startTime);
+    return result;
+}
+
+std::vector<LessonVerdict>
+CalendarLessonParser::verdicts(const std::vector<CalendarLessonEvent> &events) const
+{
+    std::vector<LessonVerdict> result;
+    result.reserve(events.size());
+    Judge judge(m_platformProfiles);
+    for (const CalendarLessonEvent &event : events) {
+        result.push_back(judge.verdict(event));
+    }
     return result;
 }
 
@@ -354,34 +259,17 @@ std::optional<TeachingPlatform> CalendarLessonParser::platform(const CalendarLes
 
 QString CalendarLessonParser::studentName(const QString &title, TeachingPlatform platform)
 {
-    const bool numbered = title.contains(tuokeyun);
-    QString text = withoutCodes(title);
-    const QStringList removed{rawValue(platform), u"Online Lesson"_s,   u"LingoAce"_s,
-                              u"Lingo Ace"_s,     u"Microsoft Teams"_s, u"MS Teams"_s,
-                              u"Google Meet"_s,   tuokeyun.toString(),  u"Zoom"_s,
-                              u"Lesson"_s,        u"Class"_s,           u"ESL"_s};
-    for (const QString &word : removed) {
-        text = without(text, word);
-    }
-    if (numbered) {
-        text = withoutTrailingNumber(text);
-    }
-    QString name = words(text);
-    if (name.isEmpty()) {
-        name = text.trimmed();
-    }
-    return name.isEmpty() ? u"Student"_s : name;
+    return corvane::studentName(title, platform);
 }
 
 bool CalendarLessonParser::hasPersonalBlocker(const QString &text)
 {
-    return containsBlocker(text.toLower());
+    return !personalWord(text).isEmpty();
 }
 
 bool CalendarLessonParser::looksLikeNameOnlyLesson(const QString &trimmedTitle)
 {
-    const auto scalars = trimmedTitle.toUcs4();
-    return std::ranges::all_of(scalars, [](char32_t scalar) { return isAllowedNameCharacter(scalar); });
+    return unfitCharacter(trimmedTitle).isEmpty();
 }
 
 bool CalendarLessonParser::isAllowedNameCharacter(char32_t scalar)

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Corvane/Calendar/CalendarLessonEvent.h"
+#include "Corvane/Calendar/LessonVerdict.h"
 #include "Corvane/Models/Lesson.h"
 
 #include <map>
@@ -23,6 +24,10 @@ public:
     /// The lessons among `events`, by start time; those that start together keep the order of `events`.
     /// Events that are not lessons are left out. The lessons get new identifiers.
     [[nodiscard]] std::vector<Lesson> lessons(const std::vector<CalendarLessonEvent> &events) const;
+
+    /// What becomes of each of `events`, in their order: the lesson, or the rule that decided against one.
+    /// lessons() follows it.
+    [[nodiscard]] std::vector<LessonVerdict> verdicts(const std::vector<CalendarLessonEvent> &events) const;
 
     /// The platform that a keyword in the event's texts or link names, or none.
     [[nodiscard]] static std::optional<TeachingPlatform> platform(const CalendarLessonEvent &event);

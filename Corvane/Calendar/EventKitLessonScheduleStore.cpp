@@ -36,8 +36,8 @@ QCoro::Task<LessonScheduleResult> EventKitLessonScheduleStore::lessonsForToday()
     }
     std::vector<CalendarLessonEvent> timed;
     for (const CalendarEvent &event : *found) {
-        if (!event.isAllDay) {
-            timed.push_back(CalendarLessonEvent::fromEvent(event));
+        if (auto lessonEvent = CalendarLessonEvent::fromTimedEvent(event)) {
+            timed.push_back(*std::move(lessonEvent));
         }
     }
     std::vector<Lesson> lessons = m_parser.lessons(timed);

@@ -33,6 +33,9 @@ public:
     /// The day of `date` in the store's calendar.
     [[nodiscard]] DateInterval todayInterval(Date date) const;
 
+    /// What decides which events are lessons.
+    [[nodiscard]] const CalendarLessonParser &parser() const { return m_parser; }
+
 private:
     QCoro::Task<std::expected<void, LessonScheduleError>> requestCalendarAccessIfNeeded();
     QCoro::Task<std::expected<bool, Failure>> requestAccess();

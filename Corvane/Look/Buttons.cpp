@@ -58,7 +58,8 @@ Button::Button(const QString &text, Kind kind, const QString &symbolName, QWidge
     setFont(look::font(textStyle()));
     setFocusPolicy(Qt::TabFocus);
     setAutoDefault(false);
-    setSizePolicy(kind == Kind::plain ? QSizePolicy::Expanding : QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setSizePolicy(kind == Kind::plain ? QSizePolicy::Expanding : QSizePolicy::Fixed,
+                  kind == Kind::plain ? QSizePolicy::Minimum : QSizePolicy::Fixed);
     if (isLink()) {
         setCursor(Qt::PointingHandCursor);
     }
@@ -113,7 +114,17 @@ QSize Button::sizeHint() const
 
 QSize Button::minimumSizeHint() const
 {
-    return sizeHint();
+    return m_kind == Kind::plain ? QSize(0, sizeHint().height()) : sizeHint();
+}
+
+int Button::heightForWidth(int width) const
+{
+    if (m_kind != Kind::plain || sizeHint().width() <= width) {
+        return sizeHint().height();
+    }
+    const QRect room(0, 0, width - 2 * control::rowInset, 0);
+    return QFontMetrics(font()).boundingRect(room, Qt::TextWordWrap, text()).height() +
+           2 * control::rowPadding;
 }
 
 void Button::paintEvent(QPaintEvent *)
@@ -172,8 +183,12 @@ void Button::paintEvent(QPaintEvent *)
                            symbolPixmap(m_symbolName, symbolSize(), color(ink, colors), devicePixelRatioF()));
     }
     const double textLeft = isLeftToRight() ? left + symbolRoom : left;
-    painter.drawText(QRectF(std::round(textLeft), 0, textWidth + 1.0, height()),
-                     Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text());
+    const bool breaks = m_kind == Kind::plain && sizeHint().width() > width();
+    painter.drawText(breaks ? QRectF(rect()).adjusted(control::rowInset, 0, -control::rowInset, 0)
+                            : QRectF(std::round(textLeft), 0, textWidth + 1.0, height()),
+                     static_cast<int>(breaks ? Qt::TextWordWrap : Qt::TextSingleLine) | Qt::AlignLeft |
+                         Qt::AlignVCenter,
+                     text());
     if (m_kind == Kind::plain && !m_keys.isEmpty()) {
         painter.setPen(color(Ink::secondary, colors));
         painter.drawText(rect().adjusted(control::rowInset, 0, -control::rowInset, 0),
@@ -239,11 +254,6 @@ QSize Switch::sizeHint() const
     const QFontMetrics metrics(font());
     return {metrics.horizontalAdvance(text()) + space::medium + knobArea().width(),
             std::max(metrics.height(), knobArea().height()) + 2 * space::tight};
-}
-
-QSize Switch::minimumSizeHint() const
-{
-    return sizeHint();
 }
 
 bool Switch::hitButton(const QPoint &position) const

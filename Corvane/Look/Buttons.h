@@ -14,7 +14,8 @@
 
 namespace corvane::look {
 
-/// A button that does something. Its text is its name for a screen reader; Enter and Space press it.
+/// A button that does something. Its text is its name for a screen reader; Enter and Space press it. That of
+/// a plain one breaks into lines where it is too long for one.
 class Button final : public QPushButton {
     Q_OBJECT
 
@@ -35,6 +36,8 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
+    [[nodiscard]] bool hasHeightForWidth() const override { return m_kind == Kind::plain; }
+    [[nodiscard]] int heightForWidth(int width) const override;
 
 protected:
     bool event(QEvent *event) override;
@@ -60,7 +63,7 @@ public:
     explicit Switch(const QString &text, QWidget *parent = nullptr);
 
     [[nodiscard]] QSize sizeHint() const override;
-    [[nodiscard]] QSize minimumSizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
     bool event(QEvent *event) override;

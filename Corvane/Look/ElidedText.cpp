@@ -3,7 +3,7 @@
 
 #include "Corvane/Look/ElidedText.h"
 
-#include "Corvane/Look/LineLabel.h"
+#include "Corvane/Utilities/OneLine.h"
 
 #include <QEvent>
 #include <QFontMetrics>

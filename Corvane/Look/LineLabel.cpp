@@ -3,6 +3,8 @@
 
 #include "Corvane/Look/LineLabel.h"
 
+#include "Corvane/Utilities/OneLine.h"
+
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QResizeEvent>
@@ -11,44 +13,6 @@
 #include <cmath>
 
 namespace corvane::look {
-
-namespace {
-
-/// No line of the screen holds more; measuring a text of a million characters would take too long.
-constexpr qsizetype maximumLineLength = 1000;
-
-bool turnsDirection(char16_t c)
-{
-    return (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069);
-}
-
-} // namespace
-
-QString oneLine(const QString &text)
-{
-    QString line;
-    line.reserve(std::min(text.size(), maximumLineLength));
-    for (const QChar c : text) {
-        // Not between the two halves of one character.
-        if (line.size() >= maximumLineLength && !(c.isLowSurrogate() && line.back().isHighSurrogate())) {
-            break;
-        }
-        const QChar::Category category = c.category();
-        const bool isBreak = category == QChar::Other_Control || category == QChar::Separator_Line ||
-                             category == QChar::Separator_Paragraph || category == QChar::Separator_Space;
-        if (isBreak) {
-            if (!line.isEmpty() && line.back() != u' ') {
-                line += u' ';
-            }
-        } else if (!turnsDirection(c.unicode())) {
-            line += c;
-        }
-    }
-    if (line.endsWith(u' ')) {
-        line.chop(1);
-    }
-    return line;
-}
 
 LineLabel::LineLabel(const QFont &font, const QColor &color, double shrinksTo, QWidget *parent)
     : QLabel(parent)

@@ -7,10 +7,6 @@
 
 namespace corvane::look {
 
-/// `text` as it is shown on one line: line breaks and control characters in it are spaces, marks that would
-/// turn the direction of what follows are left out, and what no line has room for is cut off.
-[[nodiscard]] QString oneLine(const QString &text);
-
 /// A text on one line, as plain text whatever it holds. A text too long for the line is drawn smaller, down
 /// to a share of the font's size, and then cut with an ellipsis; what assistive tools read is the whole of
 /// it.

@@ -50,7 +50,9 @@ constexpr std::array symbols{
     Symbol{.name = u"chevron.up", .file = u"chevron-up", .body = Body::lines},
     Symbol{.name = u"chevron.up.chevron.down", .file = u"chevron-expand", .body = Body::lines},
     Symbol{.name = u"clock.arrow.circlepath", .file = u"clock-history", .body = Body::lines},
+    Symbol{.name = u"doc.on.clipboard", .file = u"clipboard", .body = Body::lines},
     Symbol{.name = u"doc.richtext", .file = u"file-earmark-richtext", .body = Body::lines},
+    Symbol{.name = u"doc.text", .file = u"file-earmark-text", .body = Body::lines},
     Symbol{
         .name = u"exclamationmark.triangle.fill", .file = u"exclamation-triangle-fill", .body = Body::cutOut},
     Symbol{.name = u"g.circle.fill", .file = u"g-circle-fill", .body = Body::cutOut},
@@ -71,6 +73,7 @@ constexpr std::array symbols{
     Symbol{.name = u"video.fill", .file = u"camera-video-fill", .body = Body::solid},
     Symbol{.name = u"wrench.and.screwdriver.fill", .file = u"tools", .body = Body::solid},
     Symbol{.name = u"xmark", .file = u"x-lg", .body = Body::lines},
+    Symbol{.name = u"xmark.circle.fill", .file = u"x-circle-fill", .body = Body::cutOut},
 };
 
 /// The side of the square that the set draws on, and how much wider lines are in bold, and what is cut out.

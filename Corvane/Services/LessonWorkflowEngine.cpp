@@ -3,6 +3,7 @@
 
 #include "Corvane/Services/LessonWorkflowEngine.h"
 
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -14,6 +15,19 @@ namespace {
 constexpr Seconds oneMinuteMark{60}; ///< before a start: end of prepare
 constexpr Seconds lastCallMark{20};  ///< before a start: end of join
 constexpr Seconds startGrace{5};     ///< after a start: end of start now
+
+/// The words about a student's name in the messages that hold one.
+constexpr QLatin1StringView teachWord = "Teach "_L1;
+constexpr QLatin1StringView finishUpWord = "Finish up "_L1;
+constexpr QLatin1StringView someLesson = "current lesson"_L1; ///< in the name's place
+constexpr QLatin1StringView joinWord = "Join "_L1;
+constexpr QLatin1StringView nowWord = " now"_L1;
+
+bool isPlatformName(const QString &text)
+{
+    return std::ranges::any_of(allTeachingPlatforms,
+                               [&](TeachingPlatform platform) { return rawValue(platform) == text; });
+}
 
 /// The lesson in progress and the next one to start.
 struct Around {
@@ -118,7 +132,7 @@ TeachingAction LessonWorkflowEngine::action(const std::vector<Lesson> &lessons,
         return during(LessonState::startNow, u"START NOW"_s, TeachingActionPriority::urgent,
                       current->startTime + startGrace);
     }
-    return during(LessonState::teaching, u"Teach "_s + current->studentName, TeachingActionPriority::calm,
+    return during(LessonState::teaching, teachWord + current->studentName, TeachingActionPriority::calm,
                   nextTransitionDate(*current, upcoming, now));
 }
 
@@ -126,12 +140,29 @@ QString LessonWorkflowEngine::joinMessage(const Lesson &lesson)
 {
     const QString place =
         lesson.platform == TeachingPlatform::onlineLesson ? lesson.studentName : rawValue(lesson.platform);
-    return u"Join "_s + place + u" now"_s;
+    return joinWord + place + nowWord;
+}
+
+std::optional<QString> LessonWorkflowEngine::studentIn(const QString &message)
+{
+    QString name;
+    if (message.startsWith(teachWord)) {
+        name = message.mid(teachWord.size());
+    } else if (message.startsWith(finishUpWord)) {
+        name = message.mid(finishUpWord.size());
+    } else if (message.startsWith(joinWord) && message.endsWith(nowWord) &&
+               message.size() > joinWord.size() + nowWord.size()) {
+        name = message.mid(joinWord.size()).chopped(nowWord.size());
+    }
+    if (name == someLesson || isPlatformName(name)) {
+        return std::nullopt;
+    }
+    return name.isEmpty() ? std::nullopt : std::optional(name);
 }
 
 QString LessonWorkflowEngine::wrapUpMessage(const Lesson *lesson)
 {
-    return lesson != nullptr ? u"Finish up "_s + lesson->studentName : u"Finish up current lesson"_s;
+    return lesson != nullptr ? finishUpWord + lesson->studentName : finishUpWord + QString(someLesson);
 }
 
 std::optional<Date> LessonWorkflowEngine::nextTransitionDate(const Lesson &current, const Lesson *upcoming,

@@ -27,6 +27,9 @@ public:
     /// "Join Zoom now"; a lesson on no named platform is joined by its student's name.
     [[nodiscard]] static QString joinMessage(const Lesson &lesson);
 
+    /// The student whom an action's `message` names; nothing where it names none.
+    [[nodiscard]] static std::optional<QString> studentIn(const QString &message);
+
 private:
     [[nodiscard]] static QString wrapUpMessage(const Lesson *lesson);
     [[nodiscard]] static std::optional<Date> nextTransitionDate(const Lesson &current, const Lesson *upcoming,

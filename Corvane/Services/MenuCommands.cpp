@@ -30,6 +30,11 @@ WindowName windowNames::settings()
     return {.identifier = u"settings"_s, .title = u"Quillet Settings"_s};
 }
 
+WindowName windowNames::debug()
+{
+    return {.identifier = u"debug"_s, .title = u"Debug Window"_s};
+}
+
 std::vector<MenuCommand> menuCommands(MenuBarViewModel &viewModel, const MenuActions &actions)
 {
     std::vector<MenuCommand> commands;
@@ -49,6 +54,7 @@ std::vector<MenuCommand> menuCommands(MenuBarViewModel &viewModel, const MenuAct
     addWindow(u"User Manual"_s, windowNames::help());
     addWindow(u"About Quillet"_s, windowNames::about());
     addWindow(u"Settings"_s, windowNames::settings());
+    addWindow(u"Show Debug Window"_s, windowNames::debug());
     commands.push_back(
         {.text = u"Quit Quillet"_s, .action = actions.quit, .shortcut = u"Ctrl+Q"_s, .beginsGroup = true});
     return commands;

@@ -27,6 +27,7 @@ namespace windowNames {
 [[nodiscard]] WindowName help();
 [[nodiscard]] WindowName about();
 [[nodiscard]] WindowName settings();
+[[nodiscard]] WindowName debug();
 
 } // namespace windowNames
 

@@ -3,9 +3,9 @@
 
 #include "Corvane/Views/LessonScheduleRow.h"
 
-#include "Corvane/Look/LineLabel.h"
 #include "Corvane/Look/Look.h"
 #include "Corvane/Utilities/DateText.h"
+#include "Corvane/Utilities/OneLine.h"
 
 #include <QEvent>
 #include <QFontMetrics>

@@ -15,7 +15,7 @@ from quillet_desktop import Desktop, event, poll
 
 PANEL = "Quillet"
 WINDOWS = [("Quick Start", "Welcome to Quillet"), ("User Manual", "Quillet Help"), ("About Quillet", "About Quillet"),
-           ("Settings", "Quillet Settings")]
+           ("Settings", "Quillet Settings"), ("Show Debug Window", "Debug Window")]
 THICKNESS = 30  # of the desktop's panel, on the upper edge
 NO_PANEL = "^no panel shows the bell"
 OVERDUE = 66  # seconds after which a desktop without a panel has long been taken for one
@@ -194,7 +194,7 @@ class Panel(unittest.TestCase):
                 self.assertEqual(desktop.windows(title), [opened[title]])
                 self.assertEqual(desktop.stacking(program)[-1], opened[title])
             program.open_panel()
-            poll("the panel to be listed", lambda: len(desktop.stacking(program)) == 5)
+            poll("the panel to be listed", lambda: len(desktop.stacking(program)) == len(WINDOWS) + 1)
             for window in desktop.stacking(program):
                 self.assertIn("_NET_WM_STATE_SKIP_TASKBAR", desktop.run("xprop", "-id", str(window), "_NET_WM_STATE"))
             desktop.run("xdotool", "key", "Escape")

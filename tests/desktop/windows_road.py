@@ -20,6 +20,7 @@ WINDOWS = {
     "Quillet Help": ("User Manual", "Open PDF Manual"),
     "About Quillet": ("About Quillet", "Contact Support"),
     "Quillet Settings": ("Settings", "Manual Lesson Entry"),
+    "Debug Window": ("Show Debug Window", "Not lessons today"),
 }
 
 

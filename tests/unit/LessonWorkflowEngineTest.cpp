@@ -217,6 +217,23 @@ private Q_SLOTS:
         QCOMPARE(answer({}, "10:00:00"), u"scheduled / No lessons remaining / calm / - / - / none"_s);
     }
 
+    void aMessagesStudentIsFoundInIt()
+    {
+        for (const QString &name : {u"Anna"_s, u"王小明"_s, u"now now"_s, u"Anna (Zoom) now"_s}) {
+            const Lesson lesson =
+                sampleLesson(name, at("10:00:00"), minutes(30), TeachingPlatform::onlineLesson);
+            for (const char *time : {"09:59:30", "10:10:00", "10:29:30"}) {
+                QCOMPARE(LessonWorkflowEngine::studentIn(m_engine.action({lesson}, at(time)).message), name);
+            }
+            for (const char *time : {"09:00:00", "09:56:00", "09:59:00", "09:59:50", "10:00:01"}) {
+                QVERIFY(!LessonWorkflowEngine::studentIn(m_engine.action({lesson}, at(time)).message));
+            }
+        }
+        QVERIFY(!LessonWorkflowEngine::studentIn(u"Join Zoom now"_s));
+        QVERIFY(!LessonWorkflowEngine::studentIn(u"Finish up current lesson"_s));
+        QVERIFY(!LessonWorkflowEngine::studentIn(u"Join now"_s));
+    }
+
     void withoutAGivenTimeTheSystemsTimeIsTaken()
     {
         const ManualClock clock(at("09:56:00"));

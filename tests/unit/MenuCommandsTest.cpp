@@ -19,7 +19,7 @@ struct Fixture : ViewModelFixture {
     Fixture() : ViewModelFixture("09:00:00") {}
 
     std::vector<WindowName> windows{windowNames::setup(), windowNames::help(), windowNames::about(),
-                                    windowNames::settings()};
+                                    windowNames::settings(), windowNames::debug()};
     std::vector<WindowName> opened;
     std::vector<WindowName> openedBeside;
     int quits = 0;
@@ -58,9 +58,10 @@ private Q_SLOTS:
     {
         Fixture f;
         QCOMPARE(f.texts(), (QStringList{u"- Test Notification"_s, u"Quick Start"_s, u"User Manual"_s,
-                                         u"About Quillet"_s, u"Settings"_s, u"- Quit Quillet"_s}));
+                                         u"About Quillet"_s, u"Settings"_s, u"Show Debug Window"_s,
+                                         u"- Quit Quillet"_s}));
         QCOMPARE(f.commands().back().shortcut, u"Ctrl+Q"_s);
-        QVERIFY(std::ranges::count(f.commands(), QString(), &MenuCommand::shortcut) == 5);
+        QVERIFY(std::ranges::count(f.commands(), QString(), &MenuCommand::shortcut) == 6);
     }
 
     void aCommandWhoseWindowIsNotThereIsNotThere()
@@ -79,10 +80,12 @@ private Q_SLOTS:
         f.press(u"User Manual"_s);
         f.press(u"About Quillet"_s);
         f.press(u"Settings"_s);
+        f.press(u"Show Debug Window"_s);
         QCOMPARE(f.opened, (std::vector<WindowName>{{u"setup"_s, u"Welcome to Quillet"_s},
                                                     {u"help"_s, u"Quillet Help"_s},
                                                     {u"about"_s, u"About Quillet"_s},
-                                                    {u"settings"_s, u"Quillet Settings"_s}}));
+                                                    {u"settings"_s, u"Quillet Settings"_s},
+                                                    {u"debug"_s, u"Debug Window"_s}}));
     }
 
     void testNotificationRaisesOne()

@@ -28,6 +28,8 @@ constexpr auto seriesRefetchInterval = 10min;
 /// A server that cannot be asked is asked again after this time, after twice as long, and so on.
 constexpr std::chrono::seconds firstRefreshPause = 2min;
 constexpr int longestPauseDoublings = 5;
+/// The service looks for a stored password first: only one that it waits for at several readings is told.
+constexpr int lastingPasswordWaits = 2;
 
 std::set<QByteArray> zonesOf(const Components &components)
 {
@@ -155,6 +157,22 @@ QCoro::Task<void> ServiceCalendar::openClient(std::shared_ptr<ServiceCalendar> s
     opening.resolve(error);
 }
 
+void ServiceCalendar::notePassword()
+{
+    switch (e_source_get_connection_status(m_source.get())) {
+    case E_SOURCE_CONNECTION_STATUS_AWAITING_CREDENTIALS:
+        ++m_passwordWaits;
+        break;
+    case E_SOURCE_CONNECTION_STATUS_CONNECTED:
+        m_passwordWaits = 0;
+        break;
+    case E_SOURCE_CONNECTION_STATUS_DISCONNECTED:
+    case E_SOURCE_CONNECTION_STATUS_CONNECTING:
+    case E_SOURCE_CONNECTION_STATUS_SSL_FAILED:
+        break;
+    }
+}
+
 bool ServiceCalendar::awaitsPassword() const
 {
     return e_source_get_connection_status(m_source.get()) == E_SOURCE_CONNECTION_STATUS_AWAITING_CREDENTIALS;
@@ -224,12 +242,10 @@ QCoro::Task<SourceCalendar::Reading> ServiceCalendar::readOnce(CalendarQuestion 
         std::ranges::copy(m_series->events, std::back_inserter(reading.events));
         std::ranges::copy(m_series->skippedEvents, std::back_inserter(reading.skippedEvents));
     }
-    // The service looks for a stored password first: what lasts is told.
-    const bool isAwaiting = awaitsPassword();
-    if (isAwaiting && m_wasAwaitingPassword) {
+    notePassword();
+    if (m_passwordWaits >= lastingPasswordWaits) {
         reading.outdated = passwordError();
     }
-    m_wasAwaitingPassword = isAwaiting;
     co_return reading;
 }
 

@@ -72,6 +72,7 @@ private:
     static QCoro::Task<void> runRefresh(std::shared_ptr<ServiceCalendar> self, Client client);
     [[nodiscard]] QByteArray version(const CalendarQuestion &question) const;
     [[nodiscard]] bool awaitsPassword() const;
+    void notePassword();
 
     GObjectRef<ESource> m_source;
     bool m_isLocal;
@@ -81,7 +82,7 @@ private:
     quint64 m_clientNumber = 0;
     std::optional<Pending<std::optional<CalendarError>>> m_opening;
     std::optional<Series> m_series;
-    bool m_wasAwaitingPassword = false;
+    int m_passwordWaits = 0;
 
     bool m_isRefreshing = false;
     int m_refreshFailures = 0;

@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Look/Look.h"
+#include "Corvane/Services/DebugReport.h"
+
+#include <QWidget>
+
+#include <vector>
+
+namespace corvane {
+
+class DebugRow;
+
+/// Rows of the debug window below one another, as high as they are together. Tab reaches one of them, the
+/// arrow keys, Home and End go through them. What has not changed is not drawn anew.
+class DebugRowList final : public QWidget {
+    Q_OBJECT
+
+public:
+    /// `label` is its name for a screen reader, `style` that of the rows' titles.
+    DebugRowList(const QString &label, look::TextStyle style, QWidget *parent = nullptr);
+
+    void setRows(const std::vector<debugReport::Row> &rows);
+
+    /// The rows from top to bottom.
+    [[nodiscard]] const std::vector<DebugRow *> &rows() const { return m_rows; }
+
+    [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+    [[nodiscard]] int heightForWidth(int width) const override;
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+Q_SIGNALS:
+    /// `row` has the keyboard, and is to be seen.
+    void rowFocused(QWidget *row);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+private:
+    void dropLeadingRows(const std::vector<debugReport::Row> &rows);
+    DebugRow *makeRow();
+    void setCurrent(std::size_t index);
+    void divide(int width) const;
+    void arrange();
+
+    look::TextStyle m_style;
+    std::vector<DebugRow *> m_rows;
+    std::size_t m_current = 0; ///< the row that Tab reaches
+};
+
+} // namespace corvane
