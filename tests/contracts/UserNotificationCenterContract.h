@@ -72,6 +72,17 @@ private Q_SLOTS:
         }
     }
 
+    void aQuietRequestIsKeptLikeAnyOther()
+    {
+        NotificationRequest quiet = request(QStringLiteral("quiet"));
+        quiet.isQuiet = true;
+        QVERIFY(add(quiet));
+        QVERIFY(add(request(QStringLiteral("loud"))));
+        QCOMPARE(pending(), (QStringList{QStringLiteral("loud"), QStringLiteral("quiet")}));
+        QVERIFY(remove({QStringLiteral("quiet")}));
+        QCOMPARE(pending(), QStringList{QStringLiteral("loud")});
+    }
+
     void atFirstNothingIsPending() { QCOMPARE(pending(), QStringList()); }
 
     void whatIsAddedIsPending()
