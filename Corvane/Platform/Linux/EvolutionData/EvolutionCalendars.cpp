@@ -159,6 +159,7 @@ private:
                 calendar->update(entry);
             } else {
                 calendar = std::make_shared<ServiceCalendar>(m_services, entry);
+                calendar->refresh(); // as soon as it is open
             }
             enabled.emplace(entry.uid, std::move(calendar));
         }

@@ -25,7 +25,7 @@ constexpr auto watchTime = 1000ms;
 constexpr std::size_t maximumSingleFetches = 1'000;
 /// How long a watch over the series is trusted before they are fetched again all the same.
 constexpr auto seriesRefetchInterval = 10min;
-/// A server that cannot be asked is asked again after this time, after twice as long, and so on.
+/// A server that could not be asked twice is left alone for twice this time, then for twice as long, and so on.
 constexpr std::chrono::seconds firstRefreshPause = 2min;
 constexpr int longestPauseDoublings = 5;
 /// The service looks for a stored password first: only one that it waits for at several readings is told.
@@ -149,6 +149,8 @@ QCoro::Task<void> ServiceCalendar::openClient(std::shared_ptr<ServiceCalendar> s
         ++self->m_clientNumber;
         if (self->isClosed()) {
             self->m_client->close();
+        } else if (self->m_wantsRefresh) {
+            self->refresh();
         }
     } else {
         error = CalendarError{CalendarStatus::Condition::unopened, u"open"_s, client.error()};
@@ -372,8 +374,9 @@ QCoro::Task<std::optional<QByteArray>> ServiceCalendar::capture(CalendarQuestion
 
 void ServiceCalendar::refresh()
 {
-    if (m_client && !m_client->isDead() && !m_isRefreshing && m_nextRefresh.hasExpired() &&
-        m_client->canRefresh()) {
+    // Before it is open the wish waits.
+    m_wantsRefresh = !m_client || m_client->isDead();
+    if (!m_wantsRefresh && !m_isRefreshing && m_nextRefresh.hasExpired() && m_client->canRefresh()) {
         spawn(runRefresh(std::static_pointer_cast<ServiceCalendar>(shared_from_this()), m_client));
     }
 }
@@ -387,7 +390,10 @@ QCoro::Task<void> ServiceCalendar::runRefresh(std::shared_ptr<ServiceCalendar> s
         self->m_refreshFailures = 0;
         co_return;
     }
-    self->m_nextRefresh = QDeadlineTimer(firstRefreshPause * (1 << self->m_refreshFailures));
+    // The first failure costs nothing: after a sleep the network often comes back a moment later.
+    if (self->m_refreshFailures > 0) {
+        self->m_nextRefresh = QDeadlineTimer(firstRefreshPause * (1 << self->m_refreshFailures));
+    }
     self->m_refreshFailures = std::min(self->m_refreshFailures + 1, longestPauseDoublings);
 }
 

@@ -84,6 +84,7 @@ private:
     std::optional<Series> m_series;
     int m_passwordWaits = 0;
 
+    bool m_wantsRefresh = false;
     bool m_isRefreshing = false;
     int m_refreshFailures = 0;
     QDeadlineTimer m_nextRefresh{0};
