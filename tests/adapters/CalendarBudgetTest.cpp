@@ -95,6 +95,10 @@ private Q_SLOTS:
             << series("hostile", "RRULE:FREQ=DAILY\n" + QByteArray("EXRULE:FREQ=HOURLY\n").repeated(300));
         QTest::newRow("a change that repeats") << series(
             "hostile", "RECURRENCE-ID:20250514T120000Z\n" + QByteArray("RRULE:FREQ=HOURLY\n").repeated(300));
+        QTest::newRow("no start") << QByteArray(
+            "BEGIN:VEVENT\nUID:a\nDTEND:20250514T123000Z\nRRULE:FREQ=WEEKLY\nSUMMARY:hostile\nEND:VEVENT\n");
+        QTest::newRow("a start long ago") << QByteArray(
+            "BEGIN:VEVENT\nUID:a\nDTSTART:00010101T120000Z\nRRULE:FREQ=DAILY\nSUMMARY:hostile\nEND:VEVENT\n");
         QTest::newRow("a zone of seconds") << QByteArray(
             "BEGIN:VTIMEZONE\nTZID:Hostile\nBEGIN:STANDARD\nDTSTART:19700101T000000\nRRULE:FREQ=SECONDLY\n"
             "TZOFFSETFROM:+0000\nTZOFFSETTO:+0100\nEND:STANDARD\nEND:VTIMEZONE\n"

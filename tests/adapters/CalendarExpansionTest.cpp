@@ -167,6 +167,18 @@ private Q_SLOTS:
         QCOMPARE(titles(expansion), (QStringList{u"a"_s, u"b"_s}));
     }
 
+    void anEventWithoutAStartIsNamed()
+    {
+        const Expansion expansion =
+            expand({calendarText("BEGIN:VEVENT\nUID:a\nSUMMARY:a\nEND:VEVENT\n"
+                                 "BEGIN:VEVENT\nUID:b\nDTSTART:soon\nSUMMARY:b\nEND:VEVENT\n")});
+        QVERIFY(expansion.events.empty());
+        QCOMPARE(expansion.skippedEvents.size(), std::size_t{2});
+        QCOMPARE(expansion.skippedEvents[0].text,
+                 u"title=\"a\" reason=\"it does not tell when it begins\""_s);
+        QCOMPARE(expansion.skippedEvents[1].text, u"title=\"b\" reason=\"its DTSTART cannot be read\""_s);
+    }
+
     void whatCannotBeReadIsNamed()
     {
         const Expansion expansion =

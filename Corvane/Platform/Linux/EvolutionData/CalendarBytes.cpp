@@ -58,6 +58,10 @@ qsizetype sequenceLength(QByteArrayView bytes)
 /// Bytes that are no UTF-8 are read as Windows-1252, of which Latin-1 is a part.
 void appendAsUtf8(QByteArray &text, QByteArrayView bytes)
 {
+    if (bytes.isValidUtf8()) {
+        text.append(bytes);
+        return;
+    }
     while (!bytes.isEmpty()) {
         if (const qsizetype length = sequenceLength(bytes); length > 0) {
             text.append(bytes.first(length));

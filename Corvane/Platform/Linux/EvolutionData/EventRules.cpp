@@ -11,6 +11,8 @@ namespace corvane {
 
 namespace {
 
+constexpr double year = 365.25 * 86'400;
+
 /// The numbers of one BY part of a rule.
 std::vector<short> part(GArray *array)
 {
@@ -99,6 +101,18 @@ std::vector<GObjectRef<ICalProperty>> properties(ICalComponent *component, ICalP
     return found;
 }
 
+std::optional<int> startYear(ICalComponent *component)
+{
+    const auto property = GObjectRef<ICalProperty>::adopt(
+        i_cal_component_get_first_property(component, I_CAL_DTSTART_PROPERTY));
+    const auto time = property ? GObjectRef<ICalTime>::adopt(i_cal_property_get_dtstart(property.get()))
+                               : GObjectRef<ICalTime>();
+    if (!time || i_cal_time_is_null_time(time.get()) != FALSE) {
+        return std::nullopt;
+    }
+    return i_cal_time_get_year(time.get());
+}
+
 std::vector<RecurrenceRule> rulesOf(ICalComponent *component)
 {
     std::vector<RecurrenceRule> rules;
@@ -128,10 +142,12 @@ std::expected<double, QString> stepsOf(ICalComponent *event, double start, doubl
     if (count(I_CAL_RRULE_PROPERTY) + count(I_CAL_EXRULE_PROPERTY) > budget.rulesOfEvent) {
         return std::unexpected(u"it has too many rules"_s);
     }
+    // The library tells no seconds for years long past, and walks from there all the same.
+    const double longAgo = (startYear(event).value_or(1970) - 1970) * year + year;
     double steps = dates;
     double inWindow = 0;
     for (const RecurrenceRule &rule : rulesOf(event)) {
-        const auto cost = ruleCost(rule, start, from, to);
+        const auto cost = ruleCost(rule, std::min(start, longAgo), from, to);
         if (!cost) {
             return std::unexpected(cost.error());
         }

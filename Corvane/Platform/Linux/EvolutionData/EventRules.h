@@ -13,6 +13,7 @@
 #include <QString>
 
 #include <expected>
+#include <optional>
 #include <vector>
 
 namespace corvane {
@@ -25,6 +26,9 @@ namespace corvane {
 /// The properties of one kind.
 [[nodiscard]] std::vector<GObjectRef<ICalProperty>> properties(ICalComponent *component,
                                                                ICalPropertyKind kind);
+
+/// The year in which a component begins, the first time; nothing where it does not tell.
+[[nodiscard]] std::optional<int> startYear(ICalComponent *component);
 
 /// The rules by which a component repeats, and those by which it does not.
 [[nodiscard]] std::vector<RecurrenceRule> rulesOf(ICalComponent *component);

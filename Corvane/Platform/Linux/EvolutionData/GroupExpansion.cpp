@@ -108,12 +108,20 @@ std::optional<GroupOutcome> GroupExpansion::run()
         if (isCancelled(event) || isFarOff(event)) {
             continue;
         }
-        if (const QString part = unreadablePart(event.component.get()); !part.isEmpty()) {
+        const QString part = unreadablePart(event.component.get());
+        if (!part.isEmpty()) {
             skipEvent(event, u"its %1 cannot be read"_s.arg(part));
-            // Without it the event's own time is all that is known.
+            // Nobody can tell which instance it changes.
             if (part == u"RECURRENCE-ID") {
                 continue;
             }
+        }
+        // The library would look for the first occurrence for a long time.
+        if (!startYear(event.component.get())) {
+            if (part.isEmpty()) {
+                skipEvent(event, u"it does not tell when it begins"_s);
+            }
+            continue;
         }
         if (const auto refusal = m_refusals.find(&event); refusal != m_refusals.end()) {
             skipEvent(event, refusal->second);

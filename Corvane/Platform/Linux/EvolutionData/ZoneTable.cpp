@@ -56,9 +56,8 @@ ICalTimezone *wellKnownZone(const QByteArray &tzid)
 
 bool isHarmlessChange(ICalComponent *change)
 {
-    const auto start = GObjectRef<ICalTime>::adopt(i_cal_component_get_dtstart(change));
-    if (!start || i_cal_time_is_null_time(start.get()) != FALSE ||
-        i_cal_time_get_year(start.get()) < firstYear || i_cal_time_get_year(start.get()) > lastYear ||
+    const int year = startYear(change).value_or(0);
+    if (year < firstYear || year > lastYear ||
         i_cal_component_count_properties(change, I_CAL_RDATE_PROPERTY) > maximumChanges) {
         return false;
     }
