@@ -25,7 +25,8 @@ constexpr auto watchTime = 1000ms;
 constexpr std::size_t maximumSingleFetches = 1'000;
 /// How long a watch over the series is trusted before they are fetched again all the same.
 constexpr auto seriesRefetchInterval = 10min;
-/// A server that could not be asked twice is left alone for twice this time, then for twice as long, and so on.
+/// A server that could not be asked twice is left alone for twice this time, then for twice as long, and so
+/// on.
 constexpr std::chrono::seconds firstRefreshPause = 2min;
 constexpr int longestPauseDoublings = 5;
 /// The service looks for a stored password first: only one that it waits for at several readings is told.
