@@ -191,12 +191,19 @@ private Q_SLOTS:
             (static_cast<void>(load()), logged(u"calendar answers again name=\"Lessons\""_s)), 1, 20000);
     }
 
-    void onAnotherDayTheLastAnswerDoesNotStandIn()
+    void onTheNextDaysWhatIsRememberedStandsInAndNoLonger()
     {
         QCOMPARE(load().size(), 3);
+        QTRY_COMPARE(QDir(m_room->filePath(u"memory"_s)).entryList(QDir::Files).size(), 2);
         m_service->signal(CalendarService::Part::factory, SIGSTOP);
-        const DateInterval next{m_day.end, m_day.end + Seconds{86400}};
-        QVERIFY(!QCoro::waitFor(load(m_store.get(), next)).has_value());
+        const auto later = [this](int days) {
+            const Seconds shift{86400.0 * days};
+            return titles(
+                QCoro::waitFor(load(m_store.get(), DateInterval{m_day.start + shift, m_day.end + shift})));
+        };
+        // Ben comes each week.
+        QCOMPARE(later(7), QStringList{u"Zoom - Ben"_s});
+        QVERIFY(later(8).value(0).startsWith(u"failed"_s));
     }
 
     void aServiceThatHangsFromTheBeginningIsAnErrorInTime()

@@ -1,0 +1,90 @@
+#!/usr/bin/python3
+# SPDX-FileCopyrightText: 2026 The Quillet authors
+# SPDX-License-Identifier: MIT
+"""Lessons that lie on a server: what changes there arrives, and a server that hangs takes nothing away.
+
+    online_road.py Online.aServerThatHangsLeavesLessonsBannersAndBackups
+    online_road.py Online.theTeachersReloadBringsWhatChangedOnTheServer
+"""
+import math
+import os
+import signal
+import unittest
+
+from backups import BackupDesktop, identifiers
+from calendar_server import CalendarServer
+from quillet_desktop import event, poll
+
+LOADED = "^scheduled system backup notifications lessons="
+
+
+class Online(unittest.TestCase):
+    def end_service(self, desktop):
+        """The machine starts anew: its calendar service has to ask the server."""
+        for part in ("evolution-calendar-factory", "evolution-calendar-factory-subprocess"):
+            for pid in desktop.processes(part):
+                os.kill(pid, signal.SIGKILL)
+        poll("the end of the calendar service", lambda: desktop.processes("evolution-calendar-factory") == [])
+
+    def aServerThatHangsLeavesLessonsBannersAndBackups(self):
+        with BackupDesktop(movable_clock=True) as desktop, CalendarServer(desktop) as server:
+            start = math.ceil(desktop.now()) + 3600
+            server.put("anna", event("Zoom - Anna", start, start + 1500))
+            program = desktop.start_quillet()
+            program.wait_for(LOADED + "1$", 30)
+            self.assertEqual(sorted(desktop.pending()), sorted(identifiers(start, "Anna")))
+            memory = desktop.room / "state/quillet/calendars"
+            poll("the calendars on disk", lambda: memory.is_dir() and len(list(memory.iterdir())) == 2)
+            self.assertEqual(program.quit(), 0)
+            self.end_service(desktop)
+            server.hang()
+
+            program = desktop.start_quillet()
+            told = program.wait_for('^calendar did not answer name="Online" .*lastAnswerStands=yes$', 20)
+            self.assertLess(told.time - program.started, 8)
+            program.wait_for(LOADED + "1$", 20, count=2)
+            self.assertEqual(sorted(desktop.pending()), sorted(identifiers(start, "Anna")))
+            # A minute later it is silent still; that is no news.
+            desktop.skip_to(start - 62)
+            self.assertEqual(program.wait_for_banner().state, "prepare")
+            banner = program.wait_for_banner(2, 30)
+            self.assertEqual(banner.state, "oneMinuteWarning")
+            self.assertLess(banner.fired, start - 59)
+            self.assertEqual(len(program.find('^calendar did not answer name="Online"')), 1)
+            self.assertEqual(program.find("^calendar reload failed"), [])
+
+            server.resume()
+            program.wait_for('^calendar answers again name="Online"$', 120)
+            self.assertEqual(program.quit(), 0)
+
+    def theTeachersReloadBringsWhatChangedOnTheServer(self):
+        with BackupDesktop() as desktop, CalendarServer(desktop) as server:
+            desktop.write_settings("hasCompletedWelcome=true")
+            start = math.ceil(desktop.now()) + 3600
+            server.put("anna", event("Zoom - Anna", start, start + 1500))
+            program = desktop.start_quillet()
+            program.wait_for(LOADED + "1$", 30)
+            program.open_panel()
+            program.press("Settings")
+            poll("the settings", lambda: program.shows("Reload Today's Lessons"))
+
+            server.put("ben", event("Zoom - Ben", start + 3600, start + 5100, uid="ben"))
+            program.press("Reload Today's Lessons")
+            program.wait_for(LOADED + "2$", 20)
+            self.assertEqual(sorted(desktop.pending()),
+                             sorted(identifiers(start, "Anna") + identifiers(start + 3600, "Ben")))
+
+            server.put("ben", event("Zoom - Ben", start + 7200, start + 8700, uid="ben"))
+            program.press("Reload Today's Lessons")
+            poll("the lesson's new time",
+                 lambda: sorted(desktop.pending()) == sorted(identifiers(start, "Anna") + identifiers(start + 7200, "Ben")),
+                 20)
+
+            server.remove("ben")
+            program.press("Reload Today's Lessons")
+            poll("the end of the lesson", lambda: sorted(desktop.pending()) == sorted(identifiers(start, "Anna")), 20)
+            self.assertEqual(program.quit(), 0)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
