@@ -102,6 +102,9 @@ private Q_SLOTS:
         QTest::newRow("an end far ahead") << QByteArray(
             "BEGIN:VEVENT\nUID:a\nDTSTART:02500115T110000Z\nDTEND:20250115T113000Z\nRRULE:FREQ=WEEKLY\n"
             "SUMMARY:hostile\nEND:VEVENT\n");
+        QTest::newRow("an end in a month that is none") << QByteArray(
+            "BEGIN:VEVENT\nUID:a\nDTSTART:20250115T110000Z\nDTEND:20259115T113000Z\nRRULE:FREQ=WEEKLY\n"
+            "SUMMARY:hostile\nEND:VEVENT\n");
         QTest::newRow("a long duration") << QByteArray(
             "BEGIN:VEVENT\nUID:a\nDTSTART:20250514T110000Z\nDURATION:P99999999W\nSUMMARY:hostile\n"
             "END:VEVENT\n");

@@ -126,7 +126,9 @@ std::optional<GroupOutcome> GroupExpansion::run()
             }
             continue;
         }
-        if (lastsTooLong(event)) {
+        if (!hasSoundTimes(event.component.get())) {
+            skipEvent(event, u"its times cannot be read"_s);
+        } else if (lastsTooLong(event)) {
             skipEvent(event, u"it lasts too long"_s);
         } else if (const auto refusal = m_refusals.find(&event); refusal != m_refusals.end()) {
             skipEvent(event, refusal->second);
