@@ -99,6 +99,15 @@ private Q_SLOTS:
             "BEGIN:VEVENT\nUID:a\nDTEND:20250514T123000Z\nRRULE:FREQ=WEEKLY\nSUMMARY:hostile\nEND:VEVENT\n");
         QTest::newRow("a start long ago") << QByteArray(
             "BEGIN:VEVENT\nUID:a\nDTSTART:00010101T120000Z\nRRULE:FREQ=DAILY\nSUMMARY:hostile\nEND:VEVENT\n");
+        QTest::newRow("an end far ahead") << QByteArray(
+            "BEGIN:VEVENT\nUID:a\nDTSTART:02500115T110000Z\nDTEND:20250115T113000Z\nRRULE:FREQ=WEEKLY\n"
+            "SUMMARY:hostile\nEND:VEVENT\n");
+        QTest::newRow("an end in a month that is none") << QByteArray(
+            "BEGIN:VEVENT\nUID:a\nDTSTART:20250115T110000Z\nDTEND:20259115T113000Z\nRRULE:FREQ=WEEKLY\n"
+            "SUMMARY:hostile\nEND:VEVENT\n");
+        QTest::newRow("a long duration") << QByteArray(
+            "BEGIN:VEVENT\nUID:a\nDTSTART:20250514T110000Z\nDURATION:P99999999W\nSUMMARY:hostile\n"
+            "END:VEVENT\n");
         QTest::newRow("a zone of seconds") << QByteArray(
             "BEGIN:VTIMEZONE\nTZID:Hostile\nBEGIN:STANDARD\nDTSTART:19700101T000000\nRRULE:FREQ=SECONDLY\n"
             "TZOFFSETFROM:+0000\nTZOFFSETTO:+0100\nEND:STANDARD\nEND:VTIMEZONE\n"

@@ -113,6 +113,23 @@ std::optional<int> startYear(ICalComponent *component)
     return i_cal_time_get_year(time.get());
 }
 
+bool hasSoundTimes(ICalComponent *component)
+{
+    for (const ICalPropertyKind kind : {I_CAL_DTSTART_PROPERTY, I_CAL_DTEND_PROPERTY}) {
+        for (const auto &property : properties(component, kind)) {
+            const auto time = GObjectRef<ICalTime>::adopt(kind == I_CAL_DTSTART_PROPERTY
+                                                              ? i_cal_property_get_dtstart(property.get())
+                                                              : i_cal_property_get_dtend(property.get()));
+            const int month = time ? i_cal_time_get_month(time.get()) : 0;
+            const int day = time ? i_cal_time_get_day(time.get()) : 0;
+            if (month < 1 || month > 12 || day < 1 || day > 31) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
 std::vector<RecurrenceRule> rulesOf(ICalComponent *component)
 {
     std::vector<RecurrenceRule> rules;

@@ -30,6 +30,9 @@ namespace corvane {
 /// The year in which a component begins, the first time; nothing where it does not tell.
 [[nodiscard]] std::optional<int> startYear(ICalComponent *component);
 
+/// Whether the beginning and the end of a component, as far as it tells them, are days that there are.
+[[nodiscard]] bool hasSoundTimes(ICalComponent *component);
+
 /// The rules by which a component repeats, and those by which it does not.
 [[nodiscard]] std::vector<RecurrenceRule> rulesOf(ICalComponent *component);
 

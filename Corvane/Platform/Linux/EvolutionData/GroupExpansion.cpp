@@ -18,6 +18,9 @@ namespace corvane {
 namespace {
 
 constexpr double day = 86'400;
+/// The library works out the end of each occurrence month by month. In seconds.
+constexpr double longestInSeries = 366 * day;
+constexpr double longestAlone = 100 * longestInSeries;
 /// A longer identifier tells no more. In bytes.
 constexpr std::size_t longestIdentifier = 1'000;
 
@@ -123,7 +126,11 @@ std::optional<GroupOutcome> GroupExpansion::run()
             }
             continue;
         }
-        if (const auto refusal = m_refusals.find(&event); refusal != m_refusals.end()) {
+        if (!hasSoundTimes(event.component.get())) {
+            skipEvent(event, u"its times cannot be read"_s);
+        } else if (lastsTooLong(event)) {
+            skipEvent(event, u"it lasts too long"_s);
+        } else if (const auto refusal = m_refusals.find(&event); refusal != m_refusals.end()) {
             skipEvent(event, refusal->second);
         } else if (!expand(event)) {
             return std::nullopt;
@@ -224,6 +231,12 @@ bool GroupExpansion::isFarOff(const EventComponent &event) const
     }
     const EventSpan span = m_times.firstSpan(event, m_from);
     return span.start >= m_to || std::max(span.start, span.end) < m_from;
+}
+
+bool GroupExpansion::lastsTooLong(const EventComponent &event) const
+{
+    const EventSpan span = m_times.firstSpan(event, m_from);
+    return span.end - span.start > (repeats(event) ? longestInSeries : longestAlone);
 }
 
 const CalendarEvent &GroupExpansion::texts(const EventComponent &event)

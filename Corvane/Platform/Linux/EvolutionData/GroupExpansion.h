@@ -36,6 +36,7 @@ private:
     [[nodiscard]] bool expand(const EventComponent &event);
     [[nodiscard]] QString walkThrough(Walk &walk);
     [[nodiscard]] bool take(Walk &walk, ICalTime *startTime, ICalTime *endTime);
+    [[nodiscard]] bool lastsTooLong(const EventComponent &event) const;
     [[nodiscard]] bool isFarOff(const EventComponent &event) const;
     [[nodiscard]] const CalendarEvent &texts(const EventComponent &event);
     void skipEvent(const EventComponent &event, const QString &reason);
