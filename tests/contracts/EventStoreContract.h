@@ -332,6 +332,27 @@ private Q_SLOTS:
         QCOMPARE(order, (std::vector<int>{0, 1, 2, 3, 4, 5}));
     }
 
+    void theMonitorHasTheEventsOfTheLastLoad()
+    {
+        const auto store = makeStore();
+        [[maybe_unused]] const auto granted = QCoro::waitFor(store->requestFullAccessToEvents());
+        const auto events = QCoro::waitFor(store->events(day("2025-03-12")));
+        QCOMPARE(events->size(), std::size_t{3});
+        QCOMPARE(titles(store->monitor().events()), titles(*events));
+    }
+
+    void aRefreshReturnsAtOnceAndChangesNoAnswer()
+    {
+        const auto store = makeStore();
+        EventLoopWatch watch;
+        store->refresh();
+        [[maybe_unused]] const auto granted = QCoro::waitFor(store->requestFullAccessToEvents());
+        store->refresh();
+        store->refresh();
+        QCOMPARE(QCoro::waitFor(store->events(day("2025-03-12")))->size(), std::size_t{3});
+        QVERIFY(watch.longestGap() < EventLoopWatch::blockedThreshold);
+    }
+
     void callsForTheSameDayGetTheSameAnswer()
     {
         const auto store = makeStore();

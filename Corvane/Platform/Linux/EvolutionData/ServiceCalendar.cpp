@@ -25,12 +25,9 @@ constexpr auto watchTime = 1000ms;
 constexpr std::size_t maximumSingleFetches = 1'000;
 /// How long a watch over the series is trusted before they are fetched again all the same.
 constexpr auto seriesRefetchInterval = 10min;
-/// A server that could not be asked twice is left alone for twice this time, then for twice as long, and so
-/// on.
-constexpr std::chrono::seconds firstRefreshPause = 2min;
-constexpr int longestPauseDoublings = 5;
 /// The service looks for a stored password first: only one that it waits for at several readings is told.
 constexpr int lastingPasswordWaits = 2;
+constexpr int lastingConnections = 2;
 
 std::set<QByteArray> zonesOf(const Components &components)
 {
@@ -150,9 +147,8 @@ QCoro::Task<void> ServiceCalendar::openClient(std::shared_ptr<ServiceCalendar> s
         ++self->m_clientNumber;
         if (self->isClosed()) {
             self->m_client->close();
-        } else if (self->m_wantsRefresh) {
-            self->refresh();
         }
+        self->m_refresh->clientOpened(self->m_client);
     } else {
         error = CalendarError{CalendarStatus::Condition::unopened, u"open"_s, client.error()};
     }
@@ -165,9 +161,13 @@ void ServiceCalendar::notePassword()
     switch (e_source_get_connection_status(m_source.get())) {
     case E_SOURCE_CONNECTION_STATUS_AWAITING_CREDENTIALS:
         ++m_passwordWaits;
+        m_connections = 0;
         break;
     case E_SOURCE_CONNECTION_STATUS_CONNECTED:
-        m_passwordWaits = 0;
+        // Between two attempts the service seems to be connected for a moment.
+        if (++m_connections >= lastingConnections) {
+            m_passwordWaits = 0;
+        }
         break;
     case E_SOURCE_CONNECTION_STATUS_DISCONNECTED:
     case E_SOURCE_CONNECTION_STATUS_CONNECTING:
@@ -371,31 +371,9 @@ QCoro::Task<std::optional<QByteArray>> ServiceCalendar::capture(CalendarQuestion
     co_return *writing.value();
 }
 
-// Refresh.
-
 void ServiceCalendar::refresh()
 {
-    // Before it is open the wish waits.
-    m_wantsRefresh = !m_client || m_client->isDead();
-    if (!m_wantsRefresh && !m_isRefreshing && m_nextRefresh.hasExpired() && m_client->canRefresh()) {
-        spawn(runRefresh(std::static_pointer_cast<ServiceCalendar>(shared_from_this()), m_client));
-    }
-}
-
-QCoro::Task<void> ServiceCalendar::runRefresh(std::shared_ptr<ServiceCalendar> self, Client client)
-{
-    self->m_isRefreshing = true;
-    const bool isAsked = co_await ServiceClient::refresh(client);
-    self->m_isRefreshing = false;
-    if (isAsked) {
-        self->m_refreshFailures = 0;
-        co_return;
-    }
-    // The first failure costs nothing: after a sleep the network often comes back a moment later.
-    if (self->m_refreshFailures > 0) {
-        self->m_nextRefresh = QDeadlineTimer(firstRefreshPause * (1 << self->m_refreshFailures));
-    }
-    self->m_refreshFailures = std::min(self->m_refreshFailures + 1, longestPauseDoublings);
+    m_refresh->ask(m_client);
 }
 
 } // namespace corvane

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Corvane/Platform/Linux/EvolutionData/CalendarExpander.h"
+#include "Corvane/Platform/Linux/EvolutionData/ServerRefresh.h"
 #include "Corvane/Platform/Linux/EvolutionData/ServiceClient.h"
 #include "Corvane/Platform/Linux/EvolutionData/ServiceRegistry.h"
 #include "Corvane/Platform/Linux/EvolutionData/SourceCalendar.h"
@@ -33,7 +34,7 @@ public:
     /// Ends once it is open, or with the reason why it cannot be opened.
     static QCoro::Task<std::optional<CalendarError>> open(std::shared_ptr<ServiceCalendar> self);
 
-    /// Asks its server for news, unless it is being asked, or failed to answer not long ago.
+    /// Asks its server for news; as soon as it is open, where it is not.
     void refresh();
 
     void close() override;
@@ -69,7 +70,6 @@ private:
     expandSingles(Client client, CalendarQuestion question, Components components);
     QCoro::Task<std::expected<void, CalendarError>> expandSeries(Client client, CalendarQuestion question,
                                                                  Components components, QByteArray version);
-    static QCoro::Task<void> runRefresh(std::shared_ptr<ServiceCalendar> self, Client client);
     [[nodiscard]] QByteArray version(const CalendarQuestion &question) const;
     [[nodiscard]] bool awaitsPassword() const;
     void notePassword();
@@ -83,11 +83,9 @@ private:
     std::optional<Pending<std::optional<CalendarError>>> m_opening;
     std::optional<Series> m_series;
     int m_passwordWaits = 0;
+    int m_connections = 0;
 
-    bool m_wantsRefresh = false;
-    bool m_isRefreshing = false;
-    int m_refreshFailures = 0;
-    QDeadlineTimer m_nextRefresh{0};
+    std::shared_ptr<ServerRefresh> m_refresh = std::make_shared<ServerRefresh>();
 };
 
 } // namespace corvane

@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/EvolutionData/ServerRefresh.h"
+
+#include "Corvane/Utilities/Spawn.h"
+
+#include <algorithm>
+#include <chrono>
+
+using namespace std::chrono_literals;
+
+namespace corvane {
+
+namespace {
+
+/// A server that could not be asked twice is left alone for twice this time, then for twice as long, and so
+/// on.
+constexpr std::chrono::seconds shortestPause = 2min;
+constexpr int maximumDoublings = 5;
+
+} // namespace
+
+void ServerRefresh::ask(const std::shared_ptr<ServiceClient> &client)
+{
+    m_isWaitingForClient = !client || client->isDead();
+    if (!m_isWaitingForClient && !m_isRunning && m_next.hasExpired() && client->canRefresh()) {
+        spawn(run(shared_from_this(), client));
+    }
+}
+
+void ServerRefresh::clientOpened(const std::shared_ptr<ServiceClient> &client)
+{
+    if (m_isWaitingForClient) {
+        ask(client);
+    }
+}
+
+QCoro::Task<void> ServerRefresh::run(std::shared_ptr<ServerRefresh> self,
+                                     std::shared_ptr<ServiceClient> client)
+{
+    self->m_isRunning = true;
+    const bool isAsked = co_await ServiceClient::refresh(client);
+    self->m_isRunning = false;
+    if (isAsked) {
+        self->m_failures = 0;
+        co_return;
+    }
+    // The first failure costs nothing: after a sleep the network often comes back a moment later.
+    if (self->m_failures > 0) {
+        self->m_next = QDeadlineTimer(shortestPause * (1 << self->m_failures));
+    }
+    self->m_failures = std::min(self->m_failures + 1, maximumDoublings);
+}
+
+} // namespace corvane

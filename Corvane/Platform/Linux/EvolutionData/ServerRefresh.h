@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Platform/Linux/EvolutionData/ServiceClient.h"
+
+#include <qcoro/qcorotask.h>
+
+#include <QDeadlineTimer>
+
+#include <memory>
+
+namespace corvane {
+
+/// Has the calendar service ask the server of one calendar for news: never twice at once, and less and less
+/// often while that fails. Main thread only; shared by the coroutines.
+class ServerRefresh : public std::enable_shared_from_this<ServerRefresh> {
+public:
+    /// `client` may be null or dead: the wish then waits for the next client.
+    void ask(const std::shared_ptr<ServiceClient> &client);
+    void clientOpened(const std::shared_ptr<ServiceClient> &client);
+
+private:
+    static QCoro::Task<void> run(std::shared_ptr<ServerRefresh> self, std::shared_ptr<ServiceClient> client);
+
+    bool m_isWaitingForClient = false;
+    bool m_isRunning = false;
+    int m_failures = 0;
+    QDeadlineTimer m_next{0};
+};
+
+} // namespace corvane
