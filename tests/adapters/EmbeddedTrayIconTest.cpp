@@ -17,6 +17,7 @@
 #include <QWidget>
 
 #include <algorithm>
+#include <cstdlib>
 #include <memory>
 
 using namespace corvane;
@@ -158,9 +159,29 @@ private:
 
     void press(const QString &button)
     {
-        const QPoint bell = place().center();
-        TestDesktop::xdotool(
-            {u"mousemove"_s, QString::number(bell.x()), QString::number(bell.y()), u"click"_s, button});
+        // A tray that is still drawing moves the icon once more.
+        const auto isPointerOnIt = [] {
+            const QPoint bell = place().center();
+            TestDesktop::xdotool({u"mousemove"_s, QString::number(bell.x()), QString::number(bell.y())});
+            return embeddedWindow() != nullptr && windowUnderPointer() == embeddedWindow()->winId();
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(isPointerOnIt(), timeout);
+        TestDesktop::xdotool({u"click"_s, button});
+    }
+
+    [[nodiscard]] static std::uint32_t windowUnderPointer()
+    {
+        std::uint32_t window = x11::rootWindow();
+        for (;;) {
+            const std::unique_ptr<xcb_query_pointer_reply_t, decltype(&::free)> pointer(
+                xcb_query_pointer_reply(x11::connection(), xcb_query_pointer(x11::connection(), window),
+                                        nullptr),
+                &::free);
+            if (!pointer || pointer->child == XCB_NONE) {
+                return window;
+            }
+            window = pointer->child;
+        }
     }
 
     int m_clicks = 0;
