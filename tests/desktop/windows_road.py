@@ -153,14 +153,16 @@ class Windows(unittest.TestCase):
         command, text = WINDOWS[title]
         program.open_panel()
         program.press(command)
-        self.wait_for_text(program, text)
+        # First what costs little: a screen reader asks for each text by itself.
         poll(f"{title} to have the keyboard", lambda: self.active_title(desktop) == title)
+        self.wait_for_text(program, text)
 
     def close_window(self, desktop, program, title):
         """Closes the active window by its keys."""
         self.assertEqual(self.active_title(desktop), title)
         desktop.run("xdotool", "key", "ctrl+w")
-        poll(f"{title} to close", lambda: not program.shows(WINDOWS[title][1]))
+        poll(f"{title} to close", lambda: not desktop.windows(title))
+        self.assertFalse(program.shows(WINDOWS[title][1]))
 
     def helpIsSearchedAndItsManualOpenedAndTheBellOutlivesTheWindows(self):
         with Desktop() as desktop:
