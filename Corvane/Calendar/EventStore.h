@@ -18,6 +18,9 @@ namespace corvane {
 /// What the user allows the program to do with the calendars of the machine.
 enum class CalendarAuthorization { notDetermined, restricted, denied, writeOnly, fullAccess };
 
+/// Why online calendars are asked for news: because it is time, or because someone waits or something changed.
+enum class CalendarRefresh { regular, wished };
+
 /// The platform's calendars, read only. Called by EventKitLessonScheduleStore, once a minute.
 ///
 /// Main thread only, and no call blocks it. Answers arrive in the order of the calls; a call for an interval
@@ -42,8 +45,9 @@ public:
     virtual QCoro::Task<std::expected<std::vector<CalendarEvent>, Failure>> events(DateInterval interval) = 0;
 
     /// Asks online calendars to look for news on their servers, and returns at once. A server is not asked
-    /// again while an earlier request runs, nor too soon after it failed. monitor() tells when news arrived.
-    virtual void refresh() = 0;
+    /// again while an earlier request runs; a regular request is left out where earlier ones failed not long
+    /// ago. monitor() tells when news arrived.
+    virtual void refresh(CalendarRefresh kind) = 0;
 
     /// How the calendars fare. Lives as long as the store.
     [[nodiscard]] virtual CalendarMonitor &monitor() = 0;

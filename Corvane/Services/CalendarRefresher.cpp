@@ -22,8 +22,13 @@ CalendarRefresher::CalendarRefresher(EventStore &store, const SystemWatcher &wat
 
 void CalendarRefresher::refresh()
 {
+    ask(CalendarRefresh::wished);
+}
+
+void CalendarRefresher::ask(CalendarRefresh kind)
+{
     m_nextRefresh = uptime() + interval;
-    m_store.refresh();
+    m_store.refresh(kind);
     if (!std::exchange(m_isRegular, true)) {
         spawn(refreshRegularly(this));
     }
@@ -34,7 +39,7 @@ QCoro::Task<void> CalendarRefresher::refreshRegularly(QPointer<CalendarRefresher
     while (self != nullptr) {
         const Seconds remaining = self->m_nextRefresh - uptime();
         if (remaining <= Seconds::zero()) {
-            self->refresh();
+            self->ask(CalendarRefresh::regular);
         } else {
             co_await wait(remaining);
         }

@@ -37,6 +37,7 @@ public:
     static constexpr Seconds gathering{1};
 
 private:
+    void ask(CalendarRefresh kind);
     static QCoro::Task<void> refreshRegularly(QPointer<CalendarRefresher> self);
     static QCoro::Task<void> reloadSoon(QPointer<CalendarRefresher> self);
     void handleNews();

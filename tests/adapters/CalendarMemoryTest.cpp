@@ -3,6 +3,7 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/SourceCalendar.h"
 
+#include "Corvane/Platform/Linux/EvolutionData/FolderListing.h"
 #include "Corvane/Platform/Linux/EvolutionData/IcsFolders.h"
 #include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
 #include "tests/support/CalendarService.h"
@@ -80,7 +81,10 @@ class CalendarMemoryTest : public QObject {
         return titles;
     }
 
-    [[nodiscard]] QStringList memoryFiles() const { return QDir(memoryFolder()).entryList(QDir::Files); }
+    [[nodiscard]] QStringList memoryFiles() const
+    {
+        return QDir(memoryFolder()).entryList({u"*.memory"_s}, QDir::Files);
+    }
 
     [[nodiscard]] CalendarStatus status() const { return m_store->monitor().calendars().at(0); }
 
@@ -206,6 +210,8 @@ private Q_SLOTS:
         const QString file = memoryFolder() + u'/' + memoryFiles().at(0);
         const QDateTime written = QFileInfo(file).lastModified();
         QCOMPARE(load(), QStringList{u"Zoom - Anna"_s});
+        QCOMPARE(status().condition, CalendarStatus::Condition::answers);
+        QCOMPARE(load(), QStringList{u"Zoom - Anna"_s});
         QCOMPARE(QFileInfo(file).lastModified(), written);
         write(u"a.ics"_s, calendarText(lesson("Zoom - Ben")));
         QCOMPARE(load(), QStringList{u"Zoom - Ben"_s});
@@ -285,6 +291,58 @@ private Q_SLOTS:
                                        "DTSTART;VALUE=DATE:20250514\nSUMMARY:Holiday\nEND:VEVENT\n"));
         start();
         QVERIFY(load().value(0).startsWith(u"failed"_s));
+    }
+
+    void aFileThatIsNoCalendarIsNoGap()
+    {
+        write(u"a.ics"_s, "garbage");
+        start();
+        for (int round = 0; round < 3; ++round) {
+            QCOMPARE(load(), QStringList());
+            QCOMPARE(status().condition, CalendarStatus::Condition::leftOut);
+        }
+        QCOMPARE(m_log->latestLines().filter(u"calendar file left out"_s).size(), 1);
+        QCOMPARE(m_log->latestLines().filter(u"did not answer"_s).size(), 0);
+    }
+
+    void whatCannotBeWrittenIsWrittenLater()
+    {
+        write(u"a.ics"_s, calendarText(lesson("Zoom - Anna")));
+        QVERIFY(QDir(m_room->path()).mkpath(u"state"_s));
+        QFile obstacle(memoryFolder());
+        QVERIFY(obstacle.open(QIODevice::WriteOnly));
+        start();
+        QCOMPARE(load(), QStringList{u"Zoom - Anna"_s});
+        QTRY_COMPARE(m_log->latestLines().filter(u"calendar not remembered"_s).size(), 1);
+        QVERIFY(obstacle.remove());
+        QTRY_COMPARE((static_cast<void>(load()), memoryFiles().size()), 1);
+        QCOMPARE(m_log->latestLines().filter(u"calendar not remembered"_s).size(), 1);
+    }
+
+    void anExpiredMemoryGoesAtTheStart()
+    {
+        const CalendarMemory memory(memoryFolder());
+        const Date now = currentDate();
+        const auto remembered = [now](const QString &name, double daysAgo) {
+            const Date read = now - Seconds{daysAgo * oneDay};
+            return RememberedCalendar{
+                u"service:"_s + name, name, {}, read, {read, read + Seconds{8 * oneDay}}, {}};
+        };
+        QVERIFY(memory.write(remembered(u"old"_s, 11)).has_value());
+        QVERIFY(memory.write(remembered(u"new"_s, 7)).has_value());
+        memory.forgetExpired(now);
+        QCOMPARE(memoryFiles().size(), 1);
+        QVERIFY(memory.read(u"service:new"_s).has_value());
+    }
+
+    void whatLiesInAFolderThatCannotBeReadIsUnknown()
+    {
+        FolderListing listing;
+        listing.errors.emplace("/calendars/school", u"denied"_s);
+        QVERIFY(listing.isUnknown("/calendars/school/a.ics"));
+        QVERIFY(listing.isUnknown("/calendars/school"));
+        QVERIFY(!listing.isUnknown("/calendars/schools/a.ics"));
+        QVERIFY(!listing.isUnknown("/calendars/b.ics"));
     }
 
     void whatIsTooLargeIsNotRemembered()

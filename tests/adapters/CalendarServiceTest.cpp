@@ -194,7 +194,7 @@ private Q_SLOTS:
     void onTheNextDaysWhatIsRememberedStandsInAndNoLonger()
     {
         QCOMPARE(load().size(), 3);
-        QTRY_COMPARE(QDir(m_room->filePath(u"memory"_s)).entryList(QDir::Files).size(), 2);
+        QTRY_COMPARE(QDir(m_room->filePath(u"memory"_s)).entryList({u"*.memory"_s}, QDir::Files).size(), 2);
         m_service->signal(CalendarService::Part::factory, SIGSTOP);
         const auto later = [this](int days) {
             const Seconds shift{86400.0 * days};
@@ -324,6 +324,19 @@ private Q_SLOTS:
         for (int round = 0; round < 3; ++round) {
             QCOMPARE(load().size(), 3);
         }
+    }
+
+    void aRegistryThatHangsFromTheBeginningLeavesWhatIsRemembered()
+    {
+        QCOMPARE(load().size(), 3);
+        QTRY_COMPARE(QDir(m_room->filePath(u"memory"_s)).entryList({u"*.memory"_s}, QDir::Files).size(), 2);
+        m_store = makeLinuxEventStore(*m_log, {m_room->filePath(u"folder"_s)}, m_room->filePath(u"memory"_s));
+        m_service->signal(CalendarService::Part::registry, SIGSTOP);
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(load(), (QStringList{u"Zoom - Anna"_s, u"Zoom - Ben"_s, u"Zoom - Cleo"_s}));
+        QVERIFY2(timer.elapsed() < limit, qPrintable(QString::number(timer.elapsed())));
+        m_service->signal(CalendarService::Part::registry, SIGCONT);
     }
 
     // The last one: the library keeps its call to a registry that hangs for half a minute.

@@ -157,6 +157,24 @@ private Q_SLOTS:
         QCOMPARE(load(), QStringList{u"Anna moved 6"_s});
     }
 
+    void aFileThatIsCutOffLeavesWhatTheFilesSaidTogether()
+    {
+        write(u"series.ics"_s, revision("Anna", 0, "09", "RRULE:FREQ=DAILY;COUNT=3\n"));
+        write(u"moved.ics"_s, revision("Anna moved", 0, "15", "RECURRENCE-ID:20250514T090000Z\n"));
+        QCOMPARE(load(), QStringList{u"Anna moved 15"_s});
+        QFile file(path(u"series.ics"_s));
+        QVERIFY(file.resize(file.size() - 20));
+        QCOMPARE(load(), QStringList{u"Anna moved 15"_s});
+        QCOMPARE(load(), QStringList{u"Anna moved 15"_s});
+    }
+
+    void anIdentifierWithACommaIsFoundToo()
+    {
+        write(u"a.ics"_s, revision("Anna", 0, "09").replace("UID:invite", "UID:one\\,two"));
+        write(u"b.ics"_s, revision("Anna", 1, "10").replace("UID:invite", "UID:one\\,two"));
+        QCOMPARE(load(), QStringList{u"Anna 10"_s});
+    }
+
     void hiddenFilesAndFoldersAreNotRead()
     {
         write(u"a.ics"_s, revision("Anna", 0, "09"));

@@ -345,10 +345,10 @@ private Q_SLOTS:
     {
         const auto store = makeStore();
         EventLoopWatch watch;
-        store->refresh();
+        store->refresh(CalendarRefresh::wished);
         [[maybe_unused]] const auto granted = QCoro::waitFor(store->requestFullAccessToEvents());
-        store->refresh();
-        store->refresh();
+        store->refresh(CalendarRefresh::wished);
+        store->refresh(CalendarRefresh::regular);
         QCOMPARE(QCoro::waitFor(store->events(day("2025-03-12")))->size(), std::size_t{3});
         QVERIFY(watch.longestGap() < EventLoopWatch::blockedThreshold);
     }

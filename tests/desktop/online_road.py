@@ -34,7 +34,7 @@ class Online(unittest.TestCase):
             program.wait_for(LOADED + "1$", 30)
             self.assertEqual(sorted(desktop.pending()), sorted(identifiers(start, "Anna")))
             memory = desktop.room / "state/quillet/calendars"
-            poll("the calendars on disk", lambda: memory.is_dir() and len(list(memory.iterdir())) == 2)
+            poll("the calendars on disk", lambda: memory.is_dir() and len(list(memory.glob("*.memory"))) == 2)
             self.assertEqual(program.quit(), 0)
             self.end_service(desktop)
             server.hang()

@@ -23,12 +23,17 @@ public:
 
     int requests = 0;
     int refreshes = 0;
+    std::optional<CalendarRefresh> lastRefresh;
     std::vector<DateInterval> intervals;
 
     [[nodiscard]] CalendarAuthorization authorizationStatus() const override;
     QCoro::Task<std::expected<bool, Failure>> requestFullAccessToEvents() override;
     QCoro::Task<std::expected<std::vector<CalendarEvent>, Failure>> events(DateInterval interval) override;
-    void refresh() override { ++refreshes; }
+    void refresh(CalendarRefresh kind) override
+    {
+        ++refreshes;
+        lastRefresh = kind;
+    }
     [[nodiscard]] CalendarMonitor &monitor() override { return m_monitor; }
 
 private:

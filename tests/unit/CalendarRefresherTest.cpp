@@ -52,8 +52,11 @@ private Q_SLOTS:
         QCOMPARE(f.store.refreshes, 1);
         f.clock.advance(2 * moment);
         QCOMPARE(f.store.refreshes, 2);
+        QCOMPARE(f.store.lastRefresh, CalendarRefresh::regular);
         f.clock.advance(Seconds{3600});
         QCOMPARE(f.store.refreshes, 14);
+        f.refresher->refresh();
+        QCOMPARE(f.store.lastRefresh, CalendarRefresh::wished);
     }
 
     void itAsksAtOnceWhenTheTeacherWantsIt()

@@ -40,7 +40,7 @@ public:
         auto given = answer;
         co_return given;
     }
-    void refresh() override {}
+    void refresh(CalendarRefresh) override {}
     [[nodiscard]] CalendarMonitor &monitor() override { return m_monitor; }
 
 private:

@@ -3,9 +3,10 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/CalendarCapture.h"
 
+#include <algorithm>
 #include <cstddef>
-#include <map>
 #include <memory>
+#include <utility>
 
 namespace corvane {
 
@@ -28,10 +29,15 @@ QByteArray wrapCalendar(const QByteArray &components)
 
 QByteArray captureGroups(const std::vector<ComponentGroup> &groups)
 {
-    std::map<std::shared_ptr<DefinedZones>, QByteArray> events;
+    // In the order in which they come, so that the same calendar gives the same text.
+    std::vector<std::pair<std::shared_ptr<DefinedZones>, QByteArray>> events;
     for (const ComponentGroup &group : groups) {
         for (const EventComponent &event : group.components) {
-            events[event.zones] += componentText(event.component.get());
+            auto place = std::ranges::find(events, event.zones, [](const auto &one) { return one.first; });
+            if (place == events.end()) {
+                place = events.insert(events.end(), {event.zones, QByteArray()});
+            }
+            place->second += componentText(event.component.get());
         }
     }
     QByteArray text = events.empty() ? wrapCalendar({}) : QByteArray();
@@ -47,18 +53,22 @@ QByteArray captureGroups(const std::vector<ComponentGroup> &groups)
     return text;
 }
 
-QByteArray captureSpan(const std::vector<ComponentGroup> &groups, ExpansionRequest request, DateInterval span,
-                       ExpansionControl &control)
+std::optional<QByteArray> captureSpan(const std::vector<ComponentGroup> &groups, ExpansionRequest request,
+                                      DateInterval span, ExpansionControl &control)
 {
-    // Several days may have more occurrences than one.
+    control.isOptional = true;
+    // Several days have more occurrences than one.
     constexpr int days = 10;
     request.interval = span;
     request.knownSeries.clear();
     request.budget.occurrencesOfEvent *= days;
     request.budget.occurrences *= days;
-    request.budget.inWindowOfEvent *= days;
+    const Expansion expansion = expandGroups(groups, request, control);
+    if (!expansion.isComplete) {
+        return std::nullopt;
+    }
     std::vector<ComponentGroup> occurring;
-    for (const std::size_t place : expandGroups(groups, request, control).occurring) {
+    for (const std::size_t place : expansion.occurring) {
         occurring.push_back(groups[place]);
     }
     return captureGroups(occurring);

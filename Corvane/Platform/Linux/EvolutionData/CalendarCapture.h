@@ -7,6 +7,7 @@
 
 #include <QByteArray>
 
+#include <optional>
 #include <vector>
 
 namespace corvane {
@@ -15,8 +16,10 @@ namespace corvane {
 [[nodiscard]] QByteArray captureGroups(const std::vector<ComponentGroup> &groups);
 
 /// The groups that occur in `span` as calendar text, with the zones that their calendars define. `request` is
-/// that of an expansion of the same groups. Slow: for a worker thread.
-[[nodiscard]] QByteArray captureSpan(const std::vector<ComponentGroup> &groups, ExpansionRequest request,
-                                     DateInterval span, ExpansionControl &control);
+/// that of a complete expansion of the same groups. Nothing where it takes too long. Slow: for a worker
+/// thread.
+[[nodiscard]] std::optional<QByteArray> captureSpan(const std::vector<ComponentGroup> &groups,
+                                                    ExpansionRequest request, DateInterval span,
+                                                    ExpansionControl &control);
 
 } // namespace corvane

@@ -52,7 +52,7 @@ CalendarExpander::expand(std::shared_ptr<CalendarExpander> self, CalendarQuestio
     if (!co_await expanding.until(QDeadlineTimer(expansionTime, Qt::PreciseTimer))) {
         const std::size_t suspect = control->busyWith;
         control->cancel();
-        if (suspect != 0) {
+        if (suspect != 0 && !control->isOptional) {
             self->m_suspects.insert(suspect);
         }
         if (!co_await expanding.until(QDeadlineTimer(stoppingTime, Qt::PreciseTimer))) {

@@ -13,6 +13,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 
 namespace corvane {
@@ -27,8 +28,8 @@ public:
     struct Outcome {
         /// Incomplete where it was cut short.
         Expansion expansion;
-        /// Calendar text of what matters in the remembered span, where that was asked for.
-        QByteArray text;
+        /// Calendar text of what matters in the remembered span, where that was asked for and could be had.
+        std::optional<QByteArray> text;
     };
     /// Runs on a worker thread. Values in, values out.
     using Work = std::function<Outcome(const ExpansionRequest &request, ExpansionControl &control)>;

@@ -16,6 +16,22 @@ QByteArrayView lineAt(QByteArrayView text, qsizetype start)
     return line.endsWith('\r') ? line.chopped(1) : line;
 }
 
+/// As the calendar library reads a text.
+QByteArray unescaped(const QByteArray &text)
+{
+    QByteArray plain;
+    for (qsizetype place = 0; place < text.size(); ++place) {
+        const bool isEscape = text[place] == '\\' && place + 1 < text.size();
+        if (!isEscape) {
+            plain += text[place];
+            continue;
+        }
+        ++place;
+        plain += text[place] == 'n' || text[place] == 'N' ? '\n' : text[place];
+    }
+    return plain;
+}
+
 bool isIdentifier(QByteArrayView line)
 {
     return line.size() > 3 && qstrnicmp(line.data(), "UID", 3) == 0 && (line[3] == ':' || line[3] == ';');
@@ -44,7 +60,7 @@ std::set<IdentifierKey> identifiersIn(const QByteArray &text)
                 end = view.indexOf('\n', start);
             }
             if (const qsizetype colon = whole.indexOf(':'); colon >= 0) {
-                keys.insert(identifierKey(QByteArrayView(whole).sliced(colon + 1)));
+                keys.insert(identifierKey(unescaped(whole.sliced(colon + 1))));
             }
         }
         start = end < 0 ? view.size() : end + 1;

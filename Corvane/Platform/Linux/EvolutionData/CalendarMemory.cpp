@@ -12,6 +12,7 @@
 #include <QJsonObject>
 #include <QSaveFile>
 
+#include <chrono>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -24,6 +25,8 @@ constexpr QByteArrayView version = "quillet calendar memory 1\n";
 constexpr qsizetype checksumLength = 64; // hexadecimal digits
 /// What stands beside the text: names of any length. In bytes.
 constexpr qint64 maximumHeaderSize = 100'000;
+/// Longer after it was read a calendar's span is over.
+constexpr Seconds longestSpan = std::chrono::hours(10 * 24);
 constexpr QLatin1StringView ending = ".memory"_L1;
 constexpr auto onlyForTheUser = QFile::ReadOwner | QFile::WriteOwner;
 
@@ -113,8 +116,7 @@ std::expected<void, Failure> CalendarMemory::write(const RememberedCalendar &cal
         forget(calendar.identifier);
         return std::unexpected(Failure{u"it holds too much"_s});
     }
-    if (!QDir(m_folder).exists() &&
-        (!QDir().mkpath(m_folder) || !QFile::setPermissions(m_folder, onlyForTheUser | QFile::ExeOwner))) {
+    if (!QDir().mkpath(m_folder) || !QFile::setPermissions(m_folder, onlyForTheUser | QFile::ExeOwner)) {
         return std::unexpected(Failure{u"its folder cannot be made"_s});
     }
     const QByteArray bytes = encodeMemory(calendar);
@@ -134,7 +136,7 @@ void CalendarMemory::forget(const QString &identifier) const
 void CalendarMemory::forgetExpired(Date now) const
 {
     for (const RememberedCalendar &calendar : readAll(QString())) {
-        if (calendar.span.end <= now) {
+        if (calendar.readAt + longestSpan < now) {
             forget(calendar.identifier);
         }
     }

@@ -58,7 +58,7 @@ public:
     /// Forgets a calendar that was removed or switched off.
     void forget(const QString &identifier) const;
 
-    /// Forgets the calendars whose span ended before `now`.
+    /// Forgets the calendars that were read so long before `now` that their span is over.
     void forgetExpired(Date now) const;
 
 private:

@@ -5,6 +5,7 @@
 
 #include "Corvane/Calendar/CalendarEvent.h"
 #include "Corvane/Calendar/CalendarMonitor.h"
+#include "Corvane/Calendar/EventStore.h"
 #include "Corvane/Platform/Linux/EvolutionData/CalendarQuestion.h"
 #include "Corvane/Utilities/Failure.h"
 
@@ -46,7 +47,7 @@ public:
     virtual QCoro::Task<CalendarAnswers> query(CalendarQuestion question, QDeadlineTimer deadline) = 0;
 
     /// Asks servers for news. Returns at once.
-    virtual void refresh() {}
+    virtual void refresh(CalendarRefresh) {}
 
     /// Gives up what is under way: its calls end on the next turns of the event loop.
     virtual void close() = 0;

@@ -26,6 +26,11 @@ namespace {
 /// What is kept of the time limit for drawing the conclusions.
 constexpr auto conclusionTime = 300ms;
 
+/// A calendar that was removed or switched off is forgotten after this time.
+constexpr std::chrono::seconds forgettingTime = 1min;
+/// How long a query waits for the list of calendars where it knows the one of before.
+constexpr auto listTime = 500ms;
+
 using State = ServiceRegistry::State;
 
 QDeadlineTimer before(QDeadlineTimer deadline)
@@ -54,10 +59,10 @@ public:
         }
     }
 
-    void refresh()
+    void refresh(CalendarRefresh kind)
     {
         for (const auto &[uid, calendar] : m_calendars) {
-            calendar->refresh();
+            calendar->refresh(kind);
         }
     }
 
@@ -89,7 +94,10 @@ public:
     {
         CalendarAnswers answers;
         const QDeadlineTimer inTime = before(deadline);
-        const ServiceRegistry::Found found = co_await ServiceRegistry::find(self->m_registry, inTime);
+        const ServiceRegistry::Found found = co_await ServiceRegistry::find(
+            self->m_registry, self->m_calendars.empty()
+                                  ? inTime
+                                  : std::min(inTime, QDeadlineTimer(listTime, Qt::PreciseTimer)));
         self->logService(found);
         if (found.state == State::there) {
             self->updateCalendars();
@@ -97,7 +105,8 @@ public:
         // Calendars that were open before may answer even where the list of calendars cannot be had.
         answers.isThere = found.state != State::absent || !self->m_calendars.empty();
         if (found.state == State::silent && self->m_calendars.empty()) {
-            co_await self->m_remembered.answer(question, deadline, found.error, answers);
+            co_await self->m_remembered.answer(
+                question, deadline, found.error, [](const QString &) { return true; }, answers);
             if (answers.calendars.empty()) {
                 answers.silent = 1;
                 answers.error = didNotAnswer(found.error);
@@ -120,32 +129,43 @@ private:
     /// opened.
     static QCoro::Task<std::optional<QString>> openAny(std::shared_ptr<Impl> self, QDeadlineTimer deadline)
     {
-        std::optional<QString> error;
-        std::vector<Pending<std::optional<CalendarError>>> openings;
         const std::map<QByteArray, std::shared_ptr<ServiceCalendar>> calendars = self->m_calendars;
-        for (const auto &[uid, calendar] : calendars) {
-            const Pending<std::optional<CalendarError>> opening;
-            openings.push_back(opening);
-            spawn([](std::shared_ptr<ServiceCalendar> calendar,
-                     Pending<std::optional<CalendarError>> opening) -> QCoro::Task<void> {
-                opening.resolve(co_await ServiceCalendar::open(calendar));
-            }(calendar, opening));
+        if (calendars.empty()) {
+            co_return std::nullopt;
         }
-        for (const auto &opening : openings) {
-            if (!co_await opening.until(before(deadline))) {
-                error = u"it did not answer in time"_s;
-            } else if (!opening.value()) {
-                co_return std::nullopt;
-            } else {
-                error = opening.value()->reason;
-            }
+        const auto openings = std::make_shared<Openings>(calendars.size());
+        for (const auto &[uid, calendar] : calendars) {
+            spawn(openOne(calendar, openings));
+        }
+        const bool isDecided = co_await openings->isAnyOpen.until(before(deadline));
+        if (isDecided && openings->isAnyOpen.value()) {
+            co_return std::nullopt;
         }
         for (const auto &[uid, calendar] : calendars) {
             if (co_await SourceCalendar::hasMemory(calendar, deadline)) {
                 co_return std::nullopt;
             }
         }
-        co_return error;
+        co_return isDecided ? openings->error : u"it did not answer in time"_s;
+    }
+
+    struct Openings {
+        std::size_t pending;
+        Pending<bool> isAnyOpen;
+        QString error;
+    };
+
+    static QCoro::Task<void> openOne(std::shared_ptr<ServiceCalendar> calendar,
+                                     std::shared_ptr<Openings> openings)
+    {
+        const std::optional<CalendarError> error = co_await ServiceCalendar::open(calendar);
+        --openings->pending;
+        if (error) {
+            openings->error = error->reason;
+        }
+        if (!error || openings->pending == 0) {
+            openings->isAnyOpen.resolve(!error);
+        }
     }
 
     void updateCalendars()
@@ -159,16 +179,24 @@ private:
                 calendar->update(entry);
             } else {
                 calendar = std::make_shared<ServiceCalendar>(m_services, entry);
-                calendar->refresh(); // as soon as it is open
+                calendar->refresh(CalendarRefresh::wished); // as soon as it is open
             }
             enabled.emplace(entry.uid, std::move(calendar));
         }
         for (const auto &[uid, calendar] : m_calendars) {
             if (!enabled.contains(uid)) {
                 calendar->close();
-                calendar->forget();
+                m_removed.try_emplace(uid, calendar, QDeadlineTimer(forgettingTime));
             }
         }
+        // A service that has just started may list its accounts before their calendars.
+        std::erase_if(m_removed, [&enabled](const auto &removed) {
+            const auto &[calendar, deadline] = removed.second;
+            if (!enabled.contains(removed.first) && deadline.hasExpired()) {
+                calendar->forget();
+            }
+            return enabled.contains(removed.first) || deadline.hasExpired();
+        });
         m_calendars = std::move(enabled);
     }
 
@@ -198,6 +226,8 @@ private:
     std::shared_ptr<ServiceRegistry> m_registry = std::make_shared<ServiceRegistry>();
     std::map<QByteArray, std::shared_ptr<ServiceCalendar>> m_calendars;
     RememberedCalendars m_remembered{m_services, ServiceCalendar::identifierPrefix};
+    /// Calendars that were there, until they are forgotten.
+    std::map<QByteArray, std::pair<std::shared_ptr<ServiceCalendar>, QDeadlineTimer>> m_removed;
     std::optional<State> m_lastState;
     bool m_isClosed = false;
 };
@@ -222,9 +252,9 @@ QCoro::Task<CalendarAnswers> EvolutionCalendars::query(CalendarQuestion question
     return Impl::query(m_impl, std::move(question), deadline);
 }
 
-void EvolutionCalendars::refresh()
+void EvolutionCalendars::refresh(CalendarRefresh kind)
 {
-    m_impl->refresh();
+    m_impl->refresh(kind);
 }
 
 void EvolutionCalendars::close()

@@ -71,6 +71,8 @@ public:
 
     /// Which series is being expanded: a hash of its key, or 0.
     std::atomic<std::size_t> busyWith = 0;
+    /// What is done now may be cut short without harm.
+    std::atomic<bool> isOptional = false;
 
 private:
     std::atomic<bool> m_isCancelled = false;

@@ -66,17 +66,21 @@ QByteArray versionOf(const FileStamp &stamp)
            QByteArray::number(stamp.inode);
 }
 
-std::set<IdentifierKey> indexFile(const QByteArray &path)
+/// Nothing where the file cannot be read, or only half of it is there.
+std::optional<std::set<IdentifierKey>> indexFile(const QByteArray &path)
 {
     const auto bytes = readRegularFile(path, FileCalendar::maximumSize);
-    const auto text = bytes ? toCalendarText(*bytes) : std::unexpected(CalendarTextError{});
-    return text ? identifiersIn(*text) : std::set<IdentifierKey>();
+    if (!bytes) {
+        return std::nullopt;
+    }
+    const auto text = toCalendarText(*bytes);
+    return text ? std::optional(identifiersIn(*text)) : std::nullopt;
 }
 
 } // namespace
 
 FileCalendar::FileCalendar(std::shared_ptr<CalendarServices> services, const QByteArray &path)
-    : SourceCalendar(services, u"file:"_s + QFile::decodeName(path))
+    : SourceCalendar(services, identifierPrefix + QFile::decodeName(path))
     , m_path(path)
     , m_expander(std::make_shared<CalendarExpander>(std::move(services)))
 {
@@ -85,6 +89,11 @@ FileCalendar::FileCalendar(std::shared_ptr<CalendarServices> services, const QBy
 }
 
 FileCalendar::~FileCalendar() = default;
+
+QByteArray FileCalendar::pathOf(const QString &identifier)
+{
+    return QFile::encodeName(identifier.mid(identifierPrefix.size()));
+}
 
 void FileCalendar::setStamp(const FileStamp &stamp)
 {
@@ -105,18 +114,21 @@ QCoro::Task<void> FileCalendar::index(std::shared_ptr<FileCalendar> self, QDeadl
     if (self->m_indexedStamp == self->m_stamp) {
         co_return;
     }
-    const FileStamp stamp = self->m_stamp;
-    if (!self->m_indexing) {
-        self->m_indexing = startOnPool(self->services().workers.threads(),
-                                       [path = self->m_path] { return indexFile(path); });
+    const bool wasLate = self->m_indexing.has_value();
+    if (!wasLate) {
+        self->m_indexing =
+            Indexing{self->m_stamp, startOnPool(self->services().files.threads(),
+                                                [path = self->m_path] { return indexFile(path); })};
     }
-    const Identifiers indexing = *self->m_indexing;
-    if (!co_await indexing.until(deadline)) {
+    const Indexing indexing = *self->m_indexing;
+    if (!indexing.identifiers.isResolved() && (wasLate || !co_await indexing.identifiers.until(deadline))) {
         co_return;
     }
     self->m_indexing.reset();
-    self->m_indexedStamp = stamp;
-    self->m_identifiers = *indexing.value();
+    self->m_indexedStamp = indexing.stamp;
+    if (const auto &identifiers = *indexing.identifiers.value()) {
+        self->m_identifiers = *identifiers;
+    }
 }
 
 QCoro::Task<SourceCalendar::Reading> FileCalendar::read(CalendarQuestion question)
@@ -131,12 +143,10 @@ QCoro::Task<SourceCalendar::Reading> FileCalendar::read(CalendarQuestion questio
     }
     const FileStamp stamp = m_stamp;
     const std::set<IdentifierKey> shared = m_shared;
-    const auto parsing =
-        startOnPool(services().workers.threads(), [path = m_path] { return parseFile(path); });
+    const auto parsing = startOnPool(services().files.threads(), [path = m_path] { return parseFile(path); });
     co_await parsing.untilResolved();
     const auto parsed = parsing.value();
     if (!*parsed) {
-        m_contents.reset();
         m_rejection.reset();
         if (parsed->error().step == u"parse") {
             m_rejection = Rejection{stamp, parsed->error()};
@@ -148,13 +158,16 @@ QCoro::Task<SourceCalendar::Reading> FileCalendar::read(CalendarQuestion questio
                                    isLarge = stamp.size > largeFile](const ExpansionRequest &request,
                                                                      ExpansionControl &control) {
         Groups &groups = **parsed;
-        CalendarExpander::Outcome outcome;
-        outcome.text = captureSpan(groups, request, span, control);
+        Groups own = groups;
         if (!shared.empty()) {
-            *sharedText = captureGroups(takeGroups(groups, shared));
+            *sharedText = captureGroups(takeGroups(own, shared));
         }
-        outcome.expansion = expandGroups(groups, request, control);
-        groups.clear(); // before the memory is given back
+        CalendarExpander::Outcome outcome{expandGroups(own, request, control), {}};
+        if (outcome.expansion.isComplete) {
+            outcome.text = captureSpan(groups, request, span, control);
+        }
+        own.clear(); // before the memory is given back
+        groups.clear();
         if (isLarge) {
             ::malloc_trim(0);
         }
@@ -168,7 +181,7 @@ QCoro::Task<SourceCalendar::Reading> FileCalendar::read(CalendarQuestion questio
                             .skippedEvents = std::move(outcome->expansion.skippedEvents),
                             .unknownZones = std::move(outcome->expansion.unknownZones),
                             .version = versionOf(stamp)};
-    m_contents.reset();
+    noteUnfinished(outcome->expansion, reading);
     if (outcome->expansion.isComplete) {
         m_contents = Contents{stamp, question, shared, reading, *sharedText, std::move(outcome->text)};
     }

@@ -24,6 +24,10 @@ public:
     FileCalendar(std::shared_ptr<CalendarServices> services, const QByteArray &path);
     ~FileCalendar() override;
 
+    /// Begins the identifiers of files.
+    static constexpr QLatin1StringView identifierPrefix{"file:"};
+    [[nodiscard]] static QByteArray pathOf(const QString &identifier);
+
     /// A larger file is left out. In bytes.
     static constexpr qint64 maximumSize = 20'000'000;
 
@@ -31,7 +35,7 @@ public:
 
     /// Finds out which events the file names. Ends at `deadline`, and goes on at the next call.
     static QCoro::Task<void> index(std::shared_ptr<FileCalendar> self, QDeadlineTimer deadline);
-    /// As far as it was found out.
+    /// As it was found out last; a file that cannot be read now named them before.
     [[nodiscard]] const std::set<IdentifierKey> &identifiers() const { return m_identifiers; }
 
     /// Which events other files name, too. The file does not answer them by itself: their revisions and
@@ -68,8 +72,11 @@ private:
     std::optional<Contents> m_contents;
     std::optional<Rejection> m_rejection;
 
-    using Identifiers = Pending<std::shared_ptr<std::set<IdentifierKey>>>;
-    std::optional<Identifiers> m_indexing;
+    struct Indexing {
+        FileStamp stamp;
+        Pending<std::shared_ptr<std::optional<std::set<IdentifierKey>>>> identifiers;
+    };
+    std::optional<Indexing> m_indexing;
     std::optional<FileStamp> m_indexedStamp;
     std::set<IdentifierKey> m_identifiers;
     std::set<IdentifierKey> m_shared;

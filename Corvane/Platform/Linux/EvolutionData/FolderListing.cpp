@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <set>
 #include <string>
@@ -42,21 +44,41 @@ bool isIcs(const std::string &name)
                [](char left, char right) { return left == std::tolower(static_cast<unsigned char>(right)); });
 }
 
+/// A link that leads round in circles leads nowhere, too.
+bool isNothing(int error)
+{
+    return error == ENOENT || error == ENOTDIR || error == ELOOP;
+}
+
 class Lister {
 public:
     FolderListing run(const std::vector<QByteArray> &folders)
     {
         for (const QByteArray &folder : folders) {
             struct stat status = {};
-            if (::stat(folder.constData(), &status) == 0 && S_ISDIR(status.st_mode)) {
+            if (look(folder, status) && S_ISDIR(status.st_mode)) {
                 m_listing.isAnyFolderThere = true;
                 read(folder, status, 0);
+            } else if (m_listing.errors.contains(folder)) {
+                m_listing.isAnyFolderThere = true;
             }
         }
         return std::move(m_listing);
     }
 
 private:
+    /// Answers false where there is nothing, or nothing that can be looked at.
+    bool look(const QByteArray &path, struct stat &status)
+    {
+        if (::stat(path.constData(), &status) == 0) {
+            return true;
+        }
+        if (!isNothing(errno)) {
+            m_listing.errors.emplace(path, QString::fromLocal8Bit(std::strerror(errno)));
+        }
+        return false;
+    }
+
     void read(const QByteArray &folder, const struct stat &status, int level)
     {
         // Each folder once: links may lead round in circles.
@@ -68,12 +90,11 @@ private:
         std::filesystem::directory_iterator entry(folder.constData(), error);
         for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
             const std::string name = entry->path().filename().string();
-            const std::string path = entry->path().string();
+            const QByteArray bytes = QByteArray::fromStdString(entry->path().string());
             struct stat found = {};
-            if (name.starts_with('.') || ::stat(path.c_str(), &found) != 0) {
+            if (name.starts_with('.') || !look(bytes, found)) {
                 continue;
             }
-            const QByteArray bytes(path.data(), static_cast<qsizetype>(path.size()));
             if (S_ISDIR(found.st_mode)) {
                 read(bytes, found, level + 1);
             } else if (S_ISREG(found.st_mode) && isIcs(name) && m_listing.files.size() < maximumFiles) {
@@ -95,7 +116,14 @@ bool isAnyFolderThere(const std::vector<QByteArray> &folders)
 {
     return std::ranges::any_of(folders, [](const QByteArray &folder) {
         struct stat status = {};
-        return ::stat(folder.constData(), &status) == 0 && S_ISDIR(status.st_mode);
+        return ::stat(folder.constData(), &status) == 0 ? S_ISDIR(status.st_mode) : !isNothing(errno);
+    });
+}
+
+bool FolderListing::isUnknown(const QByteArray &path) const
+{
+    return std::ranges::any_of(errors, [&path](const auto &error) {
+        return path == error.first || path.startsWith(error.first + '/');
     });
 }
 

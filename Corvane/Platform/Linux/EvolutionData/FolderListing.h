@@ -28,10 +28,14 @@ struct FileStamp {
 struct FolderListing {
     bool isAnyFolderThere = false;
     std::map<QByteArray, FileStamp> files;
-    /// Folders that cannot be read, and why.
+    /// Folders and files that cannot be read, and why: what lies there is unknown.
     std::map<QByteArray, QString> errors;
+
+    /// Whether it is unknown if there is such a file.
+    [[nodiscard]] bool isUnknown(const QByteArray &path) const;
 };
 
+/// Whether one is there; one that cannot be read is.
 [[nodiscard]] bool isAnyFolderThere(const std::vector<QByteArray> &folders);
 
 /// The files that end in ".ics", in any letter case, in `folders` and their subfolders. Hidden files and

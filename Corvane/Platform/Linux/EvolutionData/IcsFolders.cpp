@@ -7,6 +7,7 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/FileCalendar.h"
 #include "Corvane/Platform/Linux/EvolutionData/FolderListing.h"
+#include "Corvane/Platform/Linux/EvolutionData/RememberedCalendars.h"
 #include "Corvane/Platform/Linux/EvolutionData/SharedEvents.h"
 #include "Corvane/Platform/Linux/Waiting/Pending.h"
 
@@ -30,6 +31,8 @@ namespace {
 
 /// Whether a folder exists is told at once; where it is not, the disk hangs.
 constexpr auto availabilityTimeout = 500ms;
+/// How long it may take to find out which events the files name.
+constexpr auto indexTime = 1000ms;
 /// What is kept of the time limit for drawing the conclusions.
 constexpr auto conclusionTime = 300ms;
 
@@ -58,15 +61,15 @@ public:
     {
         if (!self->m_availabilityCheck) {
             self->m_availabilityCheck =
-                startOnPool(self->m_services->workers.threads(),
+                startOnPool(self->m_services->files.threads(),
                             [folders = self->m_folders] { return isAnyFolderThere(folders); });
         }
         const auto looking = *self->m_availabilityCheck;
         const bool isKnown =
             co_await looking.until(std::min(deadline, QDeadlineTimer(availabilityTimeout, Qt::PreciseTimer)));
         if (!isKnown) {
-            // A disk that hangs is as good as none, for now.
-            co_return false;
+            // A disk that hangs is as good as none, for now, unless it was read before.
+            co_return co_await self->m_remembered.areThere(deadline);
         }
         self->m_availabilityCheck.reset();
         co_return *looking.value();
@@ -79,10 +82,11 @@ public:
         const QDeadlineTimer inTime(
             std::max(deadline.remainingTimeAsDuration() - conclusionTime, std::chrono::nanoseconds(50ms)),
             Qt::PreciseTimer);
-        co_await list(self, inTime, answers);
+        co_await list(self, question, inTime, deadline, answers);
         answers.isThere = self->m_isThere;
         const Files files = self->m_files;
-        co_await findShared(files, inTime);
+        // A file that hangs must not make the others late.
+        co_await findShared(files, std::min(inTime, QDeadlineTimer(indexTime, Qt::PreciseTimer)));
         std::vector<QCoro::Task<void>> tasks;
         for (const auto &[path, file] : files) {
             tasks.push_back(SourceCalendar::query(file, question, inTime, deadline, answers));
@@ -132,20 +136,38 @@ private:
         return texts;
     }
 
-    static QCoro::Task<void> list(std::shared_ptr<Impl> self, QDeadlineTimer inTime, CalendarAnswers &answers)
+    static QCoro::Task<void> list(std::shared_ptr<Impl> self, CalendarQuestion question,
+                                  QDeadlineTimer inTime, QDeadlineTimer deadline, CalendarAnswers &answers)
     {
         if (!self->m_listing) {
-            self->m_listing = startOnPool(self->m_services->workers.threads(),
+            self->m_listing = startOnPool(self->m_services->files.threads(),
                                           [folders = self->m_folders] { return listFolders(folders); });
         }
         const auto listing = *self->m_listing;
         if (co_await listing.until(inTime)) {
             self->m_listing.reset();
-            self->updateFiles(*listing.value());
-        } else {
-            self->logFolderError(u"they could not be read in time"_s);
-            answers.silent = self->m_files.empty() && self->m_isThere ? 1 : 0;
-            answers.error = u"The calendar folders did not answer in time."_s;
+            const std::shared_ptr<FolderListing> found = listing.value();
+            self->updateFiles(*found);
+            if (!found->errors.empty()) {
+                const auto isMissing = [self, found](const QString &identifier) {
+                    const QByteArray path = FileCalendar::pathOf(identifier);
+                    return !self->m_files.contains(path) && found->isUnknown(path);
+                };
+                co_await self->m_remembered.answer(question, deadline, u"its folder cannot be read"_s,
+                                                   isMissing, answers);
+            }
+            co_return;
+        }
+        const QString reason = u"they could not be read in time"_s;
+        self->logFolderError(reason);
+        if (self->m_files.empty()) {
+            co_await self->m_remembered.answer(
+                question, deadline, reason, [](const QString &) { return true; }, answers);
+            if (answers.calendars.empty() && self->m_isThere) {
+                answers.silent = 1;
+                answers.error = u"The calendar folders did not answer in time."_s;
+            }
+            self->m_isThere = self->m_isThere || !answers.calendars.empty();
         }
     }
 
@@ -162,7 +184,12 @@ private:
             files.emplace(path, file);
         }
         for (const auto &[path, file] : m_files) {
-            if (!files.contains(path)) {
+            if (files.contains(path)) {
+                continue;
+            }
+            if (listing.isUnknown(path)) {
+                files.emplace(path, file);
+            } else {
                 file->close();
                 file->forget();
             }
@@ -194,6 +221,7 @@ private:
     std::optional<Pending<std::shared_ptr<FolderListing>>> m_listing;
     Files m_files;
     SharedEvents m_shared{m_services};
+    RememberedCalendars m_remembered{m_services, FileCalendar::identifierPrefix};
     std::map<QByteArray, QString> m_folderErrors;
     QString m_loggedError;
 };

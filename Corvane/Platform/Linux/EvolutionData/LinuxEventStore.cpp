@@ -57,6 +57,11 @@ std::unique_ptr<EventStore> makeLinuxEventStore(DebugLogService &log, const QStr
     std::vector<std::shared_ptr<CalendarSource>> sources;
     // The folders first: whether one exists is known at once, so that a service that hangs delays no grant.
     const auto services = std::make_shared<CalendarServices>(log, memoryFolder);
+    [[maybe_unused]] const auto cleaning =
+        startOnPool(services->memories.threads(), [memory = services->memory, now = currentDate()] {
+            memory.forgetExpired(now);
+            return true;
+        });
     sources.push_back(std::make_shared<IcsFolders>(services, folders));
     sources.push_back(std::make_shared<EvolutionCalendars>(services));
     auto store = std::make_unique<MergedEventStore>(std::move(sources), timeZoneId);

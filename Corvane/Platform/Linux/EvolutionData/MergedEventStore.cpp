@@ -61,10 +61,10 @@ public:
         }
     }
 
-    void refresh()
+    void refresh(CalendarRefresh kind)
     {
         for (const auto &source : m_sources) {
-            source->refresh();
+            source->refresh(kind);
         }
     }
 
@@ -223,9 +223,9 @@ MergedEventStore::events(DateInterval interval)
     co_return answer.value();
 }
 
-void MergedEventStore::refresh()
+void MergedEventStore::refresh(CalendarRefresh kind)
 {
-    m_impl->refresh();
+    m_impl->refresh(kind);
 }
 
 } // namespace corvane

@@ -33,7 +33,7 @@ public:
     [[nodiscard]] CalendarAuthorization authorizationStatus() const override;
     QCoro::Task<std::expected<bool, Failure>> requestFullAccessToEvents() override;
     QCoro::Task<std::expected<std::vector<CalendarEvent>, Failure>> events(DateInterval interval) override;
-    void refresh() override;
+    void refresh(CalendarRefresh kind) override;
     [[nodiscard]] CalendarMonitor &monitor() override { return m_monitor; }
 
 private:

@@ -23,7 +23,7 @@ QCoro::Task<bool> RememberedCalendars::areThere(QDeadlineTimer deadline)
 {
     if (!m_reading) {
         m_reading =
-            startOnPool(m_services->workers.threads(),
+            startOnPool(m_services->memories.threads(),
                         [memory = m_services->memory, prefix = m_prefix] { return memory.readAll(prefix); });
     }
     const auto reading = *m_reading;
@@ -32,7 +32,7 @@ QCoro::Task<bool> RememberedCalendars::areThere(QDeadlineTimer deadline)
 }
 
 QCoro::Task<void> RememberedCalendars::answer(CalendarQuestion question, QDeadlineTimer deadline,
-                                              QString reason, CalendarAnswers &answers)
+                                              QString reason, Filter isMissing, CalendarAnswers &answers)
 {
     if (!m_silentSince) {
         m_silentSince = currentDate();
@@ -55,11 +55,9 @@ QCoro::Task<void> RememberedCalendars::answer(CalendarQuestion question, QDeadli
     for (std::size_t index = 0; index < calendars->size(); ++index) {
         const RememberedCalendar &calendar = (*calendars)[index];
         const auto &events = (*expanding.value())[index];
-        if (!events) {
+        if (!isMissing(calendar.identifier)) {
             continue;
         }
-        ++answers.answered;
-        std::ranges::copy(*events, std::back_inserter(answers.events));
         answers.calendars.push_back({.identifier = calendar.identifier,
                                      .name = calendar.name,
                                      .account = calendar.account,
@@ -67,8 +65,15 @@ QCoro::Task<void> RememberedCalendars::answer(CalendarQuestion question, QDeadli
                                      .reason = reason,
                                      .lastRead = calendar.readAt,
                                      .failingSince = m_silentSince,
-                                     .usesLastAnswer = true,
-                                     .eventCount = static_cast<int>(events->size())});
+                                     .usesLastAnswer = events.has_value(),
+                                     .eventCount = events ? static_cast<int>(events->size()) : 0});
+        if (events) {
+            ++answers.answered;
+            std::ranges::copy(*events, std::back_inserter(answers.events));
+        } else {
+            ++answers.silent;
+            answers.error = reason;
+        }
     }
 }
 

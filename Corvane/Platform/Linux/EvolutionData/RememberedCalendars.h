@@ -13,6 +13,7 @@
 #include <QDeadlineTimer>
 #include <QString>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -31,9 +32,12 @@ public:
     /// Whether there is any. Ends at `deadline`.
     QCoro::Task<bool> areThere(QDeadlineTimer deadline);
 
-    /// Adds what they hold for `question` to `answers`. `reason` is why their source is silent.
+    using Filter = std::function<bool(const QString &identifier)>;
+
+    /// Adds what those hold for `question` that `isMissing` names to `answers`. `reason` is why they are
+    /// silent.
     QCoro::Task<void> answer(CalendarQuestion question, QDeadlineTimer deadline, QString reason,
-                             CalendarAnswers &answers);
+                             Filter isMissing, CalendarAnswers &answers);
 
 private:
     using Calendars = std::vector<RememberedCalendar>;

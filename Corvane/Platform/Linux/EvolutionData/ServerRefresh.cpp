@@ -21,8 +21,12 @@ constexpr int maximumDoublings = 5;
 
 } // namespace
 
-void ServerRefresh::ask(const std::shared_ptr<ServiceClient> &client)
+void ServerRefresh::ask(const std::shared_ptr<ServiceClient> &client, CalendarRefresh kind)
 {
+    if (kind == CalendarRefresh::wished) {
+        m_next = QDeadlineTimer(0);
+        m_failures = 0;
+    }
     m_isWaitingForClient = !client || client->isDead();
     if (!m_isWaitingForClient && !m_isRunning && m_next.hasExpired() && client->canRefresh()) {
         spawn(run(shared_from_this(), client));
@@ -32,7 +36,7 @@ void ServerRefresh::ask(const std::shared_ptr<ServiceClient> &client)
 void ServerRefresh::clientOpened(const std::shared_ptr<ServiceClient> &client)
 {
     if (m_isWaitingForClient) {
-        ask(client);
+        ask(client, CalendarRefresh::wished);
     }
 }
 
@@ -46,10 +50,7 @@ QCoro::Task<void> ServerRefresh::run(std::shared_ptr<ServerRefresh> self,
         self->m_failures = 0;
         co_return;
     }
-    // The first failure costs nothing: after a sleep the network often comes back a moment later.
-    if (self->m_failures > 0) {
-        self->m_next = QDeadlineTimer(shortestPause * (1 << self->m_failures));
-    }
+    self->m_next = QDeadlineTimer(shortestPause * (1 << self->m_failures));
     self->m_failures = std::min(self->m_failures + 1, maximumDoublings);
 }
 

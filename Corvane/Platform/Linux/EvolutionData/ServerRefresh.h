@@ -5,6 +5,8 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/ServiceClient.h"
 
+#include "Corvane/Calendar/EventStore.h"
+
 #include <qcoro/qcorotask.h>
 
 #include <QDeadlineTimer>
@@ -18,7 +20,7 @@ namespace corvane {
 class ServerRefresh : public std::enable_shared_from_this<ServerRefresh> {
 public:
     /// `client` may be null or dead: the wish then waits for the next client.
-    void ask(const std::shared_ptr<ServiceClient> &client);
+    void ask(const std::shared_ptr<ServiceClient> &client, CalendarRefresh kind);
     void clientOpened(const std::shared_ptr<ServiceClient> &client);
 
 private:

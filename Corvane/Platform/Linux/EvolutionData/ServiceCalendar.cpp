@@ -57,10 +57,11 @@ std::vector<ComponentGroup> groupsOf(const Components &components, const FindZon
     std::vector<GObjectRef<ICalComponent>> definitions;
     for (const QByteArray &identifier : zonesOf(components)) {
         ICalTimezone *zone = findZone(identifier.constData());
-        auto definition =
+        const auto definition =
             GObjectRef<ICalComponent>::adopt(zone != nullptr ? i_cal_timezone_get_component(zone) : nullptr);
         if (definition) {
-            definitions.push_back(std::move(definition));
+            // The client's own is shared by all threads, and reading one moves its iterators.
+            definitions.push_back(GObjectRef<ICalComponent>::adopt(i_cal_component_clone(definition.get())));
         }
     }
     const auto zones = std::make_shared<DefinedZones>(std::move(definitions));
@@ -218,7 +219,7 @@ QCoro::Task<SourceCalendar::Reading> ServiceCalendar::readOnce(CalendarQuestion 
             co_await watched.until(QDeadlineTimer(watchTime, Qt::PreciseTimer));
     }
     // What changes from here on is seen by the next reading.
-    const QByteArray versionNow = version(question);
+    const QByteArray versionNow = version(client, question);
     const bool areSeriesKnown = m_series && m_series->question == question && !versionNow.isEmpty() &&
                                 m_series->version == versionNow && !m_series->refetch.hasExpired();
     auto fetched = co_await fetch(client, question, !areSeriesKnown);
@@ -244,6 +245,8 @@ QCoro::Task<SourceCalendar::Reading> ServiceCalendar::readOnce(CalendarQuestion 
     if (m_series) {
         std::ranges::copy(m_series->events, std::back_inserter(reading.events));
         std::ranges::copy(m_series->skippedEvents, std::back_inserter(reading.skippedEvents));
+        std::ranges::copy(m_series->unknownZones,
+                          std::inserter(reading.unknownZones, reading.unknownZones.end()));
     }
     notePassword();
     if (m_passwordWaits >= lastingPasswordWaits) {
@@ -252,9 +255,9 @@ QCoro::Task<SourceCalendar::Reading> ServiceCalendar::readOnce(CalendarQuestion 
     co_return reading;
 }
 
-QByteArray ServiceCalendar::version(const CalendarQuestion &question) const
+QByteArray ServiceCalendar::version(const Client &client, const CalendarQuestion &question) const
 {
-    const auto changes = m_client->changes(rememberedSpan(question));
+    const auto changes = client->changes(rememberedSpan(question));
     return changes ? QByteArray::number(m_clientNumber) + '.' + QByteArray::number(*changes) : QByteArray();
 }
 
@@ -330,18 +333,23 @@ QCoro::Task<std::expected<void, CalendarError>> ServiceCalendar::expandSeries(Cl
                                                                     ExpansionControl &control) {
         const std::vector<ComponentGroup> groups = groupsOf(components, findZone);
         CalendarExpander::Outcome outcome{expandGroups(groups, request, control), {}};
-        outcome.text = captureSpan(groups, request, span, control);
+        if (outcome.expansion.isComplete) {
+            outcome.text = captureSpan(groups, request, span, control);
+        }
         return outcome;
     };
     auto outcome = co_await CalendarExpander::expand(m_expander, question, std::move(work));
     if (!outcome) {
         co_return std::unexpected(outcome.error());
     }
+    Expansion &expansion = outcome->expansion;
+    std::ranges::move(expansion.unfinishedSeries, std::back_inserter(expansion.skippedEvents));
     m_series = Series{question,
-                      std::move(outcome->expansion.events),
-                      std::move(outcome->expansion.skippedEvents),
+                      std::move(expansion.events),
+                      std::move(expansion.skippedEvents),
+                      std::move(expansion.unknownZones),
                       std::move(outcome->text),
-                      outcome->expansion.isComplete ? version : QByteArray(),
+                      expansion.isComplete ? version : QByteArray(),
                       QDeadlineTimer(seriesRefetchInterval)};
     co_return {};
 }
@@ -351,29 +359,33 @@ QCoro::Task<std::expected<void, CalendarError>> ServiceCalendar::expandSeries(Cl
 QCoro::Task<std::optional<QByteArray>> ServiceCalendar::capture(CalendarQuestion span)
 {
     const Client client = m_client;
-    if (!client || client->isDead() || !m_series || rememberedSpan(m_series->question) != span.interval) {
+    if (!client || client->isDead() || !m_series || !m_series->text ||
+        rememberedSpan(m_series->question) != span.interval) {
         co_return std::nullopt;
     }
-    const QByteArray seriesText = m_series->text;
+    const QByteArray seriesText = *m_series->text;
     auto singles = co_await ServiceClient::singles(client, span.interval);
     if (!singles) {
         co_return std::nullopt;
     }
     co_await ServiceClient::bringZones(client, zonesOf(*singles));
     const auto writing =
-        startOnPool(services().workers.threads(), [components = std::move(*singles),
-                                                   findZone = client->customZone(), seriesText, span] {
-            ExpansionControl control;
-            const ExpansionRequest request{span.interval, span.timeZoneId, {}, {}, {}, {}, {}};
-            return captureSpan(groupsOf(components, findZone), request, span.interval, control) + seriesText;
-        });
+        startOnPool(services().workers.threads(),
+                    [components = std::move(*singles), findZone = client->customZone(), seriesText,
+                     span]() -> std::optional<QByteArray> {
+                        ExpansionControl control;
+                        const ExpansionRequest request{span.interval, span.timeZoneId, {}, {}, {}, {}, {}};
+                        const auto text =
+                            captureSpan(groupsOf(components, findZone), request, span.interval, control);
+                        return text ? std::optional(*text + seriesText) : std::nullopt;
+                    });
     co_await writing.untilResolved();
     co_return *writing.value();
 }
 
-void ServiceCalendar::refresh()
+void ServiceCalendar::refresh(CalendarRefresh kind)
 {
-    m_refresh->ask(m_client);
+    m_refresh->ask(m_client, kind);
 }
 
 } // namespace corvane

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "Corvane/Calendar/EventStore.h"
 #include "Corvane/Platform/Linux/EvolutionData/CalendarExpander.h"
 #include "Corvane/Platform/Linux/EvolutionData/ServerRefresh.h"
 #include "Corvane/Platform/Linux/EvolutionData/ServiceClient.h"
@@ -14,6 +15,7 @@
 #include <expected>
 #include <memory>
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace corvane {
@@ -35,7 +37,7 @@ public:
     static QCoro::Task<std::optional<CalendarError>> open(std::shared_ptr<ServiceCalendar> self);
 
     /// Asks its server for news; as soon as it is open, where it is not.
-    void refresh();
+    void refresh(CalendarRefresh kind);
 
     void close() override;
 
@@ -49,8 +51,9 @@ private:
         CalendarQuestion question;
         std::vector<CalendarEvent> events;
         std::vector<SkippedEvent> skippedEvents;
-        /// Calendar text of those that matter in the remembered span.
-        QByteArray text;
+        std::set<QByteArray> unknownZones;
+        /// Calendar text of those that matter in the remembered span; nothing where it could not be had.
+        std::optional<QByteArray> text;
         QByteArray version;
         QDeadlineTimer refetch;
     };
@@ -70,7 +73,7 @@ private:
     expandSingles(Client client, CalendarQuestion question, Components components);
     QCoro::Task<std::expected<void, CalendarError>> expandSeries(Client client, CalendarQuestion question,
                                                                  Components components, QByteArray version);
-    [[nodiscard]] QByteArray version(const CalendarQuestion &question) const;
+    [[nodiscard]] QByteArray version(const Client &client, const CalendarQuestion &question) const;
     [[nodiscard]] bool awaitsPassword() const;
     void notePassword();
 

@@ -31,7 +31,8 @@ std::vector<ComponentGroup> groupsOfTexts(const std::vector<QByteArray> &texts)
 } // namespace
 
 SharedEvents::SharedEvents(std::shared_ptr<CalendarServices> services)
-    : m_expander(std::make_shared<CalendarExpander>(std::move(services)))
+    : m_services(services)
+    , m_expander(std::make_shared<CalendarExpander>(std::move(services)))
 {
 }
 
@@ -40,30 +41,51 @@ QCoro::Task<void> SharedEvents::answer(CalendarQuestion question, std::vector<QB
 {
     if (texts.empty()) {
         m_known.reset();
+        m_last.reset();
         co_return;
     }
     if (!m_known || m_known->question != question || m_known->texts != texts) {
         m_known = std::make_shared<Known>(question, std::move(texts));
-        spawn(expand(m_expander, m_known));
+        spawn(expand(m_services, m_expander, m_known));
     }
-    const auto outcome = m_known->outcome;
-    if (!co_await outcome.until(deadline) || !*outcome.value()) {
-        if (outcome.isResolved()) {
-            m_known.reset();
+    const std::shared_ptr<Known> known = m_known;
+    const auto outcome = known->outcome;
+    const bool isInTime = co_await outcome.until(deadline);
+    if (isInTime && *outcome.value()) {
+        const Expansion &expansion = (*outcome.value())->expansion;
+        if (expansion.isComplete) {
+            m_last = known;
+        } else {
+            m_known.reset(); // the next load tries again, without what took too long
         }
-        ++answers.silent;
-        answers.error = u"The events that several calendar files name could not be read in time."_s;
+        std::ranges::copy(expansion.events, std::back_inserter(answers.events));
         co_return;
     }
-    std::ranges::copy((*outcome.value())->expansion.events, std::back_inserter(answers.events));
+    if (isInTime) {
+        m_known.reset();
+    }
+    if (m_last && m_last->question == question) {
+        const Expansion &expansion = (*m_last->outcome.value())->expansion;
+        std::ranges::copy(expansion.events, std::back_inserter(answers.events));
+        co_return;
+    }
+    ++answers.silent;
+    answers.error = u"The events that several calendar files name could not be read in time."_s;
 }
 
-QCoro::Task<void> SharedEvents::expand(std::shared_ptr<CalendarExpander> expander,
+QCoro::Task<void> SharedEvents::expand(std::shared_ptr<CalendarServices> services,
+                                       std::shared_ptr<CalendarExpander> expander,
                                        std::shared_ptr<Known> known)
 {
-    CalendarExpander::Work work = [texts = known->texts](const ExpansionRequest &request,
-                                                         ExpansionControl &control) {
-        return CalendarExpander::Outcome{expandGroups(groupsOfTexts(texts), request, control), {}};
+    const auto parsing = startOnPool(services->files.threads(), [texts = known->texts] {
+        return std::make_shared<std::vector<ComponentGroup>>(groupsOfTexts(texts));
+    });
+    co_await parsing.untilResolved();
+    CalendarExpander::Work work = [groups = *parsing.value()](const ExpansionRequest &request,
+                                                              ExpansionControl &control) {
+        CalendarExpander::Outcome outcome{expandGroups(*groups, request, control), {}};
+        groups->clear();
+        return outcome;
     };
     Outcome outcome = co_await CalendarExpander::expand(expander, known->question, std::move(work));
     known->outcome.resolve(std::make_shared<Outcome>(std::move(outcome)));

@@ -33,10 +33,14 @@ private:
         std::vector<QByteArray> texts;
         Pending<std::shared_ptr<Outcome>> outcome;
     };
-    static QCoro::Task<void> expand(std::shared_ptr<CalendarExpander> expander, std::shared_ptr<Known> known);
+    static QCoro::Task<void> expand(std::shared_ptr<CalendarServices> services,
+                                    std::shared_ptr<CalendarExpander> expander, std::shared_ptr<Known> known);
 
+    std::shared_ptr<CalendarServices> m_services;
     std::shared_ptr<CalendarExpander> m_expander;
     std::shared_ptr<Known> m_known;
+    /// The last that was complete.
+    std::shared_ptr<Known> m_last;
 };
 
 } // namespace corvane

@@ -41,6 +41,11 @@ std::optional<std::vector<CalendarEvent>> rememberedEvents(const RememberedCalen
     return expandGroups(groupsOf(std::move(*contents)), request, control).events;
 }
 
+void noteUnfinished(const Expansion &expansion, CalendarReading &reading)
+{
+    std::ranges::copy(expansion.unfinishedSeries, std::back_inserter(reading.skippedEvents));
+}
+
 DateInterval rememberedSpan(const CalendarQuestion &question)
 {
     constexpr Seconds rememberedTime = std::chrono::hours(8 * 24 + 1);
@@ -99,12 +104,14 @@ SourceCalendar::readInTime(std::shared_ptr<SourceCalendar> self, CalendarQuestio
     }
     if (!self->m_attempt) {
         self->m_attempt = std::make_shared<Attempt>(question);
-        spawn(attempt(self, self->m_attempt));
+        // One that is known already ends at once, and is no longer the one under way.
+        const std::shared_ptr<Attempt> begun = self->m_attempt;
+        spawn(attempt(self, begun));
+        if (begun->reading.isResolved()) {
+            co_return *begun->reading.value();
+        }
     }
     const std::shared_ptr<Attempt> current = self->m_attempt;
-    if (current == nullptr) {
-        co_return std::nullopt;
-    }
     const auto pending = current->reading;
     // One that was late before is not waited for again: its answer is loaded as soon as it comes.
     const QDeadlineTimer patience =
@@ -123,7 +130,7 @@ QCoro::Task<void> SourceCalendar::attempt(std::shared_ptr<SourceCalendar> self,
     auto reading = std::make_shared<Reading>(std::move(read));
     self->m_attempt.reset();
     const bool isNews = attempt->isLate && reading->has_value() && !self->m_isClosed;
-    if (isNews) {
+    if (attempt->isLate) {
         self->m_lateAttempt = attempt;
     }
     const auto pending = attempt->reading;
@@ -166,7 +173,7 @@ QCoro::Task<bool> SourceCalendar::recall(std::shared_ptr<SourceCalendar> self, Q
     }
     if (!self->m_recalling) {
         self->m_recalling =
-            startOnPool(self->m_services->workers.threads(),
+            startOnPool(self->m_services->memories.threads(),
                         [memory = self->m_services->memory, identifier = self->m_status.identifier] {
                             return memory.read(identifier);
                         });
@@ -195,32 +202,46 @@ QCoro::Task<void> SourceCalendar::remember(std::shared_ptr<SourceCalendar> self,
     const DateInterval span = rememberedSpan(question);
     const bool isKnown = self->m_memory && self->m_memory->span == span && !version.isEmpty() &&
                          version == self->m_memoryVersion;
-    if (isKnown || self->m_isRemembering || self->m_isClosed) {
+    if ((isKnown && !self->m_isUnwritten) || self->m_isRemembering || self->m_isClosed) {
         co_return;
     }
     self->m_isRemembering = true;
-    const CalendarQuestion days{span, question.timeZoneId};
-    const std::optional<QByteArray> text = co_await self->capture(days);
-    const bool isNew =
-        text && (!self->m_memory || self->m_memory->span != span || self->m_memory->text != *text);
-    if (isNew && !self->m_isClosed) {
-        const auto memory = std::make_shared<const RememberedCalendar>(
-            RememberedCalendar{self->m_status.identifier, self->m_status.name, self->m_status.account,
-                               currentDate(), span, *text});
-        self->m_memory = memory;
-        const auto writing =
-            startOnPool(self->m_services->workers.threads(),
-                        [folder = self->m_services->memory, memory] { return folder.write(*memory); });
-        co_await writing.untilResolved();
-        if (!*writing.value()) {
-            self->log(u"calendar not remembered name=\"%1\" reason=\"%2\""_s.arg(
-                logText(self->m_status.name), logText(writing.value()->error().localizedDescription)));
+    if (!isKnown) {
+        const CalendarQuestion days{span, question.timeZoneId};
+        const std::optional<QByteArray> text = co_await self->capture(days);
+        if (text) {
+            self->m_memoryVersion = version;
+        }
+        if (text && (!self->m_memory || self->m_memory->span != span || self->m_memory->text != *text)) {
+            self->m_memory = std::make_shared<const RememberedCalendar>(
+                RememberedCalendar{self->m_status.identifier, self->m_status.name, self->m_status.account,
+                                   currentDate(), span, *text});
+            self->m_isUnwritten = true;
         }
     }
-    if (text) {
-        self->m_memoryVersion = version;
+    if (self->m_isUnwritten && !self->m_isClosed) {
+        co_await writeMemory(self);
     }
     self->m_isRemembering = false;
+}
+
+QCoro::Task<void> SourceCalendar::writeMemory(std::shared_ptr<SourceCalendar> self)
+{
+    const std::shared_ptr<const RememberedCalendar> memory = self->m_memory;
+    const auto writing =
+        startOnPool(self->m_services->memories.threads(),
+                    [folder = self->m_services->memory, memory] { return folder.write(*memory); });
+    co_await writing.untilResolved();
+    const std::expected<void, Failure> &written = *writing.value();
+    // A full disk may have room again at the next load; a calendar that is too large does not shrink by
+    // waiting.
+    self->m_isUnwritten = !written && memory->text.size() <= CalendarMemory::maximumTextSize;
+    const QString reason = written ? QString() : written.error().localizedDescription;
+    if (!written && reason != self->m_loggedMemoryError) {
+        self->log(u"calendar not remembered name=\"%1\" reason=\"%2\""_s.arg(logText(self->m_status.name),
+                                                                             logText(reason)));
+    }
+    self->m_loggedMemoryError = reason;
 }
 
 void SourceCalendar::forget()

@@ -50,6 +50,9 @@ struct CalendarReading {
 /// may have 25 hours.
 [[nodiscard]] DateInterval rememberedSpan(const CalendarQuestion &question);
 
+/// Names in `reading` what an expansion that was cut short lacks.
+void noteUnfinished(const Expansion &expansion, CalendarReading &reading);
+
 /// The events that `calendar` holds for `question`; nothing where it does not cover that. For a worker
 /// thread.
 [[nodiscard]] std::optional<std::vector<CalendarEvent>> rememberedEvents(const RememberedCalendar &calendar,
@@ -63,9 +66,12 @@ struct CalendarServices {
     CalendarMemory memory;
     /// Called when a calendar has something that the last load lacked.
     std::function<void()> announceNews = [] {};
-    WorkerPool workers{workerThreads};
-
-    static constexpr int workerThreads = 4;
+    /// For expansions.
+    WorkerPool workers{4};
+    /// For reading folders and files: a disk that hangs stops nothing else.
+    WorkerPool files{4};
+    /// For the memory: what is done to it is done in order.
+    WorkerPool memories{1};
 };
 
 /// One calendar, of the service or a file: asks it, remembers its last good answer, and tells how it fares.
@@ -131,6 +137,7 @@ private:
     lastAnswer(std::shared_ptr<SourceCalendar> self, CalendarQuestion question, QDeadlineTimer deadline);
     static QCoro::Task<void> remember(std::shared_ptr<SourceCalendar> self, CalendarQuestion question,
                                       QByteArray version);
+    static QCoro::Task<void> writeMemory(std::shared_ptr<SourceCalendar> self);
     static QCoro::Task<bool> recall(std::shared_ptr<SourceCalendar> self, QDeadlineTimer deadline);
 
     void takeAnswer(const CalendarQuestion &question, CalendarReading reading, CalendarAnswers &answers);
@@ -150,6 +157,8 @@ private:
     std::shared_ptr<const RememberedCalendar> m_memory;
     QByteArray m_memoryVersion;
     bool m_isRemembering = false;
+    bool m_isUnwritten = false;
+    QString m_loggedMemoryError;
     bool m_isClosed = false;
     QSet<QByteArray> m_loggedSkips;
     std::set<QByteArray> m_loggedZones;
