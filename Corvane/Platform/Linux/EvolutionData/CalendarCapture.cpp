@@ -68,6 +68,7 @@ std::optional<QByteArray> captureSpan(const std::vector<ComponentGroup> &groups,
         return std::nullopt;
     }
     std::vector<ComponentGroup> occurring;
+    occurring.reserve(expansion.occurring.size());
     for (const std::size_t place : expansion.occurring) {
         occurring.push_back(groups[place]);
     }

@@ -115,6 +115,7 @@ public:
         }
         const std::map<QByteArray, std::shared_ptr<ServiceCalendar>> calendars = self->m_calendars;
         std::vector<QCoro::Task<void>> tasks;
+        tasks.reserve(calendars.size());
         for (const auto &[uid, calendar] : calendars) {
             tasks.push_back(SourceCalendar::query(calendar, question, inTime, deadline, answers));
         }

@@ -145,7 +145,7 @@ QCoro::Task<SourceCalendar::Reading> FileCalendar::read(CalendarQuestion questio
     const std::set<IdentifierKey> shared = m_shared;
     const auto parsing = startOnPool(services().files.threads(), [path = m_path] { return parseFile(path); });
     co_await parsing.untilResolved();
-    const auto parsed = parsing.value();
+    const auto &parsed = parsing.value();
     if (!*parsed) {
         m_rejection.reset();
         if (parsed->error().step == u"parse") {

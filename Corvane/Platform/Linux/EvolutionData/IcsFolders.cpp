@@ -88,6 +88,7 @@ public:
         // A file that hangs must not make the others late.
         co_await findShared(files, std::min(inTime, QDeadlineTimer(indexTime, Qt::PreciseTimer)));
         std::vector<QCoro::Task<void>> tasks;
+        tasks.reserve(files.size());
         for (const auto &[path, file] : files) {
             tasks.push_back(SourceCalendar::query(file, question, inTime, deadline, answers));
         }
@@ -105,6 +106,7 @@ private:
     static QCoro::Task<void> findShared(Files files, QDeadlineTimer inTime)
     {
         std::vector<QCoro::Task<void>> tasks;
+        tasks.reserve(files.size());
         for (const auto &[path, file] : files) {
             tasks.push_back(FileCalendar::index(file, inTime));
         }
@@ -146,7 +148,7 @@ private:
         const auto listing = *self->m_listing;
         if (co_await listing.until(inTime)) {
             self->m_listing.reset();
-            const std::shared_ptr<FolderListing> found = listing.value();
+            const std::shared_ptr<FolderListing> &found = listing.value();
             self->updateFiles(*found);
             if (!found->errors.empty()) {
                 const auto isMissing = [self, found](const QString &identifier) {
