@@ -22,7 +22,7 @@ QDate localDay(Date date, const QTimeZone &timeZone)
 /// Where the clocks are put back across midnight, a day has two of them: it begins at the first.
 QDateTime startOf(QDate day, const QTimeZone &timeZone)
 {
-    const QDateTime start = day.startOfDay(timeZone);
+    QDateTime start = day.startOfDay(timeZone);
     if (!start.isValid() || start.addSecs(-1).date() != day) {
         return start;
     }
@@ -48,7 +48,7 @@ QByteArray zoneAt(const QString &path)
 
 QByteArray systemTimeZoneId()
 {
-    const QByteArray id = QTimeZone::systemTimeZoneId();
+    QByteArray id = QTimeZone::systemTimeZoneId();
     if (!id.startsWith('/')) {
         return id;
     }

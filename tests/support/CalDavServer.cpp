@@ -40,9 +40,18 @@ sockaddr_in loopback(int port)
     return address;
 }
 
-int freePort()
+int openSocket()
 {
     const int descriptor = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    if (descriptor < 0) {
+        qFatal("there is no socket");
+    }
+    return descriptor;
+}
+
+int freePort()
+{
+    const int descriptor = openSocket();
     sockaddr_in address = loopback(0);
     socklen_t size = sizeof address;
     if (::bind(descriptor, reinterpret_cast<sockaddr *>(&address), size) != 0 ||
@@ -55,7 +64,7 @@ int freePort()
 
 bool isListening(int port)
 {
-    const int descriptor = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const int descriptor = openSocket();
     const sockaddr_in address = loopback(port);
     const bool isThere =
         ::connect(descriptor, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0;

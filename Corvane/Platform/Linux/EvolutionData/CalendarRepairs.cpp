@@ -120,7 +120,7 @@ QByteArray repairedRule(const QByteArray &value)
 
 QByteArray repairedTime(const QByteArray &value)
 {
-    const QByteArray trimmed = value.trimmed();
+    QByteArray trimmed = value.trimmed();
     if (trimmed.size() > longestTime || isPlainTime(trimmed)) {
         return trimmed;
     }

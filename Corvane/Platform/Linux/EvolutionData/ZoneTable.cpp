@@ -138,7 +138,7 @@ ICalTimezone *ZoneTable::find(const char *tzid, DefinedZones *definitions)
     if (tzid == nullptr || *tzid == '\0') {
         return m_own;
     }
-    const QByteArray name(tzid, qstrnlen(tzid, longestName));
+    const QByteArray name(tzid, static_cast<qsizetype>(qstrnlen(tzid, longestName)));
     const auto [place, isNew] = m_known.try_emplace({definitions, name});
     if (isNew) {
         place->second = look(name, definitions);
