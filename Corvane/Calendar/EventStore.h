@@ -18,7 +18,8 @@ namespace corvane {
 /// What the user allows the program to do with the calendars of the machine.
 enum class CalendarAuthorization { notDetermined, restricted, denied, writeOnly, fullAccess };
 
-/// Why online calendars are asked for news: because it is time, or because someone waits or something changed.
+/// Why online calendars are asked for news: because it is time, or because someone waits or something
+/// changed.
 enum class CalendarRefresh { regular, wished };
 
 /// The platform's calendars, read only. Called by EventKitLessonScheduleStore, once a minute.
