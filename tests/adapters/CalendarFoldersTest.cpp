@@ -410,6 +410,17 @@ private Q_SLOTS:
         QVERIFY(!line.contains(u'\n') && !line.contains(u'\x1b'));
     }
 
+    void aTimeZoneThatNobodyKnowsIsLoggedOnce()
+    {
+        writeLessons(u"a.ics"_s, {lesson("Zoom - One")
+                                      .replace("DTSTART:20250514T120000Z",
+                                               "DTSTART;TZID=Nowhere at all:20250514T120000")});
+        for (int round = 0; round < 3; ++round) {
+            QCOMPARE(load(), QStringList{u"Zoom - One"_s});
+        }
+        QCOMPARE(logged(u"unknown time zone calendar=\"a.ics\" zone=\"Nowhere at all\""_s), 1);
+    }
+
     void deepNestingIsLeftOut()
     {
         writeLessons(u"a.ics"_s, {lesson("Zoom - One")});

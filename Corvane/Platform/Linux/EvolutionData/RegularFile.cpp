@@ -32,6 +32,9 @@ std::expected<QByteArray, QString> readRegularFile(const QByteArray &path, qint6
     if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
         return std::unexpected(u"it is no regular file"_s);
     }
+    if (status.st_size > maximumSize) {
+        return std::unexpected(u"it is too large"_s);
+    }
     QByteArray bytes = file.read(maximumSize + 1);
     if (bytes.isEmpty() && file.error() != QFileDevice::NoError) {
         return std::unexpected(file.errorString());
