@@ -30,7 +30,7 @@ public:
     /// It accepts connections and never answers.
     void hang() const;
     void resume() const;
-    /// From its next start on it refuses whoever does not know the password, which nobody does.
+    /// From its next start on it asks for a password that no client has.
     void refuseEveryone() { m_isRefusing = true; }
 
     /// Adds the calendar to the calendar service as the source `id`.

@@ -5,14 +5,7 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/EventRules.h"
 
-#include <QFile>
-
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
 #include <iterator>
 #include <memory>
 #include <utility>
@@ -58,27 +51,6 @@ std::expected<std::vector<CalendarContents>, CalendarTextError> readCalendarText
         return std::unexpected(CalendarTextError{false, u"it holds no calendar"_s});
     }
     return calendars;
-}
-
-std::expected<QByteArray, QString> readCalendarFile(const QByteArray &path, qint64 maximumSize)
-{
-    const int descriptor = ::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (descriptor < 0) {
-        return std::unexpected(QString::fromLocal8Bit(std::strerror(errno)));
-    }
-    QFile file;
-    if (!file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
-        ::close(descriptor);
-        return std::unexpected(file.errorString());
-    }
-    QByteArray text = file.read(maximumSize + 1);
-    if (text.isEmpty() && file.error() != QFileDevice::NoError) {
-        return std::unexpected(file.errorString());
-    }
-    if (text.size() > maximumSize) {
-        return std::unexpected(u"it is too large"_s);
-    }
-    return text;
 }
 
 std::vector<ComponentGroup> groupsOf(std::vector<CalendarContents> calendars)

@@ -26,9 +26,6 @@ struct CalendarContents {
 [[nodiscard]] std::expected<std::vector<CalendarContents>, CalendarTextError>
 readCalendarText(const QByteArray &bytes);
 
-/// The bytes of a file of `maximumSize` bytes at most. Waits for the disk: for a worker thread.
-[[nodiscard]] std::expected<QByteArray, QString> readCalendarFile(const QByteArray &path, qint64 maximumSize);
-
 /// The groups of the events of several calendars, also of several files: revisions of one event may stand in
 /// different ones, as may a series and its changed instances.
 [[nodiscard]] std::vector<ComponentGroup> groupsOf(std::vector<CalendarContents> calendars);

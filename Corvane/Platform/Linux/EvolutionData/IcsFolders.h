@@ -14,8 +14,8 @@ namespace corvane {
 
 struct CalendarServices;
 
-/// Folders of calendar files, read with their subfolders: each file is a calendar. One that cannot be read,
-/// or of which only half is there, stands with what it held before; one that holds no calendar is logged and
+/// Folders of calendar files, read with their subfolders: each file is a calendar. While a file cannot be
+/// read, or only half of it is there, what it held before stands in; one that holds no calendar is logged and
 /// left out.
 class IcsFolders final : public CalendarSource {
 public:
