@@ -25,7 +25,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int timeout = 10'000; // milliseconds
+constexpr int timeout = 30'000; // milliseconds; a busy tray draws late
 constexpr QSize screenSize(800, 400);
 
 /// The window that the toolkit puts into the tray; none while there is no tray.
@@ -87,6 +87,7 @@ private Q_SLOTS:
         startTray();
         m_item = std::make_unique<EmbeddedTrayIcon>(statusBellImages());
         QTRY_VERIFY_WITH_TIMEOUT(isInTheTray(), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(m_tray->keepsOneIcon(), timeout);
     }
 
     void cleanup()

@@ -81,9 +81,19 @@ public:
         return size.width() >= 12 && size.width() <= 24 && size.height() >= 12 && size.height() <= 24;
     }
 
+    /// Whether that has been so in five looks in a row: a tray that is busy draws an icon, takes it away and
+    /// draws it once more, and loses the clicks that come meanwhile.
+    [[nodiscard]] bool keepsOneIcon()
+    {
+        constexpr int enough = 5;
+        m_looks = hasOneIcon() ? m_looks + 1 : 0;
+        return m_looks >= enough;
+    }
+
 private:
     static constexpr int timeout = 10'000; // milliseconds
 
+    int m_looks = 0;
     QRect m_area;
     QColor m_colour;
     QTemporaryDir m_folder;
