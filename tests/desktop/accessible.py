@@ -7,7 +7,7 @@
 
 It reads requests from its standard input, a JSON list on each line, and answers each with a line of JSON:
 
-    ["now"]              the names of all that shows, as a list
+    ["shows", NAME]      whether something of that name shows
     ["texts"]            the same, once something shows
     ["press", NAME]      presses the button of that name, or turns the switch; with the title of a window after the
                          name, the one in that window
@@ -17,9 +17,10 @@ It reads requests from its standard input, a JSON list on each line, and answers
     ["open", LABEL]      opens the list of the combo box with that label
 
 All but the first wait ten seconds at most for what they are about to appear. The answer is null when it does not, and
-false when it does not do what it is to.
+false when it does not do what it is to. Each look at a node is a call on the bus: nobody looks further than needed.
 
 A program of its own, because the accessibility library keeps to the first bus that it has seen."""
+import functools
 import json
 import sys
 import time
@@ -30,14 +31,22 @@ from gi.repository import Atspi
 PRESSABLE = (pyatspi.ROLE_PUSH_BUTTON, pyatspi.ROLE_CHECK_BOX, pyatspi.ROLE_RADIO_BUTTON)
 
 
-def application(pid):
+@functools.cache
+def found_application(pid):
     """What Qt shows of the process. On a desktop with the GTK theme, GTK registers a second application for it, which
     is empty."""
     for candidate in pyatspi.Registry.getDesktop(0):
         if candidate is not None and candidate.get_process_id() == pid and candidate.get_toolkit_name() == "Qt":
             candidate.set_cache_mask(Atspi.Cache.NONE)  # what it shows now, not what it has shown
             return candidate
-    return None
+    raise LookupError
+
+
+def application(pid):
+    try:
+        return found_application(pid)
+    except LookupError:
+        return None  # not remembered
 
 
 def showing(node, depth=0):
@@ -94,8 +103,8 @@ def names(nodes):
 
 
 def answer(pid, command, name=None, title=None):
-    if command == "now":
-        return names(showing(application(pid) or ()))
+    if command == "shows":
+        return {"shows": any(node.name == name for node in showing(application(pid) or ()))}
     deadline = time.monotonic() + 10
     while time.monotonic() < deadline:
         program = application(pid)

@@ -136,7 +136,7 @@ class Program:
 
     def shows(self, text):
         """Whether a screen reader finds that text right now."""
-        return text in self.accessible("now")
+        return self.accessible("shows", text)["shows"]
 
     def open_panel(self):
         """Clicks the bell, unless its panel is open: a click would close it."""
