@@ -4,6 +4,7 @@
 #include "NotificationAgent/AgentInterface.h"
 
 #include "NotificationAgent/AgentLog.h"
+#include "NotificationAgent/ProgramWatch.h"
 #include "NotificationAgent/RequestKeeper.h"
 
 #include <QDBusConnection>
@@ -29,14 +30,16 @@ constexpr qint64 maximumBytesPerUnit = 3;
 constexpr int busTimeoutMilliseconds = 25'000;
 
 const QString failed = u"org.freedesktop.DBus.Error.Failed"_s;
+const QString accessDenied = u"org.freedesktop.DBus.Error.AccessDenied"_s;
 
 } // namespace
 
-AgentInterface::AgentInterface(QDBusConnection sessionBus, RequestKeeper &keeper,
+AgentInterface::AgentInterface(QDBusConnection sessionBus, RequestKeeper &keeper, ProgramWatch &watch,
                                std::function<void(const QString &)> log, QObject *parent)
     : QObject(parent)
     , m_bus(std::move(sessionBus))
     , m_keeper(keeper)
+    , m_watch(watch)
     , m_log(std::move(log))
 {
 }
@@ -134,6 +137,28 @@ void AgentInterface::add(const PendingRequest &request)
         refuse(limitsExceeded, u"too much is pending"_s);
     } else {
         m_keeper.add(request, answerLater());
+    }
+}
+
+void AgentInterface::Hello(qlonglong lessonsUntil, const QString &display, const QString &waylandDisplay,
+                           const QString &authority)
+{
+    Q_EMIT called();
+    if (std::max({display.size(), waylandDisplay.size(), authority.size()}) > maximumTextLength) {
+        refuse(limitsExceeded, u"a text is too long"_s);
+    } else if (lessonsUntil < 0 || lessonsUntil > latestDate) {
+        refuse(invalidArguments, u"a date is out of range"_s);
+    } else if (!calledFromDBus() ||
+               !m_watch.greet(message().service(), lessonsUntil, {display, waylandDisplay, authority})) {
+        refuse(accessDenied, u"this is not Quillet"_s);
+    }
+}
+
+void AgentInterface::Goodbye()
+{
+    Q_EMIT called();
+    if (!calledFromDBus() || !m_watch.takeLeave(message().service())) {
+        refuse(accessDenied, u"this is not Quillet"_s);
     }
 }
 

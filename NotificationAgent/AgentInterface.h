@@ -13,6 +13,7 @@
 
 namespace corvane {
 
+class ProgramWatch;
 class RequestKeeper;
 struct PendingRequest;
 
@@ -32,18 +33,21 @@ public:
     static constexpr qint64 maximumUnacknowledgedReplyBytes = qint64{4} * 1024 * 1024;
     static constexpr qint64 latestDate = 253'402'300'799; ///< the last second of the year 9999
 
-    /// `keeper` is borrowed; `log` takes a line.
-    AgentInterface(QDBusConnection sessionBus, RequestKeeper &keeper,
+    /// `keeper` and `watch` are borrowed; `log` takes a line.
+    AgentInterface(QDBusConnection sessionBus, RequestKeeper &keeper, ProgramWatch &watch,
                    std::function<void(const QString &)> log, QObject *parent = nullptr);
 
-    /// The methods of the bus interface, under its names; see its XML. All but the first are answered when
-    /// the keeper has answered.
+    /// The methods of the bus interface, under its names; see its XML. Those that change the queue are
+    /// answered when the keeper has answered.
     QStringList PendingRequests();
     void RemovePendingRequests(const QStringList &identifiers);
     void Add(const QString &identifier, const QString &title, const QString &body,
              const QString &categoryIdentifier, qlonglong fireDate, qlonglong expirationDate);
     void AddQuietly(const QString &identifier, const QString &title, const QString &body,
                     const QString &categoryIdentifier, qlonglong fireDate, qlonglong expirationDate);
+    void Hello(qlonglong lessonsUntil, const QString &display, const QString &waylandDisplay,
+               const QString &authority);
+    void Goodbye();
 
 Q_SIGNALS:
     /// Somebody has called.
@@ -60,6 +64,7 @@ private:
 
     QDBusConnection m_bus;
     RequestKeeper &m_keeper;
+    ProgramWatch &m_watch;
     std::function<void(const QString &)> m_log;
     qint64 m_refusals = 0;
     qint64 m_unacknowledgedReplyBytes = 0; ///< bytes; see maximumUnacknowledgedReplyBytes

@@ -3,6 +3,7 @@
 
 #include "NotificationAgent/AgentLifecycle.h"
 
+#include "NotificationAgent/ProgramWatch.h"
 #include "NotificationAgent/RequestKeeper.h"
 
 #include <fcntl.h>
@@ -71,16 +72,18 @@ QueueLock::Attempt QueueLock::tryLock()
     return errno == EWOULDBLOCK ? Attempt::heldByOther : Attempt::impossible;
 }
 
-AgentLifecycle::AgentLifecycle(QDBusConnection sessionBus, RequestKeeper &keeper,
+AgentLifecycle::AgentLifecycle(QDBusConnection sessionBus, RequestKeeper &keeper, const ProgramWatch &watch,
                                std::function<void(const QString &)> log, QObject *parent)
     : QObject(parent)
     , m_bus(std::move(sessionBus))
     , m_keeper(keeper)
+    , m_watch(watch)
     , m_log(std::move(log))
 {
     m_idle.setSingleShot(true);
     connect(&m_idle, &QTimer::timeout, this, &AgentLifecycle::releaseName);
     connect(&m_keeper, &RequestKeeper::activityOccurred, this, &AgentLifecycle::updateIdleTimer);
+    connect(&m_watch, &ProgramWatch::activityOccurred, this, &AgentLifecycle::updateIdleTimer);
     m_bus.connect({}, u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s, u"Disconnected"_s,
                   this, SLOT(busDisconnected()));
 }
@@ -112,7 +115,7 @@ void AgentLifecycle::requestName()
 
 void AgentLifecycle::updateIdleTimer()
 {
-    if (m_keeper.isIdle() && !m_isLeaving) {
+    if (m_keeper.isIdle() && !m_watch.isWatching() && !m_isLeaving) {
         m_idle.start(idleTime);
     } else {
         m_idle.stop();

@@ -14,6 +14,7 @@
 
 namespace corvane {
 
+class ProgramWatch;
 class RequestKeeper;
 
 /// Holds the lock of one queue: the kernel gives it back however the agent ends.
@@ -37,7 +38,8 @@ private:
 };
 
 /// The agent's time on the bus: it takes the bus name, which is what others wait for, once all is ready;
-/// gives it up when nothing has been pending for a while; and ends with its bus. Main thread only.
+/// gives it up when nothing has been pending for a while and no program counts on it; and ends with its bus.
+/// Main thread only.
 ///
 /// From the loss of the name on a service manager takes the agent for one that is over and ends it with
 /// SIGTERM. So all is in order before the name is given up, the signal is ignored from there on, and the name
@@ -53,8 +55,8 @@ public:
     /// may be about to add.
     static constexpr std::chrono::milliseconds idleTime{5000};
 
-    /// `keeper` is borrowed; `log` takes a line.
-    AgentLifecycle(QDBusConnection sessionBus, RequestKeeper &keeper,
+    /// `keeper` and `watch` are borrowed; `log` takes a line.
+    AgentLifecycle(QDBusConnection sessionBus, RequestKeeper &keeper, const ProgramWatch &watch,
                    std::function<void(const QString &)> log, QObject *parent = nullptr);
 
     /// Takes the name, then starts the keeper. The object must be registered by now.
@@ -76,6 +78,7 @@ private:
 
     QDBusConnection m_bus;
     RequestKeeper &m_keeper;
+    const ProgramWatch &m_watch;
     std::function<void(const QString &)> m_log;
     QTimer m_idle;
     bool m_isLeaving = false;

@@ -4,9 +4,11 @@
 #include "NotificationAgent/AgentInterface.h"
 #include "NotificationAgent/AgentLifecycle.h"
 #include "NotificationAgent/AgentLog.h"
+#include "NotificationAgent/BusProgram.h"
 #include "NotificationAgent/CanberraNotificationSound.h"
 #include "NotificationAgent/FreedesktopNotificationServer.h"
 #include "NotificationAgent/LoginEntry.h"
+#include "NotificationAgent/ProgramWatch.h"
 #include "NotificationAgent/RequestFile.h"
 #include "NotificationAgent/RequestKeeper.h"
 #include "NotificationAgent/TimerfdClock.h"
@@ -49,8 +51,10 @@ struct Agent {
         , loginEntry(userLoginEntry())
         , server(bus, sound, {})
         , keeper(file, loginEntry, clock, server, log)
-        , interface(bus, keeper, log)
-        , lifecycle(bus, keeper, log)
+        , program(bus)
+        , watch(clock, program, log)
+        , interface(bus, keeper, watch, log)
+        , lifecycle(bus, keeper, watch, log)
     {
         QObject::connect(&interface, &AgentInterface::called, &lifecycle, &AgentLifecycle::updateIdleTimer);
         QObject::connect(&lifecycle, &AgentLifecycle::ended, qApp,
@@ -78,6 +82,8 @@ struct Agent {
     CanberraNotificationSound sound;
     FreedesktopNotificationServer server;
     RequestKeeper keeper;
+    BusProgram program;
+    ProgramWatch watch;
     AgentInterface interface;
     AgentLifecycle lifecycle;
 };

@@ -74,9 +74,31 @@ void RecordingAgent::AddQuietly(const QString &identifier, const QString &title,
                                 const QString &categoryIdentifier, qlonglong fireDate,
                                 qlonglong expirationDate)
 {
-    if (isServed(u"AddQuietly "_s + identifier)) {
+    if (isKnownAndServed(u"AddQuietly "_s + identifier)) {
         keep({identifier, title, body, categoryIdentifier, fireDate, expirationDate, true});
     }
+}
+
+void RecordingAgent::Hello(qlonglong lessonsUntil, const QString &display, const QString &waylandDisplay,
+                           const QString &authority)
+{
+    isKnownAndServed(
+        u"Hello %1 \"%2\" \"%3\" \"%4\""_s.arg(lessonsUntil).arg(display, waylandDisplay, authority));
+}
+
+void RecordingAgent::Goodbye()
+{
+    isKnownAndServed(u"Goodbye"_s);
+}
+
+bool RecordingAgent::isKnownAndServed(const QString &call)
+{
+    if (isOfBefore) {
+        calls.append(u"unknown "_s + call);
+        sendErrorReply(QDBusError::UnknownMethod, u"No such method"_s);
+        return false;
+    }
+    return isServed(call);
 }
 
 void RecordingAgent::keep(const Added &request)

@@ -41,6 +41,8 @@ public:
     bool hangs = false;
     /// Set: each call is answered with an error of this text.
     QString refusal;
+    /// Set: it knows what the first agents knew, and no more.
+    bool isOfBefore = false;
 
     // The interface's methods, by its names.
     QStringList PendingRequests();
@@ -49,9 +51,14 @@ public:
              const QString &categoryIdentifier, qlonglong fireDate, qlonglong expirationDate);
     void AddQuietly(const QString &identifier, const QString &title, const QString &body,
                     const QString &categoryIdentifier, qlonglong fireDate, qlonglong expirationDate);
+    void Hello(qlonglong lessonsUntil, const QString &display, const QString &waylandDisplay,
+               const QString &authority);
+    void Goodbye();
 
 private:
     void keep(const Added &request);
+    /// As isServed(), for what was added to the interface later.
+    bool isKnownAndServed(const QString &call);
 
     /// Notes the call; whether it is to be carried out.
     bool isServed(const QString &call);

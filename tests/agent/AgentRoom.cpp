@@ -35,9 +35,7 @@ AgentRoom::AgentRoom(Start start)
     }
     qputenv("XDG_STATE_HOME", m_folder.filePath(u"state"_s).toUtf8());
     qputenv("XDG_CONFIG_HOME", m_folder.filePath(u"config"_s).toUtf8());
-    QStringList services;
     if (start == Start::byBus) {
-        services.append(m_folder.filePath(u"services"_s));
         QFile service(m_folder.filePath(u"services/agent.service"_s));
         if (!service.open(QIODevice::WriteOnly)) {
             qFatal("the service file cannot be written");
@@ -48,7 +46,7 @@ AgentRoom::AgentRoom(Start start)
                 .arg(agentName, QUILLET_AGENT)
                 .toUtf8());
     }
-    m_bus = std::make_unique<PrivateBus>(services);
+    m_bus = std::make_unique<PrivateBus>(QStringList{m_folder.filePath(u"services"_s)});
     m_connection = QDBusConnection::connectToBus(m_bus->address(), m_connectionName);
 }
 
@@ -62,6 +60,17 @@ AgentRoom::~AgentRoom()
         ::kill(static_cast<pid_t>(owner), SIGKILL);
     }
     QDBusConnection::disconnectFromBus(m_connectionName);
+}
+
+void AgentRoom::addService(const QString &name, const QString &command)
+{
+    QFile script(m_folder.filePath(name + u".sh"_s));
+    QFile service(m_folder.filePath(u"services/%1.service"_s.arg(name)));
+    if (!script.open(QIODevice::WriteOnly) || !service.open(QIODevice::WriteOnly)) {
+        qFatal("the service file cannot be written");
+    }
+    script.write(command.toUtf8() + '\n');
+    service.write(u"[D-BUS Service]\nName=%1\nExec=/bin/sh \"%2\"\n"_s.arg(name, script.fileName()).toUtf8());
 }
 
 void AgentRoom::launchAgent(const QStringList &arguments, const QString &shell)

@@ -57,6 +57,10 @@ public:
         return m_folder.filePath(QStringLiteral("state/quillet/pending-notifications"));
     }
     [[nodiscard]] QString entryPath() const;
+    /// The bus starts `command`, a line for a shell, when something under this name is asked for.
+    void addService(const QString &name, const QString &command);
+    /// A place for a test's own files.
+    [[nodiscard]] QString filePath(const QString &name) const { return m_folder.filePath(name); }
     [[nodiscard]] QString log() const;
 
     /// In MiB, of the process: resident, and what it shares with nobody.

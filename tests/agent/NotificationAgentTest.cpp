@@ -3,10 +3,12 @@
 
 #include "NotificationAgent/AgentLifecycle.h"
 #include "NotificationAgent/LoginEntry.h"
+#include "NotificationAgent/ProgramWatch.h"
 #include "NotificationAgent/RequestFile.h"
 #include "NotificationAgent/RequestKeeper.h"
 #include "tests/agent/AgentRoom.h"
 #include "tests/agent/FakeNotificationServer.h"
+#include "tests/agent/FakeSessionProgram.h"
 #include "tests/agent/FakeWallClock.h"
 #include "tests/agent/RecordingServer.h"
 #include "tests/support/PrivateSoundServer.h"
@@ -483,7 +485,8 @@ private:
             , entry(u"/opt/agent"_s, LoginEntry::userConfigHome())
             , clock(AgentRoom::now())
             , keeper(file, entry, clock, server, [](const QString &) {})
-            , lifecycle(bus, keeper, [](const QString &) {})
+            , watch(clock, program, [](const QString &) {})
+            , lifecycle(bus, keeper, watch, [](const QString &) {})
         {
             if (!keeper.load()) {
                 qFatal("the queue cannot be read");
@@ -517,6 +520,8 @@ private:
         FakeWallClock clock;
         FakeNotificationServer server;
         RequestKeeper keeper;
+        FakeSessionProgram program;
+        ProgramWatch watch;
         AgentLifecycle lifecycle;
         bool isAnswered = false;
         bool hasStarted = false; ///< it has its name, and knows it

@@ -1,0 +1,76 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "NotificationAgent/BusProgram.h"
+
+#include <QDBusMessage>
+#include <QDBusMetaType>
+#include <QDBusPendingCall>
+#include <QDBusPendingCallWatcher>
+
+#include <utility>
+
+namespace corvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int timeoutMilliseconds = 25'000;
+
+QDBusMessage busCall(const QString &method)
+{
+    return QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
+                                          u"org.freedesktop.DBus"_s, method);
+}
+
+} // namespace
+
+BusProgram::BusProgram(QDBusConnection sessionBus, QObject *parent)
+    : SessionProgram(parent)
+    , m_bus(std::move(sessionBus))
+    , m_watcher(QString::fromLatin1(serviceName), m_bus, QDBusServiceWatcher::WatchForOwnerChange)
+{
+    qDBusRegisterMetaType<QMap<QString, QString>>();
+    connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString &, const QString &, const QString &newOwner) {
+                m_isOwnerKnown = true;
+                m_owner = newOwner;
+                if (newOwner.isEmpty()) {
+                    Q_EMIT left();
+                }
+            });
+    auto call = busCall(u"GetNameOwner"_s);
+    call << QString::fromLatin1(serviceName);
+    auto *asked = new QDBusPendingCallWatcher(m_bus.asyncCall(call, timeoutMilliseconds), this);
+    connect(asked, &QDBusPendingCallWatcher::finished, this, [this, asked] {
+        asked->deleteLater();
+        if (!m_isOwnerKnown && !asked->isError()) {
+            m_owner = asked->reply().arguments().value(0).toString();
+        }
+    });
+}
+
+bool BusProgram::isThere(const SessionDisplay &display) const
+{
+    return display.isThere(qEnvironmentVariable("XDG_RUNTIME_DIR"));
+}
+
+void BusProgram::start(const SessionDisplay &display)
+{
+    // The bus may be older than the display, or have been told of another one since.
+    auto variables = busCall(u"UpdateActivationEnvironment"_s);
+    variables << QVariant::fromValue(display.environment());
+    m_bus.send(variables);
+    auto call = busCall(u"StartServiceByName"_s);
+    call << QString::fromLatin1(serviceName) << 0U;
+    auto *asked = new QDBusPendingCallWatcher(m_bus.asyncCall(call, timeoutMilliseconds), this);
+    connect(asked, &QDBusPendingCallWatcher::finished, this, [this, asked] {
+        asked->deleteLater();
+        if (asked->isError()) {
+            Q_EMIT startFailed(asked->error().name() + u": "_s + asked->error().message());
+        }
+    });
+}
+
+} // namespace corvane
