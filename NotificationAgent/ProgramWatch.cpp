@@ -15,7 +15,8 @@ namespace corvane {
 using namespace Qt::StringLiterals;
 
 ProgramWatch::ProgramWatch(const WallClock &clock, SessionProgram &program,
-                           std::function<void(const QString &)> log, QObject *parent)
+                           std::function<void(const QString &)> log, std::chrono::milliseconds settlingTime,
+                           QObject *parent)
     : QObject(parent)
     , m_clock(clock)
     , m_program(program)

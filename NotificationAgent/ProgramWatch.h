@@ -31,11 +31,11 @@ public:
 
     /// A session that ends takes its display along with the program, though not in the same moment: the
     /// display is looked at when the program leaves, and once more after this time.
-    static constexpr std::chrono::milliseconds settlingTime{400};
+    static constexpr std::chrono::milliseconds defaultSettlingTime{400};
 
     /// What is passed is borrowed. `log` takes a line.
     ProgramWatch(const WallClock &clock, SessionProgram &program, std::function<void(const QString &)> log,
-                 QObject *parent = nullptr);
+                 std::chrono::milliseconds settlingTime = defaultSettlingTime, QObject *parent = nullptr);
 
     /// `caller`, a unique name of the bus, says that lessons remain until `lessonsUntil` (in seconds since
     /// 1970), and where its windows are. False when it is not the program.

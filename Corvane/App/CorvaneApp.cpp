@@ -36,11 +36,20 @@ CorvaneApp::CorvaneApp(StartedBy startedBy) : m_mayOpenByItself(startedBy == Sta
                                   .refreshCalendars = [this] { m_calendarCare->refresh(); }});
     showStatusItem();
     watchForHost();
+    greetAgent();
     // Before the session's lock and the machine are watched: that speaks to another bus, which may take its
     // time.
     spawn(m_viewModel->start());
     watchSessionLock();
     m_calendarCare = std::make_unique<CalendarCare>(m_services, *m_viewModel, *m_statusItem);
+}
+
+void CorvaneApp::greetAgent()
+{
+    m_agentGreeting = std::make_unique<AgentGreeting>(
+        QDBusConnection::sessionBus(), [this](const QString &line) { logger().log(line, currentDate()); });
+    QObject::connect(m_viewModel.get(), &MenuBarViewModel::lessonsChanged, m_agentGreeting.get(),
+                     [this] { m_agentGreeting->setLessons(m_viewModel->lessons()); });
 }
 
 void CorvaneApp::activate(const QString &token)

@@ -7,6 +7,7 @@
 #include "Corvane/App/AppScenes.h"
 #include "Corvane/App/CalendarCare.h"
 #include "Corvane/App/LiveServices.h"
+#include "Corvane/Platform/Linux/Freedesktop/AgentGreeting.h"
 #include "Corvane/Platform/Linux/Freedesktop/DesktopStatusItem.h"
 #include "Corvane/Platform/Linux/Freedesktop/SessionLockWatcher.h"
 #include "Corvane/Platform/Linux/Toolkit/ToolkitWindowSystem.h"
@@ -38,6 +39,7 @@ private:
     void watchForHost();
     void offerMenu();
     void watchSessionLock();
+    void greetAgent();
 
     /// For so long no host shows the bell until the desktop counts as one that has none.
     static constexpr std::chrono::seconds hostTimeout{60};
@@ -52,6 +54,7 @@ private:
     bool m_mayOpenByItself;
     std::unique_ptr<SessionLockWatcher> m_sessionLock;
     std::unique_ptr<CalendarCare> m_calendarCare;
+    std::unique_ptr<AgentGreeting> m_agentGreeting; ///< goes first: it says that this end is wanted
 };
 
 } // namespace corvane

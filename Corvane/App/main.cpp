@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "Corvane/App/CorvaneApp.h"
+#include "Corvane/App/EndSignals.h"
 #include "Corvane/Platform/Linux/Freedesktop/SingleInstance.h"
 #include "Corvane/Utilities/Spawn.h"
 
@@ -69,6 +70,8 @@ int main(int argc, char *argv[])
     QCoreApplication::setApplicationName(u"Quillet"_s);
     QApplication::setDesktopFileName(u"com.ordwinsoftware.Quillet"_s);
     QApplication application(argc, argv);
+    const EndSignals endSignals;
+    QObject::connect(&endSignals, &EndSignals::received, &application, &QCoreApplication::quit);
 
     SingleInstance instance(QDBusConnection::sessionBus(), SingleInstance::userLockDirectories());
     // Destroyed before the instance: the name is given up when nothing of the program acts any more.

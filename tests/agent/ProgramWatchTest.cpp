@@ -10,6 +10,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <chrono>
 #include <memory>
 
 using namespace corvane;
@@ -21,8 +22,8 @@ constexpr qint64 noon = 1'800'000'000;
 constexpr qint64 evening = noon + 6 * 3600;
 const SessionDisplay display{u":7"_s, {}, u"/home/anna/.Xauthority"_s};
 
-// Longer than the display is given to go along with the program.
-constexpr int longer = static_cast<int>(2 * ProgramWatch::settlingTime.count());
+constexpr std::chrono::milliseconds settlingTime{20};
+constexpr int longer = 100; // milliseconds
 
 } // namespace
 
@@ -35,8 +36,8 @@ private Q_SLOTS:
         m_clock = std::make_unique<FakeWallClock>(noon);
         m_program = std::make_unique<FakeSessionProgram>();
         m_lines.clear();
-        m_watch = std::make_unique<ProgramWatch>(*m_clock, *m_program,
-                                                 [this](const QString &line) { m_lines.append(line); });
+        m_watch = std::make_unique<ProgramWatch>(
+            *m_clock, *m_program, [this](const QString &line) { m_lines.append(line); }, settlingTime);
     }
 
     void aProgramThatCrashesIsStartedAgainOnItsDisplay()

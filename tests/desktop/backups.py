@@ -43,6 +43,10 @@ class Notification:
 class BackupDesktop(Desktop):
     """A virtual desktop whose bus is listened to."""
 
+    def __init__(self, **options):
+        # A Quillet that is killed stays away here, so that the backups are on their own.
+        super().__init__(without=["return"], **options)
+
     def __enter__(self):
         # The listener's output grows with each call; it is read from its beginning each time.
         self.calls = self.room / "logs" / "notify-calls"

@@ -1,0 +1,117 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/Freedesktop/AgentGreeting.h"
+
+#include <QDBusError>
+#include <QDBusPendingCallWatcher>
+#include <QDBusServiceWatcher>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+
+namespace {
+
+constexpr auto agentName = "com.ordwinsoftware.Quillet.NotificationAgent"_L1;
+constexpr auto agentPath = "/com/ordwinsoftware/Quillet/NotificationAgent"_L1;
+
+constexpr int timeoutMilliseconds = 15'000;
+/// The program's end waits no longer than this for a bus that hangs.
+constexpr int goodbyeTimeoutMilliseconds = 500;
+
+QDBusMessage agentCall(const QString &method)
+{
+    return QDBusMessage::createMethodCall(agentName, agentPath, agentName, method);
+}
+
+} // namespace
+
+AgentGreeting::AgentGreeting(QDBusConnection sessionBus, std::function<void(const QString &)> log,
+                             std::chrono::milliseconds patience, QObject *parent)
+    : QObject(parent)
+    , m_bus(std::move(sessionBus))
+    , m_log(std::move(log))
+{
+    m_patience.setSingleShot(true);
+    m_patience.setInterval(patience);
+    connect(&m_patience, &QTimer::timeout, this, &AgentGreeting::greet);
+    auto *watcher = new QDBusServiceWatcher(agentName, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
+    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString &, const QString &, const QString &newOwner) {
+                ++m_agentLife;
+                m_told = 0;
+                m_isUnknown = false;
+                if (newOwner.isEmpty()) {
+                    m_patience.start();
+                } else {
+                    greet();
+                }
+            });
+}
+
+AgentGreeting::~AgentGreeting()
+{
+    if (!m_bus.isConnected()) {
+        return;
+    }
+    // Said without waiting for the agent, which may hang; but it must have left this process, which is about
+    // to end: the bus answers when it has taken all that came before.
+    QDBusMessage goodbye = agentCall(u"Goodbye"_s);
+    goodbye.setAutoStartService(false);
+    m_bus.send(goodbye);
+    m_bus.call(QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
+                                              u"org.freedesktop.DBus"_s, u"GetId"_s),
+               QDBus::Block, goodbyeTimeoutMilliseconds);
+}
+
+void AgentGreeting::setLessons(const std::vector<Lesson> &lessons)
+{
+    m_lessonsUntil.reset();
+    for (const Lesson &lesson : lessons) {
+        m_lessonsUntil = std::max(m_lessonsUntil.value_or(lesson.endTime()), lesson.endTime());
+    }
+    greet();
+}
+
+void AgentGreeting::greet()
+{
+    const bool doLessonsRemain = m_lessonsUntil && *m_lessonsUntil > currentDate();
+    const qint64 until =
+        doLessonsRemain ? static_cast<qint64>(std::ceil(secondsSince1970(*m_lessonsUntil))) : 0;
+    if (until == m_told || m_isUnknown || !m_bus.isConnected()) {
+        return;
+    }
+    m_told = until;
+    QDBusMessage hello = agentCall(u"Hello"_s);
+    // That nothing remains is no reason to start it.
+    hello.setAutoStartService(doLessonsRemain);
+    hello << until << qEnvironmentVariable("DISPLAY") << qEnvironmentVariable("WAYLAND_DISPLAY")
+          << qEnvironmentVariable("XAUTHORITY");
+    auto *call = new QDBusPendingCallWatcher(m_bus.asyncCall(hello, timeoutMilliseconds), this);
+    connect(call, &QDBusPendingCallWatcher::finished, this, [this, call, life = m_agentLife] {
+        call->deleteLater();
+        handleAnswer(call->reply(), life);
+    });
+}
+
+void AgentGreeting::handleAnswer(const QDBusMessage &answer, int life)
+{
+    if (answer.type() == QDBusMessage::ReplyMessage) {
+        return;
+    }
+    if (QDBusError(answer).type() == QDBusError::UnknownMethod) {
+        m_isUnknown = true;
+        m_log(u"the notification agent is of an earlier version: a crash would not be mended"_s);
+    } else if (life == m_agentLife) {
+        // The next load tries again.
+        m_told = 0;
+        m_log(u"notification agent not greeted error="_s + answer.errorMessage());
+    }
+}
+
+} // namespace corvane

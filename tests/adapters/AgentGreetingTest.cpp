@@ -1,0 +1,176 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/Freedesktop/AgentGreeting.h"
+
+#include "tests/adapters/RecordingAgent.h"
+#include "tests/support/PrivateBus.h"
+#include "tests/support/TestProgram.h"
+
+#include <QElapsedTimer>
+#include <QTest>
+
+#include <csignal>
+#include <memory>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+const Date start = dateSince1970(4'000'000'000);
+
+Lesson lesson(Date begin, Seconds duration)
+{
+    Lesson lesson;
+    lesson.studentName = u"Anna"_s;
+    lesson.startTime = begin;
+    lesson.duration = duration;
+    return lesson;
+}
+
+// What the agent is told of these lessons.
+const std::vector lessons{lesson(start, Seconds{5400.5}), lesson(start + Seconds{60}, Seconds{600})};
+const QString greeting = u"Hello 4000005401 \":7\" \"\" \"/home/anna/.Xauthority\""_s;
+
+} // namespace
+
+class AgentGreetingTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        qputenv("DISPLAY", ":7");
+        qputenv("XAUTHORITY", "/home/anna/.Xauthority");
+        qunsetenv("WAYLAND_DISPLAY");
+        m_bus = std::make_unique<PrivateBus>();
+        m_agent = std::make_unique<RecordingAgent>(connection());
+        m_lines.clear();
+        m_greeting = std::make_unique<AgentGreeting>(
+            connection(), [this](const QString &line) { m_lines.append(line); }, 50ms);
+    }
+
+    void cleanup()
+    {
+        m_greeting.reset();
+        m_agent.reset();
+        for (; m_connections > 0; --m_connections) {
+            QDBusConnection::disconnectFromBus(QString::number(m_connections));
+        }
+        m_bus.reset();
+        qunsetenv("DISPLAY");
+        qunsetenv("XAUTHORITY");
+    }
+
+    void theAgentIsToldOnceWhenTheLastLessonEnds()
+    {
+        m_greeting->setLessons(lessons);
+        m_greeting->setLessons(lessons);
+        QTRY_COMPARE(m_agent->calls, QStringList{greeting});
+        m_greeting->setLessons({lesson(start, Seconds{60})});
+        QTRY_COMPARE(m_agent->calls.size(), 2);
+        QVERIFY(m_agent->calls.last().startsWith(u"Hello 4000000060 "_s));
+        m_greeting->setLessons({});
+        QTRY_COMPARE(m_agent->calls.size(), 3);
+        QVERIFY(m_agent->calls.last().startsWith(u"Hello 0 "_s));
+        QCOMPARE(m_lines, QStringList());
+    }
+
+    void whereNoLessonRemainsNothingIsSaid()
+    {
+        m_greeting->setLessons({});
+        m_greeting->setLessons({lesson(currentDate() - Seconds{3600}, Seconds{600})});
+        settle();
+        QCOMPARE(m_agent->calls, QStringList());
+    }
+
+    void theProgramsEndIsToldBeforeItsNameLeavesTheBus()
+    {
+        m_greeting.reset();
+        // Without a turn of the program's own loop.
+        QTRY_COMPARE(m_agent->calls, QStringList{u"Goodbye"_s});
+    }
+
+    void anAgentThatComesUpIsToldAgain()
+    {
+        m_greeting->setLessons(lessons);
+        QTRY_COMPARE(m_agent->calls.size(), 1);
+        m_agent.reset();
+        m_agent = std::make_unique<RecordingAgent>(connection());
+        QTRY_COMPARE(m_agent->calls, QStringList{greeting});
+    }
+
+    void anAgentThatGoesIsCalledAgain()
+    {
+        m_greeting->setLessons(lessons);
+        QTRY_COMPARE(m_agent->calls.size(), 1);
+        m_agent.reset();
+        // Nobody can be started here, which is what tells of the call.
+        QTRY_COMPARE(m_lines.filter(u"notification agent not greeted"_s).size(), 1);
+        // The next load's.
+        m_greeting->setLessons(lessons);
+        QTRY_COMPARE(m_lines.size(), 2);
+    }
+
+    void anAgentOfBeforeIsAskedOnceAndItsSuccessorIsTold()
+    {
+        m_agent->isOfBefore = true;
+        m_greeting->setLessons(lessons);
+        QTRY_COMPARE(m_lines.size(), 1);
+        m_greeting->setLessons({lesson(start, Seconds{60})});
+        settle();
+        QCOMPARE(m_agent->calls, QStringList{u"unknown "_s + greeting});
+        m_agent.reset();
+        m_agent = std::make_unique<RecordingAgent>(connection());
+        QTRY_COMPARE(m_agent->calls.size(), 1);
+        m_greeting.reset();
+        m_agent->isOfBefore = true;
+        settle();
+    }
+
+    void aRefusalIsTriedAgainWithTheNextLoad()
+    {
+        m_agent->refusal = u"not now"_s;
+        m_greeting->setLessons(lessons);
+        QTRY_COMPARE(m_lines, QStringList{u"notification agent not greeted error=not now"_s});
+        m_agent->refusal.clear();
+        m_greeting->setLessons(lessons);
+        QTRY_COMPARE(m_agent->calls.size(), 2);
+    }
+
+    void aBusThatHangsDelaysTheEndByHalfASecond()
+    {
+        const auto bus = static_cast<pid_t>(m_bus->processId());
+        ::kill(bus, SIGSTOP);
+        QElapsedTimer timer;
+        timer.start();
+        m_greeting.reset();
+        QVERIFY(timer.elapsed() < 2000);
+        ::kill(bus, SIGCONT);
+    }
+
+private:
+    QDBusConnection connection()
+    {
+        return QDBusConnection::connectToBus(m_bus->address(), QString::number(++m_connections));
+    }
+
+    // All that was sent has been answered.
+    void settle()
+    {
+        connection().call(QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/"_s,
+                                                         u"org.freedesktop.DBus"_s, u"GetId"_s));
+        QTest::qWait(50);
+    }
+
+    std::unique_ptr<PrivateBus> m_bus;
+    int m_connections = 0;
+    std::unique_ptr<RecordingAgent> m_agent;
+    std::unique_ptr<AgentGreeting> m_greeting;
+    QStringList m_lines;
+};
+
+QUILLET_TEST(AgentGreetingTest, runTest<AgentGreetingTest>);
+#include "AgentGreetingTest.moc"
