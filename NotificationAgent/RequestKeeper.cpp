@@ -4,13 +4,13 @@
 #include "NotificationAgent/RequestKeeper.h"
 
 #include "NotificationAgent/AgentLog.h"
+#include "NotificationAgent/LessonSteps.h"
 #include "NotificationAgent/LoginEntry.h"
 #include "NotificationAgent/RequestFile.h"
 #include "NotificationAgent/WallClock.h"
 
 #include <algorithm>
 #include <chrono>
-#include <optional>
 #include <utility>
 
 namespace corvane {
@@ -95,6 +95,7 @@ void RequestKeeper::add(const PendingRequest &request, Answer answer)
         m_written = m_queue;
     }
     m_queue.add(request);
+    m_stepsSeenAt.reset();
     m_hasAdded = true;
     changed(std::move(answer));
 }
@@ -205,6 +206,27 @@ void RequestKeeper::drop(const PendingRequest &request, const char *reason) cons
               .arg(QString::fromLatin1(reason)));
 }
 
+void RequestKeeper::dropUseless(qint64 now)
+{
+    QStringList dropped;
+    for (const PendingRequest &request : m_queue.takeExpired(now)) {
+        drop(request, "\"its moment is over\"");
+        dropped.append(request.identifier);
+    }
+    // Looked for once a second at most: somebody may have left ten thousand.
+    if (std::exchange(m_stepsSeenAt, now) != now) {
+        for (const QString &identifier : outdatedSteps(m_queue.due(now), now)) {
+            drop(*m_queue.take(identifier), "\"a later step of its lesson is due\"");
+            dropped.append(identifier);
+        }
+    }
+    if (!dropped.isEmpty()) {
+        m_postponed.subtract(QSet<QString>(dropped.begin(), dropped.end()));
+        // Should this fail, they are dropped once more when the file is read again.
+        (void)invalidate(dropped);
+    }
+}
+
 void RequestKeeper::pump()
 {
     if (m_step != Step::waiting) {
@@ -220,22 +242,11 @@ void RequestKeeper::pump()
         }
         return isOver;
     });
-    QStringList dropped;
-    for (const PendingRequest &request : m_queue.takeExpired(now)) {
-        m_postponed.remove(request.identifier);
-        drop(request, "\"its moment is over\"");
-        dropped.append(request.identifier);
-    }
-    if (!dropped.isEmpty()) {
-        // Should this fail, they are dropped once more when the file is read again.
-        (void)invalidate(dropped);
-    }
-    if (!m_isServerAbsent) {
-        if (m_queue.firstDue(now, m_postponed)) {
-            m_step = Step::asking;
-            m_server.ask();
-            return;
-        }
+    dropUseless(now);
+    if (!m_isServerAbsent && m_queue.firstDue(now, m_postponed)) {
+        m_step = Step::asking;
+        m_server.ask();
+        return;
     }
     // The same moment as above: a second that has begun since is not passed over.
     m_clock.wakeAt(m_queue.nextFireDate(now));
@@ -261,6 +272,7 @@ void RequestKeeper::handleServerAnswer(bool isThere, const QString &reason)
     // The queue may have changed while the server was asked, and so may the clock.
     flush();
     const qint64 now = m_clock.now();
+    dropUseless(now);
     const std::optional<PendingRequest> due = m_queue.firstDue(now, m_postponed);
     if (!due || due->expirationDate <= now) {
         if (due) {
@@ -298,6 +310,7 @@ void RequestKeeper::handleOutcome(NotificationServer::Outcome outcome, const QSt
     switch (outcome) {
     case NotificationServer::Outcome::shown:
         m_failures = 0;
+        std::erase_if(m_held, [&](const PendingRequest &held) { return isOutdatedBy(held, request); });
         m_log(u"notification delivered identifier=%1 fire_date=%2"_s.arg(identifier).arg(request.fireDate));
         break;
     case NotificationServer::Outcome::notShown:
@@ -328,6 +341,7 @@ void RequestKeeper::putBack(const PendingRequest &request)
         return; // replaced meanwhile
     }
     m_queue.add(request);
+    m_stepsSeenAt.reset();
     if (const auto written = m_file.write(m_queue); !written) {
         // It is kept in memory: should the agent die, it is lost, but not shown twice.
         m_log(u"queue file "_s + written.error());

@@ -13,6 +13,7 @@
 #include <deque>
 #include <expected>
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace corvane {
@@ -32,7 +33,8 @@ class WallClock;
 ///  - Where the server has the request and says nothing, it may show it still. The request then lives in
 ///    memory only, and goes back into the file when that server leaves the bus.
 ///  - Where it cannot be taken out, because nothing can be written, it is not delivered.
-/// What reaches its expiration date on any of these ways is dropped with a line in the log.
+/// What reaches its expiration date on any of these ways is dropped with a line in the log. So are, of the
+/// steps of one lesson that are due together, all but the newest; see LessonSteps.h.
 class RequestKeeper final : public QObject {
     Q_OBJECT
 
@@ -89,6 +91,7 @@ private:
     void makeLoginEntry();
     void retryNow();
     [[nodiscard]] bool invalidate(const QStringList &identifiers);
+    void dropUseless(qint64 now);
     void drop(const PendingRequest &request, const char *reason) const;
 
     RequestFile &m_file;
@@ -125,6 +128,7 @@ private:
     bool m_isEntryPresent = false;
     bool m_isEntryFailureLogged = false;
     bool m_hasInvalidated = false;
+    std::optional<qint64> m_stepsSeenAt; ///< in seconds since 1970: no step has been added since
 };
 
 } // namespace corvane

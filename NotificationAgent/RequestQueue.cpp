@@ -71,6 +71,16 @@ std::optional<PendingRequest> RequestQueue::firstDue(qint64 now, const QSet<QStr
     return std::nullopt;
 }
 
+std::vector<PendingRequest> RequestQueue::due(qint64 now) const
+{
+    std::vector<PendingRequest> due;
+    for (auto place = m_order.constBegin(); place != m_order.constEnd() && place.key().first <= now;
+         ++place) {
+        due.push_back(m_items.constFind(place.value())->request);
+    }
+    return due;
+}
+
 std::vector<PendingRequest> RequestQueue::takeExpired(qint64 now)
 {
     std::vector<PendingRequest> expired;

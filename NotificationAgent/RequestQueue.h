@@ -40,6 +40,9 @@ public:
     /// The first request that is due at `now` (in seconds since 1970) and not named in `except`.
     [[nodiscard]] std::optional<PendingRequest> firstDue(qint64 now, const QSet<QString> &except) const;
 
+    /// All that are due at `now`.
+    [[nodiscard]] std::vector<PendingRequest> due(qint64 now) const;
+
     /// Takes out the requests that are due at `now` and have expired by then, up to the first that has not.
     [[nodiscard]] std::vector<PendingRequest> takeExpired(qint64 now);
 

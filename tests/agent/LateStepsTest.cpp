@@ -1,0 +1,187 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "NotificationAgent/LoginEntry.h"
+#include "NotificationAgent/RequestFile.h"
+#include "NotificationAgent/RequestKeeper.h"
+#include "tests/agent/FakeNotificationServer.h"
+#include "tests/agent/FakeWallClock.h"
+#include "tests/support/TestProgram.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <memory>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+using Outcome = NotificationServer::Outcome;
+
+namespace {
+
+constexpr qint64 start = 1'800'000'000;
+
+QString identifier(const QString &kind)
+{
+    return u"quillet.backup.%1.%2.Anna"_s.arg(kind).arg(start);
+}
+
+} // namespace
+
+/// The steps of a lesson that come late: the machine slept, or the notification server hung.
+class LateStepsTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_clock = std::make_unique<FakeWallClock>(start - 1000);
+        m_server = std::make_unique<FakeNotificationServer>();
+        m_entry = std::make_unique<LoginEntry>(u"/opt/agent"_s, m_folder->filePath(u"config"_s));
+        m_file = std::make_unique<RequestFile>(m_folder->filePath(u"queue"_s));
+        m_lines.clear();
+        m_keeper = std::make_unique<RequestKeeper>(*m_file, *m_entry, *m_clock, *m_server,
+                                                   [this](const QString &line) { m_lines.append(line); });
+        QVERIFY(m_keeper->load());
+        m_keeper->start();
+        add(u"prepare"_s, start - 240, start);
+        add(u"one-minute"_s, start - 60, start);
+        add(u"join"_s, start - 30, start);
+        add(u"start"_s, start - 20, start);
+        add(u"finish"_s, start + 1440, start + 1500);
+    }
+
+    void cleanup()
+    {
+        m_keeper.reset();
+        m_file.reset();
+    }
+
+    void inTimeEachComes()
+    {
+        for (const qint64 moment : {start - 240, start - 60, start - 30, start - 20, start + 1440}) {
+            m_clock->set(moment);
+            settle();
+        }
+        QCOMPARE(m_server->handed,
+                 (QStringList{identifier(u"prepare"_s), identifier(u"one-minute"_s), identifier(u"join"_s),
+                              identifier(u"start"_s), identifier(u"finish"_s)}));
+    }
+
+    void afterASleepTheNewestComesAlone()
+    {
+        m_clock->set(start - 25);
+        settle();
+        QCOMPARE(m_server->handed, QStringList{identifier(u"join"_s)});
+        QCOMPARE(m_lines.filter(u"a later step of its lesson is due"_s).size(), 2);
+        // What was dropped is off the disk, and what is still to come comes.
+        QCOMPARE(onDisk(), (QStringList{identifier(u"start"_s), identifier(u"finish"_s)}));
+        m_clock->set(start - 20);
+        settle();
+        QCOMPARE(m_server->handed.last(), identifier(u"start"_s));
+    }
+
+    void afterAServerThatWasAwayTheNewestComesAlone()
+    {
+        m_server->isThere = false;
+        for (const qint64 moment : {start - 240, start - 60}) {
+            m_clock->set(moment);
+            settle();
+        }
+        m_server->isThere = true;
+        Q_EMIT m_server->arrived();
+        settle();
+        QCOMPARE(m_server->handed, QStringList{identifier(u"one-minute"_s)});
+    }
+
+    void whatBecomesDueWhileTheServerTakesItsTimeComesAlone()
+    {
+        m_server->isSilent = true;
+        m_clock->set(start - 240);
+        settle();
+        m_clock->set(start - 60);
+        m_server->answer();
+        settle();
+        QCOMPARE(m_server->handed, QStringList{identifier(u"one-minute"_s)});
+    }
+
+    void whatASilentServerHeldGivesWayToALaterStep()
+    {
+        m_server->outcome = Outcome::unknown;
+        m_clock->set(start - 240);
+        settle();
+        m_clock->set(start - 60);
+        m_server->outcome = Outcome::shown;
+        Q_EMIT m_server->left();
+        settle();
+        QCOMPARE(m_server->handed, (QStringList{identifier(u"prepare"_s), identifier(u"one-minute"_s)}));
+    }
+
+    void whatASilentServerHeldDoesNotFollowALaterStep()
+    {
+        m_server->outcome = Outcome::unknown;
+        m_clock->set(start - 240);
+        settle();
+        m_server->outcome = Outcome::shown;
+        m_clock->set(start - 60);
+        settle();
+        Q_EMIT m_server->left();
+        settle();
+        QCOMPARE(m_server->handed, (QStringList{identifier(u"prepare"_s), identifier(u"one-minute"_s)}));
+    }
+
+    void anotherLessonsStepComesBesideIt()
+    {
+        bool isAdded = false;
+        const QString ben = u"quillet.backup.finish.%1.Ben"_s.arg(start - 1800);
+        m_keeper->add({ben, {}, {}, u"quillet.lesson"_s, start - 240, start - 180},
+                      [&](const std::expected<void, QString> &result) { isAdded = result.has_value(); });
+        QTRY_VERIFY(isAdded);
+        m_clock->set(start - 200);
+        settle();
+        QCOMPARE(m_server->handed, (QStringList{identifier(u"prepare"_s), ben}));
+    }
+
+private:
+    void add(const QString &kind, qint64 fireDate, qint64 expirationDate)
+    {
+        bool isAdded = false;
+        m_keeper->add({identifier(kind), {}, {}, u"quillet.lesson"_s, fireDate, expirationDate},
+                      [&](const std::expected<void, QString> &result) { isAdded = result.has_value(); });
+        QTRY_VERIFY(isAdded);
+    }
+
+    // Lets everything happen that is about to.
+    static void settle()
+    {
+        for (int turn = 0; turn < 20; ++turn) {
+            QCoreApplication::processEvents(QEventLoop::AllEvents);
+        }
+    }
+
+    [[nodiscard]] QStringList onDisk() const
+    {
+        QFile file(m_folder->filePath(u"queue"_s));
+        QStringList identifiers;
+        if (file.open(QIODevice::ReadOnly)) {
+            for (const PendingRequest &request : decodedRequests(file.readAll()).requests) {
+                identifiers.append(request.identifier);
+            }
+        }
+        return identifiers;
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<FakeWallClock> m_clock;
+    std::unique_ptr<FakeNotificationServer> m_server;
+    std::unique_ptr<LoginEntry> m_entry;
+    std::unique_ptr<RequestFile> m_file;
+    std::unique_ptr<RequestKeeper> m_keeper;
+    QStringList m_lines;
+};
+
+QUILLET_TEST(LateStepsTest, runTest<LateStepsTest>);
+#include "LateStepsTest.moc"
