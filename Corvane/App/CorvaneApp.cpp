@@ -54,6 +54,9 @@ void CorvaneApp::greetAgent()
 
 void CorvaneApp::activate(const QString &token)
 {
+    if (!m_secondStarts.admits(uptime())) {
+        return;
+    }
     logger().log(u"second start handed over"_s, currentDate());
     m_windowSystem.userAsked(token);
     if (m_statusItem->isShown()) {
@@ -75,6 +78,9 @@ void CorvaneApp::showStatusItem()
                      });
     QObject::connect(m_statusItem.get(), &StatusItem::activated, m_viewModel.get(),
                      [this](std::optional<Point> position, const QString &token) {
+                         if (!m_clicks.admits(uptime())) {
+                             return;
+                         }
                          m_windowSystem.userAsked(token);
                          m_scenes->menuBarPanel().toggle(position);
                      });
@@ -97,7 +103,13 @@ void CorvaneApp::offerMenu()
         if (command.beginsGroup) {
             entries.push_back({});
         }
-        entries.push_back({.text = command.text, .action = std::move(command.action)});
+        entries.push_back(
+            {.text = command.text,
+             .action = [gate = RequestGate(shortestPause), action = std::move(command.action)]() mutable {
+                 if (gate.admits(uptime())) {
+                     action();
+                 }
+             }});
     }
     m_statusItem->setMenu(std::move(entries));
     QObject::connect(m_statusItem.get(), &StatusItem::menuAboutToShow, m_viewModel.get(),

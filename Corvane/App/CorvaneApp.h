@@ -12,6 +12,7 @@
 #include "Corvane/Platform/Linux/Freedesktop/SessionLockWatcher.h"
 #include "Corvane/Platform/Linux/Toolkit/ToolkitWindowSystem.h"
 #include "Corvane/Services/MenuBarViewModel.h"
+#include "Corvane/Utilities/RequestGate.h"
 
 #include <QTimer>
 
@@ -44,12 +45,17 @@ private:
     /// For so long no host shows the bell until the desktop counts as one that has none.
     static constexpr std::chrono::seconds hostTimeout{60};
 
+    static constexpr Seconds shortestPause{0.1};
+
     AppDelegate m_appDelegate;
     LiveServices m_services;
     std::unique_ptr<MenuBarViewModel> m_viewModel;
     ToolkitWindowSystem m_windowSystem;
     std::unique_ptr<AppScenes> m_scenes;
     std::unique_ptr<DesktopStatusItem> m_statusItem;
+    /// Clicks and second starts come over the bus. Two of a person are further apart than this.
+    RequestGate m_clicks{shortestPause};
+    RequestGate m_secondStarts{shortestPause};
     QTimer m_hostTimer;
     bool m_mayOpenByItself;
     std::unique_ptr<SessionLockWatcher> m_sessionLock;

@@ -6,6 +6,7 @@
 #include "Corvane/App/AppEnvironment.h"
 #include "Corvane/Models/DebugSnapshot.h"
 #include "Corvane/Models/TeachingAction.h"
+#include "Corvane/Utilities/RequestGate.h"
 
 #include <qcoro/qcorotask.h>
 
@@ -37,6 +38,9 @@ public:
     /// Loads today's lessons, has their backup notifications scheduled and asks the engine anew; meanwhile
     /// the heartbeat goes on. A load that fails keeps the lessons of the last one.
     QCoro::Task<void> reloadLessons();
+
+    /// Whether an appearance of the native menu counts: those within a second of one another are one.
+    [[nodiscard]] bool admitsMenuAppearance() { return m_menuAppearances.admits(uptime()); }
 
     /// The text beside the bell; changes whenever the current action is published.
     [[nodiscard]] QString menuTitle() const;
@@ -73,6 +77,7 @@ private:
     AppEnvironment m_environment;
     std::optional<TeachingAction> m_lastPresentedAction;
     std::optional<QString> m_lastPresentedNotificationKey;
+    RequestGate m_menuAppearances{Seconds{1}};
     bool m_hasStarted = false;
     bool m_isBeating = false;
     std::optional<Date> m_lastLessonReloadDate;

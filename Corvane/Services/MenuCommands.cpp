@@ -75,8 +75,10 @@ void openSetupUnlessCompleted(MenuBarViewModel &viewModel, const MenuActions &ac
 
 void menuContentAppeared(MenuBarViewModel &viewModel, const MenuActions &actions)
 {
-    spawn(viewModel.reloadLessons());
-    openSetupUnlessCompleted(viewModel, actions);
+    if (viewModel.admitsMenuAppearance()) {
+        spawn(viewModel.reloadLessons());
+        openSetupUnlessCompleted(viewModel, actions);
+    }
 }
 
 } // namespace corvane

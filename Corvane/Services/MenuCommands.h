@@ -62,7 +62,8 @@ void openSetupUnlessCompleted(MenuBarViewModel &viewModel, const MenuActions &ac
 
 /// What is to happen each time the content of the bell's menu appears: today's lessons are loaded anew, and
 /// setup is opened while it has not been completed. The menu bar panel does this by itself; it is for the
-/// native menu, when that is about to be shown. Returns at once.
+/// native menu, when that is about to be shown, which anybody on the bus may say any number of times: those
+/// within a second of one another are one. Returns at once.
 void menuContentAppeared(MenuBarViewModel &viewModel, const MenuActions &actions);
 
 } // namespace corvane

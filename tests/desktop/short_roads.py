@@ -13,7 +13,7 @@ import signal
 import subprocess
 import unittest
 
-from quillet_desktop import Desktop, calendar, event, poll, report_lateness
+from quillet_desktop import SOURCE, Desktop, calendar, event, poll, report_lateness
 
 HERE = pathlib.Path(__file__).resolve().parent
 
@@ -170,6 +170,23 @@ class Roads(unittest.TestCase):
         with Desktop() as desktop:
             program = desktop.start_quillet()
             program.wait_for("^app started$")
+            self.assertEqual(program.quit(), 0)
+
+    def aFloodOfRequestsIsTakenForFew(self):
+        with Desktop() as desktop:
+            program = desktop.start_quillet({"XDG_CURRENT_DESKTOP": "GNOME"})
+            program.wait_for("^calendar reload success ")
+            program.wait_for("^status item registered$")
+            (name,) = {item.partition("/")[0] for item in desktop.status_items()}
+            began = desktop.now()
+            desktop.run("/usr/bin/python3", str(SOURCE / "tests/desktop/flood.py"), name, seconds=60)
+            lasted = desktop.now() - began
+            reloads, seconds = len(program.find("^calendar reload success ")), len(program.find("^second start "))
+            print(f"flood: in {lasted:.1f} s {reloads} reloads, {seconds} second starts, "
+                  f"{program.log.stat().st_size} bytes of log", flush=True)
+            # The first load, one of the menu, one of the panel, and one of each in five seconds.
+            self.assertLessEqual(reloads, 4 + 2 * lasted / 5)
+            self.assertLessEqual(seconds, 2 + lasted / 5)
             self.assertEqual(program.quit(), 0)
 
     # --- trouble with the calendar

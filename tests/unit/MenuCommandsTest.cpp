@@ -147,6 +147,24 @@ private Q_SLOTS:
         QCOMPARE(f.model->lessons().size(), std::size_t{1});
     }
 
+    void aFloodOfAppearancesLoadsTheLessonsOnce()
+    {
+        Fixture f;
+        f.store.answer = std::vector{sampleLesson(u"Anna"_s, at("10:00:00"), minutes(25))};
+        for (int appearance = 0; appearance < 3000; ++appearance) {
+            menuContentAppeared(*f.model, f.actions);
+        }
+        QCoreApplication::processEvents();
+        QCOMPARE(f.store.calls, 1);
+        QCOMPARE(f.openedBeside.size(), std::size_t{1});
+        // What the teacher asks for in the settings comes at once.
+        spawn(f.model->reloadLessons());
+        QCOMPARE(f.store.calls, 2);
+        f.clock.advance(Seconds{1});
+        menuContentAppeared(*f.model, f.actions);
+        QCOMPARE(f.store.calls, 3);
+    }
+
     void aModelThatGoesBeforeItsNextTurnOpensNothing()
     {
         Fixture f;
