@@ -232,6 +232,18 @@ private Q_SLOTS:
         QVERIFY(!m_agent->pending.back().isQuiet);
     }
 
+    void withAnAgentOfBeforeNothingIsLost()
+    {
+        startAgent();
+        m_agent->isOfBefore = true;
+        NotificationRequest quiet = request(u"quillet.calendar-gap.1"_s);
+        quiet.isQuiet = true;
+        QVERIFY(QCoro::waitFor(center().add(quiet)).has_value());
+        QVERIFY(QCoro::waitFor(center().add(request(u"quillet.backup.join.1.王"_s))).has_value());
+        const auto pending = QCoro::waitFor(center().pendingNotificationRequests());
+        QCOMPARE(*pending, (QStringList{u"quillet.calendar-gap.1"_s, u"quillet.backup.join.1.王"_s}));
+    }
+
     void aMomentWhoseSecondHasBegunIsNotAskedForAgain()
     {
         startAgent();

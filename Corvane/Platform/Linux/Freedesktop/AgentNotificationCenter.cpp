@@ -14,6 +14,7 @@
 #include <qcoro/qcorodbuspendingcall.h>
 
 #include <QCryptographicHash>
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <QDBusPendingReply>
@@ -119,8 +120,10 @@ struct AgentNotificationCenter::Link {
         reaching.resolve(link->agent != nullptr);
     }
 
-    /// The agent's answer to `call`, or why there is none.
-    static QCoro::Task<std::expected<QDBusMessage, Failure>> ask(std::shared_ptr<Link> link, Call call)
+    /// The agent's answer to `call`, or why there is none. `forOlder` is for an agent of before an update,
+    /// which does not know that call; it may be empty.
+    static QCoro::Task<std::expected<QDBusMessage, Failure>> ask(std::shared_ptr<Link> link, Call call,
+                                                                 Call forOlder)
     {
         if (!link->bus.isConnected()) {
             co_return std::unexpected(noSessionBus());
@@ -140,16 +143,20 @@ struct AgentNotificationCenter::Link {
         if (!link->bus.isConnected()) {
             co_return std::unexpected(noSessionBus());
         }
-        const QDBusMessage answer = co_await call(*link->agent);
+        QDBusMessage answer = co_await call(*link->agent);
+        if (forOlder && QDBusError(answer).type() == QDBusError::UnknownMethod) {
+            answer = co_await forOlder(*link->agent);
+        }
         if (answer.type() != QDBusMessage::ReplyMessage) {
             co_return std::unexpected(Failure{u"the notification agent: "_s + answer.errorMessage()});
         }
         co_return answer;
     }
 
-    static QCoro::Task<std::expected<void, Failure>> tell(std::shared_ptr<Link> link, Call call)
+    static QCoro::Task<std::expected<void, Failure>> tell(std::shared_ptr<Link> link, Call call,
+                                                          Call forOlder = {})
     {
-        const auto answer = co_await ask(link, call);
+        const auto answer = co_await ask(link, call, forOlder);
         if (!answer) {
             co_return std::unexpected(answer.error());
         }
@@ -178,7 +185,7 @@ struct AgentNotificationCenter::Link {
     static QCoro::Task<std::expected<QStringList, Failure>> pending(std::shared_ptr<Link> link)
     {
         const Call call = [](NotificationAgentProxy &agent) { return agent.PendingRequests(); };
-        const auto answer = co_await ask(link, call);
+        const auto answer = co_await ask(link, call, {});
         if (!answer) {
             co_return std::unexpected(answer.error());
         }
@@ -231,16 +238,21 @@ QCoro::Task<std::expected<void, Failure>> AgentNotificationCenter::add(Notificat
         co_return {};
     }
     // Not made in the wait itself: GCC 12 destroys what a closure holds there twice.
-    const Link::Call call = [request, fire = *fireDate,
-                             expiration = *expirationDate](NotificationAgentProxy &agent) {
-        const QString identifier = agentIdentifier(request.identifier);
-        const QString title = readablePart(request.title);
-        const QString body = readablePart(request.body);
-        return request.isQuiet
-                   ? agent.AddQuietly(identifier, title, body, request.categoryIdentifier, fire, expiration)
-                   : agent.Add(identifier, title, body, request.categoryIdentifier, fire, expiration);
+    const Link::Call add = [request, fire = *fireDate,
+                            expiration = *expirationDate](NotificationAgentProxy &agent) {
+        return agent.Add(agentIdentifier(request.identifier), readablePart(request.title),
+                         readablePart(request.body), request.categoryIdentifier, fire, expiration);
     };
-    co_return co_await Link::tell(m_link, call);
+    if (!request.isQuiet) {
+        co_return co_await Link::tell(m_link, add);
+    }
+    const Link::Call addQuietly = [request, fire = *fireDate,
+                                   expiration = *expirationDate](NotificationAgentProxy &agent) {
+        return agent.AddQuietly(agentIdentifier(request.identifier), readablePart(request.title),
+                                readablePart(request.body), request.categoryIdentifier, fire, expiration);
+    };
+    // Better with a sound than not at all.
+    co_return co_await Link::tell(m_link, addQuietly, add);
 }
 
 } // namespace corvane
