@@ -45,6 +45,7 @@ private:
     /// For so long no host shows the bell until the desktop counts as one that has none.
     static constexpr std::chrono::seconds hostTimeout{60};
 
+    /// Two second starts, or two choices of one command, are further apart where a person does it.
     static constexpr Seconds shortestPause{0.1};
 
     AppDelegate m_appDelegate;
@@ -53,8 +54,9 @@ private:
     ToolkitWindowSystem m_windowSystem;
     std::unique_ptr<AppScenes> m_scenes;
     std::unique_ptr<DesktopStatusItem> m_statusItem;
-    /// Clicks and second starts come over the bus. Two of a person are further apart than this.
-    RequestGate m_clicks{shortestPause};
+    /// Clicks and second starts come over the bus. A click that opens and the next, which closes, are two
+    /// also where a program clicks.
+    RequestGate m_clicks{Seconds{0.02}};
     RequestGate m_secondStarts{shortestPause};
     QTimer m_hostTimer;
     bool m_mayOpenByItself;
