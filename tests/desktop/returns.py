@@ -83,6 +83,13 @@ class Returns(unittest.TestCase):
                 self.assertIsNone(running(desktop))
                 program.log.unlink()
             self.assertEqual(agent_log(desktop), "")
+            # A session that ends takes the display away; the bus of the user goes on.
+            program = desktop.start_quillet()
+            program.wait_for("^scheduled system backup notifications lessons=1$")
+            os.kill(desktop.pid_of("display"), signal.SIGTERM)
+            self.assertNotEqual(program.wait_for_end(), 0)
+            poll("the agent to let it be", lambda: "the session's display is gone" in agent_log(desktop), 5)
+            self.assertIsNone(running(desktop))
 
 
 if __name__ == "__main__":
