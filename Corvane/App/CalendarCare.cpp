@@ -6,13 +6,11 @@
 #include "Corvane/Services/CalendarGaps.h"
 #include "Corvane/Utilities/Spawn.h"
 
-#include <QDBusConnection>
-
 namespace corvane {
 
-CalendarCare::CalendarCare(const LiveServices &services, MenuBarViewModel &viewModel, StatusItem &bell)
-    : m_systemWatcher(QDBusConnection::systemBus(), QDBusConnection::sessionBus())
-    , m_refresher(*services.eventStore, m_systemWatcher, [&viewModel] { spawn(viewModel.reloadLessons()); })
+CalendarCare::CalendarCare(const LiveServices &services, const SystemWatcher &systemWatcher,
+                           MenuBarViewModel &viewModel, StatusItem &bell)
+    : m_refresher(*services.eventStore, systemWatcher, [&viewModel] { spawn(viewModel.reloadLessons()); })
     , m_gapNotice(services.eventStore->monitor(), *services.notificationCenter, *services.debugLogger)
 {
     CalendarMonitor &monitor = services.eventStore->monitor();

@@ -4,11 +4,11 @@
 #pragma once
 
 #include "Corvane/App/LiveServices.h"
-#include "Corvane/Platform/Linux/Freedesktop/LinuxSystemWatcher.h"
 #include "Corvane/Services/CalendarGapNotice.h"
 #include "Corvane/Services/CalendarRefresher.h"
 #include "Corvane/Services/MenuBarViewModel.h"
 #include "Corvane/Services/StatusItem.h"
+#include "Corvane/Services/SystemWatcher.h"
 
 namespace corvane {
 
@@ -17,13 +17,13 @@ namespace corvane {
 class CalendarCare {
 public:
     /// What is passed is borrowed.
-    CalendarCare(const LiveServices &services, MenuBarViewModel &viewModel, StatusItem &bell);
+    CalendarCare(const LiveServices &services, const SystemWatcher &systemWatcher,
+                 MenuBarViewModel &viewModel, StatusItem &bell);
 
     /// Asks online calendars for news.
     void refresh() { m_refresher.refresh(); }
 
 private:
-    LinuxSystemWatcher m_systemWatcher;
     CalendarRefresher m_refresher;
     CalendarGapNotice m_gapNotice;
 };

@@ -41,7 +41,9 @@ CorvaneApp::CorvaneApp(StartedBy startedBy) : m_mayOpenByItself(startedBy == Sta
     // time.
     spawn(m_viewModel->start());
     watchSessionLock();
-    m_calendarCare = std::make_unique<CalendarCare>(m_services, *m_viewModel, *m_statusItem);
+    m_machineCare = std::make_unique<MachineCare>(m_services, *m_viewModel);
+    m_calendarCare = std::make_unique<CalendarCare>(m_services, m_machineCare->systemWatcher(), *m_viewModel,
+                                                    *m_statusItem);
 }
 
 void CorvaneApp::greetAgent()

@@ -7,6 +7,7 @@
 #include "Corvane/App/AppScenes.h"
 #include "Corvane/App/CalendarCare.h"
 #include "Corvane/App/LiveServices.h"
+#include "Corvane/App/MachineCare.h"
 #include "Corvane/Platform/Linux/Freedesktop/AgentGreeting.h"
 #include "Corvane/Platform/Linux/Freedesktop/DesktopStatusItem.h"
 #include "Corvane/Platform/Linux/Freedesktop/SessionLockWatcher.h"
@@ -61,6 +62,7 @@ private:
     QTimer m_hostTimer;
     bool m_mayOpenByItself;
     std::unique_ptr<SessionLockWatcher> m_sessionLock;
+    std::unique_ptr<MachineCare> m_machineCare;
     std::unique_ptr<CalendarCare> m_calendarCare;
     std::unique_ptr<AgentGreeting> m_agentGreeting; ///< goes first: it says that this end is wanted
 };

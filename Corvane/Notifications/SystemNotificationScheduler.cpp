@@ -45,6 +45,7 @@ QCoro::Task<void> SystemNotificationScheduler::scheduleBackupNotifications(std::
         co_return;
     }
     const Self self(this);
+    const int timesForgotten = m_timesForgotten;
     const auto replaced = co_await replacePending(self, lessons);
     if (self == nullptr) {
         co_return;
@@ -57,8 +58,16 @@ QCoro::Task<void> SystemNotificationScheduler::scheduleBackupNotifications(std::
         log(u"system notification permission was not granted"_s);
         co_return;
     }
-    m_lastScheduleSignature = newSignature;
+    if (timesForgotten == m_timesForgotten) {
+        m_lastScheduleSignature = newSignature;
+    }
     log(u"scheduled system backup notifications lessons="_s + QString::number(lessons.size()));
+}
+
+void SystemNotificationScheduler::forgetSchedule()
+{
+    m_lastScheduleSignature.reset();
+    ++m_timesForgotten;
 }
 
 /// Whether notifications are granted; those of `lessons` are then in the place of the earlier ones.

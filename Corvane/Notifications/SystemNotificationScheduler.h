@@ -39,6 +39,10 @@ public:
     /// overlap, the one that ends last decides.
     QCoro::Task<void> scheduleBackupNotifications(std::vector<Lesson> lessons);
 
+    /// The next call schedules also the lessons that were scheduled last. For a clock that was set: steps
+    /// that were over by the wrong time, and are no longer pending, are ahead again.
+    void forgetSchedule();
+
 private:
     using Self = QPointer<SystemNotificationScheduler>;
     static QCoro::Task<std::expected<bool, Failure>> replacePending(Self self, std::vector<Lesson> lessons);
@@ -50,6 +54,7 @@ private:
     DebugLogService &m_logger;
     QString m_identifierPrefix;
     std::optional<QString> m_lastScheduleSignature; ///< of the lessons last scheduled completely
+    int m_timesForgotten = 0;                       ///< what a run began before is not remembered at its end
 };
 
 } // namespace corvane

@@ -81,6 +81,10 @@ class Desktop(contextlib.AbstractContextManager):
         """Moves Quillet's time of day to the last whole second before that moment."""
         self.clock.skip_to(moment)
 
+    def set_clock_back(self, seconds):
+        """Sets Quillet's time of day back."""
+        self.clock.set_back(seconds)
+
     # --- calendars
 
     def write_system_calendar(self, *events):
