@@ -8,6 +8,7 @@
 #include "Corvane/Platform/Linux/Freedesktop/StatusBell.h"
 #include "Corvane/Services/MenuCommands.h"
 #include "Corvane/Services/ScheduleStatus.h"
+#include "Corvane/Utilities/DayCalendar.h"
 #include "Corvane/Utilities/Spawn.h"
 
 #include <QCoreApplication>
@@ -21,7 +22,9 @@ using namespace Qt::StringLiterals;
 
 namespace corvane {
 
-CorvaneApp::CorvaneApp(StartedBy startedBy) : m_mayOpenByItself(startedBy == StartedBy::user)
+CorvaneApp::CorvaneApp(StartedBy startedBy, std::function<void()> restart)
+    : m_startZone(systemTimeZoneId())
+    , m_mayOpenByItself(startedBy == StartedBy::user)
 {
     m_appDelegate.applicationDidFinishLaunching();
     const AppEnvironment environment = AppEnvironment::live(m_services);
@@ -41,7 +44,7 @@ CorvaneApp::CorvaneApp(StartedBy startedBy) : m_mayOpenByItself(startedBy == Sta
     // time.
     spawn(m_viewModel->start());
     watchSessionLock();
-    m_machineCare = std::make_unique<MachineCare>(m_services, *m_viewModel);
+    m_machineCare = std::make_unique<MachineCare>(m_services, *m_viewModel, m_startZone, std::move(restart));
     m_calendarCare = std::make_unique<CalendarCare>(m_services, m_machineCare->systemWatcher(), *m_viewModel,
                                                     *m_statusItem);
 }

@@ -15,9 +15,11 @@
 #include "Corvane/Services/MenuBarViewModel.h"
 #include "Corvane/Utilities/RequestGate.h"
 
+#include <QByteArray>
 #include <QTimer>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 
 namespace corvane {
@@ -29,7 +31,8 @@ public:
     /// Who started the program: at login nothing opens that was not asked for.
     enum class StartedBy { user, login };
 
-    explicit CorvaneApp(StartedBy startedBy);
+    /// `restart` ends the program in order and starts it anew.
+    CorvaneApp(StartedBy startedBy, std::function<void()> restart);
 
     /// Another start of the program, or the desktop, asks it to show itself. `token` may be empty.
     void activate(const QString &token);
@@ -49,6 +52,7 @@ private:
     /// Two second starts, or two choices of one command, are further apart where a person does it.
     static constexpr Seconds shortestPause{0.1};
 
+    QByteArray m_startZone;
     AppDelegate m_appDelegate;
     LiveServices m_services;
     std::unique_ptr<MenuBarViewModel> m_viewModel;

@@ -5,11 +5,15 @@
 
 #include <QDBusConnection>
 
+#include <utility>
+
 namespace corvane {
 
-MachineCare::MachineCare(const LiveServices &services, MenuBarViewModel &viewModel)
+MachineCare::MachineCare(const LiveServices &services, MenuBarViewModel &viewModel,
+                         const QByteArray &startZone, std::function<void()> restart)
     : m_systemWatcher(QDBusConnection::systemBus(), QDBusConnection::sessionBus())
     , m_reloadAfterJump(m_systemWatcher, viewModel, *services.systemNotificationScheduler)
+    , m_zoneFollower(m_systemWatcher, startZone, *services.debugLogger, std::move(restart))
 {
 }
 

@@ -7,20 +7,28 @@
 #include "Corvane/Platform/Linux/Freedesktop/LinuxSystemWatcher.h"
 #include "Corvane/Services/MenuBarViewModel.h"
 #include "Corvane/Services/ReloadAfterJump.h"
+#include "Corvane/Services/ZoneFollower.h"
+
+#include <QByteArray>
+
+#include <functional>
 
 namespace corvane {
 
 /// What is done when something happens to the machine that the program runs on.
 class MachineCare {
 public:
-    /// What is passed is borrowed.
-    MachineCare(const LiveServices &services, MenuBarViewModel &viewModel);
+    /// `startZone` is the machine's time zone of before the services were built, and `restart` starts the
+    /// program anew. What is passed is borrowed.
+    MachineCare(const LiveServices &services, MenuBarViewModel &viewModel, const QByteArray &startZone,
+                std::function<void()> restart);
 
     [[nodiscard]] const SystemWatcher &systemWatcher() const { return m_systemWatcher; }
 
 private:
     LinuxSystemWatcher m_systemWatcher;
     ReloadAfterJump m_reloadAfterJump;
+    ZoneFollower m_zoneFollower;
 };
 
 } // namespace corvane

@@ -7,18 +7,26 @@
 #include "Corvane/Utilities/Spawn.h"
 
 #include <QApplication>
+#include <QByteArrayList>
 #include <QDBusConnection>
+#include <QFile>
 #include <QTimer>
 
 #include <malloc.h>
+#include <unistd.h>
 
 #include <cstdio>
+#include <functional>
 #include <optional>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 using namespace corvane;
 
 namespace {
+
+/// As the login entry has it: nothing opens that was not asked for.
+constexpr auto loginOption = "--login"_L1;
 
 /// In a Wayland session the windows go through the X server that most of them have: there they can be placed,
 /// and stand above a full-screen one. Where there is none the toolkit is told so, which guesses from the kind
@@ -38,16 +46,17 @@ void say(const char *text)
 }
 
 /// Starts the program unless another one runs already. Both outlive the event loop.
-QCoro::Task<void> launch(SingleInstance *instance, std::optional<CorvaneApp> *program)
+QCoro::Task<void> launch(SingleInstance *instance, std::optional<CorvaneApp> *program,
+                         std::function<void()> restart)
 {
     const QString token = SingleInstance::takeActivationToken();
     // Not awaited in the switch itself: GCC 12 loses the frame there.
     const SingleInstance::Start start = co_await instance->claim(token);
     switch (start) {
     case SingleInstance::Start::first:
-        // As the login entry has it.
-        program->emplace(QCoreApplication::arguments().contains(u"--login"_s) ? CorvaneApp::StartedBy::login
-                                                                              : CorvaneApp::StartedBy::user);
+        program->emplace(QCoreApplication::arguments().contains(loginOption) ? CorvaneApp::StartedBy::login
+                                                                             : CorvaneApp::StartedBy::user,
+                         restart);
         co_return;
     case SingleInstance::Start::handedOver:
         say("Quillet is running already; look for its bell in the panel.\n");
@@ -60,19 +69,24 @@ QCoro::Task<void> launch(SingleInstance *instance, std::optional<CorvaneApp> *pr
     }
 }
 
-} // namespace
+/// How a run of the program ended, and with what it is started anew.
+struct Run {
+    int status = 0;
+    bool startsAnew = false;
+    QByteArray programPath;
+};
 
-int main(int argc, char *argv[])
+Run run(int argc, char *argv[])
 {
-    // The few worker threads sleep nearly always; a heap of its own for each would keep memory for nothing.
-    mallopt(M_ARENA_MAX, 2);
-    choosePlatform();
-    QCoreApplication::setApplicationName(u"Quillet"_s);
-    QApplication::setDesktopFileName(u"com.ordwinsoftware.Quillet"_s);
     QApplication application(argc, argv);
+    // Before an upgrade may put another file there: by its name the new program is started anew, then.
+    Run run{.programPath = QFile::encodeName(QCoreApplication::applicationFilePath())};
+    // A signal ends the program for good, also while it is about to start anew.
     const EndSignals endSignals;
-    QObject::connect(&endSignals, &EndSignals::received, &application, &QCoreApplication::quit);
-
+    QObject::connect(&endSignals, &EndSignals::received, &application, [&run] {
+        run.startsAnew = false;
+        QCoreApplication::quit();
+    });
     SingleInstance instance(QDBusConnection::sessionBus(), SingleInstance::userLockDirectories());
     // Destroyed before the instance: the name is given up when nothing of the program acts any more.
     std::optional<CorvaneApp> program;
@@ -89,6 +103,49 @@ int main(int argc, char *argv[])
         }
     });
     // On the loop's first turn: exit() has no effect before the loop runs.
-    QTimer::singleShot(0, &application, [&] { spawn(launch(&instance, &program)); });
-    return QApplication::exec();
+    QTimer::singleShot(0, &application, [&] {
+        spawn(launch(&instance, &program, [&run] {
+            run.startsAnew = true;
+            QCoreApplication::quit();
+        }));
+    });
+    run.status = QApplication::exec();
+    program.reset();
+    if (run.startsAnew) {
+        instance.giveUp();
+    }
+    return run;
+}
+
+/// Puts a new run in the place of this process, which keeps its id: for whoever started it, it goes on. Comes
+/// back only where that fails.
+int startAnew(const QByteArray &programPath, QByteArrayList arguments)
+{
+    const QByteArray login(loginOption.data(), loginOption.size());
+    if (!arguments.contains(login)) {
+        arguments.append(login);
+    }
+    std::vector<char *> pointers;
+    for (QByteArray &argument : arguments) {
+        pointers.push_back(argument.data());
+    }
+    pointers.push_back(nullptr);
+    ::execv(programPath.constData(), pointers.data());
+    say("Quillet could not start anew.\n");
+    return 1;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    // The few worker threads sleep nearly always; a heap of its own for each would keep memory for nothing.
+    mallopt(M_ARENA_MAX, 2);
+    choosePlatform();
+    QCoreApplication::setApplicationName(u"Quillet"_s);
+    QApplication::setDesktopFileName(u"com.ordwinsoftware.Quillet"_s);
+    // The toolkit takes its own ones out.
+    const QByteArrayList arguments(argv, argv + argc);
+    const Run ended = run(argc, argv);
+    return ended.startsAnew ? startAnew(ended.programPath, arguments) : ended.status;
 }

@@ -120,6 +120,24 @@ private Q_SLOTS:
         QCOMPARE(claim(makeWithoutBus()), Start::first);
     }
 
+    void oneThatGaveUpIsNotTakenForAnotherOne()
+    {
+        // Its connection is still there, as that of a process whose end the bus has not heard of.
+        SingleInstance &first = make();
+        QCOMPARE(claim(first), Start::first);
+        first.giveUp();
+        QCOMPARE(claim(make()), Start::first);
+        QCOMPARE(claim(make()), Start::handedOver);
+    }
+
+    void oneWithoutABusCanGiveUp()
+    {
+        SingleInstance &first = makeWithoutBus();
+        QCOMPARE(claim(first), Start::first);
+        first.giveUp();
+        QCOMPARE(claim(makeWithoutBus()), Start::first);
+    }
+
     void whereNothingCanBeLockedTheProgramStarts()
     {
         const QString file = m_folder->filePath(u"file"_s);

@@ -140,6 +140,20 @@ private Q_SLOTS:
         QCOMPARE(m_times->size(), 0);
     }
 
+    void theFileThatDecidesIsTheMachinesUnlessTheEnvironmentNamesOne()
+    {
+        const QString machines = u"/etc/localtime"_s;
+        QCOMPARE(TimeZoneWatcher::decidingFile(), machines);
+        for (const char *named : {"", "Europe/Berlin", ":Europe/Berlin"}) {
+            qputenv("TZ", named);
+            QCOMPARE(TimeZoneWatcher::decidingFile(), machines);
+        }
+        for (const QByteArray &colon : {QByteArray(), QByteArray(":")}) {
+            qputenv("TZ", colon + QFile::encodeName(file()));
+            QCOMPARE(TimeZoneWatcher::decidingFile(), file());
+        }
+    }
+
     void anEnvironmentThatNamesTheFileIsNoOtherZone()
     {
         qputenv("TZ", ":" + QFile::encodeName(file()));

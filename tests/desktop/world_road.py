@@ -4,14 +4,39 @@
 """The machine changes under the running program, which notices at once.
 
     world_road.py World.afterAClockThatWasSetBackInASleepLessonsBannersAndBackupsAreRight
+    world_road.py World.inAnotherZoneItStartsAnewAndTheRunningPhaseIsAnnouncedOnceMore
 """
+import datetime
 import math
+import pathlib
 import unittest
+import zoneinfo
 
-from backups import BackupDesktop, identifiers
+from backups import BackupDesktop, identifier, identifiers
+from events import utc
 from quillet_desktop import event, poll
+from short_roads import in_join_phase
 
 SIX_HOURS = 6 * 3600
+
+
+def link(file, zone):
+    """Puts the machine into that zone, as its settings do it."""
+    new = file.with_suffix(".new")
+    new.symlink_to(f"/usr/share/zoneinfo/{zone}")
+    new.replace(file)
+
+
+def neighbour(local):
+    """A zone an hour away from that moment's."""
+    hours = int(local.utcoffset().total_seconds() // 3600)
+    hours += -1 if hours > 0 else 1
+    return f"Etc/GMT{-hours:+d}" if hours else "Etc/GMT"
+
+
+def started_at(program):
+    """When the program's process started, in the kernel's ticks."""
+    return pathlib.Path(f"/proc/{program.process.pid}/stat").read_text().rpartition(") ")[2].split()[19]
 
 
 class World(unittest.TestCase):
@@ -45,6 +70,53 @@ class World(unittest.TestCase):
             self.assertEqual(program.quit(), 0)
             daemon.terminate()
             daemon.wait()
+
+    # --- the zone
+
+    def inAnotherZoneItStartsAnewAndTheRunningPhaseIsAnnouncedOnceMore(self):
+        with BackupDesktop() as desktop:
+            file = desktop.room / "localtime"
+            here = desktop.environment["TZ"]
+            link(file, here)
+            start, lesson = in_join_phase(desktop)
+            # At two o'clock wherever the teacher is.
+            local = desktop.clock.local(desktop.now()).replace(hour=14, minute=0, second=0, microsecond=0)
+            two, end = local.timestamp(), local + datetime.timedelta(minutes=25)
+            desktop.write_lessons(lesson, event("Zoom - Ben", two, end.timestamp())
+                                  .replace(utc(two), f"{local:%Y%m%dT%H%M%S}")
+                                  .replace(utc(end.timestamp()), f"{end:%Y%m%dT%H%M%S}"))
+            program = desktop.start_quillet({"TZ": f":{file}"})
+            self.assertEqual(program.wait_for_banner().state, "joinPlatform")
+            poll("the bell", lambda: len(desktop.status_items()) == 1)
+            poll("the backups", lambda: identifier("prepare", int(two), "Ben") in desktop.pending())
+            start_ticks = started_at(program)
+
+            # The same zone again is no change.
+            link(file, here)
+            link(file, there := neighbour(local))
+            program.wait_for("^app started$", count=2)
+            self.assertEqual(program.find("^time zone changed ")[0].message,
+                             f"time zone changed from={here} to={there}; starting anew")
+            banner = program.wait_for_banner(2)
+            self.assertEqual(banner.state, "joinPlatform")
+            desktop.wait_until_shown(banner, "another-zone")
+            # It is the same process to whoever started it, and the only Quillet.
+            self.assertEqual(started_at(program), start_ticks)
+            self.assertEqual(desktop.processes("quillet"), [program.process.pid])
+            poll("the bell", lambda: len(desktop.status_items()) == 1)
+            moved = local.replace(tzinfo=zoneinfo.ZoneInfo(there)).timestamp()
+            poll("Ben's lesson in the new zone",
+                 lambda: identifier("prepare", int(moved), "Ben") in desktop.pending())
+            self.assertNotIn(identifier("prepare", int(two), "Ben"), desktop.pending())
+            self.assertEqual(desktop.windows("Quillet.*"), [])
+            second = desktop.start_quillet({"TZ": f":{file}"})
+            self.assertEqual(second.wait_for_end(), 0)
+            # Nothing more happens: no further start, no further banner of this phase.
+            desktop.wait_until(start - 18)
+            self.assertEqual([banner.state for banner in program.banners()],
+                             ["joinPlatform", "joinPlatform", "startNow"])
+            self.assertEqual(len(program.find("^app started$")), 2)
+            self.assertEqual(program.quit(), 0)
 
 
 if __name__ == "__main__":

@@ -21,7 +21,7 @@ class LinuxSystemWatcher final : public SystemWatcher {
 public:
     /// Buses that are not there tell nothing. `zoneFile` decides the machine's time zone.
     LinuxSystemWatcher(const QDBusConnection &systemBus, const QDBusConnection &sessionBus,
-                       const QString &zoneFile = QStringLiteral("/etc/localtime"),
+                       const QString &zoneFile = TimeZoneWatcher::decidingFile(),
                        std::unique_ptr<WallClockAlarm> alarm = std::make_unique<KernelWallClockAlarm>());
 
 private:

@@ -167,6 +167,19 @@ void SingleInstance::unlock()
     }
 }
 
+void SingleInstance::giveUp()
+{
+    m_bus.unregisterObject(objectPath);
+    unlock();
+    if (m_bus.isConnected()) {
+        constexpr int releaseMilliseconds = 1000;
+        auto release = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
+                                                      u"org.freedesktop.DBus"_s, u"ReleaseName"_s);
+        release << QString(serviceName);
+        m_bus.call(release, QDBus::Block, releaseMilliseconds);
+    }
+}
+
 QCoro::Task<SingleInstance::Start> SingleInstance::claim(QString activationToken)
 {
     const QDBusConnection bus = m_bus;

@@ -40,6 +40,10 @@ public:
     /// start to raise a window with, or empty; see takeActivationToken().
     QCoro::Task<Start> claim(QString activationToken);
 
+    /// Gives name and locks back before this process starts the program anew, which must not take itself for
+    /// another one. Blocks for a second at most. Nothing of the program may act any more.
+    void giveUp();
+
     /// The token from the environment, which is then cleared of it, so that no program started later uses it.
     [[nodiscard]] static QString takeActivationToken();
 

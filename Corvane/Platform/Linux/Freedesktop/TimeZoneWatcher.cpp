@@ -33,14 +33,18 @@ QByteArray zoneOf(const QString &zoneFile)
     return QCryptographicHash::hash(file.read(longestRules), QCryptographicHash::Sha256).toHex();
 }
 
+/// What the environment says of the zone: a name, or the path of a file.
+QString zoneOfEnvironment()
+{
+    const QString zone = qEnvironmentVariable("TZ");
+    return zone.startsWith(u':') ? zone.sliced(1) : zone;
+}
+
 /// Whether the environment leaves the choice of the zone to `zoneFile`.
 bool isDecidedBy(const QString &zoneFile)
 {
-    QString zone = qEnvironmentVariable("TZ");
-    if (zone.startsWith(u':')) {
-        zone.remove(0, 1);
-    }
-    return qEnvironmentVariableIsEmpty("TZ") ? !qEnvironmentVariableIsSet("TZ") : zone == zoneFile;
+    return qEnvironmentVariableIsEmpty("TZ") ? !qEnvironmentVariableIsSet("TZ")
+                                             : zoneOfEnvironment() == zoneFile;
 }
 
 } // namespace
@@ -61,6 +65,12 @@ TimeZoneWatcher::TimeZoneWatcher(QString zoneFile, QObject *parent)
     m_files.addPath(QFileInfo(m_zoneFile).path());
     watchCopy();
     m_zone = zoneOf(m_zoneFile);
+}
+
+QString TimeZoneWatcher::decidingFile()
+{
+    const QString zone = zoneOfEnvironment();
+    return zone.startsWith(u'/') ? zone : u"/etc/localtime"_s;
 }
 
 void TimeZoneWatcher::look()

@@ -23,6 +23,10 @@ public:
     /// `zoneFile` is absolute. Nothing is told where the environment gives the program another zone.
     explicit TimeZoneWatcher(QString zoneFile, QObject *parent = nullptr);
 
+    /// The file that decides the zone of a program with this environment: one that TZ names by its path, else
+    /// the machine's.
+    [[nodiscard]] static QString decidingFile();
+
     /// So long nothing may have happened to the file before it is looked at: it may be taken away first and
     /// made anew then.
     static constexpr std::chrono::milliseconds settlingTime{200};
