@@ -13,6 +13,9 @@ MachineCare::MachineCare(const LiveServices &services, MenuBarViewModel &viewMod
                          const QByteArray &startZone, std::function<void()> restart)
     : m_systemWatcher(QDBusConnection::systemBus(), QDBusConnection::sessionBus())
     , m_reloadAfterJump(m_systemWatcher, viewModel, *services.systemNotificationScheduler)
+    , m_power(QDBusConnection::systemBus())
+    , m_sleepInhibitor(QDBusConnection::sessionBus(), QDBusConnection::systemBus(), *services.debugLogger)
+    , m_sleepGuard(viewModel, m_power, m_sleepInhibitor)
     , m_zoneFollower(m_systemWatcher, startZone, *services.debugLogger, std::move(restart))
 {
 }

@@ -4,9 +4,12 @@
 #pragma once
 
 #include "Corvane/App/LiveServices.h"
+#include "Corvane/Platform/Linux/Freedesktop/DesktopSleepInhibitor.h"
 #include "Corvane/Platform/Linux/Freedesktop/LinuxSystemWatcher.h"
+#include "Corvane/Platform/Linux/Freedesktop/UPowerSource.h"
 #include "Corvane/Services/MenuBarViewModel.h"
 #include "Corvane/Services/ReloadAfterJump.h"
+#include "Corvane/Services/SleepGuard.h"
 #include "Corvane/Services/ZoneFollower.h"
 
 #include <QByteArray>
@@ -28,6 +31,9 @@ public:
 private:
     LinuxSystemWatcher m_systemWatcher;
     ReloadAfterJump m_reloadAfterJump;
+    UPowerSource m_power;
+    DesktopSleepInhibitor m_sleepInhibitor;
+    SleepGuard m_sleepGuard;
     ZoneFollower m_zoneFollower;
 };
 

@@ -2,12 +2,16 @@
 // SPDX-License-Identifier: MIT
 
 #include "tests/contracts/LoginItemContract.h"
+#include "tests/contracts/PowerSourceContract.h"
+#include "tests/contracts/SleepInhibitorContract.h"
 #include "tests/contracts/StatusItemContract.h"
 #include "tests/contracts/SystemSoundsContract.h"
 #include "tests/contracts/SystemWatcherContract.h"
 #include "tests/contracts/UserNotificationCenterContract.h"
 #include "tests/contracts/WindowSystemContract.h"
 #include "tests/support/FakeLoginItem.h"
+#include "tests/support/FakePowerSource.h"
+#include "tests/support/FakeSleepInhibitor.h"
 #include "tests/support/FakeStatusItem.h"
 #include "tests/support/FakeSystemSounds.h"
 #include "tests/support/FakeSystemWatcher.h"
@@ -104,6 +108,34 @@ private:
     std::unique_ptr<FakeSystemWatcher> m_watcher;
 };
 
+class FakeSleepInhibitorTest final : public SleepInhibitorContract {
+    Q_OBJECT
+
+protected:
+    SleepInhibitor &inhibitor() override { return m_inhibitor; }
+    int holds() override { return m_inhibitor.isHeld ? 1 : 0; }
+
+private Q_SLOTS:
+    void init() { m_inhibitor = {}; }
+
+private:
+    FakeSleepInhibitor m_inhibitor;
+};
+
+class FakePowerSourceTest final : public PowerSourceContract {
+    Q_OBJECT
+
+protected:
+    const PowerSource &source() override { return *m_source; }
+    void setOnBattery(bool isOnBattery) override { m_source->setOnBattery(isOnBattery); }
+
+private Q_SLOTS:
+    void init() { m_source = std::make_unique<FakePowerSource>(); }
+
+private:
+    std::unique_ptr<FakePowerSource> m_source;
+};
+
 class FakeWindowSystemTest final : public WindowSystemContract {
     Q_OBJECT
 
@@ -169,6 +201,8 @@ QUILLET_TEST(FakeSystemSoundsTest, runTest<FakeSystemSoundsTest>);
 QUILLET_TEST(FakeLoginItemTest, runTest<FakeLoginItemTest>);
 QUILLET_TEST(FakeStatusItemTest, runTest<FakeStatusItemTest>);
 QUILLET_TEST(FakeSystemWatcherTest, runTest<FakeSystemWatcherTest>);
+QUILLET_TEST(FakeSleepInhibitorTest, runTest<FakeSleepInhibitorTest>);
+QUILLET_TEST(FakePowerSourceTest, runTest<FakePowerSourceTest>);
 QUILLET_TEST(FakeWindowSystemTest, runTest<FakeWindowSystemTest>);
 QUILLET_TEST(FakeUserNotificationCenterTest, runTest<FakeUserNotificationCenterTest>);
 

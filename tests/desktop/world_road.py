@@ -5,10 +5,12 @@
 
     world_road.py World.afterAClockThatWasSetBackInASleepLessonsBannersAndBackupsAreRight
     world_road.py World.inAnotherZoneItStartsAnewAndTheRunningPhaseIsAnnouncedOnceMore
+    world_road.py World.automaticSleepIsHeldOffForALessonAndGivenBack
 """
 import datetime
 import math
 import pathlib
+import subprocess
 import unittest
 import zoneinfo
 
@@ -17,6 +19,7 @@ from events import utc
 from quillet_desktop import event, poll
 from short_roads import in_join_phase
 
+HERE = pathlib.Path(__file__).resolve().parent
 SIX_HOURS = 6 * 3600
 
 
@@ -117,6 +120,33 @@ class World(unittest.TestCase):
                              ["joinPlatform", "joinPlatform", "startNow"])
             self.assertEqual(len(program.find("^app started$")), 2)
             self.assertEqual(program.quit(), 0)
+
+    # --- sleep
+
+    def automaticSleepIsHeldOffForALessonAndGivenBack(self):
+        with BackupDesktop(movable_clock=True) as desktop:
+            portal = desktop.popen("/usr/bin/python3", str(HERE / "sleep_portal.py"), stdout=subprocess.PIPE, text=True)
+            self.assertEqual(portal.stdout.readline(), "ready\n")
+            start = math.ceil(desktop.now()) + 7200
+            lesson = event("Zoom - Anna", start, start + 1500)
+            desktop.write_lessons(lesson)
+            program = desktop.start_quillet()
+            program.wait_for("^calendar reload success lessons=1 ")
+            self.assertEqual(program.find("^automatic sleep "), [])
+            desktop.skip_to(start - 3600)
+            # Of the portal's four flags that for suspending alone.
+            self.assertEqual(portal.stdout.readline(), "held 4\n")
+            program.wait_for("^automatic sleep held off through=org.freedesktop.portal.Desktop$")
+            desktop.write_lessons()
+            desktop.skip_to(desktop.now() + 60)
+            self.assertEqual(portal.stdout.readline(), "released\n")
+            desktop.write_lessons(lesson)
+            desktop.skip_to(desktop.now() + 60)
+            self.assertEqual(portal.stdout.readline(), "held 4\n")
+            self.assertEqual(program.quit(), 0)
+            self.assertEqual(portal.stdout.readline(), "released\n")
+            portal.terminate()
+            portal.communicate()
 
 
 if __name__ == "__main__":

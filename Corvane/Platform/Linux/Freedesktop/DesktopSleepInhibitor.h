@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Services/SleepInhibitor.h"
+#include "Corvane/Utilities/DebugLogService.h"
+
+#include <qcoro/qcorotask.h>
+
+#include <QDBusConnection>
+#include <QObject>
+#include <QPointer>
+#include <QVariant>
+
+#include <cstddef>
+#include <optional>
+
+class QDBusMessage;
+
+namespace corvane {
+
+/// Holds off automatic sleep through the first that takes the wish: the desktop's portal, the session
+/// manager, the desktop's power manager, at last logind, whose "idle" lock holds off only what logind itself
+/// would do after a while without input. None of them is started. One that comes up later is asked as well,
+/// and takes over from those after it. Main thread only.
+class DesktopSleepInhibitor final : public QObject, public SleepInhibitor {
+    Q_OBJECT
+
+public:
+    /// A bus that is not there is a bus without services. `logger` is borrowed.
+    DesktopSleepInhibitor(QDBusConnection sessionBus, QDBusConnection systemBus, DebugLogService &logger,
+                          QObject *parent = nullptr);
+    ~DesktopSleepInhibitor() override;
+
+    void keepAwake() override;
+    void letSleep() override;
+
+private:
+    using Self = QPointer<DesktopSleepInhibitor>;
+
+    /// What is held, and what it is given back with.
+    struct Hold {
+        std::size_t service = 0; ///< which of the services, in the order in which they are asked
+        QVariant ticket;         ///< a number, the path of a request, or a file descriptor
+    };
+
+    static QCoro::Task<void> acquire(Self self, int attempt, std::size_t first);
+    [[nodiscard]] QDBusConnection busOf(std::size_t service) const;
+    void ask(std::size_t first);
+    void take(Hold hold);
+    void handleOwnerChange(std::size_t service, bool isThere);
+
+    QDBusConnection m_sessionBus;
+    QDBusConnection m_systemBus;
+    DebugLogService &m_logger;
+    bool m_isWanted = false;
+    int m_attempt = 0; ///< what an earlier one brings is given back
+    std::optional<Hold> m_hold;
+
+private Q_SLOTS:
+    /// The portal's further word on a request: only here it says that the desktop cannot do it.
+    void handlePortalResponse(const QDBusMessage &message);
+};
+
+} // namespace corvane

@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/Freedesktop/UPowerSource.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QDBusPendingCallWatcher>
+#include <QDBusServiceWatcher>
+#include <QDBusVariant>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+
+namespace {
+
+constexpr int timeoutMilliseconds = 3000;
+
+constexpr auto serviceName = "org.freedesktop.UPower"_L1; // of its interface as well
+constexpr auto objectPath = "/org/freedesktop/UPower"_L1;
+constexpr auto propertiesInterface = "org.freedesktop.DBus.Properties"_L1;
+
+} // namespace
+
+UPowerSource::UPowerSource(QDBusConnection systemBus, QObject *parent)
+    : PowerSource(parent)
+    , m_bus(std::move(systemBus))
+{
+    if (!m_bus.isConnected()) {
+        return;
+    }
+    // Without a service name: to subscribe by name, Qt would first ask for the name's owner and wait.
+    m_bus.connect({}, objectPath, propertiesInterface, u"PropertiesChanged"_s, this, SLOT(update()));
+    auto *watcher =
+        new QDBusServiceWatcher(serviceName, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
+    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &UPowerSource::update);
+    update();
+}
+
+void UPowerSource::update()
+{
+    auto question = QDBusMessage::createMethodCall(serviceName, objectPath, propertiesInterface, u"Get"_s);
+    question << QString(serviceName) << u"OnBattery"_s;
+    question.setAutoStartService(false);
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(question, timeoutMilliseconds), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, number = ++m_question] {
+        watcher->deleteLater();
+        if (number == m_question) {
+            handleAnswer(watcher->reply());
+        }
+    });
+}
+
+void UPowerSource::handleAnswer(const QDBusMessage &answer)
+{
+    const QVariant value = answer.arguments().value(0).value<QDBusVariant>().variant();
+    const bool isOnBattery =
+        answer.type() == QDBusMessage::ReplyMessage && value.typeId() == QMetaType::Bool && value.toBool();
+    if (std::exchange(m_isOnBattery, isOnBattery) != isOnBattery) {
+        Q_EMIT changed();
+    }
+}
+
+} // namespace corvane

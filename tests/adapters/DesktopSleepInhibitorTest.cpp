@@ -1,0 +1,233 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/Freedesktop/DesktopSleepInhibitor.h"
+
+#include "tests/adapters/InhibitingService.h"
+#include "tests/contracts/SleepInhibitorContract.h"
+#include "tests/support/PrivateBus.h"
+#include "tests/support/TestProgram.h"
+
+#include <QTemporaryDir>
+
+#include <array>
+#include <map>
+#include <memory>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+using Kind = InhibitingService::Kind;
+
+/// Each service alone keeps the port's promises; which of several is asked, and what becomes of a wish when
+/// they come and go.
+class DesktopSleepInhibitorTest final : public SleepInhibitorContract {
+    Q_OBJECT
+
+protected:
+    SleepInhibitor &inhibitor() override { return *m_inhibitor; }
+
+    int holds() override
+    {
+        int all = 0;
+        for (const auto &[kind, service] : m_services) {
+            all += service->holds();
+        }
+        return all;
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_logger = std::make_unique<DebugLogService>(m_folder.path());
+        m_bus = std::make_unique<PrivateBus>();
+        start(Kind::portal);
+        makeInhibitor();
+    }
+
+    void cleanup()
+    {
+        m_inhibitor.reset();
+        QDBusConnection::disconnectFromBus(u"inhibitor"_s);
+        m_services.clear();
+        m_bus.reset();
+    }
+
+    void oneServiceIsAskedAndOnlyForAutomaticSleep_data()
+    {
+        QTest::addColumn<Kind>("first");
+        QTest::addColumn<QVariantList>("wish");
+        const QString reason = u"A lesson is under way or begins soon"_s;
+        QTest::newRow("portal") << Kind::portal << QVariantList{QString(), 4U};
+        QTest::newRow("session manager")
+            << Kind::sessionManager << QVariantList{u"com.ordwinsoftware.Quillet"_s, 0U, reason, 4U};
+        QTest::newRow("power manager") << Kind::powerManager << QVariantList{u"Quillet"_s, reason};
+        QTest::newRow("logind") << Kind::logind << QVariantList{u"idle"_s, u"Quillet"_s, reason, u"block"_s};
+    }
+
+    void oneServiceIsAskedAndOnlyForAutomaticSleep()
+    {
+        QFETCH(Kind, first);
+        QFETCH(QVariantList, wish);
+        m_services.clear();
+        for (const Kind kind : allKinds) {
+            if (kind >= first) {
+                start(kind);
+            }
+        }
+        m_inhibitor->keepAwake();
+        QTRY_COMPARE(holdsOf(first), 1);
+        QCOMPARE(holds(), 1);
+        QCOMPARE(m_services.at(first)->wishes.constFirst().first(wish.size()), wish);
+        m_inhibitor->letSleep();
+        QTRY_COMPARE(holds(), 0);
+        m_inhibitor->keepAwake();
+        QTRY_COMPARE(holdsOf(first), 1);
+        m_inhibitor.reset();
+        QTRY_COMPARE(holds(), 0);
+    }
+
+    void whoRefusesIsPassedOver()
+    {
+        for (const Kind kind : allKinds) {
+            start(kind);
+            m_services.at(kind)->refuses = kind != Kind::logind;
+        }
+        makeInhibitor();
+        m_inhibitor->keepAwake();
+        QTRY_COMPARE(holdsOf(Kind::logind), 1);
+        QCOMPARE(holds(), 1);
+        for (const Kind kind : allKinds) {
+            QCOMPARE(m_services.at(kind)->wishes.size(), 1);
+        }
+    }
+
+    void aServiceThatRestartsIsAskedAgain_data()
+    {
+        QTest::addColumn<Kind>("kind");
+        QTest::newRow("portal") << Kind::portal;
+        QTest::newRow("session manager") << Kind::sessionManager;
+        QTest::newRow("power manager") << Kind::powerManager;
+        QTest::newRow("logind") << Kind::logind;
+    }
+
+    void aServiceThatRestartsIsAskedAgain()
+    {
+        QFETCH(Kind, kind);
+        m_services.clear();
+        start(kind);
+        m_inhibitor->keepAwake();
+        QTRY_COMPARE(holds(), 1);
+        m_services.clear();
+        start(kind);
+        QTRY_COMPARE(holds(), 1);
+        m_inhibitor->letSleep();
+        QTRY_COMPARE(holds(), 0);
+    }
+
+    void withTheFirstGoneTheNextIsAskedUntilItIsBack()
+    {
+        start(Kind::logind);
+        m_inhibitor->keepAwake();
+        QTRY_COMPARE(holdsOf(Kind::portal), 1);
+        m_services.erase(Kind::portal);
+        QTRY_COMPARE(holdsOf(Kind::logind), 1);
+        start(Kind::portal);
+        QTRY_COMPARE(holdsOf(Kind::portal), 1);
+        QTRY_COMPARE(holds(), 1);
+        // A later one in the order changes nothing.
+        start(Kind::powerManager);
+        QTest::qWait(50);
+        QCOMPARE(holds(), 1);
+        QCOMPARE(m_services.at(Kind::powerManager)->wishes.size(), 0);
+    }
+
+    void whereNobodyTakesTheWishTheFirstToComeDoes()
+    {
+        m_services.clear();
+        m_inhibitor->keepAwake();
+        QTRY_VERIFY(!m_logger->latestLines().isEmpty());
+        QVERIFY(m_logger->latestLines().constLast().contains(u"nobody takes the wish"_s));
+        start(Kind::sessionManager);
+        QTRY_COMPARE(holds(), 1);
+    }
+
+    void aServiceThatComesUnaskedForIsLeftAlone()
+    {
+        start(Kind::sessionManager);
+        QTest::qWait(50);
+        QCOMPARE(m_services.at(Kind::sessionManager)->wishes.size(), 0);
+    }
+
+    void anAnswerThatComesTooLateIsGivenBack_data() { aServiceThatRestartsIsAskedAgain_data(); }
+
+    void anAnswerThatComesTooLateIsGivenBack()
+    {
+        QFETCH(Kind, kind);
+        m_services.clear();
+        start(kind);
+        InhibitingService &service = *m_services.at(kind);
+        service.hangs = true;
+        makeInhibitor();
+        m_inhibitor->keepAwake();
+        QTRY_COMPARE(service.wishes.size(), 1);
+        m_inhibitor->letSleep();
+        service.answerHeld();
+        QTRY_COMPARE(holds(), 0);
+        // Nor does it stay when the inhibitor is gone by then.
+        service.hangs = true;
+        m_inhibitor->keepAwake();
+        QTRY_COMPARE(service.wishes.size(), 2);
+        m_inhibitor.reset();
+        service.answerHeld();
+        QTRY_COMPARE(holds(), 0);
+    }
+
+    void whatIsHeldAndGivenBackIsLogged()
+    {
+        m_inhibitor->keepAwake();
+        QTRY_COMPARE(holds(), 1);
+        m_inhibitor->letSleep();
+        const QStringList lines = m_logger->latestLines();
+        QCOMPARE(lines.size(), 2);
+        QVERIFY(lines.at(0).endsWith(u"automatic sleep held off through=org.freedesktop.portal.Desktop"_s));
+        QVERIFY(lines.at(1).endsWith(u"automatic sleep allowed again"_s));
+    }
+
+    void withoutBusesNothingHappens()
+    {
+        DesktopSleepInhibitor inhibitor(QDBusConnection(u"none"_s), QDBusConnection(u"neither"_s), *m_logger);
+        inhibitor.keepAwake();
+        inhibitor.letSleep();
+        QCOMPARE(holds(), 0);
+    }
+
+private:
+    static constexpr std::array allKinds{Kind::portal, Kind::sessionManager, Kind::powerManager,
+                                         Kind::logind};
+
+    void start(Kind kind)
+    {
+        m_services.erase(kind);
+        m_services.emplace(kind, std::make_unique<InhibitingService>(*m_bus, kind));
+    }
+
+    [[nodiscard]] int holdsOf(Kind kind) { return m_services.at(kind)->holds(); }
+
+    /// One bus is both: the names differ. Made anew it knows nothing of who came before.
+    void makeInhibitor()
+    {
+        m_inhibitor.reset();
+        const QDBusConnection bus = QDBusConnection::connectToBus(m_bus->address(), u"inhibitor"_s);
+        m_inhibitor = std::make_unique<DesktopSleepInhibitor>(bus, bus, *m_logger);
+    }
+
+    QTemporaryDir m_folder;
+    std::unique_ptr<DebugLogService> m_logger;
+    std::unique_ptr<PrivateBus> m_bus;
+    std::map<Kind, std::unique_ptr<InhibitingService>> m_services;
+    std::unique_ptr<DesktopSleepInhibitor> m_inhibitor;
+};
+
+QUILLET_TEST(DesktopSleepInhibitorTest, runTest<DesktopSleepInhibitorTest>);
+#include "DesktopSleepInhibitorTest.moc"
