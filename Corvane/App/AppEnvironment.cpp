@@ -92,7 +92,7 @@ AppEnvironment AppEnvironment::live(LiveServices &services)
     services.scheduler = std::make_unique<WorkflowTransitionScheduler>();
     services.notificationCenter = std::make_unique<AgentNotificationCenter>(QDBusConnection::sessionBus());
     services.systemNotificationScheduler = std::make_unique<SystemNotificationScheduler>(
-        *services.notificationCenter, *services.debugLogger, u"quillet.backup."_s);
+        *services.notificationCenter, *services.debugLogger, services.backupPrefix);
 
     return {.scheduleStore = *services.scheduleStore,
             .workflowEngine = LessonWorkflowEngine(services.dateProvider),

@@ -47,6 +47,13 @@ CorvaneApp::CorvaneApp(StartedBy startedBy, std::function<void()> restart)
     m_machineCare = std::make_unique<MachineCare>(m_services, *m_viewModel, m_startZone, std::move(restart));
     m_calendarCare = std::make_unique<CalendarCare>(m_services, m_machineCare->systemWatcher(), *m_viewModel,
                                                     *m_statusItem);
+    m_firstLessonLook = std::make_unique<FirstLessonLook>(
+        FirstLessonLook::Sources{.viewModel = *m_viewModel,
+                                 .calendars = m_services.eventStore->monitor(),
+                                 .screens = *m_services.bannerScreens,
+                                 .sounds = *m_services.sounds,
+                                 .center = *m_services.notificationCenter},
+        m_services.backupPrefix, logger());
 }
 
 void CorvaneApp::greetAgent()

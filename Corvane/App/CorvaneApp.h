@@ -12,6 +12,7 @@
 #include "Corvane/Platform/Linux/Freedesktop/DesktopStatusItem.h"
 #include "Corvane/Platform/Linux/Freedesktop/SessionLockWatcher.h"
 #include "Corvane/Platform/Linux/Toolkit/ToolkitWindowSystem.h"
+#include "Corvane/Services/FirstLessonLook.h"
 #include "Corvane/Services/MenuBarViewModel.h"
 #include "Corvane/Utilities/RequestGate.h"
 
@@ -68,6 +69,7 @@ private:
     std::unique_ptr<SessionLockWatcher> m_sessionLock;
     std::unique_ptr<MachineCare> m_machineCare;
     std::unique_ptr<CalendarCare> m_calendarCare;
+    std::unique_ptr<FirstLessonLook> m_firstLessonLook;
     std::unique_ptr<AgentGreeting> m_agentGreeting; ///< goes first: it says that this end is wanted
 };
 

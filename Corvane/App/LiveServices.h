@@ -22,6 +22,7 @@
 #include "Corvane/Utilities/DebugLogService.h"
 
 #include <QSettings>
+#include <QString>
 
 #include <memory>
 
@@ -30,6 +31,8 @@ namespace corvane {
 /// What AppEnvironment::live() builds, in the order in which it is built; destroyed the other way round,
 /// after the event loop has ended.
 struct LiveServices {
+    /// What the identifiers of the backups begin with.
+    const QString backupPrefix = QStringLiteral("quillet.backup.");
     SystemDateProvider dateProvider;
     std::unique_ptr<QSettings> standardUserDefaults;
     std::unique_ptr<LoginItem> loginItem;

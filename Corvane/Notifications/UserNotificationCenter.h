@@ -30,7 +30,7 @@ struct NotificationRequest {
 };
 
 /// What keeps dated notifications for the program and shows them, also when the program does not run. Main
-/// thread only; used by the backup scheduler and the notice of calendar gaps.
+/// thread only; used by the backup scheduler and by those who tell of what is missing.
 ///
 /// Calls are carried out in the order in which they were made, and answer when what they did outlives the
 /// program and the machine's next start. Each ends within 30 seconds, whatever hangs.

@@ -3,6 +3,7 @@
 
 #include "Corvane/Platform/Linux/Sound/CanberraSounds.h"
 
+#include "Corvane/Services/FirstLessonLook.h"
 #include "tests/contracts/SystemSoundsContract.h"
 #include "tests/support/PrivateSoundServer.h"
 #include "tests/support/TestProgram.h"
@@ -115,6 +116,17 @@ private Q_SLOTS:
         QVERIFY(QCoro::waitFor(m_sounds->play(u"Glass"_s)));
         QTRY_VERIFY_WITH_TIMEOUT(m_server->peak() > 0.5, 5000);
         QVERIFY(m_server->peak() < 0.71);
+    }
+
+    void theSilentSoundTriesTheServerAndIsNotHeard()
+    {
+        m_server->startRecording();
+        QVERIFY(QCoro::waitFor(m_sounds->play(FirstLessonLook::silentSound())));
+        QTRY_VERIFY(m_server->isSilent());
+        QCOMPARE(m_server->peak(), 0.0);
+        m_server->hang();
+        QVERIFY(!QCoro::waitFor(m_sounds->play(FirstLessonLook::silentSound())));
+        m_server->resume();
     }
 
     // libcanberra remembers in a file where a sound was, whatever the data folders are; so these need a

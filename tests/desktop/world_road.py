@@ -6,6 +6,8 @@
     world_road.py World.afterAClockThatWasSetBackInASleepLessonsBannersAndBackupsAreRight
     world_road.py World.inAnotherZoneItStartsAnewAndTheRunningPhaseIsAnnouncedOnceMore
     world_road.py World.automaticSleepIsHeldOffForALessonAndGivenBack
+    world_road.py World.beforeTheFirstLessonAllIsFoundReady
+    world_road.py World.withoutASoundServerOneNotificationSaysSoBeforeTheFirstLesson
 """
 import datetime
 import math
@@ -147,6 +149,33 @@ class World(unittest.TestCase):
             self.assertEqual(portal.stdout.readline(), "released\n")
             portal.terminate()
             portal.communicate()
+
+    # --- the look before the first lesson
+
+    def beforeTheFirstLessonAllIsFoundReady(self):
+        with BackupDesktop(movable_clock=True) as desktop:
+            start = math.ceil(desktop.now()) + 7200
+            desktop.write_lessons(event("Zoom - Anna", start, start + 1500))
+            program = desktop.start_quillet()
+            program.wait_for("^scheduled system backup notifications lessons=1$")
+            self.assertEqual(program.find("^before the first lesson: "), [])
+            desktop.skip_to(start - 1200)
+            said = program.wait_for("^before the first lesson: ")
+            self.assertEqual(said.message, "before the first lesson: all is ready")
+            self.assertEqual(desktop.notifications(), [])
+            self.assertEqual(program.quit(), 0)
+
+    def withoutASoundServerOneNotificationSaysSoBeforeTheFirstLesson(self):
+        with BackupDesktop(without=["sound"]) as desktop:
+            start = math.ceil(desktop.now()) + 900
+            desktop.write_lessons(event("Zoom - Anna", start, start + 1500))
+            program = desktop.start_quillet()
+            program.wait_for("^before the first lesson: missing sound$", 60)
+            program.wait_for("^before the first lesson: told$")
+            (told,) = poll("the notification", desktop.notifications)
+            self.assertEqual((told.title, told.body), ("Please check before your first lesson",
+                                                       "There is no sound: check your sound settings."))
+            self.assertEqual(program.quit(), 0)
 
 
 if __name__ == "__main__":

@@ -1,0 +1,124 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Services/FirstLessonLook.h"
+
+#include "Corvane/Utilities/Clock.h"
+#include "Corvane/Utilities/Spawn.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+
+FirstLessonLook::FirstLessonLook(const Sources &sources, QString backupPrefix, DebugLogService &logger,
+                                 QObject *parent)
+    : QObject(parent)
+    , m_sources(sources)
+    , m_backupPrefix(std::move(backupPrefix))
+    , m_logger(logger)
+{
+    // It is published with each beat of the heart.
+    connect(&sources.viewModel, &MenuBarViewModel::currentActionChanged, this, &FirstLessonLook::update);
+}
+
+QString FirstLessonLook::silentSound()
+{
+    return u"Silence"_s;
+}
+
+void FirstLessonLook::update()
+{
+    const Date now = currentDate();
+    const bool hasLooked = m_lastLook && m_calendar.isInSameDay(*m_lastLook, now);
+    if (!hasLooked && readiness::dueLook(m_sources.viewModel.lessons(), now)) {
+        m_lastLook = now;
+        spawn(look(this));
+    }
+}
+
+QCoro::Task<void> FirstLessonLook::look(Self self)
+{
+    Readiness found = co_await examine(self);
+    if (self != nullptr && !readiness::problems(found).isEmpty()) {
+        co_await wait(patience);
+        found = co_await examine(self);
+    }
+    if (self == nullptr) {
+        co_return;
+    }
+    const QString problems = readiness::problems(found);
+    if (problems.isEmpty()) {
+        self->log(u"before the first lesson: all is ready"_s);
+        co_return;
+    }
+    self->log(u"before the first lesson: missing "_s + problems);
+    co_await tell(self, found);
+}
+
+QCoro::Task<Readiness> FirstLessonLook::examine(Self self)
+{
+    Readiness found;
+    if (self == nullptr) {
+        co_return found;
+    }
+    found.hasSound = co_await self->m_sources.sounds.play(silentSound());
+    if (self == nullptr) {
+        co_return found;
+    }
+    const auto granted = co_await self->m_sources.center.requestAuthorization();
+    if (self == nullptr) {
+        co_return found;
+    }
+    found.showsNotifications = granted && *granted;
+    const auto pending = co_await self->m_sources.center.pendingNotificationRequests();
+    if (self == nullptr) {
+        co_return found;
+    }
+    const Date now = currentDate();
+    // While nobody shows notifications none are handed over.
+    found.hasBackups =
+        !found.showsNotifications || (pending && readiness::hasBackups(self->m_sources.viewModel.lessons(),
+                                                                       *pending, self->m_backupPrefix, now));
+    // A stand-in where there is no screen has no name.
+    found.hasScreen = std::ranges::any_of(self->m_sources.screens.screens(),
+                                          [](const Screen &screen) { return !screen.name.isEmpty(); });
+    found.unansweredCalendars =
+        readiness::unanswered(self->m_sources.calendars.calendars(), now, self->m_calendar);
+    co_return found;
+}
+
+QCoro::Task<void> FirstLessonLook::tell(Self self, Readiness found)
+{
+    if (!found.showsNotifications) {
+        self->log(u"before the first lesson: not told, nobody shows notifications"_s);
+        co_return;
+    }
+    const Date now = currentDate();
+    // The whole second after the next one: the center takes none that has begun.
+    const Date fireDate = dateSince1970(std::floor(secondsSince1970(now)) + 2);
+    constexpr Seconds use{900};
+    const NotificationRequest request{
+        .identifier = u"quillet.look."_s + QString::number(static_cast<qint64>(secondsSince1970(fireDate))),
+        .title = readiness::title(),
+        .body = readiness::body(found, now, QLocale()),
+        .categoryIdentifier = u"quillet.look"_s,
+        .fireDate = fireDate,
+        .expirationDate = fireDate + use,
+        .isQuiet = true};
+    const auto added = co_await self->m_sources.center.add(request);
+    if (self != nullptr) {
+        self->log(added ? u"before the first lesson: told"_s
+                        : u"before the first lesson: not told error="_s + added.error().localizedDescription);
+    }
+}
+
+void FirstLessonLook::log(const QString &message)
+{
+    m_logger.log(message, currentDate());
+}
+
+} // namespace corvane
