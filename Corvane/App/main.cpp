@@ -4,6 +4,7 @@
 #include "Corvane/App/CorvaneApp.h"
 #include "Corvane/App/EndSignals.h"
 #include "Corvane/Platform/Linux/Freedesktop/SingleInstance.h"
+#include "Corvane/Platform/Linux/Toolkit/DisplayChoice.h"
 #include "Corvane/Utilities/Spawn.h"
 
 #include <QApplication>
@@ -27,18 +28,6 @@ namespace {
 
 /// As the login entry has it: nothing opens that was not asked for.
 constexpr auto loginOption = "--login"_L1;
-
-/// In a Wayland session the windows go through the X server that most of them have: there they can be placed,
-/// and stand above a full-screen one. Where there is none the toolkit is told so, which guesses from the kind
-/// of session alone.
-void choosePlatform()
-{
-    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
-    if ((platform.isEmpty() || platform.startsWith("wayland")) &&
-        !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
-        qputenv("QT_QPA_PLATFORM", qEnvironmentVariableIsEmpty("DISPLAY") ? "wayland" : "xcb");
-    }
-}
 
 void say(const char *text)
 {
@@ -76,9 +65,33 @@ struct Run {
     QByteArray programPath;
 };
 
+constexpr auto platformVariable = "QT_QPA_PLATFORM";
+
+/// Gives the environment back what it wanted: for the programs that this one starts, and for itself anew.
+void restorePlatform(const std::optional<QByteArray> &asked)
+{
+    if (asked) {
+        qputenv(platformVariable, *asked);
+    } else {
+        qunsetenv(platformVariable);
+    }
+}
+
 Run run(int argc, char *argv[])
 {
+    const auto asked =
+        qEnvironmentVariableIsSet(platformVariable) ? std::optional(qgetenv(platformVariable)) : std::nullopt;
+    const auto platform = displayChoice::platform(asked.value_or(QByteArray()));
+    if (!platform) {
+        std::fprintf(stderr,
+                     "Quillet has no screen: neither an X server nor a Wayland compositor answers "
+                     "(DISPLAY=%s, WAYLAND_DISPLAY=%s).\n",
+                     qgetenv("DISPLAY").constData(), qgetenv("WAYLAND_DISPLAY").constData());
+        return {.status = 1, .programPath = {}};
+    }
+    qputenv(platformVariable, *platform);
     QApplication application(argc, argv);
+    restorePlatform(asked);
     // Before an upgrade may put another file there: by its name the new program is started anew, then.
     Run run{.programPath = QFile::encodeName(QCoreApplication::applicationFilePath())};
     // A signal ends the program for good, also while it is about to start anew.
@@ -141,7 +154,6 @@ int main(int argc, char *argv[])
 {
     // The few worker threads sleep nearly always; a heap of its own for each would keep memory for nothing.
     mallopt(M_ARENA_MAX, 2);
-    choosePlatform();
     QCoreApplication::setApplicationName(u"Quillet"_s);
     QApplication::setDesktopFileName(u"com.ordwinsoftware.Quillet"_s);
     // The toolkit takes its own ones out.

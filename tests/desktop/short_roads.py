@@ -95,6 +95,16 @@ class Roads(unittest.TestCase):
             desktop.wait_until_shown(program.wait_for_banner(), "wayland-session")
             self.assertEqual(program.quit(), 0)
 
+    def withNothingToShowItselfOnItEndsWithOneLine(self):
+        with Desktop() as desktop:
+            for display, compositor in [("", ""), (":7777", ""), ("", "wayland-7777"), (":7777", "wayland-7777")]:
+                program = desktop.start_quillet({"DISPLAY": display, "WAYLAND_DISPLAY": compositor})
+                self.assertEqual(program.wait_for_end(), 1)
+                (line,) = program.output.read_text().splitlines()
+                self.assertEqual(line, "Quillet has no screen: neither an X server nor a Wayland compositor answers "
+                                 f"(DISPLAY={display}, WAYLAND_DISPLAY={compositor}).")
+                program.output.unlink()
+
     # --- the screen lock
 
     def aLockedSessionHidesTheBannerAndUnlockingBringsItBack(self):

@@ -129,6 +129,15 @@ class Wayland(unittest.TestCase):
             self.open_panel(desktop, "wayland-sway-without-x11")
             self.assertEqual(program.quit(), 0)
 
+    def withADeadXServerItStartsThroughTheCompositor(self):
+        with WaylandDesktop("sway", x11=False) as desktop:
+            desktop.write_settings("hasCompletedWelcome=true")
+            desktop.write_system_calendar(in_join_phase(desktop)[1])
+            program = desktop.start_quillet({"DISPLAY": ":7777"})
+            desktop.wait_until_shown(program.wait_for_banner(), "wayland-sway-with-a-dead-x-server")
+            self.open_panel(desktop, "wayland-sway-with-a-dead-x-server")
+            self.assertEqual(program.quit(), 0)
+
     def withNeitherOverlaysNorAnXServerTheBannerIsAnOrdinaryWindow(self):
         with WaylandDesktop("mutter", x11=False) as desktop:
             desktop.write_settings("hasCompletedWelcome=true")
