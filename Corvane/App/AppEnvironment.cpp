@@ -91,6 +91,7 @@ AppEnvironment AppEnvironment::live(LiveServices &services)
         *services.bannerPanels);
     services.scheduler = std::make_unique<WorkflowTransitionScheduler>();
     services.notificationCenter = std::make_unique<AgentNotificationCenter>(QDBusConnection::sessionBus());
+    services.desktopNotifications = std::make_unique<DesktopNotifications>(QDBusConnection::sessionBus());
     services.systemNotificationScheduler = std::make_unique<SystemNotificationScheduler>(
         *services.notificationCenter, *services.debugLogger, services.backupPrefix);
 

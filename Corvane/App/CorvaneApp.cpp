@@ -52,7 +52,8 @@ CorvaneApp::CorvaneApp(StartedBy startedBy, std::function<void()> restart)
                                  .calendars = m_services.eventStore->monitor(),
                                  .screens = *m_services.bannerScreens,
                                  .sounds = *m_services.sounds,
-                                 .center = *m_services.notificationCenter},
+                                 .center = *m_services.notificationCenter,
+                                 .directNotifications = *m_services.desktopNotifications},
         m_services.backupPrefix, logger());
 }
 

@@ -11,6 +11,7 @@
 #include "Corvane/Notifications/SystemSoundPlayer.h"
 #include "Corvane/Platform/Linux/Banners/CardBannerPanels.h"
 #include "Corvane/Platform/Linux/Freedesktop/AgentNotificationCenter.h"
+#include "Corvane/Platform/Linux/Freedesktop/DesktopNotifications.h"
 #include "Corvane/Platform/Linux/Sound/CanberraSounds.h"
 #include "Corvane/Platform/Linux/Toolkit/ToolkitScreens.h"
 #include "Corvane/Platform/Linux/Wayland/WaylandConnection.h"
@@ -50,6 +51,7 @@ struct LiveServices {
     std::unique_ptr<FloatingBannerPresenter> notificationPresenter;
     std::unique_ptr<WorkflowTransitionScheduler> scheduler;
     std::unique_ptr<AgentNotificationCenter> notificationCenter;
+    std::unique_ptr<DesktopNotifications> desktopNotifications;
     std::unique_ptr<SystemNotificationScheduler> systemNotificationScheduler;
 };
 

@@ -110,9 +110,14 @@ QCoro::Task<void> FirstLessonLook::tell(Self self, Readiness found)
         .expirationDate = fireDate + use,
         .isQuiet = true};
     const auto added = co_await self->m_sources.center.add(request);
+    bool isTold = added.has_value();
+    if (self != nullptr && !isTold) {
+        isTold = co_await self->m_sources.directNotifications.showQuietly(request.title, request.body);
+    }
     if (self != nullptr) {
-        self->log(added ? u"before the first lesson: told"_s
-                        : u"before the first lesson: not told error="_s + added.error().localizedDescription);
+        self->log(isTold
+                      ? u"before the first lesson: told"_s
+                      : u"before the first lesson: not told error="_s + added.error().localizedDescription);
     }
 }
 

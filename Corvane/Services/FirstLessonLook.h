@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Corvane/Calendar/CalendarMonitor.h"
+#include "Corvane/Notifications/DirectNotifications.h"
 #include "Corvane/Notifications/Screens.h"
 #include "Corvane/Notifications/SystemSounds.h"
 #include "Corvane/Notifications/UserNotificationCenter.h"
@@ -34,6 +35,7 @@ public:
         const Screens &screens;
         SystemSounds &sounds;
         UserNotificationCenter &center;
+        DirectNotifications &directNotifications; ///< for when the center takes none
     };
 
     /// `backupPrefix` is what the identifiers of the backups begin with. `logger` is borrowed.

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
+#include "tests/contracts/DirectNotificationsContract.h"
 #include "tests/contracts/LoginItemContract.h"
 #include "tests/contracts/PowerSourceContract.h"
 #include "tests/contracts/SleepInhibitorContract.h"
@@ -9,6 +10,7 @@
 #include "tests/contracts/SystemWatcherContract.h"
 #include "tests/contracts/UserNotificationCenterContract.h"
 #include "tests/contracts/WindowSystemContract.h"
+#include "tests/support/FakeDirectNotifications.h"
 #include "tests/support/FakeLoginItem.h"
 #include "tests/support/FakePowerSource.h"
 #include "tests/support/FakeSleepInhibitor.h"
@@ -108,6 +110,21 @@ private:
     std::unique_ptr<FakeSystemWatcher> m_watcher;
 };
 
+class FakeDirectNotificationsTest final : public DirectNotificationsContract {
+    Q_OBJECT
+
+protected:
+    DirectNotifications &notifications() override { return m_notifications; }
+    void takeServerAway() override { m_notifications.isThere = false; }
+    QStringList read() override { return m_notifications.shown; }
+
+private Q_SLOTS:
+    void init() { m_notifications = {}; }
+
+private:
+    FakeDirectNotifications m_notifications;
+};
+
 class FakeSleepInhibitorTest final : public SleepInhibitorContract {
     Q_OBJECT
 
@@ -201,6 +218,7 @@ QUILLET_TEST(FakeSystemSoundsTest, runTest<FakeSystemSoundsTest>);
 QUILLET_TEST(FakeLoginItemTest, runTest<FakeLoginItemTest>);
 QUILLET_TEST(FakeStatusItemTest, runTest<FakeStatusItemTest>);
 QUILLET_TEST(FakeSystemWatcherTest, runTest<FakeSystemWatcherTest>);
+QUILLET_TEST(FakeDirectNotificationsTest, runTest<FakeDirectNotificationsTest>);
 QUILLET_TEST(FakeSleepInhibitorTest, runTest<FakeSleepInhibitorTest>);
 QUILLET_TEST(FakePowerSourceTest, runTest<FakePowerSourceTest>);
 QUILLET_TEST(FakeWindowSystemTest, runTest<FakeWindowSystemTest>);

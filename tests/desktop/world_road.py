@@ -7,6 +7,7 @@
     world_road.py World.inAnotherZoneItStartsAnewAndTheRunningPhaseIsAnnouncedOnceMore
     world_road.py World.automaticSleepIsHeldOffForALessonAndGivenBack
     world_road.py World.beforeTheFirstLessonAllIsFoundReady
+    world_road.py World.withoutTheAgentOneNotificationSaysSoBeforeTheFirstLesson
     world_road.py World.withoutASoundServerOneNotificationSaysSoBeforeTheFirstLesson
 """
 import datetime
@@ -163,6 +164,19 @@ class World(unittest.TestCase):
             said = program.wait_for("^before the first lesson: ")
             self.assertEqual(said.message, "before the first lesson: all is ready")
             self.assertEqual(desktop.notifications(), [])
+            self.assertEqual(program.quit(), 0)
+
+    def withoutTheAgentOneNotificationSaysSoBeforeTheFirstLesson(self):
+        with BackupDesktop() as desktop:
+            (desktop.room / "services/notification-agent.service").unlink()
+            desktop.call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus.ReloadConfig")
+            start = math.ceil(desktop.now()) + 900
+            desktop.write_lessons(event("Zoom - Anna", start, start + 1500))
+            program = desktop.start_quillet()
+            program.wait_for("^before the first lesson: missing backups$", 60)
+            program.wait_for("^before the first lesson: told$")
+            (told,) = poll("the notification", desktop.notifications)
+            self.assertEqual(told.body, "Notifications are not prepared: quit Quillet and start it again.")
             self.assertEqual(program.quit(), 0)
 
     def withoutASoundServerOneNotificationSaysSoBeforeTheFirstLesson(self):

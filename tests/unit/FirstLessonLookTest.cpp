@@ -3,6 +3,7 @@
 
 #include "Corvane/Services/FirstLessonLook.h"
 
+#include "tests/support/FakeDirectNotifications.h"
 #include "tests/support/FakeScreens.h"
 #include "tests/support/FakeSystemSounds.h"
 #include "tests/support/TestProgram.h"
@@ -28,13 +29,15 @@ struct Fixture : ViewModelFixture {
     CalendarMonitor calendars;
     FakeScreens screens;
     FakeSystemSounds sounds;
-    std::unique_ptr<FirstLessonLook> look =
-        std::make_unique<FirstLessonLook>(FirstLessonLook::Sources{.viewModel = *model,
-                                                                   .calendars = calendars,
-                                                                   .screens = screens,
-                                                                   .sounds = sounds,
-                                                                   .center = center},
-                                          u"quillet.backup."_s, logger);
+    FakeDirectNotifications directNotifications;
+    std::unique_ptr<FirstLessonLook> look = std::make_unique<FirstLessonLook>(
+        FirstLessonLook::Sources{.viewModel = *model,
+                                 .calendars = calendars,
+                                 .screens = screens,
+                                 .sounds = sounds,
+                                 .center = center,
+                                 .directNotifications = directNotifications},
+        u"quillet.backup."_s, logger);
 
     void setCalendarRead(std::optional<Date> lastRead)
     {
@@ -164,6 +167,7 @@ private Q_SLOTS:
         QVERIFY(request.expirationDate > request.fireDate);
         QCOMPARE(request.title, readiness::title());
         QVERIFY(!request.body.isEmpty());
+        QCOMPARE(f.directNotifications.shown, QStringList());
         f.clock.advanceTo(at("10:30:00"));
         QCOMPARE(f.told().size(), std::size_t{1});
     }
@@ -193,12 +197,26 @@ private Q_SLOTS:
         QVERIFY(f.told().empty());
     }
 
-    void aNoticeThatTheAgentDoesNotTakeIsLogged()
+    void withoutTheAgentItIsToldAllTheSame()
     {
         Fixture f("09:39:00");
         f.start({lessonAt("10:00:00")});
         f.center.requests.clear();
         f.center.addFailure = Failure{u"no agent"_s};
+        f.clock.advanceTo(at("09:41:00"));
+        QCOMPARE(f.said(), (QStringList{u"missing backups"_s, u"told"_s}));
+        QCOMPARE(f.directNotifications.shown,
+                 QStringList{readiness::title() + u": "_s +
+                             readiness::body(Readiness{.hasBackups = false}, currentDate(), QLocale())});
+    }
+
+    void aNoticeThatNobodyTakesIsLogged()
+    {
+        Fixture f("09:39:00");
+        f.start({lessonAt("10:00:00")});
+        f.center.requests.clear();
+        f.center.addFailure = Failure{u"no agent"_s};
+        f.directNotifications.isThere = false;
         f.clock.advanceTo(at("09:41:00"));
         QCOMPARE(f.said(), (QStringList{u"missing backups"_s, u"not told error=no agent"_s}));
     }

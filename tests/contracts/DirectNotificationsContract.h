@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Notifications/DirectNotifications.h"
+
+#include <QTest>
+
+namespace corvane {
+
+/// What every implementation of DirectNotifications must do. A test class derives from it and hands in the
+/// notifications of a desktop that shows them until it is taken away.
+class DirectNotificationsContract : public QObject {
+    Q_OBJECT
+
+protected:
+    virtual DirectNotifications &notifications() = 0;
+    virtual void takeServerAway() = 0;
+
+    /// What a person reads, "title: body", in order.
+    virtual QStringList read() = 0;
+
+private Q_SLOTS:
+    void whatIsShownIsReadAsItIs()
+    {
+        QVERIFY(QCoro::waitFor(notifications().showQuietly(QStringLiteral("One & <b>two</b>"),
+                                                           QStringLiteral("3 < 4 & <i>five</i>"))));
+        QCOMPARE(read(), QStringList{QStringLiteral("One & <b>two</b>: 3 < 4 & <i>five</i>")});
+    }
+
+    void whereNobodyShowsNotificationsThatIsSaid()
+    {
+        takeServerAway();
+        QVERIFY(!QCoro::waitFor(notifications().showQuietly(QStringLiteral("One"), QStringLiteral("Two"))));
+        QCOMPARE(read(), QStringList());
+    }
+};
+
+} // namespace corvane

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Notifications/DirectNotifications.h"
+
+#include <QStringList>
+
+namespace corvane {
+
+/// A desktop that keeps what it is shown, for as long as a test says that it shows anything.
+class FakeDirectNotifications final : public DirectNotifications {
+public:
+    bool isThere = true;
+    QStringList shown; ///< "title: body"
+
+    QCoro::Task<bool> showQuietly(QString title, QString body) override
+    {
+        if (isThere) {
+            shown.append(title + QStringLiteral(": ") + body);
+        }
+        co_return isThere;
+    }
+};
+
+} // namespace corvane
