@@ -74,20 +74,20 @@ QCoro::Task<Readiness> FirstLessonLook::examine(Self self)
         co_return found;
     }
     found.showsNotifications = granted && *granted;
-    const auto pending = co_await self->m_sources.center.pendingNotificationRequests();
-    if (self == nullptr) {
-        co_return found;
+    // While nobody shows notifications none are handed over, and no agent is started.
+    if (found.showsNotifications) {
+        const auto pending = co_await self->m_sources.center.pendingNotificationRequests();
+        if (self == nullptr) {
+            co_return found;
+        }
+        found.hasBackups = pending && readiness::hasBackups(self->m_sources.viewModel.lessons(), *pending,
+                                                            self->m_backupPrefix, currentDate());
     }
-    const Date now = currentDate();
-    // While nobody shows notifications none are handed over.
-    found.hasBackups =
-        !found.showsNotifications || (pending && readiness::hasBackups(self->m_sources.viewModel.lessons(),
-                                                                       *pending, self->m_backupPrefix, now));
     // A stand-in where there is no screen has no name.
     found.hasScreen = std::ranges::any_of(self->m_sources.screens.screens(),
                                           [](const Screen &screen) { return !screen.name.isEmpty(); });
     found.unansweredCalendars =
-        readiness::unanswered(self->m_sources.calendars.calendars(), now, self->m_calendar);
+        readiness::unanswered(self->m_sources.calendars.calendars(), currentDate(), self->m_calendar);
     co_return found;
 }
 

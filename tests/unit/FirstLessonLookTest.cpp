@@ -195,6 +195,8 @@ private Q_SLOTS:
         QCOMPARE(f.said(),
                  (QStringList{u"missing notifications"_s, u"not told, nobody shows notifications"_s}));
         QVERIFY(f.told().empty());
+        // Nor is the agent started for nothing.
+        QVERIFY(!f.center.calls.contains(u"pending"_s));
     }
 
     void withoutTheAgentItIsToldAllTheSame()
