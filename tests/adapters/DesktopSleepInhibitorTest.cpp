@@ -125,21 +125,30 @@ private Q_SLOTS:
         QTRY_COMPARE(holds(), 0);
     }
 
+    void withTheFirstGoneTheNextIsAskedUntilItIsBack_data()
+    {
+        QTest::addColumn<Kind>("next");
+        QTest::newRow("session manager") << Kind::sessionManager;
+        QTest::newRow("power manager") << Kind::powerManager;
+        QTest::newRow("logind") << Kind::logind;
+    }
+
     void withTheFirstGoneTheNextIsAskedUntilItIsBack()
     {
-        start(Kind::logind);
+        QFETCH(Kind, next);
+        start(next);
         m_inhibitor->keepAwake();
         QTRY_COMPARE(holdsOf(Kind::portal), 1);
         m_services.erase(Kind::portal);
-        QTRY_COMPARE(holdsOf(Kind::logind), 1);
+        QTRY_COMPARE(holdsOf(next), 1);
         start(Kind::portal);
         QTRY_COMPARE(holdsOf(Kind::portal), 1);
         QTRY_COMPARE(holds(), 1);
-        // A later one in the order changes nothing.
-        start(Kind::powerManager);
+        // One after it in the order changes nothing when it restarts.
+        start(next);
         QTest::qWait(50);
         QCOMPARE(holds(), 1);
-        QCOMPARE(m_services.at(Kind::powerManager)->wishes.size(), 0);
+        QCOMPARE(m_services.at(next)->wishes.size(), 0);
     }
 
     void whereNobodyTakesTheWishTheFirstToComeDoes()
