@@ -3,6 +3,7 @@
 
 #include "NotificationAgent/AgentLifecycle.h"
 
+#include "Corvane/Utilities/RegularFile.h"
 #include "NotificationAgent/ProgramWatch.h"
 #include "NotificationAgent/RequestKeeper.h"
 
@@ -59,9 +60,9 @@ void QueueLock::unlock()
 QueueLock::Attempt QueueLock::tryLock()
 {
     if (m_file < 0) {
-        QDir().mkpath(QFileInfo(m_path).path());
-        m_file =
-            ::open(QFile::encodeName(m_path).constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+        (void)makePrivateFolder(QFile::encodeName(QFileInfo(m_path).path()));
+        m_file = ::open(QFile::encodeName(m_path).constData(),
+                        O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY, 0600);
         if (m_file < 0) {
             return Attempt::impossible;
         }

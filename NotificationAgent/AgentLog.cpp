@@ -3,8 +3,11 @@
 
 #include "NotificationAgent/AgentLog.h"
 
+#include "Corvane/Utilities/PlainText.h"
+#include "Corvane/Utilities/RegularFile.h"
+#include "Corvane/Utilities/UserFolders.h"
+
 #include <QDateTime>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -17,41 +20,41 @@ using namespace Qt::StringLiterals;
 
 AgentLog::AgentLog(QString path) : m_path(std::move(path))
 {
-    if (!m_path.isEmpty()) {
-        QDir().mkpath(QFileInfo(m_path).path());
+    if (m_path.isEmpty()) {
+        return;
+    }
+    if (const auto made = makePrivateFolder(QFile::encodeName(QFileInfo(m_path).path()));
+        !made && made.error().kind == FileError::Kind::unusable) {
+        // Somebody else's, who would read along.
+        m_path.clear();
+        log(u"log folder cannot be used: "_s + made.error().reason);
     }
 }
 
 QString AgentLog::userPath()
 {
-    // A relative path in this variable is to be ignored.
-    const QString state = qEnvironmentVariable("XDG_STATE_HOME");
-    const QString folder = QDir::isAbsolutePath(state) ? state : QDir::homePath() + u"/.local/state"_s;
-    return folder + u"/Logs/Quillet/quillet-notification-agent.log"_s;
+    return userFolders::state() + u"/Logs/Quillet/quillet-notification-agent.log"_s;
 }
 
 void AgentLog::log(const QString &message) const
 {
-    QString text = message;
-    for (QChar &c : text) {
-        if (c.category() == QChar::Other_Control) {
-            c = u' ';
-        }
-    }
-    const QByteArray line =
-        QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs).toUtf8() + ' ' + text.toUtf8() + '\n';
+    const QByteArray line = QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs).toUtf8() + ' ' +
+                            plainText(message).toUtf8() + '\n';
     std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stderr);
     if (m_path.isEmpty()) {
         return;
     }
-    if (QFileInfo(m_path).size() + line.size() > maximumFileSize) {
+    const QFileInfo file(m_path);
+    if (file.isFile() && file.size() + line.size() > maximumFileSize) {
         const QString aside = m_path + u".old"_s;
         QFile::remove(aside);
         QFile::rename(m_path, aside);
     }
-    QFile file(m_path);
-    if (file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered)) {
-        file.write(line);
+    const auto appended = appendToRegularFile(QFile::encodeName(m_path), line);
+    if (!appended && appended.error().kind == FileError::Kind::unusable &&
+        !std::exchange(m_isReported, true)) {
+        std::fprintf(stderr, "%s cannot be written: %s\n", qUtf8Printable(m_path),
+                     qUtf8Printable(appended.error().reason));
     }
 }
 

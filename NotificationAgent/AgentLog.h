@@ -8,7 +8,7 @@
 namespace corvane {
 
 /// The agent's diagnostic log: time-stamped lines on standard error and in a file that does not grow without
-/// end. Main thread only; logging never fails towards its caller.
+/// end, which only the user can read. Main thread only; logging never fails towards its caller.
 class AgentLog {
 public:
     /// The file is then set aside, in the place of the one set aside before. In bytes.
@@ -21,11 +21,12 @@ public:
     [[nodiscard]] static QString userPath();
 
     /// Writes one line: the present moment in ISO 8601 (UTC, milliseconds), a space, and `message`, in which
-    /// control characters are replaced.
+    /// control characters are replaced and those that turn the direction of the text are left out.
     void log(const QString &message) const;
 
 private:
     QString m_path;
+    mutable bool m_isReported = false; ///< that there is something else in the file's place
 };
 
 /// A text of somebody else's for a log line: in quotes, and cut when it is long.

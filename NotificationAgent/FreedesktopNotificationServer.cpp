@@ -3,6 +3,7 @@
 
 #include "NotificationAgent/FreedesktopNotificationServer.h"
 
+#include "Corvane/Utilities/PlainText.h"
 #include "NotificationAgent/CanberraNotificationSound.h"
 #include "NotificationAgent/NotificationSound.h"
 
@@ -124,11 +125,13 @@ QVariantList FreedesktopNotificationServer::notifyArguments(const PendingRequest
     if (!request.categoryIdentifier.isEmpty()) {
         hints.insert(u"category"_s, request.categoryIdentifier);
     }
+    // Whoever has put it there: what a terminal or a panel takes for a command is no text.
+    const QString body = plainText(request.body);
     return {u"Quillet"_s,
             0U, // replaces no other
             QString(applicationId),
-            request.title,
-            takesMarkup ? request.body.toHtmlEscaped() : request.body,
+            plainText(request.title),
+            takesMarkup ? body.toHtmlEscaped() : body,
             QStringList(), // no actions
             hints,
             -1}; // the server's own time on the screen

@@ -3,10 +3,12 @@
 
 #include "NotificationAgent/LoginEntry.h"
 
+#include "Corvane/Utilities/RegularFile.h"
+#include "Corvane/Utilities/UserFolders.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <utility>
 
@@ -52,17 +54,15 @@ LoginEntry::LoginEntry(QString program, const QString &configHome)
 
 QString LoginEntry::userConfigHome()
 {
-    // A relative path in this variable is to be ignored.
-    const QString home = qEnvironmentVariable("XDG_CONFIG_HOME");
-    return QDir::isAbsolutePath(home) ? home : QDir::homePath() + u"/.config"_s;
+    return userFolders::config();
 }
 
 std::expected<void, QString> LoginEntry::setPresent(bool isPresent)
 {
-    QFile present(m_path);
+    const QByteArray path = QFile::encodeName(m_path);
     if (!isPresent) {
-        if (present.exists() && !present.remove()) {
-            return std::unexpected(u"cannot be removed: "_s + present.errorString());
+        if (const auto removed = removeRegularFile(path); !removed) {
+            return std::unexpected(u"cannot be removed: "_s + removed.error().reason);
         }
         return {};
     }
@@ -77,14 +77,12 @@ std::expected<void, QString> LoginEntry::setPresent(bool isPresent)
                                "Terminal=false\n"
                                "NoDisplay=true\n"
                                "X-GNOME-Autostart-enabled=true\n";
-    if (present.open(QIODevice::ReadOnly) && present.size() == content.size() &&
-        present.readAll() == content) {
+    if (readRegularFile(path, content.size()) == content) {
         return {};
     }
-    QDir().mkpath(QFileInfo(m_path).path());
-    QSaveFile file(m_path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit()) {
-        return std::unexpected(u"cannot be written: "_s + file.errorString());
+    (void)makeFolder(QFile::encodeName(QFileInfo(m_path).path())); // a missing one fails what follows
+    if (const auto written = replaceRegularFile(path, content); !written) {
+        return std::unexpected(u"cannot be written: "_s + written.error().reason);
     }
     return {};
 }

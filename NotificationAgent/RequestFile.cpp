@@ -3,21 +3,20 @@
 
 #include "NotificationAgent/RequestFile.h"
 
+#include "Corvane/Utilities/RegularFile.h"
+#include "Corvane/Utilities/UserFolders.h"
+
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <QCryptographicHash>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QStandardPaths>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <optional>
 #include <utility>
@@ -31,7 +30,7 @@ namespace {
 const QByteArray heading = "quillet pending requests 1";
 const QByteArray ending = "end ";
 
-// A longer file is not one of ours: it is read up to here.
+// A longer file is not one of ours.
 constexpr qint64 maximumFileSize = qint64{64} * 1024 * 1024;
 
 constexpr qsizetype checksumLength = 16;
@@ -106,64 +105,6 @@ QString systemError()
     return QString::fromLocal8Bit(std::strerror(errno));
 }
 
-// A file descriptor that is closed with its scope.
-class Descriptor {
-public:
-    explicit Descriptor(int descriptor) : m_descriptor(descriptor) {}
-    ~Descriptor()
-    {
-        if (m_descriptor >= 0) {
-            ::close(m_descriptor);
-        }
-    }
-    Descriptor(const Descriptor &) = delete;
-    Descriptor &operator=(const Descriptor &) = delete;
-    [[nodiscard]] bool isOpen() const { return m_descriptor >= 0; }
-    [[nodiscard]] int get() const { return m_descriptor; }
-
-private:
-    int m_descriptor;
-};
-
-bool writeAll(int descriptor, const QByteArray &bytes)
-{
-    qsizetype done = 0;
-    while (done < bytes.size()) {
-        const ssize_t count =
-            ::write(descriptor, bytes.constData() + done, static_cast<std::size_t>(bytes.size() - done));
-        if (count < 0 && errno != EINTR) {
-            return false;
-        }
-        done += count > 0 ? count : 0;
-    }
-    return true;
-}
-
-// What a file gives, up to the longest; false, and errno, when it gives nothing for now.
-bool readAll(int descriptor, QByteArray &text)
-{
-    constexpr qsizetype step = qsizetype{64} * 1024;
-    while (text.size() < maximumFileSize) {
-        const qsizetype done = text.size();
-        text.resize(done + step);
-        const ssize_t count = ::read(descriptor, text.data() + done, static_cast<std::size_t>(step));
-        text.resize(done + std::max<ssize_t>(count, 0));
-        if (count == 0) {
-            break;
-        }
-        if (count < 0 && errno != EINTR) {
-            return false;
-        }
-    }
-    return true;
-}
-
-// Whether what failed so will fail for ever, since there is something else in the file's place.
-bool isNoFile(int error)
-{
-    return error == EISDIR || error == ELOOP || error == ENOTDIR;
-}
-
 // A new name for a file is on the disk only when its folder is. Some file systems cannot be told to.
 bool flushFolder(const QString &path)
 {
@@ -232,38 +173,36 @@ RequestFile::RequestFile(QString path, std::function<void(const QString &)> log)
 
 QString RequestFile::userPath()
 {
-    // A relative path in this variable is to be ignored.
-    const QString state = qEnvironmentVariable("XDG_STATE_HOME");
-    const QString folder = QDir::isAbsolutePath(state) ? state : QDir::homePath() + u"/.local/state"_s;
-    return folder + u"/quillet/pending-notifications"_s;
+    return userFolders::state() + u"/quillet/pending-notifications"_s;
 }
 
 bool RequestFile::isEmpty() const
 {
-    const Descriptor file(::open(QFile::encodeName(m_path).constData(), O_RDONLY | O_CLOEXEC));
-    if (!file.isOpen()) {
-        return errno == ENOENT;
+    const auto text = readRegularFile(QFile::encodeName(m_path), maximumFileSize);
+    if (!text) {
+        // What is no file holds no request.
+        return text.error().kind != FileError::Kind::failed;
     }
-    QByteArray text;
-    return readAll(file.get(), text) && decodedRequests(text).requests.empty();
+    return decodedRequests(*text).requests.empty();
 }
 
 RequestFile::Content RequestFile::read()
 {
     Content content;
-    const Descriptor file(::open(QFile::encodeName(m_path).constData(), O_RDONLY | O_CLOEXEC));
-    QByteArray text;
-    if (!file.isOpen() || !readAll(file.get(), text)) {
-        if (errno != ENOENT) {
-            content.isReadable = isNoFile(errno);
-            content.remarks = {u"cannot be read: "_s + systemError()};
-            if (content.isReadable) {
+    const auto text = readRegularFile(QFile::encodeName(m_path), maximumFileSize);
+    if (!text) {
+        if (text.error().kind != FileError::Kind::absent) {
+            content.isReadable = text.error().kind == FileError::Kind::unusable;
+            content.remarks = {u"cannot be read: "_s + text.error().reason};
+            // One that is too large was written by nobody who keeps to the form, yet may hold requests.
+            const QFileInfo file(m_path);
+            if (content.isReadable && file.isFile() && !file.isSymLink()) {
                 content.remarks.append(setAside());
             }
         }
         return content;
     }
-    const DecodedRequests decoded = decodedRequests(text);
+    const DecodedRequests decoded = decodedRequests(*text);
     for (const PendingRequest &request : decoded.requests) {
         content.queue.add(request);
     }
@@ -273,7 +212,7 @@ RequestFile::Content RequestFile::read()
                                .arg(decoded.unreadableLines),
                            setAside()};
     }
-    if (encodedRequests(content.queue) != text) {
+    if (encodedRequests(content.queue) != *text) {
         // Also what was invalidated goes.
         if (const auto written = write(content.queue); !written) {
             content.remarks.append(written.error());
@@ -285,12 +224,12 @@ RequestFile::Content RequestFile::read()
 QString RequestFile::setAside() const
 {
     const QString aside = m_path + u".unreadable"_s;
-    const QByteArray from = QFile::encodeName(m_path);
+    // Where the queue is behind a link, its file is what is kept.
+    const QByteArray from = QFile::encodeName(QFileInfo(m_path).canonicalFilePath());
     const QByteArray to = QFile::encodeName(aside);
     ::unlink(to.constData());
     // A second name for the same bytes: nothing is lost should the agent die between this and the next write.
-    if (::link(from.constData(), to.constData()) == 0 || QFile::copy(m_path, aside) ||
-        ::rename(from.constData(), to.constData()) == 0) {
+    if (::link(from.constData(), to.constData()) == 0 || QFile::copy(m_path, aside)) {
         return u"is kept aside as \"%1\""_s.arg(aside);
     }
     return u"cannot be kept aside: "_s + systemError();
@@ -298,26 +237,11 @@ QString RequestFile::setAside() const
 
 std::expected<void, QString> RequestFile::write(const RequestQueue &queue)
 {
-    QDir().mkpath(QFileInfo(m_path).path());
+    const QByteArray path = QFile::encodeName(m_path);
+    (void)makePrivateFolder(QFile::encodeName(QFileInfo(m_path).path())); // a missing one fails the writing
     QMultiHash<QString, qint64> offsets;
-    const QByteArray text = encodedRequests(queue, &offsets);
-    const QByteArray fresh = QFile::encodeName(m_path + u".new"_s);
-    {
-        const Descriptor file(
-            ::open(fresh.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600));
-        if (!file.isOpen()) {
-            return std::unexpected(u"cannot be written: "_s + systemError());
-        }
-        if (!writeAll(file.get(), text) || ::fsync(file.get()) != 0) {
-            const QString error = systemError();
-            ::unlink(fresh.constData());
-            return std::unexpected(u"cannot be written: "_s + error);
-        }
-    }
-    if (::rename(fresh.constData(), QFile::encodeName(m_path).constData()) != 0) {
-        const QString error = systemError();
-        ::unlink(fresh.constData());
-        return std::unexpected(u"cannot be replaced: "_s + error);
+    if (const auto written = replaceRegularFile(path, encodedRequests(queue, &offsets)); !written) {
+        return std::unexpected(u"cannot be written: "_s + written.error().reason);
     }
     m_offsets = offsets;
     if (!flushFolder(m_path)) {
@@ -329,9 +253,9 @@ std::expected<void, QString> RequestFile::write(const RequestQueue &queue)
 
 std::expected<void, QString> RequestFile::invalidate(const QStringList &identifiers)
 {
-    const Descriptor file(::open(QFile::encodeName(m_path).constData(), O_WRONLY | O_CLOEXEC | O_NOFOLLOW));
-    if (!file.isOpen()) {
-        return std::unexpected(u"cannot be opened: "_s + systemError());
+    const auto file = openRegularFile(QFile::encodeName(m_path), O_WRONLY);
+    if (!file) {
+        return std::unexpected(u"cannot be opened: "_s + file.error().reason);
     }
     for (const QString &identifier : identifiers) {
         const QList<qint64> offsets = m_offsets.values(identifier);
@@ -341,12 +265,13 @@ std::expected<void, QString> RequestFile::invalidate(const QStringList &identifi
         for (const qint64 offset : offsets) {
             // Any byte of the checksum that changes makes the entry unreadable, so that this is never half
             // done.
-            if (::pwrite(file.get(), invalidChecksum.constData(), checksumLength, offset) != checksumLength) {
+            if (::pwrite(file->get(), invalidChecksum.constData(), checksumLength, offset) !=
+                checksumLength) {
                 return std::unexpected(u"cannot be changed: "_s + systemError());
             }
         }
     }
-    if (::fdatasync(file.get()) != 0) {
+    if (::fdatasync(file->get()) != 0) {
         return std::unexpected(u"cannot be flushed: "_s + systemError());
     }
     return {};

@@ -19,10 +19,10 @@
 #include "Corvane/Services/WorkflowTransitionScheduler.h"
 #include "Corvane/Settings/AppSettings.h"
 #include "Corvane/Settings/LoginItem.h"
+#include "Corvane/Settings/SettingsStore.h"
 #include "Corvane/Utilities/DateProviding.h"
 #include "Corvane/Utilities/DebugLogService.h"
 
-#include <QSettings>
 #include <QString>
 
 #include <memory>
@@ -35,7 +35,7 @@ struct LiveServices {
     /// What the identifiers of the backups begin with.
     const QString backupPrefix = QStringLiteral("quillet.backup.");
     SystemDateProvider dateProvider;
-    std::unique_ptr<QSettings> standardUserDefaults;
+    std::unique_ptr<SettingsStore> standardUserDefaults;
     std::unique_ptr<LoginItem> loginItem;
     std::unique_ptr<AppSettings> settings;
     std::unique_ptr<DebugLogService> debugLogger;

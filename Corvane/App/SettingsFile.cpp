@@ -5,42 +5,49 @@
 
 #include "Corvane/Utilities/Clock.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
 namespace corvane {
 
-std::unique_ptr<QSettings> SettingsFile::open()
+namespace {
+
+/// Earlier versions left such copies of the settings when they were killed: the file's name and six random
+/// letters. A word in small letters alone is somebody's own.
+void removeLeftOvers(const QFileInfo &settings)
 {
-    auto settings =
-        std::make_unique<QSettings>(QSettings::IniFormat, QSettings::UserScope, u"quillet"_s, u"quillet"_s);
-    // The user's file alone: a value of the machine's would look as if the user had chosen it.
-    settings->setFallbacksEnabled(false);
-    if (settings->status() == QSettings::FormatError) {
-        m_corruptPath = settings->fileName();
-        // Never over an earlier copy: that may be the one that matters.
-        QString copy = m_corruptPath + u".unreadable"_s;
-        for (int number = 2; QFile::exists(copy); ++number) {
-            copy = m_corruptPath + u".unreadable-"_s + QString::number(number);
-        }
-        if (QFile::copy(m_corruptPath, copy)) {
-            m_copyPath = copy;
+    static const QRegularExpression leftOver(u"\\.(?=[a-z]*[A-Z])(?=[A-Z]*[a-z])[A-Za-z]{6}$"_s);
+    for (const QFileInfo &file :
+         settings.dir().entryInfoList({settings.fileName() + u".??????"_s}, QDir::Files)) {
+        if (leftOver.match(file.fileName()).hasMatch() && !file.isSymLink()) {
+            QFile::remove(file.filePath());
         }
     }
+}
+
+} // namespace
+
+std::unique_ptr<SettingsStore> SettingsFile::open()
+{
+    auto settings = std::make_unique<SettingsStore>(SettingsStore::userPath());
+    removeLeftOvers(QFileInfo(settings->fileName()));
     return settings;
 }
 
-void SettingsFile::report(const QSettings &settings, DebugLogService &logger) const
+void SettingsFile::report(const SettingsStore &settings, DebugLogService &logger) const
 {
-    if (!m_corruptPath.isEmpty()) {
-        logger.log(u"settings file not understood path=\""_s + m_corruptPath + u"\" copy=\""_s + m_copyPath +
-                       u'"',
+    if (settings.copyOfGarbled()) {
+        logger.log(u"settings file not understood path=\""_s + settings.fileName() + u"\" copy=\""_s +
+                       *settings.copyOfGarbled() + u'"',
                    currentDate());
     }
-    if (settings.status() == QSettings::AccessError) {
-        logger.log(u"settings file cannot be written path=\""_s + settings.fileName() +
-                       u"\", changes last for this run only"_s,
+    if (settings.error()) {
+        logger.log(u"settings file cannot be written path=\""_s + settings.fileName() + u"\" reason=\""_s +
+                       settings.error()->reason + u"\", changes last for this run only"_s,
                    currentDate());
     }
 }

@@ -5,6 +5,7 @@
 
 #include "Corvane/Settings/LaunchAtLogin.h"
 
+#include <optional>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -20,10 +21,28 @@ const QString notificationPositionKey = u"notificationPosition"_s;
 const QString hasCompletedWelcomeKey = u"hasCompletedWelcome"_s;
 const QString manualLessonsKey = u"manualLessons"_s;
 
+/// What a stored value says of yes and no, also in a person's own words; nothing where it says neither.
+std::optional<bool> truthValue(const QVariant &value)
+{
+    if (value.typeId() == QMetaType::Bool) {
+        return value.toBool();
+    }
+    const QString word = value.toString().trimmed().toLower();
+    if (QStringList{u"true"_s, u"yes"_s, u"on"_s, u"y"_s, u"t"_s}.contains(word)) {
+        return true;
+    }
+    if (QStringList{u"false"_s, u"no"_s, u"off"_s, u"n"_s, u"f"_s}.contains(word)) {
+        return false;
+    }
+    bool isNumber = false;
+    const double number = word.toDouble(&isNumber);
+    return isNumber ? std::optional(number != 0) : std::nullopt;
+}
+
 } // namespace
 
-AppSettings::AppSettings(QSettings &userDefaults, QSettings &standardUserDefaults, LoginItem &loginItem,
-                         QObject *parent)
+AppSettings::AppSettings(SettingsStore &userDefaults, SettingsStore &standardUserDefaults,
+                         LoginItem &loginItem, QObject *parent)
     : QObject(parent)
     , m_standardUserDefaults(standardUserDefaults)
     , m_loginItem(loginItem)
@@ -76,23 +95,25 @@ void AppSettings::setManualLessons(std::vector<ManualLessonEntry> entries)
     }
 }
 
-void AppSettings::load(const QSettings &userDefaults)
+void AppSettings::load(const SettingsStore &userDefaults)
 {
     if (const auto position =
             corvane::notificationPosition(userDefaults.value(notificationPositionKey).toString())) {
         setNotificationPosition(*position);
     }
-    if (userDefaults.contains(notificationDurationKey)) {
-        setNotificationDuration(userDefaults.value(notificationDurationKey).toDouble());
+    bool isNumber = false;
+    const double duration = userDefaults.value(notificationDurationKey).toDouble(&isNumber);
+    if (isNumber) {
+        setNotificationDuration(duration);
     }
-    if (userDefaults.contains(playsSoundKey)) {
-        setPlaysSound(userDefaults.value(playsSoundKey).toBool());
+    if (const auto plays = truthValue(userDefaults.value(playsSoundKey))) {
+        setPlaysSound(*plays);
     }
     // A teacher's first start makes the program open at login, so that it is there on the next teaching day.
-    setStartAtLogin(userDefaults.value(startAtLoginKey, true).toBool());
+    setStartAtLogin(truthValue(userDefaults.value(startAtLoginKey)).value_or(true));
     LaunchAtLogin::configure(m_startAtLogin, m_loginItem);
-    if (userDefaults.contains(hasCompletedWelcomeKey)) {
-        setHasCompletedWelcome(userDefaults.value(hasCompletedWelcomeKey).toBool());
+    if (const auto completed = truthValue(userDefaults.value(hasCompletedWelcomeKey))) {
+        setHasCompletedWelcome(*completed);
     }
     // What cannot be decoded stays stored until the list changes.
     if (auto entries = decodeManualLessons(userDefaults.value(manualLessonsKey).toByteArray())) {
@@ -103,7 +124,8 @@ void AppSettings::load(const QSettings &userDefaults)
 void AppSettings::store(const QString &key, const QVariant &value)
 {
     m_standardUserDefaults.setValue(key, value);
-    m_standardUserDefaults.sync();
+    // What cannot be written holds for this run; the store keeps the reason.
+    (void)m_standardUserDefaults.sync();
 }
 
 } // namespace corvane

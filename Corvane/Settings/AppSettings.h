@@ -6,9 +6,9 @@
 #include "Corvane/Calendar/ManualLessonEntry.h"
 #include "Corvane/Settings/LoginItem.h"
 #include "Corvane/Settings/NotificationPosition.h"
+#include "Corvane/Settings/SettingsStore.h"
 
 #include <QObject>
-#include <QSettings>
 
 #include <vector>
 
@@ -26,7 +26,7 @@ public:
     /// Loads every property from `userDefaults`. Writes go to `standardUserDefaults`, which is the same store
     /// in the running program. Registers or unregisters the login item, as the setting says; on the very
     /// first start the program so registers itself. All three are borrowed.
-    AppSettings(QSettings &userDefaults, QSettings &standardUserDefaults, LoginItem &loginItem,
+    AppSettings(SettingsStore &userDefaults, SettingsStore &standardUserDefaults, LoginItem &loginItem,
                 QObject *parent = nullptr);
 
     /// How long a banner stays up, in seconds; any double that was stored.
@@ -60,10 +60,10 @@ Q_SIGNALS:
     void manualLessonsChanged();
 
 private:
-    void load(const QSettings &userDefaults);
+    void load(const SettingsStore &userDefaults);
     void store(const QString &key, const QVariant &value);
 
-    QSettings &m_standardUserDefaults;
+    SettingsStore &m_standardUserDefaults;
     LoginItem &m_loginItem;
     double m_notificationDuration = 10.0;
     bool m_startAtLogin = false;

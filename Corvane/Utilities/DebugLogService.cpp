@@ -4,55 +4,34 @@
 #include "Corvane/Utilities/DebugLogService.h"
 
 #include "Corvane/Utilities/DateText.h"
+#include "Corvane/Utilities/RegularFile.h"
+#include "Corvane/Utilities/UserFolders.h"
 
 #include <QDir>
 #include <QFile>
-#include <QSaveFile>
-#include <QStandardPaths>
+
+#include <cstdio>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace corvane {
 
-namespace {
-
-/// Appends `bytes` to an existing file or writes a new one in one step; errors are dropped, because a log
-/// that cannot be written must not stop what it tells of.
-void append(const QString &path, const QByteArray &bytes)
-{
-    if (QFile::exists(path)) {
-        QFile file(path);
-        if (file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered)) {
-            file.write(bytes);
-        }
-        return;
-    }
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(bytes);
-        file.commit();
-    }
-}
-
-} // namespace
-
 DebugLogService::DebugLogService(const QString &libraryDirectory, QObject *parent) : QObject(parent)
 {
     const QString library = libraryDirectory.isEmpty() ? QDir::tempPath() : libraryDirectory;
     const QString folder = library + u"/Logs/Quillet"_s;
-    QDir().mkpath(folder);
     m_logURL = QUrl::fromLocalFile(folder + u"/quillet-debug.log"_s);
+    if (const auto made = makePrivateFolder(QFile::encodeName(folder)); !made) {
+        // Where the folder is somebody else's, as it may be below the temporary one, they would read along.
+        m_isFolderUnusable = made.error().kind == FileError::Kind::unusable;
+        report(made.error());
+    }
 }
 
 QString DebugLogService::userLibraryDirectory()
 {
-    // A relative path in this variable is to be ignored, as for every base directory of the desktop.
-    QString state = qEnvironmentVariable("XDG_STATE_HOME");
-    if (QDir::isAbsolutePath(state)) {
-        return state;
-    }
-    const QString home = QStandardPaths::writableLocation(QStandardPaths::HomeLocation);
-    return home.isEmpty() ? QString() : home + u"/.local/state"_s;
+    return userFolders::state();
 }
 
 void DebugLogService::log(const QString &message, Date date)
@@ -62,8 +41,22 @@ void DebugLogService::log(const QString &message, Date date)
     while (m_latestLines.size() > maximumVisibleLines) {
         m_latestLines.removeFirst();
     }
-    append(m_logURL.toLocalFile(), line.toUtf8() + '\n');
+    if (!m_isFolderUnusable) {
+        const auto appended =
+            appendToRegularFile(QFile::encodeName(m_logURL.toLocalFile()), line.toUtf8() + '\n');
+        if (!appended) {
+            report(appended.error());
+        }
+    }
     Q_EMIT latestLinesChanged();
+}
+
+void DebugLogService::report(const FileError &error)
+{
+    if (error.kind == FileError::Kind::unusable && !std::exchange(m_isReported, true)) {
+        std::fprintf(stderr, "quillet: the log %s cannot be written: %s\n",
+                     qUtf8Printable(m_logURL.toLocalFile()), qUtf8Printable(error.reason));
+    }
 }
 
 } // namespace corvane

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Corvane/Utilities/Clock.h"
+#include "Corvane/Utilities/RegularFile.h"
 
 #include <QObject>
 #include <QString>
@@ -15,7 +16,8 @@ namespace corvane {
 /// The application's one diagnostic log: a file of time-stamped lines, and the latest of them in memory.
 ///
 /// Main thread only. Each line costs one short local write; the file is opened and closed for it, so that it
-/// may be moved away while the program runs. Logging never fails towards its caller.
+/// may be moved away while the program runs. Logging never fails towards its caller. Only the user can read
+/// the file; what is no regular file in its place is left alone.
 class DebugLogService : public QObject {
     Q_OBJECT
 
@@ -43,8 +45,13 @@ Q_SIGNALS:
     void latestLinesChanged();
 
 private:
+    /// Says on standard error, once, that there is something else in the log's place.
+    void report(const FileError &error);
+
     QStringList m_latestLines;
     QUrl m_logURL;
+    bool m_isFolderUnusable = false;
+    bool m_isReported = false;
 };
 
 } // namespace corvane

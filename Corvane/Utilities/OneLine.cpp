@@ -3,18 +3,11 @@
 
 #include "Corvane/Utilities/OneLine.h"
 
+#include "Corvane/Utilities/PlainText.h"
+
 #include <algorithm>
 
 namespace corvane {
-
-namespace {
-
-bool turnsDirection(char16_t c)
-{
-    return (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069);
-}
-
-} // namespace
 
 QString oneLine(const QString &text, qsizetype maximumLength)
 {
@@ -25,14 +18,11 @@ QString oneLine(const QString &text, qsizetype maximumLength)
         if (line.size() >= maximumLength && !(c.isLowSurrogate() && line.back().isHighSurrogate())) {
             break;
         }
-        const QChar::Category category = c.category();
-        const bool isBreak = category == QChar::Other_Control || category == QChar::Separator_Line ||
-                             category == QChar::Separator_Paragraph || category == QChar::Separator_Space;
-        if (isBreak) {
+        if (isControl(c) || c.category() == QChar::Separator_Space) {
             if (!line.isEmpty() && line.back() != u' ') {
                 line += u' ';
             }
-        } else if (!turnsDirection(c.unicode())) {
+        } else if (!turnsDirection(c)) {
             line += c;
         }
     }

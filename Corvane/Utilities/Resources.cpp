@@ -3,10 +3,11 @@
 
 #include "Corvane/Utilities/Resources.h"
 
+#include "Corvane/Utilities/UserFolders.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
 
@@ -28,7 +29,7 @@ QStringList folders(const QString &programFolder, const QStringList &dataFolders
 QStringList folders()
 {
     return folders(QCoreApplication::applicationDirPath(),
-                   QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation));
+                   QStringList{userFolders::data()} + userFolders::machineData());
 }
 
 std::optional<QString> find(const QStringList &folders, const QString &name)

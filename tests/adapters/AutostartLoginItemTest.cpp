@@ -4,6 +4,7 @@
 #include "Corvane/Platform/Linux/Freedesktop/AutostartLoginItem.h"
 
 #include "tests/contracts/LoginItemContract.h"
+#include "tests/support/Obstacles.h"
 #include "tests/support/TestProgram.h"
 
 #include <QDateTime>
@@ -213,6 +214,35 @@ private Q_SLOTS:
         QVERIFY(!result);
         QVERIFY(result.error().localizedDescription.contains(m_item->path()));
         QVERIFY(m_item->unregisterItem());
+    }
+
+    void whatIsNoRegularFileIsLeftAlone_data() { obstacles::addRows(); }
+
+    void whatIsNoRegularFileIsLeftAlone()
+    {
+        QFETCH(obstacles::Kind, kind);
+        QVERIFY(QDir().mkpath(QFileInfo(m_item->path()).path()));
+        const auto obstacle = obstacles::put(kind, m_item->path());
+        const auto registered = m_item->registerItem();
+        QVERIFY(!registered);
+        QVERIFY(registered.error().localizedDescription.contains(u"cannot be written: it is "_s));
+        QVERIFY(obstacle.isUntouched());
+        if (!QFileInfo(m_item->path()).isSymLink()) {
+            QVERIFY(!m_item->unregisterItem());
+            QVERIFY(obstacle.isUntouched());
+        }
+    }
+
+    void aLinkToAFileOfOnesOwnStaysALink()
+    {
+        const QString real = m_folder->filePath(u"repository/entry"_s);
+        put(real, u"[Desktop Entry]\nX-GNOME-Autostart-Delay=5\n"_s);
+        QVERIFY(QDir().mkpath(QFileInfo(m_item->path()).path()));
+        QVERIFY(QFile::link(real, m_item->path()));
+        QVERIFY(m_item->registerItem());
+        QVERIFY(QFileInfo(m_item->path()).isSymLink());
+        QVERIFY(read(real).contains(u"\nX-GNOME-Autostart-Delay=5\n"_s));
+        QVERIFY(startsAtLogin());
     }
 
     void theRunningProgramIsEnteredInTheUsersFolder()

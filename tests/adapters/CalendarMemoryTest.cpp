@@ -7,6 +7,7 @@
 #include "Corvane/Platform/Linux/EvolutionData/IcsFolders.h"
 #include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
 #include "tests/support/CalendarService.h"
+#include "tests/support/Obstacles.h"
 #include "tests/support/TestProgram.h"
 
 #include <QDir>
@@ -229,6 +230,29 @@ private Q_SLOTS:
         QCOMPARE(QFile::permissions(memoryFolder()) & others, QFile::Permissions());
         QCOMPARE(QFile::permissions(memoryFolder() + u'/' + memoryFiles().at(0)) & others,
                  QFile::Permissions());
+    }
+
+    void whatIsNoRegularFileIsLeftAlone_data() { obstacles::addRows(); }
+
+    void whatIsNoRegularFileIsLeftAlone()
+    {
+        QFETCH(obstacles::Kind, kind);
+        const CalendarMemory memory(memoryFolder());
+        RememberedCalendar calendar;
+        calendar.identifier = u"a"_s;
+        QVERIFY(memory.write(calendar));
+        const QString path = memoryFolder() + u'/' + memoryFiles().at(0);
+        QVERIFY(QFile::remove(path));
+        const auto obstacle = obstacles::put(kind, path);
+        QVERIFY(!memory.read(u"a"_s));
+        QVERIFY(memory.readAll(QString()).empty());
+        const auto written = memory.write(calendar);
+        QVERIFY(!written);
+        QVERIFY(written.error().localizedDescription.startsWith(u"it is "_s));
+        if (!QFileInfo(path).isSymLink()) {
+            memory.forget(u"a"_s);
+        }
+        QVERIFY(obstacle.isUntouched());
     }
 
     void aRemovedFileIsForgotten()

@@ -6,6 +6,7 @@
 #include "NotificationAgent/FreedesktopNotificationServer.h"
 #include "NotificationAgent/LoginEntry.h"
 #include "NotificationAgent/TimerfdClock.h"
+#include "tests/support/Obstacles.h"
 #include "tests/support/TestProgram.h"
 
 #include <sys/timerfd.h>
@@ -108,6 +109,67 @@ private Q_SLOTS:
         QVERIFY2(timer.contains("clockid: " + QByteArray::number(CLOCK_REALTIME) + '\n'), timer.constData());
     }
 
+    // --- what stands in the way of a file
+    // ---------------------------------------------------------------------------
+
+    void whatIsNoRegularFileIsLeftAlone_data() { obstacles::addRows(); }
+
+    void whatIsNoRegularFileIsLeftAlone()
+    {
+        QFETCH(obstacles::Kind, kind);
+        const QTemporaryDir folder;
+        const QString logPath = folder.filePath(u"Logs/agent.log"_s);
+        QVERIFY(QDir().mkpath(QFileInfo(logPath).path()));
+        const auto inTheLogsPlace = obstacles::put(kind, logPath);
+        AgentLog(logPath).log(u"line"_s);
+        QVERIFY(inTheLogsPlace.isUntouched());
+
+        LoginEntry entry(u"/opt/agent"_s, folder.path());
+        QVERIFY(QDir().mkpath(QFileInfo(entry.path()).path()));
+        const auto inTheEntrysPlace = obstacles::put(kind, entry.path());
+        const auto made = entry.setPresent(true);
+        QVERIFY(!made);
+        QVERIFY(made.error().startsWith(u"cannot be written: it is "_s));
+        QVERIFY(inTheEntrysPlace.isUntouched());
+    }
+
+    void aPipeIsNotRemovedAsALoginEntry()
+    {
+        const QTemporaryDir folder;
+        LoginEntry entry(u"/opt/agent"_s, folder.path());
+        QVERIFY(QDir().mkpath(QFileInfo(entry.path()).path()));
+        const auto pipe = obstacles::put(obstacles::Kind::pipe, entry.path());
+        QVERIFY(!entry.setPresent(false));
+        QVERIFY(pipe.isUntouched());
+    }
+
+    void onlyTheUserCanReadTheLog()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"Logs/agent.log"_s);
+        QVERIFY(QDir().mkpath(QFileInfo(path).path()));
+        for (const QString &name : {path, path + u".old"_s}) {
+            QFile file(name);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            QVERIFY(file.setPermissions(QFile::Permissions(0x6664)));
+        }
+        QVERIFY(QFile::setPermissions(QFileInfo(path).path(), QFile::Permissions(0x7775)));
+        AgentLog(path).log(u"line"_s);
+        for (const QString &name : {path, path + u".old"_s, QFileInfo(path).path()}) {
+            QCOMPARE(QFile::permissions(name) & QFile::Permissions(0x0077), QFile::Permissions());
+        }
+    }
+
+    void aLineIsOneLineForFileAndTerminal()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"Logs/agent.log"_s);
+        AgentLog(path).log(u"a\n2026-01-01T00:00:00.000Z forged\x1b[31m\u009b1m\u202Eb"_s);
+        const QByteArray content = contentOf(path);
+        QCOMPARE(content.count('\n'), 1);
+        QVERIFY2(content.endsWith(" a 2026-01-01T00:00:00.000Z forged [31m 1mb\n"), content.constData());
+    }
+
     // --- the unit
     // -------------------------------------------------------------------------------------------
 
@@ -166,6 +228,16 @@ private Q_SLOTS:
         QCOMPARE(arguments.at(3).toString(), request().title);
         QCOMPARE(arguments.at(4).toString(),
                  u"Anna &amp; &lt;b&gt;Ben&lt;/b&gt; &quot;start&quot; in 20 seconds."_s);
+    }
+
+    void aServerGetsNoControlCharacters()
+    {
+        PendingRequest hostile = request();
+        hostile.title = u"a\x1b[31m\nb"_s;
+        hostile.body = u"c\u202E\u0085d"_s;
+        const QVariantList arguments = FreedesktopNotificationServer::notifyArguments(hostile, {u"body"_s});
+        QCOMPARE(arguments.at(3).toString(), u"a [31m b"_s);
+        QCOMPARE(arguments.at(4).toString(), u"c d"_s);
     }
 
     void aServerThatTakesNoMarkupGetsTheBodyAsItIs()

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "NotificationAgent/RequestFile.h"
+#include "tests/support/Obstacles.h"
 #include "tests/support/TestProgram.h"
 
 #include <linux/capability.h>
@@ -254,15 +255,41 @@ private Q_SLOTS:
         QVERIFY(RequestFile(m_path).read().queue == queueOf(1));
     }
 
-    void aFolderInTheFilesPlaceIsSetAside()
+    void whatIsNoRegularFileIsToldAndLeftAlone_data() { obstacles::addRows(); }
+
+    void whatIsNoRegularFileIsToldAndLeftAlone()
     {
-        QVERIFY(QDir().mkpath(m_path + u"/folder"_s));
+        QFETCH(obstacles::Kind, kind);
+        QVERIFY(QDir().mkpath(QFileInfo(m_path).path()));
+        const auto obstacle = obstacles::put(kind, m_path);
         RequestFile file(m_path);
+        QVERIFY(file.isEmpty());
         const auto found = file.read();
         QVERIFY(found.queue.isEmpty());
-        QVERIFY(!found.remarks.isEmpty());
-        QVERIFY(file.write(queueOf(1)));
-        QVERIFY(RequestFile(m_path).read().queue == queueOf(1));
+        QVERIFY(found.isReadable);
+        QCOMPARE(found.remarks.size(), 1);
+        QVERIFY(found.remarks.first().startsWith(u"cannot be read: it is "_s));
+        const auto written = file.write(queueOf(1));
+        QVERIFY(!written);
+        QVERIFY(written.error().startsWith(u"cannot be written: it is "_s));
+        QVERIFY(!file.invalidate({request(0).identifier}));
+        QVERIFY(obstacle.isUntouched());
+        QCOMPARE(QFileInfo(m_path + u".unreadable"_s).isSymLink(), false);
+        QVERIFY(!QFile::exists(m_path + u".unreadable"_s));
+    }
+
+    void aLinkToAFileOfOnesOwnStaysALink()
+    {
+        const QString real = m_folder->filePath(u"repository/pending"_s);
+        QVERIFY(RequestFile(real).write(queueOf(2)));
+        QVERIFY(QDir().mkpath(QFileInfo(m_path).path()));
+        QVERIFY(QFile::link(real, m_path));
+        RequestFile file(m_path);
+        QVERIFY(file.read().queue == queueOf(2));
+        QVERIFY(file.write(queueOf(3)));
+        QVERIFY(file.invalidate({request(0).identifier}));
+        QVERIFY(QFileInfo(m_path).isSymLink());
+        QCOMPARE(RequestFile(real).read().queue.size(), 2);
     }
 
     void tenThousandEntriesAreReadAgain()

@@ -3,7 +3,8 @@
 
 #pragma once
 
-#include <QSettings>
+#include "Corvane/Settings/SettingsStore.h"
+
 #include <QTemporaryDir>
 
 namespace corvane {
@@ -14,11 +15,11 @@ public:
     /// Where the store's file is, or would be.
     [[nodiscard]] QString path() const { return m_folder.filePath(QStringLiteral("settings.ini")); }
 
-    [[nodiscard]] QSettings &store() { return m_store; }
+    [[nodiscard]] SettingsStore &store() { return m_store; }
 
 private:
     QTemporaryDir m_folder;
-    QSettings m_store{path(), QSettings::IniFormat};
+    SettingsStore m_store{path()};
 };
 
 } // namespace corvane

@@ -44,7 +44,18 @@ class AppSettingsTest : public QObject {
     {
         return std::make_unique<AppSettings>(store(), store(), *m_loginItem);
     }
-    [[nodiscard]] QSettings &store() { return m_temporary->store(); }
+    [[nodiscard]] SettingsStore &store() { return m_temporary->store(); }
+
+    void writeFile(const QByteArray &bytes) const
+    {
+        QFile file(m_temporary->path());
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    }
+    [[nodiscard]] QByteArray diskContent() const
+    {
+        QFile file(m_temporary->path());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
+    }
 
 private Q_SLOTS:
     void init()
@@ -196,8 +207,12 @@ private Q_SLOTS:
         }
         QCOMPARE(m_loginItem->calls.back(), Call::unregistered);
 
-        // Read by another store over the same file: what was set is on the disk.
-        QSettings onDisk(m_temporary->path(), QSettings::IniFormat);
+        // The file's bytes, since a store knows what was set.
+        for (const char *line : {"notificationDuration=5", "startAtLogin=false", "playsSound=false",
+                                 "notificationPosition=bottomRight", "hasCompletedWelcome=true"}) {
+            QVERIFY2(diskContent().contains(QByteArray(line) + '\n'), line);
+        }
+        SettingsStore onDisk(m_temporary->path());
         FakeLoginItem loginItem;
         const AppSettings again(onDisk, onDisk, loginItem);
         QCOMPARE(again.notificationDuration(), 5.0);
@@ -217,6 +232,72 @@ private Q_SLOTS:
         QCOMPARE(injected.store().allKeys(), QStringList{u"notificationDuration"_s});
         QCOMPARE(store().value(u"notificationDuration"_s).toDouble(), 7.0);
         QCOMPARE(store().value(u"playsSound"_s).toBool(), false);
+    }
+
+    void booleansThatAPersonWroteMeanWhatTheySay_data()
+    {
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<bool>("expected");
+        for (const QString &word :
+             {u"no"_s, u"off"_s, u"0"_s, u"false"_s, u"No"_s, u"OFF"_s, u" n "_s, u"0.0"_s}) {
+            QTest::newRow(qPrintable(word)) << word << false;
+        }
+        for (const QString &word :
+             {u"yes"_s, u"on"_s, u"1"_s, u"true"_s, u"Yes"_s, u"ON"_s, u"y"_s, u"2"_s}) {
+            QTest::newRow(qPrintable(word)) << word << true;
+        }
+    }
+
+    void booleansThatAPersonWroteMeanWhatTheySay()
+    {
+        QFETCH(QString, stored);
+        QFETCH(bool, expected);
+        writeFile("[General]\nplaysSound=" + stored.toUtf8() + "\nstartAtLogin=" + stored.toUtf8() +
+                  "\nhasCompletedWelcome=" + stored.toUtf8() + '\n');
+        SettingsStore onDisk(m_temporary->path());
+        const AppSettings settings(onDisk, onDisk, *m_loginItem);
+        QCOMPARE(settings.playsSound(), expected);
+        QCOMPARE(settings.startAtLogin(), expected);
+        QCOMPARE(settings.hasCompletedWelcome(), expected);
+        QCOMPARE(m_loginItem->calls.back(), expected ? Call::registered : Call::unregistered);
+    }
+
+    void aWordThatIsNeitherLeavesTheDefault()
+    {
+        writeFile("[General]\nplaysSound=perhaps\nstartAtLogin=\nhasCompletedWelcome=a,b\n");
+        SettingsStore onDisk(m_temporary->path());
+        const AppSettings settings(onDisk, onDisk, *m_loginItem);
+        QCOMPARE(settings.playsSound(), true);
+        QCOMPARE(settings.startAtLogin(), true);
+        QCOMPARE(settings.hasCompletedWelcome(), false);
+        QCOMPARE(onDisk.value(u"playsSound"_s), QVariant(u"perhaps"_s));
+    }
+
+    void aDurationThatIsNoNumberLeavesTheDefault()
+    {
+        for (const QByteArray text : {"ten", "10 seconds", "7,5", "", "0x10", "1e999x"}) {
+            writeFile("[General]\nnotificationDuration=" + text + '\n');
+            SettingsStore onDisk(m_temporary->path());
+            const AppSettings settings(onDisk, onDisk, *m_loginItem);
+            QCOMPARE(settings.notificationDuration(), 10.0);
+            QVERIFY(diskContent().contains("notificationDuration=" + text + '\n'));
+        }
+    }
+
+    void anyNumberStaysAsItIsStored()
+    {
+        const auto loaded = [this](const QByteArray &text) {
+            writeFile("[General]\nnotificationDuration=" + text + '\n');
+            SettingsStore onDisk(m_temporary->path());
+            return AppSettings(onDisk, onDisk, *m_loginItem).notificationDuration();
+        };
+        QVERIFY(std::isnan(loaded("nan")));
+        QCOMPARE(loaded("inf"), std::numeric_limits<double>::infinity());
+        QCOMPARE(loaded("-inf"), -std::numeric_limits<double>::infinity());
+        QCOMPARE(loaded("0"), 0.0);
+        QCOMPARE(loaded("-3"), -3.0);
+        QCOMPARE(loaded(" 7.5 "), 7.5);
+        QCOMPARE(loaded("1e2"), 100.0);
     }
 
     void aLoginItemThatFailsChangesNothingElse()
@@ -243,7 +324,7 @@ private Q_SLOTS:
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write(QByteArray("\x00\xff[[[\n=%%%\nnotificationDuration=@Variant(\x01", 32));
         file.close();
-        QSettings garbage(m_temporary->path(), QSettings::IniFormat);
+        SettingsStore garbage(m_temporary->path());
         const AppSettings settings(garbage, garbage, *m_loginItem);
         QCOMPARE(settings.notificationPosition(), NotificationPosition::center);
         QCOMPARE(settings.startAtLogin(), true);

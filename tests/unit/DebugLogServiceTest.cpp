@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "Corvane/Utilities/DebugLogService.h"
+#include "tests/support/Obstacles.h"
 #include "tests/support/Samples.h"
 #include "tests/support/TestProgram.h"
 
@@ -79,6 +80,41 @@ private Q_SLOTS:
         log.log(u"one\ntwo"_s, at("09:00:00"));
         QCOMPARE(log.latestLines(), QStringList{u"2026-11-16T09:00:00.000Z one\ntwo"_s});
         QCOMPARE(contents(log.logURL()).count('\n'), 2);
+    }
+
+    void whatIsNoRegularFileLeavesTheLinesInMemory_data() { obstacles::addRows(); }
+
+    void whatIsNoRegularFileLeavesTheLinesInMemory()
+    {
+        QFETCH(obstacles::Kind, kind);
+        const QTemporaryDir library;
+        const QString path = library.path() + u"/Logs/Quillet/quillet-debug.log"_s;
+        QVERIFY(QDir().mkpath(QFileInfo(path).path()));
+        const auto obstacle = obstacles::put(kind, path);
+        DebugLogService log(library.path());
+        log.log(u"kept"_s, at("09:00:00"));
+        QCOMPARE(log.latestLines(), QStringList{u"2026-11-16T09:00:00.000Z kept"_s});
+        QVERIFY(obstacle.isUntouched());
+    }
+
+    void onlyTheUserCanReadTheLog()
+    {
+        const QTemporaryDir library;
+        const QString path = library.path() + u"/Logs/Quillet/quillet-debug.log"_s;
+        QVERIFY(QDir().mkpath(QFileInfo(path).path()));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QVERIFY(file.setPermissions(QFile::Permissions(0x6644)));
+        QVERIFY(QFile::setPermissions(QFileInfo(path).path(), QFile::Permissions(0x7755)));
+        DebugLogService(library.path()).log(u"Anna"_s, at("09:00:00"));
+        for (const QString &name : {path, QFileInfo(path).path()}) {
+            QCOMPARE(QFile::permissions(name) & QFile::Permissions(0x0077), QFile::Permissions());
+        }
+        const QTemporaryDir fresh;
+        DebugLogService(fresh.path()).log(u"Anna"_s, at("09:00:00"));
+        QCOMPARE(QFile::permissions(fresh.path() + u"/Logs/Quillet/quillet-debug.log"_s) &
+                     QFile::Permissions(0x0077),
+                 QFile::Permissions());
     }
 
     void aFolderThatCannotBeMadeLeavesTheLinesInMemory()

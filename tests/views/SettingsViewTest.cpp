@@ -22,6 +22,7 @@
 #include <QLineEdit>
 #include <QScopeGuard>
 #include <QScrollBar>
+#include <QSettings>
 #include <QTableView>
 #include <QTest>
 #include <QTextDocumentFragment>

@@ -3,14 +3,13 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/CalendarMemory.h"
 
-#include "Corvane/Platform/Linux/EvolutionData/RegularFile.h"
+#include "Corvane/Utilities/RegularFile.h"
 
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSaveFile>
 
 #include <chrono>
 #include <utility>
@@ -28,7 +27,6 @@ constexpr qint64 maximumHeaderSize = 100'000;
 /// Longer after it was read a calendar's span is over.
 constexpr Seconds longestSpan = std::chrono::hours(10 * 24);
 constexpr QLatin1StringView ending = ".memory"_L1;
-constexpr auto onlyForTheUser = QFile::ReadOwner | QFile::WriteOwner;
 
 QByteArray checksum(QByteArrayView bytes)
 {
@@ -116,21 +114,21 @@ std::expected<void, Failure> CalendarMemory::write(const RememberedCalendar &cal
         forget(calendar.identifier);
         return std::unexpected(Failure{u"it holds too much"_s});
     }
-    if (!QDir().mkpath(m_folder) || !QFile::setPermissions(m_folder, onlyForTheUser | QFile::ExeOwner)) {
-        return std::unexpected(Failure{u"its folder cannot be made"_s});
+    if (const auto made = makePrivateFolder(QFile::encodeName(m_folder)); !made) {
+        return std::unexpected(Failure{u"its folder cannot be made: "_s + made.error().reason});
     }
-    const QByteArray bytes = encodeMemory(calendar);
-    QSaveFile file(path(calendar.identifier));
-    if (!file.open(QIODevice::WriteOnly) || !file.setPermissions(onlyForTheUser) ||
-        file.write(bytes) != bytes.size() || !file.commit()) {
-        return std::unexpected(Failure{file.errorString()});
+    const auto written =
+        replaceRegularFile(QFile::encodeName(path(calendar.identifier)), encodeMemory(calendar));
+    if (!written) {
+        return std::unexpected(Failure{written.error().reason});
     }
     return {};
 }
 
 void CalendarMemory::forget(const QString &identifier) const
 {
-    QFile::remove(path(identifier));
+    // What cannot be removed is no memory of ours, or is told when it is written.
+    (void)removeRegularFile(QFile::encodeName(path(identifier)));
 }
 
 void CalendarMemory::forgetExpired(Date now) const

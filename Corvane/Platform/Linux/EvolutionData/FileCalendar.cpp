@@ -5,7 +5,7 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/CalendarCapture.h"
 #include "Corvane/Platform/Linux/EvolutionData/CalendarText.h"
-#include "Corvane/Platform/Linux/EvolutionData/RegularFile.h"
+#include "Corvane/Utilities/RegularFile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -33,9 +33,10 @@ using Groups = std::vector<ComponentGroup>;
 /// On a worker thread.
 std::expected<Groups, CalendarError> parseFile(const QByteArray &path)
 {
-    const auto bytes = readRegularFile(path, FileCalendar::maximumSize);
+    // Calendars are what others may share with the user.
+    const auto bytes = readRegularFile(path, FileCalendar::maximumSize, LinkTo::anyFile);
     if (!bytes) {
-        return std::unexpected(CalendarError{Condition::unopened, u"read"_s, bytes.error()});
+        return std::unexpected(CalendarError{Condition::unopened, u"read"_s, bytes.error().reason});
     }
     auto calendars = readCalendarText(*bytes);
     if (!calendars) {
@@ -69,7 +70,7 @@ QByteArray versionOf(const FileStamp &stamp)
 /// Nothing where the file cannot be read, or only half of it is there.
 std::optional<std::set<IdentifierKey>> indexFile(const QByteArray &path)
 {
-    const auto bytes = readRegularFile(path, FileCalendar::maximumSize);
+    const auto bytes = readRegularFile(path, FileCalendar::maximumSize, LinkTo::anyFile);
     if (!bytes) {
         return std::nullopt;
     }

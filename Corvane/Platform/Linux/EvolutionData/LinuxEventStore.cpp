@@ -9,12 +9,12 @@
 #include "Corvane/Platform/Linux/EvolutionData/IcsFolders.h"
 #include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
 #include "Corvane/Platform/Linux/EvolutionData/SourceCalendar.h"
+#include "Corvane/Utilities/UserFolders.h"
 
 #include <QAbstractEventDispatcher>
 #include <QDir>
 #include <QFile>
 #include <QPointer>
-#include <QStandardPaths>
 
 #include <cstdio>
 #include <utility>
@@ -26,21 +26,12 @@ namespace corvane {
 
 QStringList defaultCalendarFolders()
 {
-    const QString home = QDir::homePath();
-    QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    if (data.isEmpty()) {
-        data = home + u"/.local/share"_s;
-    }
-    return {data + u"/quillet/calendars"_s, home + u"/.calendars"_s};
+    return {userFolders::data() + u"/quillet/calendars"_s, QDir::homePath() + u"/.calendars"_s};
 }
 
 QString defaultCalendarMemoryFolder()
 {
-    QString state = qEnvironmentVariable("XDG_STATE_HOME");
-    if (!QDir::isAbsolutePath(state)) {
-        state = QDir::homePath() + u"/.local/state"_s;
-    }
-    return state + u"/quillet/calendars"_s;
+    return userFolders::state() + u"/quillet/calendars"_s;
 }
 
 std::unique_ptr<EventStore> makeLinuxEventStore(DebugLogService &log, const QStringList &folders,

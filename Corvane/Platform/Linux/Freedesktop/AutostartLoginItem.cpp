@@ -3,11 +3,13 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/AutostartLoginItem.h"
 
+#include "Corvane/Utilities/RegularFile.h"
+#include "Corvane/Utilities/UserFolders.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <utility>
@@ -131,11 +133,7 @@ QByteArray foreignLines(const QByteArray &content, const std::vector<Entry> &own
 
 QByteArray contentOf(const QString &path)
 {
-    QFile file(path);
-    if (file.size() > maximumEntrySize || !file.open(QIODevice::ReadOnly)) {
-        return {};
-    }
-    return file.read(maximumEntrySize);
+    return readRegularFile(QFile::encodeName(path), maximumEntrySize).value_or(QByteArray());
 }
 
 // The program that an entry is for, or an empty text.
@@ -165,22 +163,9 @@ AutostartLoginItem::AutostartLoginItem(QString program, const QString &configHom
 
 AutostartLoginItem AutostartLoginItem::forThisProgram()
 {
-    // Relative folders in these variables are to be ignored.
-    const QString home = qEnvironmentVariable("XDG_CONFIG_HOME");
-    QStringList directories;
-    const QStringList named = qEnvironmentVariable("XDG_CONFIG_DIRS").split(u':', Qt::SkipEmptyParts);
-    for (const QString &directory : named) {
-        if (QDir::isAbsolutePath(directory)) {
-            directories.append(directory);
-        }
-    }
-    if (directories.isEmpty()) {
-        directories.append(u"/etc/xdg"_s);
-    }
     const bool isInBuildTree =
         QFile::exists(QCoreApplication::applicationDirPath() + u"/../CMakeCache.txt"_s);
-    return {QCoreApplication::applicationFilePath(),
-            QDir::isAbsolutePath(home) ? home : QDir::home().filePath(u".config"_s), directories,
+    return {QCoreApplication::applicationFilePath(), userFolders::config(), userFolders::machineConfig(),
             isInBuildTree};
 }
 
@@ -214,11 +199,9 @@ std::expected<void, Failure> AutostartLoginItem::unregisterItem()
         return write(render(
             {{"Type", "Application"}, {"Name", "Quillet"}, {"Exec", "false"}, {"Hidden", "true"}}, {}));
     }
-    QFile file(m_path);
-    // A link that points nowhere does not exist for QFile, yet is there.
-    if ((file.exists() || QFileInfo(m_path).isSymLink()) && !file.remove()) {
+    if (const auto removed = removeRegularFile(QFile::encodeName(m_path)); !removed) {
         return std::unexpected(
-            Failure{u"the autostart entry %1 cannot be removed: %2"_s.arg(m_path, file.errorString())});
+            Failure{u"the autostart entry %1 cannot be removed: %2"_s.arg(m_path, removed.error().reason)});
     }
     return {};
 }
@@ -228,11 +211,10 @@ std::expected<void, Failure> AutostartLoginItem::write(const QByteArray &content
     if (contentOf(m_path) == content) {
         return {};
     }
-    QDir().mkpath(QFileInfo(m_path).path());
-    QSaveFile file(m_path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit()) {
+    (void)makeFolder(QFile::encodeName(QFileInfo(m_path).path())); // a missing one fails what follows
+    if (const auto written = replaceRegularFile(QFile::encodeName(m_path), content); !written) {
         return std::unexpected(
-            Failure{u"the autostart entry %1 cannot be written: %2"_s.arg(m_path, file.errorString())});
+            Failure{u"the autostart entry %1 cannot be written: %2"_s.arg(m_path, written.error().reason)});
     }
     return {};
 }

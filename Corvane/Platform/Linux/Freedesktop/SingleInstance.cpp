@@ -5,6 +5,7 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/ApplicationAdaptor.h"
 #include "Corvane/Utilities/DebugLogService.h"
+#include "Corvane/Utilities/RegularFile.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -138,9 +139,10 @@ bool SingleInstance::lock()
     // A home folder may be shared between machines; the user of each is to be reminded.
     const QString name = u"instance-%1.lock"_s.arg(QString::fromLatin1(QSysInfo::machineUniqueId()));
     for (const QString &directory : std::as_const(m_lockDirectories)) {
-        QDir().mkpath(directory);
+        (void)makePrivateFolder(QFile::encodeName(directory));
         const QByteArray path = QFile::encodeName(QDir(directory).filePath(name));
-        const int file = ::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+        const int file =
+            ::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY, 0600);
         if (file < 0) {
             continue;
         }

@@ -1,0 +1,284 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Settings/IniText.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+
+namespace {
+
+bool endsLine(char c)
+{
+    return c == '\n' || c == '\r';
+}
+
+bool isBlank(char c)
+{
+    return c == ' ' || c == '\t';
+}
+
+// How long the line is that starts at `start`, with its end. `isOpen` tells whether the text ends within it.
+qsizetype lineLength(const QByteArray &text, qsizetype start, bool &isOpen)
+{
+    bool isQuoted = false;
+    qsizetype place = start;
+    const bool isComment = text.at(start) == ';';
+    for (; place < text.size(); ++place) {
+        const char c = text.at(place);
+        if (endsLine(c) && !isQuoted) {
+            break;
+        }
+        if (isComment) {
+            continue;
+        }
+        if (c == ';' && !isQuoted && place > start) {
+            isOpen = false;
+            return place - start; // a comment follows, as a line of its own
+        }
+        if (c == '"') {
+            isQuoted = !isQuoted;
+        } else if (c == '\\') {
+            ++place; // whatever follows, a line's end included, belongs to the value
+            if (place + 1 < text.size() && endsLine(text.at(place)) && endsLine(text.at(place + 1)) &&
+                text.at(place) != text.at(place + 1)) {
+                ++place;
+            }
+        }
+    }
+    isOpen = isQuoted || place > text.size();
+    if (place + 1 < text.size() && text.at(place) == '\r' && text.at(place + 1) == '\n') {
+        ++place;
+    }
+    return std::min(place + 1, text.size()) - start;
+}
+
+IniLine lineOf(const QByteArray &text, bool isOpen, bool &isGeneral)
+{
+    IniLine line{.text = text};
+    const QByteArray content = text.trimmed();
+    const qsizetype equals = content.indexOf('=');
+    if (isOpen) {
+        line.kind = IniLine::Kind::garbage;
+    } else if (content.isEmpty() || content.startsWith(';') || content.startsWith('#')) {
+        line.kind = IniLine::Kind::other;
+    } else if (content.startsWith('[')) {
+        const qsizetype end = content.indexOf(']');
+        line.kind = end < 0 ? IniLine::Kind::garbage : IniLine::Kind::section;
+        line.key = content.mid(1, end - 1).trimmed();
+        isGeneral = line.key.compare("general", Qt::CaseInsensitive) == 0;
+    } else if (equals <= 0) {
+        line.kind = IniLine::Kind::garbage;
+    } else {
+        line.kind = IniLine::Kind::entry;
+        line.key = content.first(equals).trimmed();
+        line.value = content.sliced(equals + 1).trimmed();
+    }
+    line.isGeneral = isGeneral;
+    return line;
+}
+
+// What a backslash and this letter stand for; zero where it is no such letter.
+char16_t escaped(char letter)
+{
+    constexpr std::pair<char, char16_t> letters[] = {{'a', u'\a'}, {'b', u'\b'},  {'f', u'\f'}, {'n', u'\n'},
+                                                     {'r', u'\r'}, {'t', u'\t'},  {'v', u'\v'}, {'"', u'"'},
+                                                     {'?', u'?'},  {'\\', u'\\'}, {'\'', u'\''}};
+    const auto *const found = std::ranges::find(letters, letter, [](const auto &pair) { return pair.first; });
+    return found == std::end(letters) ? u'\0' : found->second;
+}
+
+int digit(char c, int base)
+{
+    const int value = c >= '0' && c <= '9'   ? c - '0'
+                      : c >= 'a' && c <= 'f' ? c - 'a' + 10
+                      : c >= 'A' && c <= 'F' ? c - 'A' + 10
+                                             : base;
+    return value < base ? value : -1;
+}
+
+// Reads encoded values: texts, in quotes or not, with commas between them.
+class ValueReader {
+public:
+    explicit ValueReader(const QByteArray &value) : m_value(value) {}
+
+    QStringList read()
+    {
+        skipBlanks();
+        while (m_place < m_value.size()) {
+            const char c = m_value.at(m_place);
+            if (c == '\\') {
+                ++m_place;
+                readEscape();
+            } else if (c == '"') {
+                ++m_place;
+                m_wasQuoted = true;
+                m_isQuoted = !m_isQuoted;
+                m_solid = m_text.size();
+                if (!m_isQuoted) {
+                    skipBlanks();
+                }
+            } else if (c == ',' && !m_isQuoted) {
+                ++m_place;
+                finishText();
+                skipBlanks();
+            } else {
+                readPlain();
+            }
+        }
+        finishText();
+        return m_texts;
+    }
+
+private:
+    void skipBlanks()
+    {
+        while (m_place < m_value.size() && isBlank(m_value.at(m_place))) {
+            ++m_place;
+        }
+    }
+
+    void readEscape()
+    {
+        if (m_place == m_value.size()) {
+            return;
+        }
+        const char c = m_value.at(m_place++);
+        if (c == 'x') {
+            readNumber(16);
+        } else if (digit(c, 8) >= 0) {
+            --m_place;
+            readNumber(8);
+        } else if (endsLine(c)) {
+            if (m_place < m_value.size() && endsLine(m_value.at(m_place)) && m_value.at(m_place) != c) {
+                ++m_place;
+            }
+        } else if (const char16_t meant = escaped(c)) {
+            m_text += QChar(meant);
+        }
+        m_solid = m_text.size();
+    }
+
+    void readNumber(int base)
+    {
+        char16_t number = 0;
+        const qsizetype start = m_place;
+        while (m_place < m_value.size() && digit(m_value.at(m_place), base) >= 0) {
+            number = static_cast<char16_t>(number * base + digit(m_value.at(m_place), base));
+            ++m_place;
+        }
+        if (m_place > start) {
+            m_text += QChar(number);
+        }
+    }
+
+    void readPlain()
+    {
+        qsizetype end = m_place + 1;
+        while (end < m_value.size() && QByteArrayView("\\\",").indexOf(m_value.at(end)) < 0) {
+            ++end;
+        }
+        m_text += QString::fromUtf8(QByteArrayView(m_value).sliced(m_place, end - m_place));
+        m_place = end;
+    }
+
+    void finishText()
+    {
+        // What stands in quotes, or was written as an escape, keeps its blanks.
+        if (!m_wasQuoted) {
+            while (m_text.size() > m_solid && (m_text.back() == u' ' || m_text.back() == u'\t')) {
+                m_text.chop(1);
+            }
+        }
+        m_texts.append(std::exchange(m_text, {}));
+        m_solid = 0;
+        m_wasQuoted = false;
+    }
+
+    const QByteArray &m_value;
+    qsizetype m_place = 0;
+    QStringList m_texts;
+    QString m_text;
+    qsizetype m_solid = 0;
+    bool m_isQuoted = false;
+    bool m_wasQuoted = false;
+};
+
+QByteArray encodedText(const QString &text)
+{
+    QByteArray encoded;
+    bool needsQuotes = text.startsWith(u' ') || text.endsWith(u' ') || text.isEmpty();
+    bool isAfterNumber = false;
+    for (qsizetype place = 0; place < text.size(); ++place) {
+        const char16_t c = text.at(place).unicode();
+        const bool isHex = c < 0x80 && digit(static_cast<char>(c), 16) >= 0;
+        const bool isLoneSurrogate =
+            text.at(place).isSurrogate() && !(text.at(place).isHighSurrogate() && place + 1 < text.size() &&
+                                              text.at(place + 1).isLowSurrogate());
+        if (c < 0x20 || (c >= 0x7F && c < 0xA0) || isLoneSurrogate || (isAfterNumber && isHex)) {
+            encoded += "\\x" + QByteArray::number(c, 16);
+            isAfterNumber = true;
+            continue;
+        }
+        isAfterNumber = false;
+        needsQuotes = needsQuotes || c == u';' || c == u',' || c == u'=';
+        if (c == u'"' || c == u'\\') {
+            encoded += '\\';
+        }
+        const qsizetype length = text.at(place).isHighSurrogate() ? 2 : 1;
+        encoded += QStringView(text).sliced(place, length).toUtf8();
+        place += length - 1;
+    }
+    return needsQuotes ? '"' + encoded + '"' : encoded;
+}
+
+} // namespace
+
+std::vector<IniLine> iniLines(const QByteArray &text)
+{
+    std::vector<IniLine> lines;
+    bool isGeneral = true;
+    for (qsizetype start = text.startsWith("\xEF\xBB\xBF") ? 3 : 0; start < text.size();) {
+        bool isOpen = false;
+        const qsizetype length = lineLength(text, start, isOpen);
+        lines.push_back(lineOf(text.sliced(start, length), isOpen, isGeneral));
+        start += length;
+    }
+    return lines;
+}
+
+QVariant decodedIniValue(const QByteArray &value)
+{
+    const QStringList texts = ValueReader(value).read();
+    if (texts.size() != 1) {
+        return texts;
+    }
+    const QString &text = texts.first();
+    if (text.startsWith(u"@ByteArray("_s) && text.endsWith(u')')) {
+        return text.sliced(11).chopped(1).toLatin1();
+    }
+    if (text.startsWith(u"@String("_s) && text.endsWith(u')')) {
+        return text.sliced(8).chopped(1);
+    }
+    if (text == u"@Invalid()"_s) {
+        return {};
+    }
+    return text.startsWith(u"@@"_s) ? text.sliced(1) : text;
+}
+
+QByteArray encodedIniValue(const QVariant &value)
+{
+    if (value.typeId() == QMetaType::QByteArray) {
+        return encodedText(u"@ByteArray("_s + QString::fromLatin1(value.toByteArray()) + u')');
+    }
+    const QString text = value.toString();
+    return encodedText(text.startsWith(u'@') ? u'@' + text : text);
+}
+
+} // namespace corvane
