@@ -4,6 +4,7 @@
 #include "Corvane/Calendar/EventKitLessonScheduleStore.h"
 
 #include "Corvane/Utilities/DateText.h"
+#include "Corvane/Utilities/PlainText.h"
 
 #include <utility>
 
@@ -89,7 +90,7 @@ void EventKitLessonScheduleStore::logLoad(std::size_t rawEvents, const std::vect
         currentDate());
     for (const Lesson &lesson : lessons) {
         // The name is joined, not put in by arg(): it may hold a "%1" of its own.
-        m_logger.log(u"calendar lesson student=\""_s + lesson.studentName + u"\" platform=\""_s +
+        m_logger.log(u"calendar lesson student=\""_s + plainText(lesson.studentName) + u"\" platform=\""_s +
                          rawValue(lesson.platform) + u"\" start="_s + descriptionText(lesson.startTime) +
                          u" end="_s + descriptionText(lesson.endTime()) + u" duration="_s +
                          QString::number(static_cast<qint64>(lesson.duration.count())),

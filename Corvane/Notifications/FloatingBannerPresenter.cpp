@@ -5,6 +5,7 @@
 
 #include "Corvane/Utilities/Clock.h"
 #include "Corvane/Utilities/DateText.h"
+#include "Corvane/Utilities/PlainText.h"
 #include "Corvane/Utilities/Spawn.h"
 
 #include <QPointer>
@@ -60,7 +61,7 @@ void FloatingBannerPresenter::present(const TeachingAction &action)
 {
     dismissExistingWindows();
     m_logger.log(u"notification actually fires state="_s + rawValue(action.state) + u" message=\""_s +
-                     action.message + u'"',
+                     plainText(action.message) + u'"',
                  currentDate());
     m_soundPlayer.playNotificationSound();
 

@@ -6,6 +6,7 @@
 #include "Corvane/Notifications/BackupNotifications.h"
 #include "Corvane/Utilities/Clock.h"
 #include "Corvane/Utilities/DateText.h"
+#include "Corvane/Utilities/PlainText.h"
 
 #include <utility>
 
@@ -134,7 +135,7 @@ QCoro::Task<std::expected<void, Failure>> SystemNotificationScheduler::add(Self 
 
 void SystemNotificationScheduler::log(const QString &message)
 {
-    m_logger.log(message, currentDate());
+    m_logger.log(plainText(message), currentDate());
 }
 
 } // namespace corvane

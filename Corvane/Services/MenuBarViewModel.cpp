@@ -4,6 +4,7 @@
 #include "Corvane/Services/MenuBarViewModel.h"
 
 #include "Corvane/Utilities/Clock.h"
+#include "Corvane/Utilities/PlainText.h"
 #include "Corvane/Utilities/Spawn.h"
 
 #include <algorithm>
@@ -155,8 +156,9 @@ QCoro::Task<void> MenuBarViewModel::reloadLessons()
         m_lastErrorMessage = u"Could not load today's lessons."_s;
         Q_EMIT lastErrorMessageChanged();
         m_lastCalendarReloadDescription = u"Calendar reload failed"_s;
-        m_environment.debugLogger.log(
-            u"calendar reload failed error="_s + localizedDescription(loaded.error()), currentDate());
+        m_environment.debugLogger.log(u"calendar reload failed error="_s +
+                                          plainText(localizedDescription(loaded.error())),
+                                      currentDate());
     }
     refreshAction(true);
 }
@@ -187,7 +189,7 @@ void MenuBarViewModel::refreshAction(bool shouldNotify)
     // A copy: what observes the alert may make the current action a new one.
     const TeachingAction announced = m_currentAction;
     m_environment.debugLogger.log(u"notification should fire state="_s + rawValue(announced.state) +
-                                      u" message=\""_s + announced.message + u'"',
+                                      u" message=\""_s + plainText(announced.message) + u'"',
                                   currentDate());
     m_environment.notificationPresenter.present(announced);
     m_lastPresentedAction = announced;
@@ -240,8 +242,8 @@ void MenuBarViewModel::testNotification()
                                 .effectiveDate = currentDate(),
                                 .nextTransitionDate = std::nullopt};
     m_environment.notificationPresenter.present(action);
-    m_environment.debugLogger.log(u"test notification requested message=\""_s + action.message + u'"',
-                                  currentDate());
+    m_environment.debugLogger.log(
+        u"test notification requested message=\""_s + plainText(action.message) + u'"', currentDate());
 }
 
 QString MenuBarViewModel::testNotificationMessage() const

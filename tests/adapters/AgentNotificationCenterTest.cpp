@@ -274,6 +274,18 @@ private Q_SLOTS:
         QVERIFY(m_agent->pending[2].identifier.isValidUtf16());
     }
 
+    void whatATerminalTakesForACommandIsNoPartOfTheText()
+    {
+        startAgent();
+        NotificationRequest hostile = request(u"a\nb\u202E"_s);
+        hostile.title = u"Quillet\x1b[31m"_s;
+        hostile.body = u"Anna\n\u0085\u202Estarts"_s;
+        QVERIFY(QCoro::waitFor(center().add(hostile)).has_value());
+        QCOMPARE(m_agent->pending.front().identifier, hostile.identifier);
+        QCOMPARE(m_agent->pending.front().title, u"Quillet [31m"_s);
+        QCOMPARE(m_agent->pending.front().body, u"Anna  starts"_s);
+    }
+
     void aDateThatTheAgentCannotHoldIsRefused()
     {
         startAgent();

@@ -169,6 +169,14 @@ private Q_SLOTS:
         QCOMPARE(m_host->toolTipSignals, 2);
     }
 
+    void theHostGetsNoControlCharacters()
+    {
+        make({true, true});
+        m_item->setTitle(u"Anna\n\x1b[1m\u009b\u202E!"_s);
+        QCOMPARE(m_host->properties(name()).value(u"Title"_s).toString(), u"Anna  [1m !"_s);
+        QCOMPARE(m_host->labels, QStringList{u"Anna  [1m !"_s});
+    }
+
     void aNoticeIsToldToTheHostAndToAScreenReader()
     {
         make({false, true});

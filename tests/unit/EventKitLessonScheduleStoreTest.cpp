@@ -115,6 +115,17 @@ private Q_SLOTS:
                  "end=2026-11-16 11:45:00 +0000 duration=2700"_s);
     }
 
+    void aNameForgesNoLine()
+    {
+        const QString name = u"Ben\x1b]0;forged\x07\u202E"_s;
+        m_events->answer = std::vector{timed(u"Zoom - "_s + name, at("11:00:00"), minutes(45))};
+        const auto lessons = load().value();
+        QVERIFY(lessons.front().studentName.contains(u'\x1b'));
+        QVERIFY(lessons.front().studentName.contains(u'\u202E'));
+        const QString line = m_logger->latestLines().last();
+        QVERIFY2(line.contains(u"student=\"Ben  0;forged \" "_s), qPrintable(line));
+    }
+
     void anAllDayEventIsNeitherALessonNorCounted()
     {
         CalendarEvent allDay = timed(u"Zoom - Anna"_s, at("00:00:00"), minutes(1440));

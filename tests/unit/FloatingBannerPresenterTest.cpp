@@ -272,6 +272,15 @@ private Q_SLOTS:
                               "windowFrame=(245.0, 329.5, 950.0, 266.0)"_s}));
     }
 
+    void aMessageForgesNoLine()
+    {
+        Fixture f;
+        TeachingAction forged = action();
+        forged.message = u"Join Ben\nforged\u0085\u2066 now"_s;
+        f.presenter->present(forged);
+        QVERIFY(f.logger.latestLines().first().endsWith(u" message=\"Join Ben forged  now\""_s));
+    }
+
     void thePositionIsReadAtEachPresentation()
     {
         Fixture f;

@@ -530,6 +530,16 @@ private Q_SLOTS:
         QCOMPARE(f.logged().last(),
                  u"notification should fire state=wrapUp message=\"Finish up %1 \"Anna\" %2\""_s);
     }
+
+    void aNameForgesNoLine()
+    {
+        const QString name = u"Ben\nforged\x7f\u202B"_s;
+        Fixture f("10:24:30");
+        f.start({sampleLesson(name, at("10:00:00"), minutes(25))});
+        QCOMPARE(f.logged().last(),
+                 u"notification should fire state=wrapUp message=\"Finish up Ben forged \""_s);
+        QCOMPARE(f.model->currentAction().lesson->studentName, name);
+    }
 };
 
 QUILLET_TEST(MenuBarViewModelTest, runTest<MenuBarViewModelTest>);

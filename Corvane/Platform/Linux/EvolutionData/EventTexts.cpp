@@ -6,6 +6,7 @@
 #include "Corvane/Platform/Linux/EvolutionData/CalendarBytes.h"
 #include "Corvane/Platform/Linux/EvolutionData/EventRules.h"
 #include "Corvane/Platform/Linux/GObjectRef.h"
+#include "Corvane/Utilities/PlainText.h"
 
 #include <QUrl>
 
@@ -111,15 +112,8 @@ qsizetype textLength(const CalendarEvent &event)
 QString logText(const QString &text)
 {
     constexpr qsizetype longest = 80;
-    QString line = text.left(longest);
-    for (QChar &character : line) {
-        if (character.category() == QChar::Other_Control || character == u'\u2028' ||
-            character == u'\u2029') {
-            character = u' ';
-        } else if (character == u'"') {
-            character = u'\'';
-        }
-    }
+    QString line = plainText(text.left(longest));
+    line.replace(u'"', u'\'');
     return text.size() > longest ? line + u'…' : line;
 }
 

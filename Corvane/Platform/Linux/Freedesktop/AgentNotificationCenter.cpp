@@ -6,6 +6,7 @@
 #include "Corvane/Platform/Linux/Freedesktop/AgentNotificationCenter.h"
 
 #include "Corvane/Platform/Linux/Freedesktop/GnomeNotificationSwitch.h"
+#include "Corvane/Utilities/PlainText.h"
 #include "Corvane/Utilities/Spawn.h"
 
 // Generated from the description of the agent's interface.
@@ -240,16 +241,17 @@ QCoro::Task<std::expected<void, Failure>> AgentNotificationCenter::add(Notificat
     // Not made in the wait itself: GCC 12 destroys what a closure holds there twice.
     const Link::Call add = [request, fire = *fireDate,
                             expiration = *expirationDate](NotificationAgentProxy &agent) {
-        return agent.Add(agentIdentifier(request.identifier), readablePart(request.title),
-                         readablePart(request.body), request.categoryIdentifier, fire, expiration);
+        return agent.Add(agentIdentifier(request.identifier), plainText(readablePart(request.title)),
+                         plainText(readablePart(request.body)), request.categoryIdentifier, fire, expiration);
     };
     if (!request.isQuiet) {
         co_return co_await Link::tell(m_link, add);
     }
     const Link::Call addQuietly = [request, fire = *fireDate,
                                    expiration = *expirationDate](NotificationAgentProxy &agent) {
-        return agent.AddQuietly(agentIdentifier(request.identifier), readablePart(request.title),
-                                readablePart(request.body), request.categoryIdentifier, fire, expiration);
+        return agent.AddQuietly(agentIdentifier(request.identifier), plainText(readablePart(request.title)),
+                                plainText(readablePart(request.body)), request.categoryIdentifier, fire,
+                                expiration);
     };
     // Better with a sound than not at all.
     co_return co_await Link::tell(m_link, addQuietly, add);

@@ -3,6 +3,8 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/DesktopNotifications.h"
 
+#include "Corvane/Utilities/PlainText.h"
+
 #include <qcoro/qcorodbuspendingcall.h>
 
 #include <QDBusMessage>
@@ -56,8 +58,9 @@ QCoro::Task<bool> DesktopNotifications::show(QDBusConnection bus, int timeout, Q
         {u"desktop-entry"_s, QString(applicationId)},
         {u"suppress-sound"_s, true}};
     QDBusMessage call = serverCall(u"Notify"_s);
-    call.setArguments({u"Quillet"_s, 0U, QString(applicationId), title,
-                       takesMarkup ? body.toHtmlEscaped() : body, QStringList(), hints, -1});
+    const QString text = plainText(body);
+    call.setArguments({u"Quillet"_s, 0U, QString(applicationId), plainText(title),
+                       takesMarkup ? text.toHtmlEscaped() : text, QStringList(), hints, -1});
     const QDBusMessage answer = co_await bus.asyncCall(call, timeout);
     co_return answer.type() == QDBusMessage::ReplyMessage;
 }

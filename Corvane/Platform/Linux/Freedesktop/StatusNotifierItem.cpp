@@ -6,6 +6,7 @@
 #include "Corvane/Platform/Linux/Freedesktop/StatusMenuAdaptor.h"
 #include "Corvane/Platform/Linux/Freedesktop/StatusNotifierItemAdaptor.h"
 #include "Corvane/Platform/Linux/Freedesktop/StatusTitle.h"
+#include "Corvane/Utilities/PlainText.h"
 
 #include <QCursor>
 #include <QDBusError>
@@ -209,7 +210,7 @@ void StatusNotifierItem::setMenu(std::vector<StatusMenuEntry> entries)
     if (m_menuAdaptor != nullptr) {
         QStringList texts;
         for (const StatusMenuEntry &entry : m_menu) {
-            texts.append(entry.text);
+            texts.append(plainText(entry.text));
         }
         m_menuAdaptor->setLines(texts);
     }

@@ -3,6 +3,8 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/StatusTitle.h"
 
+#include "Corvane/Utilities/PlainText.h"
+
 #include <QStringView>
 
 #include <algorithm>
@@ -23,13 +25,10 @@ QString harmlessTitle(const QString &title)
                 text += head.at(++i);
             }
         } else if (!c.isLowSurrogate()) {
-            const bool isControl = c.category() == QChar::Other_Control ||
-                                   c.category() == QChar::Separator_Line ||
-                                   c.category() == QChar::Separator_Paragraph;
-            text += isControl ? QChar(u' ') : c;
+            text += c;
         }
     }
-    return text;
+    return plainText(text);
 }
 
 } // namespace corvane
