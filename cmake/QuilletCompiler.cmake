@@ -19,7 +19,25 @@ if(MOLD)
 endif()
 
 # Release: -O3's larger code is memory that a program which mostly sleeps does not need.
-set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
+# Hardened as a distribution does it; what is linked at the start cannot be written afterwards. Every object is
+# position-independent, as the toolkit asks for.
+include(CheckCXXCompilerFlag)
+set(QUILLET_HARDENING "-fstack-protector-strong -fstack-clash-protection")
+check_cxx_compiler_flag(-fcf-protection QUILLET_HAS_CONTROL_FLOW_PROTECTION)
+if(QUILLET_HAS_CONTROL_FLOW_PROTECTION)
+    string(APPEND QUILLET_HARDENING " -fcf-protection")
+endif()
+# The sanitizers check the same calls, and more.
+if(NOT QUILLET_SANITIZE)
+    set(level 3)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 12)
+        set(level 2)
+    endif()
+    string(APPEND QUILLET_HARDENING " -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=${level}")
+endif()
+set(CMAKE_C_FLAGS_RELEASE "-O2 -DNDEBUG -fPIC ${QUILLET_HARDENING}")
+set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG ${QUILLET_HARDENING}")
+set(CMAKE_EXE_LINKER_FLAGS_RELEASE "-pie -Wl,-z,relro,-z,now,-z,noexecstack")
 
 find_program(CCACHE ccache)
 if(CCACHE)
