@@ -97,6 +97,9 @@ class Files(unittest.TestCase):
         poll("the calendar's memory", lambda: list(desktop.room.glob("state/quillet/calendars/*.memory")))
         desktop.skip_to(start - 60)
         program.wait_for_banner()
+        # What it starts, a viewer of the manual for one, keeps the user's own mask.
+        status = pathlib.Path(f"/proc/{program.process.pid}/status").read_text()
+        self.assertIn("Umask:\t0000\n", status)
         self.assertEqual(program.quit(), 0)
 
         made = [path for path in everything_in(desktop.room) if path.is_file() and path != source and
