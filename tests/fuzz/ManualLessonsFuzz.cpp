@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Calendar/ManualLessonEntry.h"
+#include "tests/fuzz/FuzzTarget.h"
+
+#include <limits>
+
+using namespace corvane;
+
+namespace {
+
+/// The lessons entered by hand, as the settings keep them.
+void run(const QByteArray &input)
+{
+    const auto entries = decodeManualLessons(input);
+    if (!entries) {
+        return;
+    }
+    for (const ManualLessonEntry &entry : *entries) {
+        // A longer one ends the program, as it should.
+        if (std::abs(entry.durationMinutes / 60) < std::numeric_limits<qint64>::max() / 3600) {
+            (void)entry.makeLesson(PlatformProfile::defaults());
+        }
+    }
+    const auto data = encode(*entries);
+    if (data) {
+        const auto again = decodeManualLessons(*data);
+        fuzz::require(again.has_value() && *again == *entries, "what is stored is read again");
+    }
+}
+
+QUILLET_FUZZ_TARGET("ManualLessons", run);
+
+} // namespace
