@@ -59,7 +59,9 @@ qsizetype lineLength(const QByteArray &text, qsizetype start, bool &isOpen)
     return std::min(place + 1, text.size()) - start;
 }
 
-IniLine lineOf(const QByteArray &text, bool isOpen, bool &isGeneral)
+enum class Section { general, other, garbage };
+
+IniLine lineOf(const QByteArray &text, bool isOpen, Section &section)
 {
     IniLine line{.text = text};
     const QByteArray content = text.trimmed();
@@ -72,15 +74,18 @@ IniLine lineOf(const QByteArray &text, bool isOpen, bool &isGeneral)
         const qsizetype end = content.indexOf(']');
         line.kind = end < 0 ? IniLine::Kind::garbage : IniLine::Kind::section;
         line.key = content.mid(1, end - 1).trimmed();
-        isGeneral = line.key.compare("general", Qt::CaseInsensitive) == 0;
-    } else if (equals <= 0) {
+        section = end < 0                                                 ? Section::garbage
+                  : line.key.compare("general", Qt::CaseInsensitive) == 0 ? Section::general
+                                                                          : Section::other;
+    } else if (equals <= 0 || section == Section::garbage) {
+        // What stands in a section that is not understood would come into another one without its head.
         line.kind = IniLine::Kind::garbage;
     } else {
         line.kind = IniLine::Kind::entry;
         line.key = content.first(equals).trimmed();
         line.value = content.sliced(equals + 1).trimmed();
     }
-    line.isGeneral = isGeneral;
+    line.isGeneral = section == Section::general;
     return line;
 }
 
@@ -243,11 +248,11 @@ QByteArray encodedText(const QString &text)
 std::vector<IniLine> iniLines(const QByteArray &text)
 {
     std::vector<IniLine> lines;
-    bool isGeneral = true;
+    Section section = Section::general;
     for (qsizetype start = text.startsWith("\xEF\xBB\xBF") ? 3 : 0; start < text.size();) {
         bool isOpen = false;
         const qsizetype length = lineLength(text, start, isOpen);
-        lines.push_back(lineOf(text.sliced(start, length), isOpen, isGeneral));
+        lines.push_back(lineOf(text.sliced(start, length), isOpen, section));
         start += length;
     }
     return lines;

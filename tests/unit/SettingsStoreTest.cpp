@@ -139,8 +139,9 @@ private Q_SLOTS:
         QCOMPARE(content(), QByteArray("[General]\na=1\nc=2\n"));
         QCOMPARE(store.copyOfGarbled(), m_path + u".unreadable"_s);
         QCOMPARE(content(m_path + u".unreadable"_s), garbled);
-        put("[half");
+        put("[half\nc=5\n");
         QVERIFY(store.sync());
+        QVERIFY(!SettingsStore(m_path).contains(u"c"_s));
         store.setValue(u"c"_s, 3.0);
         QVERIFY(store.sync());
         QCOMPARE(store.copyOfGarbled(), m_path + u".unreadable-2"_s);
