@@ -150,8 +150,12 @@ void RequestKeeper::flush()
     }
     if (!result) {
         m_queue = m_written;
-        m_log(u"queue file "_s + result.error());
+        // Who is refused asks again, every minute.
+        if (std::exchange(m_toldError, result.error()) != result.error()) {
+            m_log(u"queue file "_s + result.error());
+        }
     } else {
+        m_toldError.clear();
         m_isWithdrawn = m_isWithdrawn || m_withdrawsUnderWay;
         std::erase_if(
             m_held, [this](const PendingRequest &held) { return m_withdrawnHeld.contains(held.identifier); });

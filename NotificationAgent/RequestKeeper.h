@@ -8,6 +8,7 @@
 
 #include <QObject>
 #include <QSet>
+#include <QString>
 #include <QTimer>
 
 #include <deque>
@@ -125,6 +126,7 @@ private:
     bool m_isAbsenceLogged = false; ///< once is enough until one is there
     QTimer m_retry;
     int m_failures = 0;
+    QString m_toldError; ///< why the queue could not be written the last time
     bool m_isEntryPresent = false;
     bool m_isEntryFailureLogged = false;
     bool m_hasInvalidated = false;

@@ -39,6 +39,7 @@ class Files(unittest.TestCase):
             lessons = calendar(event(f"Zoom - {NAME}", start, start + 1500))
             desktop.write_folder_calendar("lessons.ics", lessons)
             program = desktop.start_quillet()
+            program.wait_for("^scheduled system backup notifications lessons=1$")
             memory = poll("the calendar's memory", lambda: list((state / "quillet/calendars").glob("*.memory")))[0]
             self.assertEqual(program.quit(), 0)
             poll("the agent's entry", lambda: list(desktop.config.glob("autostart/*Agent.desktop")))
