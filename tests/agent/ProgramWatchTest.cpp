@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qint64 noon = 1'800'000'000;
-constexpr qint64 evening = noon + 6 * 3600;
+constexpr qint64 evening = noon + 21'600;
 const SessionDisplay display{u":7"_s, {}, u"/home/anna/.Xauthority"_s};
 
 constexpr std::chrono::milliseconds settlingTime{20};
