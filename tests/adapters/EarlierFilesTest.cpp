@@ -3,11 +3,11 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/CalendarMemory.h"
 #include "Corvane/Settings/AppSettings.h"
+#include "Corvane/Settings/SettingsStore.h"
 #include "tests/support/FakeLoginItem.h"
 #include "tests/support/TestProgram.h"
 
 #include <QFile>
-#include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -55,7 +55,7 @@ private Q_SLOTS:
         // Twice: what the first start writes back is what it found.
         for (int start = 0; start < 2; ++start) {
             FakeLoginItem loginItem;
-            QSettings store(path, QSettings::IniFormat);
+            SettingsStore store(path);
             const AppSettings settings(store, store, loginItem);
             QCOMPARE(settings.notificationDuration(), 9.0);
             QCOMPARE(settings.notificationPosition(), NotificationPosition::topRight);

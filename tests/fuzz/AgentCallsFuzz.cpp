@@ -3,9 +3,11 @@
 
 #include "NotificationAgent/AgentInterface.h"
 #include "NotificationAgent/LoginEntry.h"
+#include "NotificationAgent/ProgramWatch.h"
 #include "NotificationAgent/RequestFile.h"
 #include "NotificationAgent/RequestKeeper.h"
 #include "tests/agent/FakeNotificationServer.h"
+#include "tests/agent/FakeSessionProgram.h"
 #include "tests/agent/FakeWallClock.h"
 #include "tests/fuzz/FuzzTarget.h"
 
@@ -107,7 +109,9 @@ void run(const QByteArray &input)
     RequestKeeper keeper(file, entry, clock, server, log);
     fuzz::require(keeper.load(), "the queue can be read");
     keeper.start();
-    AgentInterface agent(QDBusConnection(u"none"_s), keeper, log);
+    FakeSessionProgram program;
+    ProgramWatch watch(clock, program, log);
+    AgentInterface agent(QDBusConnection(u"none"_s), keeper, watch, log);
     Bytes bytes(input);
     for (int count = 0; !bytes.isEmpty() && count < 50; ++count) {
         call(agent, bytes);
