@@ -9,13 +9,14 @@
 
 namespace corvane {
 
-void CalendarMonitor::setCalendars(std::vector<CalendarStatus> calendars)
+void CalendarMonitor::setCalendars(std::vector<CalendarStatus> calendars, const QString &gap)
 {
     std::ranges::sort(calendars, {}, [](const CalendarStatus &calendar) {
         return std::tie(calendar.account, calendar.name, calendar.identifier);
     });
-    if (calendars != m_calendars) {
+    if (calendars != m_calendars || gap != m_gap) {
         m_calendars = std::move(calendars);
+        m_gap = gap;
         Q_EMIT changed();
     }
 }

@@ -56,15 +56,19 @@ public:
     /// Every calendar, by account and name.
     [[nodiscard]] const std::vector<CalendarStatus> &calendars() const { return m_calendars; }
 
-    /// The events of the last load that succeeded, all-day ones included, by start.
+    /// Why events may be missing from the last answer: a calendar is silent, and no earlier answer of its
+    /// stands in. Empty where none may be.
+    [[nodiscard]] const QString &gap() const { return m_gap; }
+
+    /// The events of the last answer, all-day ones included, by start.
     [[nodiscard]] const std::vector<CalendarEvent> &events() const { return m_events; }
 
     /// For the event store. They announce a change only where there is one.
-    void setCalendars(std::vector<CalendarStatus> calendars);
+    void setCalendars(std::vector<CalendarStatus> calendars, const QString &gap = {});
     void setEvents(std::vector<CalendarEvent> events);
 
 Q_SIGNALS:
-    /// calendars() or events() changed.
+    /// calendars(), gap() or events() changed.
     void changed();
 
     /// A calendar has something that the last load lacks: a late answer, or news from its server. Load again.
@@ -72,6 +76,7 @@ Q_SIGNALS:
 
 private:
     std::vector<CalendarStatus> m_calendars;
+    QString m_gap;
     std::vector<CalendarEvent> m_events;
 };
 

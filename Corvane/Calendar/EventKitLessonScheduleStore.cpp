@@ -42,6 +42,10 @@ QCoro::Task<LessonScheduleResult> EventKitLessonScheduleStore::lessonsForToday()
         }
     }
     std::vector<Lesson> lessons = m_parser.lessons(timed);
+    // They may be in the calendar that is silent: an answer without any would take those of before away.
+    if (const QString gap = m_eventStore.monitor().gap(); lessons.empty() && !gap.isEmpty()) {
+        co_return std::unexpected(LessonScheduleError(Failure{gap}));
+    }
     logLoad(timed.size(), lessons, today);
     co_return lessons;
 }

@@ -26,8 +26,8 @@ public:
     EventKitLessonScheduleStore(EventStore &eventStore, const DateProviding &dateProvider,
                                 CalendarLessonParser parser, DayCalendar calendar, DebugLogService &logger);
 
-    /// The lessons of today in the parser's order. Fails with CalendarAccessError::denied, or with what the
-    /// event store reports.
+    /// The lessons of today in the parser's order. Fails with CalendarAccessError::denied, with what the
+    /// event store reports, or where there is no lesson while a calendar's events are missing.
     QCoro::Task<LessonScheduleResult> lessonsForToday() override;
 
     /// The day of `date` in the store's calendar.

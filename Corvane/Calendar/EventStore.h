@@ -41,8 +41,9 @@ public:
     /// Every event of every calendar that overlaps `interval`, occurrences of recurring events one by one,
     /// cancelled ones left out, tentative and declined ones kept, all-day ones marked.
     ///
-    /// Ends within 5 seconds. A calendar that does not answer is logged and stands with its last good answer
-    /// for the same interval; the call fails only when no calendar answers.
+    /// Ends within 5 seconds. Where a calendar does not answer, that is logged, and its last good answer for
+    /// the same interval stands in; where there is none, monitor().gap() says so when the call ends. The call
+    /// fails only when no calendar answers.
     virtual QCoro::Task<std::expected<std::vector<CalendarEvent>, Failure>> events(DateInterval interval) = 0;
 
     /// Asks online calendars to look for news on their servers, and returns at once. A server is not asked

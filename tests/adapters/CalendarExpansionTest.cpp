@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "Corvane/Platform/Linux/EvolutionData/CalendarText.h"
+#include "tests/adapters/ExpandedText.h"
 
-#include "Corvane/Platform/Linux/EvolutionData/EventExpansion.h"
+#include "tests/adapters/CalendarRoom.h"
 #include "tests/support/CalendarService.h"
 #include "tests/support/TestProgram.h"
 
@@ -17,40 +17,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// 14 May 2025, UTC.
-constexpr double day = 1'747'180'800;
-
-/// The groups of the events of several files.
-std::vector<ComponentGroup> groupsOfTexts(const std::vector<QByteArray> &texts)
+Expansion expand(const std::vector<QByteArray> &texts, const ExpansionRequest &asked = testRequest())
 {
-    std::vector<CalendarContents> all;
-    for (const QByteArray &text : texts) {
-        auto calendars = readCalendarText(text);
-        if (!calendars) {
-            qFatal("%s", qPrintable(calendars.error().reason));
-        }
-        std::ranges::move(*calendars, std::back_inserter(all));
-    }
-    return groupsOf(std::move(all));
+    return expandTexts(texts, asked);
 }
 
-ExpansionRequest request()
+QStringList sortedTitles(const Expansion &expansion)
 {
-    return {{dateSince1970(day), dateSince1970(day + 86'400)}, "UTC", {}, {}, {}, {}, {}};
-}
-
-Expansion expand(const std::vector<QByteArray> &texts, const ExpansionRequest &asked = request())
-{
-    ExpansionControl control;
-    return expandGroups(groupsOfTexts(texts), asked, control);
-}
-
-QStringList titles(const Expansion &expansion)
-{
-    QStringList found;
-    for (const CalendarEvent &event : expansion.events) {
-        found << event.title.value_or(QString());
-    }
+    QStringList found = titles(expansion);
     found.sort();
     return found;
 }
@@ -84,17 +58,18 @@ private Q_SLOTS:
         const QByteArray first = revision("first", 0, late);
         const QByteArray second = revision("second", 1, early);
         const QByteArray third = revision("third", 1, late);
-        QCOMPARE(titles(expand({first, second})), QStringList{u"second"_s});
-        QCOMPARE(titles(expand({second, first})), QStringList{u"second"_s});
-        QCOMPARE(titles(expand({third, second, first})), QStringList{u"third"_s});
+        QCOMPARE(sortedTitles(expand({first, second})), QStringList{u"second"_s});
+        QCOMPARE(sortedTitles(expand({second, first})), QStringList{u"second"_s});
+        QCOMPARE(sortedTitles(expand({third, second, first})), QStringList{u"third"_s});
         // Within one file as well.
-        QCOMPARE(titles(expand({third + first})), QStringList{u"third"_s});
+        QCOMPARE(sortedTitles(expand({third + first})), QStringList{u"third"_s});
     }
 
     void ofTwoThatAreAlikeTheLaterOneCounts()
     {
-        QCOMPARE(titles(expand({revision("one", 1, late), revision("two", 1, late)})), QStringList{u"two"_s});
-        QCOMPARE(titles(expand(
+        QCOMPARE(sortedTitles(expand({revision("one", 1, late), revision("two", 1, late)})),
+                 QStringList{u"two"_s});
+        QCOMPARE(sortedTitles(expand(
                      {calendarText(eventText("one", {}, "a")), calendarText(eventText("two", {}, "a"))})),
                  QStringList{u"two"_s});
     }
@@ -103,8 +78,8 @@ private Q_SLOTS:
     {
         const QByteArray invitation = revision("one", 0, early);
         const QByteArray cancellation = revision("one", 1, late, "STATUS:CANCELLED\n");
-        QCOMPARE(titles(expand({cancellation, invitation})), QStringList());
-        QCOMPARE(titles(expand({cancellation, revision("again", 2, late)})), QStringList{u"again"_s});
+        QCOMPARE(sortedTitles(expand({cancellation, invitation})), QStringList());
+        QCOMPARE(sortedTitles(expand({cancellation, revision("again", 2, late)})), QStringList{u"again"_s});
     }
 
     void aCalendarThatCancelsCancelsItsEvents()
@@ -112,10 +87,10 @@ private Q_SLOTS:
         const QByteArray invitation = revision("one", 0, early);
         QByteArray cancellation = revision("one", 0, late);
         cancellation.replace("VERSION:2.0", "VERSION:2.0\r\nMETHOD:CANCEL");
-        QCOMPARE(titles(expand({cancellation, invitation})), QStringList());
+        QCOMPARE(sortedTitles(expand({cancellation, invitation})), QStringList());
         QByteArray request = revision("one", 0, late);
         request.replace("VERSION:2.0", "VERSION:2.0\r\nMETHOD:REQUEST");
-        QCOMPARE(titles(expand({request, invitation})), QStringList{u"one"_s});
+        QCOMPARE(sortedTitles(expand({request, invitation})), QStringList{u"one"_s});
     }
 
     void ofTwoRevisionsOfAChangedInstanceOneCounts()
@@ -127,19 +102,19 @@ private Q_SLOTS:
             revision("first", 1, early, "RECURRENCE-ID;TZID=Europe/Berlin:20250514T140000\n");
         // The same instance, told in UTC.
         const QByteArray second = revision("second", 2, early, "RECURRENCE-ID:20250514T120000Z\n");
-        QCOMPARE(titles(expand({second, series, first})), QStringList{u"second"_s});
+        QCOMPARE(sortedTitles(expand({second, series, first})), QStringList{u"second"_s});
         const QByteArray cancelled =
             revision("third", 3, late, "STATUS:CANCELLED\nRECURRENCE-ID:20250514T120000Z\n");
-        QCOMPARE(titles(expand({cancelled, series, first})), QStringList());
+        QCOMPARE(sortedTitles(expand({cancelled, series, first})), QStringList());
     }
 
     void theCancellationOfASeriesTakesItsChangedInstancesAlong()
     {
         const QByteArray changed = revision("changed", 1, early, "RECURRENCE-ID:20250514T110000Z\n");
         const QByteArray cancelled = revision("a", 2, late, "RRULE:FREQ=WEEKLY\nSTATUS:CANCELLED\n");
-        QCOMPARE(titles(expand({changed, cancelled})), QStringList());
+        QCOMPARE(sortedTitles(expand({changed, cancelled})), QStringList());
         const QByteArray newer = revision("newer", 3, late, "RECURRENCE-ID:20250514T110000Z\n");
-        QCOMPARE(titles(expand({newer, cancelled})), QStringList{u"newer"_s});
+        QCOMPARE(sortedTitles(expand({newer, cancelled})), QStringList{u"newer"_s});
     }
 
     void zonesOfOneNameInTwoFilesAreToldApart()
@@ -152,8 +127,8 @@ private Q_SLOTS:
         };
         const Expansion expansion = expand({inZone("one", "+0100"), inZone("two", "+0200")});
         QCOMPARE(expansion.events.size(), std::size_t{2});
-        QCOMPARE(secondsSince1970(expansion.events[0].startDate), day + 11 * 3'600);
-        QCOMPARE(secondsSince1970(expansion.events[1].startDate), day + 10 * 3'600);
+        QCOMPARE(expansion.events[0].startDate, testDay().start + Seconds{11 * 3'600});
+        QCOMPARE(expansion.events[1].startDate, testDay().start + Seconds{10 * 3'600});
         QVERIFY(expansion.unknownZones.empty());
     }
 
@@ -164,7 +139,7 @@ private Q_SLOTS:
                           "END:VEVENT\nBEGIN:VEVENT\nUID:b\nDTSTART;TZID=UTC:20250514T120000\nSUMMARY:b\n"
                           "END:VEVENT\n")});
         QCOMPARE(expansion.unknownZones, std::set<QByteArray>{"Atlantis/Capital"});
-        QCOMPARE(titles(expansion), (QStringList{u"a"_s, u"b"_s}));
+        QCOMPARE(sortedTitles(expansion), (QStringList{u"a"_s, u"b"_s}));
     }
 
     void anEventWithoutAStartIsNamed()
@@ -184,7 +159,7 @@ private Q_SLOTS:
         const Expansion expansion =
             expand({calendarText(eventText("rule", "RRULE:FREQ=SOMETIMES\n") +
                                  eventText("dates", "EXDATE:whenever\n") + eventText("good"))});
-        QCOMPARE(titles(expansion), (QStringList{u"dates"_s, u"good"_s, u"rule"_s}));
+        QCOMPARE(sortedTitles(expansion), (QStringList{u"dates"_s, u"good"_s, u"rule"_s}));
         QCOMPARE(expansion.skippedEvents.size(), std::size_t{2});
         QCOMPARE(expansion.skippedEvents.front().text,
                  u"title=\"rule\" reason=\"its RRULE cannot be read\""_s);

@@ -1,17 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "Corvane/Platform/Linux/EvolutionData/SourceCalendar.h"
-
-#include "Corvane/Platform/Linux/EvolutionData/IcsFolders.h"
-#include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
-#include "Corvane/Utilities/Clock.h"
+#include "tests/adapters/CalendarRoom.h"
 #include "tests/support/CalendarService.h"
 #include "tests/support/EventLoopWatch.h"
 #include "tests/support/TestProgram.h"
 
 #include <QDir>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <fcntl.h>
@@ -24,109 +19,50 @@
 using namespace corvane;
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QByteArray lesson(const QByteArray &title, const QByteArray &more = {})
-{
-    return "BEGIN:VEVENT\nUID:" + title.left(50).simplified().replace(' ', '-') +
-           "\nDTSTAMP:20250101T000000Z\nDTSTART:20250514T120000Z\nDTEND:20250514T123000Z\n" + more +
-           "SUMMARY:" + title + "\nEND:VEVENT\n";
-}
-
-} // namespace
-
 class CalendarFoldersTest : public QObject {
     Q_OBJECT
 
-    std::unique_ptr<QTemporaryDir> m_room;
-    std::unique_ptr<DebugLogService> m_log;
-    std::unique_ptr<EventStore> m_store;
-    QStringList m_folders;
-    DateInterval m_day{dateSince1970(1747180800), dateSince1970(1747180800 + 86400)}; // 14 May 2025, UTC
+    std::unique_ptr<CalendarRoom> m_room;
 
-    [[nodiscard]] QString path(const QString &name) const { return m_room->filePath(u"calendars/"_s + name); }
+    [[nodiscard]] QString path(const QString &name) const { return m_room->path(name); }
+    void write(const QString &name, const QByteArray &text) const { m_room->write(name, text); }
 
-    void write(const QString &name, const QByteArray &text)
-    {
-        QDir().mkpath(QFileInfo(path(name)).path());
-        QFile file(path(name));
-        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        QCOMPARE(file.write(text), text.size());
-    }
-
-    void writeLessons(const QString &name, const std::vector<QByteArray> &lessons)
+    void writeLessons(const QString &name, const std::vector<QByteArray> &lessons) const
     {
         QByteArray components;
         for (const QByteArray &component : lessons) {
             components += component;
         }
-        write(name, calendarText(components));
+        m_room->writeEvents(name, components);
     }
 
-    [[nodiscard]] QStringList load()
-    {
-        if (m_store->authorizationStatus() != CalendarAuthorization::fullAccess) {
-            const auto granted = QCoro::waitFor(m_store->requestFullAccessToEvents());
-            if (!granted.value_or(false)) {
-                return {u"no access"_s};
-            }
-        }
-        const auto events = QCoro::waitFor(m_store->events(m_day));
-        if (!events) {
-            return {u"failed: "_s + events.error().localizedDescription};
-        }
-        QStringList titles;
-        for (const CalendarEvent &event : *events) {
-            titles << event.title.value_or(QString());
-        }
-        return titles;
-    }
-
-    [[nodiscard]] qsizetype logged(const QString &part) const
-    {
-        return m_log->latestLines().filter(part).size();
-    }
-
-    void makeStore()
-    {
-        const auto services = std::make_shared<CalendarServices>(*m_log, m_room->filePath(u"memory"_s));
-        m_store = std::make_unique<MergedEventStore>(
-            std::vector<std::shared_ptr<CalendarSource>>{std::make_shared<IcsFolders>(services, m_folders)},
-            [] { return QByteArray("UTC"); });
-    }
+    [[nodiscard]] QStringList load(int daysLater = 0) { return m_room->load(daysLater); }
+    [[nodiscard]] qsizetype logged(const QString &part) const { return m_room->logged(part); }
 
 private Q_SLOTS:
     void init()
     {
-        m_room = std::make_unique<QTemporaryDir>();
-        m_log = std::make_unique<DebugLogService>(m_room->filePath(u"log"_s));
-        QVERIFY(QDir(m_room->path()).mkpath(u"calendars"_s));
-        m_folders = {m_room->filePath(u"calendars"_s), m_room->filePath(u"others"_s)};
-        makeStore();
+        m_room = std::make_unique<CalendarRoom>();
+        m_room->startOnFolders({m_room->calendarFolder(), m_room->path(u"../others"_s)});
     }
 
-    void cleanup()
-    {
-        m_store.reset();
-        m_log.reset();
-        m_room.reset();
-    }
+    void cleanup() { m_room.reset(); }
 
     void aFolderThatExistsGrantsAccessWithoutAnyFile() { QCOMPARE(load(), QStringList()); }
 
     void withoutAnyFolderAccessIsDenied()
     {
-        QVERIFY(QDir(m_folders.first()).removeRecursively());
-        const auto granted = QCoro::waitFor(m_store->requestFullAccessToEvents());
+        QVERIFY(QDir(m_room->calendarFolder()).removeRecursively());
+        const auto granted = QCoro::waitFor(m_room->store().requestFullAccessToEvents());
         QVERIFY(granted.has_value());
         QVERIFY(!*granted);
     }
 
     void aDenialIsNotRemembered()
     {
-        QVERIFY(QDir(m_folders.first()).removeRecursively());
-        QCOMPARE(load(), QStringList{u"no access"_s});
-        QCOMPARE(m_store->authorizationStatus(), CalendarAuthorization::notDetermined);
+        QVERIFY(QDir(m_room->calendarFolder()).removeRecursively());
+        QCOMPARE(load(), QStringList{u"failed: no access"_s});
+        QCOMPARE(m_room->store().authorizationStatus(), CalendarAuthorization::notDetermined);
         writeLessons(u"new.ics"_s, {lesson("Zoom - Anna")});
         QCOMPARE(load(), QStringList{u"Zoom - Anna"_s});
     }
@@ -134,9 +70,9 @@ private Q_SLOTS:
     void accessEndsWithTheLastFolder()
     {
         QCOMPARE(load(), QStringList());
-        QVERIFY(QDir(m_folders.first()).removeRecursively());
+        QVERIFY(QDir(m_room->calendarFolder()).removeRecursively());
         QVERIFY(load().first().startsWith(u"failed"_s));
-        QCOMPARE(m_store->authorizationStatus(), CalendarAuthorization::notDetermined);
+        QCOMPARE(m_room->store().authorizationStatus(), CalendarAuthorization::notDetermined);
     }
 
     void allFoldersAreReadWithTheirSubfolders()
@@ -218,9 +154,7 @@ private Q_SLOTS:
     {
         writeLessons(u"a.ics"_s, {lesson("Zoom - One", "RRULE:FREQ=DAILY\n")});
         QCOMPARE(load(), QStringList{u"Zoom - One"_s});
-        m_day = {m_day.end, m_day.end + Seconds{86400}};
-        QCOMPARE(load(), QStringList{u"Zoom - One"_s});
-        m_day = {m_day.start - Seconds{86400}, m_day.start};
+        QCOMPARE(load(1), QStringList{u"Zoom - One"_s});
     }
 
     void garbageIsLoggedOnceAndLeftOut()
@@ -247,7 +181,7 @@ private Q_SLOTS:
     {
         writeLessons(u"a.ics"_s, {lesson("Zoom - One")});
         QCOMPARE(::mkfifo(path(u"pipe.ics"_s).toLocal8Bit().constData(), 0600), 0);
-        QVERIFY(QDir(m_folders.first()).mkpath(u"folder.ics"_s));
+        QVERIFY(QDir(m_room->calendarFolder()).mkpath(u"folder.ics"_s));
         QVERIFY(QFile::link(u"/nowhere/at/all.ics"_s, path(u"dangling.ics"_s)));
         QCOMPARE(load(), QStringList{u"Zoom - One"_s});
     }
@@ -255,7 +189,7 @@ private Q_SLOTS:
     void linksInCirclesAreFollowedOnce()
     {
         writeLessons(u"one/a.ics"_s, {lesson("Zoom - One")});
-        QVERIFY(QFile::link(m_folders.first(), path(u"one/up"_s)));
+        QVERIFY(QFile::link(m_room->calendarFolder(), path(u"one/up"_s)));
         QVERIFY(QFile::link(path(u"one"_s), path(u"two"_s)));
         QVERIFY(QFile::link(u"self"_s, path(u"self"_s)));
         QCOMPARE(load(), QStringList{u"Zoom - One"_s});
@@ -383,7 +317,7 @@ private Q_SLOTS:
         QCOMPARE(load(), QStringList{u"Zoom - One"_s});
         QCOMPARE(load(), QStringList{u"Zoom - One"_s});
         QCOMPARE(logged(u"its title is too long"_s), 1);
-        QVERIFY(m_log->latestLines().last().size() < 500);
+        QVERIFY(m_room->logLines().last().size() < 500);
     }
 
     void notesOfAnyLengthAreReadAndCut()
@@ -391,7 +325,7 @@ private Q_SLOTS:
         // The library alone would take a minute for this line.
         writeLessons(u"a.ics"_s, {lesson("Zoom - One", "DESCRIPTION:" + QByteArray(5'000'000, 'n') + "\n")});
         QCOMPARE(load(), QStringList{u"Zoom - One"_s});
-        const auto events = QCoro::waitFor(m_store->events(m_day));
+        const auto events = QCoro::waitFor(m_room->store().events(testDay()));
         QCOMPARE(events.value().front().notes.value().size(), 65'536);
     }
 
@@ -405,7 +339,7 @@ private Q_SLOTS:
         const QStringList titles = load();
         QCOMPARE(titles.size(), 1);
         QVERIFY(titles.first().contains(u"Anna"_s));
-        const QString line = m_log->latestLines().filter(u"left out"_s).value(0);
+        const QString line = m_room->logLines().filter(u"left out"_s).value(0);
         QVERIFY(!line.isEmpty());
         QVERIFY(!line.contains(u'\n') && !line.contains(u'\x1b'));
     }
@@ -456,7 +390,7 @@ private Q_SLOTS:
         std::vector<QCoro::Task<std::expected<std::vector<CalendarEvent>, Failure>>> calls;
         calls.reserve(200);
         for (int number = 0; number < 200; ++number) {
-            calls.push_back(m_store->events(m_day));
+            calls.push_back(m_room->store().events(testDay()));
         }
         for (auto &call : calls) {
             const auto events = QCoro::waitFor(call);
@@ -470,8 +404,8 @@ private Q_SLOTS:
         writeLessons(u"a.ics"_s, {lesson("Zoom - One")});
         QCOMPARE(load(), QStringList{u"Zoom - One"_s});
         writeLessons(u"a.ics"_s, {lesson("Zoom - Two")});
-        auto call = m_store->events(m_day);
-        m_store.reset();
+        auto call = m_room->store().events(testDay());
+        m_room->stop();
         // The call ends all the same.
         [[maybe_unused]] const auto either = QCoro::waitFor(std::move(call));
     }

@@ -1,17 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "Corvane/Platform/Linux/EvolutionData/SourceCalendar.h"
-
+#include "Corvane/Platform/Linux/EvolutionData/CalendarMemory.h"
 #include "Corvane/Platform/Linux/EvolutionData/FolderListing.h"
-#include "Corvane/Platform/Linux/EvolutionData/IcsFolders.h"
-#include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
+#include "tests/adapters/CalendarRoom.h"
 #include "tests/support/CalendarService.h"
 #include "tests/support/Obstacles.h"
 #include "tests/support/TestProgram.h"
 
 #include <QDir>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <unistd.h>
@@ -21,21 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QByteArray lesson(const QByteArray &title, const QByteArray &more = {})
-{
-    return "BEGIN:VEVENT\nUID:" + title.simplified().replace(' ', '-') +
-           "\nDTSTAMP:20250101T000000Z\nDTSTART:20250514T120000Z\nDTEND:20250514T123000Z\n" + more +
-           "SUMMARY:" + title + "\nEND:VEVENT\n";
-}
-
-constexpr double fourteenthOfMay = 1747180800; // 2025, UTC
 constexpr double oneDay = 86400;
-
-DateInterval day(int later)
-{
-    return {dateSince1970(fourteenthOfMay + later * oneDay),
-            dateSince1970(fourteenthOfMay + (later + 1) * oneDay)};
-}
 
 } // namespace
 
@@ -43,56 +26,20 @@ DateInterval day(int later)
 class CalendarMemoryTest : public QObject {
     Q_OBJECT
 
-    std::unique_ptr<QTemporaryDir> m_room;
-    std::unique_ptr<DebugLogService> m_log;
-    std::unique_ptr<EventStore> m_store;
-    QByteArray m_zone = "UTC";
+    std::unique_ptr<CalendarRoom> m_room;
 
-    [[nodiscard]] QString path(const QString &name) const { return m_room->filePath(u"calendars/"_s + name); }
-    [[nodiscard]] QString memoryFolder() const { return m_room->filePath(u"state/memory"_s); }
-
-    void write(const QString &name, const QByteArray &text) const
-    {
-        QFile file(path(name));
-        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        QCOMPARE(file.write(text), text.size());
-    }
-
-    void start()
-    {
-        m_store.reset();
-        const auto services = std::make_shared<CalendarServices>(*m_log, memoryFolder());
-        m_store = std::make_unique<MergedEventStore>(
-            std::vector<std::shared_ptr<CalendarSource>>{
-                std::make_shared<IcsFolders>(services, QStringList{m_room->filePath(u"calendars"_s)})},
-            [this] { return m_zone; });
-        QVERIFY(QCoro::waitFor(m_store->requestFullAccessToEvents()).value_or(false));
-    }
-
-    [[nodiscard]] QStringList load(int daysLater = 0)
-    {
-        const auto events = QCoro::waitFor(m_store->events(day(daysLater)));
-        if (!events) {
-            return {u"failed: "_s + events.error().localizedDescription};
-        }
-        QStringList titles;
-        for (const CalendarEvent &event : *events) {
-            titles << event.title.value_or(QString());
-        }
-        return titles;
-    }
-
-    [[nodiscard]] QStringList memoryFiles() const
-    {
-        return QDir(memoryFolder()).entryList({u"*.memory"_s}, QDir::Files);
-    }
-
-    [[nodiscard]] CalendarStatus status() const { return m_store->monitor().calendars().at(0); }
+    [[nodiscard]] QString path(const QString &name) const { return m_room->path(name); }
+    [[nodiscard]] QString memoryFolder() const { return m_room->memoryFolder(); }
+    [[nodiscard]] QStringList memoryFiles() const { return m_room->memoryFiles(); }
+    void write(const QString &name, const QByteArray &text) const { m_room->write(name, text); }
+    void start() { m_room->startOnFolders(); }
+    [[nodiscard]] QStringList load(int daysLater = 0) { return m_room->load(daysLater); }
+    [[nodiscard]] CalendarStatus status() const { return m_room->monitor().calendars().at(0); }
 
     /// A good answer, remembered on disk.
     void loadAndRemember(const QByteArray &components)
     {
-        write(u"a.ics"_s, calendarText(components));
+        m_room->writeEvents(u"a.ics"_s, components);
         start();
         QVERIFY(!load().isEmpty());
         QTRY_COMPARE(memoryFiles().size(), 1);
@@ -106,20 +53,8 @@ class CalendarMemoryTest : public QObject {
     }
 
 private Q_SLOTS:
-    void init()
-    {
-        m_room = std::make_unique<QTemporaryDir>();
-        m_log = std::make_unique<DebugLogService>(m_room->filePath(u"log"_s));
-        QVERIFY(QDir(m_room->path()).mkpath(u"calendars"_s));
-    }
-
-    void cleanup()
-    {
-        m_store.reset();
-        m_log.reset();
-        m_room.reset();
-        m_zone = "UTC";
-    }
+    void init() { m_room = std::make_unique<CalendarRoom>(); }
+    void cleanup() { m_room.reset(); }
 
     void aFileThatIsCutOffStandsWithWhatItHeld()
     {
@@ -128,7 +63,7 @@ private Q_SLOTS:
         QCOMPARE(load(), QStringList{u"Zoom - Anna"_s});
         QVERIFY(status().usesLastAnswer);
         QVERIFY(!status().isGap());
-        QCOMPARE(m_log->latestLines().filter(u"lastAnswerStands=yes"_s).size(), 1);
+        QCOMPARE(m_room->logged(u"lastAnswerStands=yes"_s), 1);
     }
 
     void itStandsAfterANewStart()
@@ -184,11 +119,11 @@ private Q_SLOTS:
     {
         loadAndRemember(lesson("Zoom - Anna").replace("0000Z", "0000").replace("3000Z", "3000"));
         cutOff();
-        m_zone = "Europe/Berlin";
+        m_room->setTimeZone("Europe/Berlin");
         start();
-        const auto events = QCoro::waitFor(m_store->events(day(0)));
+        const auto events = QCoro::waitFor(m_room->store().events(testDay()));
         QVERIFY(events && events->size() == 1);
-        QCOMPARE(secondsSince1970(events->at(0).startDate), fourteenthOfMay + 10 * 3600);
+        QCOMPARE(events->at(0).startDate, testDay().start + Seconds{10 * 3600});
     }
 
     void aDefinedZoneIsRemembered()
@@ -200,9 +135,9 @@ private Q_SLOTS:
                             .replace("DTEND:20250514T123000Z", "DTEND;TZID=Four hours:20250514T123000"));
         cutOff();
         start();
-        const auto events = QCoro::waitFor(m_store->events(day(0)));
+        const auto events = QCoro::waitFor(m_room->store().events(testDay()));
         QVERIFY(events && events->size() == 1);
-        QCOMPARE(secondsSince1970(events->at(0).startDate), fourteenthOfMay + 8 * 3600);
+        QCOMPARE(events->at(0).startDate, testDay().start + Seconds{8 * 3600});
     }
 
     void aChangeIsRememberedAndNothingElseIsWritten()
@@ -307,14 +242,17 @@ private Q_SLOTS:
         QVERIFY(status().failingSince.has_value());
     }
 
-    void aWholeDayAloneDoesNotHideAGap()
+    void anEmptyCalendarDoesNotHideAGap()
     {
-        write(u"a.ics"_s, calendarText(lesson("Zoom - Anna")));
+        m_room->writeEvents(u"a.ics"_s, lesson("Zoom - Anna"));
         cutOff();
-        write(u"b.ics"_s, calendarText("BEGIN:VEVENT\nUID:holiday\nDTSTAMP:20250101T000000Z\n"
-                                       "DTSTART;VALUE=DATE:20250514\nSUMMARY:Holiday\nEND:VEVENT\n"));
+        m_room->writeEvents(u"b.ics"_s, {});
         start();
-        QVERIFY(load().value(0).startsWith(u"failed"_s));
+        QCOMPARE(load(), QStringList());
+        QVERIFY(m_room->monitor().gap().startsWith(u"The calendar \"a.ics\" did not answer: "_s));
+        m_room->writeEvents(u"a.ics"_s, lesson("Zoom - Anna"));
+        QCOMPARE(load(), QStringList{u"Zoom - Anna"_s});
+        QCOMPARE(m_room->monitor().gap(), QString());
     }
 
     void aFileThatIsNoCalendarIsNoGap()
@@ -325,22 +263,22 @@ private Q_SLOTS:
             QCOMPARE(load(), QStringList());
             QCOMPARE(status().condition, CalendarStatus::Condition::leftOut);
         }
-        QCOMPARE(m_log->latestLines().filter(u"calendar file left out"_s).size(), 1);
-        QCOMPARE(m_log->latestLines().filter(u"did not answer"_s).size(), 0);
+        QCOMPARE(m_room->logged(u"calendar file left out"_s), 1);
+        QCOMPARE(m_room->logged(u"did not answer"_s), 0);
     }
 
     void whatCannotBeWrittenIsWrittenLater()
     {
         write(u"a.ics"_s, calendarText(lesson("Zoom - Anna")));
-        QVERIFY(QDir(m_room->path()).mkpath(u"state"_s));
+        QVERIFY(QDir().mkpath(path(u"../state"_s)));
         QFile obstacle(memoryFolder());
         QVERIFY(obstacle.open(QIODevice::WriteOnly));
         start();
         QCOMPARE(load(), QStringList{u"Zoom - Anna"_s});
-        QTRY_COMPARE(m_log->latestLines().filter(u"calendar not remembered"_s).size(), 1);
+        QTRY_COMPARE(m_room->logged(u"calendar not remembered"_s), 1);
         QVERIFY(obstacle.remove());
         QTRY_COMPARE((static_cast<void>(load()), memoryFiles().size()), 1);
-        QCOMPARE(m_log->latestLines().filter(u"calendar not remembered"_s).size(), 1);
+        QCOMPARE(m_room->logged(u"calendar not remembered"_s), 1);
     }
 
     void anExpiredMemoryGoesAtTheStart()
@@ -379,7 +317,7 @@ private Q_SLOTS:
         write(u"a.ics"_s, calendarText(components));
         start();
         QCOMPARE(load().size(), 100);
-        QTRY_COMPARE(m_log->latestLines().filter(u"calendar not remembered"_s).size(), 1);
+        QTRY_COMPARE(m_room->logged(u"calendar not remembered"_s), 1);
         QCOMPARE(memoryFiles().size(), 0);
     }
 };

@@ -1,15 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "Corvane/Platform/Linux/EvolutionData/SourceCalendar.h"
-
-#include "Corvane/Platform/Linux/EvolutionData/IcsFolders.h"
-#include "Corvane/Platform/Linux/EvolutionData/MergedEventStore.h"
-#include "tests/support/CalendarService.h"
+#include "tests/adapters/CalendarRoom.h"
 #include "tests/support/TestProgram.h"
 
-#include <QDir>
-#include <QTemporaryDir>
+#include <QFile>
 #include <QTest>
 
 using namespace corvane;
@@ -32,32 +27,28 @@ QByteArray revision(const QByteArray &title, int sequence, const QByteArray &hou
 class SharedEventsTest : public QObject {
     Q_OBJECT
 
-    std::unique_ptr<QTemporaryDir> m_room;
-    std::unique_ptr<DebugLogService> m_log;
-    std::unique_ptr<EventStore> m_store;
-    const DateInterval m_day{dateSince1970(1747180800),
-                             dateSince1970(1747180800 + 86400)}; // 14 May 2025, UTC
-
-    [[nodiscard]] QString path(const QString &name) const { return m_room->filePath(u"calendars/"_s + name); }
+    std::unique_ptr<CalendarRoom> m_room;
 
     void write(const QString &name, const QByteArray &components) const
     {
-        QDir().mkpath(QFileInfo(path(name)).path());
-        QFile file(path(name));
-        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write(calendarText(components));
+        m_room->writeEvents(name, components);
+    }
+
+    /// A file is only half there.
+    void cutOff(const QString &name) const
+    {
+        QFile file(m_room->path(name));
+        QVERIFY(file.resize(file.size() - 20));
     }
 
     /// Titles and hours, as "Anna 9".
-    [[nodiscard]] QStringList load()
+    [[nodiscard]] QStringList load(int daysLater = 0)
     {
-        if (m_store->authorizationStatus() != CalendarAuthorization::fullAccess) {
-            [[maybe_unused]] const auto granted = QCoro::waitFor(m_store->requestFullAccessToEvents());
-        }
-        const auto events = QCoro::waitFor(m_store->events(m_day));
+        const DateInterval day = testDay(daysLater);
+        const auto events = QCoro::waitFor(CalendarRoom::load(m_room->store(), day));
         QStringList found;
         for (const CalendarEvent &event : events.value_or(std::vector<CalendarEvent>())) {
-            const double hour = (event.startDate - m_day.start).count() / 3600;
+            const double hour = (event.startDate - day.start).count() / 3600;
             found << u"%1 %2"_s.arg(event.title.value_or(QString()), QString::number(hour));
         }
         return found;
@@ -66,22 +57,11 @@ class SharedEventsTest : public QObject {
 private Q_SLOTS:
     void init()
     {
-        m_room = std::make_unique<QTemporaryDir>();
-        m_log = std::make_unique<DebugLogService>(m_room->filePath(u"log"_s));
-        QVERIFY(QDir(m_room->path()).mkpath(u"calendars"_s));
-        const auto services = std::make_shared<CalendarServices>(*m_log, m_room->filePath(u"memory"_s));
-        m_store = std::make_unique<MergedEventStore>(
-            std::vector<std::shared_ptr<CalendarSource>>{
-                std::make_shared<IcsFolders>(services, QStringList{m_room->filePath(u"calendars"_s)})},
-            [] { return QByteArray("UTC"); });
+        m_room = std::make_unique<CalendarRoom>();
+        m_room->startOnFolders();
     }
 
-    void cleanup()
-    {
-        m_store.reset();
-        m_log.reset();
-        m_room.reset();
-    }
+    void cleanup() { m_room.reset(); }
 
     void anInvitationSavedTwiceIsOneLesson()
     {
@@ -112,7 +92,7 @@ private Q_SLOTS:
         write(u"a.ics"_s, revision("Anna", 0, "09"));
         write(u"b.ics"_s, revision("Anna", 1, "10"));
         QCOMPARE(load(), QStringList{u"Anna 10"_s});
-        QVERIFY(QFile::remove(path(u"b.ics"_s)));
+        QVERIFY(QFile::remove(m_room->path(u"b.ics"_s)));
         QCOMPARE(load(), QStringList{u"Anna 9"_s});
     }
 
@@ -162,9 +142,63 @@ private Q_SLOTS:
         write(u"series.ics"_s, revision("Anna", 0, "09", "RRULE:FREQ=DAILY;COUNT=3\n"));
         write(u"moved.ics"_s, revision("Anna moved", 0, "15", "RECURRENCE-ID:20250514T090000Z\n"));
         QCOMPARE(load(), QStringList{u"Anna moved 15"_s});
-        QFile file(path(u"series.ics"_s));
-        QVERIFY(file.resize(file.size() - 20));
+        cutOff(u"series.ics"_s);
         QCOMPARE(load(), QStringList{u"Anna moved 15"_s});
+        QCOMPARE(load(), QStringList{u"Anna moved 15"_s});
+    }
+
+    void theySayTheSameAfterANewStart_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("the series is cut off") << u"series.ics"_s;
+        QTest::newRow("the changed instance is cut off") << u"moved.ics"_s;
+    }
+
+    void theySayTheSameAfterANewStart()
+    {
+        QFETCH(const QString, name);
+        write(u"series.ics"_s, revision("Anna", 0, "09", "RRULE:FREQ=DAILY;COUNT=3\n") +
+                                   revision("Ben", 0, "12").replace("invite", "other"));
+        write(u"moved.ics"_s, revision("Anna moved", 0, "15", "RECURRENCE-ID:20250514T090000Z\n"));
+        QCOMPARE(load(), (QStringList{u"Ben 12"_s, u"Anna moved 15"_s}));
+        QTRY_COMPARE(m_room->memoryFiles().size(), 2);
+        cutOff(name);
+        m_room->startOnFolders();
+        QCOMPARE(load(), (QStringList{u"Ben 12"_s, u"Anna moved 15"_s}));
+        QCOMPARE(load(1), QStringList{u"Anna 9"_s});
+    }
+
+    void aCancellationIsRememberedThoughNothingOfItOccurs()
+    {
+        write(u"invite.ics"_s, revision("Anna", 0, "09"));
+        write(u"cancel.ics"_s, revision("Anna", 1, "09", "STATUS:CANCELLED\n"));
+        QCOMPARE(load(), QStringList());
+        QTRY_COMPARE(m_room->memoryFiles().size(), 2);
+        cutOff(u"cancel.ics"_s);
+        m_room->startOnFolders();
+        QCOMPARE(load(), QStringList());
+    }
+
+    void whatBecomesSharedIsRememberedAnew()
+    {
+        write(u"cancel.ics"_s, revision("Anna", 1, "09", "STATUS:CANCELLED\n"));
+        QCOMPARE(load(), QStringList());
+        QTRY_COMPARE(m_room->memoryFiles().size(), 1);
+        write(u"invite.ics"_s, revision("Anna", 0, "09"));
+        QTRY_COMPARE((static_cast<void>(load()), m_room->memoryFiles().size()), 2);
+        QCOMPARE(load(), QStringList());
+        m_room->startOnFolders();
+        cutOff(u"cancel.ics"_s);
+        QCOMPARE(load(), QStringList());
+    }
+
+    void aFileThatIsCutOffWhenAnotherComesDoesNotRepeatIt()
+    {
+        write(u"series.ics"_s, revision("Anna", 0, "09", "RRULE:FREQ=DAILY;COUNT=3\n"));
+        QCOMPARE(load(), QStringList{u"Anna 9"_s});
+        QTRY_COMPARE(m_room->memoryFiles().size(), 1);
+        write(u"moved.ics"_s, revision("Anna moved", 0, "15", "RECURRENCE-ID:20250514T090000Z\n"));
+        cutOff(u"series.ics"_s);
         QCOMPARE(load(), QStringList{u"Anna moved 15"_s});
     }
 

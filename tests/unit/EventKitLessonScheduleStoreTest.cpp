@@ -96,6 +96,27 @@ private Q_SLOTS:
                 "windowStart=2026-11-16 00:00:00 +0000 windowEnd=2026-11-17 00:00:00 +0000 timezone=UTC"_s});
     }
 
+    void withoutAnyLessonAGapFailsTheLoad()
+    {
+        m_events->monitor().setCalendars({}, u"The calendar \"School\" did not answer."_s);
+        CalendarEvent holiday = timed(u"Holiday"_s, at("00:00:00"), minutes(1440));
+        holiday.isAllDay = true;
+        m_events->answer = std::vector{holiday, timed(u"Dentist"_s, at("12:00:00"))};
+        const auto failed = load();
+        QVERIFY(!failed.has_value());
+        QCOMPARE(failed.error(), LessonScheduleError(Failure{u"The calendar \"School\" did not answer."_s}));
+        QCOMPARE(m_logger->latestLines(), QStringList());
+        m_events->monitor().setCalendars({});
+        QVERIFY(load().value().empty());
+    }
+
+    void aLessonBesideAGapIsGiven()
+    {
+        m_events->monitor().setCalendars({}, u"The calendar \"School\" did not answer."_s);
+        m_events->answer = std::vector{timed(u"Zoom - Anna"_s, at("09:00:00"))};
+        QCOMPARE(load().value().size(), std::size_t{1});
+    }
+
     void lessonsAreLoggedOneByOne()
     {
         m_events->answer =

@@ -43,17 +43,16 @@ QByteArray captureGroups(const std::vector<ComponentGroup> &groups)
     QByteArray text = events.empty() ? wrapCalendar({}) : QByteArray();
     for (const auto &[zones, components] : events) {
         QByteArray definitions;
-        if (zones) {
-            for (const auto &definition : zones->definitions()) {
-                definitions += componentText(definition.get());
-            }
+        for (const auto &definition : zones->definitions()) {
+            definitions += componentText(definition.get());
         }
         text += wrapCalendar(definitions + components);
     }
     return text;
 }
 
-std::optional<QByteArray> captureSpan(const std::vector<ComponentGroup> &groups, ExpansionRequest request,
+std::optional<QByteArray> captureSpan(const std::vector<ComponentGroup> &groups,
+                                      const std::set<IdentifierKey> &shared, ExpansionRequest request,
                                       DateInterval span, ExpansionControl &control)
 {
     control.isOptional = true;
@@ -67,12 +66,15 @@ std::optional<QByteArray> captureSpan(const std::vector<ComponentGroup> &groups,
     if (!expansion.isComplete) {
         return std::nullopt;
     }
-    std::vector<ComponentGroup> occurring;
-    occurring.reserve(expansion.occurring.size());
-    for (const std::size_t place : expansion.occurring) {
-        occurring.push_back(groups[place]);
+    const std::set<std::size_t> occurring(expansion.occurring.begin(), expansion.occurring.end());
+    std::vector<ComponentGroup> captured;
+    for (std::size_t place = 0; place < groups.size(); ++place) {
+        // Another file may move an event into the span, and a cancellation occurs nowhere.
+        if (occurring.contains(place) || groups[place].isAmong(shared)) {
+            captured.push_back(groups[place]);
+        }
     }
-    return captureGroups(occurring);
+    return captureGroups(captured);
 }
 
 } // namespace corvane

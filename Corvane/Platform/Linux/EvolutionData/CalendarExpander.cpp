@@ -43,8 +43,7 @@ CalendarExpander::expand(std::shared_ptr<CalendarExpander> self, CalendarQuestio
         self->m_knownSeries.clear();
     }
     const auto control = std::make_shared<ExpansionControl>();
-    ExpansionRequest request{question.interval,   question.timeZoneId, {}, {},
-                             self->m_knownSeries, self->m_suspects,    {}};
+    ExpansionRequest request{question.interval, question.timeZoneId, self->m_knownSeries, self->m_suspects};
     self->m_controls.insert(control);
     const auto expanding = startOnPool(
         self->m_services->workers.threads(),

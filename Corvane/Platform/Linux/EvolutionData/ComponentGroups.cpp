@@ -9,6 +9,7 @@
 #include <QCryptographicHash>
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <string>
 #include <utility>
@@ -24,13 +25,17 @@ bool ComponentGroup::isSeries() const
            });
 }
 
+bool ComponentGroup::isAmong(const std::set<IdentifierKey> &identifiers) const
+{
+    const char *uid = i_cal_component_get_uid(components.front().component.get());
+    return uid != nullptr && identifiers.contains(identifierKey(uid));
+}
+
 QByteArray ComponentGroup::key() const
 {
     QCryptographicHash hash(QCryptographicHash::Md5);
     for (const EventComponent &event : components) {
-        if (event.zones) {
-            hash.addData(event.zones->key());
-        }
+        hash.addData(event.zones->key());
         char *text = i_cal_component_as_ical_string(event.component.get());
         if (text != nullptr) {
             hash.addData(QByteArrayView(text));
@@ -63,14 +68,14 @@ std::vector<ComponentGroup> groupByIdentifier(std::vector<EventComponent> compon
     return groups;
 }
 
-std::vector<ComponentGroup> groupByIdentifier(std::vector<GObjectRef<ICalComponent>> components)
+std::vector<ComponentGroup> takeGroups(std::vector<ComponentGroup> &groups,
+                                       const std::set<IdentifierKey> &identifiers)
 {
-    std::vector<EventComponent> events;
-    events.reserve(components.size());
-    for (auto &component : components) {
-        events.push_back({std::move(component), nullptr});
-    }
-    return groupByIdentifier(std::move(events));
+    std::vector<ComponentGroup> taken;
+    const auto isTaken = [&identifiers](const ComponentGroup &group) { return group.isAmong(identifiers); };
+    std::ranges::copy_if(groups, std::back_inserter(taken), isTaken);
+    std::erase_if(groups, isTaken);
+    return taken;
 }
 
 std::set<QByteArray> timeZoneIdentifiers(ICalComponent *component)

@@ -7,6 +7,7 @@
 
 #include <libecal/libecal.h>
 
+#include "Corvane/Platform/Linux/EvolutionData/CalendarIdentifiers.h"
 #include "Corvane/Platform/Linux/EvolutionData/ZoneTable.h"
 
 #include <QByteArray>
@@ -17,7 +18,7 @@
 
 namespace corvane {
 
-/// A component of an event, and the zones that its calendar defines; null for one of the calendar service.
+/// A component of an event, and the zones that its calendar defines, never null.
 struct EventComponent {
     GObjectRef<ICalComponent> component;
     std::shared_ptr<DefinedZones> zones;
@@ -30,6 +31,9 @@ struct ComponentGroup {
     /// Whether it may occur more than once.
     [[nodiscard]] bool isSeries() const;
 
+    /// Whether its identifier is one of these.
+    [[nodiscard]] bool isAmong(const std::set<IdentifierKey> &identifiers) const;
+
     /// Changes when anything changes that the occurrences depend on.
     [[nodiscard]] QByteArray key() const;
 };
@@ -37,8 +41,10 @@ struct ComponentGroup {
 /// The groups of a list of components, by their identifiers; events only. A component without identifier is a
 /// group of its own.
 [[nodiscard]] std::vector<ComponentGroup> groupByIdentifier(std::vector<EventComponent> components);
-[[nodiscard]] std::vector<ComponentGroup>
-groupByIdentifier(std::vector<GObjectRef<ICalComponent>> components);
+
+/// Takes the groups with these identifiers out of `groups`.
+[[nodiscard]] std::vector<ComponentGroup> takeGroups(std::vector<ComponentGroup> &groups,
+                                                     const std::set<IdentifierKey> &identifiers);
 
 /// The identifiers of the time zones that `component` names.
 [[nodiscard]] std::set<QByteArray> timeZoneIdentifiers(ICalComponent *component);

@@ -26,7 +26,7 @@ public:
         : m_groups(groups)
         , m_request(request)
         , m_control(control)
-        , m_zones(request.timeZoneId, request.customZone)
+        , m_zones(request.timeZoneId)
         , m_outcomes(groups.size())
         , m_left(request.budget)
     {
@@ -97,8 +97,7 @@ private:
             m_expansion.unfinishedSeries.push_back(skippedEvent(first, u"it was not reached in time"_s));
             return;
         }
-        QByteArray key = m_groups[series.index].key();
-        key.append(m_request.zoneKey);
+        const QByteArray key = m_groups[series.index].key();
         const bool isTooMuch = series.steps > m_left.steps;
         if (isTooMuch) {
             series.expansion.refuse(u"its calendar repeats too much altogether"_s);

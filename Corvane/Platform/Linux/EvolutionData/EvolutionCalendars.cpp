@@ -105,8 +105,7 @@ public:
         // Calendars that were open before may answer even where the list of calendars cannot be had.
         answers.isThere = found.state != State::absent || !self->m_calendars.empty();
         if (found.state == State::silent && self->m_calendars.empty()) {
-            co_await self->m_remembered.answer(
-                question, deadline, found.error, [](const QString &) { return true; }, answers);
+            co_await self->m_remembered.answer(question, deadline, found.error, answers);
             if (answers.calendars.empty()) {
                 answers.silent = 1;
                 answers.error = didNotAnswer(found.error);

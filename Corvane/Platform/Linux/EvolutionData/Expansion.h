@@ -17,7 +17,6 @@
 #include <QString>
 
 #include <atomic>
-#include <functional>
 #include <map>
 #include <memory>
 #include <set>
@@ -84,16 +83,11 @@ struct ExpansionRequest {
     DateInterval interval;
     /// The zone of floating times and of whole days, for example "Europe/Berlin".
     QByteArray timeZoneId;
-    /// Finds the zone of an identifier that is not known to the system, for components without zones of their
-    /// own; the answer is borrowed. May be called on any thread, but on one at a time.
-    std::function<ICalTimezone *(const char *tzid)> customZone;
-    /// Changes where the answers of `customZone` change: part of the keys of the series.
-    QByteArray zoneKey;
     /// Outcomes of an earlier expansion of the same interval in the same time zone.
-    std::map<QByteArray, std::shared_ptr<const GroupOutcome>> knownSeries;
+    std::map<QByteArray, std::shared_ptr<const GroupOutcome>> knownSeries = {};
     /// Series (hashes of their keys) that an earlier expansion did not finish in time: left out.
-    std::set<std::size_t> suspects;
-    ExpansionBudget budget;
+    std::set<std::size_t> suspects = {};
+    ExpansionBudget budget = {};
 };
 
 } // namespace corvane

@@ -12,9 +12,7 @@
 
 #include <malloc.h>
 
-#include <algorithm>
 #include <expected>
-#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -48,34 +46,24 @@ std::expected<Groups, CalendarError> parseFile(const QByteArray &path)
     return groupsOf(std::move(*calendars));
 }
 
-/// Takes the groups with these identifiers out of `groups`.
-Groups takeGroups(Groups &groups, const std::set<IdentifierKey> &identifiers)
-{
-    Groups taken;
-    const auto isTaken = [&identifiers](const ComponentGroup &group) {
-        const char *uid = i_cal_component_get_uid(group.components.front().component.get());
-        return uid != nullptr && identifiers.contains(identifierKey(uid));
-    };
-    std::ranges::copy_if(groups, std::back_inserter(taken), isTaken);
-    std::erase_if(groups, isTaken);
-    return taken;
-}
-
-QByteArray versionOf(const FileStamp &stamp)
+/// What is remembered of a file depends on what other files name, too.
+QByteArray versionOf(const FileStamp &stamp, const std::set<IdentifierKey> &shared)
 {
     return QByteArray::number(stamp.changed) + '.' + QByteArray::number(stamp.changedNanoseconds) + '.' +
-           QByteArray::number(stamp.inode);
+           QByteArray::number(stamp.inode) + '.' +
+           QByteArray::number(qHashRange(shared.begin(), shared.end()));
 }
 
-/// Nothing where the file cannot be read, or only half of it is there.
-std::optional<std::set<IdentifierKey>> indexFile(const QByteArray &path)
+/// Nothing where the file cannot be read, only half of it is there, or it names no event.
+std::optional<std::set<IdentifierKey>> identifiersOf(const QByteArray &path)
 {
     const auto bytes = readRegularFile(path, FileCalendar::maximumSize, LinkTo::anyFile);
     if (!bytes) {
         return std::nullopt;
     }
     const auto text = toCalendarText(*bytes);
-    return text ? std::optional(identifiersIn(*text)) : std::nullopt;
+    auto identifiers = text ? identifiersIn(*text) : std::set<IdentifierKey>();
+    return identifiers.empty() ? std::nullopt : std::optional(std::move(identifiers));
 }
 
 } // namespace
@@ -96,8 +84,14 @@ QByteArray FileCalendar::pathOf(const QString &identifier)
     return QFile::encodeName(identifier.mid(identifierPrefix.size()));
 }
 
+void FileCalendar::setUnreachable(const QString &reason)
+{
+    m_unreachable = reason;
+}
+
 void FileCalendar::setStamp(const FileStamp &stamp)
 {
+    m_unreachable.clear();
     if (m_stamp != stamp) {
         m_stamp = stamp;
         m_expander->forgetSuspects();
@@ -112,14 +106,28 @@ void FileCalendar::close()
 
 QCoro::Task<void> FileCalendar::index(std::shared_ptr<FileCalendar> self, QDeadlineTimer deadline)
 {
-    if (self->m_indexedStamp == self->m_stamp) {
+    co_await indexFile(self, deadline);
+    // What it held in an earlier run stands in where it cannot be read in this one.
+    if (!self->m_identifiers.empty() || !co_await hasMemory(self, deadline)) {
+        co_return;
+    }
+    const auto indexing = startOnPool(self->services().workers.threads(),
+                                      [memory = self->memory()] { return identifiersIn(memory->text); });
+    if (co_await indexing.until(deadline) && self->m_identifiers.empty()) {
+        self->m_identifiers = *indexing.value();
+    }
+}
+
+QCoro::Task<void> FileCalendar::indexFile(std::shared_ptr<FileCalendar> self, QDeadlineTimer deadline)
+{
+    if (!self->m_unreachable.isEmpty() || self->m_indexedStamp == self->m_stamp) {
         co_return;
     }
     const bool wasLate = self->m_indexing.has_value();
     if (!wasLate) {
         self->m_indexing =
             Indexing{self->m_stamp, startOnPool(self->services().files.threads(),
-                                                [path = self->m_path] { return indexFile(path); })};
+                                                [path = self->m_path] { return identifiersOf(path); })};
     }
     const Indexing indexing = *self->m_indexing;
     if (!indexing.identifiers.isResolved() && (wasLate || !co_await indexing.identifiers.until(deadline))) {
@@ -134,8 +142,11 @@ QCoro::Task<void> FileCalendar::index(std::shared_ptr<FileCalendar> self, QDeadl
 
 QCoro::Task<SourceCalendar::Reading> FileCalendar::read(CalendarQuestion question)
 {
+    if (!m_unreachable.isEmpty()) {
+        co_return std::unexpected(CalendarError{Condition::silent, u"read"_s, m_unreachable});
+    }
     if (m_contents && m_contents->stamp == m_stamp && m_contents->question == question &&
-        m_contents->shared == m_shared) {
+        m_contents->reading.shared == shared()) {
         CalendarReading known = m_contents->reading;
         co_return known;
     }
@@ -143,7 +154,7 @@ QCoro::Task<SourceCalendar::Reading> FileCalendar::read(CalendarQuestion questio
         co_return std::unexpected(m_rejection->error);
     }
     const FileStamp stamp = m_stamp;
-    const std::set<IdentifierKey> shared = m_shared;
+    const std::set<IdentifierKey> sharedEvents = shared();
     const auto parsing = startOnPool(services().files.threads(), [path = m_path] { return parseFile(path); });
     co_await parsing.untilResolved();
     const auto &parsed = parsing.value();
@@ -155,17 +166,17 @@ QCoro::Task<SourceCalendar::Reading> FileCalendar::read(CalendarQuestion questio
         co_return std::unexpected(parsed->error());
     }
     const auto sharedText = std::make_shared<QByteArray>();
-    CalendarExpander::Work work = [parsed, shared, sharedText, span = rememberedSpan(question),
+    CalendarExpander::Work work = [parsed, sharedEvents, sharedText, span = rememberedSpan(question),
                                    isLarge = stamp.size > largeFile](const ExpansionRequest &request,
                                                                      ExpansionControl &control) {
         Groups &groups = **parsed;
         Groups own = groups;
-        if (!shared.empty()) {
-            *sharedText = captureGroups(takeGroups(own, shared));
+        if (!sharedEvents.empty()) {
+            *sharedText = captureGroups(takeGroups(own, sharedEvents));
         }
         CalendarExpander::Outcome outcome{expandGroups(own, request, control), {}};
         if (outcome.expansion.isComplete) {
-            outcome.text = captureSpan(groups, request, span, control);
+            outcome.text = captureSpan(groups, sharedEvents, request, span, control);
         }
         own.clear(); // before the memory is given back
         groups.clear();
@@ -181,10 +192,12 @@ QCoro::Task<SourceCalendar::Reading> FileCalendar::read(CalendarQuestion questio
     CalendarReading reading{.events = std::move(outcome->expansion.events),
                             .skippedEvents = std::move(outcome->expansion.skippedEvents),
                             .unknownZones = std::move(outcome->expansion.unknownZones),
-                            .version = versionOf(stamp)};
+                            .shared = sharedEvents,
+                            .sharedText = *sharedText,
+                            .version = versionOf(stamp, sharedEvents)};
     noteUnfinished(outcome->expansion, reading);
     if (outcome->expansion.isComplete) {
-        m_contents = Contents{stamp, question, shared, reading, *sharedText, std::move(outcome->text)};
+        m_contents = Contents{stamp, question, reading, std::move(outcome->text)};
     }
     co_return reading;
 }

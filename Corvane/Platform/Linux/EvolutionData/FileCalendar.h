@@ -33,16 +33,14 @@ public:
 
     void setStamp(const FileStamp &stamp);
 
-    /// Finds out which events the file names. Ends at `deadline`, and goes on at the next call.
-    static QCoro::Task<void> index(std::shared_ptr<FileCalendar> self, QDeadlineTimer deadline);
-    /// As it was found out last; a file that cannot be read now named them before.
-    [[nodiscard]] const std::set<IdentifierKey> &identifiers() const { return m_identifiers; }
+    /// The file cannot be looked at now, and was not in this run: what it held in an earlier one stands in.
+    void setUnreachable(const QString &reason);
 
-    /// Which events other files name, too. The file does not answer them by itself: their revisions and
-    /// changed instances may stand in several files.
-    void setShared(std::set<IdentifierKey> shared) { m_shared = std::move(shared); }
-    /// These events as calendar text, as the last reading found them.
-    [[nodiscard]] QByteArray sharedText() const { return m_contents ? m_contents->sharedText : QByteArray(); }
+    /// Finds out which events the file names, or named when it was read last, also in an earlier run. Ends at
+    /// `deadline`, and goes on at the next call.
+    static QCoro::Task<void> index(std::shared_ptr<FileCalendar> self, QDeadlineTimer deadline);
+    /// As it was found out last.
+    [[nodiscard]] const std::set<IdentifierKey> &identifiers() const { return m_identifiers; }
 
     void close() override;
 
@@ -54,9 +52,7 @@ private:
     struct Contents {
         FileStamp stamp;
         CalendarQuestion question;
-        std::set<IdentifierKey> shared;
         CalendarReading reading;
-        QByteArray sharedText;
         /// Calendar text of what matters in the remembered span.
         std::optional<QByteArray> text;
     };
@@ -66,8 +62,11 @@ private:
         CalendarError error;
     };
 
+    static QCoro::Task<void> indexFile(std::shared_ptr<FileCalendar> self, QDeadlineTimer deadline);
+
     QByteArray m_path;
     FileStamp m_stamp;
+    QString m_unreachable;
     std::shared_ptr<CalendarExpander> m_expander;
     std::optional<Contents> m_contents;
     std::optional<Rejection> m_rejection;
@@ -79,7 +78,6 @@ private:
     std::optional<Indexing> m_indexing;
     std::optional<FileStamp> m_indexedStamp;
     std::set<IdentifierKey> m_identifiers;
-    std::set<IdentifierKey> m_shared;
 };
 
 } // namespace corvane

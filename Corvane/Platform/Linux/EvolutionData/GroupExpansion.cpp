@@ -170,7 +170,7 @@ QString GroupExpansion::walkThrough(Walk &walk)
 ICalTimezone *GroupExpansion::resolveZone(const gchar *tzid, gpointer data, GCancellable *, GError **)
 {
     const auto &walk = *static_cast<Walk *>(data);
-    return walk.self.m_zones.find(tzid, walk.event.zones.get());
+    return walk.self.m_zones.find(tzid, *walk.event.zones);
 }
 
 gboolean GroupExpansion::takeInstance(ICalComponent *, ICalTime *startTime, ICalTime *endTime, gpointer data,

@@ -82,7 +82,7 @@ public:
         const QDeadlineTimer inTime(
             std::max(deadline.remainingTimeAsDuration() - conclusionTime, std::chrono::nanoseconds(50ms)),
             Qt::PreciseTimer);
-        co_await list(self, question, inTime, deadline, answers);
+        co_await list(self, inTime, deadline, answers);
         answers.isThere = self->m_isThere;
         const Files files = self->m_files;
         // A file that hangs must not make the others late.
@@ -95,7 +95,7 @@ public:
         for (auto &task : tasks) {
             co_await task;
         }
-        co_await self->m_shared.answer(question, sharedTexts(files), deadline, answers);
+        co_await self->m_shared.answer(question, sharedTexts(files, question), deadline, answers);
         co_return answers;
     }
 
@@ -127,19 +127,19 @@ private:
         }
     }
 
-    static std::vector<QByteArray> sharedTexts(const Files &files)
+    static std::vector<QByteArray> sharedTexts(const Files &files, const CalendarQuestion &question)
     {
         std::vector<QByteArray> texts;
         for (const auto &[path, file] : files) {
-            if (const QByteArray text = file->sharedText(); !text.isEmpty()) {
+            if (const QByteArray text = file->sharedText(question); !text.isEmpty()) {
                 texts.push_back(text);
             }
         }
         return texts;
     }
 
-    static QCoro::Task<void> list(std::shared_ptr<Impl> self, CalendarQuestion question,
-                                  QDeadlineTimer inTime, QDeadlineTimer deadline, CalendarAnswers &answers)
+    static QCoro::Task<void> list(std::shared_ptr<Impl> self, QDeadlineTimer inTime, QDeadlineTimer deadline,
+                                  CalendarAnswers &answers)
     {
         if (!self->m_listing) {
             self->m_listing = startOnPool(self->m_services->files.threads(),
@@ -151,25 +151,35 @@ private:
             const std::shared_ptr<FolderListing> &found = listing.value();
             self->updateFiles(*found);
             if (!found->errors.empty()) {
-                const auto isMissing = [self, found](const QString &identifier) {
-                    const QByteArray path = FileCalendar::pathOf(identifier);
-                    return !self->m_files.contains(path) && found->isUnknown(path);
-                };
-                co_await self->m_remembered.answer(question, deadline, u"its folder cannot be read"_s,
-                                                   isMissing, answers);
+                co_await addRemembered(self, u"its folder cannot be read"_s, deadline, *found);
             }
             co_return;
         }
-        const QString reason = u"they could not be read in time"_s;
-        self->logFolderError(reason);
+        self->logFolderError(u"they could not be read in time"_s);
         if (self->m_files.empty()) {
-            co_await self->m_remembered.answer(
-                question, deadline, reason, [](const QString &) { return true; }, answers);
-            if (answers.calendars.empty() && self->m_isThere) {
+            co_await addRemembered(self, u"its folder did not answer in time"_s, deadline);
+            if (self->m_files.empty() && self->m_isThere) {
                 answers.silent = 1;
                 answers.error = u"The calendar folders did not answer in time."_s;
             }
-            self->m_isThere = self->m_isThere || !answers.calendars.empty();
+            self->m_isThere = self->m_isThere || !self->m_files.empty();
+        }
+    }
+
+    /// Adds the files of earlier runs of which nobody knows now whether they are there: all, or those that
+    /// `listing` does not tell.
+    static QCoro::Task<void> addRemembered(std::shared_ptr<Impl> self, QString reason,
+                                           QDeadlineTimer deadline,
+                                           std::optional<FolderListing> listing = std::nullopt)
+    {
+        const QStringList identifiers = co_await self->m_remembered.identifiers(deadline);
+        for (const QString &identifier : identifiers) {
+            const QByteArray path = FileCalendar::pathOf(identifier);
+            if (!self->m_files.contains(path) && (!listing || listing->isUnknown(path))) {
+                const auto file = std::make_shared<FileCalendar>(self->m_services, path);
+                file->setUnreachable(reason);
+                self->m_files.emplace(path, file);
+            }
         }
     }
 

@@ -162,10 +162,9 @@ private:
     Events conclude(CalendarAnswers all)
     {
         if (m_monitor != nullptr) {
-            m_monitor->setCalendars(std::move(all.calendars));
+            m_monitor->setCalendars(std::move(all.calendars), all.error);
         }
-        // Where a calendar is silent, an answer without any lesson would take away the lessons of before.
-        if (all.silent > 0 && std::ranges::all_of(all.events, &CalendarEvent::isAllDay)) {
+        if (all.silent > 0 && all.answered == 0) {
             return std::unexpected(Failure{all.error});
         }
         if (!all.isThere) {

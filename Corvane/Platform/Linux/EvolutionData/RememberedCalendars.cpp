@@ -31,8 +31,19 @@ QCoro::Task<bool> RememberedCalendars::areThere(QDeadlineTimer deadline)
     co_return isRead && !reading.value()->empty();
 }
 
+QCoro::Task<QStringList> RememberedCalendars::identifiers(QDeadlineTimer deadline)
+{
+    QStringList identifiers;
+    if (co_await areThere(deadline)) {
+        for (const RememberedCalendar &calendar : *m_reading->value()) {
+            identifiers << calendar.identifier;
+        }
+    }
+    co_return identifiers;
+}
+
 QCoro::Task<void> RememberedCalendars::answer(CalendarQuestion question, QDeadlineTimer deadline,
-                                              QString reason, Filter isMissing, CalendarAnswers &answers)
+                                              QString reason, CalendarAnswers &answers)
 {
     if (!m_silentSince) {
         m_silentSince = currentDate();
@@ -41,11 +52,11 @@ QCoro::Task<void> RememberedCalendars::answer(CalendarQuestion question, QDeadli
         co_return;
     }
     const std::shared_ptr<Calendars> calendars = m_reading->value();
-    using Found = std::vector<std::optional<std::vector<CalendarEvent>>>;
+    using Found = std::vector<std::optional<CalendarReading>>;
     const auto expanding = startOnPool(m_services->workers.threads(), [calendars, question] {
         Found found;
         for (const RememberedCalendar &calendar : *calendars) {
-            found.push_back(rememberedEvents(calendar, question));
+            found.push_back(rememberedReading(calendar, question));
         }
         return found;
     });
@@ -54,10 +65,7 @@ QCoro::Task<void> RememberedCalendars::answer(CalendarQuestion question, QDeadli
     }
     for (std::size_t index = 0; index < calendars->size(); ++index) {
         const RememberedCalendar &calendar = (*calendars)[index];
-        const auto &events = (*expanding.value())[index];
-        if (!isMissing(calendar.identifier)) {
-            continue;
-        }
+        const auto &reading = (*expanding.value())[index];
         answers.calendars.push_back({.identifier = calendar.identifier,
                                      .name = calendar.name,
                                      .account = calendar.account,
@@ -65,11 +73,11 @@ QCoro::Task<void> RememberedCalendars::answer(CalendarQuestion question, QDeadli
                                      .reason = reason,
                                      .lastRead = calendar.readAt,
                                      .failingSince = m_silentSince,
-                                     .usesLastAnswer = events.has_value(),
-                                     .eventCount = events ? static_cast<int>(events->size()) : 0});
-        if (events) {
+                                     .usesLastAnswer = reading.has_value(),
+                                     .eventCount = reading ? static_cast<int>(reading->events.size()) : 0});
+        if (reading) {
             ++answers.answered;
-            std::ranges::copy(*events, std::back_inserter(answers.events));
+            std::ranges::copy(reading->events, std::back_inserter(answers.events));
         } else {
             ++answers.silent;
             answers.error = reason;

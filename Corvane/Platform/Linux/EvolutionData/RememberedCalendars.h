@@ -12,8 +12,8 @@
 
 #include <QDeadlineTimer>
 #include <QString>
+#include <QStringList>
 
-#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -32,12 +32,12 @@ public:
     /// Whether there is any. Ends at `deadline`.
     QCoro::Task<bool> areThere(QDeadlineTimer deadline);
 
-    using Filter = std::function<bool(const QString &identifier)>;
+    /// Their identifiers. Ends at `deadline`.
+    QCoro::Task<QStringList> identifiers(QDeadlineTimer deadline);
 
-    /// Adds what those hold for `question` that `isMissing` names to `answers`. `reason` is why they are
-    /// silent.
+    /// Adds what they hold for `question` to `answers`. `reason` is why they are silent.
     QCoro::Task<void> answer(CalendarQuestion question, QDeadlineTimer deadline, QString reason,
-                             Filter isMissing, CalendarAnswers &answers);
+                             CalendarAnswers &answers);
 
 private:
     using Calendars = std::vector<RememberedCalendar>;

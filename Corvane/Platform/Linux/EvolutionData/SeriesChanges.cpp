@@ -45,7 +45,7 @@ double EventTimes::moment(ICalTime *time) const
     return static_cast<double>(i_cal_time_as_timet_with_zone(time, zone != nullptr ? zone : m_zones.own()));
 }
 
-double EventTimes::moment(ICalProperty *property, ICalTime *time, DefinedZones *definitions,
+double EventTimes::moment(ICalProperty *property, ICalTime *time, DefinedZones &definitions,
                           ICalTimezone *otherwise) const
 {
     if (i_cal_time_is_utc(time) != FALSE) {
@@ -66,10 +66,10 @@ EventSpan EventTimes::firstSpan(const EventComponent &event, double otherwise) c
         return {otherwise, otherwise};
     }
     const auto startTime = GObjectRef<ICalTime>::adopt(i_cal_property_get_dtstart(begin.get()));
-    const double start = moment(begin.get(), startTime.get(), event.zones.get(), m_zones.own());
+    const double start = moment(begin.get(), startTime.get(), *event.zones, m_zones.own());
     if (const auto finish = firstProperty(event.component.get(), I_CAL_DTEND_PROPERTY)) {
         const auto endTime = GObjectRef<ICalTime>::adopt(i_cal_property_get_dtend(finish.get()));
-        return {start, moment(finish.get(), endTime.get(), event.zones.get(), m_zones.own())};
+        return {start, moment(finish.get(), endTime.get(), *event.zones, m_zones.own())};
     }
     const auto length = GObjectRef<ICalDuration>::adopt(i_cal_component_get_duration(event.component.get()));
     return {start, length ? start + i_cal_duration_as_int(length.get()) : start};
@@ -83,7 +83,7 @@ ICalTimezone *EventTimes::seriesZone(const ComponentGroup &group) const
     const EventComponent &event = series != group.components.end() ? *series : group.components.front();
     const auto begin = firstProperty(event.component.get(), I_CAL_DTSTART_PROPERTY);
     const auto name = begin ? zoneName(begin.get()) : GObjectRef<ICalParameter>();
-    return name ? m_zones.find(i_cal_parameter_get_tzid(name.get()), event.zones.get()) : m_zones.own();
+    return name ? m_zones.find(i_cal_parameter_get_tzid(name.get()), *event.zones) : m_zones.own();
 }
 
 std::optional<ChangedInstance> EventTimes::changedInstance(const EventComponent &event,
@@ -95,7 +95,7 @@ std::optional<ChangedInstance> EventTimes::changedInstance(const EventComponent 
     if (!time || i_cal_time_is_null_time(time.get()) != FALSE) {
         return std::nullopt;
     }
-    return ChangedInstance{moment(property.get(), time.get(), event.zones.get(), seriesZone),
+    return ChangedInstance{moment(property.get(), time.get(), *event.zones, seriesZone),
                            i_cal_time_is_date(time.get()) != FALSE};
 }
 

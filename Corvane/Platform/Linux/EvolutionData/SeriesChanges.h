@@ -36,7 +36,7 @@ public:
     [[nodiscard]] double moment(ICalTime *time) const;
 
     /// The moment that a property tells in the zone that it names; without such a name, in `otherwise`.
-    [[nodiscard]] double moment(ICalProperty *property, ICalTime *time, DefinedZones *definitions,
+    [[nodiscard]] double moment(ICalProperty *property, ICalTime *time, DefinedZones &definitions,
                                 ICalTimezone *otherwise) const;
 
     /// Where a component begins and ends, the first time; at `otherwise` where it does not tell.

@@ -240,8 +240,10 @@ QCoro::Task<SourceCalendar::Reading> ServiceCalendar::readOnce(CalendarQuestion 
             co_return std::unexpected(expanded.error());
         }
     }
-    CalendarReading reading{std::move(singles->events), std::move(singles->skippedEvents),
-                            std::move(singles->unknownZones), versionNow};
+    CalendarReading reading{.events = std::move(singles->events),
+                            .skippedEvents = std::move(singles->skippedEvents),
+                            .unknownZones = std::move(singles->unknownZones),
+                            .version = versionNow};
     if (m_series) {
         std::ranges::copy(m_series->events, std::back_inserter(reading.events));
         std::ranges::copy(m_series->skippedEvents, std::back_inserter(reading.skippedEvents));
@@ -334,7 +336,7 @@ QCoro::Task<std::expected<void, CalendarError>> ServiceCalendar::expandSeries(Cl
         const std::vector<ComponentGroup> groups = groupsOf(components, findZone);
         CalendarExpander::Outcome outcome{expandGroups(groups, request, control), {}};
         if (outcome.expansion.isComplete) {
-            outcome.text = captureSpan(groups, request, span, control);
+            outcome.text = captureSpan(groups, {}, request, span, control);
         }
         return outcome;
     };
@@ -369,16 +371,15 @@ QCoro::Task<std::optional<QByteArray>> ServiceCalendar::capture(CalendarQuestion
         co_return std::nullopt;
     }
     co_await ServiceClient::bringZones(client, zonesOf(*singles));
-    const auto writing =
-        startOnPool(services().workers.threads(),
-                    [components = std::move(*singles), findZone = client->customZone(), seriesText,
-                     span]() -> std::optional<QByteArray> {
-                        ExpansionControl control;
-                        const ExpansionRequest request{span.interval, span.timeZoneId, {}, {}, {}, {}, {}};
-                        const auto text =
-                            captureSpan(groupsOf(components, findZone), request, span.interval, control);
-                        return text ? std::optional(*text + seriesText) : std::nullopt;
-                    });
+    const auto writing = startOnPool(services().workers.threads(),
+                                     [components = std::move(*singles), findZone = client->customZone(),
+                                      seriesText, span]() -> std::optional<QByteArray> {
+                                         ExpansionControl control;
+                                         const ExpansionRequest request{span.interval, span.timeZoneId};
+                                         const auto text = captureSpan(groupsOf(components, findZone), {},
+                                                                       request, span.interval, control);
+                                         return text ? std::optional(*text + seriesText) : std::nullopt;
+                                     });
     co_await writing.untilResolved();
     co_return *writing.value();
 }

@@ -3,6 +3,7 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/SourceCalendar.h"
 
+#include "Corvane/Platform/Linux/EvolutionData/CalendarCapture.h"
 #include "Corvane/Platform/Linux/EvolutionData/CalendarText.h"
 #include "Corvane/Utilities/Spawn.h"
 
@@ -26,8 +27,9 @@ bool covers(const DateInterval &span, const DateInterval &interval)
 
 } // namespace
 
-std::optional<std::vector<CalendarEvent>> rememberedEvents(const RememberedCalendar &calendar,
-                                                           const CalendarQuestion &question)
+std::optional<CalendarReading> rememberedReading(const RememberedCalendar &calendar,
+                                                 const CalendarQuestion &question,
+                                                 const std::set<IdentifierKey> &shared)
 {
     if (!covers(calendar.span, question.interval)) {
         return std::nullopt;
@@ -37,8 +39,14 @@ std::optional<std::vector<CalendarEvent>> rememberedEvents(const RememberedCalen
         return std::nullopt;
     }
     ExpansionControl control;
-    const ExpansionRequest request{question.interval, question.timeZoneId, {}, {}, {}, {}, {}};
-    return expandGroups(groupsOf(std::move(*contents)), request, control).events;
+    const ExpansionRequest request{question.interval, question.timeZoneId};
+    std::vector<ComponentGroup> groups = groupsOf(std::move(*contents));
+    CalendarReading reading{.events = {}, .skippedEvents = {}, .shared = shared};
+    if (!shared.empty()) {
+        reading.sharedText = captureGroups(takeGroups(groups, shared));
+    }
+    reading.events = expandGroups(groups, request, control).events;
+    return reading;
 }
 
 void noteUnfinished(const Expansion &expansion, CalendarReading &reading)
@@ -71,12 +79,13 @@ QCoro::Task<void> SourceCalendar::query(std::shared_ptr<SourceCalendar> self, Ca
     const CalendarError error = reading ? reading->error()
                                         : CalendarError{CalendarStatus::Condition::silent, u"query"_s,
                                                         u"it did not answer in time"_s};
-    const auto events = co_await lastAnswer(self, question, deadline);
-    self->takeFailure(error, events.has_value());
-    if (events) {
+    const bool isAnswered = co_await hasLastAnswer(self, question, deadline);
+    self->takeFailure(error, isAnswered);
+    if (isAnswered) {
+        const std::vector<CalendarEvent> &events = self->m_answer->reading.events;
         ++answers.answered;
-        self->m_status.eventCount = static_cast<int>(events->size());
-        std::ranges::copy(*events, std::back_inserter(answers.events));
+        self->m_status.eventCount = static_cast<int>(events.size());
+        std::ranges::copy(events, std::back_inserter(answers.events));
     } else if (self->m_status.isGap()) {
         ++answers.silent;
         answers.error = u"The calendar \"%1\" did not answer: %2"_s.arg(logText(self->m_status.name),
@@ -142,27 +151,32 @@ QCoro::Task<void> SourceCalendar::attempt(std::shared_ptr<SourceCalendar> self,
 
 // What stands in.
 
-QCoro::Task<std::optional<std::vector<CalendarEvent>>>
-SourceCalendar::lastAnswer(std::shared_ptr<SourceCalendar> self, CalendarQuestion question,
-                           QDeadlineTimer deadline)
+/// Whether `m_answer` is one to `question` now.
+QCoro::Task<bool> SourceCalendar::hasLastAnswer(std::shared_ptr<SourceCalendar> self,
+                                                CalendarQuestion question, QDeadlineTimer deadline)
 {
-    if (self->m_answer && self->m_answer->question == question) {
-        auto events = self->m_answer->events;
-        co_return events;
+    const bool isKnown = self->m_answer && self->m_answer->question == question;
+    if (isKnown && self->m_answer->reading.shared == self->m_shared) {
+        co_return true;
     }
     const bool hasMemory = co_await recall(self, deadline);
     if (!hasMemory) {
-        co_return std::nullopt;
+        co_return isKnown;
     }
-    const auto expanding =
-        startOnPool(self->m_services->workers.threads(),
-                    [memory = self->m_memory, question] { return rememberedEvents(*memory, question); });
+    const auto expanding = startOnPool(self->m_services->workers.threads(),
+                                       [memory = self->m_memory, question, shared = self->m_shared] {
+                                           return rememberedReading(*memory, question, shared);
+                                       });
     if (!co_await expanding.until(deadline) || !*expanding.value()) {
-        co_return std::nullopt;
+        co_return isKnown;
     }
-    auto events = **expanding.value();
-    self->m_answer = Answer{question, events};
-    co_return events;
+    self->m_answer = Answer{question, **expanding.value()};
+    co_return true;
+}
+
+QByteArray SourceCalendar::sharedText(const CalendarQuestion &question) const
+{
+    return m_answer && m_answer->question == question ? m_answer->reading.sharedText : QByteArray();
 }
 
 /// Answers whether there is a memory.
@@ -284,7 +298,7 @@ void SourceCalendar::takeAnswer(const CalendarQuestion &question, CalendarReadin
     ++answers.answered;
     std::ranges::copy(reading.events, std::back_inserter(answers.events));
     answers.calendars.push_back(m_status);
-    m_answer = Answer{question, std::move(reading.events)};
+    m_answer = Answer{question, std::move(reading)};
 }
 
 void SourceCalendar::takeSuccess()

@@ -40,6 +40,9 @@ struct CalendarReading {
     std::vector<SkippedEvent> skippedEvents;
     /// Names that nobody knows: the user's own zone stands in.
     std::set<QByteArray> unknownZones = {};
+    /// Events that other calendars name, too: not among `events`, but calendar text here.
+    std::set<IdentifierKey> shared = {};
+    QByteArray sharedText = {};
     /// Changes when the calendar does. Empty where the calendar does not tell.
     QByteArray version = {};
     /// The service answered from what it keeps; why it cannot ask the server.
@@ -53,10 +56,11 @@ struct CalendarReading {
 /// Names in `reading` what an expansion that was cut short lacks.
 void noteUnfinished(const Expansion &expansion, CalendarReading &reading);
 
-/// The events that `calendar` holds for `question`; nothing where it does not cover that. For a worker
-/// thread.
-[[nodiscard]] std::optional<std::vector<CalendarEvent>> rememberedEvents(const RememberedCalendar &calendar,
-                                                                         const CalendarQuestion &question);
+/// What `calendar` holds for `question`, the events in `shared` as text; nothing where it does not cover
+/// that. For a worker thread.
+[[nodiscard]] std::optional<CalendarReading> rememberedReading(const RememberedCalendar &calendar,
+                                                               const CalendarQuestion &question,
+                                                               const std::set<IdentifierKey> &shared = {});
 
 /// What all calendars share. Outlives them.
 struct CalendarServices {
@@ -97,6 +101,12 @@ public:
     /// Whether there is a memory of it on disk. Ends at `deadline`.
     static QCoro::Task<bool> hasMemory(std::shared_ptr<SourceCalendar> self, QDeadlineTimer deadline);
 
+    /// Which events other calendars name, too. It does not answer them by itself: their revisions and changed
+    /// instances may stand in several calendars.
+    void setShared(std::set<IdentifierKey> shared) { m_shared = std::move(shared); }
+    /// These events as calendar text, as the last answer to `question` has them.
+    [[nodiscard]] QByteArray sharedText(const CalendarQuestion &question) const;
+
     /// It was removed or switched off.
     void forget();
 
@@ -115,6 +125,9 @@ protected:
 
     [[nodiscard]] CalendarServices &services() const { return *m_services; }
     [[nodiscard]] bool isClosed() const { return m_isClosed; }
+    [[nodiscard]] const std::set<IdentifierKey> &shared() const { return m_shared; }
+    /// What is remembered of it, as far as that was asked for; may be null.
+    [[nodiscard]] const std::shared_ptr<const RememberedCalendar> &memory() const { return m_memory; }
     void rename(const QString &name, const QString &account);
     void log(const QString &message) const;
 
@@ -126,15 +139,14 @@ private:
     };
     struct Answer {
         CalendarQuestion question;
-        std::vector<CalendarEvent> events;
+        CalendarReading reading;
     };
-    using Events = std::shared_ptr<std::optional<std::vector<CalendarEvent>>>;
 
     static QCoro::Task<void> attempt(std::shared_ptr<SourceCalendar> self, std::shared_ptr<Attempt> attempt);
     static QCoro::Task<std::optional<Reading>> readInTime(std::shared_ptr<SourceCalendar> self,
                                                           CalendarQuestion question, QDeadlineTimer inTime);
-    static QCoro::Task<std::optional<std::vector<CalendarEvent>>>
-    lastAnswer(std::shared_ptr<SourceCalendar> self, CalendarQuestion question, QDeadlineTimer deadline);
+    static QCoro::Task<bool> hasLastAnswer(std::shared_ptr<SourceCalendar> self, CalendarQuestion question,
+                                           QDeadlineTimer deadline);
     static QCoro::Task<void> remember(std::shared_ptr<SourceCalendar> self, CalendarQuestion question,
                                       QByteArray version);
     static QCoro::Task<void> writeMemory(std::shared_ptr<SourceCalendar> self);
@@ -152,6 +164,7 @@ private:
     /// A reading that came too late for its query.
     std::shared_ptr<Attempt> m_lateAttempt;
     std::optional<Answer> m_answer;
+    std::set<IdentifierKey> m_shared;
 
     std::optional<Pending<std::shared_ptr<std::optional<RememberedCalendar>>>> m_recalling;
     std::shared_ptr<const RememberedCalendar> m_memory;

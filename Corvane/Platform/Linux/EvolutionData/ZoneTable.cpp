@@ -124,44 +124,34 @@ ICalTimezone *DefinedZones::find(const QByteArray &tzid)
     return place->second.get();
 }
 
-ZoneTable::ZoneTable(const QByteArray &timeZoneId, CustomZone customZone)
-    : m_customZone(std::move(customZone))
-    , m_own(i_cal_timezone_get_builtin_timezone(timeZoneId.constData()))
+ZoneTable::ZoneTable(const QByteArray &timeZoneId)
+    : m_own(i_cal_timezone_get_builtin_timezone(timeZoneId.constData()))
 {
     if (m_own == nullptr) {
         m_own = i_cal_timezone_get_utc_timezone();
     }
 }
 
-ICalTimezone *ZoneTable::find(const char *tzid, DefinedZones *definitions)
+ICalTimezone *ZoneTable::find(const char *tzid, DefinedZones &definitions)
 {
     if (tzid == nullptr || *tzid == '\0') {
         return m_own;
     }
     const QByteArray name(tzid, static_cast<qsizetype>(qstrnlen(tzid, longestName)));
-    const auto [place, isNew] = m_known.try_emplace({definitions, name});
+    const auto [place, isNew] = m_known.try_emplace({&definitions, name});
     if (isNew) {
         place->second = look(name, definitions);
     }
     return place->second;
 }
 
-ICalTimezone *ZoneTable::look(const QByteArray &tzid, DefinedZones *definitions)
+ICalTimezone *ZoneTable::look(const QByteArray &tzid, DefinedZones &definitions)
 {
     if (ICalTimezone *zone = wellKnownZone(tzid)) {
         return zone;
     }
-    if (definitions != nullptr) {
-        if (ICalTimezone *zone = definitions->find(tzid)) {
-            return zone;
-        }
-    } else if (m_customZone) {
-        if (ICalTimezone *zone = m_customZone(tzid.constData())) {
-            const auto definition = GObjectRef<ICalComponent>::adopt(i_cal_timezone_get_component(zone));
-            if (definition && isHarmlessZone(definition.get())) {
-                return zone;
-            }
-        }
+    if (ICalTimezone *zone = definitions.find(tzid)) {
+        return zone;
     }
     if (ICalTimezone *zone = systemZone(QTimeZone::windowsIdToDefaultIanaId(tzid))) {
         return zone;

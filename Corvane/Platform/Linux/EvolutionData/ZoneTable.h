@@ -40,25 +40,22 @@ private:
 /// Which zone an identifier means, for one expansion.
 class ZoneTable {
 public:
-    using CustomZone = std::function<ICalTimezone *(const char *tzid)>;
-
-    /// `timeZoneId` is the user's zone; `customZone` tells the zones that the calendar service knows.
-    ZoneTable(const QByteArray &timeZoneId, CustomZone customZone);
+    /// `timeZoneId` is the user's zone.
+    explicit ZoneTable(const QByteArray &timeZoneId);
 
     /// The user's own zone: that of floating times, of whole days and of names that nobody knows.
     [[nodiscard]] ICalTimezone *own() const { return m_own; }
 
-    /// The zone of `tzid` for an event of a calendar that defines `definitions` (or null). Under a well-known
+    /// The zone of `tzid` for an event of a calendar that defines `definitions`. Under a well-known
     /// name the system's own rules count, since those in calendars are often outdated. Borrowed.
-    [[nodiscard]] ICalTimezone *find(const char *tzid, DefinedZones *definitions);
+    [[nodiscard]] ICalTimezone *find(const char *tzid, DefinedZones &definitions);
 
     /// Names that nobody knows.
     [[nodiscard]] std::set<QByteArray> takeUnknown() { return std::exchange(m_unknown, {}); }
 
 private:
-    [[nodiscard]] ICalTimezone *look(const QByteArray &tzid, DefinedZones *definitions);
+    [[nodiscard]] ICalTimezone *look(const QByteArray &tzid, DefinedZones &definitions);
 
-    CustomZone m_customZone;
     ICalTimezone *m_own;
     std::map<std::pair<DefinedZones *, QByteArray>, ICalTimezone *> m_known;
     std::set<QByteArray> m_unknown;
