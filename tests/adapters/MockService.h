@@ -38,11 +38,21 @@ public:
     MockService &operator=(const MockService &) = delete;
 
     /// As a service that hangs.
-    void suspend() { ::kill(static_cast<pid_t>(m_process.processId()), SIGSTOP); }
-    void resume() { ::kill(static_cast<pid_t>(m_process.processId()), SIGCONT); }
+    void suspend()
+    {
+        m_isSuspended = true;
+        ::kill(static_cast<pid_t>(m_process.processId()), SIGSTOP);
+    }
+    void resume()
+    {
+        m_isSuspended = false;
+        ::kill(static_cast<pid_t>(m_process.processId()), SIGCONT);
+    }
+    [[nodiscard]] bool isSuspended() const { return m_isSuspended; }
 
 private:
     QProcess m_process;
+    bool m_isSuspended = false;
 };
 
 } // namespace corvane

@@ -175,7 +175,8 @@ private Q_SLOTS:
         make(m_services->systemBus(), m_services->sessionBus());
         QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
         // The portal is asked once the time of NetworkManager is up.
-        QTest::qWait(4000);
+        QTRY_VERIFY_WITH_TIMEOUT(m_services->questionsToPortal() > 0, 10'000);
+        m_services->settle();
         m_services->networkManager->resume();
         setManager(connectedGlobal, connectivityFull);
         QTRY_COMPARE(m_times->size(), 1);

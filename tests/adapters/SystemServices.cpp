@@ -11,7 +11,7 @@
 
 #include <qcoro/qcorodbuspendingcall.h>
 
-#include <utility>
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 
@@ -125,16 +125,38 @@ void SystemServices::setPortal(bool isAvailable)
          {QString(portalInterface), u"changed"_s, QString(), QVariantList()});
 }
 
+qsizetype SystemServices::questionsToPortal() const
+{
+    const QVariantList answer =
+        call(sessionControl(), portalService, portalPath, u"GetMethodCalls"_s, {u"GetAvailable"_s});
+    const auto questions = answer.value(0).value<QDBusArgument>();
+    qsizetype count = 0;
+    questions.beginArray();
+    while (!questions.atEnd()) {
+        quint64 time = 0;
+        QVariantList arguments;
+        questions.beginStructure();
+        questions >> time >> arguments;
+        questions.endStructure();
+        ++count;
+    }
+    questions.endArray();
+    return count;
+}
+
 // Calls through the watcher's own connections: their answers come after all that was sent before. Several
 // rounds, since one of the watcher's questions follows from another.
 void SystemServices::settle() const
 {
     constexpr int rounds = 4;
     for (int round = 0; round < rounds; ++round) {
-        const std::pair<QDBusConnection, QString> roads[] = {
-            {systemBus(), loginService}, {systemBus(), managerService}, {sessionBus(), portalService}};
-        for (const auto &[bus, service] : roads) {
-            if (bus.isConnected() && bus.interface()->isServiceRegistered(service)) {
+        const std::tuple<QDBusConnection, QString, const MockService *> roads[] = {
+            {systemBus(), loginService, sessionManager.get()},
+            {systemBus(), managerService, networkManager.get()},
+            {sessionBus(), portalService, portal.get()}};
+        for (const auto &[bus, service, mock] : roads) {
+            const bool isSuspended = mock != nullptr && mock->isSuspended();
+            if (!isSuspended && bus.isConnected() && bus.interface()->isServiceRegistered(service)) {
                 const auto ping = QDBusMessage::createMethodCall(service, u"/"_s,
                                                                  u"org.freedesktop.DBus.Peer"_s, u"Ping"_s);
                 QCoro::waitFor(ask(bus, ping));
@@ -145,8 +167,8 @@ void SystemServices::settle() const
     }
 }
 
-void SystemServices::call(const QDBusConnection &bus, const QString &service, const QString &path,
-                          const QString &method, const QVariantList &arguments)
+QVariantList SystemServices::call(const QDBusConnection &bus, const QString &service, const QString &path,
+                                  const QString &method, const QVariantList &arguments)
 {
     auto message = QDBusMessage::createMethodCall(service, path, u"org.freedesktop.DBus.Mock"_s, method);
     message.setArguments(arguments);
@@ -154,6 +176,7 @@ void SystemServices::call(const QDBusConnection &bus, const QString &service, co
     if (answer.type() != QDBusMessage::ReplyMessage) {
         qFatal("a mock service refuses: %s", qPrintable(answer.errorMessage()));
     }
+    return answer.arguments();
 }
 
 } // namespace corvane

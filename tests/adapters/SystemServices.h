@@ -39,7 +39,11 @@ public:
     void startPortal(bool isAvailable);
     void setPortal(bool isAvailable);
 
-    /// Returns when the watcher has been told what was said so far, and has the answers to what it asked.
+    /// How often the portal was asked for the network.
+    [[nodiscard]] qsizetype questionsToPortal() const;
+
+    /// Returns when the watcher has been told what was said so far, and has the answers to what it asked of
+    /// services that do not hang.
     void settle() const;
 
     /// The processes and the buses' daemons, to hang or to end.
@@ -50,8 +54,8 @@ public:
     PrivateBus sessionDaemon;
 
 private:
-    static void call(const QDBusConnection &bus, const QString &service, const QString &path,
-                     const QString &method, const QVariantList &arguments);
+    static QVariantList call(const QDBusConnection &bus, const QString &service, const QString &path,
+                             const QString &method, const QVariantList &arguments);
 };
 
 } // namespace corvane
