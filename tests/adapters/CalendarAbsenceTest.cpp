@@ -1,14 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "Corvane/Platform/Linux/EvolutionData/LinuxEventStore.h"
-#include "tests/support/CalendarService.h"
+#include "tests/adapters/CalendarRoom.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/TestProgram.h"
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <csignal>
@@ -20,21 +17,11 @@ using namespace Qt::StringLiterals;
 class CalendarAbsenceTest : public QObject {
     Q_OBJECT
 
-    std::unique_ptr<QTemporaryDir> m_room;
-    std::unique_ptr<DebugLogService> m_log;
+    std::unique_ptr<CalendarRoom> m_room;
     std::unique_ptr<PrivateBus> m_bus;
-    std::unique_ptr<EventStore> m_store;
-    const DateInterval m_day{dateSince1970(1747180800),
-                             dateSince1970(1747180800 + 86400)}; // 14 May 2025, UTC
 
-    void writeLesson()
-    {
-        QVERIFY(QDir().mkpath(m_room->filePath(u"folder"_s)));
-        QFile file(m_room->filePath(u"folder/a.ics"_s));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(calendarText("BEGIN:VEVENT\nUID:a\nDTSTART:20250514T120000Z\nDTEND:"
-                                "20250514T123000Z\nSUMMARY:Zoom - Anna\nEND:VEVENT\n"));
-    }
+    [[nodiscard]] EventStore &store() const { return m_room->store(); }
+    void writeLesson() const { m_room->writeEvents(u"a.ics"_s, lesson("Zoom - Anna")); }
 
     void useBus(bool isThere)
     {
@@ -59,17 +46,11 @@ class CalendarAbsenceTest : public QObject {
 private Q_SLOTS:
     void init()
     {
-        m_room = std::make_unique<QTemporaryDir>();
-        m_log = std::make_unique<DebugLogService>(m_room->path());
-        m_store = makeLinuxEventStore(*m_log, {m_room->filePath(u"folder"_s)}, m_room->filePath(u"memory"_s));
+        m_room = std::make_unique<CalendarRoom>();
+        m_room->startOnAll();
     }
 
-    void cleanup()
-    {
-        m_store.reset();
-        m_log.reset();
-        m_room.reset();
-    }
+    void cleanup() { m_room.reset(); }
 
     void cleanupTestCase() { m_bus.reset(); }
 
@@ -80,11 +61,11 @@ private Q_SLOTS:
         useBus(hasBus);
         QElapsedTimer timer;
         timer.start();
-        const auto granted = QCoro::waitFor(m_store->requestFullAccessToEvents());
+        const auto granted = QCoro::waitFor(store().requestFullAccessToEvents());
         QVERIFY(granted.has_value());
         QVERIFY(!*granted);
         QVERIFY(timer.elapsed() < 5000);
-        QCOMPARE(m_store->authorizationStatus(), CalendarAuthorization::notDetermined);
+        QCOMPARE(store().authorizationStatus(), CalendarAuthorization::notDetermined);
     }
 
     void aFolderMadeLaterGrantsAccess_data() { forBoth(); }
@@ -92,10 +73,10 @@ private Q_SLOTS:
     {
         QFETCH(bool, hasBus);
         useBus(hasBus);
-        QVERIFY(!QCoro::waitFor(m_store->requestFullAccessToEvents()).value_or(true));
+        QVERIFY(!QCoro::waitFor(store().requestFullAccessToEvents()).value_or(true));
         writeLesson();
-        QVERIFY(QCoro::waitFor(m_store->requestFullAccessToEvents()).value_or(false));
-        QCOMPARE(m_store->authorizationStatus(), CalendarAuthorization::fullAccess);
+        QVERIFY(QCoro::waitFor(store().requestFullAccessToEvents()).value_or(false));
+        QCOMPARE(store().authorizationStatus(), CalendarAuthorization::fullAccess);
     }
 
     void theLessonsOfTheFolderAreShown_data() { forBoth(); }
@@ -104,13 +85,13 @@ private Q_SLOTS:
         QFETCH(bool, hasBus);
         useBus(hasBus);
         writeLesson();
-        QVERIFY(QCoro::waitFor(m_store->requestFullAccessToEvents()).value_or(false));
+        QVERIFY(QCoro::waitFor(store().requestFullAccessToEvents()).value_or(false));
         for (int round = 0; round < 3; ++round) {
-            const auto events = QCoro::waitFor(m_store->events(m_day));
+            const auto events = QCoro::waitFor(store().events(testDay()));
             QVERIFY(events.has_value());
             QCOMPARE(events->size(), std::size_t{1});
         }
-        QCOMPARE(m_log->latestLines().filter(u"calendar service absent"_s).size(), 1);
+        QCOMPARE(m_room->logged(u"calendar service absent"_s), 1);
     }
 
     void requestsOnceASecondAreAnsweredAtOnce_data() { forBoth(); }
@@ -121,7 +102,7 @@ private Q_SLOTS:
         QElapsedTimer timer;
         timer.start();
         for (int round = 0; round < 50; ++round) {
-            QVERIFY(!QCoro::waitFor(m_store->requestFullAccessToEvents()).value_or(true));
+            QVERIFY(!QCoro::waitFor(store().requestFullAccessToEvents()).value_or(true));
         }
         QVERIFY2(timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
     }
@@ -133,7 +114,7 @@ private Q_SLOTS:
         ::kill(static_cast<pid_t>(m_bus->processId()), SIGSTOP);
         QElapsedTimer timer;
         timer.start();
-        const auto granted = QCoro::waitFor(m_store->requestFullAccessToEvents());
+        const auto granted = QCoro::waitFor(store().requestFullAccessToEvents());
         ::kill(static_cast<pid_t>(m_bus->processId()), SIGCONT);
         QVERIFY(!granted.value_or(false));
         QVERIFY(timer.elapsed() < 5000);
@@ -142,14 +123,14 @@ private Q_SLOTS:
     void theEndOfTheBusIsNotTheEndOfTheProgram()
     {
         useBus(true);
-        QVERIFY(!QCoro::waitFor(m_store->requestFullAccessToEvents()).value_or(true));
+        QVERIFY(!QCoro::waitFor(store().requestFullAccessToEvents()).value_or(true));
         m_bus->stop();
         writeLesson();
-        QVERIFY(QCoro::waitFor(m_store->requestFullAccessToEvents()).value_or(false));
+        QVERIFY(QCoro::waitFor(store().requestFullAccessToEvents()).value_or(false));
         for (int round = 0; round < 3; ++round) {
             QElapsedTimer timer;
             timer.start();
-            const auto events = QCoro::waitFor(m_store->events(m_day));
+            const auto events = QCoro::waitFor(store().events(testDay()));
             QVERIFY(timer.elapsed() < 5000);
             QVERIFY(events.has_value());
             QCOMPARE(events->size(), std::size_t{1});

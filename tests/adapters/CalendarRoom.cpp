@@ -70,7 +70,9 @@ void CalendarRoom::startOnFolders(const QStringList &folders)
 void CalendarRoom::startOnAll()
 {
     stop();
-    m_store = makeLinuxEventStore(m_log, {calendarFolder()}, memoryFolder());
+    const auto services = std::make_shared<CalendarServices>(m_log, memoryFolder());
+    m_services = services;
+    m_store = makeLinuxEventStore(services, {calendarFolder()});
 }
 
 void CalendarRoom::stop()

@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: MIT
 
 #include "tests/support/CalendarService.h"
-#include "Corvane/Platform/Linux/EvolutionData/LinuxEventStore.h"
+#include "tests/adapters/CalendarRoom.h"
 #include "tests/support/EventLoopWatch.h"
 #include "tests/support/TestProgram.h"
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <csignal>
@@ -19,13 +19,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr auto limit = 5000; // milliseconds; a load gives up after 4.5 s
-
-QByteArray lesson(const QByteArray &title, const QByteArray &more = {})
-{
-    return "BEGIN:VEVENT\nUID:" + title.left(50).simplified().replace(' ', '-') +
-           "\nDTSTAMP:20250101T000000Z\nDTSTART:20250514T120000Z\nDTEND:20250514T123000Z\n" + more +
-           "SUMMARY:" + title + "\nEND:VEVENT\n";
-}
 
 int threadCount()
 {
@@ -43,49 +36,12 @@ int threadCount()
 class CalendarServiceTest : public QObject {
     Q_OBJECT
 
-    std::unique_ptr<QTemporaryDir> m_room;
-    std::unique_ptr<DebugLogService> m_log;
+    std::unique_ptr<CalendarRoom> m_room;
     std::unique_ptr<CalendarService> m_service;
-    std::unique_ptr<EventStore> m_store;
-    const DateInterval m_day{dateSince1970(1747180800),
-                             dateSince1970(1747180800 + 86400)}; // 14 May 2025, UTC
 
-    using Events = std::expected<std::vector<CalendarEvent>, Failure>;
-
-    /// As the lesson store loads: asks for access where none is decided.
-    static QCoro::Task<Events> load(EventStore *store, DateInterval day)
-    {
-        if (store->authorizationStatus() != CalendarAuthorization::fullAccess) {
-            auto granted = co_await store->requestFullAccessToEvents();
-            if (!granted) {
-                co_return std::unexpected(granted.error());
-            }
-            if (!*granted) {
-                co_return std::unexpected(Failure{u"denied"_s});
-            }
-        }
-        auto events = co_await store->events(day);
-        co_return events;
-    }
-
-    [[nodiscard]] static QStringList titles(const Events &events)
-    {
-        if (!events) {
-            return {u"failed: "_s + events.error().localizedDescription};
-        }
-        QStringList titles;
-        for (const CalendarEvent &event : *events) {
-            titles << event.title.value_or(QString());
-        }
-        return titles;
-    }
-
-    [[nodiscard]] QStringList load() { return titles(QCoro::waitFor(load(m_store.get(), m_day))); }
-
-    [[nodiscard]] qsizetype logged(const QString &part) const
-    {
-        return m_log->latestLines().filter(part).size();
-    }
+    [[nodiscard]] QStringList load(int daysLater = 0) { return m_room->load(daysLater); }
+    [[nodiscard]] auto beginLoad() { return CalendarRoom::load(m_room->store(), testDay()); }
+    [[nodiscard]] qsizetype logged(const QString &part) const { return m_room->logged(part); }
 
 private Q_SLOTS:
     void initTestCase()
@@ -101,20 +57,18 @@ private Q_SLOTS:
 
     void init()
     {
-        m_room = std::make_unique<QTemporaryDir>();
-        m_log = std::make_unique<DebugLogService>(m_room->path());
-        m_store = makeLinuxEventStore(*m_log, {m_room->filePath(u"folder"_s)}, m_room->filePath(u"memory"_s));
+        m_room = std::make_unique<CalendarRoom>();
+        m_room->startOnAll();
     }
 
     void cleanup()
     {
-        m_store.reset();
+        m_room->stop();
         for (const auto part : {CalendarService::Part::registry, CalendarService::Part::factory}) {
             if (m_service->isRunning(part)) {
                 m_service->signal(part, SIGCONT);
             }
         }
-        m_log.reset();
         m_room.reset();
     }
 
@@ -125,11 +79,7 @@ private Q_SLOTS:
 
     void foldersAndServiceAreOneList()
     {
-        QVERIFY(QDir().mkpath(m_room->filePath(u"folder"_s)));
-        QFile file(m_room->filePath(u"folder/a.ics"_s));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(calendarText(lesson("Zoom - Bea")));
-        file.close();
+        m_room->writeEvents(u"a.ics"_s, lesson("Zoom - Bea"));
         QCOMPARE(load(), (QStringList{u"Zoom - Anna"_s, u"Zoom - Bea"_s, u"Zoom - Ben"_s, u"Zoom - Cleo"_s}));
     }
 
@@ -161,7 +111,7 @@ private Q_SLOTS:
     {
         QCOMPARE(load().size(), 3);
         for (int number = 0; number < 10; ++number) {
-            auto loading = load(m_store.get(), m_day);
+            auto loading = beginLoad();
             m_service->signal(CalendarService::Part::factory, SIGKILL);
             QElapsedTimer timer;
             timer.start();
@@ -194,16 +144,11 @@ private Q_SLOTS:
     void onTheNextDaysWhatIsRememberedStandsInAndNoLonger()
     {
         QCOMPARE(load().size(), 3);
-        QTRY_COMPARE(QDir(m_room->filePath(u"memory"_s)).entryList({u"*.memory"_s}, QDir::Files).size(), 2);
+        QTRY_COMPARE(m_room->memoryFiles().size(), 2);
         m_service->signal(CalendarService::Part::factory, SIGSTOP);
-        const auto later = [this](int days) {
-            const Seconds shift{86400.0 * days};
-            return titles(
-                QCoro::waitFor(load(m_store.get(), DateInterval{m_day.start + shift, m_day.end + shift})));
-        };
         // Ben comes each week.
-        QCOMPARE(later(7), QStringList{u"Zoom - Ben"_s});
-        QVERIFY(later(8).value(0).startsWith(u"failed"_s));
+        QCOMPARE(load(7), QStringList{u"Zoom - Ben"_s});
+        QVERIFY(load(8).value(0).startsWith(u"failed"_s));
     }
 
     void aServiceThatHangsFromTheBeginningIsAnErrorInTime()
@@ -214,18 +159,14 @@ private Q_SLOTS:
         timer.start();
         QVERIFY(load().first().startsWith(u"failed"_s));
         QVERIFY2(timer.elapsed() < limit, qPrintable(QString::number(timer.elapsed())));
-        QCOMPARE(m_store->authorizationStatus(), CalendarAuthorization::notDetermined);
+        QCOMPARE(m_room->store().authorizationStatus(), CalendarAuthorization::notDetermined);
         m_service->signal(CalendarService::Part::factory, SIGCONT);
         QTRY_COMPARE_WITH_TIMEOUT(load().size(), 3, 20000);
     }
 
     void withAFolderAServiceThatHangsDelaysButDoesNotFail()
     {
-        QVERIFY(QDir().mkpath(m_room->filePath(u"folder"_s)));
-        QFile file(m_room->filePath(u"folder/a.ics"_s));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(calendarText(lesson("Zoom - Bea")));
-        file.close();
+        m_room->writeEvents(u"a.ics"_s, lesson("Zoom - Bea"));
         QVERIFY(m_service->process(CalendarService::Part::factory) > 0);
         m_service->signal(CalendarService::Part::factory, SIGSTOP);
         QElapsedTimer timer;
@@ -238,14 +179,14 @@ private Q_SLOTS:
     {
         QCOMPARE(load().size(), 3);
         m_service->signal(CalendarService::Part::factory, SIGSTOP);
-        std::vector<QCoro::Task<Events>> calls;
+        std::vector<decltype(beginLoad())> calls;
         const int before = threadCount();
         int most = 0;
         // Four a second for twelve seconds: some overlap, all end, and no thread is left behind.
         QElapsedTimer timer;
         timer.start();
         while (timer.elapsed() < 12'000) {
-            calls.push_back(load(m_store.get(), m_day));
+            calls.push_back(beginLoad());
             const qint64 next = timer.elapsed() + 250;
             QTRY_VERIFY_WITH_TIMEOUT(timer.elapsed() >= next, 1000);
             most = std::max(most, threadCount());
@@ -309,10 +250,10 @@ private Q_SLOTS:
 
     void aStoreThatGoesWhileItIsAskedLeavesNothingBehind()
     {
-        auto first = load(m_store.get(), m_day);
+        auto first = beginLoad();
         QCOMPARE(titles(QCoro::waitFor(std::move(first))).size(), 3);
-        auto second = m_store->events(m_day);
-        m_store.reset();
+        auto second = m_room->store().events(testDay());
+        m_room->stop();
         [[maybe_unused]] const auto either = QCoro::waitFor(std::move(second));
     }
 
@@ -329,8 +270,8 @@ private Q_SLOTS:
     void aRegistryThatHangsFromTheBeginningLeavesWhatIsRemembered()
     {
         QCOMPARE(load().size(), 3);
-        QTRY_COMPARE(QDir(m_room->filePath(u"memory"_s)).entryList({u"*.memory"_s}, QDir::Files).size(), 2);
-        m_store = makeLinuxEventStore(*m_log, {m_room->filePath(u"folder"_s)}, m_room->filePath(u"memory"_s));
+        QTRY_COMPARE(m_room->memoryFiles().size(), 2);
+        m_room->startOnAll();
         m_service->signal(CalendarService::Part::registry, SIGSTOP);
         QElapsedTimer timer;
         timer.start();

@@ -1,14 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "Corvane/Platform/Linux/EvolutionData/LinuxEventStore.h"
+#include "tests/adapters/CalendarRoom.h"
 #include "tests/support/CalDavServer.h"
 #include "tests/support/CalendarService.h"
 #include "tests/support/TestProgram.h"
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <csignal>
@@ -20,68 +19,41 @@ namespace {
 
 constexpr auto limit = 5000; // milliseconds; a load gives up after 4.5 s
 
-QByteArray lesson(const QByteArray &title, const QByteArray &hour = "12")
-{
-    return "BEGIN:VEVENT\nUID:" + title.simplified().replace(' ', '-') +
-           "\nDTSTAMP:20250101T000000Z\nDTSTART:20250514T" + hour + "0000Z\nDTEND:20250514T" + hour +
-           "3000Z\nSUMMARY:" + title + "\nEND:VEVENT\n";
-}
-
 } // namespace
 
 /// The store of the whole machine over a real calendar server that changes, hangs, refuses and comes back.
 class OnlineCalendarTest : public QObject {
     Q_OBJECT
 
-    std::unique_ptr<QTemporaryDir> m_room;
-    std::unique_ptr<DebugLogService> m_log;
+    std::unique_ptr<CalendarRoom> m_room;
     std::unique_ptr<CalDavServer> m_server;
     std::unique_ptr<CalendarService> m_service;
-    std::unique_ptr<EventStore> m_store;
     std::unique_ptr<QSignalSpy> m_news;
-    const DateInterval m_day{dateSince1970(1747180800),
-                             dateSince1970(1747180800 + 86400)}; // 14 May 2025, UTC
 
     /// Quillet starts: with what it remembers, and nothing else.
     void startStore()
     {
         m_news.reset();
-        m_store = makeLinuxEventStore(*m_log, {m_room->filePath(u"folder"_s)}, m_room->filePath(u"memory"_s));
-        m_news = std::make_unique<QSignalSpy>(&m_store->monitor(), &CalendarMonitor::newsArrived);
+        m_room->startOnAll();
+        m_news = std::make_unique<QSignalSpy>(&m_room->monitor(), &CalendarMonitor::newsArrived);
     }
 
     /// The machine starts: the calendar service knows what it has on its disk.
     void restartService()
     {
         m_news.reset();
-        m_store.reset();
+        m_room->stop();
         m_service->signal(CalendarService::Part::factory, SIGKILL);
         QTRY_VERIFY(!m_service->isRunning(CalendarService::Part::factory));
         startStore();
     }
 
-    [[nodiscard]] QStringList load()
-    {
-        if (m_store->authorizationStatus() != CalendarAuthorization::fullAccess) {
-            const auto granted = QCoro::waitFor(m_store->requestFullAccessToEvents());
-            if (!granted.value_or(false)) {
-                return {u"no access"_s};
-            }
-        }
-        const auto events = QCoro::waitFor(m_store->events(m_day));
-        if (!events) {
-            return {u"failed: "_s + events.error().localizedDescription};
-        }
-        QStringList titles;
-        for (const CalendarEvent &event : *events) {
-            titles << event.title.value_or(QString());
-        }
-        return titles;
-    }
+    [[nodiscard]] QStringList load() { return m_room->load(); }
+    void refresh() { m_room->store().refresh(CalendarRefresh::wished); }
 
     [[nodiscard]] CalendarStatus online() const
     {
-        for (const CalendarStatus &calendar : m_store->monitor().calendars()) {
+        for (const CalendarStatus &calendar : m_room->monitor().calendars()) {
             if (calendar.name == u"Online") {
                 return calendar;
             }
@@ -89,16 +61,11 @@ class OnlineCalendarTest : public QObject {
         return {};
     }
 
-    [[nodiscard]] qsizetype memories() const
-    {
-        return QDir(m_room->filePath(u"memory"_s)).entryList({u"*.memory"_s}, QDir::Files).size();
-    }
-
     /// Both calendars are read and remembered.
     void loadAndRemember()
     {
         QTRY_COMPARE_WITH_TIMEOUT(load(), (QStringList{u"Zoom - Anna"_s, u"Zoom - Ben"_s}), 30000);
-        QTRY_COMPARE(memories(), 2);
+        QTRY_COMPARE(m_room->memoryFiles().size(), 2);
     }
 
 private Q_SLOTS:
@@ -118,20 +85,18 @@ private Q_SLOTS:
 
     void init()
     {
-        m_room = std::make_unique<QTemporaryDir>();
-        m_log = std::make_unique<DebugLogService>(m_room->path());
+        m_room = std::make_unique<CalendarRoom>();
         m_server->put(u"anna"_s, lesson("Zoom - Anna"));
         startStore();
-        m_store->refresh(CalendarRefresh::wished);
+        refresh();
     }
 
     void cleanup()
     {
         m_news.reset();
-        m_store.reset();
+        m_room->stop();
         m_server->resume();
         m_server->remove(u"cleo"_s);
-        m_log.reset();
         m_room.reset();
     }
 
@@ -140,19 +105,19 @@ private Q_SLOTS:
         loadAndRemember();
         m_server->put(u"cleo"_s, lesson("Zoom - Cleo"));
         m_news->clear();
-        m_store->refresh(CalendarRefresh::wished);
+        refresh();
         QTRY_VERIFY_WITH_TIMEOUT(!m_news->isEmpty(), 10000);
         QCOMPARE(load(), (QStringList{u"Zoom - Anna"_s, u"Zoom - Ben"_s, u"Zoom - Cleo"_s}));
 
-        m_server->put(u"cleo"_s, lesson("Zoom - Cleo", "10"));
+        m_server->put(u"cleo"_s, lesson("Zoom - Cleo", {}, "10"));
         m_news->clear();
-        m_store->refresh(CalendarRefresh::wished);
+        refresh();
         QTRY_VERIFY_WITH_TIMEOUT(!m_news->isEmpty(), 10000);
         QCOMPARE(load(), (QStringList{u"Zoom - Cleo"_s, u"Zoom - Anna"_s, u"Zoom - Ben"_s}));
 
         m_server->remove(u"cleo"_s);
         m_news->clear();
-        m_store->refresh(CalendarRefresh::wished);
+        refresh();
         QTRY_VERIFY_WITH_TIMEOUT(!m_news->isEmpty(), 10000);
         QCOMPARE(load(), (QStringList{u"Zoom - Anna"_s, u"Zoom - Ben"_s}));
     }
@@ -184,7 +149,7 @@ private Q_SLOTS:
         QVERIFY(!online().isGap());
         m_server->start();
         m_server->put(u"cleo"_s, lesson("Zoom - Cleo"));
-        QTRY_COMPARE_WITH_TIMEOUT((m_store->refresh(CalendarRefresh::wished), load()),
+        QTRY_COMPARE_WITH_TIMEOUT((refresh(), load()),
                                   (QStringList{u"Zoom - Anna"_s, u"Zoom - Ben"_s, u"Zoom - Cleo"_s}), 60000);
     }
 
@@ -200,8 +165,8 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(!m_news->isEmpty(), 10000);
         QCOMPARE(load(), (QStringList{u"Zoom - Anna"_s, u"Zoom - Ben"_s}));
         QCOMPARE(online().condition, CalendarStatus::Condition::answers);
-        QCOMPARE(m_log->latestLines().filter(u"calendar did not answer name=\"Online\""_s).size(), 1);
-        QCOMPARE(m_log->latestLines().filter(u"calendar answers again name=\"Online\""_s).size(), 1);
+        QCOMPARE(m_room->logged(u"calendar did not answer name=\"Online\""_s), 1);
+        QCOMPARE(m_room->logged(u"calendar answers again name=\"Online\""_s), 1);
     }
 
     // The last one: from here on the server lets nobody in.
@@ -214,7 +179,7 @@ private Q_SLOTS:
         restartService();
         QCOMPARE(load(), (QStringList{u"Zoom - Anna"_s, u"Zoom - Ben"_s}));
         QVERIFY(!online().isGap());
-        m_store->refresh(CalendarRefresh::wished);
+        refresh();
         QTRY_COMPARE_WITH_TIMEOUT((static_cast<void>(load()), online().condition),
                                   CalendarStatus::Condition::awaitsPassword, 30000);
     }

@@ -37,6 +37,12 @@ QString defaultCalendarMemoryFolder()
 std::unique_ptr<EventStore> makeLinuxEventStore(DebugLogService &log, const QStringList &folders,
                                                 const QString &memoryFolder)
 {
+    return makeLinuxEventStore(std::make_shared<CalendarServices>(log, memoryFolder), folders);
+}
+
+std::unique_ptr<EventStore> makeLinuxEventStore(std::shared_ptr<CalendarServices> services,
+                                                const QStringList &folders)
+{
     // Asked at each query: an event at ten, in whatever zone, is one at ten where a traveller is now.
     const TimeZoneId timeZoneId = &systemTimeZoneId;
     // The calendar library would load its plug-ins for mail servers, a megabyte of code that no calendar
@@ -47,7 +53,6 @@ std::unique_ptr<EventStore> makeLinuxEventStore(DebugLogService &log, const QStr
     }
     std::vector<std::shared_ptr<CalendarSource>> sources;
     // The folders first: whether one exists is known at once, so that a service that hangs delays no grant.
-    const auto services = std::make_shared<CalendarServices>(log, memoryFolder);
     [[maybe_unused]] const auto cleaning =
         startOnPool(services->memories.threads(), [memory = services->memory, now = currentDate()] {
             memory.forgetExpired(now);

@@ -12,6 +12,8 @@
 
 namespace corvane {
 
+struct CalendarServices;
+
 /// The folders where calendar files are looked for when the user names none: `quillet/calendars` in the
 /// user's data folder, and `.calendars` in the home.
 [[nodiscard]] QStringList defaultCalendarFolders();
@@ -24,6 +26,10 @@ namespace corvane {
 /// root, on the main thread.
 [[nodiscard]] std::unique_ptr<EventStore>
 makeLinuxEventStore(DebugLogService &log, const QStringList &folders, const QString &memoryFolder);
+
+/// Likewise; `services` goes when the last that is under way has ended.
+[[nodiscard]] std::unique_ptr<EventStore> makeLinuxEventStore(std::shared_ptr<CalendarServices> services,
+                                                              const QStringList &folders);
 
 /// Whether the event loop of the main thread serves the calendar library; where it does not, says so in the
 /// log and on the standard error: the calendar service then never answers, and loads end at their time limit.
