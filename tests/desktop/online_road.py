@@ -5,6 +5,7 @@
 
     online_road.py Online.aServerThatHangsLeavesLessonsBannersAndBackups
     online_road.py Online.theTeachersReloadBringsWhatChangedOnTheServer
+    online_road.py Online.wakingAndFiveMinutesBringNewsAndALastingGapIsToldOnce
 """
 import math
 import os
@@ -13,7 +14,8 @@ import unittest
 
 from backups import BackupDesktop, identifiers
 from calendar_server import CalendarServer
-from quillet_desktop import event, poll
+from quillet_desktop import calendar, event, poll
+from session_manager import SessionManager
 
 LOADED = "^scheduled system backup notifications lessons="
 
@@ -83,6 +85,43 @@ class Online(unittest.TestCase):
             server.remove("ben")
             program.press("Reload Today's Lessons")
             poll("the end of the lesson", lambda: sorted(desktop.pending()) == sorted(identifiers(start, "Anna")), 20)
+            self.assertEqual(program.quit(), 0)
+
+    def wakingAndFiveMinutesBringNewsAndALastingGapIsToldOnce(self):
+        def gaps():
+            return [name for name in desktop.pending() if name.startswith("quillet.calendar-gap.")]
+
+        with BackupDesktop(movable_timers=True) as desktop, CalendarServer(desktop) as server, \
+                SessionManager(desktop) as session:
+            start = math.ceil(desktop.now()) + 7200
+            lesson = event("Zoom - Anna", start, start + 1500)
+            server.put("anna", lesson)
+            # Half of a calendar, from the start on: there is no earlier answer of its.
+            desktop.write_folder_calendar("School.ics", calendar(lesson)[:-60])
+            program = desktop.start_quillet(session.environment)
+            program.wait_for(LOADED + "1$", 30)
+            program.wait_for('^calendar did not answer name="School.ics" .*lastAnswerStands=no$')
+
+            server.put("ben", event("Zoom - Ben", start + 3600, start + 5100, uid="ben"))
+            session.wake()
+            program.wait_for(LOADED + "2$", 20)
+            self.assertIn("School.ics", desktop.status_tool_tip())
+            self.assertEqual(gaps(), [])
+
+            # Five minutes later.
+            server.put("cleo", event("Zoom - Cleo", start + 5400, start + 6900, uid="cleo"))
+            desktop.skip_to(desktop.now() + 301)
+            program.wait_for(LOADED + "3$", 20)
+            program.wait_for("^calendar gap told$")
+            told = gaps()
+            self.assertEqual(len(told), 1)
+
+            # And again: it is told already.
+            server.remove("cleo")
+            desktop.skip_to(desktop.now() + 301)
+            program.wait_for(LOADED + "2$", 20, count=2)
+            self.assertEqual(gaps(), told)
+            self.assertEqual(len(program.find("^calendar gap")), 1)
             self.assertEqual(program.quit(), 0)
 
 

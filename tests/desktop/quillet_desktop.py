@@ -26,8 +26,9 @@ class Desktop(contextlib.AbstractContextManager):
 
     size = (1440, 900)
 
-    def __init__(self, calendar_service=True, without=(), movable_clock=False):
-        """With a movable clock, what start_quillet() starts goes along when the test skips time."""
+    def __init__(self, calendar_service=True, without=(), movable_clock=False, movable_timers=False):
+        """With a movable clock, what start_quillet() starts goes along when the test skips time; with movable timers,
+        their timers and time limits do, too."""
         self.programs = []
         with tempfile.TemporaryDirectory() as folder:
             room_file = pathlib.Path(folder) / "room"
@@ -47,7 +48,7 @@ class Desktop(contextlib.AbstractContextManager):
             poll("the virtual desktop", up, 60)
             self.room = pathlib.Path(room_file.read_text().strip())
         self.environment = dict(line.split("=", 1) for line in (self.room / "environment").read_text().splitlines())
-        self.clock = WallClock(self.environment, self.room / "clock", movable_clock)
+        self.clock = WallClock(self.environment, self.room / "clock", movable_clock or movable_timers, movable_timers)
         self.data = pathlib.Path(self.environment["XDG_DATA_HOME"])
         self.config = pathlib.Path(self.environment["XDG_CONFIG_HOME"])
         self.calendar_folder = self.data / "quillet/calendars"
@@ -156,6 +157,13 @@ class Desktop(contextlib.AbstractContextManager):
         answer = self.call(name, path or "/StatusNotifierItem", "org.freedesktop.DBus.Properties.Get",
                            "org.kde.StatusNotifierItem", "Title")
         return re.fullmatch(r"\(<'(.*)'>,\)\s*", answer)[1]
+
+    def status_tool_tip(self):
+        """What the only status item says when it is pointed at; a screen reader gets it, too."""
+        (item,) = self.status_items()
+        name, path = re.fullmatch(r"([^/]+)(/.*)?", item).groups()
+        return self.call(name, path or "/StatusNotifierItem", "org.freedesktop.DBus.Properties.Get",
+                         "org.kde.StatusNotifierItem", "ToolTip")
 
     def click_bell(self):
         """Clicks the bell, as its host would tell of it."""

@@ -23,9 +23,11 @@ class WallClock:
     """The time of day on a desktop: the machine's, plus a constant where the desktop stands in another day.
 
     Where it is movable, a test can skip time. Only programs that have environment() go along, and only their time of
-    day does: timers and time limits stay those of the machine."""
+    day does: timers and time limits stay those of the machine, unless they are `with_timers`. What would have been due
+    in between is then due at once."""
 
-    def __init__(self, desktop_environment, file, movable):
+    def __init__(self, desktop_environment, file, movable, with_timers=False):
+        self.with_timers = with_timers
         self.zone = zoneinfo.ZoneInfo(desktop_environment["TZ"])
         self.offset = int(desktop_environment.get("QUILLET_CLOCK_OFFSET", 0))
         self.file, self.movable = file, movable
@@ -40,7 +42,7 @@ class WallClock:
         rest = {name: value for name, value in desktop_environment.items() if name != "FAKETIME"}
         return {**rest, "LD_PRELOAD": "/usr/$LIB/faketime/libfaketimeMT.so.1", "NO_FAKE_STAT": "1",
                 "FAKETIME_TIMESTAMP_FILE": str(self.file), "FAKETIME_NO_CACHE": "1",
-                "FAKETIME_DONT_FAKE_MONOTONIC": "1"}
+                "FAKETIME_DONT_FAKE_MONOTONIC": "0" if self.with_timers else "1"}
 
     def now(self):
         """Seconds since 1970."""
