@@ -73,9 +73,9 @@ QString conditionText(CalendarStatus::Condition condition)
     case CalendarStatus::Condition::answers:
         return {};
     case CalendarStatus::Condition::awaitsPassword:
-        return u"Waits for its password"_s;
+        return u"Waiting for its password"_s;
     case CalendarStatus::Condition::silent:
-        return u"Does not answer"_s;
+        return u"No answer"_s;
     case CalendarStatus::Condition::unopened:
         return u"Could not be opened"_s;
     case CalendarStatus::Condition::leftOut:
@@ -94,7 +94,7 @@ QString problemText(const CalendarStatus &calendar, Date now, const QLocale &loc
         problem += u" since "_s + whenText(*calendar.failingSince, now, locale);
     }
     if (calendar.usesLastAnswer) {
-        problem += u" and stands with its last answer"_s;
+        problem += u", shows its last answer"_s;
     }
     if (!calendar.reason.isEmpty()) {
         problem += u": "_s + shortened(calendar.reason);

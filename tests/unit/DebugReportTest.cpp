@@ -140,17 +140,16 @@ private Q_SLOTS:
             QTest::newRow(name) << condition << isDated << reason << usesLastAnswer << problem;
         };
         row("password", Condition::awaitsPassword, false, {}, true,
-            u"Waits for its password and stands with its last answer"_s);
+            u"Waiting for its password, shows its last answer"_s);
         row("password, missing", Condition::awaitsPassword, true, {}, false,
-            u"Waits for its password since 09:14. Its lessons are missing."_s);
-        row("silent", Condition::silent, true, {}, true,
-            u"Does not answer since 09:14 and stands with its last answer"_s);
+            u"Waiting for its password since 09:14. Its lessons are missing."_s);
+        row("silent", Condition::silent, true, {}, true, u"No answer since 09:14, shows its last answer"_s);
         row("silent, missing", Condition::silent, true, {}, false,
-            u"Does not answer since 09:14. Its lessons are missing."_s);
+            u"No answer since 09:14. Its lessons are missing."_s);
         row("unopened", Condition::unopened, true, u"the server refuses."_s, false,
             u"Could not be opened since 09:14: the server refuses. Its lessons are missing."_s);
         row("left out", Condition::leftOut, false, u"it is no calendar"_s, true,
-            u"Left out and stands with its last answer: it is no calendar"_s);
+            u"Left out, shows its last answer: it is no calendar"_s);
     }
 
     void whatIsWrongWithACalendarIsToldInPlainWords()
@@ -241,7 +240,7 @@ Now
   Log file, /home/t/quillet-debug.log
 
 Calendars
-  Lessons, 2 events today · last read 09:10 · A.@school.example, Does not answer since 09:14 and stands with its last answer: [link] hangs
+  Lessons, 2 events today · last read 09:10 · A.@school.example, No answer since 09:14, shows its last answer: [link] hangs
 
 Not lessons today
   10:00 – 10:30, D. w. C. D., No platform named, and the title is no name: no name has “&”

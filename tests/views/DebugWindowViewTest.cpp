@@ -58,9 +58,8 @@ private Q_SLOTS:
                  (QStringList{u"State, prepare"_s, u"Current lesson, Anna (Zoom)"_s,
                               u"Next lesson, Anna (Zoom)"_s}));
         QCOMPARE(room.rows(u"Calendars"_s).size(), 6);
-        QCOMPARE(room.rows(u"Calendars"_s).at(4),
-                 u"Shared, no events today · last read 09:10 · dav.example, "
-                 "Does not answer since 09:14 and stands with its last answer"_s);
+        QCOMPARE(room.rows(u"Calendars"_s).at(4), u"Shared, no events today · last read 09:10 · dav.example, "
+                                                  "No answer since 09:14, shows its last answer"_s);
         QCOMPARE(
             room.rows(u"Not lessons today"_s),
             (QStringList{
@@ -213,7 +212,7 @@ private Q_SLOTS:
         QCOMPARE(list->child(0)->role(), QAccessible::ListItem);
         QCOMPARE(list->child(3)->text(QAccessible::Name),
                  u"Bookings, no events today · last read 09:10 · dav.example, "
-                 "Waits for its password since 09:14. Its lessons are missing."_s);
+                 "Waiting for its password since 09:14. Its lessons are missing."_s);
         QVERIFY(list->child(0)->state().focusable);
     }
 
