@@ -20,6 +20,11 @@ namespace {
 
 constexpr double oneDay = 86400;
 
+RememberedCalendar remembered(const QString &identifier)
+{
+    return {identifier, u"Anna"_s, {}, testDay().start, {testDay().start, testDay(8).start}, {}};
+}
+
 } // namespace
 
 /// What a calendar file held stands in while the file cannot be read, also after a new start.
@@ -279,6 +284,37 @@ private Q_SLOTS:
         QVERIFY(obstacle.remove());
         QTRY_COMPARE((static_cast<void>(load()), memoryFiles().size()), 1);
         QCOMPARE(m_room->logged(u"calendar not remembered"_s), 1);
+    }
+
+    void aMemoryIsThatOfItsCalendarAlone()
+    {
+        const CalendarMemory memory(memoryFolder());
+        QVERIFY(memory.write(remembered(u"service:anna"_s)).has_value());
+        const QString anna = memoryFolder() + u'/' + memoryFiles().at(0);
+        QVERIFY(QFile::rename(anna, anna + u".kept"_s));
+        QVERIFY(memory.write(remembered(u"service:ben"_s)).has_value());
+        const QString ben = memoryFolder() + u'/' + memoryFiles().at(0);
+        QVERIFY(QFile::remove(ben));
+        QVERIFY(QFile::rename(anna + u".kept"_s, ben));
+        QCOMPARE(memory.read(u"service:ben"_s), std::nullopt);
+    }
+
+    void whatHasGrownTooLargeIsForgotten()
+    {
+        const CalendarMemory memory(memoryFolder());
+        RememberedCalendar calendar = remembered(u"service:anna"_s);
+        QVERIFY(memory.write(calendar).has_value());
+        calendar.text = QByteArray(CalendarMemory::maximumTextSize + 1, 'a');
+        QVERIFY(!memory.write(calendar).has_value());
+        QCOMPARE(memoryFiles(), QStringList());
+    }
+
+    void theCalendarsOfOneSourceAreReadTogether()
+    {
+        const CalendarMemory memory(memoryFolder());
+        QVERIFY(memory.write(remembered(u"service:anna"_s)).has_value());
+        QVERIFY(memory.write(remembered(u"file:/anna.ics"_s)).has_value());
+        QCOMPARE(memory.readAll(u"service:"_s), std::vector{remembered(u"service:anna"_s)});
     }
 
     void anExpiredMemoryGoesAtTheStart()
