@@ -108,13 +108,13 @@ QCoro::Task<void> FileCalendar::index(std::shared_ptr<FileCalendar> self, QDeadl
 {
     co_await indexFile(self, deadline);
     // What it held in an earlier run stands in where it cannot be read in this one.
-    if (!self->m_identifiers.empty() || !co_await hasMemory(self, deadline)) {
+    if (!self->m_identifiers->empty() || !co_await hasMemory(self, deadline)) {
         co_return;
     }
     const auto indexing = startOnPool(self->services().workers.threads(),
                                       [memory = self->memory()] { return identifiersIn(memory->text); });
-    if (co_await indexing.until(deadline) && self->m_identifiers.empty()) {
-        self->m_identifiers = *indexing.value();
+    if (co_await indexing.until(deadline) && self->m_identifiers->empty()) {
+        self->m_identifiers = indexing.value();
     }
 }
 
@@ -136,7 +136,7 @@ QCoro::Task<void> FileCalendar::indexFile(std::shared_ptr<FileCalendar> self, QD
     self->m_indexing.reset();
     self->m_indexedStamp = indexing.stamp;
     if (const auto &identifiers = *indexing.identifiers.value()) {
-        self->m_identifiers = *identifiers;
+        self->m_identifiers = std::make_shared<const std::set<IdentifierKey>>(*identifiers);
     }
 }
 

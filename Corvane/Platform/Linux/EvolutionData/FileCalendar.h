@@ -39,8 +39,9 @@ public:
     /// Finds out which events the file names, or named when it was read last, also in an earlier run. Ends at
     /// `deadline`, and goes on at the next call.
     static QCoro::Task<void> index(std::shared_ptr<FileCalendar> self, QDeadlineTimer deadline);
-    /// As it was found out last.
-    [[nodiscard]] const std::set<IdentifierKey> &identifiers() const { return m_identifiers; }
+    using Identifiers = std::shared_ptr<const std::set<IdentifierKey>>;
+    /// As it was found out last: another object when it was found out anew. Never null.
+    [[nodiscard]] const Identifiers &identifiers() const { return m_identifiers; }
 
     void close() override;
 
@@ -77,7 +78,7 @@ private:
     };
     std::optional<Indexing> m_indexing;
     std::optional<FileStamp> m_indexedStamp;
-    std::set<IdentifierKey> m_identifiers;
+    Identifiers m_identifiers = std::make_shared<const std::set<IdentifierKey>>();
 };
 
 } // namespace corvane

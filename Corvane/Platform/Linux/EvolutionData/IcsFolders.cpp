@@ -86,7 +86,7 @@ public:
         answers.isThere = self->m_isThere;
         const Files files = self->m_files;
         // A file that hangs must not make the others late.
-        co_await findShared(files, std::min(inTime, QDeadlineTimer(indexTime, Qt::PreciseTimer)));
+        co_await findShared(self, files, std::min(inTime, QDeadlineTimer(indexTime, Qt::PreciseTimer)));
         std::vector<QCoro::Task<void>> tasks;
         tasks.reserve(files.size());
         for (const auto &[path, file] : files) {
@@ -103,7 +103,7 @@ private:
     using Files = std::map<QByteArray, std::shared_ptr<FileCalendar>>;
 
     /// Tells each file which of its events other files name, too.
-    static QCoro::Task<void> findShared(Files files, QDeadlineTimer inTime)
+    static QCoro::Task<void> findShared(std::shared_ptr<Impl> self, Files files, QDeadlineTimer inTime)
     {
         std::vector<QCoro::Task<void>> tasks;
         tasks.reserve(files.size());
@@ -113,15 +113,24 @@ private:
         for (auto &task : tasks) {
             co_await task;
         }
-        std::map<IdentifierKey, int> count;
+        std::map<QByteArray, FileCalendar::Identifiers> identifiers;
         for (const auto &[path, file] : files) {
-            for (const IdentifierKey identifier : file->identifiers()) {
+            identifiers.emplace(path, file->identifiers());
+        }
+        // Counting those of a large calendar takes longer than the rest of a load.
+        if (identifiers == self->m_identifiers) {
+            co_return;
+        }
+        std::map<IdentifierKey, int> count;
+        for (const auto &[path, ofFile] : identifiers) {
+            for (const IdentifierKey identifier : *ofFile) {
                 ++count[identifier];
             }
         }
+        self->m_identifiers = std::move(identifiers);
         for (const auto &[path, file] : files) {
             std::set<IdentifierKey> shared;
-            std::ranges::copy_if(file->identifiers(), std::inserter(shared, shared.end()),
+            std::ranges::copy_if(*file->identifiers(), std::inserter(shared, shared.end()),
                                  [&count](IdentifierKey identifier) { return count[identifier] > 1; });
             file->setShared(std::move(shared));
         }
@@ -232,6 +241,8 @@ private:
     std::optional<Pending<std::shared_ptr<bool>>> m_availabilityCheck;
     std::optional<Pending<std::shared_ptr<FolderListing>>> m_listing;
     Files m_files;
+    /// Of the files, when it was last found out which of them are shared.
+    std::map<QByteArray, FileCalendar::Identifiers> m_identifiers;
     SharedEvents m_shared{m_services};
     RememberedCalendars m_remembered{m_services, FileCalendar::identifierPrefix};
     std::map<QByteArray, QString> m_folderErrors;
