@@ -69,6 +69,11 @@ private Q_SLOTS:
         QVERIFY(status().usesLastAnswer);
         QVERIFY(!status().isGap());
         QCOMPARE(m_room->logged(u"lastAnswerStands=yes"_s), 1);
+        const auto since = status().failingSince;
+        QVERIFY(since.has_value());
+        QTRY_VERIFY(currentDate() > *since);
+        QCOMPARE(load(), QStringList{u"Zoom - Anna"_s});
+        QCOMPARE(status().failingSince, since);
     }
 
     void itStandsAfterANewStart()
