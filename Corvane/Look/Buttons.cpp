@@ -153,7 +153,7 @@ void Button::paintEvent(QPaintEvent *)
     }
     case Kind::prominent:
         ink = Ink::onAccent;
-        fillRounded(painter, area, control::cornerRadius, color(Ink::accent, colors));
+        fillRounded(painter, area, control::cornerRadius, accentGround(colors));
         fillRounded(painter, area, control::cornerRadius, black(groundOpacity(*this, 0)));
         break;
     case Kind::link:
@@ -281,13 +281,12 @@ void Switch::paintEvent(QPaintEvent *)
     const QRectF track(isLeftToRight() ? width() - knob.width() : 0, (height() - knob.height()) / 2.0,
                        knob.width(), knob.height());
     const double radius = track.height() / 2;
-    fillRounded(painter, track, radius,
-                isChecked() ? color(Ink::accent, colors) : color(Ink::primary, colors, 0.28));
+    fillRounded(painter, track, radius, isChecked() ? accentEdge(colors) : edgeColor(colors));
     constexpr double gap = 2;
     const double side = track.height() - 2 * gap;
     const bool isAtRight = isChecked() == isLeftToRight();
     painter.setPen(Qt::NoPen);
-    painter.setBrush(isChecked() ? color(Ink::onAccent, colors) : white(1));
+    painter.setBrush(white(1));
     painter.drawEllipse(
         QRectF(isAtRight ? track.right() - gap - side : track.left() + gap, track.top() + gap, side, side));
     if (showsFocus(*this)) {

@@ -14,6 +14,7 @@
 #include <QFocusEvent>
 #include <QFontInfo>
 #include <QFontMetrics>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
@@ -227,7 +228,7 @@ QCalendarWidget *calendar(const QLocale &locale)
     calendar->setHorizontalHeaderFormat(QCalendarWidget::ShortDayNames);
     calendar->setFont(look::font(TextStyle::body));
     QPalette own;
-    own.setColor(QPalette::Base, fieldColor());
+    own.setColor(QPalette::Base, fieldColor(QGuiApplication::palette()));
     calendar->setPalette(own);
     const QPalette palette = calendar->palette();
     QTextCharFormat day;

@@ -9,6 +9,7 @@
 
 #include <QFontInfo>
 #include <QFontMetrics>
+#include <QGuiApplication>
 #include <QPainter>
 #include <QWheelEvent>
 
@@ -27,10 +28,10 @@ void paintField(const QWidget &field, bool hasFocus)
         painter.setOpacity(control::disabledOpacity);
     }
     const QRectF area = field.rect();
-    painter.setBrush(fieldColor());
+    painter.setBrush(fieldColor(QGuiApplication::palette()));
     painter.drawRoundedRect(area, control::cornerRadius, control::cornerRadius);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(fieldEdgeColor(field.palette()), 1));
+    painter.setPen(QPen(edgeColor(QGuiApplication::palette()), 1));
     painter.drawRoundedRect(area.adjusted(0.5, 0.5, -0.5, -0.5), control::cornerRadius - 0.5,
                             control::cornerRadius - 0.5);
     if (hasFocus && field.window()->isActiveWindow()) {

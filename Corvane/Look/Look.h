@@ -30,12 +30,12 @@ enum class TextStyle { largeTitle, title, title3, headline, body, subheadline, c
 /// what fills a window; widgets with a font of their own hear nothing of such a change by themselves.
 void followDesktopFont(QWidget &view);
 
-/// What a colour is for. Each is legible on the desktop's window background, light or dark.
+/// What a colour is for. Each is legible on the desktop's window background and on a card, light or dark.
 enum class Ink {
     primary,   ///< texts
     secondary, ///< texts and symbols that stand back
     accent,    ///< what the eye is led to: the desktop's highlight
-    onAccent,  ///< texts and symbols on a ground of `accent`
+    onAccent,  ///< texts and symbols on a ground of `accentGround()`
     red,
     green,
     orange,
@@ -55,9 +55,18 @@ enum class Ink {
 [[nodiscard]] QColor cardColor(const QPalette &palette);
 [[nodiscard]] QColor separatorColor(const QPalette &palette);
 
-/// The ground of what is filled in, and the line about it.
-[[nodiscard]] QColor fieldColor();
-[[nodiscard]] QColor fieldEdgeColor(const QPalette &palette);
+/// The accent as a ground of white texts, and as what is seen of a control: an edge, the track of a switch.
+[[nodiscard]] QColor accentGround(const QPalette &palette);
+[[nodiscard]] QColor accentEdge(const QPalette &palette);
+
+/// The ground of what is filled in, and of lists that come up.
+[[nodiscard]] QColor fieldColor(const QPalette &palette);
+
+/// The line about a control, also the track of a switch that is off.
+[[nodiscard]] QColor edgeColor(const QPalette &palette);
+
+/// What stands in an empty field.
+[[nodiscard]] QColor placeholderColor(const QPalette &palette);
 
 /// Distances that recur, in points.
 namespace space {

@@ -76,7 +76,7 @@ public:
         const bool isUnderMouse = (option.state & QStyle::State_MouseOver) != 0;
         if (isSelected || isUnderMouse) {
             painter->setPen(Qt::NoPen);
-            painter->setBrush(isSelected ? color(Ink::accent, option.palette)
+            painter->setBrush(isSelected ? accentGround(option.palette)
                                          : color(Ink::primary, option.palette, control::hoverOpacity));
             painter->drawRoundedRect(option.rect, control::cornerRadius, control::cornerRadius);
         }
