@@ -4,8 +4,9 @@
 // How long the menu bar panel keeps its user waiting on a day of 300 lessons, and with a name out of all
 // measure. Uses the display it is started on, or one of its own where there is none.
 
-#include "Corvane/Look/Buttons.h"
 #include "Corvane/Look/ScrollView.h"
+#include "Corvane/Look/SegmentedControl.h"
+#include "Corvane/Look/Style.h"
 #include "Corvane/Views/MenuBarContentView.h"
 #include "tests/support/TestDesktop.h"
 #include "tests/support/ViewModelFixture.h"
@@ -66,7 +67,7 @@ void aNotchOfTheWheel(benchmark::State &state)
 {
     MenuBarPanelFixture fixture;
     const auto view = fixture.view();
-    view->findChild<look::SegmentedPicker *>()->setSelection(1);
+    view->findChild<look::SegmentedControl *>()->setSelection(1);
     view->resize(view->sizeHint());
     view->show();
     QCoreApplication::processEvents();
@@ -94,7 +95,7 @@ void aSecondOfTheDay(benchmark::State &state)
 {
     MenuBarPanelFixture fixture;
     const auto view = fixture.view();
-    view->findChild<look::SegmentedPicker *>()->setSelection(1);
+    view->findChild<look::SegmentedControl *>()->setSelection(1);
     view->resize(view->sizeHint());
     view->show();
     QCoreApplication::processEvents();
@@ -119,7 +120,7 @@ void switchingToAllToday(benchmark::State &state)
         view->show();
         QCoreApplication::processEvents();
         state.ResumeTiming();
-        view->findChild<look::SegmentedPicker *>()->setSelection(1);
+        view->findChild<look::SegmentedControl *>()->setSelection(1);
         QCoreApplication::processEvents();
         state.PauseTiming();
         view.reset();
@@ -165,6 +166,7 @@ int main(int argc, char *argv[])
     }
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setStyle(new look::Style);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

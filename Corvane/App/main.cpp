@@ -3,8 +3,10 @@
 
 #include "Corvane/App/CorvaneApp.h"
 #include "Corvane/App/EndSignals.h"
+#include "Corvane/Look/Style.h"
 #include "Corvane/Platform/Linux/Freedesktop/SingleInstance.h"
 #include "Corvane/Platform/Linux/Toolkit/DisplayChoice.h"
+#include "Corvane/Platform/Linux/Toolkit/ToolkitWindowSystem.h"
 #include "Corvane/Utilities/Spawn.h"
 
 #include <QApplication>
@@ -92,6 +94,8 @@ Run run(int argc, char *argv[])
     qputenv(platformVariable, *platform);
     QApplication application(argc, argv);
     restorePlatform(asked);
+    // The application's from here on.
+    QApplication::setStyle(new look::Style([] { return ToolkitWindowSystem().isComposited(); }));
     // Before an upgrade may put another file there: by its name the new program is started anew, then.
     Run run{.programPath = QFile::encodeName(QCoreApplication::applicationFilePath())};
     // A signal ends the program for good, also while it is about to start anew.

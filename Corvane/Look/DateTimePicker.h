@@ -7,21 +7,21 @@
 #include <QPointer>
 #include <QWidget>
 
-class QCalendarWidget;
-class QDateTimeEdit;
+class QPushButton;
 
 namespace corvane::look {
 
-class Button;
+class CalendarPopup;
+class DateTimeEdit;
 
 /// A day and a time of day: typed, stepped with the arrow keys or the two arrows, or the day clicked in a
-/// calendar. A step goes on into the next larger unit: a minute after 10:59 it is 11:00. The wheel scrolls
-/// the page that it stands on and never steps.
+/// calendar.
 class DateTimePicker final : public QWidget {
     Q_OBJECT
 
 public:
-    /// `label` is its name for a screen reader, `format` a display format of Qt's, in the locale of `parent`.
+    /// `label` is its name for a screen reader, `format` a display format of the toolkit's, in the locale of
+    /// `parent`.
     DateTimePicker(const QString &label, const QString &format, QWidget *parent = nullptr);
 
     [[nodiscard]] QDateTime dateTime() const;
@@ -36,9 +36,9 @@ Q_SIGNALS:
 private:
     void showCalendar();
 
-    QDateTimeEdit *m_edit;
-    Button *m_calendarButton;
-    QPointer<QWidget> m_popup;
+    DateTimeEdit *m_edit;
+    QPushButton *m_calendarButton;
+    QPointer<CalendarPopup> m_popup;
 };
 
 } // namespace corvane::look

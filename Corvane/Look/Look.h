@@ -125,14 +125,41 @@ inline constexpr double cornerRadius = 6;
 inline constexpr int symbolSpacing = 6;        ///< between a button's symbol and its text
 inline constexpr double hoverOpacity = 0.05;   ///< of the text's colour, under the pointer
 inline constexpr double pressedOpacity = 0.12; ///< the same, while held down
-inline constexpr double focusRingWidth = 2;    ///< drawn inside the control's own area
-inline constexpr double symbolShare = 1.15;    ///< of the font's size
-inline constexpr double stepperShare = 0.7;    ///< of the font's size, for the arrows of a stepper
-inline constexpr double calendarShare = 1.3;   ///< of the least size that holds the days
-inline constexpr double clearShare = 0.85;     ///< of the font's size, for the cross that empties a field
+inline constexpr double focusRingWidth = 2;
+inline constexpr int focusRingGap = 2;        ///< between the ring and the control
+inline constexpr int animationDuration = 160; ///< milliseconds
+inline constexpr double symbolShare = 1.15;   ///< of the font's size
+inline constexpr double stepperShare = 0.7;   ///< of the font's size, for the arrows of a stepper
+inline constexpr double calendarShare = 1.3;  ///< of the least size that holds the days
 inline constexpr double disabledOpacity = 0.4;
 
 } // namespace control
+
+/// Scroll bars.
+namespace scrollBar {
+
+inline constexpr int extent = 10;
+inline constexpr int resting = 4; ///< how thick the thumb is
+inline constexpr int touched = 7;
+inline constexpr int fromEdge = 2;
+inline constexpr int minimumLength = 24;
+inline constexpr double restingOpacity = 0.5;
+inline constexpr double touchedOpacity = 0.6;
+inline constexpr double heldOpacity = 0.75;
+
+} // namespace scrollBar
+
+/// Lists of choices, menus and calendars, which come up over a window.
+namespace popup {
+
+inline constexpr double cornerRadius = 10;
+inline constexpr int padding = 4; ///< between the edge and the rows
+inline constexpr int shadowReach = 14;
+inline constexpr int shadowRise = 3;           ///< so much less of it shows above than below
+inline constexpr double shadowOpacity = 0.075; ///< of the innermost of its layers
+inline constexpr double edgeOpacity = 0.2;     ///< of the text's colour
+
+} // namespace popup
 
 /// The badge of the About window.
 namespace badge {

@@ -3,10 +3,6 @@
 
 #include "Corvane/Look/Scrolling.h"
 
-#include "Corvane/Look/ScrollView.h"
-
-#include <QScrollBar>
-
 namespace corvane::look {
 
 QScrollArea *scrolling(QWidget *content)
@@ -15,7 +11,6 @@ QScrollArea *scrolling(QWidget *content)
     area->setFrameShape(QFrame::NoFrame);
     area->setFocusPolicy(Qt::NoFocus); // it answers the keys that its content leaves alone
     area->setWidgetResizable(true);
-    makeSlim(*area->verticalScrollBar());
     area->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     area->viewport()->setBackgroundRole(QPalette::Window);
     area->setWidget(content);

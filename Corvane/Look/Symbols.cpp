@@ -4,6 +4,7 @@
 #include "Corvane/Look/Symbols.h"
 
 #include <QFile>
+#include <QGuiApplication>
 #include <QIconEngine>
 #include <QPainter>
 #include <QSvgRenderer>
@@ -42,6 +43,7 @@ constexpr std::array symbols{
     Symbol{.name = u"book", .file = u"book", .body = Body::lines},
     Symbol{.name = u"bubble.left.and.bubble.right.fill", .file = u"chat-left-fill", .body = Body::solid},
     Symbol{.name = u"calendar", .file = u"calendar3", .body = Body::lines},
+    Symbol{.name = u"checkmark", .file = u"check2", .body = Body::lines},
     Symbol{.name = u"checkmark.circle.fill", .file = u"check-circle-fill", .body = Body::cutOut},
     Symbol{.name = u"checkmark.seal.fill", .file = u"patch-check-fill", .body = Body::cutOut},
     Symbol{.name = u"chevron.down", .file = u"chevron-down", .body = Body::lines},
@@ -142,6 +144,33 @@ private:
     QSvgRenderer m_renderer;
 };
 
+class InkEngine final : public QIconEngine {
+public:
+    InkEngine(QString name, Ink ink) : m_name(std::move(name)), m_ink(ink) {}
+
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override
+    {
+        const Ink ink = mode == QIcon::Active ? Ink::primary : m_ink;
+        SymbolEngine(drawing(find(m_name), color(ink, QGuiApplication::palette()), true, 0))
+            .paint(painter, rect, mode, state);
+    }
+
+    QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override
+    {
+        QPixmap pixmap(size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        paint(&painter, QRect({}, size), mode, state);
+        return pixmap;
+    }
+
+    [[nodiscard]] QIconEngine *clone() const override { return new InkEngine(m_name, m_ink); }
+
+private:
+    QString m_name;
+    Ink m_ink;
+};
+
 } // namespace
 
 bool hasSymbol(const QString &name)
@@ -152,6 +181,11 @@ bool hasSymbol(const QString &name)
 QIcon symbolIcon(const QString &name, const QColor &color)
 {
     return QIcon(new SymbolEngine(drawing(find(name), color, true, 0)));
+}
+
+QIcon symbolIcon(const QString &name, Ink ink)
+{
+    return QIcon(new InkEngine(name, ink));
 }
 
 QPixmap symbolPixmap(const QString &name, int size, const QColor &color, double devicePixelRatio,

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "Corvane/Look/Look.h"
+
 #include <QColor>
 #include <QIcon>
 #include <QPixmap>
@@ -21,6 +23,9 @@ enum class SymbolWeight { regular, bold };
 /// The symbol `name`, which must exist, in `color` on nothing, as an icon that is sharp at every size and
 /// pixel ratio.
 [[nodiscard]] QIcon symbolIcon(const QString &name, const QColor &color);
+
+/// The same in the colour that `ink` has under the application's palette whenever it is drawn.
+[[nodiscard]] QIcon symbolIcon(const QString &name, Ink ink);
 
 /// The symbol `name`, which must exist, as a square picture of `size` points at `devicePixelRatio`.
 [[nodiscard]] QPixmap symbolPixmap(const QString &name, int size, const QColor &color,

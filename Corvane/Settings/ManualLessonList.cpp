@@ -3,7 +3,7 @@
 
 #include "Corvane/Settings/ManualLessonList.h"
 
-#include "Corvane/Look/Buttons.h"
+#include "Corvane/Look/Controls.h"
 #include "Corvane/Look/ElidedText.h"
 #include "Corvane/Look/FlowRow.h"
 #include "Corvane/Look/Look.h"
@@ -12,6 +12,8 @@
 #include "Corvane/Look/SymbolView.h"
 #include "Corvane/Look/Text.h"
 #include "Corvane/Settings/ManualLessonForm.h"
+
+#include <QPushButton>
 
 #include <algorithm>
 
@@ -24,7 +26,7 @@ class ManualLessonRow final : public QWidget {
 public:
     explicit ManualLessonRow(const ManualLessonEntry &entry, const QLocale &locale)
         : m_entry(entry)
-        , m_remove(new look::Button(u"Remove"_s, look::Button::Kind::bordered, u"trash"_s))
+        , m_remove(look::pushButton(u"Remove"_s, look::Role::bordered, u"trash"_s))
     {
         using namespace look;
         const QString platform = rawValue(entry.platform);
@@ -49,11 +51,11 @@ public:
     }
 
     [[nodiscard]] const ManualLessonEntry &entry() const { return m_entry; }
-    [[nodiscard]] look::Button *removeButton() const { return m_remove; }
+    [[nodiscard]] QPushButton *removeButton() const { return m_remove; }
 
 private:
     ManualLessonEntry m_entry;
-    look::Button *m_remove;
+    QPushButton *m_remove;
 };
 
 ManualLessonList::ManualLessonList(QWidget *parent)

@@ -3,9 +3,8 @@
 
 #include "Corvane/Settings/SettingsView.h"
 
-#include "Corvane/Look/Buttons.h"
+#include "Corvane/Look/Controls.h"
 #include "Corvane/Look/DateTimePicker.h"
-#include "Corvane/Look/Fields.h"
 #include "Corvane/Look/FlowRow.h"
 #include "Corvane/Look/Look.h"
 #include "Corvane/Look/Scrolling.h"
@@ -20,6 +19,11 @@
 #include "Corvane/Settings/SettingsRow.h"
 #include "Corvane/Utilities/DateText.h"
 
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollArea>
 #include <QTimer>
 
 #include <algorithm>
@@ -62,7 +66,7 @@ QLayout *formLine(const QString &name, QWidget *control)
 }
 
 /// A button at the beginning of its line.
-QLayout *leading(look::Button *button)
+QLayout *leading(QWidget *button)
 {
     return look::row(0, {button, look::Spacer{}});
 }
@@ -76,7 +80,7 @@ SettingsView::SettingsView(AppSettings &settings, std::function<void()> reloadLe
     , m_reloadLessons(std::move(reloadLessons))
     , m_openWindow(std::move(openWindow))
     , m_form(ManualLessonForm::at(currentDate()))
-    , m_studentName(new look::TextField(u"Student name"_s))
+    , m_studentName(look::textField(u"Student name"_s))
     , m_manualLessons(new ManualLessonList)
 {
     using namespace look;
@@ -109,7 +113,7 @@ QWidget *SettingsView::header() const
 QWidget *SettingsView::calendarConnection()
 {
     using namespace look;
-    auto *reload = new Button(u"Reload Today's Lessons"_s, Button::Kind::bordered, u"arrow.clockwise"_s);
+    auto *reload = pushButton(u"Reload Today's Lessons"_s, Role::bordered, u"arrow.clockwise"_s);
     connect(reload, &QAbstractButton::clicked, this, [this] { m_reloadLessons(); });
     return new SettingsCard(
         u"Calendar Connection"_s, u"calendar"_s,
@@ -129,14 +133,14 @@ QWidget *SettingsView::calendarConnection()
 QWidget *SettingsView::manualLessonEntry()
 {
     using namespace look;
-    auto *platform = new Picker(
+    QComboBox *platform = picker(
         u"Platform"_s, words(allTeachingPlatforms, [](TeachingPlatform choice) { return rawValue(choice); }));
     platform->setCurrentIndex(indexOf(allTeachingPlatforms, m_form.platform));
     auto *start = new DateTimePicker(u"Start"_s, startFormat(locale()));
     start->setDateTime(toDateTime(m_form.startTime));
-    auto *length = new Picker(u"Length"_s, words(manualLessonLengths, lengthText));
+    QComboBox *length = picker(u"Length"_s, words(manualLessonLengths, lengthText));
     length->setCurrentIndex(indexOf(manualLessonLengths, m_form.durationMinutes));
-    auto *add = new Button(u"Add Manual Lesson"_s, Button::Kind::prominent, u"plus"_s);
+    auto *add = pushButton(u"Add Manual Lesson"_s, Role::prominent, u"plus"_s);
 
     connect(m_studentName, &QLineEdit::textChanged, this,
             [this](const QString &text) { m_form.studentName = text; });
@@ -174,7 +178,7 @@ QWidget *SettingsView::manualLessonEntry()
 QWidget *SettingsView::remindersAndDisplay()
 {
     using namespace look;
-    auto *sound = new Switch(u"Play sound with reminders"_s);
+    auto *sound = new QCheckBox(u"Play sound with reminders"_s);
     // Toggled, not clicked: assistive tools turn a switch without a click.
     connect(sound, &QAbstractButton::toggled, this, [this](bool isOn) {
         if (isOn != m_settings.playsSound()) {
@@ -185,7 +189,7 @@ QWidget *SettingsView::remindersAndDisplay()
     connect(&m_settings, &AppSettings::playsSoundChanged, sound, showSound);
     showSound();
 
-    auto *login = new Switch(u"Start Quillet when I log in"_s);
+    auto *login = new QCheckBox(u"Start Quillet when I log in"_s);
     connect(login, &QAbstractButton::toggled, this, [this](bool isOn) {
         if (isOn != m_settings.startAtLogin()) {
             m_settings.setStartAtLogin(isOn);
@@ -195,9 +199,9 @@ QWidget *SettingsView::remindersAndDisplay()
     connect(&m_settings, &AppSettings::startAtLoginChanged, login, showLogin);
     showLogin();
 
-    auto *position =
-        new Picker(u"Popup Position"_s, words(allNotificationPositions,
-                                              [](NotificationPosition choice) { return title(choice); }));
+    QComboBox *position =
+        picker(u"Popup Position"_s,
+               words(allNotificationPositions, [](NotificationPosition choice) { return title(choice); }));
     connect(position, &QComboBox::activated, this, [this](int index) {
         m_settings.setNotificationPosition(allNotificationPositions.at(static_cast<std::size_t>(index)));
     });
@@ -207,9 +211,9 @@ QWidget *SettingsView::remindersAndDisplay()
     connect(&m_settings, &AppSettings::notificationPositionChanged, position, showPosition);
     showPosition();
 
-    auto *duration = new Picker(u"Notification Duration"_s,
-                                words(allNotificationDurationOptions,
-                                      [](NotificationDurationOption choice) { return title(choice); }));
+    QComboBox *duration = picker(u"Notification Duration"_s,
+                                 words(allNotificationDurationOptions,
+                                       [](NotificationDurationOption choice) { return title(choice); }));
     connect(duration, &QComboBox::activated, this, [this](int index) {
         m_settings.setNotificationDuration(
             rawValue(allNotificationDurationOptions.at(static_cast<std::size_t>(index))));
@@ -233,9 +237,9 @@ QWidget *SettingsView::remindersAndDisplay()
 QWidget *SettingsView::help()
 {
     using namespace look;
-    auto *quickStart = new Button(u"Open Quick Start"_s, Button::Kind::bordered);
+    auto *quickStart = pushButton(u"Open Quick Start"_s);
     connect(quickStart, &QAbstractButton::clicked, this, &SettingsView::openQuickStart);
-    auto *userManual = new Button(u"Open User Manual"_s, Button::Kind::bordered);
+    auto *userManual = pushButton(u"Open User Manual"_s);
     connect(userManual, &QAbstractButton::clicked, this,
             [this] { m_openWindow(u"help"_s, u"Quillet Help"_s); });
     return new SettingsCard(

@@ -9,19 +9,13 @@
 
 #include <functional>
 
+class QLineEdit;
 class QScrollArea;
 
 namespace corvane {
 
 class AppSettings;
 class ManualLessonList;
-
-namespace look {
-class DateTimePicker;
-class Picker;
-class Switch;
-class TextField;
-} // namespace look
 
 /// The content of the settings window: cards in a column that scrolls. Every change is saved at once, and a
 /// change made elsewhere is shown at once. What is typed of a lesson not yet added is lost with the view.
@@ -52,7 +46,7 @@ private:
     std::function<void()> m_reloadLessons;
     OpenWindow m_openWindow;
     ManualLessonForm m_form;
-    look::TextField *m_studentName;
+    QLineEdit *m_studentName;
     ManualLessonList *m_manualLessons;
     QScrollArea *m_page = nullptr;
 };

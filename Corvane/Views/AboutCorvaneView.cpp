@@ -4,13 +4,15 @@
 #include "Corvane/Views/AboutCorvaneView.h"
 
 #include "Corvane/Look/Badge.h"
-#include "Corvane/Look/Buttons.h"
+#include "Corvane/Look/Controls.h"
 #include "Corvane/Look/FlowRow.h"
 #include "Corvane/Look/Look.h"
 #include "Corvane/Look/Stacks.h"
 #include "Corvane/Look/Text.h"
 #include "Corvane/Utilities/InformationDictionary.h"
 #include "Corvane/Utilities/Product.h"
+
+#include <QPushButton>
 
 #include <optional>
 
@@ -34,13 +36,13 @@ QLayout *middle(QWidget *widget)
 }
 
 /// A button that opens `destination`, or nothing where there is no destination.
-Button *link(const QString &text, Button::Kind kind, const std::optional<QUrl> &destination,
-             const UserManualPDF::Opener &openLink)
+QPushButton *link(const QString &text, Role role, const std::optional<QUrl> &destination,
+                  const UserManualPDF::Opener &openLink)
 {
     if (!destination) {
         return nullptr;
     }
-    auto *button = new Button(text, kind);
+    auto *button = pushButton(text, role);
     button->setToolTip(destination->toDisplayString());
     QObject::connect(button, &QAbstractButton::clicked, button,
                      [destination = *destination, openLink] { openLink(destination); });
@@ -71,11 +73,11 @@ QLayout *description()
 
 QLayout *actionRow(const UserManualPDF &manual, const UserManualPDF::Opener &openLink)
 {
-    auto *userManual = new Button(u"User Manual"_s, Button::Kind::bordered, u"book"_s);
+    auto *userManual = pushButton(u"User Manual"_s, Role::bordered, u"book"_s);
     QObject::connect(userManual, &QAbstractButton::clicked, userManual, [&manual] { manual.open(); });
     auto *actions =
         new FlowRow(about::actionSpacing, about::actionSpacing, FlowRow::Ends::centred, {userManual});
-    if (auto *contact = link(u"Contact Support"_s, Button::Kind::prominent,
+    if (auto *contact = link(u"Contact Support"_s, Role::prominent,
                              product::mailLink(product::supportAddress()), openLink)) {
         actions->addWidget(contact);
     }
@@ -86,7 +88,7 @@ QLayout *actionRow(const UserManualPDF &manual, const UserManualPDF::Opener &ope
 QLayout *footerLink(const QString &text, const std::optional<QUrl> &destination,
                     const UserManualPDF::Opener &openLink)
 {
-    if (auto *button = link(text, Button::Kind::quietLink, destination, openLink)) {
+    if (auto *button = link(text, Role::quietLink, destination, openLink)) {
         return middle(button);
     }
     return column(0, {centred(new Text(text, TextStyle::caption, Ink::secondary))});

@@ -3,7 +3,7 @@
 
 #include "Corvane/Views/DebugWindowView.h"
 
-#include "Corvane/Look/Buttons.h"
+#include "Corvane/Look/Controls.h"
 #include "Corvane/Look/FlowRow.h"
 #include "Corvane/Look/Look.h"
 #include "Corvane/Look/Scrolling.h"
@@ -19,6 +19,7 @@
 #include <QClipboard>
 #include <QEvent>
 #include <QGuiApplication>
+#include <QPushButton>
 #include <QScrollArea>
 
 #include <chrono>
@@ -66,9 +67,9 @@ QWidget *DebugWindowView::header()
         row(space::medium,
             {new SymbolView(u"wrench.and.screwdriver.fill"_s, TextStyle::largeTitle, Ink::accent), texts});
     line->setStretch(1, 1);
-    auto *copy = new Button(u"Copy Report"_s, Button::Kind::prominent, u"doc.on.clipboard"_s);
+    auto *copy = pushButton(u"Copy Report"_s, Role::prominent, u"doc.on.clipboard"_s);
     connect(copy, &QAbstractButton::clicked, this, &DebugWindowView::copyReport);
-    auto *open = new Button(u"Open Log"_s, Button::Kind::bordered, u"doc.text"_s);
+    auto *open = pushButton(u"Open Log"_s, Role::bordered, u"doc.text"_s);
     connect(open, &QAbstractButton::clicked, this, &DebugWindowView::openLog);
     header->setLayout(column(settings::spacing,
                              {line, column(space::small, {new FlowRow(space::small, space::small,

@@ -3,7 +3,7 @@
 
 #include "Corvane/Views/FirstRunSetupView.h"
 
-#include "Corvane/Look/Buttons.h"
+#include "Corvane/Look/Controls.h"
 #include "Corvane/Look/Scrolling.h"
 #include "Corvane/Look/Stacks.h"
 #include "Corvane/Look/SymbolView.h"
@@ -14,6 +14,7 @@
 
 #include <QFontMetrics>
 #include <QKeyEvent>
+#include <QPushButton>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -48,8 +49,8 @@ FirstRunSetupView::FirstRunSetupView(AppSettings &settings, std::function<void()
     , m_title(new Text({}, TextStyle::largeTitle, QFont::Bold))
     , m_detail(new Text({}, TextStyle::title3))
     , m_indicator(new PageIndicator(lastStep() + 1))
-    , m_back(new Button(u"Back"_s, Button::Kind::bordered))
-    , m_forward(new Button({}, Button::Kind::prominent))
+    , m_back(pushButton(u"Back"_s))
+    , m_forward(pushButton({}, Role::prominent))
 {
     setMinimumSize(setup::minimumWidth, setup::minimumHeight);
     m_title->setAlignment(Qt::AlignHCenter | Qt::AlignTop);

@@ -7,6 +7,7 @@
 
 #include <functional>
 
+class QPushButton;
 class QScrollArea;
 
 namespace corvane {
@@ -15,7 +16,6 @@ class AppSettings;
 class PageIndicator;
 
 namespace look {
-class Button;
 class SymbolView;
 class Text;
 } // namespace look
@@ -51,8 +51,8 @@ private:
     look::Text *m_title;
     look::Text *m_detail;
     PageIndicator *m_indicator;
-    look::Button *m_back;
-    look::Button *m_forward;
+    QPushButton *m_back;
+    QPushButton *m_forward;
     QScrollArea *m_page;
 };
 

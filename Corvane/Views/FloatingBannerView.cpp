@@ -62,6 +62,7 @@ public:
     {
         setFixedSize(look::banner::closeArea, look::banner::closeArea);
         setFocusPolicy(Qt::NoFocus); // the card never takes the keyboard
+        setAttribute(Qt::WA_Hover);
         const QString purpose = u"Close reminder"_s;
         setAccessibleName(purpose);
         setToolTip(purpose);
@@ -73,9 +74,8 @@ protected:
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
-        painter.setBrush(look::white(0.12));
+        painter.setBrush(look::white(isDown() ? 0.32 : underMouse() ? 0.22 : 0.12));
         painter.drawEllipse(rect());
-        painter.setOpacity(isDown() ? 0.6 : 1);
         drawSymbol(painter, rect(), u"xmark"_s, look::banner::closeSize, look::white(0.9));
     }
 };

@@ -3,10 +3,9 @@
 
 #include "Corvane/Views/HelpCenterView.h"
 
-#include "Corvane/Look/Buttons.h"
+#include "Corvane/Look/Controls.h"
 #include "Corvane/Look/Look.h"
 #include "Corvane/Look/ScrollView.h"
-#include "Corvane/Look/SearchField.h"
 #include "Corvane/Look/Stacks.h"
 #include "Corvane/Look/Surfaces.h"
 #include "Corvane/Look/SymbolView.h"
@@ -17,10 +16,11 @@
 
 #include <QFontInfo>
 #include <QFontMetrics>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QScrollBar>
+#include <QPushButton>
 #include <QShortcut>
 #include <QSplitter>
 #include <QStackedLayout>
@@ -52,15 +52,9 @@ public:
     /// What a row of `font` needs beside its text.
     static int widthBesideText(const QFont &font) { return symbolSize(font) + 3 * space::small; }
 
-    static int scrollBarWidth(const QWidget *list)
-    {
-        return static_cast<const QAbstractScrollArea *>(list)->verticalScrollBar()->sizeHint().width();
-    }
-
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
     {
-        // As if the list scrolled, or the rows would have to be measured anew once they make it scroll.
-        const int width = option.widget->width() - scrollBarWidth(option.widget);
+        const int width = option.widget->width();
         const int textWidth = std::max(1, width - widthBesideText(option.font));
         const QRect text =
             QFontMetrics(option.font)
@@ -119,7 +113,6 @@ public:
         viewport()->setAutoFillBackground(false);
         viewport()->setAttribute(Qt::WA_Hover);
         setItemDelegate(new TopicRow(this));
-        makeSlim(*verticalScrollBar());
         setResizeMode(QListView::Adjust);
         setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
@@ -136,7 +129,7 @@ public:
                 widest = std::max(widest, metrics.horizontalAdvance(part));
             }
         }
-        return widest + 1 + TopicRow::widthBesideText(font()) + TopicRow::scrollBarWidth(this);
+        return widest + 1 + TopicRow::widthBesideText(font());
     }
 
     [[nodiscard]] QSize sizeHint() const override
@@ -174,7 +167,7 @@ QWidget *emptyState()
 
 HelpCenterView::HelpCenterView(const UserManualPDF &manual, QWidget *parent)
     : QWidget(parent)
-    , m_search(new SearchField(u"Search help"_s))
+    , m_search(searchField(u"Search help"_s))
     , m_list(new TopicList)
     , m_columns(new QSplitter)
     , m_detail(new QStackedLayout)
@@ -231,7 +224,7 @@ QWidget *HelpCenterView::sidebar()
 
 QWidget *HelpCenterView::detail(const UserManualPDF &manual)
 {
-    auto *openManual = new Button(u"Open PDF Manual"_s, Button::Kind::bordered, u"doc.richtext"_s);
+    auto *openManual = pushButton(u"Open PDF Manual"_s, Role::bordered, u"doc.richtext"_s);
     openManual->setToolTip(u"Open the printable Quillet User Manual"_s);
     connect(openManual, &QAbstractButton::clicked, this, [&manual] { manual.open(); });
     auto *toolbar = padded({space::medium, space::small, space::medium, space::small},

@@ -9,6 +9,7 @@
 
 #include <optional>
 
+class QLineEdit;
 class QListWidget;
 class QSplitter;
 class QStackedLayout;
@@ -16,10 +17,6 @@ class QStackedLayout;
 namespace corvane {
 
 class UserManualPDF;
-
-namespace look {
-class SearchField;
-}
 
 /// The content of the help window: the topics that a search leaves, and beside them the article of the one
 /// that is selected.
@@ -48,7 +45,7 @@ private:
     void showDetail();
 
     std::optional<HelpTopic> m_selection = HelpTopic::welcome;
-    look::SearchField *m_search;
+    QLineEdit *m_search;
     QListWidget *m_list;
     QSplitter *m_columns;
     QStackedLayout *m_detail;

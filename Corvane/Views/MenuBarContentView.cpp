@@ -3,11 +3,11 @@
 
 #include "Corvane/Views/MenuBarContentView.h"
 
-#include "Corvane/Look/Buttons.h"
 #include "Corvane/Look/Look.h"
 #include "Corvane/Look/Stacks.h"
 #include "Corvane/Look/Surfaces.h"
 #include "Corvane/Look/Text.h"
+#include "Corvane/Views/MenuCommandRow.h"
 #include "Corvane/Views/ScheduleStatusView.h"
 
 #include <QKeySequence>
@@ -37,11 +37,11 @@ QLayout *commandRows(const std::vector<MenuCommand> &commands)
         } else {
             rows->addSpacing(between);
         }
-        auto *button = new Button(command.text, Button::Kind::plain);
+        auto *button = new MenuCommandRow(command.text);
         if (!command.shortcut.isEmpty()) {
             button->setKeys(QKeySequence(command.shortcut, QKeySequence::PortableText));
         }
-        QObject::connect(button, &Button::clicked, button, [action = command.action] { action(); });
+        QObject::connect(button, &QAbstractButton::clicked, button, [action = command.action] { action(); });
         rows->addWidget(button);
     }
     return rows;

@@ -4,7 +4,7 @@
 #include "Corvane/Views/MenuBarPanelWindow.h"
 
 #include "Corvane/Look/Look.h"
-#include "Corvane/Look/ScrollView.h"
+#include "Corvane/Look/PopupPainting.h"
 
 #include <QBoxLayout>
 #include <QCloseEvent>
@@ -14,7 +14,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QScreen>
-#include <QScrollBar>
+#include <QScrollArea>
 #include <QShortcut>
 
 #include <algorithm>
@@ -33,22 +33,6 @@ Qt::WindowFlags flagsOf(MenuBarPanelWindow::Kind kind)
                : Qt::Tool | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint;
 }
 
-// The part of a card that round corners leave, as whole pixels.
-QRegion rounded(const QRect &card, double radius)
-{
-    QRegion region;
-    for (int y = 0; y < card.height(); ++y) {
-        const double fromEdge = std::min(y + 0.5, card.height() - y - 0.5);
-        const double inset =
-            fromEdge < radius
-                ? radius - std::sqrt(radius * radius - (radius - fromEdge) * (radius - fromEdge))
-                : 0;
-        const int left = static_cast<int>(std::round(inset));
-        region += QRect(card.left() + left, card.top() + y, card.width() - 2 * left, 1);
-    }
-    return region;
-}
-
 } // namespace
 
 MenuBarPanelWindow::MenuBarPanelWindow(Kind kind, std::unique_ptr<QWidget> content, Placing place)
@@ -62,7 +46,6 @@ MenuBarPanelWindow::MenuBarPanelWindow(Kind kind, std::unique_ptr<QWidget> conte
     m_scroll->setFrameShape(QFrame::NoFrame);
     m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_scroll->setWidgetResizable(true);
-    look::makeSlim(*m_scroll->verticalScrollBar());
     m_scroll->setFocusPolicy(Qt::NoFocus);
     // What lies behind the content is painted once, by the window, with its corners.
     m_scroll->setWidget(m_content);
@@ -84,16 +67,9 @@ void MenuBarPanelWindow::fit()
         m_content->sizeHint().expandedTo(m_content->minimumSize()).boundedTo(m_content->maximumSize());
     if (m_kind == Kind::window) {
         const QSize available = screen()->availableSize();
-        const bool scrolls = wanted.height() > available.height();
-        const int bar = scrolls ? m_scroll->verticalScrollBar()->sizeHint().width() : 0;
-        resize(wanted.width() + bar, std::min(wanted.height(), available.height()));
+        resize(wanted.width(), std::min(wanted.height(), available.height()));
     } else {
-        MenuBarPanelPlacement placement = m_place({double(wanted.width()), double(wanted.height())});
-        if (placement.frame.height < wanted.height()) {
-            const int bar = m_scroll->verticalScrollBar()->sizeHint().width();
-            placement = m_place({double(wanted.width() + bar), double(wanted.height())});
-        }
-        placeCard(placement);
+        placeCard(m_place({double(wanted.width()), double(wanted.height())}));
     }
     m_isFitting = false;
 }
@@ -116,7 +92,7 @@ void MenuBarPanelWindow::placeCard(const MenuBarPanelPlacement &placement)
     const QRect card = QRectF(frame.x, zeroLine - frame.maxY(), frame.width, frame.height).toRect();
     setGeometry(card.marginsAdded(m_shadow));
     if (m_kind == Kind::card) {
-        setMask(rounded(QRect(QPoint(), card.size()), look::menuBarPanel::cornerRadius));
+        setMask(look::roundedRegion(card.size(), look::menuBarPanel::cornerRadius));
     }
     update();
 }

@@ -3,9 +3,9 @@
 
 #include "Corvane/Views/ScheduleStatusView.h"
 
-#include "Corvane/Look/Buttons.h"
 #include "Corvane/Look/Look.h"
 #include "Corvane/Look/ScrollView.h"
+#include "Corvane/Look/SegmentedControl.h"
 #include "Corvane/Look/Stacks.h"
 #include "Corvane/Look/Surfaces.h"
 #include "Corvane/Look/Text.h"
@@ -29,7 +29,7 @@ ScheduleStatusView::ScheduleStatusView(MenuBarViewModel &viewModel, QWidget *par
     : QWidget(parent)
     , m_viewModel(viewModel)
     , m_title(new Text(scheduleStatus::title(), TextStyle::headline, QFont::DemiBold))
-    , m_picker(new SegmentedPicker(u"Schedule view"_s, {u"Compact"_s, u"All today"_s}))
+    , m_picker(new SegmentedControl(u"Schedule view"_s, {u"Compact"_s, u"All today"_s}))
     , m_header(row(space::small, {m_title, Spacer{}, m_picker}))
     , m_nothing(new Text(u"No lessons in Apple Calendar today"_s, TextStyle::subheadline, Ink::secondary))
     , m_list(new LessonScheduleList)
@@ -42,7 +42,7 @@ ScheduleStatusView::ScheduleStatusView(MenuBarViewModel &viewModel, QWidget *par
                column(menu::scheduleSpacing, {m_header, m_nothing, m_scroll})));
     setLayout(column(0, {surface}));
 
-    connect(m_picker, &SegmentedPicker::selectionChanged, this,
+    connect(m_picker, &SegmentedControl::selectionChanged, this,
             [this](int index) { setShowsAllLessons(index == 1); });
     connect(m_list, &LessonScheduleList::heightChanged, this, &ScheduleStatusView::sizeArea);
     const auto follow = [this] {

@@ -13,7 +13,7 @@ namespace corvane {
 
 namespace look {
 class ScrollView;
-class SegmentedPicker;
+class SegmentedControl;
 class Text;
 } // namespace look
 
@@ -43,7 +43,7 @@ private:
     bool m_showsAllLessons = false;
     int m_compactHeight = 0; ///< of the area of the rows when the compact list was last shown
     look::Text *m_title;
-    look::SegmentedPicker *m_picker;
+    look::SegmentedControl *m_picker;
     QBoxLayout *m_header;
     look::Text *m_nothing;
     LessonScheduleList *m_list;

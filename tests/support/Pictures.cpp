@@ -3,12 +3,13 @@
 
 #include "tests/support/Pictures.h"
 
+#include "Corvane/Look/Style.h"
+
 #include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QFont>
 #include <QPalette>
-#include <QStyleFactory>
 
 using namespace Qt::StringLiterals;
 
@@ -24,10 +25,12 @@ void prepareEnvironment(int scaleFactor)
 
 void prepareApplication(Theme theme, double fontScale)
 {
-    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
     QPalette palette = theme == Theme::light ? QPalette(QColor(u"#efefef"_s), QColor(u"#f4f4f4"_s))
                                              : QPalette(QColor(u"#3a3a3c"_s), QColor(u"#2a2a2c"_s));
     palette.setColor(QPalette::Highlight, QColor(u"#308cc6"_s));
+    auto *style = new look::Style;
+    QApplication::setStyle(style);
+    style->polish(palette); // as the toolkit has it do with the desktop's
     QApplication::setPalette(palette);
     QFont font(u"DejaVu Sans"_s);
     font.setPointSizeF(10 * fontScale);

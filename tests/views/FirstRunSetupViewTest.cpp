@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 
 #include "Corvane/Views/FirstRunSetupView.h"
-#include "Corvane/Look/Buttons.h"
 #include "Corvane/Look/Look.h"
 #include "Corvane/Look/Symbols.h"
 #include "Corvane/Settings/AppSettings.h"
@@ -14,6 +13,7 @@
 #include "tests/support/ViewWalk.h"
 
 #include <QApplication>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSettings>
@@ -46,7 +46,7 @@ struct Room {
 
     [[nodiscard]] QAbstractButton *back() const { return viewWalk::button(*view, u"Back"_s); }
     /// Continue, or Finish.
-    [[nodiscard]] QAbstractButton *forward() const { return view->findChildren<look::Button *>().last(); }
+    [[nodiscard]] QAbstractButton *forward() const { return view->findChildren<QPushButton *>().last(); }
     [[nodiscard]] PageIndicator *indicator() const { return view->findChild<PageIndicator *>(); }
     [[nodiscard]] QScrollArea *page() const { return view->findChild<QScrollArea *>(); }
     [[nodiscard]] QRect place(const QWidget *widget) const

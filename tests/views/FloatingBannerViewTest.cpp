@@ -220,6 +220,21 @@ private Q_SLOTS:
         QCOMPARE(dismissals, 1);
     }
 
+    void theCloseButtonAnswersToThePointer()
+    {
+        FloatingBannerView view(join(60), {});
+        auto *close = view.findChild<QAbstractButton *>();
+        const auto ground = [&] {
+            return view.grab().toImage().pixelColor(QPoint(959, 26) * view.devicePixelRatio());
+        };
+        const QColor atRest = ground();
+        close->setAttribute(Qt::WA_UnderMouse);
+        const QColor under = ground();
+        close->setDown(true);
+        QVERIFY(atRest.lightness() < under.lightness());
+        QVERIFY(under.lightness() < ground().lightness());
+    }
+
     void theCloseButtonWithoutAHandlerIsHarmless()
     {
         FloatingBannerView view(join(60), {});

@@ -2,9 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "Corvane/Look/Badge.h"
-#include "Corvane/Look/Buttons.h"
 #include "Corvane/Look/Look.h"
-#include "Corvane/Look/SearchField.h"
 #include "Corvane/Look/SymbolView.h"
 #include "Corvane/Look/Symbols.h"
 #include "Corvane/Look/Text.h"
@@ -19,7 +17,9 @@
 #include <QApplication>
 #include <QBuffer>
 #include <QFile>
+#include <QLineEdit>
 #include <QListWidget>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -101,7 +101,7 @@ private:
     }
 
     static QListWidget *list(const QWidget &view) { return view.findChild<QListWidget *>(); }
-    static look::SearchField *search(const QWidget &view) { return view.findChild<look::SearchField *>(); }
+    static QLineEdit *search(const QWidget &view) { return view.findChild<QLineEdit *>(); }
 
     static QStringList rows(const QWidget &view)
     {
@@ -374,7 +374,7 @@ private Q_SLOTS:
         QFile file(path);
         QVERIFY(file.open(QIODevice::WriteOnly));
         const HelpCenterView view(*m_manual);
-        auto *button = named<look::Button>(view, u"Open PDF Manual"_s);
+        auto *button = named<QPushButton>(view, u"Open PDF Manual"_s);
         QVERIFY(button);
         QCOMPARE(button->toolTip(), u"Open the printable Quillet User Manual"_s);
         button->click();
@@ -385,7 +385,7 @@ private Q_SLOTS:
     void withTheManualMissingOpenPdfManualBeepsAndNothingOpens()
     {
         const HelpCenterView view(*m_manual);
-        named<look::Button>(view, u"Open PDF Manual"_s)->click();
+        named<QPushButton>(view, u"Open PDF Manual"_s)->click();
         QCOMPARE(m_opened, QList<QUrl>());
         QCOMPARE(m_beeps, 1);
     }
@@ -400,7 +400,7 @@ private Q_SLOTS:
         QTest::keyClick(&view, Qt::Key_Tab);
         QCOMPARE(QApplication::focusWidget(), list(view));
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        QCOMPARE(QApplication::focusWidget(), named<look::Button>(view, u"Open PDF Manual"_s));
+        QCOMPARE(QApplication::focusWidget(), named<QPushButton>(view, u"Open PDF Manual"_s));
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
         QCOMPARE(m_beeps, 1);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
@@ -425,7 +425,7 @@ private Q_SLOTS:
         };
         QCOMPARE(name(search(view)), u"Search help"_s);
         QCOMPARE(name(list(view)), u"Help topics"_s);
-        QCOMPARE(name(named<look::Button>(view, u"Open PDF Manual"_s)), u"Open PDF Manual"_s);
+        QCOMPARE(name(named<QPushButton>(view, u"Open PDF Manual"_s)), u"Open PDF Manual"_s);
         QCOMPARE(name(view.findChild<HelpArticleView *>()), u"Welcome"_s);
         const auto *rows = QAccessible::queryAccessibleInterface(list(view));
         QCOMPARE(rows->childCount(), 9);
@@ -462,7 +462,7 @@ private Q_SLOTS:
                          "the next on time."_s,
                          u"Ordwin Software"_s}));
         QStringList buttons;
-        for (const auto *button : view.findChildren<look::Button *>()) {
+        for (const auto *button : view.findChildren<QPushButton *>()) {
             buttons.push_back(button->text());
         }
         QCOMPARE(buttons, (QStringList{u"User Manual"_s, u"Contact Support"_s, u"quillet.example"_s,
@@ -494,7 +494,7 @@ private Q_SLOTS:
             return below.top() - above.bottom() - 1;
         };
         const auto text = [&view](const QString &words) { return named<look::Text>(view, words); };
-        const auto button = [&view](const QString &words) { return named<look::Button>(view, words); };
+        const auto button = [&view](const QString &words) { return named<QPushButton>(view, words); };
         QVERIFY(of(badge).top() >= 36);
         QCOMPARE(of(badge).center().x(), content->rect().center().x());
         QCOMPARE(gap(of(badge), of(text(u"Quillet"_s))), 18);
@@ -517,7 +517,7 @@ private Q_SLOTS:
     void userManualBehavesLikeOpenPdfManual()
     {
         const AboutCorvaneView view(*m_manual, released(), opener());
-        auto *button = named<look::Button>(view, u"User Manual"_s);
+        auto *button = named<QPushButton>(view, u"User Manual"_s);
         button->click();
         QCOMPARE(m_opened, QList<QUrl>());
         QCOMPARE(m_beeps, 1);
@@ -532,9 +532,9 @@ private Q_SLOTS:
     void theLinksLeadWhereTheySay()
     {
         const AboutCorvaneView view(*m_manual, released(), opener());
-        named<look::Button>(view, u"Contact Support"_s)->click();
-        named<look::Button>(view, u"quillet.example"_s)->click();
-        named<look::Button>(view, u"support@quillet.example"_s)->click();
+        named<QPushButton>(view, u"Contact Support"_s)->click();
+        named<QPushButton>(view, u"quillet.example"_s)->click();
+        named<QPushButton>(view, u"support@quillet.example"_s)->click();
         QCOMPARE(m_opened,
                  (QList{QUrl(u"mailto:support@quillet.example"_s), QUrl(u"https://quillet.example"_s),
                         QUrl(u"mailto:support@quillet.example"_s)}));
@@ -546,15 +546,15 @@ private Q_SLOTS:
         view.resize(aboutSize);
         view.show();
         QTRY_VERIFY(view.isActiveWindow());
-        named<look::Button>(view, u"User Manual"_s)->setFocus();
+        named<QPushButton>(view, u"User Manual"_s)->setFocus();
         QStringList reached;
         for (int count = 0; count < 4; ++count) {
-            reached.push_back(qobject_cast<look::Button *>(QApplication::focusWidget())->text());
+            reached.push_back(qobject_cast<QPushButton *>(QApplication::focusWidget())->text());
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         }
         QCOMPARE(reached, (QStringList{u"User Manual"_s, u"Contact Support"_s, u"quillet.example"_s,
                                        u"support@quillet.example"_s}));
-        QCOMPARE(QApplication::focusWidget(), named<look::Button>(view, u"User Manual"_s));
+        QCOMPARE(QApplication::focusWidget(), named<QPushButton>(view, u"User Manual"_s));
     }
 
     void anOpenHelpCentreFollowsTheDesktopsFontAndPalette()
@@ -562,7 +562,7 @@ private Q_SLOTS:
         HelpCenterView view(*m_manual);
         view.show();
         const auto *heading = named<look::Text>(view, u"Quillet Help"_s);
-        const auto *button = named<look::Button>(view, u"Open PDF Manual"_s);
+        const auto *button = named<QPushButton>(view, u"Open PDF Manual"_s);
         const int headingHeight = heading->sizeHint().height();
         const int buttonHeight = button->sizeHint().height();
         pictures::prepareApplication(Theme::dark, 2);

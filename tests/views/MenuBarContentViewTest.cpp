@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "Corvane/Views/MenuBarContentView.h"
-#include "Corvane/Look/Buttons.h"
 #include "Corvane/Look/ScrollView.h"
+#include "Corvane/Look/SegmentedControl.h"
 #include "Corvane/Look/Text.h"
 #include "Corvane/Views/LessonScheduleList.h"
 #include "Corvane/Views/LessonScheduleRow.h"
@@ -13,6 +13,7 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -99,7 +100,7 @@ QImage pictureOf(QWidget &view)
 
 void showAllToday(const QWidget &view)
 {
-    view.findChild<look::SegmentedPicker *>()->setSelection(1);
+    view.findChild<look::SegmentedControl *>()->setSelection(1);
 }
 
 LessonScheduleList &listOf(const QWidget &view)
@@ -127,10 +128,10 @@ QStringList rowTexts(const QWidget &view)
     return texts;
 }
 
-look::Button &button(const QWidget &view, const QString &text)
+QPushButton &button(const QWidget &view, const QString &text)
 {
-    const auto buttons = view.findChildren<look::Button *>();
-    return **std::ranges::find(buttons, text, [](const look::Button *each) { return each->text(); });
+    const auto buttons = view.findChildren<QPushButton *>();
+    return **std::ranges::find(buttons, text, [](const QPushButton *each) { return each->text(); });
 }
 
 /// Counts how often a widget and what is in it are painted.
@@ -259,7 +260,7 @@ private Q_SLOTS:
         const auto *schedule = view->findChild<ScheduleStatusView *>();
         QCOMPARE(schedule->geometry().topLeft(), QPoint(12, 6));
         QCOMPARE(schedule->width(), 320 - 2 * 12);
-        QCOMPARE(view->findChild<look::SegmentedPicker *>()->width(), 150);
+        QCOMPARE(view->findChild<look::SegmentedControl *>()->width(), 150);
         QCOMPARE(view->findChild<look::ScrollView *>()->height(), 174);
         showAllToday(*view);
         QCOMPARE(view->findChild<look::ScrollView *>()->height(), 300);
@@ -275,12 +276,12 @@ private Q_SLOTS:
         view->resize(view->sizeHint());
         (void)view->grab();
         QCOMPARE(view->width(), 320);
-        const auto *picker = view->findChild<look::SegmentedPicker *>();
+        const auto *picker = view->findChild<look::SegmentedControl *>();
         QVERIFY(picker->width() > 150);
         for (const auto *segment : picker->findChildren<QAbstractButton *>()) {
             QVERIFY(segment->width() >= segment->sizeHint().width());
         }
-        for (const auto *command : view->findChildren<look::Button *>()) {
+        for (const auto *command : view->findChildren<QPushButton *>()) {
             QVERIFY(command->height() >= command->heightForWidth(command->width()));
             // "Show Debug Window" is too long for one line.
             QCOMPARE(command->height() > command->sizeHint().height(),
@@ -374,7 +375,7 @@ private Q_SLOTS:
         showAllToday(*view);
         QCOMPARE(rowTexts(*view).size(), 40);
         view = f.shown();
-        QCOMPARE(view->findChild<look::SegmentedPicker *>()->selection(), 0);
+        QCOMPARE(view->findChild<look::SegmentedControl *>()->selection(), 0);
         QCOMPARE(rowTexts(*view).size(), 3);
     }
 
@@ -605,7 +606,7 @@ private Q_SLOTS:
         QStringList texts;
         int below = 0;
         (void)view->grab();
-        for (const auto *command : view->findChildren<look::Button *>()) {
+        for (const auto *command : view->findChildren<QPushButton *>()) {
             texts << command->text();
             QVERIFY(command->isEnabled());
             QVERIFY(command->y() > below);
@@ -621,7 +622,7 @@ private Q_SLOTS:
         Fixture f;
         f.actions.hasWindow = [](const WindowName &window) { return window == windowNames::about(); };
         const auto view = f.view();
-        QCOMPARE(view->findChildren<look::Button *>().size(), 3);
+        QCOMPARE(view->findChildren<QPushButton *>().size(), 3);
     }
 
     void eachCommandActsWhenItIsClicked()
@@ -755,7 +756,7 @@ private Q_SLOTS:
         Fixture f;
         f.start(fullDay());
         const auto view = f.shown();
-        auto *picker = view->findChild<look::SegmentedPicker *>();
+        auto *picker = view->findChild<look::SegmentedControl *>();
         QTest::mouseClick(picker->findChildren<QAbstractButton *>().at(1), Qt::LeftButton);
         QCOMPARE(rowTexts(*view).size(), 40);
         QTest::mouseClick(picker->findChildren<QAbstractButton *>().at(0), Qt::LeftButton);
@@ -837,11 +838,11 @@ private Q_SLOTS:
         Fixture f;
         f.start(fullDay());
         const auto view = f.shown();
-        for (auto *command : view->findChildren<look::Button *>()) {
+        for (auto *command : view->findChildren<QPushButton *>()) {
             QCOMPARE(accessible(command).role(), QAccessible::Button);
             QCOMPARE(accessible(command).text(QAccessible::Name), command->text());
         }
-        auto *picker = view->findChild<look::SegmentedPicker *>();
+        auto *picker = view->findChild<look::SegmentedControl *>();
         QCOMPARE(accessible(picker).text(QAccessible::Name), u"Schedule view"_s);
         const auto segments = picker->findChildren<QAbstractButton *>();
         QCOMPARE(accessible(segments.at(0)).text(QAccessible::Name), u"Compact"_s);

@@ -2,10 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "Corvane/Settings/SettingsView.h"
-#include "Corvane/Look/Buttons.h"
 #include "Corvane/Look/DateTimePicker.h"
 #include "Corvane/Look/ElidedText.h"
-#include "Corvane/Look/Fields.h"
 #include "Corvane/Look/Look.h"
 #include "Corvane/Settings/AppSettings.h"
 #include "Corvane/Settings/ManualLessonList.h"
@@ -18,11 +16,15 @@
 
 #include <QApplication>
 #include <QCalendarWidget>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QDateTimeEdit>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QScopeGuard>
+#include <QScrollArea>
 #include <QScrollBar>
-#include <QSettings>
+#include <QStyleOptionSpinBox>
 #include <QTableView>
 #include <QTest>
 #include <QTextDocumentFragment>
@@ -92,20 +94,28 @@ struct Room {
         QTRY_VERIFY(view->isActiveWindow());
     }
 
-    [[nodiscard]] look::TextField *studentName() const { return view->findChild<look::TextField *>(); }
-    [[nodiscard]] QAbstractButton *button(const QString &text) const { return viewWalk::button(*view, text); }
-    [[nodiscard]] look::Picker *picker(const QString &name) const
+    [[nodiscard]] QLineEdit *studentName() const
     {
-        for (auto *picker : view->findChildren<look::Picker *>()) {
+        for (auto *field : view->findChildren<QLineEdit *>()) {
+            if (field->accessibleName() == u"Student name"_s) {
+                return field;
+            }
+        }
+        return nullptr;
+    }
+    [[nodiscard]] QAbstractButton *button(const QString &text) const { return viewWalk::button(*view, text); }
+    [[nodiscard]] QComboBox *picker(const QString &name) const
+    {
+        for (auto *picker : view->findChildren<QComboBox *>()) {
             if (picker->accessibleName() == name) {
                 return picker;
             }
         }
         return nullptr;
     }
-    [[nodiscard]] look::Switch *toggle(const QString &text) const
+    [[nodiscard]] QCheckBox *toggle(const QString &text) const
     {
-        return qobject_cast<look::Switch *>(button(text));
+        return qobject_cast<QCheckBox *>(button(text));
     }
     [[nodiscard]] QDateTimeEdit *start() const { return view->findChild<QDateTimeEdit *>(); }
     [[nodiscard]] QScrollArea *page() const { return view->findChild<QScrollArea *>(); }
@@ -116,8 +126,17 @@ struct Room {
     }
     [[nodiscard]] const ManualLessonEntry &lastLesson() const { return settings.manualLessons().back(); }
 
+    /// Clicks the arrow that steps the start.
+    void step(QStyle::SubControl arrow) const
+    {
+        QStyleOptionSpinBox option;
+        option.initFrom(start());
+        const QRect area = start()->style()->subControlRect(QStyle::CC_SpinBox, &option, arrow, start());
+        QTest::mouseClick(start(), Qt::LeftButton, {}, area.center());
+    }
+
     /// Chooses as a user does, who opens the list and clicks.
-    static void choose(look::Picker *picker, const QString &text)
+    static void choose(QComboBox *picker, const QString &text)
     {
         picker->setFocus();
         picker->showPopup();
@@ -509,7 +528,7 @@ private Q_SLOTS:
         const Room room(sampleLessons());
         room.show();
         QList<QWidget *> fields{room.start()};
-        for (auto *picker : room.view->findChildren<look::Picker *>()) {
+        for (auto *picker : room.view->findChildren<QComboBox *>()) {
             fields << picker;
         }
         for (QWidget *field : fields) {
@@ -646,14 +665,14 @@ private Q_SLOTS:
     {
         const Room room;
         room.show();
-        QTest::mouseClick(room.button(u"Later"_s), Qt::LeftButton);
+        room.step(QStyle::SC_SpinBoxUp);
         QCOMPARE(room.start()->text(), u"21 Nov 2026 12:00"_s);
         QVERIFY(room.start()->hasFocus());
-        QTest::mouseClick(room.button(u"Earlier"_s), Qt::LeftButton);
-        QTest::mouseClick(room.button(u"Earlier"_s), Qt::LeftButton);
+        room.step(QStyle::SC_SpinBoxDown);
+        room.step(QStyle::SC_SpinBoxDown);
         QCOMPARE(room.start()->text(), u"21 Nov 2026 10:00"_s);
         room.start()->setSelectedSection(QDateTimeEdit::YearSection);
-        QTest::mouseClick(room.button(u"Later"_s), Qt::LeftButton);
+        room.step(QStyle::SC_SpinBoxUp);
         QCOMPARE(room.start()->text(), u"21 Nov 2027 10:00"_s);
     }
 
@@ -661,7 +680,7 @@ private Q_SLOTS:
     {
         const Room room;
         room.show();
-        QTest::mouseClick(room.button(u"Later"_s), Qt::LeftButton);
+        room.step(QStyle::SC_SpinBoxUp);
         room.studentName()->setText(u"Anna"_s);
         room.button(u"Add Manual Lesson"_s)->click();
         QCOMPARE(toDateTime(room.lastLesson().startTime),
@@ -865,10 +884,10 @@ private Q_SLOTS:
         QCOMPARE(place(room.studentName()).left(), left);
         QCOMPARE(place(room.studentName()).right() + 1, right);
         QList<QWidget *> controls{room.view->findChild<look::DateTimePicker *>()};
-        for (auto *picker : room.view->findChildren<look::Picker *>()) {
+        for (auto *picker : room.view->findChildren<QComboBox *>()) {
             controls << picker;
         }
-        for (auto *remove : room.list()->findChildren<look::Button *>()) {
+        for (auto *remove : room.list()->findChildren<QPushButton *>()) {
             controls << remove;
         }
         for (const QWidget *control : controls) {
@@ -970,6 +989,7 @@ private Q_SLOTS:
         pictures::prepareApplication(theme);
         const Room room;
         room.show();
+        room.start()->setDate(QDate(2026, 11, 25)); // not today, which is the 21st
         room.button(u"Choose a day for Start"_s)->click();
         QWidget *popup = QApplication::activePopupWidget();
         QVERIFY(popup != nullptr);

@@ -1,0 +1,109 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Look/Habits.h"
+
+#include "Corvane/Look/Controls.h"
+#include "Corvane/Look/Look.h"
+#include "Corvane/Look/Symbols.h"
+
+#include <QAbstractSpinBox>
+#include <QChildEvent>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QToolButton>
+
+namespace corvane::look {
+
+namespace {
+
+bool isPressKey(const QKeyEvent &event)
+{
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+/// Outside of dialogues the toolkit leaves Enter alone; here it presses what has the keyboard, once.
+bool pressByEnter(QPushButton &button, const QKeyEvent &event)
+{
+    if (!isPressKey(event) || event.isAutoRepeat()) {
+        return false;
+    }
+    button.click();
+    return true;
+}
+
+bool emptyByEscape(QLineEdit &field, const QKeyEvent &event)
+{
+    if (roleOf(&field) != Role::search || event.key() != Qt::Key_Escape || field.text().isEmpty()) {
+        return false;
+    }
+    field.clear();
+    return true;
+}
+
+void followFont(QWidget &control)
+{
+    const Role role = roleOf(&control);
+    if (role == Role::quietLink || role == Role::segment) {
+        control.setFont(font(TextStyle::caption));
+    }
+}
+
+/// A button in a line to type in is its symbol alone, which answers to the pointer.
+void lightUp(QToolButton &button, bool isUnderMouse)
+{
+    if (const QString symbol = symbolOf(&button); !symbol.isEmpty()) {
+        button.setIcon(symbolIcon(symbol, isUnderMouse ? Ink::primary : Ink::secondary));
+    }
+}
+
+} // namespace
+
+void Habits::adopt(QWidget &control)
+{
+    control.installEventFilter(this);
+}
+
+bool Habits::eventFilter(QObject *watched, QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::KeyPress:
+        if (auto *button = qobject_cast<QPushButton *>(watched)) {
+            return pressByEnter(*button, *static_cast<QKeyEvent *>(event));
+        }
+        if (auto *field = qobject_cast<QLineEdit *>(watched)) {
+            return emptyByEscape(*field, *static_cast<QKeyEvent *>(event));
+        }
+        return false;
+    case QEvent::Wheel:
+        if (qobject_cast<QComboBox *>(watched) != nullptr ||
+            qobject_cast<QAbstractSpinBox *>(watched) != nullptr) {
+            event->ignore(); // goes on to what the control stands in
+            return true;
+        }
+        return false;
+    case QEvent::ChildAdded:
+        // The window of a picker's list, before it is made: later it cannot become transparent.
+        if (auto *child = qobject_cast<QWidget *>(static_cast<QChildEvent *>(event)->child());
+            child != nullptr && child->windowType() == Qt::Popup &&
+            qobject_cast<QComboBox *>(watched) != nullptr) {
+            child->setAttribute(Qt::WA_TranslucentBackground, m_isComposited());
+        }
+        return false;
+    case QEvent::ApplicationFontChange:
+        followFont(*static_cast<QWidget *>(watched));
+        return false;
+    case QEvent::Enter:
+    case QEvent::Leave:
+        if (auto *button = qobject_cast<QToolButton *>(watched)) {
+            lightUp(*button, event->type() == QEvent::Enter);
+        }
+        return false;
+    default:
+        return false;
+    }
+}
+
+} // namespace corvane::look

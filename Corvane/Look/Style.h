@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Utilities/DesktopAppearance.h"
+
+#include <QProxyStyle>
+
+#include <functional>
+
+namespace corvane::look {
+
+class FocusRing;
+class Habits;
+
+/// Draws the toolkit's controls, whichever theme the desktop has. What it draws lies in the files of painters
+/// beside it, a kind of control each.
+class Style final : public QProxyStyle {
+    Q_OBJECT
+
+public:
+    /// `isComposited` tells whether windows that are partly transparent look so.
+    explicit Style(std::function<bool()> isComposited = [] { return true; });
+
+    [[nodiscard]] bool isComposited() const { return m_isComposited(); }
+
+    /// Follows what the desktop says of how programs are to look: the application's palette changes, also
+    /// that of open windows, and nothing moves where no motion is wanted. By itself the style follows the
+    /// toolkit.
+    void follow(const Appearance &appearance);
+
+    void polish(QApplication *application) override;
+    void polish(QPalette &palette) override;
+    void polish(QWidget *widget) override;
+    void unpolish(QWidget *widget) override;
+    void unpolish(QApplication *application) override;
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                       const QWidget *widget) const override;
+    void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                     const QWidget *widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
+                            const QWidget *widget) const override;
+
+    [[nodiscard]] QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &contents,
+                                         const QWidget *widget) const override;
+    [[nodiscard]] QRect subElementRect(SubElement element, const QStyleOption *option,
+                                       const QWidget *widget) const override;
+    [[nodiscard]] QRect subControlRect(ComplexControl control, const QStyleOptionComplex *option,
+                                       SubControl part, const QWidget *widget) const override;
+    [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption *option,
+                                  const QWidget *widget) const override;
+    [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                                QStyleHintReturn *answer) const override;
+
+private:
+    [[nodiscard]] QRect choicesRect(const QStyleOptionComplex &option) const;
+
+    std::function<bool()> m_isComposited;
+    Appearance m_appearance;
+    Habits *m_habits;
+    FocusRing *m_ring = nullptr;
+};
+
+} // namespace corvane::look
