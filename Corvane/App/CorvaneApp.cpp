@@ -4,13 +4,16 @@
 #include "Corvane/App/CorvaneApp.h"
 
 #include "Corvane/App/AppEnvironment.h"
+#include "Corvane/Look/Style.h"
 #include "Corvane/Platform/Linux/EvolutionData/LinuxEventStore.h"
+#include "Corvane/Platform/Linux/Freedesktop/PortalAppearance.h"
 #include "Corvane/Platform/Linux/Freedesktop/StatusBell.h"
 #include "Corvane/Services/MenuCommands.h"
 #include "Corvane/Services/ScheduleStatus.h"
 #include "Corvane/Utilities/DayCalendar.h"
 #include "Corvane/Utilities/Spawn.h"
 
+#include <QApplication>
 #include <QCoreApplication>
 #include <QDBusConnection>
 
@@ -29,6 +32,7 @@ CorvaneApp::CorvaneApp(StartedBy startedBy, std::function<void()> restart)
     m_appDelegate.applicationDidFinishLaunching();
     const AppEnvironment environment = AppEnvironment::live(m_services);
     checkEventLoopServesCalendars(logger());
+    followAppearance();
     m_viewModel = std::make_unique<MenuBarViewModel>(environment);
     const DebugSources debugSources{.calendars = m_services.eventStore->monitor(),
                                     .parser = m_services.calendarStore->parser(),
@@ -167,6 +171,19 @@ void CorvaneApp::watchSessionLock()
     if (m_sessionLock->locked()) {
         follow(true);
     }
+}
+
+void CorvaneApp::followAppearance()
+{
+    m_appearance = std::make_unique<PortalAppearance>(QDBusConnection::sessionBus());
+    const auto follow = [this] {
+        const Appearance appearance = m_appearance->appearance();
+        m_services.bannerPanels->setMoves(!appearance.reducesMotion);
+        if (auto *style = qobject_cast<look::Style *>(QApplication::style())) {
+            style->follow(appearance);
+        }
+    };
+    QObject::connect(m_appearance.get(), &DesktopAppearance::changed, m_appearance.get(), follow);
 }
 
 } // namespace corvane

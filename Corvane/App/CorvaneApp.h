@@ -14,6 +14,7 @@
 #include "Corvane/Platform/Linux/Toolkit/ToolkitWindowSystem.h"
 #include "Corvane/Services/FirstLessonLook.h"
 #include "Corvane/Services/MenuBarViewModel.h"
+#include "Corvane/Utilities/DesktopAppearance.h"
 #include "Corvane/Utilities/RequestGate.h"
 
 #include <QByteArray>
@@ -46,6 +47,7 @@ private:
     void offerMenu();
     void watchSessionLock();
     void greetAgent();
+    void followAppearance();
 
     /// For so long no host shows the bell until the desktop counts as one that has none.
     static constexpr std::chrono::seconds hostTimeout{60};
@@ -70,6 +72,7 @@ private:
     std::unique_ptr<MachineCare> m_machineCare;
     std::unique_ptr<CalendarCare> m_calendarCare;
     std::unique_ptr<FirstLessonLook> m_firstLessonLook;
+    std::unique_ptr<DesktopAppearance> m_appearance;
     std::unique_ptr<AgentGreeting> m_agentGreeting; ///< goes first: it says that this end is wanted
 };
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
+#include "tests/contracts/DesktopAppearanceContract.h"
 #include "tests/contracts/DirectNotificationsContract.h"
 #include "tests/contracts/LoginItemContract.h"
 #include "tests/contracts/PowerSourceContract.h"
@@ -10,6 +11,7 @@
 #include "tests/contracts/SystemWatcherContract.h"
 #include "tests/contracts/UserNotificationCenterContract.h"
 #include "tests/contracts/WindowSystemContract.h"
+#include "tests/support/FakeDesktopAppearance.h"
 #include "tests/support/FakeDirectNotifications.h"
 #include "tests/support/FakeLoginItem.h"
 #include "tests/support/FakePowerSource.h"
@@ -153,6 +155,20 @@ private:
     std::unique_ptr<FakePowerSource> m_source;
 };
 
+class FakeDesktopAppearanceTest final : public DesktopAppearanceContract {
+    Q_OBJECT
+
+protected:
+    DesktopAppearance &desktop() override { return *m_desktop; }
+    void say(const Appearance &appearance) override { m_desktop->set(appearance); }
+
+private Q_SLOTS:
+    void init() { m_desktop = std::make_unique<FakeDesktopAppearance>(); }
+
+private:
+    std::unique_ptr<FakeDesktopAppearance> m_desktop;
+};
+
 class FakeWindowSystemTest final : public WindowSystemContract {
     Q_OBJECT
 
@@ -214,6 +230,7 @@ private:
     std::unique_ptr<FakeUserNotificationCenter> m_center;
 };
 
+QUILLET_TEST(FakeDesktopAppearanceTest, runTest<FakeDesktopAppearanceTest>);
 QUILLET_TEST(FakeSystemSoundsTest, runTest<FakeSystemSoundsTest>);
 QUILLET_TEST(FakeLoginItemTest, runTest<FakeLoginItemTest>);
 QUILLET_TEST(FakeStatusItemTest, runTest<FakeStatusItemTest>);

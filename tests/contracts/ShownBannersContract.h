@@ -5,6 +5,8 @@
 
 #include "tests/contracts/ShownBannersFixture.h"
 
+#include <QElapsedTimer>
+
 namespace corvane {
 
 /// What banners do on a screen, whichever window system shows them.
@@ -101,6 +103,26 @@ private Q_SLOTS:
         QCOMPARE(pixel(onTheCard), opponentColor());
         bannerPanels().setSessionLocked(false);
         QTRY_VERIFY(isDark(onTheCard));
+    }
+
+    void anAnimationIsOverAtOnceWhereNothingMayMove_data() { addRows(surroundings().first(1)); }
+
+    void anAnimationIsOverAtOnceWhereNothingMayMove()
+    {
+        enter();
+        bannerPanels().setMoves(false);
+        const auto bannerPanel = present();
+        const Rect smaller{home.x + 100, home.y + 50, home.width - 200, home.height - 100};
+        bool isDone = false;
+        QElapsedTimer sinceBegin;
+        sinceBegin.start();
+        bannerPanel->animate(
+            {.duration = Seconds{30}, .curve = TimingCurve::easeIn, .alpha = 1, .frame = smaller},
+            [&] { isDone = true; });
+        QTRY_VERIFY(isDone);
+        QCOMPARE(bannerPanel->frame(), smaller);
+        QVERIFY(sinceBegin.elapsed() < 5000);
+        bannerPanels().setMoves(true);
     }
 
     void aBannerThatIsClosedWhileTheSessionIsLockedStaysAway_data() { addRows(surroundings().first(1)); }

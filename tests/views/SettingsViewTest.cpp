@@ -24,6 +24,7 @@
 #include <QScopeGuard>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QSettings>
 #include <QStyleOptionSpinBox>
 #include <QTableView>
 #include <QTest>

@@ -62,7 +62,11 @@ void BannerCard::orderFront()
 void BannerCard::animate(const BannerPanelAnimation &animation, std::function<void()> completion)
 {
     // The task ends by itself with the animation or at its first frame after it is replaced or the card gone.
-    spawn(run(this, ++m_animation, {.begin = m_drawn, .animation = animation}, std::move(completion)));
+    BannerPanelMotion motion{.begin = m_drawn, .animation = animation};
+    if (!m_moves) {
+        motion.animation.duration = Seconds::zero();
+    }
+    spawn(run(this, ++m_animation, motion, std::move(completion)));
 }
 
 QCoro::Task<void> BannerCard::run(QPointer<BannerCard> card, std::uint64_t number, BannerPanelMotion motion,

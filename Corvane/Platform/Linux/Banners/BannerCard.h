@@ -56,6 +56,9 @@ public:
     /// else goes on.
     void setSessionLocked(bool isLocked);
 
+    /// Whether the animations that begin from now on take their time; else they are over at once.
+    void setMoves(bool moves) { m_moves = moves; }
+
 protected:
     BannerCard(const Setting &setting, Qt::WindowFlags flags);
 
@@ -97,6 +100,7 @@ private:
     CardShape m_shape;
     bool m_isComposited;
     bool m_isLocked;
+    bool m_moves = true;
     bool m_isOrdered = false; ///< on the screen, were the session not locked
     QSize m_cardSize;
     std::optional<QPoint> m_corner; ///< of the window on the desktop, once it is placed

@@ -77,6 +77,7 @@ std::shared_ptr<BannerPanel> CardBannerPanels::makeBannerPanel(Rect frame, const
 {
     BannerCard *card =
         makeCard({.frame = frame, .shape = m_shape, .isComposited = true, .isLocked = m_isLocked});
+    card->setMoves(m_moves);
     card->setContent(m_makeContent(action, std::move(onDismiss)));
     std::erase(m_cards, nullptr);
     m_cards.emplace_back(card);
@@ -89,6 +90,16 @@ void CardBannerPanels::setSessionLocked(bool isLocked)
     for (const QPointer<BannerCard> &card : m_cards) {
         if (card) {
             card->setSessionLocked(isLocked);
+        }
+    }
+}
+
+void CardBannerPanels::setMoves(bool moves)
+{
+    m_moves = moves;
+    for (const QPointer<BannerCard> &card : m_cards) {
+        if (card) {
+            card->setMoves(moves);
         }
     }
 }

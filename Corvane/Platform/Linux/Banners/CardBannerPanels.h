@@ -34,6 +34,9 @@ public:
     /// those that were not closed meanwhile. Frames, animations and their completions go on regardless.
     void setSessionLocked(bool isLocked);
 
+    /// Whether animations take their time; else they are over at once. They do from the beginning.
+    void setMoves(bool moves);
+
 protected:
     /// `makeContent` must outlive nothing but this object; `shape` is that of the card it draws.
     CardBannerPanels(ContentFactory makeContent, const CardShape &shape);
@@ -45,6 +48,7 @@ private:
     ContentFactory m_makeContent;
     CardShape m_shape;
     bool m_isLocked = false;
+    bool m_moves = true;
     std::vector<QPointer<BannerCard>> m_cards;
 };
 

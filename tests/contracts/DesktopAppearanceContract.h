@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Corvane/Utilities/DesktopAppearance.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+namespace corvane {
+
+/// What every implementation of DesktopAppearance must do. A test class derives from it, hands over the
+/// appearance of a desktop that says nothing yet, and has the desktop say what the functions ask for.
+class DesktopAppearanceContract : public QObject {
+    Q_OBJECT
+
+protected:
+    using Scheme = Appearance::Scheme;
+
+    virtual DesktopAppearance &desktop() = 0;
+    /// Has the desktop say this. Each part is told as one message at most.
+    virtual void say(const Appearance &appearance) = 0;
+
+private Q_SLOTS:
+    void aDesktopThatSaysNothingLeavesAllToTheToolkit() { QCOMPARE(desktop().appearance(), Appearance{}); }
+
+    void eachSchemeIsTold()
+    {
+        const QSignalSpy changes(&desktop(), &DesktopAppearance::changed);
+        qsizetype told = 0;
+        for (const Scheme scheme : {Scheme::dark, Scheme::light, Scheme::unsaid, Scheme::dark}) {
+            say({.scheme = scheme});
+            QTRY_COMPARE(desktop().appearance().scheme, scheme);
+            QCOMPARE(changes.size(), ++told);
+        }
+    }
+
+    void anAccentIsToldAndTakenBack()
+    {
+        const Appearance::Accent accent{0.25, 0.5, 1};
+        say({.accent = accent});
+        QTRY_COMPARE(desktop().appearance().accent, std::optional(accent));
+        say({});
+        QTRY_COMPARE(desktop().appearance().accent, std::optional<Appearance::Accent>());
+    }
+
+    void reducedMotionIsToldAndTakenBack()
+    {
+        say({.reducesMotion = true});
+        QTRY_VERIFY(desktop().appearance().reducesMotion);
+        say({});
+        QTRY_VERIFY(!desktop().appearance().reducesMotion);
+    }
+
+    void whatIsSaidAgainIsNoChange()
+    {
+        const Appearance dark{.scheme = Scheme::dark, .reducesMotion = true};
+        say(dark);
+        QTRY_COMPARE(desktop().appearance(), dark);
+        const QSignalSpy changes(&desktop(), &DesktopAppearance::changed);
+        say(dark);
+        say({.scheme = Scheme::light, .reducesMotion = true});
+        QTRY_COMPARE(desktop().appearance().scheme, Scheme::light);
+        QCOMPARE(changes.size(), 1);
+    }
+};
+
+} // namespace corvane
