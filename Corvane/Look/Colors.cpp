@@ -125,7 +125,8 @@ QColor accentGround(const QPalette &palette)
 
 QColor accentEdge(const QPalette &palette)
 {
-    return legible(accent(palette), grounds(palette), symbolContrast);
+    // White knobs lie on it, too.
+    return legible(legible(accent(palette), grounds(palette), symbolContrast), {Qt::white}, symbolContrast);
 }
 
 QColor fieldColor(const QPalette &palette)

@@ -72,7 +72,8 @@ QList<Pair> pairs(const QPalette &palette)
         {u"placeholder on its field"_s, placeholderColor(palette), field, textContrast},
         {u"text in a field"_s, palette.color(QPalette::Text), field, textContrast},
         {u"text of a prominent button"_s, color(Ink::onAccent, palette), accentGround(palette), textContrast},
-        {u"knob on a switch that is off"_s, Qt::white, edgeColor(palette), 2.5},
+        {u"knob on a switch that is off"_s, Qt::white, edgeColor(palette), symbolContrast},
+        {u"knob on a switch that is on"_s, Qt::white, accentEdge(palette), symbolContrast},
         {u"edge of a field"_s, edgeColor(palette), field, symbolContrast}};
     for (const auto &[place, ground] : {std::pair(u"window"_s, window), std::pair(u"card"_s, card)}) {
         for (const auto &[name, ink] :
