@@ -220,13 +220,16 @@ QByteArray encodedText(const QString &text)
     QByteArray encoded;
     bool needsQuotes = text.startsWith(u' ') || text.endsWith(u' ') || text.isEmpty();
     bool isAfterNumber = false;
+    // Data is written in ASCII, as the toolkit does.
+    const char16_t firstEscaped = text.startsWith(u"@ByteArray("_s) ? u'\x7F' : u'\xFFFF';
     for (qsizetype place = 0; place < text.size(); ++place) {
         const char16_t c = text.at(place).unicode();
         const bool isHex = c < 0x80 && digit(static_cast<char>(c), 16) >= 0;
         const bool isLoneSurrogate =
             text.at(place).isSurrogate() && !(text.at(place).isHighSurrogate() && place + 1 < text.size() &&
                                               text.at(place + 1).isLowSurrogate());
-        if (c < 0x20 || (c >= 0x7F && c < 0xA0) || isLoneSurrogate || (isAfterNumber && isHex)) {
+        if (c < 0x20 || (c >= 0x7F && c < 0xA0) || c >= firstEscaped || isLoneSurrogate ||
+            (isAfterNumber && isHex)) {
             encoded += "\\x" + QByteArray::number(c, 16);
             isAfterNumber = true;
             continue;

@@ -13,6 +13,9 @@
 using namespace corvane;
 using namespace Qt::StringLiterals;
 
+/// A load takes five seconds at most; in milliseconds, with what a busy machine adds.
+static constexpr qint64 limit = 10'000;
+
 /// The store of a machine without a calendar service, and of one without a session bus.
 class CalendarAbsenceTest : public QObject {
     Q_OBJECT
@@ -64,7 +67,7 @@ private Q_SLOTS:
         const auto granted = QCoro::waitFor(store().requestFullAccessToEvents());
         QVERIFY(granted.has_value());
         QVERIFY(!*granted);
-        QVERIFY(timer.elapsed() < 5000);
+        QVERIFY(timer.elapsed() < limit);
         QCOMPARE(store().authorizationStatus(), CalendarAuthorization::notDetermined);
     }
 
@@ -104,7 +107,7 @@ private Q_SLOTS:
         for (int round = 0; round < 50; ++round) {
             QVERIFY(!QCoro::waitFor(store().requestFullAccessToEvents()).value_or(true));
         }
-        QVERIFY2(timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY2(timer.elapsed() < limit, qPrintable(QString::number(timer.elapsed())));
     }
 
     // The last two: they end the bus.
@@ -117,7 +120,7 @@ private Q_SLOTS:
         const auto granted = QCoro::waitFor(store().requestFullAccessToEvents());
         ::kill(static_cast<pid_t>(m_bus->processId()), SIGCONT);
         QVERIFY(!granted.value_or(false));
-        QVERIFY(timer.elapsed() < 5000);
+        QVERIFY(timer.elapsed() < limit);
     }
 
     void theEndOfTheBusIsNotTheEndOfTheProgram()
@@ -131,7 +134,7 @@ private Q_SLOTS:
             QElapsedTimer timer;
             timer.start();
             const auto events = QCoro::waitFor(store().events(testDay()));
-            QVERIFY(timer.elapsed() < 5000);
+            QVERIFY(timer.elapsed() < limit);
             QVERIFY(events.has_value());
             QCOMPARE(events->size(), std::size_t{1});
         }

@@ -123,7 +123,7 @@ private Q_SLOTS:
         m_server->startRecording();
         QVERIFY(QCoro::waitFor(m_sounds->play(FirstLessonLook::silentSound())));
         QTRY_VERIFY(m_server->isSilent());
-        QCOMPARE(m_server->peak(), 0.0);
+        QVERIFY(m_server->peak() < 0.001); // dithering
         m_server->hang();
         QVERIFY(!QCoro::waitFor(m_sounds->play(FirstLessonLook::silentSound())));
         m_server->resume();

@@ -97,7 +97,7 @@ class Wayland(unittest.TestCase):
         def look():
             picture = desktop.picture()
             return picture if picture.count(PANEL_COLOUR, 0, 0, *desktop.size) > 50000 else None
-        poll("the panel", look).save(f"{name}-panel")
+        poll("the panel", look, 30).save(f"{name}-panel")
 
     # --- the roads
 

@@ -23,8 +23,7 @@ void run(const QByteArray &input)
     if (!calendars) {
         return;
     }
-    const ExpansionRequest request{
-        {dateSince1970(day), dateSince1970(day + 86'400)}, "Europe/Berlin", {}, {}, {}, {}, {}};
+    const ExpansionRequest request{{dateSince1970(day), dateSince1970(day + 86'400)}, "Europe/Berlin"};
     ExpansionControl control;
     const Expansion expansion = expandGroups(groupsOf(std::move(*calendars)), request, control);
     fuzz::require(expansion.events.size() <= request.budget.occurrences, "the budget limits the occurrences");
