@@ -7,7 +7,7 @@
 
 It reads requests from its standard input, a JSON list on each line, and answers each with a line of JSON:
 
-    ["shows", NAME]      whether something of that name shows
+    ["shows", NAME]      whether something of that name shows; with a title as below, in that window
     ["texts"]            the same, once something shows
     ["press", NAME]      presses the button of that name, or turns the switch; with the title of a window after the
                          name, the one in that window
@@ -104,7 +104,9 @@ def names(nodes):
 
 def answer(pid, command, name=None, title=None):
     if command == "shows":
-        return {"shows": any(node.name == name for node in showing(application(pid) or ()))}
+        program = application(pid)
+        nodes = () if program is None else showing(program if title is None else window(program, title))
+        return {"shows": any(node.name == name for node in nodes)}
     deadline = time.monotonic() + 10
     while time.monotonic() < deadline:
         program = application(pid)

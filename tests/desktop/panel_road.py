@@ -11,9 +11,9 @@ import signal
 import time
 import unittest
 
+from program import PANEL
 from quillet_desktop import Desktop, event, poll
 
-PANEL = "Quillet"
 WINDOWS = [("Quick Start", "Welcome to Quillet"), ("User Manual", "Quillet Help"), ("About Quillet", "About Quillet"),
            ("Settings", "Quillet Settings"), ("Show Debug Window", "Debug Window")]
 THICKNESS = 30  # of the desktop's panel, on the upper edge

@@ -17,6 +17,7 @@ HERE = pathlib.Path(__file__).resolve().parent
 PREFIX = pathlib.Path(os.environ["QUILLET_TEST_PREFIX"])
 BUS_NAME = "com.ordwinsoftware.Quillet"
 OBJECT_PATH = "/com/ordwinsoftware/Quillet"
+PANEL = "Quillet"  # its window's title
 
 
 class Line:
@@ -134,15 +135,15 @@ class Program:
         """Every text that a screen reader finds in the program's showing windows, once there is one."""
         return self.accessible("texts")
 
-    def shows(self, text):
-        """Whether a screen reader finds that text right now."""
-        return self.accessible("shows", text)["shows"]
+    def shows(self, text, *window):
+        """Whether a screen reader finds that text right now; in the window of that title, if told."""
+        return self.accessible("shows", text, *window)["shows"]
 
     def open_panel(self):
         """Clicks the bell, unless its panel is open: a click would close it."""
-        if not self.shows("Quit Quillet"):
+        if not self.shows("Quit Quillet", PANEL):
             self.desktop.click_bell()
-            poll("the panel", lambda: self.shows("Quit Quillet"))
+            poll("the panel", lambda: self.shows("Quit Quillet", PANEL))
 
     def press(self, name, *window):
         """Presses the button, or turns the switch, of that accessible name; in the window of that title, if told."""

@@ -65,8 +65,8 @@ class Windows(unittest.TestCase):
     def test_list_is_empty_so_that_each_road_is_named(self):
         self.fail("name the road to walk")
 
-    def wait_for_text(self, program, text, seconds=15.0):
-        poll(f"the text {text!r}", lambda: program.shows(text), seconds)
+    def wait_for_text(self, program, text, *window):
+        poll(f"the text {text!r}", lambda: program.shows(text, *window), 15)
 
     def finish_setup(self, desktop, program):
         """The panel opens the setup by itself until it is finished."""
@@ -155,7 +155,7 @@ class Windows(unittest.TestCase):
         program.press(command)
         # First what costs little: a screen reader asks for each text by itself.
         poll(f"{title} to have the keyboard", lambda: self.active_title(desktop) == title)
-        self.wait_for_text(program, text)
+        self.wait_for_text(program, text, title)
 
     def close_window(self, desktop, program, title):
         """Closes the active window by its keys."""
