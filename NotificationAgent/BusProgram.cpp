@@ -24,31 +24,40 @@ QDBusMessage busCall(const QString &method)
                                           u"org.freedesktop.DBus"_s, method);
 }
 
+QDBusPendingCall askForOwner(const QDBusConnection &bus)
+{
+    auto call = busCall(u"GetNameOwner"_s);
+    call << QString::fromLatin1(BusProgram::serviceName);
+    return bus.asyncCall(call, timeoutMilliseconds);
+}
+
 } // namespace
 
 BusProgram::BusProgram(QDBusConnection sessionBus, QObject *parent)
     : SessionProgram(parent)
     , m_bus(std::move(sessionBus))
     , m_watcher(QString::fromLatin1(serviceName), m_bus, QDBusServiceWatcher::WatchForOwnerChange)
+    , m_firstOwner(askForOwner(m_bus))
 {
     qDBusRegisterMetaType<QMap<QString, QString>>();
     connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString &, const QString &, const QString &newOwner) {
-                m_isOwnerKnown = true;
                 m_owner = newOwner;
                 if (newOwner.isEmpty()) {
                     Q_EMIT left();
                 }
             });
-    auto call = busCall(u"GetNameOwner"_s);
-    call << QString::fromLatin1(serviceName);
-    auto *asked = new QDBusPendingCallWatcher(m_bus.asyncCall(call, timeoutMilliseconds), this);
-    connect(asked, &QDBusPendingCallWatcher::finished, this, [this, asked] {
-        asked->deleteLater();
-        if (!m_isOwnerKnown && !asked->isError()) {
-            m_owner = asked->reply().arguments().value(0).toString();
-        }
-    });
+}
+
+QString BusProgram::owner() const
+{
+    if (m_owner) {
+        return *m_owner;
+    }
+    // Read where it arrived: the loop may tell of a call before it tells of an answer that came earlier.
+    return m_firstOwner.isFinished() && !m_firstOwner.isError()
+               ? m_firstOwner.reply().arguments().value(0).toString()
+               : QString();
 }
 
 bool BusProgram::isThere(const SessionDisplay &display) const

@@ -6,7 +6,10 @@
 #include "NotificationAgent/SessionProgram.h"
 
 #include <QDBusConnection>
+#include <QDBusPendingCall>
 #include <QDBusServiceWatcher>
+
+#include <optional>
 
 namespace corvane {
 
@@ -20,15 +23,15 @@ public:
     /// From now on the name is watched; who owns it is known before anything that arrives later.
     explicit BusProgram(QDBusConnection sessionBus, QObject *parent = nullptr);
 
-    [[nodiscard]] QString owner() const override { return m_owner; }
+    [[nodiscard]] QString owner() const override;
     [[nodiscard]] bool isThere(const SessionDisplay &display) const override;
     void start(const SessionDisplay &display) override;
 
 private:
     QDBusConnection m_bus;
     QDBusServiceWatcher m_watcher;
-    QString m_owner;
-    bool m_isOwnerKnown = false; ///< a change was told, so that an earlier answer is out of date
+    QDBusPendingCall m_firstOwner;  ///< the bus's answer to the question at the start
+    std::optional<QString> m_owner; ///< what was told since
 };
 
 } // namespace corvane
