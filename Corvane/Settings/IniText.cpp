@@ -66,18 +66,16 @@ IniLine lineOf(const QByteArray &text, bool isOpen, Section &section)
     IniLine line{.text = text};
     const QByteArray content = text.trimmed();
     const qsizetype equals = content.indexOf('=');
-    if (isOpen) {
-        line.kind = IniLine::Kind::garbage;
-    } else if (content.isEmpty() || content.startsWith(';') || content.startsWith('#')) {
+    if (!isOpen && (content.isEmpty() || content.startsWith(';') || content.startsWith('#'))) {
         line.kind = IniLine::Kind::other;
-    } else if (content.startsWith('[')) {
+    } else if (!isOpen && content.startsWith('[')) {
         const qsizetype end = content.indexOf(']');
         line.kind = end < 0 ? IniLine::Kind::garbage : IniLine::Kind::section;
         line.key = content.mid(1, end - 1).trimmed();
         section = end < 0                                                 ? Section::garbage
                   : line.key.compare("general", Qt::CaseInsensitive) == 0 ? Section::general
                                                                           : Section::other;
-    } else if (equals <= 0 || section == Section::garbage) {
+    } else if (isOpen || equals <= 0 || section == Section::garbage) {
         // What stands in a section that is not understood would come into another one without its head.
         line.kind = IniLine::Kind::garbage;
     } else {

@@ -40,7 +40,7 @@ std::unique_ptr<EventStore> makeLinuxEventStore(DebugLogService &log, const QStr
     return makeLinuxEventStore(std::make_shared<CalendarServices>(log, memoryFolder), folders);
 }
 
-std::unique_ptr<EventStore> makeLinuxEventStore(std::shared_ptr<CalendarServices> services,
+std::unique_ptr<EventStore> makeLinuxEventStore(const std::shared_ptr<CalendarServices> &services,
                                                 const QStringList &folders)
 {
     // Asked at each query: an event at ten, in whatever zone, is one at ten where a traveller is now.

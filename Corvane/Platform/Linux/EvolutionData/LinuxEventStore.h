@@ -28,8 +28,8 @@ struct CalendarServices;
 makeLinuxEventStore(DebugLogService &log, const QStringList &folders, const QString &memoryFolder);
 
 /// Likewise; `services` goes when the last that is under way has ended.
-[[nodiscard]] std::unique_ptr<EventStore> makeLinuxEventStore(std::shared_ptr<CalendarServices> services,
-                                                              const QStringList &folders);
+[[nodiscard]] std::unique_ptr<EventStore>
+makeLinuxEventStore(const std::shared_ptr<CalendarServices> &services, const QStringList &folders);
 
 /// Whether the event loop of the main thread serves the calendar library; where it does not, says so in the
 /// log and on the standard error: the calendar service then never answers, and loads end at their time limit.
