@@ -60,7 +60,7 @@ void QueueLock::unlock()
 QueueLock::Attempt QueueLock::tryLock()
 {
     if (m_file < 0) {
-        (void)makePrivateFolder(QFile::encodeName(QFileInfo(m_path).path()));
+        [[maybe_unused]] const auto made = makePrivateFolder(QFile::encodeName(QFileInfo(m_path).path()));
         m_file = ::open(QFile::encodeName(m_path).constData(),
                         O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY, 0600);
         if (m_file < 0) {

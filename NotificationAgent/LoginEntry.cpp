@@ -80,7 +80,8 @@ std::expected<void, QString> LoginEntry::setPresent(bool isPresent)
     if (readRegularFile(path, content.size()) == content) {
         return {};
     }
-    (void)makeFolder(QFile::encodeName(QFileInfo(m_path).path())); // a missing one fails what follows
+    [[maybe_unused]] const auto made =
+        makeFolder(QFile::encodeName(QFileInfo(m_path).path())); // a missing one fails what follows
     if (const auto written = replaceRegularFile(path, content); !written) {
         return std::unexpected(u"cannot be written: "_s + written.error().reason);
     }

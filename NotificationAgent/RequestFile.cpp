@@ -238,7 +238,8 @@ QString RequestFile::setAside() const
 std::expected<void, QString> RequestFile::write(const RequestQueue &queue)
 {
     const QByteArray path = QFile::encodeName(m_path);
-    (void)makePrivateFolder(QFile::encodeName(QFileInfo(m_path).path())); // a missing one fails the writing
+    [[maybe_unused]] const auto made =
+        makePrivateFolder(QFile::encodeName(QFileInfo(m_path).path())); // a missing one fails the writing
     QMultiHash<QString, qint64> offsets;
     if (const auto written = replaceRegularFile(path, encodedRequests(queue, &offsets)); !written) {
         return std::unexpected(u"cannot be written: "_s + written.error().reason);

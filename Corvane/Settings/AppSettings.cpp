@@ -125,7 +125,7 @@ void AppSettings::store(const QString &key, const QVariant &value)
 {
     m_standardUserDefaults.setValue(key, value);
     // What cannot be written holds for this run; the store keeps the reason.
-    (void)m_standardUserDefaults.sync();
+    [[maybe_unused]] const auto written = m_standardUserDefaults.sync();
 }
 
 } // namespace corvane

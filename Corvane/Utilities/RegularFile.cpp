@@ -148,7 +148,8 @@ void makeFilesPrivate(int folder)
 {
     const auto close = [](DIR *entries) { ::closedir(entries); };
     // The stream closes the descriptor that it is given.
-    const std::unique_ptr<DIR, decltype(close)> entries(::fdopendir(::dup(folder)));
+    const int copy = ::dup(folder);
+    const std::unique_ptr<DIR, decltype(close)> entries(copy < 0 ? nullptr : ::fdopendir(copy));
     if (!entries) {
         return;
     }

@@ -128,7 +128,7 @@ std::expected<void, Failure> CalendarMemory::write(const RememberedCalendar &cal
 void CalendarMemory::forget(const QString &identifier) const
 {
     // What cannot be removed is no memory of ours, or is told when it is written.
-    (void)removeRegularFile(QFile::encodeName(path(identifier)));
+    [[maybe_unused]] const auto removed = removeRegularFile(QFile::encodeName(path(identifier)));
 }
 
 void CalendarMemory::forgetExpired(Date now) const

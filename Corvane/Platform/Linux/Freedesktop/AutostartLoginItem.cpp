@@ -211,7 +211,8 @@ std::expected<void, Failure> AutostartLoginItem::write(const QByteArray &content
     if (contentOf(m_path) == content) {
         return {};
     }
-    (void)makeFolder(QFile::encodeName(QFileInfo(m_path).path())); // a missing one fails what follows
+    [[maybe_unused]] const auto made =
+        makeFolder(QFile::encodeName(QFileInfo(m_path).path())); // a missing one fails what follows
     if (const auto written = replaceRegularFile(QFile::encodeName(m_path), content); !written) {
         return std::unexpected(
             Failure{u"the autostart entry %1 cannot be written: %2"_s.arg(m_path, written.error().reason)});

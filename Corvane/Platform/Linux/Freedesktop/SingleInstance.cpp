@@ -139,7 +139,7 @@ bool SingleInstance::lock()
     // A home folder may be shared between machines; the user of each is to be reminded.
     const QString name = u"instance-%1.lock"_s.arg(QString::fromLatin1(QSysInfo::machineUniqueId()));
     for (const QString &directory : std::as_const(m_lockDirectories)) {
-        (void)makePrivateFolder(QFile::encodeName(directory));
+        [[maybe_unused]] const auto made = makePrivateFolder(QFile::encodeName(directory));
         const QByteArray path = QFile::encodeName(QDir(directory).filePath(name));
         const int file =
             ::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY, 0600);
