@@ -159,7 +159,7 @@ private Q_SLOTS:
         const auto with = [](const char *variable, const char *value, const auto &ask) {
             const QByteArray before = qgetenv(variable);
             qputenv(variable, value);
-            const auto answer = ask();
+            auto answer = ask();
             qputenv(variable, before);
             return answer;
         };
