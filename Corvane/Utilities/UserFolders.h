@@ -6,8 +6,8 @@
 #include <QString>
 #include <QStringList>
 
-/// The base directories of the desktop for this user. A relative path in one of their variables is ignored,
-/// as the specification of these directories asks for.
+/// The base directories of the desktop for this user. A relative path in one of their variables is ignored:
+/// it would mean another folder in each program.
 namespace corvane::userFolders {
 
 [[nodiscard]] QString config(); ///< $XDG_CONFIG_HOME
