@@ -125,7 +125,7 @@ QVariantList FreedesktopNotificationServer::notifyArguments(const PendingRequest
     if (!request.categoryIdentifier.isEmpty()) {
         hints.insert(u"category"_s, request.categoryIdentifier);
     }
-    // Whoever has put it there: what a terminal or a panel takes for a command is no text.
+    // Cleaned here, too: any program on the bus can hand over a request.
     const QString body = plainText(request.body);
     return {u"Quillet"_s,
             0U, // replaces no other

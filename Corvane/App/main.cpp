@@ -134,8 +134,8 @@ Run run(int argc, char *argv[])
     return run;
 }
 
-/// Puts a new run in the place of this process, which keeps its id: for whoever started it, it goes on. Comes
-/// back only where that fails.
+/// Replaces this process by a new run with the same process id, so that its parent sees no end. Returns only
+/// on failure.
 int startAnew(const QByteArray &programPath, QByteArrayList arguments)
 {
     const QByteArray login(loginOption.data(), loginOption.size());

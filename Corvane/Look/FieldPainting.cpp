@@ -127,7 +127,7 @@ QRect spinBoxPart(const QStyleOptionSpinBox &option, QStyle::SubControl part)
 
 void paintSpinBox(QPainter &painter, const QStyleOptionSpinBox &option)
 {
-    // What is typed into shows the keyboard to whoever types.
+    // A field shows the focus after a click, too: the next key goes there.
     paintField(painter, option,
                option.state.testFlag(QStyle::State_HasFocus) && option.state.testFlag(QStyle::State_Active));
     if (option.buttonSymbols == QAbstractSpinBox::NoButtons) {

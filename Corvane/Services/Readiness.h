@@ -32,7 +32,7 @@ struct Readiness {
 namespace readiness {
 
 /// The start of the day's first lesson, when it is time to look: from twenty minutes before it until it
-/// begins. Whoever starts Quillet in between has it look at once; later than that it does not look.
+/// begins. Started in between, Quillet looks at once; started later, it does not look.
 [[nodiscard]] std::optional<Date> dueLook(const std::vector<Lesson> &lessons, Date now);
 
 /// The calendars that have given no answer on the day of `now`; files that hold no calendar are none.

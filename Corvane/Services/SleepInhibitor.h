@@ -9,7 +9,7 @@ namespace corvane {
 ///
 /// Only automatic sleep is meant: the screen may blank meanwhile, and a teacher who suspends the machine or
 /// closes its lid is obeyed. Both calls return at once, do nothing when they are repeated, and never fail
-/// towards the caller: where nobody takes the wish, whoever can take it later is asked then. The end of the
+/// towards the caller: without a service for it, the first one that appears is asked. The end of the
 /// inhibitor, and of the program, lets the machine sleep again.
 class SleepInhibitor {
 public:

@@ -9,8 +9,8 @@
 
 namespace corvane {
 
-/// Takes the requests of a flood for one: whoever on the bus asks for the same thing thousands of times gets
-/// it once, and again every now and then as long as the flood lasts. A value.
+/// Lets one request of a flood through, and another one from time to time while the flood lasts. Used before
+/// what another program on the bus can ask for. A value.
 class RequestGate {
 public:
     /// A request within `pause` of the one before belongs to it. After `renewal` one counts all the same.

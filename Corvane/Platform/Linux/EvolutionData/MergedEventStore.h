@@ -17,8 +17,8 @@ namespace corvane {
 ///
 /// Queries run one after the other; a call for the interval of the query that was asked last waits for that
 /// query. A request and the query that follows it share one time limit, so that a whole load of lessons ends
-/// within five seconds. The events are a failure only where no calendar answered, nor stands with its last
-/// answer.
+/// within five seconds. The events are a failure only where no calendar has answered, now or
+/// earlier.
 ///
 /// A store that goes while calls are under way gives up what they wait for; they end on later turns of the
 /// event loop, never inside the destructor.
