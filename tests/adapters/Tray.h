@@ -12,6 +12,7 @@
 #include <QRect>
 #include <QScreen>
 #include <QTemporaryDir>
+#include <QTest>
 
 namespace corvane {
 
@@ -81,19 +82,23 @@ public:
         return size.width() >= 12 && size.width() <= 24 && size.height() >= 12 && size.height() <= 24;
     }
 
-    /// Whether that has been so in five looks in a row: a tray that is busy draws an icon, takes it away and
-    /// draws it once more, and loses the clicks that come meanwhile.
-    [[nodiscard]] bool keepsOneIcon()
+    /// Waits until five looks in a row find one icon, at most `limit` milliseconds: a tray that is busy draws
+    /// an icon, takes it away and draws it once more, and loses the clicks that come meanwhile.
+    [[nodiscard]] bool settlesWithOneIcon(int limit = timeout) const
     {
         constexpr int enough = 5;
-        m_looks = hasOneIcon() ? m_looks + 1 : 0;
-        return m_looks >= enough;
+        int looks = 0;
+        return QTest::qWaitFor(
+            [&] {
+                looks = hasOneIcon() ? looks + 1 : 0;
+                return looks >= enough;
+            },
+            limit);
     }
 
 private:
     static constexpr int timeout = 10'000; // milliseconds
 
-    int m_looks = 0;
     QRect m_area;
     QColor m_colour;
     QTemporaryDir m_folder;
