@@ -140,9 +140,12 @@ class World(unittest.TestCase):
             # Of the portal's four flags that for suspending alone.
             self.assertEqual(portal.stdout.readline(), "held 4\n")
             program.wait_for("^automatic sleep held off through=org.freedesktop.portal.Desktop$")
+            # A load that is still under way would bring the lesson once more, and the next be due in a minute.
+            program.wait_for("^calendar reload success lessons=1 ", count=2)
             desktop.write_lessons()
             desktop.skip_to(desktop.now() + 60)
             self.assertEqual(portal.stdout.readline(), "released\n")
+            program.wait_for("^calendar reload success lessons=0 ")
             desktop.write_lessons(lesson)
             desktop.skip_to(desktop.now() + 60)
             self.assertEqual(portal.stdout.readline(), "held 4\n")
