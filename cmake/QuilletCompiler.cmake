@@ -20,7 +20,7 @@ endif()
 
 # Release: -O3's larger code is memory that a program which mostly sleeps does not need.
 # Hardened as a distribution does it; what is linked at the start cannot be written afterwards. Every object is
-# position-independent, as the toolkit asks for.
+# position-independent; there are no shared libraries, and older versions of the toolkit ask for -fPIC themselves.
 include(CheckCXXCompilerFlag)
 set(QUILLET_HARDENING "-fstack-protector-strong -fstack-clash-protection")
 check_cxx_compiler_flag(-fcf-protection QUILLET_HAS_CONTROL_FLOW_PROTECTION)
@@ -35,8 +35,8 @@ if(NOT QUILLET_SANITIZE)
     endif()
     string(APPEND QUILLET_HARDENING " -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=${level}")
 endif()
-set(CMAKE_C_FLAGS_RELEASE "-O2 -DNDEBUG -fPIC ${QUILLET_HARDENING}")
-set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG ${QUILLET_HARDENING}")
+set(CMAKE_C_FLAGS_RELEASE "-O2 -DNDEBUG -fPIE ${QUILLET_HARDENING}")
+set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG -fPIE ${QUILLET_HARDENING}")
 set(CMAKE_EXE_LINKER_FLAGS_RELEASE "-pie -Wl,-z,relro,-z,now,-z,noexecstack")
 
 find_program(CCACHE ccache)

@@ -41,11 +41,11 @@ EndSignals::EndSignals(QObject *parent) : QObject(parent)
         notifier->setEnabled(false);
         Q_EMIT received();
     });
-    struct sigaction action {};
+    struct sigaction action = {};
     action.sa_handler = &tellLoop;
     action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
     for (const int number : numbers) {
-        struct sigaction former {};
+        struct sigaction former = {};
         // Who started the program may have it outlive its terminal.
         if (::sigaction(number, nullptr, &former) == 0 && former.sa_handler != SIG_IGN) {
             ::sigaction(number, &action, nullptr);
