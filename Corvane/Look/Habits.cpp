@@ -64,6 +64,19 @@ void lightUp(QToolButton &button, bool isUnderMouse)
 void Habits::adopt(QWidget &control)
 {
     control.installEventFilter(this);
+    if (qobject_cast<QComboBox *>(&control) != nullptr) {
+        for (QObject *child : control.children()) {
+            prepareListWindow(child);
+        }
+    }
+}
+
+void Habits::prepareListWindow(QObject *child) const
+{
+    auto *window = qobject_cast<QWidget *>(child);
+    if (window != nullptr && window->windowType() == Qt::Popup) {
+        window->setAttribute(Qt::WA_TranslucentBackground, m_isComposited());
+    }
 }
 
 bool Habits::eventFilter(QObject *watched, QEvent *event)
@@ -85,11 +98,8 @@ bool Habits::eventFilter(QObject *watched, QEvent *event)
         }
         return false;
     case QEvent::ChildAdded:
-        // The window of a picker's list, before it is made: later it cannot become transparent.
-        if (auto *child = qobject_cast<QWidget *>(static_cast<QChildEvent *>(event)->child());
-            child != nullptr && child->windowType() == Qt::Popup &&
-            qobject_cast<QComboBox *>(watched) != nullptr) {
-            child->setAttribute(Qt::WA_TranslucentBackground, m_isComposited());
+        if (qobject_cast<QComboBox *>(watched) != nullptr) {
+            prepareListWindow(static_cast<QChildEvent *>(event)->child());
         }
         return false;
     case QEvent::ApplicationFontChange:

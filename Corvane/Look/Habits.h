@@ -29,6 +29,9 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    /// Before the window of a picker's list is shown for the first time: later it cannot become transparent.
+    void prepareListWindow(QObject *child) const;
+
     std::function<bool()> m_isComposited;
 };
 
