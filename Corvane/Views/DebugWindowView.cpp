@@ -84,6 +84,7 @@ QWidget *DebugWindowView::card(Part &part, const debugReport::Section &section, 
     part.list = new DebugRowList(section.title, isFinePrint ? TextStyle::caption : TextStyle::body);
     part.nothing = new Text(section.nothing, TextStyle::subheadline, Ink::secondary);
     part.nothing->setContentsMargins(control::rowInset, 0, control::rowInset, 0);
+    part.nothing->hide();
     connect(part.list, &DebugRowList::rowFocused, this,
             [this](QWidget *row) { m_page->ensureWidgetVisible(row, 0, space::large); });
     // The rows light up a little beyond their texts, which stand in line with the heading.

@@ -32,6 +32,8 @@ private:
         auto place = room.list(u"Now"_s)->rows().back()->row();
         place.title = u"/home/anna/.local/state/Logs/Quillet/quillet-debug.log"_s;
         room.list(u"Now"_s)->rows().back()->setRow(place);
+        room.list(u"Now"_s)->updateGeometry(); // it may be of another height
+        QCoreApplication::sendPostedEvents();
         room.view->resize(width, room.page()->widget()->heightForWidth(width));
         return room.view->grab().toImage();
     }
