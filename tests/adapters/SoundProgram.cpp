@@ -3,20 +3,44 @@
 
 #include "Corvane/Platform/Linux/Sound/CanberraSounds.h"
 
+#include <dlfcn.h>
+#include <pthread.h>
+
 #include <QCoreApplication>
 #include <QTimer>
 
-// Without arguments: plays the sound, ends as soon as it has the answer, and tells it: 0 for played, 1 for
-// not. With any: beeps, and ends with 2 as soon as the plain bell rings, or with 3 when it does not in five
-// seconds.
+#include <atomic>
+#include <cerrno>
+
+namespace {
+
+std::atomic<bool> threadsAreDenied = false;
+
+} // namespace
+
+// Stands before that of the system, so that the machine gives no further thread once this is wished.
+extern "C" int pthread_create(pthread_t *thread, const pthread_attr_t *attributes, void *(*start)(void *),
+                              void *argument) noexcept
+{
+    using Create = int (*)(pthread_t *, const pthread_attr_t *, void *(*)(void *), void *);
+    static const auto create = reinterpret_cast<Create>(::dlsym(RTLD_NEXT, "pthread_create"));
+    return threadsAreDenied ? EAGAIN : create(thread, attributes, start, argument);
+}
+
+// Started as "sound-program SECONDS [beep [without-threads]]". Plays the sound, with so long for the call,
+// ends as soon as it has the answer, and tells it: 0 for played, 1 for not. Or beeps, and ends with 2 as soon
+// as the plain bell rings, or with 3 when it does not in twenty seconds.
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
-    corvane::CanberraSounds sounds([] { QCoreApplication::exit(2); });
-    if (argc == 1) {
+    const QStringList arguments = QCoreApplication::arguments();
+    const corvane::Seconds limit{arguments.value(1).toDouble()};
+    corvane::CanberraSounds sounds([] { QCoreApplication::exit(2); }, limit);
+    if (argc == 2) {
         return QCoro::waitFor(sounds.play(QStringLiteral("Glass"))) ? 0 : 1;
     }
+    threadsAreDenied = arguments.contains(QStringLiteral("without-threads"));
     sounds.beep();
-    QTimer::singleShot(5000, [] { QCoreApplication::exit(3); });
+    QTimer::singleShot(20000, [] { QCoreApplication::exit(3); });
     return QCoreApplication::exec();
 }

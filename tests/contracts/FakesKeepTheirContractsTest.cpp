@@ -34,9 +34,14 @@ class FakeSystemSoundsTest final : public SystemSoundsContract {
 
 protected:
     SystemSounds &sounds() override { return *m_sounds; }
+    void holdAnswers() override { m_sounds->hold(); }
 
 private Q_SLOTS:
-    void init() { m_sounds = std::make_unique<FakeSystemSounds>(); }
+    void init()
+    {
+        m_sounds = std::make_unique<FakeSystemSounds>();
+        m_sounds->available.append(minute());
+    }
 
     void aHeldAnswerComesWithTheRelease()
     {

@@ -9,6 +9,7 @@
 #include <QPromise>
 #include <QThreadPool>
 
+#include <chrono>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -17,11 +18,12 @@ namespace corvane {
 
 /// A pool of few threads for work that may be slow. Main thread only.
 ///
-/// When it goes it waits a moment for what still runs, and leaves behind what does not end: a rule that
-/// cannot be interrupted must not keep the program from ending.
+/// When it goes it waits `courtesy` for what still runs, and leaves behind what does not end: a rule or a
+/// server that cannot be interrupted must not keep the program from ending.
 class WorkerPool {
 public:
-    explicit WorkerPool(int threads)
+    explicit WorkerPool(int threads, std::chrono::milliseconds courtesy = std::chrono::seconds(1))
+        : m_courtesy(courtesy)
     {
         m_pool->setMaxThreadCount(threads);
         m_pool->setExpiryTimeout(5000);
@@ -29,7 +31,7 @@ public:
     ~WorkerPool()
     {
         m_pool->clear();
-        if (m_pool->waitForDone(1000)) {
+        if (m_pool->waitForDone(static_cast<int>(m_courtesy.count()))) {
             delete m_pool;
             return;
         }
@@ -48,6 +50,7 @@ public:
     void removeThread() { m_pool->setMaxThreadCount(m_pool->maxThreadCount() - 1); }
 
 private:
+    std::chrono::milliseconds m_courtesy;
     QThreadPool *m_pool = new QThreadPool;
 };
 

@@ -1,0 +1,73 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+// How long it takes until a sound is heard, and until its call is answered, on a sound server of its own. To
+// be run in an environment of its own (tests/support/isolated).
+
+#include "Corvane/Platform/Linux/Sound/CanberraSounds.h"
+
+#include "tests/support/PrivateSoundServer.h"
+
+#include <QCoreApplication>
+
+#include <benchmark/benchmark.h>
+
+using namespace corvane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// What does not come after so long does not come.
+constexpr Seconds limit{10};
+
+/// From the call to its answer. The first, which connects, is not counted.
+void untilTheAnswer(benchmark::State &state)
+{
+    const PrivateSoundServer server;
+    CanberraSounds sounds({}, limit);
+    bool hasPlayed = QCoro::waitFor(sounds.play(u"Glass"_s));
+    for ([[maybe_unused]] const auto _ : state) {
+        hasPlayed = QCoro::waitFor(sounds.play(u"Glass"_s)) && hasPlayed;
+    }
+    if (!hasPlayed) {
+        state.SkipWithError("the sound did not play");
+    }
+}
+
+/// From the call to the first sample in a recorder, which gets them every 5 ms.
+void untilItIsHeard(benchmark::State &state)
+{
+    PrivateSoundServer server;
+    CanberraSounds sounds({}, limit);
+    server.startRecording();
+    for ([[maybe_unused]] const auto _ : state) {
+        // Until the sound before has died away.
+        while (!server.isSilent()) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);
+        }
+        const Seconds begin = uptime();
+        auto task = sounds.play(u"Glass"_s);
+        while (server.peak() < 0.02 && uptime() - begin < limit) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 1);
+        }
+        state.SetIterationTime((uptime() - begin).count());
+        if (!QCoro::waitFor(task)) {
+            state.SkipWithError("the sound did not play");
+            return;
+        }
+    }
+}
+
+BENCHMARK(untilTheAnswer)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(50);
+BENCHMARK(untilItIsHeard)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(10);
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    qputenv("XDG_DATA_DIRS", QUILLET_BUILD_SHARE ":/usr/share");
+    const QCoreApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
