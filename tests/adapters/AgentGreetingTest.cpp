@@ -7,6 +7,7 @@
 #include "tests/support/PrivateBus.h"
 #include "tests/support/TestProgram.h"
 
+#include <QDBusPendingCallWatcher>
 #include <QElapsedTimer>
 #include <QTest>
 
@@ -48,13 +49,15 @@ private Q_SLOTS:
         m_bus = std::make_unique<PrivateBus>();
         m_agent = std::make_unique<RecordingAgent>(connection());
         m_lines.clear();
+        m_program = connection();
         m_greeting = std::make_unique<AgentGreeting>(
-            connection(), [this](const QString &line) { m_lines.append(line); }, 50ms);
+            m_program, [this](const QString &line) { m_lines.append(line); }, 50ms);
     }
 
     void cleanup()
     {
         m_greeting.reset();
+        m_program = QDBusConnection(QString());
         m_agent.reset();
         for (; m_connections > 0; --m_connections) {
             QDBusConnection::disconnectFromBus(QString::number(m_connections));
@@ -82,7 +85,7 @@ private Q_SLOTS:
     {
         m_greeting->setLessons({});
         m_greeting->setLessons({lesson(currentDate() - Seconds{3600}, Seconds{600})});
-        settle();
+        waitUntilAllHasArrived();
         QCOMPARE(m_agent->calls, QStringList());
     }
 
@@ -120,14 +123,14 @@ private Q_SLOTS:
         m_greeting->setLessons(lessons);
         QTRY_COMPARE(m_lines.size(), 1);
         m_greeting->setLessons({lesson(start, Seconds{60})});
-        settle();
+        waitUntilAllHasArrived();
         QCOMPARE(m_agent->calls, QStringList{u"unknown "_s + greeting});
         m_agent.reset();
         m_agent = std::make_unique<RecordingAgent>(connection());
         QTRY_COMPARE(m_agent->calls.size(), 1);
         m_greeting.reset();
         m_agent->isOfBefore = true;
-        settle();
+        QTRY_COMPARE(m_agent->calls.last(), u"unknown Goodbye"_s);
     }
 
     void aRefusalIsTriedAgainWithTheNextLoad()
@@ -157,16 +160,19 @@ private:
         return QDBusConnection::connectToBus(m_bus->address(), QString::number(++m_connections));
     }
 
-    // All that was sent has been answered.
-    void settle()
+    // What the greeting has sent by now: the bus delivers in order.
+    void waitUntilAllHasArrived() const
     {
-        connection().call(QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/"_s,
-                                                         u"org.freedesktop.DBus"_s, u"GetId"_s));
-        QTest::qWait(50);
+        const QDBusPendingCallWatcher last(m_program.asyncCall(
+            QDBusMessage::createMethodCall(u"com.ordwinsoftware.Quillet.NotificationAgent"_s,
+                                           u"/com/ordwinsoftware/Quillet/NotificationAgent"_s,
+                                           u"org.freedesktop.DBus.Introspectable"_s, u"Introspect"_s)));
+        QTRY_VERIFY(last.isFinished());
     }
 
     std::unique_ptr<PrivateBus> m_bus;
     int m_connections = 0;
+    QDBusConnection m_program{QString()};
     std::unique_ptr<RecordingAgent> m_agent;
     std::unique_ptr<AgentGreeting> m_greeting;
     QStringList m_lines;

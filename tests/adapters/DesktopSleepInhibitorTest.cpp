@@ -8,6 +8,9 @@
 #include "tests/support/PrivateBus.h"
 #include "tests/support/TestProgram.h"
 
+#include <QDBusPendingCallWatcher>
+#include <QDBusServiceWatcher>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 
 #include <array>
@@ -145,8 +148,7 @@ private Q_SLOTS:
         QTRY_COMPARE(holdsOf(Kind::portal), 1);
         QTRY_COMPARE(holds(), 1);
         // One after it in the order changes nothing when it restarts.
-        start(next);
-        QTest::qWait(50);
+        startAndWaitForWhatItBrings(next);
         QCOMPARE(holds(), 1);
         QCOMPARE(m_services.at(next)->wishes.size(), 0);
     }
@@ -163,8 +165,7 @@ private Q_SLOTS:
 
     void aServiceThatComesUnaskedForIsLeftAlone()
     {
-        start(Kind::sessionManager);
-        QTest::qWait(50);
+        startAndWaitForWhatItBrings(Kind::sessionManager);
         QCOMPARE(m_services.at(Kind::sessionManager)->wishes.size(), 0);
     }
 
@@ -221,6 +222,31 @@ private:
     {
         m_services.erase(kind);
         m_services.emplace(kind, std::make_unique<InhibitingService>(*m_bus, kind));
+    }
+
+    /// Waits until the inhibitor has heard of it, and what it then asked for has arrived.
+    void startAndWaitForWhatItBrings(Kind kind)
+    {
+        const QDBusConnection bus(u"inhibitor"_s);
+        const QString name = InhibitingService::nameOf(kind);
+        const QDBusServiceWatcher watcher(name, bus, QDBusServiceWatcher::WatchForRegistration);
+        // The bus has taken the wishes to be told.
+        waitForAnAnswer(bus, u"org.freedesktop.DBus"_s);
+        const QSignalSpy comings(&watcher, &QDBusServiceWatcher::serviceRegistered);
+        start(kind);
+        QTRY_VERIFY(!comings.isEmpty());
+        // The inhibitor may hear of it after the watcher; then it asks one service after the other.
+        for (int round = 0; round <= static_cast<int>(allKinds.size()); ++round) {
+            waitForAnAnswer(bus, name);
+        }
+    }
+
+    /// Whatever was sent on `bus` before has arrived.
+    static void waitForAnAnswer(const QDBusConnection &bus, const QString &service)
+    {
+        const QDBusPendingCallWatcher call(
+            bus.asyncCall(QDBusMessage::createMethodCall(service, u"/"_s, service, u"Nothing"_s)));
+        QTRY_VERIFY(call.isFinished());
     }
 
     [[nodiscard]] int holdsOf(Kind kind) { return m_services.at(kind)->holds(); }

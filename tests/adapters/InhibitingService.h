@@ -97,9 +97,9 @@ public:
 
     [[nodiscard]] QString introspect(const QString &) const override { return {}; }
 
-    [[nodiscard]] QString name() const
+    [[nodiscard]] static QString nameOf(Kind kind)
     {
-        switch (m_kind) {
+        switch (kind) {
         case Kind::portal:
             return QStringLiteral("org.freedesktop.portal.Desktop");
         case Kind::sessionManager:
@@ -113,6 +113,7 @@ public:
     }
 
 private:
+    [[nodiscard]] QString name() const { return nameOf(m_kind); }
     [[nodiscard]] QString connectionName() const { return QStringLiteral("service ") + name(); }
 
     [[nodiscard]] QString interface() const
