@@ -3,6 +3,7 @@
 
 #include "tests/adapters/ExpandedText.h"
 
+#include "Corvane/Platform/Linux/EvolutionData/CalendarCapture.h"
 #include "tests/support/CalendarService.h"
 #include "tests/support/TestProgram.h"
 
@@ -206,6 +207,18 @@ private Q_SLOTS:
                                &SkippedEvent::text);
         QCOMPARE(unfinished, (QStringList{u"title=\"stuck\" reason=\"it took too long\""_s,
                                           u"title=\"next\" reason=\"it was not reached in time\""_s}));
+    }
+
+    void aCaptureThatIsCutShortIsNone()
+    {
+        const auto groups =
+            groupsOfTexts({calendarText(single("one") + series("daily", "RRULE:FREQ=DAILY\n"))});
+        const DateInterval day = testRequest().interval;
+        ExpansionControl control;
+        const auto whole = captureSpan(groups, {}, testRequest(), day, control);
+        QVERIFY(whole && whole->contains("SUMMARY:one") && whole->contains("SUMMARY:daily"));
+        control.cancel();
+        QVERIFY(!captureSpan(groups, {}, testRequest(), day, control));
     }
 };
 

@@ -21,7 +21,7 @@ constexpr int maximumDoublings = 5;
 
 } // namespace
 
-void ServerRefresh::ask(const std::shared_ptr<ServiceClient> &client, CalendarRefresh kind)
+void ServerRefresh::ask(const std::shared_ptr<RefreshableClient> &client, CalendarRefresh kind)
 {
     if (kind == CalendarRefresh::wished) {
         m_next = QDeadlineTimer(0);
@@ -33,7 +33,7 @@ void ServerRefresh::ask(const std::shared_ptr<ServiceClient> &client, CalendarRe
     }
 }
 
-void ServerRefresh::clientOpened(const std::shared_ptr<ServiceClient> &client)
+void ServerRefresh::clientOpened(const std::shared_ptr<RefreshableClient> &client)
 {
     if (m_isWaitingForClient) {
         ask(client, CalendarRefresh::wished);
@@ -41,10 +41,10 @@ void ServerRefresh::clientOpened(const std::shared_ptr<ServiceClient> &client)
 }
 
 QCoro::Task<void> ServerRefresh::run(std::shared_ptr<ServerRefresh> self,
-                                     std::shared_ptr<ServiceClient> client)
+                                     std::shared_ptr<RefreshableClient> client)
 {
     self->m_isRunning = true;
-    const bool isAsked = co_await ServiceClient::refresh(client);
+    const bool isAsked = co_await client->refresh();
     self->m_isRunning = false;
     if (isAsked) {
         self->m_failures = 0;

@@ -3,9 +3,8 @@
 
 #pragma once
 
-#include "Corvane/Platform/Linux/EvolutionData/ServiceClient.h"
-
 #include "Corvane/Calendar/EventStore.h"
+#include "Corvane/Platform/Linux/EvolutionData/RefreshableClient.h"
 
 #include <qcoro/qcorotask.h>
 
@@ -20,11 +19,12 @@ namespace corvane {
 class ServerRefresh : public std::enable_shared_from_this<ServerRefresh> {
 public:
     /// `client` may be null or dead: the wish then waits for the next client.
-    void ask(const std::shared_ptr<ServiceClient> &client, CalendarRefresh kind);
-    void clientOpened(const std::shared_ptr<ServiceClient> &client);
+    void ask(const std::shared_ptr<RefreshableClient> &client, CalendarRefresh kind);
+    void clientOpened(const std::shared_ptr<RefreshableClient> &client);
 
 private:
-    static QCoro::Task<void> run(std::shared_ptr<ServerRefresh> self, std::shared_ptr<ServiceClient> client);
+    static QCoro::Task<void> run(std::shared_ptr<ServerRefresh> self,
+                                 std::shared_ptr<RefreshableClient> client);
 
     bool m_isWaitingForClient = false;
     bool m_isRunning = false;

@@ -266,14 +266,13 @@ bool ServiceClient::canRefresh() const
     return e_client_check_refresh_supported(E_CLIENT(m_client.get())) != FALSE;
 }
 
-QCoro::Task<bool> ServiceClient::refresh(std::shared_ptr<ServiceClient> self)
+QCoro::Task<bool> ServiceClient::refresh()
 {
     const auto refreshing = startGioCall([&](GAsyncReadyCallback callback, gpointer data) {
-        e_client_refresh(E_CLIENT(self->m_client.get()), self->m_cancellable.get(), callback, data);
+        e_client_refresh(E_CLIENT(m_client.get()), m_cancellable.get(), callback, data);
     });
     co_await refreshing.untilResolved();
-    co_return e_client_refresh_finish(E_CLIENT(self->m_client.get()), refreshing.value().get(), nullptr) !=
-        FALSE;
+    co_return e_client_refresh_finish(E_CLIENT(m_client.get()), refreshing.value().get(), nullptr) != FALSE;
 }
 
 } // namespace corvane

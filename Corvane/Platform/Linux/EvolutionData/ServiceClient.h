@@ -7,6 +7,7 @@
 
 #include <libecal/libecal.h>
 
+#include "Corvane/Platform/Linux/EvolutionData/RefreshableClient.h"
 #include "Corvane/Utilities/DayCalendar.h"
 
 #include <qcoro/qcorotask.h>
@@ -28,7 +29,7 @@ using Components = std::vector<GObjectRef<ICalComponent>>;
 
 /// An open connection to one calendar of the service. Main thread only, except where it says otherwise; its
 /// calls take as long as the service takes, and end at once when it closes.
-class ServiceClient : public std::enable_shared_from_this<ServiceClient> {
+class ServiceClient final : public RefreshableClient, public std::enable_shared_from_this<ServiceClient> {
 public:
     /// GCC 12 cannot await an expected pointer.
     struct Opened {
@@ -39,12 +40,12 @@ public:
                                                             std::function<void()> onChange);
 
     explicit ServiceClient(GObjectRef<ECalClient> client);
-    ~ServiceClient();
+    ~ServiceClient() override;
     ServiceClient(const ServiceClient &) = delete;
     ServiceClient &operator=(const ServiceClient &) = delete;
 
-    /// The service died; the calendar has to be opened again.
-    [[nodiscard]] bool isDead() const { return *m_isDead; }
+    /// The service died.
+    [[nodiscard]] bool isDead() const override { return *m_isDead; }
     void close() { g_cancellable_cancel(m_cancellable.get()); }
 
     using Listing = std::expected<Components, QString>;
@@ -67,9 +68,8 @@ public:
     /// How often what is watched has changed; nothing where `span` is not watched.
     [[nodiscard]] std::optional<quint64> changes(DateInterval span) const;
 
-    [[nodiscard]] bool canRefresh() const;
-    /// Answers whether the server could be asked.
-    static QCoro::Task<bool> refresh(std::shared_ptr<ServiceClient> self);
+    [[nodiscard]] bool canRefresh() const override;
+    QCoro::Task<bool> refresh() override;
 
 private:
     struct Watch;

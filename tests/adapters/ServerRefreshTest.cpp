@@ -1,0 +1,113 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Platform/Linux/EvolutionData/ServerRefresh.h"
+
+#include "Corvane/Platform/Linux/Waiting/Pending.h"
+#include "tests/support/TestProgram.h"
+
+#include <QTest>
+
+#include <vector>
+
+using namespace corvane;
+
+namespace {
+
+/// A client that answers when the test says so.
+class ScriptedClient final : public RefreshableClient {
+public:
+    bool dead = false;
+    bool refreshable = true;
+    std::vector<Pending<bool>> refreshes;
+
+    [[nodiscard]] bool isDead() const override { return dead; }
+    [[nodiscard]] bool canRefresh() const override { return refreshable; }
+    QCoro::Task<bool> refresh() override
+    {
+        const Pending<bool> answer;
+        refreshes.push_back(answer);
+        co_await answer.untilResolved();
+        co_return answer.value();
+    }
+
+    /// Ends the last refresh.
+    void answer(bool isAsked) const
+    {
+        const Pending<bool> last = refreshes.back();
+        last.resolve(isAsked);
+    }
+};
+
+} // namespace
+
+/// How often a server is asked for news.
+class ServerRefreshTest : public QObject {
+    Q_OBJECT
+
+    std::shared_ptr<ServerRefresh> m_refresh;
+    std::shared_ptr<ScriptedClient> m_client;
+
+    void ask(CalendarRefresh kind) const { m_refresh->ask(m_client, kind); }
+    [[nodiscard]] std::size_t refreshes() const { return m_client->refreshes.size(); }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_refresh = std::make_shared<ServerRefresh>();
+        m_client = std::make_shared<ScriptedClient>();
+    }
+
+    void aServerIsNeverAskedTwiceAtOnce()
+    {
+        ask(CalendarRefresh::regular);
+        ask(CalendarRefresh::regular);
+        ask(CalendarRefresh::wished);
+        QCOMPARE(refreshes(), std::size_t{1});
+        m_client->answer(true);
+        ask(CalendarRefresh::regular);
+        QCOMPARE(refreshes(), std::size_t{2});
+        m_client->answer(true);
+    }
+
+    void aServerThatFailsIsLeftAloneUntilItIsWished()
+    {
+        ask(CalendarRefresh::regular);
+        m_client->answer(false);
+        ask(CalendarRefresh::regular);
+        QCOMPARE(refreshes(), std::size_t{1});
+        ask(CalendarRefresh::wished);
+        QCOMPARE(refreshes(), std::size_t{2});
+        m_client->answer(true);
+        ask(CalendarRefresh::regular);
+        QCOMPARE(refreshes(), std::size_t{3});
+        m_client->answer(true);
+    }
+
+    void whatHasNoServerIsNotAsked()
+    {
+        m_client->refreshable = false;
+        ask(CalendarRefresh::wished);
+        QCOMPARE(refreshes(), std::size_t{0});
+    }
+
+    void aWishWaitsForTheNextClientAndIsThenGranted()
+    {
+        m_refresh->ask(nullptr, CalendarRefresh::wished);
+        m_refresh->clientOpened(m_client);
+        QCOMPARE(refreshes(), std::size_t{1});
+        m_client->answer(true);
+        m_refresh->clientOpened(m_client);
+        QCOMPARE(refreshes(), std::size_t{1});
+        m_client->dead = true;
+        ask(CalendarRefresh::regular);
+        QCOMPARE(refreshes(), std::size_t{1});
+        m_client->dead = false;
+        m_refresh->clientOpened(m_client);
+        QCOMPARE(refreshes(), std::size_t{2});
+        m_client->answer(true);
+    }
+};
+
+QUILLET_TEST(ServerRefreshTest, runTest<ServerRefreshTest>);
+#include "ServerRefreshTest.moc"
