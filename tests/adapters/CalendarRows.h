@@ -26,7 +26,9 @@ struct CalendarRow {
 [[nodiscard]] std::vector<CalendarRow> plainRows();
 /// What other programs write all the same.
 [[nodiscard]] std::vector<CalendarRow> foreignRows();
-/// What the calendar service itself gives up where folders need not.
+/// What the calendar service itself gives up where folders need not: when it reads its file, it drops a rule
+/// with such a part, and of one with an empty part between others all that follows. Nobody can ask it for
+/// such events.
 [[nodiscard]] std::vector<CalendarRow> folderRows();
 
 /// The time zones that the rows name and define themselves.

@@ -108,6 +108,14 @@ std::vector<CalendarRow> foreignRows()
          wednesday, atNoon},
         {"times with dashes and colons", event("DTSTART:2025-05-14T12:00:00Z\nDTEND:2025-05-14T12:30:00Z"),
          wednesday, atNoon},
+        {"private event", event(QByteArray(noon) + "CLASS:PRIVATE"), wednesday, atNoon},
+        {"properties of a program's own",
+         event(QByteArray(noon) + "X-OWN;X-PART=\"a:b;c\":DTSTART:20250514T000000Z\nX-EMPTY:"), wednesday,
+         atNoon},
+        {"component of a program's own",
+         "BEGIN:VEVENT\nUID:%N\n" + QByteArray(noon) +
+             "BEGIN:X-OWN\nDTSTART:20250514T150000Z\nSUMMARY:inner\nEND:X-OWN\nSUMMARY:%N\nEND:VEVENT\n",
+         wednesday, atNoon},
         {"link of a conference",
          event(QByteArray(noon) + "CONFERENCE;VALUE=URI;FEATURE=PHONE:tel:+1-555\n"
                                   "CONFERENCE;VALUE=URI;FEATURE=VIDEO:https://meet.example.org/a?b=1"),
@@ -145,6 +153,18 @@ std::vector<CalendarRow> folderRows()
          weekly("RRULE:FREQ=WEEKLY;UNTIL=20250514T2359Z"),
          wednesday,
          {u"11:00 11:30"_s}},
+        {"rule with an empty part and a count",
+         event("DTSTART:20250513T110000Z\nDTEND:20250513T113000Z\nRRULE:FREQ=DAILY;;COUNT=2"),
+         wednesday,
+         {u"11:00 11:30"_s}},
+        {"rule with an empty part, ended by its count",
+         event("DTSTART:20250512T110000Z\nDTEND:20250512T113000Z\nRRULE:FREQ=DAILY;;COUNT=2"),
+         wednesday,
+         {}},
+        {"rule until a time without seconds, ended",
+         weekly("RRULE:FREQ=WEEKLY;UNTIL=20250514T1059Z"),
+         wednesday,
+         {}},
     };
 }
 
