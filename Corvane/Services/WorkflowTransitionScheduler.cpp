@@ -19,6 +19,13 @@ namespace {
 
 constexpr Seconds period{1};
 
+/// One run of the operation. A coroutine that it began reads what the operation holds, so it lasts as long,
+/// also when another one has taken its place meanwhile.
+QCoro::Task<void> beat(std::shared_ptr<const MainThreadOperation> operation)
+{
+    co_await (*operation)();
+}
+
 void requireMainThread()
 {
     const QCoreApplication *application = QCoreApplication::instance();
@@ -30,13 +37,14 @@ void requireMainThread()
 } // namespace
 
 struct WorkflowTransitionScheduler::Timer {
-    MainThreadOperation operation;
+    std::shared_ptr<const MainThreadOperation> operation;
 };
 
 void WorkflowTransitionScheduler::start(MainThreadOperation operation)
 {
     requireMainThread();
-    m_timer = std::make_shared<Timer>(Timer{std::move(operation)});
+    m_timer =
+        std::make_shared<Timer>(Timer{std::make_shared<const MainThreadOperation>(std::move(operation))});
     spawn(run(m_timer));
 }
 
@@ -51,7 +59,7 @@ QCoro::Task<void> WorkflowTransitionScheduler::run(std::weak_ptr<Timer> timer)
         if (running == nullptr) {
             co_return;
         }
-        spawn(running->operation());
+        spawn(beat(running->operation));
         const double missed = std::floor((uptime() - deadline) / period);
         deadline += period * (std::max(missed, 0.0) + 1);
     }

@@ -10,6 +10,7 @@
 #include <QTest>
 
 #include <memory>
+#include <utility>
 
 using namespace corvane;
 using namespace Qt::StringLiterals;
@@ -74,6 +75,38 @@ private Q_SLOTS:
         QCOMPARE(begun, 5);
         QCOMPARE(ended, 3);
         clock.advance(Seconds{0});
+    }
+
+    void anOperationThatWaitsIsKeptUntilItsEnd()
+    {
+        ManualClock clock(at("09:00:00"));
+        WorkflowTransitionScheduler scheduler;
+        auto held = std::make_shared<int>();
+        const std::weak_ptr<int> observed = held;
+        scheduler.start([held = std::move(held)]() -> QCoro::Task<void> { co_await wait(Seconds{0.5}); });
+        clock.advance(Seconds{0});
+        scheduler.start([] -> QCoro::Task<void> { co_return; });
+        clock.advance(Seconds{0.25});
+        QVERIFY(!observed.expired());
+        clock.advance(Seconds{0.5});
+        QVERIFY(observed.expired());
+    }
+
+    void anOperationThatWaitsDoesNotKeepTheTimerGoing()
+    {
+        ManualClock clock(at("09:00:00"));
+        auto scheduler = std::make_unique<WorkflowTransitionScheduler>();
+        int begun = 0;
+        scheduler->start([&] {
+            return [](int &begun) -> QCoro::Task<void> {
+                ++begun;
+                co_await wait(Seconds{2.5});
+            }(begun);
+        });
+        clock.advance(Seconds{0});
+        scheduler.reset();
+        clock.advance(Seconds{5});
+        QCOMPARE(begun, 1);
     }
 
     void settingTheClockNeitherStopsNorHurriesTheBeat()
