@@ -6,6 +6,7 @@
 #include "tests/support/TestProgram.h"
 
 using namespace corvane;
+using namespace Qt::StringLiterals;
 
 class FakeEventStoreContractTest : public EventStoreContract {
     Q_OBJECT
@@ -27,6 +28,18 @@ protected:
     }
 
     void allowAccess() override { m_denying->grant = true; }
+
+private Q_SLOTS:
+    void aRequestThatFailsFailsAgain()
+    {
+        FakeEventStore store;
+        store.grant = std::unexpected(Failure{u"the calendar service does not answer"_s});
+        for (int request = 0; request < 2; ++request) {
+            const auto granted = QCoro::waitFor(store.requestFullAccessToEvents());
+            QVERIFY(!granted);
+            QCOMPARE(granted.error().localizedDescription, u"the calendar service does not answer"_s);
+        }
+    }
 
 private:
     FakeEventStore *m_denying = nullptr; // while its test runs

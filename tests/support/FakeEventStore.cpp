@@ -17,7 +17,8 @@ QCoro::Task<std::expected<bool, Failure>> FakeEventStore::requestFullAccessToEve
 {
     ++requests;
     m_isGranted = grant.value_or(false);
-    co_return grant;
+    auto given = grant; // co_return would move the member away
+    co_return given;
 }
 
 QCoro::Task<std::expected<std::vector<CalendarEvent>, Failure>> FakeEventStore::events(DateInterval interval)
