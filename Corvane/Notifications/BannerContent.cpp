@@ -25,7 +25,7 @@ bool isUrgent(const TeachingAction &action)
 /// most it holds, and what is no number counts as none.
 std::int64_t saturatedSeconds(double seconds)
 {
-    constexpr double most = 9e15; // every whole number up to here is a double of its own
+    constexpr double most = 9007199254740992.0; // 2^53: every whole number up to here is a double of its own
     return std::isnan(seconds) ? 0 : static_cast<std::int64_t>(std::clamp(seconds, -most, most));
 }
 

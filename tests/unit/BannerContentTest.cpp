@@ -167,6 +167,16 @@ private Q_SLOTS:
         QCOMPARE(secondsUntilLessonStart(unknown, tenOClock), 0);
     }
 
+    void secondsUntilAFarStartAreExact()
+    {
+        constexpr std::int64_t farthest = 9'007'199'254'740'992; // 2^53
+        for (const std::int64_t seconds : {farthest, farthest - 1, -farthest, 1 - farthest}) {
+            const auto far = action(LessonState::joinPlatform,
+                                    lesson(u"Anna"_s, dateSince1970(static_cast<double>(seconds))));
+            QCOMPARE(secondsUntilLessonStart(far, dateSince1970(0)), seconds);
+        }
+    }
+
     void aWrapUpTellsLongTimesInMinutes()
     {
         const TeachingAction wrapUp =
