@@ -278,15 +278,18 @@ private Q_SLOTS:
         onMeet.url = QUrl(u"https://meet.google.com/abc"_s);
         CalendarLessonEvent onZoom = booked(u"Tom"_s);
         onZoom.notes = u"Zoom"_s;
+        CalendarLessonEvent onTeams = booked(u"Tom"_s);
+        onTeams.location = u"MS Teams"_s;
         const CalendarLessonEvent longOne = booked(u"Tom"_s, minutes(120));
         const CalendarLessonParser parser(PlatformProfile::defaults());
         QStringList platforms;
         for (const Lesson &lesson :
-             parser.lessons({onMeet, booked(u"Tom"_s), longOne, onZoom, onMeet, booked(u"Tom"_s)})) {
+             parser.lessons({onMeet, booked(u"Tom"_s), longOne, onZoom, onMeet, booked(u"Tom"_s), onTeams})) {
             platforms.append(rawValue(lesson.platform) + u' ' + lesson.studentName);
         }
-        QCOMPARE(platforms, (QStringList{u"Google Meet Tom"_s, u"Online Lesson Tom"_s, u"Zoom Tom"_s,
-                                         u"Google Meet Tom"_s, u"Online Lesson Tom"_s}));
+        QCOMPARE(platforms,
+                 (QStringList{u"Google Meet Tom"_s, u"Online Lesson Tom"_s, u"Zoom Tom"_s,
+                              u"Google Meet Tom"_s, u"Online Lesson Tom"_s, u"Microsoft Teams Tom"_s}));
     }
 
     void theTextsOfAnEventWithManyOccurrencesAreReadOnce()
@@ -333,6 +336,23 @@ private Q_SLOTS:
         QCOMPARE(described(CalendarLessonEvent::fromEvent(untitled)), u"none"_s);
         untitled.location = u"Zoom"_s;
         QCOMPARE(described(CalendarLessonEvent::fromEvent(untitled)), u"Zoom|Student|1500"_s);
+    }
+
+    void theParserGetsAllThatAnEventTells()
+    {
+        const CalendarEvent event{.title = u"Anna"_s,
+                                  .startDate = at("10:00:00"),
+                                  .endDate = at("10:30:00"),
+                                  .location = u"room 3"_s,
+                                  .notes = u"Google Meet"_s,
+                                  .url = QUrl(u"https://example.org/42"_s)};
+        const CalendarLessonEvent seen = CalendarLessonEvent::fromEvent(event);
+        QCOMPARE(seen.title, u"Anna"_s);
+        QCOMPARE(seen.startDate, event.startDate);
+        QCOMPARE(seen.endDate, event.endDate);
+        QCOMPARE(seen.location, event.location);
+        QCOMPARE(seen.notes, event.notes);
+        QCOMPARE(seen.url, event.url);
     }
 };
 

@@ -121,6 +121,16 @@ private Q_SLOTS:
         QCOMPARE(loaded(), u"error: timed out"_s);
     }
 
+    void withoutCalendarAccessManualLessonsOfOtherDaysDoNotHideTheError()
+    {
+        m_calendarStore.answer = std::unexpected(LessonScheduleError(CalendarAccessError::denied));
+        m_settings.setManualLessons({entry(u"Yesterday"_s, at("10:00:00") - minutes(1440)),
+                                     entry(u"Tomorrow"_s, at("10:00:00") + minutes(1440))});
+        const LessonScheduleResult result = load();
+        QVERIFY(!result);
+        QVERIFY(result.error() == LessonScheduleError(CalendarAccessError::denied));
+    }
+
     void theStaticStoreReturnsItsListUnchanged()
     {
         const std::vector lessons{sampleLesson(u"Ben"_s, at("10:00:00") + minutes(2880), minutes(25)),
