@@ -93,6 +93,31 @@ private Q_SLOTS:
         QVERIFY(m_watch->isWatching());
         m_program->runningAs.clear();
         QVERIFY(!m_watch->greet({}, evening, display));
+        QVERIFY(!m_watch->takeLeave({}));
+        QVERIFY(m_watch->isWatching());
+    }
+
+    void whatItDoesIsLogged()
+    {
+        greetAs(u":1.1"_s);
+        m_program->leave();
+        QTRY_COMPARE(m_program->started.size(), std::size_t{1});
+        QCOMPARE(m_lines, QStringList{u"Quillet is brought back lessons_until=1800021600"_s});
+        Q_EMIT m_program->startFailed(u"no such program"_s);
+        QCOMPARE(m_lines.last(), u"Quillet did not start reason=\"no such program\""_s);
+    }
+
+    void theAgentIsToldOfEachChange()
+    {
+        const QSignalSpy activity(m_watch.get(), &ProgramWatch::activityOccurred);
+        greetAs(u":1.1"_s);
+        QCOMPARE(activity.size(), 1);
+        QVERIFY(m_watch->takeLeave(u":1.1"_s));
+        QCOMPARE(activity.size(), 2);
+        greetAs(u":1.1"_s);
+        m_program->hasDisplay = false;
+        m_program->leave();
+        QCOMPARE(activity.size(), 4);
     }
 
     void whereTheDisplayIsGoneTheSessionHasEnded()
@@ -151,6 +176,18 @@ private Q_SLOTS:
             QTRY_COMPARE(m_program->started.size(), crash);
             m_clock->set(m_clock->now() + 200);
         }
+    }
+
+    void returnsThatLieAheadOfAClockThatWasSetBackDoNotCount()
+    {
+        greetAs(u":1.1"_s);
+        for (std::size_t crash = 1; crash <= 3; ++crash) {
+            m_program->leave();
+            QTRY_COMPARE(m_program->started.size(), crash);
+        }
+        m_clock->set(noon - 1);
+        m_program->leave();
+        QTRY_COMPARE(m_program->started.size(), std::size_t{4});
     }
 
     void aStartThatFailsCountsAsACrash()

@@ -79,6 +79,22 @@ private Q_SLOTS:
         QCOMPARE(f.bodies().size(), 1);
     }
 
+    void whatIsToldHelpsForAQuarterOfAnHour()
+    {
+        Fixture f;
+        f.setSilent(u"A"_s);
+        f.clock.advance(Seconds{301});
+        QCOMPARE(f.center.requests.size(), std::size_t{1});
+        const NotificationRequest request = f.center.requests.front();
+        // The whole second after the next one.
+        QCOMPARE(request.fireDate, at("09:05:02"));
+        QCOMPARE(request.expirationDate, at("09:20:02"));
+        QCOMPARE(request.identifier, u"quillet.calendar-gap."_s + QString::number(static_cast<qint64>(
+                                                                      secondsSince1970(at("09:05:02")))));
+        QCOMPARE(request.categoryIdentifier, u"quillet.calendar"_s);
+        QVERIFY(f.logger.latestLines().last().endsWith(u"Z calendar gap told"_s));
+    }
+
     void aGapThatEndsBeforeIsNotTold()
     {
         Fixture f;

@@ -93,6 +93,8 @@ private Q_SLOTS:
                  u"No answer from the calendar “"_s + QString(39, u'x') + u"…”"_s);
         QCOMPARE(calendarGaps::notice({gap(u"one\ntwo\t three"_s)}),
                  u"No answer from the calendar “one two three”"_s);
+        const QString longest(40, u'x');
+        QCOMPARE(calendarGaps::notice({gap(longest)}), u"No answer from the calendar “"_s + longest + u'”');
         // The cut keeps the two halves of a character together.
         const QString bell = u"🔔"_s;
         QCOMPARE(calendarGaps::notice({gap(QString(38, u'x') + bell + bell)}),
@@ -106,8 +108,31 @@ private Q_SLOTS:
                  u"No answer from the calendar “A” since 09:14. Today's schedule may lack lessons. "
                  "Please check your internet connection. Quillet keeps trying."_s);
         QCOMPARE(calendarGaps::title({gap(u"A"_s), gap(u"B"_s)}), u"2 calendars are missing"_s);
-        QVERIFY(body({gap(u"A"_s, Condition::awaitsPassword)}).contains(u"sign in"_s));
-        QVERIFY(body({gap(u"A"_s, Condition::leftOut)}).contains(u"file"_s));
+    }
+
+    void theAdviceFollowsTheReason_data()
+    {
+        QTest::addColumn<Condition>("condition");
+        QTest::addColumn<QString>("advice");
+        QTest::newRow("silent") << Condition::silent
+                                << u"Please check your internet connection. Quillet keeps trying."_s;
+        QTest::newRow("password") << Condition::awaitsPassword
+                                  << u"Please sign in to the account in your calendar program."_s;
+        QTest::newRow("unopened") << Condition::unopened
+                                  << u"Please check in your calendar program. Quillet keeps trying."_s;
+        QTest::newRow("left out") << Condition::leftOut
+                                  << u"Please check whether the file is complete, or save it again."_s;
+    }
+
+    void theAdviceFollowsTheReason()
+    {
+        QFETCH(Condition, condition);
+        QFETCH(QString, advice);
+        QCOMPARE(body({gap(u"A"_s, condition)}).section(u"lessons. "_s, 1), advice);
+        // Where the reasons differ, none of them is named.
+        const Condition other = condition == Condition::silent ? Condition::unopened : Condition::silent;
+        QVERIFY(body({gap(u"A"_s, condition), gap(u"B"_s, other)})
+                    .endsWith(u"Please check in your calendar program. Quillet keeps trying."_s));
     }
 
     void theEarliestOfSeveralFailuresCounts()
@@ -123,7 +148,7 @@ private Q_SLOTS:
         unknown.failingSince.reset();
         QVERIFY(!body({unknown}).contains(u"since"_s));
         QVERIFY(body({gap(u"A"_s)}, "21:13:00").contains(u"since"_s));
-        QVERIFY(!body({gap(u"A"_s)}, "21:15:00").contains(u"since"_s));
+        QVERIFY(!body({gap(u"A"_s)}, "21:14:00").contains(u"since"_s));
     }
 };
 

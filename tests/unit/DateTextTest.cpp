@@ -10,6 +10,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <limits>
+
 using namespace corvane;
 using namespace Qt::StringLiterals;
 
@@ -74,6 +76,25 @@ private Q_SLOTS:
         QCOMPARE(defaultDoubleText(-148), u"-148.0"_s);
         QCOMPARE(defaultDoubleText(0.1), u"0.1"_s);
         QCOMPARE(defaultDoubleText(1731657600.1234567).toDouble(), 1731657600.1234567);
+    }
+
+    void doublesFarFromOneHaveAnExponent()
+    {
+        QCOMPARE(defaultDoubleText(9999999999999998), u"9999999999999998.0"_s);
+        QCOMPARE(defaultDoubleText(-9999999999999998), u"-9999999999999998.0"_s);
+        QCOMPARE(defaultDoubleText(1e16), u"1e+16"_s);
+        QCOMPARE(defaultDoubleText(-1e16), u"-1e+16"_s);
+        QCOMPARE(defaultDoubleText(0.0001), u"0.0001"_s);
+        QCOMPARE(defaultDoubleText(0.00009), u"9e-05"_s);
+    }
+
+    void whatIsNoDateHasATextAllTheSame()
+    {
+        QCOMPARE(descriptionText(dateSince1970(std::numeric_limits<double>::quiet_NaN())),
+                 u"1970-01-01 00:00:00 +0000"_s);
+        const double infinity = std::numeric_limits<double>::infinity();
+        QCOMPARE(toDateTime(dateSince1970(infinity)).toMSecsSinceEpoch(), 9'000'000'000'000'000);
+        QCOMPARE(toDateTime(dateSince1970(-infinity)).toMSecsSinceEpoch(), -9'000'000'000'000'000);
     }
 
     void aDayGoesFromMidnightToMidnight()

@@ -12,6 +12,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 using namespace corvane;
 using namespace Qt::StringLiterals;
 
@@ -22,6 +25,27 @@ QByteArray contents(const QUrl &url)
     QFile file(url.toLocalFile());
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
 }
+
+/// While it lives, what the program says on its standard error goes into a file.
+class StandardErrorIn {
+public:
+    explicit StandardErrorIn(const QString &path) : m_before(::dup(STDERR_FILENO))
+    {
+        const int file =
+            ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+        ::dup2(file, STDERR_FILENO);
+        ::close(file);
+    }
+    ~StandardErrorIn()
+    {
+        ::dup2(m_before, STDERR_FILENO);
+        ::close(m_before);
+    }
+    Q_DISABLE_COPY_MOVE(StandardErrorIn)
+
+private:
+    int m_before;
+};
 
 } // namespace
 
@@ -95,6 +119,25 @@ private Q_SLOTS:
         log.log(u"kept"_s, at("09:00:00"));
         QCOMPARE(log.latestLines(), QStringList{u"2026-11-16T09:00:00.000Z kept"_s});
         QVERIFY(obstacle.isUntouched());
+    }
+
+    void aLogThatCannotBeWrittenIsToldOfOnce()
+    {
+        const QTemporaryDir library;
+        const QString path = library.path() + u"/Logs/Quillet/quillet-debug.log"_s;
+        QVERIFY(QDir().mkpath(path));
+        const QString said = library.filePath(u"stderr"_s);
+        {
+            const StandardErrorIn redirected(said);
+            DebugLogService log(library.path());
+            log.log(u"one"_s, at("09:00:00"));
+            log.log(u"two"_s, at("09:00:00"));
+        }
+        const QString text = QString::fromUtf8(contents(QUrl::fromLocalFile(said)));
+        QVERIFY2(text.startsWith(u"quillet: the log "_s + path + u" cannot be written: "_s),
+                 qPrintable(text));
+        QCOMPARE(text.count(u'\n'), 1);
+        QVERIFY(!text.endsWith(u": \n"_s));
     }
 
     void onlyTheUserCanReadTheLog()

@@ -162,10 +162,13 @@ private Q_SLOTS:
         QCOMPARE(f.told().size(), std::size_t{1});
         const NotificationRequest request = f.told().front();
         QVERIFY(request.isQuiet);
-        QVERIFY(request.fireDate > currentDate());
-        QVERIFY(request.fireDate <= currentDate() + Seconds{2});
-        QVERIFY(request.expirationDate > request.fireDate);
-        QCOMPARE(request.title, readiness::title());
+        // The whole second after the next one, for a quarter of an hour.
+        QCOMPARE(request.fireDate, at("09:40:32"));
+        QCOMPARE(request.expirationDate, at("09:55:32"));
+        QCOMPARE(request.identifier, u"quillet.look."_s + QString::number(static_cast<qint64>(
+                                                              secondsSince1970(request.fireDate))));
+        QCOMPARE(request.categoryIdentifier, u"quillet.look"_s);
+        QCOMPARE(request.title, u"Please check before your first lesson"_s);
         QVERIFY(!request.body.isEmpty());
         QCOMPARE(f.directNotifications.shown, QStringList());
         f.clock.advanceTo(at("10:30:00"));
