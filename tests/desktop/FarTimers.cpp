@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+// Preloaded before libfaketime by scripts/soak: that takes a timer for the kernel's last second for one that
+// has rung long ago. Here it is set for the year 2242 instead.
+
+#include <dlfcn.h>
+#include <sys/timerfd.h>
+
+#include <algorithm>
+
+extern "C" __attribute__((visibility("default"))) int
+timerfd_settime(int timer, int flags, const itimerspec *moment, itimerspec *earlier) noexcept
+{
+    using Function = int (*)(int, int, const itimerspec *, itimerspec *);
+    static const auto next = reinterpret_cast<Function>(::dlsym(RTLD_NEXT, "timerfd_settime"));
+    itimerspec nearer = *moment;
+    nearer.it_value.tv_sec = std::min(nearer.it_value.tv_sec, time_t{1} << 33);
+    return next(timer, flags, &nearer, earlier);
+}
