@@ -11,7 +11,7 @@ from events import calendar, event
 from waiting import poll
 
 HERE = pathlib.Path(__file__).resolve().parent
-SERVICES = ("evolution-calendar-factory", "evolution-source-registry")
+FACTORY, REGISTRY = "evolution-calendar-factory", "evolution-source-registry"
 
 
 def end(pids, number=signal.SIGKILL):
@@ -37,16 +37,20 @@ class Faults:
 
     def __init__(self, desktop, chance):
         self.desktop, self.chance = desktop, chance
-        self.kinds = [self.service_killed, self.service_stalled, self.panel_restarted, self.panel_stalled,
-                      self.sound_restarted, self.sound_stalled, self.hostile_file, self.flood, self.stalled_peer]
+        self.kinds = [self.calendars_killed, self.registry_killed, self.calendars_stalled, self.panel_restarted,
+                      self.panel_stalled, self.sound_restarted, self.sound_stalled, self.hostile_file, self.flood,
+                      self.stalled_peer]
 
     # --- the calendar service
 
-    def service_killed(self):
-        end(self.desktop.processes(self.chance.choice(SERVICES)))
+    def calendars_killed(self):
+        end(self.desktop.processes(FACTORY))
 
-    def service_stalled(self):
-        pids = self.desktop.processes(SERVICES[0])
+    def registry_killed(self):
+        end(self.desktop.processes(REGISTRY))
+
+    def calendars_stalled(self):
+        pids = self.desktop.processes(FACTORY)
         end(pids, signal.SIGSTOP)
         return lambda: end(pids, signal.SIGCONT)
 
@@ -103,15 +107,20 @@ class Faults:
         with (self.desktop.room / "logs/flood").open("ab") as output:
             peer = self.desktop.popen("/usr/bin/python3", str(HERE / "flood.py"), name, stdout=output, stderr=output)
         if stalls:
-            connected = lambda: peer.poll() is not None or "socket:" in "".join(
-                os.readlink(link) for link in pathlib.Path(f"/proc/{peer.pid}/fd").iterdir())
-            poll("the peer's connection", connected, 20, 0.01)
+            poll("the peer's connection", lambda: peer.poll() is not None or self.is_connected(peer.pid), 20, 0.01)
             end([peer.pid], signal.SIGSTOP)
 
         def over():
             peer.kill()
             peer.wait()
         return over
+
+    @staticmethod
+    def is_connected(pid):
+        try:
+            return any("socket:" in os.readlink(entry) for entry in pathlib.Path(f"/proc/{pid}/fd").iterdir())
+        except FileNotFoundError:
+            return False  # a file was closed meanwhile
 
     def items(self):
         try:
