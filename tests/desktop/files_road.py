@@ -3,12 +3,16 @@
 # SPDX-License-Identifier: MIT
 """The files that Quillet and its agent keep: what else may stand in their places, and who can read them.
 
+    files_road.py Files.aDevicesNameInEveryFilesPlaceDelaysNothing
+    files_road.py Files.aFolderInEveryFilesPlaceDelaysNothing
     files_road.py Files.aPipeInEveryFilesPlaceDelaysNothing
+    files_road.py Files.aSocketInEveryFilesPlaceDelaysNothing
     files_road.py Files.nobodyElseCanReadAName
 """
 import json
 import os
 import pathlib
+import socket
 import stat
 import time
 import unittest
@@ -18,10 +22,14 @@ from quillet_desktop import Desktop, calendar, event, poll
 NAME = "Philippa"
 
 
-def pipe(path):
-    path.parent.mkdir(parents=True, exist_ok=True)
-    os.mkfifo(path)
-    return path
+def make_socket(path):
+    # Its full name may be too long for one.
+    here = os.open(".", os.O_RDONLY)
+    os.chdir(path.parent)
+    with socket.socket(socket.AF_UNIX) as made:
+        made.bind(path.name)
+    os.fchdir(here)
+    os.close(here)
 
 
 def everything_in(room):
@@ -32,6 +40,19 @@ def everything_in(room):
 
 class Files(unittest.TestCase):
     def aPipeInEveryFilesPlaceDelaysNothing(self):
+        self.walk_with(os.mkfifo, stat.S_IFIFO)
+
+    def aSocketInEveryFilesPlaceDelaysNothing(self):
+        self.walk_with(make_socket, stat.S_IFSOCK)
+
+    def aFolderInEveryFilesPlaceDelaysNothing(self):
+        self.walk_with(os.mkdir, stat.S_IFDIR)
+
+    def aDevicesNameInEveryFilesPlaceDelaysNothing(self):
+        # Only root makes a device; everyone a link to one.
+        self.walk_with(lambda path: path.symlink_to(os.devnull), stat.S_IFLNK)
+
+    def walk_with(self, make, kind):
         with Desktop(calendar_service=False, movable_clock=True) as desktop:
             state = desktop.room / "state"
             # Which file a calendar's memory is in, a first run tells.
@@ -54,7 +75,7 @@ class Files(unittest.TestCase):
             self.assertEqual(len(places), 8)
             for place in places:
                 place.unlink(missing_ok=True)
-                pipe(place)
+                make(place)
             started = time.monotonic()
             program = desktop.start_quillet()
             # It has no log any more: the bell tells of the lesson.
@@ -63,9 +84,9 @@ class Files(unittest.TestCase):
             desktop.skip_to(start - 60)
             poll("the banner", lambda: any(NAME in text for text in program.accessible_texts()), 15)
             for place in places:
-                self.assertTrue(stat.S_ISFIFO(place.lstat().st_mode), place)
+                self.assertEqual(stat.S_IFMT(place.lstat().st_mode), kind, place)
             output = program.output.read_text()
-            self.assertEqual(output.count("quillet-debug.log cannot be written: it is no regular file"), 1)
+            self.assertEqual(output.count("quillet-debug.log cannot be written: it is "), 1)
             self.assertEqual(program.quit(), 0)
 
     def nobodyElseCanReadAName(self):
