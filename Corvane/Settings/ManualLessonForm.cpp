@@ -28,7 +28,7 @@ std::optional<ManualLessonEntry> ManualLessonForm::makeEntry(const QUuid &id) co
     return ManualLessonEntry{.id = id,
                              .studentName = name,
                              .platform = platform,
-                             .startTime = startTime,
+                             .startTime = chosenStart(toDateTime(startTime).toLocalTime()),
                              .durationMinutes = durationMinutes};
 }
 

@@ -24,8 +24,8 @@ struct ManualLessonForm {
     /// hour, to the second.
     [[nodiscard]] static ManualLessonForm at(Date now);
 
-    /// The lesson entered, with white space and line breaks taken from both ends of the name; none where
-    /// nothing of the name is left.
+    /// The lesson entered, with white space and line breaks taken from both ends of the name, and with the
+    /// start that is shown, which has no seconds; none where nothing of the name is left.
     [[nodiscard]] std::optional<ManualLessonEntry> makeEntry(const QUuid &id) const;
 };
 

@@ -58,8 +58,9 @@ private:
     QPushButton *m_remove;
 };
 
-ManualLessonList::ManualLessonList(QWidget *parent)
+ManualLessonList::ManualLessonList(QWidget &before, QWidget *parent)
     : QWidget(parent)
+    , m_before(before)
     , m_column(look::column(look::space::small, {}))
 {
     setLayout(m_column);
@@ -104,15 +105,16 @@ void ManualLessonList::setEntries(const std::vector<ManualLessonEntry> &entries)
         row->hide();
         row->deleteLater(); // its button may be what is being pressed
     }
-    const QWidget *before = first > 0 ? m_rows[first - 1]->removeButton() : nullptr;
+    QWidget *before = first > 0 ? m_rows[first - 1]->removeButton() : &m_before;
     for (std::size_t index = first; index + last < entries.size(); ++index) {
         ManualLessonRow *row = makeRow(entries[index]);
         m_rows.insert(m_rows.begin() + static_cast<std::ptrdiff_t>(index), row);
         m_column->insertWidget(static_cast<int>(index), row);
         row->show(); // the layout would show it only later
-        // A row amid others is reached in its place.
-        if (before != nullptr) {
-            QWidget::setTabOrder(const_cast<QWidget *>(before), row->removeButton());
+        // A row that comes later is reached in its place. Before the list stands in its window, rows are
+        // reached in the order of the layout anyway.
+        if (before->window() == window()) {
+            QWidget::setTabOrder(before, row->removeButton());
         }
         before = row->removeButton();
     }

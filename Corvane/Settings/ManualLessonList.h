@@ -21,7 +21,8 @@ class ManualLessonList final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit ManualLessonList(QWidget *parent = nullptr);
+    /// `before` is the control that Tab leaves for the first row's button.
+    explicit ManualLessonList(QWidget &before, QWidget *parent = nullptr);
 
     /// Shows `entries`. Rows of entries that stay are kept, with the keyboard where it is; where the row that
     /// has the keyboard goes, its neighbour gets it.
@@ -40,6 +41,7 @@ Q_SIGNALS:
 private:
     [[nodiscard]] ManualLessonRow *makeRow(const ManualLessonEntry &entry);
 
+    QWidget &m_before;
     QVBoxLayout *m_column;
     std::vector<ManualLessonRow *> m_rows;
 };

@@ -81,7 +81,8 @@ SettingsView::SettingsView(AppSettings &settings, std::function<void()> reloadLe
     , m_openWindow(std::move(openWindow))
     , m_form(ManualLessonForm::at(currentDate()))
     , m_studentName(look::textField(u"Student name"_s))
-    , m_manualLessons(new ManualLessonList)
+    , m_add(look::pushButton(u"Add Manual Lesson"_s, look::Role::prominent, u"plus"_s))
+    , m_manualLessons(new ManualLessonList(*m_add))
 {
     using namespace look;
     auto *cards = column(settings::spacing, {header(), calendarConnection(), manualLessonEntry(),
@@ -140,7 +141,6 @@ QWidget *SettingsView::manualLessonEntry()
     start->setDateTime(toDateTime(m_form.startTime));
     QComboBox *length = picker(u"Length"_s, words(manualLessonLengths, lengthText));
     length->setCurrentIndex(indexOf(manualLessonLengths, m_form.durationMinutes));
-    auto *add = pushButton(u"Add Manual Lesson"_s, Role::prominent, u"plus"_s);
 
     connect(m_studentName, &QLineEdit::textChanged, this,
             [this](const QString &text) { m_form.studentName = text; });
@@ -155,13 +155,13 @@ QWidget *SettingsView::manualLessonEntry()
     connect(length, &QComboBox::currentIndexChanged, this, [this](int index) {
         m_form.durationMinutes = manualLessonLengths.at(static_cast<std::size_t>(index));
     });
-    connect(add, &QAbstractButton::clicked, this, &SettingsView::addManualLesson);
+    connect(m_add, &QAbstractButton::clicked, this, &SettingsView::addManualLesson);
 
     const auto showLessons = [this] { m_manualLessons->setEntries(m_settings.manualLessons()); };
     connect(&m_settings, &AppSettings::manualLessonsChanged, this, showLessons);
     connect(m_manualLessons, &ManualLessonList::removeRequested, this, &SettingsView::removeManualLesson);
-    connect(m_manualLessons, &ManualLessonList::focusLeft, add,
-            [add] { add->setFocus(Qt::OtherFocusReason); });
+    connect(m_manualLessons, &ManualLessonList::focusLeft, m_add,
+            [this] { m_add->setFocus(Qt::OtherFocusReason); });
     showLessons();
 
     return new SettingsCard(
@@ -172,7 +172,7 @@ QWidget *SettingsView::manualLessonEntry()
                          TextStyle::subheadline, Ink::secondary),
                 column(settings::formSpacing, {m_studentName, formLine(u"Platform"_s, platform),
                                                formLine(u"Start"_s, start), formLine(u"Length"_s, length)}),
-                leading(add), m_manualLessons}));
+                leading(m_add), m_manualLessons}));
 }
 
 QWidget *SettingsView::remindersAndDisplay()

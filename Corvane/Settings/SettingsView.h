@@ -10,6 +10,7 @@
 #include <functional>
 
 class QLineEdit;
+class QPushButton;
 class QScrollArea;
 
 namespace corvane {
@@ -47,6 +48,7 @@ private:
     OpenWindow m_openWindow;
     ManualLessonForm m_form;
     QLineEdit *m_studentName;
+    QPushButton *m_add;
     ManualLessonList *m_manualLessons;
     QScrollArea *m_page = nullptr;
 };

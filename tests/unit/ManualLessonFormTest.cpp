@@ -56,14 +56,15 @@ private Q_SLOTS:
         const QUuid id = QUuid::createUuid();
         const ManualLessonForm form{.studentName = u"Anna"_s,
                                     .platform = TeachingPlatform::zoom,
-                                    .startTime = now,
+                                    .startTime = now + Seconds{58},
                                     .durationMinutes = 45};
         const ManualLessonEntry wanted{.id = id,
                                        .studentName = u"Anna"_s,
                                        .platform = TeachingPlatform::zoom,
-                                       .startTime = now,
+                                       .startTime = now - Seconds{0.25}, // the whole minute that is shown
                                        .durationMinutes = 45};
         QCOMPARE(form.makeEntry(id), std::optional(wanted));
+        QCOMPARE(form.startTime, now + Seconds{58}); // its own state stays
     }
 
     void whiteSpaceAndLineBreaksAreTakenFromBothEndsOfTheName_data()

@@ -346,7 +346,7 @@ private Q_SLOTS:
         QCOMPARE(room.start()->text(), u"21 Nov 2026 11:00"_s);
         room.studentName()->setText(u"Anna"_s);
         room.button(u"Add Manual Lesson"_s)->click();
-        QCOMPARE((room.lastLesson().startTime - now).count(), 1800.0);
+        QCOMPARE((room.lastLesson().startTime - wholeMinute).count(), 1800.0);
         QCOMPARE(room.lastLesson().durationMinutes, 30);
         QCOMPARE(room.lastLesson().platform, TeachingPlatform::onlineLesson);
     }
@@ -822,6 +822,21 @@ private Q_SLOTS:
                                  u"Open Quick Start"_s,
                                  u"Open User Manual"_s};
         QCOMPARE(order.join(u'|'), wanted.join(u'|'));
+    }
+
+    void tabLeavesAddForTheFirstLessonsButton()
+    {
+        const Room room; // without a lesson at first
+        room.show();
+        for (const QString &name : {u"Anna"_s, u"Ben"_s}) {
+            room.studentName()->setText(name);
+            room.button(u"Add Manual Lesson"_s)->click();
+        }
+        room.button(u"Add Manual Lesson"_s)->setFocus();
+        for (const QString &name : {u"Remove"_s, u"Remove"_s, u"Play sound with reminders"_s}) {
+            QTest::keyClick(room.view->focusWidget(), Qt::Key_Tab);
+            QCOMPARE(qobject_cast<QAbstractButton *>(room.view->focusWidget())->text(), name);
+        }
     }
 
     void everyControlHasAName()
