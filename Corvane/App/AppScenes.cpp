@@ -45,7 +45,7 @@ AppScenes::AppScenes(MenuBarViewModel &viewModel, const DebugSources &debugSourc
                   }
               },
           .quit = std::move(actions.quit)}
-    , m_windows(windowSystem)
+    , m_windows(windowSystem, screens)
     , m_menuBarPanel([this] { return std::make_unique<MenuBarContentView>(m_viewModel, m_menuActions); },
                      screens, windowSystem)
 {

@@ -12,6 +12,7 @@
 #include "Corvane/Utilities/InformationDictionary.h"
 #include "Corvane/Utilities/Product.h"
 
+#include <QLayout>
 #include <QPushButton>
 
 #include <optional>
@@ -130,6 +131,11 @@ AboutCorvaneView::AboutCorvaneView(const UserManualPDF &manual, const Informatio
     // Where a long word is wider than the window.
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     followDesktopFont(*this);
+}
+
+int AboutCorvaneView::heightForWidth(int width) const
+{
+    return widget()->layout()->totalHeightForWidth(width);
 }
 
 } // namespace corvane

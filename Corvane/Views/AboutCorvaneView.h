@@ -22,6 +22,10 @@ public:
     /// `manual` is borrowed and outlives the view. `openLink` opens the web site, and begins a letter.
     AboutCorvaneView(const UserManualPDF &manual, const InformationDictionary &information,
                      const UserManualPDF::Opener &openLink, QWidget *parent = nullptr);
+
+    /// What it takes to be seen whole.
+    [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+    [[nodiscard]] int heightForWidth(int width) const override;
 };
 
 } // namespace corvane

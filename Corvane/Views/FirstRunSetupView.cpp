@@ -134,6 +134,12 @@ void FirstRunSetupView::reserveRoom()
     m_page->setMaximumHeight(height);
 }
 
+int FirstRunSetupView::heightForWidth(int) const
+{
+    return m_page->maximumHeight() + m_indicator->sizeHint().height() + m_back->sizeHint().height() +
+           2 * setup::spacing + 2 * setup::padding;
+}
+
 void FirstRunSetupView::changeEvent(QEvent *event)
 {
     QWidget::changeEvent(event);

@@ -33,6 +33,10 @@ public:
     /// The page that is shown, from 0.
     [[nodiscard]] int step() const { return m_step; }
 
+    /// What it takes to show each page whole.
+    [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+    [[nodiscard]] int heightForWidth(int width) const override;
+
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     void showEvent(QShowEvent *event) override;

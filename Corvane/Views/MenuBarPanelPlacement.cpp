@@ -3,40 +3,16 @@
 
 #include "Corvane/Views/MenuBarPanelPlacement.h"
 
+#include "Corvane/Views/ScreenGeometry.h"
+
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace corvane {
 
 namespace {
 
 enum class Edge { top, bottom, right, left };
-
-// How far `point` lies outside `rect`; 0 inside.
-double distance(Point point, const Rect &rect)
-{
-    const double x = std::max({rect.minX() - point.x, 0.0, point.x - rect.maxX()});
-    const double y = std::max({rect.minY() - point.y, 0.0, point.y - rect.maxY()});
-    return std::hypot(x, y);
-}
-
-// The screen that `point` is on; a host may tell a point that is on none.
-const Screen &screenAt(Point point, const std::vector<Screen> &screens, const Screen &mainScreen)
-{
-    const Screen *nearest = &mainScreen;
-    double least = std::numeric_limits<double>::infinity();
-    for (const Screen &screen : screens) {
-        if (screen.frame.contains(point)) {
-            return screen;
-        }
-        if (const double far = distance(point, screen.frame); far < least) {
-            least = far;
-            nearest = &screen;
-        }
-    }
-    return *nearest;
-}
 
 // The edge of `visible` that `point` is furthest beyond, or nearest to from the inside.
 Edge edgeAt(Point point, const Rect &visible)

@@ -5,11 +5,11 @@
 
 #include "Corvane/Look/Look.h"
 #include "Corvane/Look/PopupPainting.h"
+#include "Corvane/Views/ScreenGeometry.h"
 
 #include <QBoxLayout>
 #include <QCloseEvent>
 #include <QEvent>
-#include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -87,9 +87,7 @@ void MenuBarPanelWindow::placeCard(const MenuBarPanelPlacement &placement)
                               room(visible.maxX() - frame.maxX()), room(frame.minY() - visible.minY()))
                    : QMargins();
     layout()->setContentsMargins(m_shadow);
-    // The toolkit counts downwards; the lower edge of the primary screen is where the points begin.
-    const double zeroLine = QRectF(QGuiApplication::primaryScreen()->geometry()).bottom();
-    const QRect card = QRectF(frame.x, zeroLine - frame.maxY(), frame.width, frame.height).toRect();
+    const QRect card = pointsDown(frame);
     setGeometry(card.marginsAdded(m_shadow));
     if (m_kind == Kind::card) {
         setMask(look::roundedRegion(card.size(), look::menuBarPanel::cornerRadius));

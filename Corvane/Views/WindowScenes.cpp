@@ -3,14 +3,46 @@
 
 #include "Corvane/Views/WindowScenes.h"
 
+#include "Corvane/Notifications/Screens.h"
+#include "Corvane/Views/ScreenGeometry.h"
+
+#include <QEvent>
 #include <QKeySequence>
 #include <QScreen>
 #include <QShortcut>
 
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 namespace corvane {
+
+namespace {
+
+/// Calls something when a window is about to close.
+class CloseWatch final : public QObject {
+public:
+    CloseWatch(QWidget &window, std::function<void()> onClose)
+        : QObject(&window)
+        , m_onClose(std::move(onClose))
+    {
+        window.installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Close) {
+            m_onClose();
+        }
+        return false;
+    }
+
+private:
+    std::function<void()> m_onClose;
+};
+
+} // namespace
 
 WindowScenes::~WindowScenes()
 {
@@ -30,7 +62,7 @@ const WindowScenes::Entry *WindowScenes::find(const QString &identifier) const
 void WindowScenes::add(WindowScene scene)
 {
     Q_ASSERT(!has(scene.identifier));
-    m_entries.push_back({std::move(scene), {}});
+    m_entries.push_back({.scene = std::move(scene), .window = {}, .geometry = {}});
 }
 
 bool WindowScenes::has(const QString &identifier) const
@@ -52,17 +84,48 @@ void WindowScenes::open(const QString &identifier, bool takesFocus)
     if (known == nullptr || window(identifier) != nullptr) {
         return;
     }
-    Entry &entry = m_entries[static_cast<std::size_t>(known - m_entries.data())];
+    const auto index = static_cast<std::size_t>(known - m_entries.data());
+    Entry &entry = m_entries[index];
     QWidget *window = entry.scene.makeContent().release();
     entry.window = window;
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->setAttribute(Qt::WA_ShowWithoutActivating, !takesFocus);
     window->setWindowTitle(entry.scene.title);
-    window->resize(entry.scene.defaultSize.boundedTo(window->screen()->availableSize()));
+    place(index);
     const auto *close = new QShortcut(QKeySequence(QKeySequence::Close), window);
     QObject::connect(close, &QShortcut::activated, window, &QWidget::close);
     m_windowSystem.keepOutOfTaskBar(window->winId());
     window->show();
+}
+
+QRect WindowScenes::middle(const QWidget &window, QSize defaultSize) const
+{
+    const Screen screen =
+        screenAt(m_screens.pointerLocation(), m_screens.screens(), m_screens.mainScreen().value_or(Screen{}));
+    QRect room = pointsDown(screen.visibleFrame);
+    if (room.isEmpty()) {
+        room = window.screen()->availableGeometry();
+    }
+    const int needed = window.hasHeightForWidth() ? window.heightForWidth(defaultSize.width()) : 0;
+    QRect area({}, defaultSize.expandedTo({0, needed}).boundedTo(room.size()));
+    area.moveCenter(room.center());
+    return area;
+}
+
+void WindowScenes::place(std::size_t index)
+{
+    QWidget *window = m_entries[index].window;
+    QRect opened;
+    if (!window->restoreGeometry(m_entries[index].geometry)) {
+        opened = middle(*window, m_entries[index].scene.defaultSize);
+        window->resize(opened.size());
+        window->move(opened.topLeft());
+    }
+    new CloseWatch(*window, [this, index, window, opened] {
+        if (window->isMaximized() || QRect(window->pos(), window->size()) != opened) {
+            m_entries[index].geometry = window->saveGeometry();
+        }
+    });
 }
 
 } // namespace corvane

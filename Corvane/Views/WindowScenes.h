@@ -5,6 +5,7 @@
 
 #include "Corvane/Utilities/WindowSystem.h"
 
+#include <QByteArray>
 #include <QPointer>
 #include <QSize>
 #include <QString>
@@ -16,21 +17,29 @@
 
 namespace corvane {
 
+class Screens;
+
 /// A window that the program can open, of which there is one at most.
 struct WindowScene {
     QString identifier;
     QString title;     ///< also what the window is found by, when it is to be brought to the front
     QSize defaultSize; ///< in points; a smaller screen makes it smaller
-    /// Makes what the window shows: the window itself, not yet shown.
+    /// Makes what the window shows: the window itself, not yet shown. Where its height depends on its width,
+    /// it is to be seen whole, and opens higher than the default where it needs that.
     std::function<std::unique_ptr<QWidget>()> makeContent;
 };
 
 /// The windows of the program by their identifiers: made when they are opened, destroyed when they are
-/// closed, in no task bar or dock meanwhile. Main thread only.
+/// closed, in no task bar or dock meanwhile. A window opens in the middle of the screen that the pointer is
+/// on; one that the user had moved or resized opens where it was closed. Main thread only.
 class WindowScenes {
 public:
-    /// `windowSystem` is borrowed.
-    explicit WindowScenes(WindowSystem &windowSystem) : m_windowSystem(windowSystem) {}
+    /// Both are borrowed.
+    WindowScenes(WindowSystem &windowSystem, const Screens &screens)
+        : m_windowSystem(windowSystem)
+        , m_screens(screens)
+    {
+    }
     /// Closes the windows that are open.
     ~WindowScenes();
     WindowScenes(const WindowScenes &) = delete;
@@ -53,11 +62,15 @@ private:
     struct Entry {
         WindowScene scene;
         QPointer<QWidget> window;
+        QByteArray geometry; ///< where the user left it, as the toolkit keeps it; empty until then
     };
 
     [[nodiscard]] const Entry *find(const QString &identifier) const;
+    [[nodiscard]] QRect middle(const QWidget &window, QSize defaultSize) const;
+    void place(std::size_t index);
 
     WindowSystem &m_windowSystem;
+    const Screens &m_screens;
     std::vector<Entry> m_entries;
 };
 

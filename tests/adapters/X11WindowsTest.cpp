@@ -202,7 +202,7 @@ private Q_SLOTS:
     void init()
     {
         m_menuBarPanel = std::make_unique<MenuBarPanel>(content, m_screens, m_windowSystem);
-        m_scenes = std::make_unique<WindowScenes>(m_windowSystem);
+        m_scenes = std::make_unique<WindowScenes>(m_windowSystem, m_screens);
         const auto add = [this](const QString &identifier, const QString &title, QSize size) {
             m_scenes->add({identifier, title, size, [] { return std::make_unique<QLabel>(u"content"_s); }});
         };
@@ -236,6 +236,27 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
         TestDesktop::xdotool({u"mousemove"_s, u"100"_s, u"700"_s, u"click"_s, u"1"_s});
         QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), timeout);
+    }
+
+    void aWindowOpensInTheMiddleAndComesBackWhereItWasMovedTo_data() { everyManager(); }
+    void aWindowOpensInTheMiddleAndComesBackWhereItWasMovedTo()
+    {
+        QFETCH(WindowManager, manager);
+        use(manager);
+        const QString setup = u"setup"_s;
+        open(setup, u"Welcome to Quillet"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_scenes->window(setup)), timeout);
+        const QPoint middle((1280 - 680) / 2, (800 - 500) / 2);
+        QTRY_COMPARE_WITH_TIMEOUT(m_scenes->window(setup)->pos(), middle, timeout);
+        m_scenes->window(setup)->setGeometry(150, 160, 700, 520);
+        QTRY_COMPARE_WITH_TIMEOUT(m_scenes->window(setup)->geometry(), QRect(150, 160, 700, 520), timeout);
+        for (int time = 0; time < 3; ++time) { // nor does it wander by the height of its title bar
+            m_scenes->window(setup)->close();
+            open(setup, u"Welcome to Quillet"_s);
+            QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_scenes->window(setup)), timeout);
+            QTRY_COMPARE_WITH_TIMEOUT(m_scenes->window(setup)->geometry(), QRect(150, 160, 700, 520),
+                                      timeout);
+        }
     }
 
     void theMenuBarPanelStandsAtTheBellOnEveryEdge_data()

@@ -339,6 +339,20 @@ private Q_SLOTS:
         }
     }
 
+    void itTellsTheHeightAtWhichEachPageIsSeenWhole()
+    {
+        for (const double scale : {1.0, 1.5, 2.0}) {
+            pictures::prepareApplication(Theme::light, scale);
+            const Room room;
+            const int height = room.view->heightForWidth(680);
+            for (const int less : {0, 1}) {
+                room.view->resize(680, std::max(height - less, 420));
+                (void)room.view->grab();
+                QCOMPARE(room.page()->verticalScrollBar()->maximum(), height > 420 ? less : 0);
+            }
+        }
+    }
+
     void aPageTallerThanTheWindowIsScrolledByKeyAndTheNextBeginsAtItsTop()
     {
         pictures::prepareApplication(Theme::light, 2);

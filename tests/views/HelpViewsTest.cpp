@@ -540,6 +540,20 @@ private Q_SLOTS:
                         QUrl(u"mailto:support@quillet.example"_s)}));
     }
 
+    void aboutTellsTheHeightAtWhichItIsSeenWhole()
+    {
+        for (const double scale : {1.0, 1.1, 1.5, 2.0}) {
+            pictures::prepareApplication(Theme::light, scale);
+            AboutCorvaneView view(*m_manual, released(), opener());
+            const int height = view.heightForWidth(aboutSize.width());
+            for (const int less : {0, 1}) {
+                view.resize(aboutSize.width(), height - less);
+                (void)view.grab();
+                QCOMPARE(view.verticalScrollBar()->maximum(), less);
+            }
+        }
+    }
+
     void theKeyboardReachesEverythingOfAbout()
     {
         AboutCorvaneView view(*m_manual, released(), opener());

@@ -4,6 +4,7 @@
 #include "Corvane/Utilities/WindowPresentation.h"
 
 #include "Corvane/Views/WindowScenes.h"
+#include "tests/support/FakeScreens.h"
 #include "tests/support/FakeWindowSystem.h"
 #include "tests/support/Pictures.h"
 
@@ -24,7 +25,8 @@ class WindowPresentationTest final : public QObject {
 private:
     struct Program {
         FakeWindowSystem windowSystem;
-        WindowScenes scenes{windowSystem};
+        FakeScreens screens;
+        WindowScenes scenes{windowSystem, screens};
         int made = 0;
 
         Program()
@@ -39,6 +41,35 @@ private:
                             ++made;
                             return std::make_unique<QLabel>(u"content"_s);
                         }});
+        }
+
+        void add(const QString &identifier, QSize size, std::unique_ptr<QWidget> (*makeContent)())
+        {
+            scenes.add({identifier, identifier, size, makeContent});
+        }
+
+        /// Two screens beside one another, as large together as the one that the toolkit has.
+        void useTwoScreens()
+        {
+            const QSizeF all = QGuiApplication::primaryScreen()->size();
+            const Rect left{0, 0, all.width() / 2, all.height()};
+            const Rect right{all.width() / 2, 0, all.width() / 2, all.height()};
+            screens.main = Screen{.name = u"left"_s, .frame = left, .visibleFrame = left};
+            screens.allScreens = {*screens.main, {.name = u"right"_s, .frame = right, .visibleFrame = right}};
+            screens.pointer = {all.width() / 2 + 10, 10};
+        }
+
+        /// The area of a window, which is open, from the corner of its frame on.
+        [[nodiscard]] QRect area(const QString &identifier) const
+        {
+            return {scenes.window(identifier)->pos(), scenes.window(identifier)->size()};
+        }
+
+        /// Closes a window, and opens it again.
+        void reopen(const QString &identifier)
+        {
+            scenes.window(identifier)->close();
+            scenes.open(identifier);
         }
 
         void open(const QString &id, const QString &title)
@@ -167,8 +198,71 @@ private Q_SLOTS:
         Program program;
         program.add(u"large"_s, u"Large"_s, {90000, 60000});
         program.open(u"large"_s, u"Large"_s);
-        const QWidget *window = program.scenes.window(u"large"_s);
-        QCOMPARE(window->size(), window->screen()->availableSize());
+        QCOMPARE(program.scenes.window(u"large"_s)->size(), QSize(1440, 875));
+    }
+
+    void aWindowOpensInTheMiddleOfTheScreenThatThePointerIsOn()
+    {
+        Program program;
+        program.useTwoScreens();
+        program.add(u"small"_s, u"Small"_s, {200, 100});
+        program.scenes.open(u"small"_s);
+        const QSize half(QGuiApplication::primaryScreen()->size().width() / 2,
+                         QGuiApplication::primaryScreen()->size().height());
+        const QPoint middle((half.width() - 200) / 2, (half.height() - 100) / 2);
+        QCOMPARE(program.area(u"small"_s), QRect(middle + QPoint(half.width(), 0), QSize(200, 100)));
+        program.screens.pointer = {10, 10};
+        program.reopen(u"small"_s); // nobody moved it
+        QCOMPARE(program.area(u"small"_s), QRect(middle, QSize(200, 100)));
+    }
+
+    void aWindowThatTheUserMovedOrResizedOpensWhereItWasClosed()
+    {
+        Program program;
+        program.useTwoScreens();
+        program.add(u"small"_s, u"Small"_s, {200, 100});
+        program.scenes.open(u"small"_s);
+        const QRect before = program.area(u"small"_s);
+        program.scenes.window(u"small"_s)->move(30, 40);
+        program.reopen(u"small"_s);
+        QCOMPARE(program.area(u"small"_s), QRect(QPoint(30, 40), before.size()));
+        program.scenes.window(u"small"_s)->resize(260, 150);
+        program.reopen(u"small"_s);
+        program.reopen(u"small"_s);
+        QCOMPARE(program.area(u"small"_s), QRect(30, 40, 260, 150));
+        program.scenes.window(u"small"_s)->showMaximized();
+        program.reopen(u"small"_s);
+        QVERIFY(program.scenes.window(u"small"_s)->isMaximized());
+    }
+
+    void aContentThatIsToBeSeenWholeOpensAsHighAsItNeeds()
+    {
+        // Its height is 50 more than its width.
+        class Tall final : public QWidget {
+        public:
+            [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+            [[nodiscard]] int heightForWidth(int width) const override { return width + 50; }
+        };
+        Program program;
+        const auto tall = []() -> std::unique_ptr<QWidget> { return std::make_unique<Tall>(); };
+        program.add(u"needs more"_s, {300, 200}, tall);
+        program.add(u"needs less"_s, {300, 400}, tall);
+        program.add(u"needs too much"_s, {1200, 400}, tall);
+        for (const auto &[identifier, size] :
+             {std::pair(u"needs more"_s, QSize(300, 350)), std::pair(u"needs less"_s, QSize(300, 400)),
+              std::pair(u"needs too much"_s, QSize(1200, 875))}) {
+            program.scenes.open(identifier);
+            QCOMPARE(program.scenes.window(identifier)->size(), size);
+        }
+    }
+
+    void withoutAScreenAWindowFitsWhatTheToolkitKnows()
+    {
+        Program program;
+        program.screens.allScreens.clear();
+        program.screens.main.reset();
+        program.open(u"setup"_s, u"Welcome to Quillet"_s);
+        QCOMPARE(program.scenes.window(u"setup"_s)->size(), QSize(680, 500));
     }
 
     void theWindowsGoWithTheirScenes()
