@@ -17,6 +17,7 @@ Text::Text(const QString &text, TextStyle style, Ink ink, QWidget *parent)
     setTextFormat(Qt::PlainText);
     setWordWrap(true);
     apply();
+    alignAsThePage();
 }
 
 Text::Text(const QString &text, TextStyle style, QFont::Weight weight, Ink ink, QWidget *parent)
@@ -76,9 +77,20 @@ void Text::apply()
     m_isApplying = false;
 }
 
+void Text::alignAsThePage()
+{
+    if (!alignment().testFlag(Qt::AlignHCenter)) {
+        setAlignment((isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
+                     (alignment() & Qt::AlignVertical_Mask));
+    }
+}
+
 bool Text::event(QEvent *event)
 {
     const bool isHandled = QLabel::event(event);
+    if (event->type() == QEvent::LayoutDirectionChange) {
+        alignAsThePage();
+    }
     const bool isDesktops =
         event->type() == QEvent::ApplicationFontChange || event->type() == QEvent::PaletteChange;
     if (isDesktops && !m_isApplying) {

@@ -11,8 +11,9 @@
 
 namespace corvane::look {
 
-/// A text as plain text, whatever it holds, on as many lines as it needs. It follows the desktop's font and
-/// palette while it is shown.
+/// A text as plain text, whatever it holds, on as many lines as it needs. Where it is not centred, it is
+/// aligned as the page is, whichever way it is written itself. It follows the desktop's font and palette while
+/// it is shown.
 class Text final : public QLabel {
     Q_OBJECT
 
@@ -39,6 +40,7 @@ protected:
 
 private:
     void apply();
+    void alignAsThePage();
 
     TextStyle m_style;
     std::optional<QFont::Weight> m_weight;
