@@ -79,7 +79,8 @@ void AppScenes::addWindows()
                 open({.identifier = identifier, .title = title});
             });
     });
-    add(windowNames::help(), {920, 620}, [this] { return std::make_unique<HelpCenterView>(m_manual); });
+    add(windowNames::help(), {920, 620},
+        [this] { return std::make_unique<HelpCenterView>(m_manual, &QDesktopServices::openUrl); });
     add(windowNames::setup(), {680, 500}, [this] {
         const auto dismiss = [this] {
             if (QWidget *window = m_windows.window(windowNames::setup().identifier)) {

@@ -4,8 +4,13 @@
 #include "Corvane/Look/Text.h"
 
 #include <QEvent>
+#include <QFocusEvent>
 #include <QFontMetrics>
 #include <QGuiApplication>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
 
 namespace corvane::look {
 
@@ -48,6 +53,47 @@ void Text::setPrefersOneLine()
 {
     m_prefersOneLine = true;
     updateGeometry();
+}
+
+void Text::setSelectable()
+{
+    setTextInteractionFlags(Qt::TextSelectableByMouse);
+}
+
+void Text::setLinks(const std::vector<Link> &links, std::function<void(const QUrl &)> open)
+{
+    const QString plain = text();
+    QString marked;
+    qsizetype done = 0;
+    for (const Link &link : links) {
+        const qsizetype at = plain.indexOf(link.text, done);
+        if (at < 0) {
+            continue;
+        }
+        marked +=
+            plain.sliced(done, at - done).toHtmlEscaped() +
+            u"<a href=\"%1\">%2</a>"_s.arg(QString::fromLatin1(link.destination.toEncoded()).toHtmlEscaped(),
+                                           link.text.toHtmlEscaped());
+        done = at + link.text.size();
+    }
+    setSelectable();
+    if (done == 0) {
+        return;
+    }
+    setTextFormat(Qt::RichText);
+    setText(marked + plain.sliced(done).toHtmlEscaped());
+    setTextInteractionFlags(Qt::TextBrowserInteraction);
+    connect(this, &QLabel::linkActivated, this,
+            [open = std::move(open)](const QString &destination) { open(QUrl(destination)); });
+}
+
+void Text::focusInEvent(QFocusEvent *event)
+{
+    QLabel::focusInEvent(event);
+    // Tab leads to the links, of which there is one at least; the toolkit would stop at the text first.
+    if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason) {
+        focusNextPrevChild(event->reason() == Qt::TabFocusReason);
+    }
 }
 
 QSize Text::sizeHint() const

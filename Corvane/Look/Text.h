@@ -6,14 +6,17 @@
 #include "Corvane/Look/Look.h"
 
 #include <QLabel>
+#include <QUrl>
 
+#include <functional>
 #include <optional>
+#include <vector>
 
 namespace corvane::look {
 
 /// A text as plain text, whatever it holds, on as many lines as it needs. Where it is not centred, it is
-/// aligned as the page is, whichever way it is written itself. It follows the desktop's font and palette while
-/// it is shown.
+/// aligned as the page is, whichever way it is written itself. It follows the desktop's font and palette
+/// while it is shown.
 class Text final : public QLabel {
     Q_OBJECT
 
@@ -33,10 +36,24 @@ public:
     /// less room.
     void setPrefersOneLine();
 
+    /// Lets the pointer select the text, to be copied.
+    void setSelectable();
+
+    /// A part of a text, and where it leads.
+    struct Link {
+        QString text;
+        QUrl destination;
+    };
+
+    /// The same, and has `links` opened by `open`. They are given in the order in which they stand in the
+    /// text; one that is not in it is left out.
+    void setLinks(const std::vector<Link> &links, std::function<void(const QUrl &)> open);
+
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
     bool event(QEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
 
 private:
     void apply();

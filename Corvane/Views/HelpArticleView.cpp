@@ -7,6 +7,10 @@
 #include "Corvane/Look/Stacks.h"
 #include "Corvane/Look/SymbolView.h"
 #include "Corvane/Look/Text.h"
+#include "Corvane/Utilities/Product.h"
+
+#include <optional>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -16,26 +20,50 @@ namespace {
 
 using namespace look;
 
-QLayout *sectionStack(const HelpSection &section)
+Text *selectable(Text *text)
 {
-    auto *stack = column(help::sectionSpacing,
-                         {new Text(section.title, TextStyle::title3, QFont::DemiBold, Ink::primary)});
+    text->setSelectable();
+    return text;
+}
+
+/// Whom the teacher turns to, where a link can hold that; in the order in which a text names them.
+std::vector<Text::Link> contactLinks()
+{
+    std::vector<Text::Link> links;
+    const auto add = [&](const QString &text, const std::optional<QUrl> &destination) {
+        if (destination) {
+            links.push_back({.text = text, .destination = *destination});
+        }
+    };
+    add(product::supportAddress(), product::mailLink(product::supportAddress()));
+    add(product::webSite(), product::secureLink(product::webSite()));
+    return links;
+}
+
+QLayout *sectionStack(const HelpSection &section, const UserManualPDF::Opener &openLink)
+{
+    auto *stack =
+        column(help::sectionSpacing,
+               {selectable(new Text(section.title, TextStyle::title3, QFont::DemiBold, Ink::primary))});
     for (const QString &point : section.points) {
-        stack->addLayout(label(new SymbolView(u"checkmark.circle.fill"_s, TextStyle::body, Ink::primary),
-                               new Text(point, TextStyle::body)));
+        auto *text = new Text(point, TextStyle::body);
+        text->setLinks(contactLinks(), openLink);
+        stack->addLayout(
+            label(new SymbolView(u"checkmark.circle.fill"_s, TextStyle::body, Ink::primary), text));
     }
     return stack;
 }
 
-QWidget *article(HelpTopic topic)
+QWidget *article(HelpTopic topic, const UserManualPDF::Opener &openLink)
 {
     auto *stack =
         column(help::articleSpacing,
                {label(new SymbolView(symbolName(topic), TextStyle::largeTitle, Ink::accent),
-                      new Text(title(topic), TextStyle::largeTitle, QFont::Bold, Ink::accent), space::medium),
-                new Text(summary(topic), TextStyle::title3)});
+                      selectable(new Text(title(topic), TextStyle::largeTitle, QFont::Bold, Ink::accent)),
+                      space::medium),
+                selectable(new Text(summary(topic), TextStyle::title3))});
     for (const HelpSection &section : sections(topic)) {
-        stack->addLayout(sectionStack(section));
+        stack->addLayout(sectionStack(section, openLink));
     }
     stack->addStretch();
     constexpr int padding = help::articlePadding;
@@ -47,8 +75,8 @@ QWidget *article(HelpTopic topic)
 
 } // namespace
 
-HelpArticleView::HelpArticleView(HelpTopic topic, QWidget *parent)
-    : look::ScrollView(title(topic), article(topic), parent)
+HelpArticleView::HelpArticleView(HelpTopic topic, const UserManualPDF::Opener &openLink, QWidget *parent)
+    : look::ScrollView(title(topic), article(topic, openLink), parent)
 {
     // Where a long word is wider than the window.
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);

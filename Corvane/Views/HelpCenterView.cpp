@@ -16,6 +16,7 @@
 
 #include <QFontInfo>
 #include <QFontMetrics>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMouseEvent>
@@ -28,6 +29,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -165,8 +167,9 @@ QWidget *emptyState()
 
 } // namespace
 
-HelpCenterView::HelpCenterView(const UserManualPDF &manual, QWidget *parent)
+HelpCenterView::HelpCenterView(const UserManualPDF &manual, UserManualPDF::Opener openLink, QWidget *parent)
     : QWidget(parent)
+    , m_openLink(std::move(openLink))
     , m_search(searchField(u"Search help"_s))
     , m_list(new TopicList)
     , m_columns(new QSplitter)
@@ -181,7 +184,9 @@ HelpCenterView::HelpCenterView(const UserManualPDF &manual, QWidget *parent)
     connect(m_columns, &QSplitter::splitterMoved, this, [this] { m_isDividedByUser = true; });
 
     connect(m_search, &QLineEdit::textChanged, this, &HelpCenterView::listTopics);
-    connect(m_search, &QLineEdit::returnPressed, m_list, [this] { m_list->setFocus(); });
+    m_search->installEventFilter(this);
+    connect(m_list, &QListWidget::activated, m_list,
+            [this](const QModelIndex &hit) { m_list->setCurrentIndex(hit); });
     connect(m_list, &QListWidget::itemSelectionChanged, this, [this] {
         if (m_isListing) {
             return;
@@ -265,13 +270,34 @@ void HelpCenterView::listTopics()
     m_isListing = false;
 }
 
+bool HelpCenterView::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_search && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Down) {
+            goToFirstHit();
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void HelpCenterView::goToFirstHit()
+{
+    if (m_list->count() > 0) {
+        // It is not opened by that: whoever looks for another one goes on.
+        m_list->setCurrentRow(0, QItemSelectionModel::NoUpdate);
+        m_list->setFocus(Qt::TabFocusReason);
+    }
+}
+
 void HelpCenterView::showDetail()
 {
     while (QLayoutItem *shown = m_detail->takeAt(0)) {
         delete shown->widget();
         delete shown;
     }
-    m_detail->addWidget(m_selection ? new HelpArticleView(*m_selection) : emptyState());
+    m_detail->addWidget(m_selection ? new HelpArticleView(*m_selection, m_openLink) : emptyState());
 }
 
 } // namespace corvane

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Corvane/Views/HelpTopic.h"
+#include "Corvane/Views/UserManualPDF.h"
 
 #include <QWidget>
 
@@ -16,8 +17,6 @@ class QStackedLayout;
 
 namespace corvane {
 
-class UserManualPDF;
-
 /// The content of the help window: the topics that a search leaves, and beside them the article of the one
 /// that is selected.
 class HelpCenterView final : public QWidget {
@@ -25,7 +24,8 @@ class HelpCenterView final : public QWidget {
 
 public:
     /// Begins with an empty search and the welcome. `manual` is borrowed and outlives the view.
-    explicit HelpCenterView(const UserManualPDF &manual, QWidget *parent = nullptr);
+    /// `openLink` opens the web site, and begins a letter.
+    HelpCenterView(const UserManualPDF &manual, UserManualPDF::Opener openLink, QWidget *parent = nullptr);
 
     [[nodiscard]] QString searchText() const;
     [[nodiscard]] QList<HelpTopic> visibleTopics() const;
@@ -35,6 +35,7 @@ public:
     [[nodiscard]] std::optional<HelpTopic> selection() const { return m_selection; }
 
 protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
@@ -42,8 +43,10 @@ private:
     [[nodiscard]] QWidget *detail(const UserManualPDF &manual);
     void divide();
     void listTopics();
+    void goToFirstHit();
     void showDetail();
 
+    UserManualPDF::Opener m_openLink;
     std::optional<HelpTopic> m_selection = HelpTopic::welcome;
     QLineEdit *m_search;
     QListWidget *m_list;

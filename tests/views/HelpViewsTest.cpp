@@ -51,12 +51,12 @@ QRect place(const QWidget &view, const QWidget *child)
     return {child->mapTo(&view, QPoint()), child->size()};
 }
 
-/// The texts that are shown, top to bottom.
+/// The texts that are shown, top to bottom, as they are read.
 QStringList texts(const QWidget &view)
 {
     QStringList found;
-    for (const auto *text : view.findChildren<look::Text *>()) {
-        found.push_back(text->text());
+    for (auto *text : view.findChildren<look::Text *>()) {
+        found.push_back(QAccessible::queryAccessibleInterface(text)->text(QAccessible::Name));
     }
     return found;
 }
@@ -173,7 +173,7 @@ private Q_SLOTS:
         QFETCH(QString, selected);
         QFETCH(QString, sought);
         pictures::prepareApplication(isDark ? Theme::dark : Theme::light, textScale);
-        HelpCenterView view(*m_manual);
+        HelpCenterView view(*m_manual, opener());
         if (selected.isEmpty()) {
             list(view)->clearSelection();
         } else {
@@ -209,7 +209,7 @@ private Q_SLOTS:
 
     void itBeginsWithAnEmptySearchAndTheWelcome()
     {
-        const HelpCenterView view(*m_manual);
+        const HelpCenterView view(*m_manual, opener());
         QCOMPARE(view.searchText(), QString());
         QCOMPARE(view.selection(), std::optional(HelpTopic::welcome));
         QCOMPARE(view.visibleTopics(), QList<HelpTopic>(allHelpTopics.begin(), allHelpTopics.end()));
@@ -225,7 +225,7 @@ private Q_SLOTS:
 
     void anArticleSaysItsSummaryTwice()
     {
-        const HelpArticleView view(HelpTopic::quickStart);
+        const HelpArticleView view(HelpTopic::quickStart, opener());
         QCOMPARE(texts(view),
                  (QStringList{u"Quick Start"_s, u"Launch Quillet and leave the menu-bar bell running."_s,
                               u"Teaching in Under Two Minutes"_s,
@@ -245,7 +245,7 @@ private Q_SLOTS:
                 wanted << section.title << section.points;
                 points += section.points.size();
             }
-            const HelpArticleView view(topic);
+            const HelpArticleView view(topic, opener());
             QCOMPARE(texts(view), wanted);
             QCOMPARE(view.findChildren<look::SymbolView *>().size(), points + 1);
             QVERIFY(look::hasSymbol(symbolName(topic)));
@@ -255,7 +255,7 @@ private Q_SLOTS:
 
     void anArticleKeepsItsMargins()
     {
-        HelpArticleView view(HelpTopic::welcome);
+        HelpArticleView view(HelpTopic::welcome, opener());
         view.resize(900, 600);
         (void)view.grab();
         const QWidget *article = view.widget();
@@ -277,7 +277,7 @@ private Q_SLOTS:
 
     void choosingATopicShowsItsArticle()
     {
-        HelpCenterView view(*m_manual);
+        HelpCenterView view(*m_manual, opener());
         view.resize(helpSize);
         view.show();
         click(list(view), u"Version History"_s);
@@ -291,7 +291,7 @@ private Q_SLOTS:
 
     void theListFollowsTheSearch()
     {
-        HelpCenterView view(*m_manual);
+        HelpCenterView view(*m_manual, opener());
         QTest::keyClicks(search(view), u"settings"_s);
         QCOMPARE(rows(view), (QStringList{u"Installation & Permissions"_s, u"Notification Guide"_s,
                                           u"Settings"_s, u"Troubleshooting"_s}));
@@ -302,7 +302,7 @@ private Q_SLOTS:
 
     void aSearchLeavesTheSelectionAsItIs()
     {
-        HelpCenterView view(*m_manual);
+        HelpCenterView view(*m_manual, opener());
         list(view)->setCurrentRow(4);
         const auto *article = view.findChild<HelpArticleView *>();
         search(view)->setText(u"  zoom  "_s);
@@ -320,7 +320,7 @@ private Q_SLOTS:
 
     void aSearchInVainLeavesTheListEmptyAndTheArticleInItsPlace()
     {
-        HelpCenterView view(*m_manual);
+        HelpCenterView view(*m_manual, opener());
         search(view)->setText(u"xylophone"_s);
         QCOMPARE(rows(view), QStringList());
         QCOMPARE(view.selection(), std::optional(HelpTopic::welcome));
@@ -330,7 +330,7 @@ private Q_SLOTS:
 
     void comingToTheListByKeyboardSelectsNothing()
     {
-        HelpCenterView view(*m_manual);
+        HelpCenterView view(*m_manual, opener());
         view.resize(helpSize);
         view.show();
         QTRY_VERIFY(view.isActiveWindow());
@@ -344,7 +344,7 @@ private Q_SLOTS:
 
     void aClickBelowTheLastTopicDeselects()
     {
-        HelpCenterView view(*m_manual);
+        HelpCenterView view(*m_manual, opener());
         view.resize(helpSize);
         view.show();
         QTest::mouseClick(list(view)->viewport(), Qt::LeftButton, {},
@@ -360,7 +360,7 @@ private Q_SLOTS:
 
     void aClickWithControlDeselects()
     {
-        HelpCenterView view(*m_manual);
+        HelpCenterView view(*m_manual, opener());
         view.resize(helpSize);
         view.show();
         click(list(view), u"Welcome"_s, Qt::ControlModifier);
@@ -373,7 +373,7 @@ private Q_SLOTS:
         const QString path = m_room->filePath(u"Quillet-User-Manual.pdf"_s);
         QFile file(path);
         QVERIFY(file.open(QIODevice::WriteOnly));
-        const HelpCenterView view(*m_manual);
+        const HelpCenterView view(*m_manual, opener());
         auto *button = named<QPushButton>(view, u"Open PDF Manual"_s);
         QVERIFY(button);
         QCOMPARE(button->toolTip(), u"Open the printable Quillet User Manual"_s);
@@ -384,7 +384,7 @@ private Q_SLOTS:
 
     void withTheManualMissingOpenPdfManualBeepsAndNothingOpens()
     {
-        const HelpCenterView view(*m_manual);
+        const HelpCenterView view(*m_manual, opener());
         named<QPushButton>(view, u"Open PDF Manual"_s)->click();
         QCOMPARE(m_opened, QList<QUrl>());
         QCOMPARE(m_beeps, 1);
@@ -392,7 +392,7 @@ private Q_SLOTS:
 
     void theKeyboardReachesEverything()
     {
-        HelpCenterView view(*m_manual);
+        HelpCenterView view(*m_manual, opener());
         view.resize(520, 300); // so small that the article scrolls
         view.show();
         QTRY_VERIFY(view.isActiveWindow());
@@ -413,13 +413,70 @@ private Q_SLOTS:
         QCOMPARE(article->verticalScrollBar()->value(), 0);
         QTest::keyClick(article, Qt::Key_F, Qt::ControlModifier);
         QCOMPARE(QApplication::focusWidget(), search(view));
+    }
+
+    void theSearchLeadsToItsFirstHitWhichReturnOpens()
+    {
+        HelpCenterView view(*m_manual, opener());
+        view.show();
+        QTRY_VERIFY(view.isActiveWindow());
+        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Down}) {
+            list(view)->setCurrentRow(0);
+            search(view)->setFocus();
+            search(view)->setText(u"settings"_s);
+            QTest::keyClick(search(view), key);
+            QCOMPARE(QApplication::focusWidget(), list(view));
+            QCOMPARE(list(view)->currentItem()->text(), u"Installation & Permissions"_s);
+            QCOMPARE(view.selection(), std::optional(HelpTopic::welcome)); // not opened yet
+            QTest::keyClick(list(view), Qt::Key_Return);
+            QCOMPARE(view.selection(), std::optional(HelpTopic::installation));
+            QCOMPARE(list(view)->selectedItems().value(0)->text(), u"Installation & Permissions"_s);
+            QTest::keyClick(list(view), Qt::Key_Down);
+            QCOMPARE(view.selection(), std::optional(HelpTopic::notifications));
+            search(view)->clear();
+        }
+        search(view)->setFocus();
+        search(view)->setText(u"xylophone"_s);
         QTest::keyClick(search(view), Qt::Key_Return);
-        QCOMPARE(QApplication::focusWidget(), list(view));
+        QCOMPARE(QApplication::focusWidget(), search(view));
+    }
+
+    void theTextsOfAnArticleCanBeSelected()
+    {
+        HelpArticleView view(HelpTopic::quickStart, opener());
+        view.resize(600, 500);
+        view.show();
+        for (auto *text : view.findChildren<look::Text *>()) {
+            QTest::mouseDClick(text, Qt::LeftButton, {}, QPoint(2, QFontMetrics(text->font()).height() / 2));
+            QVERIFY2(text->text().startsWith(text->selectedText()) && !text->selectedText().isEmpty(),
+                     qPrintable(text->text()));
+        }
+    }
+
+    void addressAndSiteAreLinks()
+    {
+        HelpArticleView view(HelpTopic::contact, opener());
+        view.resize(600, 500);
+        view.show();
+        QTRY_VERIFY(view.isActiveWindow());
+        view.setFocus();
+        const QList<QUrl> wanted{QUrl(u"mailto:support@quillet.example"_s),
+                                 QUrl(u"https://quillet.example"_s)};
+        for (qsizetype link = 1; link <= wanted.size(); ++link) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+            QCOMPARE(m_opened, wanted.first(link));
+        }
+        view.setFocus();
+        QTest::keyClick(&view, Qt::Key_Tab); // and once more from the beginning
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QCOMPARE(m_opened.size(), 3);
+        QCOMPARE(m_opened.back(), wanted.front());
     }
 
     void aScreenReaderHearsNames()
     {
-        HelpCenterView view(*m_manual);
+        HelpCenterView view(*m_manual, opener());
         const auto name = [](QObject *widget) {
             return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
         };
@@ -435,7 +492,7 @@ private Q_SLOTS:
     void nothingIsCutInASmallWindowWithLargeTexts()
     {
         pictures::prepareApplication(Theme::light, 2);
-        HelpCenterView view(*m_manual);
+        HelpCenterView view(*m_manual, opener());
         for (int row = 0; row < 9; ++row) {
             list(view)->setCurrentRow(row);
             view.resize(view.minimumSizeHint());
@@ -573,7 +630,7 @@ private Q_SLOTS:
 
     void anOpenHelpCentreFollowsTheDesktopsFontAndPalette()
     {
-        HelpCenterView view(*m_manual);
+        HelpCenterView view(*m_manual, opener());
         view.show();
         const auto *heading = named<look::Text>(view, u"Quillet Help"_s);
         const auto *button = named<QPushButton>(view, u"Open PDF Manual"_s);

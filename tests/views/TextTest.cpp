@@ -4,6 +4,7 @@
 #include "Corvane/Look/Text.h"
 #include "tests/support/Pictures.h"
 
+#include <QAccessible>
 #include <QImage>
 #include <QTest>
 
@@ -15,6 +16,20 @@ class TextTest final : public QObject {
 
 private Q_SLOTS:
     void init() { pictures::prepareApplication(); }
+
+    void whatATextHoldsStaysPlainTextBesideItsLinks()
+    {
+        look::Text text(u"<b>a.example</b> & b@a.example, https://a.example"_s, look::TextStyle::body);
+        text.setLinks({{u"nowhere"_s, QUrl(u"https://nowhere.example"_s)},
+                       {u"b@a.example"_s, QUrl(u"mailto:b@a.example"_s)},
+                       {u"https://a.example"_s, QUrl(u"https://a.example"_s)}},
+                      {});
+        QCOMPARE(text.text(),
+                 u"&lt;b&gt;a.example&lt;/b&gt; &amp; <a href=\"mailto:b@a.example\">b@a.example</a>, "
+                 "<a href=\"https://a.example\">https://a.example</a>"_s);
+        QCOMPARE(QAccessible::queryAccessibleInterface(&text)->text(QAccessible::Name),
+                 u"<b>a.example</b> & b@a.example, https://a.example"_s);
+    }
 
     void textsAreAlignedAsThePage()
     {
@@ -37,13 +52,18 @@ private Q_SLOTS:
             return true;
         };
         for (const QString &words : {u"English words"_s, u"محمد الأمين"_s}) {
-            look::Text text(words, look::TextStyle::body);
-            text.resize(400, 30);
-            QVERIFY(!inkIsAtTheRight(text));
-            text.setLayoutDirection(Qt::RightToLeft);
-            QVERIFY(inkIsAtTheRight(text));
-            text.setLayoutDirection(Qt::LeftToRight);
-            QVERIFY(!inkIsAtTheRight(text));
+            for (const bool isSelectable : {false, true}) {
+                look::Text text(words, look::TextStyle::body);
+                if (isSelectable) {
+                    text.setSelectable();
+                }
+                text.resize(400, 30);
+                QVERIFY(!inkIsAtTheRight(text));
+                text.setLayoutDirection(Qt::RightToLeft);
+                QVERIFY(inkIsAtTheRight(text));
+                text.setLayoutDirection(Qt::LeftToRight);
+                QVERIFY(!inkIsAtTheRight(text));
+            }
         }
     }
 };
