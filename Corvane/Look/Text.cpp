@@ -3,10 +3,14 @@
 
 #include "Corvane/Look/Text.h"
 
+#include "Corvane/Look/Balance.h"
+
 #include <QEvent>
 #include <QFocusEvent>
 #include <QFontMetrics>
 #include <QGuiApplication>
+#include <QPainter>
+#include <QStyle>
 
 #include <utility>
 
@@ -94,6 +98,29 @@ void Text::focusInEvent(QFocusEvent *event)
     if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason) {
         focusNextPrevChild(event->reason() == Qt::TabFocusReason);
     }
+}
+
+void Text::setBalanced()
+{
+    m_isBalanced = true;
+    update();
+}
+
+void Text::paintEvent(QPaintEvent *event)
+{
+    if (!m_isBalanced) {
+        QLabel::paintEvent(event);
+        return;
+    }
+    const QRect area = contentsRect();
+    QRect lines(0, area.top(), balancedWidth(text(), font(), area.width()), area.height());
+    lines.moveCenter({area.center().x(), lines.center().y()});
+    QPainter painter(this);
+    const Qt::TextFlag direction =
+        text().isRightToLeft() ? Qt::TextForceRightToLeft : Qt::TextForceLeftToRight;
+    style()->drawItemText(&painter, lines,
+                          static_cast<int>(alignment().toInt()) | Qt::TextWordWrap | direction, palette(),
+                          isEnabled(), text(), foregroundRole());
 }
 
 QSize Text::sizeHint() const

@@ -49,11 +49,15 @@ public:
     /// text; one that is not in it is left out.
     void setLinks(const std::vector<Link> &links, std::function<void(const QUrl &)> open);
 
+    /// Breaks it into lines of much the same length where it takes several. For centred texts.
+    void setBalanced();
+
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
     bool event(QEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
 
 private:
     void apply();
@@ -64,6 +68,7 @@ private:
     Ink m_ink;
     bool m_hasMonospacedDigits = false;
     bool m_prefersOneLine = false;
+    bool m_isBalanced = false;
     bool m_isApplying = false;
 };
 

@@ -28,6 +28,7 @@ using namespace look;
 Text *centred(Text *text)
 {
     text->setAlignment(Qt::AlignCenter);
+    text->setBalanced();
     return text;
 }
 

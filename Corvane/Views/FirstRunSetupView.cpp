@@ -55,6 +55,8 @@ FirstRunSetupView::FirstRunSetupView(AppSettings &settings, std::function<void()
     setMinimumSize(setup::minimumWidth, setup::minimumHeight);
     m_title->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     m_detail->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    m_title->setBalanced();
+    m_detail->setBalanced();
 
     auto *page = new QWidget;
     page->setLayout(column(setup::spacing, {centred(m_symbol), m_title, m_detail}));

@@ -158,6 +158,7 @@ QWidget *emptyState()
 {
     auto *text = new Text(u"No matching help topic"_s, TextStyle::title, QFont::Bold);
     text->setAlignment(Qt::AlignCenter);
+    text->setBalanced();
     auto *symbol = new SymbolView(u"magnifyingglass"_s, help::emptySymbolSize, Ink::secondary);
     auto *stack = column(space::medium, {Spacer{}, row(0, {Spacer{}, symbol, Spacer{}}), text, Spacer{}});
     auto *view = new QWidget;

@@ -2,11 +2,15 @@
 // SPDX-License-Identifier: MIT
 
 #include "Corvane/Look/Text.h"
+#include "Corvane/Look/Balance.h"
 #include "tests/support/Pictures.h"
 
 #include <QAccessible>
+#include <QFontMetrics>
 #include <QImage>
 #include <QTest>
+
+#include <cstdlib>
 
 using namespace corvane;
 using namespace Qt::StringLiterals;
@@ -29,6 +33,47 @@ private Q_SLOTS:
                  "<a href=\"https://a.example\">https://a.example</a>"_s);
         QCOMPARE(QAccessible::queryAccessibleInterface(&text)->text(QAccessible::Name),
                  u"<b>a.example</b> & b@a.example, https://a.example"_s);
+    }
+
+    void aBalancedTextTakesTheLeastWidthOfItsLines()
+    {
+        const QFont font = look::font(look::TextStyle::body);
+        const QFontMetrics metrics(font);
+        const auto width = [&](const QString &text) { return metrics.horizontalAdvance(text); };
+        const int room = width(u"one two three four"_s) + 1;
+        // Alone, the last word would stand on a line of its own.
+        const int balanced = look::balancedWidth(u"one two three four five"_s, font, room);
+        QVERIFY(balanced >= width(u"one two three"_s) && balanced < width(u"one two three four"_s));
+        // One line, a word that is wider than the room, nothing at all.
+        QVERIFY(look::balancedWidth(u"one two"_s, font, room) >= width(u"one two"_s));
+        QCOMPARE(look::balancedWidth(u"w"_s.repeated(100) + u" one"_s, font, room), room);
+        QVERIFY(look::balancedWidth({}, font, room) <= room);
+    }
+
+    void aBalancedTextIsDrawnInTheMiddleOnAsManyLines()
+    {
+        look::Text text(u"one two three four five"_s, look::TextStyle::body);
+        text.setAlignment(Qt::AlignCenter);
+        const int room = QFontMetrics(text.font()).horizontalAdvance(u"one two three four"_s) + 2;
+        text.resize(room, text.heightForWidth(room));
+        const QImage before = text.grab().toImage();
+        text.setBalanced();
+        const QImage after = text.grab().toImage();
+        QVERIFY(after != before);
+        const auto inked = [](const QImage &picture) {
+            QRect ink;
+            for (int y = 0; y < picture.height(); ++y) {
+                for (int x = 0; x < picture.width(); ++x) {
+                    if (picture.pixel(x, y) != picture.pixel(0, 0)) {
+                        ink |= QRect(x, y, 1, 1);
+                    }
+                }
+            }
+            return ink;
+        };
+        QVERIFY(inked(after).width() < inked(before).width());
+        QVERIFY(inked(after).height() >= QFontMetrics(text.font()).height()); // still two lines
+        QVERIFY(std::abs(inked(after).center().x() - text.rect().center().x()) <= 3);
     }
 
     void textsAreAlignedAsThePage()
