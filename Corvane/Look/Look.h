@@ -222,6 +222,8 @@ inline constexpr int capsuleHeight = 8;
 inline constexpr int capsuleWidth = 8;
 inline constexpr int currentCapsuleWidth = 26;
 inline constexpr double capsuleOpacity = 0.25; ///< of those of the other pages
+inline constexpr int slideDistance = 48;
+inline constexpr int slideDuration = 260; ///< milliseconds
 
 } // namespace setup
 

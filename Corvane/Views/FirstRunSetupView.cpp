@@ -4,6 +4,7 @@
 #include "Corvane/Views/FirstRunSetupView.h"
 
 #include "Corvane/Look/Controls.h"
+#include "Corvane/Look/PageSlide.h"
 #include "Corvane/Look/Scrolling.h"
 #include "Corvane/Look/Stacks.h"
 #include "Corvane/Look/SymbolView.h"
@@ -82,20 +83,27 @@ FirstRunSetupView::FirstRunSetupView(AppSettings &settings, std::function<void()
 void FirstRunSetupView::goBack()
 {
     if (m_step > 0) {
-        --m_step;
-        showStep();
+        turnTo(m_step - 1);
     }
 }
 
 void FirstRunSetupView::goForward()
 {
     if (m_step < lastStep()) {
-        ++m_step;
-        showStep();
+        turnTo(m_step + 1);
         return;
     }
     m_settings.setHasCompletedWelcome(true);
     m_dismiss();
+}
+
+void FirstRunSetupView::turnTo(int step)
+{
+    const bool isForward = step > m_step;
+    slidePage(*m_page->viewport(), isForward, [this, step] {
+        m_step = step;
+        showStep();
+    });
 }
 
 void FirstRunSetupView::showStep()

@@ -45,6 +45,7 @@ protected:
 private:
     void goBack();
     void goForward();
+    void turnTo(int step);
     void showStep();
     void reserveRoom();
 

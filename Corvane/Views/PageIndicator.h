@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QVariantAnimation>
 
 namespace corvane {
 
@@ -15,7 +16,7 @@ class PageIndicator final : public QLabel {
 public:
     explicit PageIndicator(int count, QWidget *parent = nullptr);
 
-    /// `page` counts from 0.
+    /// `page` counts from 0. The long capsule glides there where it is seen.
     void setPage(int page);
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -27,6 +28,7 @@ protected:
 private:
     int m_count;
     int m_page = -1;
+    QVariantAnimation m_place; ///< of the long capsule, in pages
 };
 
 } // namespace corvane

@@ -1,0 +1,14 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+class QWidget;
+
+namespace corvane::look {
+
+/// How long a movement in `widget` takes, in milliseconds: `wanted`, or 0 where nobody sees it or the desktop
+/// wants no motion.
+[[nodiscard]] int motionDuration(const QWidget &widget, int wanted);
+
+} // namespace corvane::look

@@ -1,0 +1,156 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#include "Corvane/Look/Look.h"
+#include "Corvane/Look/PageSlide.h"
+#include "Corvane/Look/Style.h"
+#include "Corvane/Views/PageIndicator.h"
+#include "tests/support/Pictures.h"
+
+#include <QImage>
+#include <QLabel>
+#include <QTest>
+
+using namespace corvane;
+using namespace corvane::look;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void wantNoMotion()
+{
+    qobject_cast<Style *>(QApplication::style())->follow({.reducesMotion = true});
+}
+
+QImage pictureOf(QWidget &widget)
+{
+    return widget.grab().toImage();
+}
+
+/// Counts how often a widget paints itself.
+class Paints final : public QObject {
+public:
+    explicit Paints(QWidget &widget) { widget.installEventFilter(this); }
+    int count = 0;
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+};
+
+/// An area with a page in it, and a second page that it may show.
+struct Pages {
+    Pages()
+    {
+        area.resize(200, 60);
+        first.resize(area.size());
+        second.resize(area.size());
+        second.hide();
+    }
+
+    void slide(bool isForward = true)
+    {
+        slidePage(area, isForward, [this] {
+            first.setHidden(!first.isHidden());
+            second.setHidden(!second.isHidden());
+        });
+    }
+
+    [[nodiscard]] qsizetype parts() const
+    {
+        return area.findChildren<QWidget *>(Qt::FindDirectChildrenOnly).size();
+    }
+
+    QWidget area;
+    QLabel first{u"first"_s, &area};
+    QLabel second{u"second"_s, &area};
+};
+
+} // namespace
+
+class MotionTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { pictures::prepareApplication(); }
+
+    void aPageSlidesToTheNextAndThenAllIsAsItWas()
+    {
+        Pages pages;
+        pages.area.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&pages.area));
+        const QImage first = pictureOf(pages.area);
+        pages.slide();
+        QVERIFY(pages.second.isVisible()); // at once
+        QCOMPARE(pages.parts(), 3);
+        const QImage between = pictureOf(pages.area);
+        QTRY_COMPARE(pages.parts(), 2);
+        const QImage second = pictureOf(pages.area);
+        QVERIFY(second != first && between != second);
+        pages.slide(false);
+        pages.slide(); // the next one takes the place of one that is under way
+        QCOMPARE(pages.parts(), 3);
+        QTRY_COMPARE(pages.parts(), 2);
+        QCOMPARE(pictureOf(pages.area), second);
+        const Paints paints(pages.area);
+        QTest::qWait(100);
+        QCOMPARE(paints.count, 0);
+    }
+
+    void aPageIsThereAtOnceWhereNobodySeesItOrNothingMayMove()
+    {
+        Pages hidden;
+        hidden.slide();
+        QCOMPARE(hidden.parts(), 2);
+        QVERIFY(hidden.first.isHidden());
+        wantNoMotion();
+        Pages shown;
+        shown.area.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&shown.area));
+        shown.slide();
+        QCOMPARE(shown.parts(), 2);
+        QVERIFY(shown.first.isHidden());
+    }
+
+    void theIndicatorGlidesToThePage()
+    {
+        for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+            PageIndicator still(5);
+            still.setLayoutDirection(direction);
+            still.setPage(3);
+            const QImage end = pictureOf(still);
+            const int middle = direction == Qt::LeftToRight ? 61 : 29; // of the long capsule
+            QCOMPARE(end.pixelColor(middle, 4), color(Ink::accent, still.palette()));
+            PageIndicator indicator(5);
+            indicator.setLayoutDirection(direction);
+            indicator.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&indicator));
+            indicator.setPage(3);
+            QVERIFY(pictureOf(indicator) != end);
+            QTRY_VERIFY(pictureOf(indicator) == end);
+            QTest::qWait(setup::slideDuration); // the last steps cannot be told apart
+            const Paints paints(indicator);
+            QTest::qWait(100);
+            QCOMPARE(paints.count, 0);
+        }
+    }
+
+    void theIndicatorIsThereAtOnceWhereNothingMayMove()
+    {
+        wantNoMotion();
+        PageIndicator still(5);
+        still.setPage(3);
+        PageIndicator indicator(5);
+        indicator.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&indicator));
+        indicator.setPage(3);
+        QCOMPARE(pictureOf(indicator), pictureOf(still));
+    }
+};
+
+QUILLET_TEST(MotionTest, runViewTest<MotionTest>);
+
+#include "MotionTest.moc"
