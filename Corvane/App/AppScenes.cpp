@@ -7,7 +7,6 @@
 #include "Corvane/Settings/SettingsView.h"
 #include "Corvane/Utilities/InformationDictionary.h"
 #include "Corvane/Utilities/Resources.h"
-#include "Corvane/Utilities/Spawn.h"
 #include "Corvane/Utilities/WindowPresentation.h"
 #include "Corvane/Views/AboutCorvaneView.h"
 #include "Corvane/Views/FirstRunSetupView.h"
@@ -73,7 +72,7 @@ void AppScenes::addWindows()
             [this] {
                 // Who asks for the lessons of today wants those on the servers, too; they may come later.
                 m_refreshCalendars();
-                reloadLessons();
+                return m_viewModel.reloadLessons();
             },
             [this](const QString &identifier, const QString &title) {
                 open({.identifier = identifier, .title = title});
@@ -96,11 +95,6 @@ void AppScenes::addWindows()
     add(windowNames::debug(), {620, 700}, [this] {
         return std::make_unique<DebugWindowView>(m_viewModel, m_debugSources, &QDesktopServices::openUrl);
     });
-}
-
-void AppScenes::reloadLessons()
-{
-    spawn(m_viewModel.reloadLessons());
 }
 
 } // namespace corvane

@@ -41,7 +41,6 @@ public:
 private:
     void open(const WindowName &window);
     void addWindows();
-    void reloadLessons();
 
     MenuBarViewModel &m_viewModel;
     DebugSources m_debugSources;

@@ -7,6 +7,7 @@
 #include "Corvane/Look/Controls.h"
 #include "Corvane/Look/Look.h"
 #include "Corvane/Look/Painting.h"
+#include "Corvane/Look/SymbolTurn.h"
 #include "Corvane/Look/Symbols.h"
 
 #include <QFontInfo>
@@ -132,6 +133,22 @@ void paintCommandText(QPainter &painter, const QStyleOptionButton &option, const
                      keyTextOf(button));
 }
 
+/// `symbol` at `topLeft`, turned about its middle.
+void paintSymbol(QPainter &painter, QPointF topLeft, const QPixmap &symbol, double degrees)
+{
+    if (degrees == 0) {
+        painter.drawPixmap(topLeft, symbol);
+        return;
+    }
+    const QSizeF half = symbol.deviceIndependentSize() / 2;
+    painter.save();
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.translate(topLeft + QPointF(half.width(), half.height()));
+    painter.rotate(degrees);
+    painter.drawPixmap(QPointF(-half.width(), -half.height()), symbol);
+    painter.restore();
+}
+
 } // namespace
 
 QSize pushButtonSize(const QStyleOptionButton &option, const QWidget *button)
@@ -167,8 +184,9 @@ void paintPushButton(QPainter &painter, const QStyleOptionButton &option, const 
     if (const QString symbol = symbolOf(button); !symbol.isEmpty()) {
         const int size = symbolSize(button);
         const double symbolLeft = isLeftToRight ? left : left + textWidth + room - size;
-        painter.drawPixmap(QPointF(std::round(symbolLeft), std::round((option.rect.height() - size) / 2.0)),
-                           symbolPixmap(symbol, size, ink, painter.device()->devicePixelRatioF()));
+        paintSymbol(painter, {std::round(symbolLeft), std::round((option.rect.height() - size) / 2.0)},
+                    symbolPixmap(symbol, size, ink, painter.device()->devicePixelRatioF()),
+                    SymbolTurn::degrees(button));
     }
     painter.drawText(
         QRectF(std::round(isLeftToRight ? left + room : left), 0, textWidth + 1.0, option.rect.height()),

@@ -128,6 +128,7 @@ inline constexpr double pressedOpacity = 0.12; ///< the same, while held down
 inline constexpr double focusRingWidth = 2;
 inline constexpr int focusRingGap = 2;        ///< between the ring and the control
 inline constexpr int animationDuration = 160; ///< milliseconds
+inline constexpr int turnDuration = 800;      ///< milliseconds, of a symbol's whole turn
 inline constexpr double symbolShare = 1.15;   ///< of the font's size
 inline constexpr double stepperShare = 0.7;   ///< of the font's size, for the arrows of a stepper
 inline constexpr double calendarShare = 1.3;  ///< of the least size that holds the days

@@ -10,6 +10,7 @@
 #include "Corvane/Look/Scrolling.h"
 #include "Corvane/Look/Stacks.h"
 #include "Corvane/Look/Surfaces.h"
+#include "Corvane/Look/SymbolTurn.h"
 #include "Corvane/Look/SymbolView.h"
 #include "Corvane/Look/Text.h"
 #include "Corvane/Settings/AppSettings.h"
@@ -18,6 +19,7 @@
 #include "Corvane/Settings/SettingsCard.h"
 #include "Corvane/Settings/SettingsRow.h"
 #include "Corvane/Utilities/DateText.h"
+#include "Corvane/Utilities/Spawn.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -73,7 +75,7 @@ QLayout *leading(QWidget *button)
 
 } // namespace
 
-SettingsView::SettingsView(AppSettings &settings, std::function<void()> reloadLessons, OpenWindow openWindow,
+SettingsView::SettingsView(AppSettings &settings, ReloadLessons reloadLessons, OpenWindow openWindow,
                            QWidget *parent)
     : QWidget(parent)
     , m_settings(settings)
@@ -115,7 +117,8 @@ QWidget *SettingsView::calendarConnection()
 {
     using namespace look;
     auto *reload = pushButton(u"Reload Today's Lessons"_s, Role::bordered, u"arrow.clockwise"_s);
-    connect(reload, &QAbstractButton::clicked, this, [this] { m_reloadLessons(); });
+    m_reloading = new SymbolTurn(*reload);
+    connect(reload, &QAbstractButton::clicked, this, [this] { spawn(SettingsView::reload(this)); });
     return new SettingsCard(
         u"Calendar Connection"_s, u"calendar"_s,
         column(
@@ -251,6 +254,15 @@ QWidget *SettingsView::help()
              new FlowRow(space::small, space::small, FlowRow::Ends::together, {quickStart, userManual})}));
 }
 
+QCoro::Task<void> SettingsView::reload(QPointer<SettingsView> self)
+{
+    self->m_reloading->begin();
+    co_await self->m_reloadLessons();
+    if (self != nullptr) {
+        self->m_reloading->end();
+    }
+}
+
 void SettingsView::addManualLesson()
 {
     const auto entry = m_form.makeEntry(QUuid::createUuid());
@@ -264,7 +276,7 @@ void SettingsView::addManualLesson()
     // Once the row has its place.
     QWidget *added = m_manualLessons->rowOf(m_settings.manualLessons().size() - 1);
     QTimer::singleShot(0, added, [page = m_page, added] { page->ensureWidgetVisible(added); });
-    m_reloadLessons();
+    spawn(reload(this));
 }
 
 void SettingsView::removeManualLesson(std::size_t index)
@@ -272,7 +284,7 @@ void SettingsView::removeManualLesson(std::size_t index)
     std::vector<ManualLessonEntry> entries = m_settings.manualLessons();
     entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(index));
     m_settings.setManualLessons(std::move(entries));
-    m_reloadLessons();
+    spawn(reload(this));
 }
 
 void SettingsView::openQuickStart()

@@ -1,14 +1,18 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
+#include "Corvane/Look/Controls.h"
 #include "Corvane/Look/Look.h"
 #include "Corvane/Look/PageSlide.h"
+#include "Corvane/Look/Stacks.h"
 #include "Corvane/Look/Style.h"
+#include "Corvane/Look/SymbolTurn.h"
 #include "Corvane/Views/PageIndicator.h"
 #include "tests/support/Pictures.h"
 
 #include <QImage>
 #include <QLabel>
+#include <QPushButton>
 #include <QTest>
 
 using namespace corvane;
@@ -113,6 +117,48 @@ private Q_SLOTS:
         shown.slide();
         QCOMPARE(shown.parts(), 2);
         QVERIFY(shown.first.isHidden());
+    }
+
+    void aSymbolTurnsUntilItsWorkIsDone()
+    {
+        QWidget window;
+        auto *button = pushButton(u"Reload"_s, Role::bordered, u"arrow.clockwise"_s);
+        window.setLayout(row(0, {button}));
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        const QImage still = pictureOf(*button);
+        SymbolTurn turn(*button);
+        turn.begin();
+        turn.begin();
+        QTRY_VERIFY(SymbolTurn::degrees(button) > 20);
+        QVERIFY(pictureOf(*button) != still);
+        turn.end(); // one of two
+        QTRY_VERIFY(SymbolTurn::degrees(button) > 180);
+        QTRY_VERIFY(SymbolTurn::degrees(button) < 180);
+        QCOMPARE(turn.state(), QVariantAnimation::Running);
+        turn.end();
+        QTRY_VERIFY(turn.state() == QVariantAnimation::Stopped);
+        QCOMPARE(pictureOf(*button), still);
+        const Paints paints(*button);
+        QTest::qWait(100);
+        QCOMPARE(paints.count, 0);
+    }
+
+    void aSymbolTurnsOnlyWhereItIsSeenAndMayMove()
+    {
+        QWidget window;
+        auto *button = pushButton(u"Reload"_s, Role::bordered, u"arrow.clockwise"_s);
+        window.setLayout(row(0, {button}));
+        SymbolTurn turn(*button);
+        turn.begin();
+        QCOMPARE(turn.state(), QVariantAnimation::Stopped);
+        window.show();
+        QCOMPARE(turn.state(), QVariantAnimation::Running);
+        window.hide();
+        QCOMPARE(turn.state(), QVariantAnimation::Stopped);
+        wantNoMotion();
+        window.show();
+        QCOMPARE(turn.state(), QVariantAnimation::Stopped);
     }
 
     void theIndicatorGlidesToThePage()

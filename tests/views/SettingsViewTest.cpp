@@ -5,6 +5,7 @@
 #include "Corvane/Look/DateTimePicker.h"
 #include "Corvane/Look/ElidedText.h"
 #include "Corvane/Look/Look.h"
+#include "Corvane/Look/SymbolTurn.h"
 #include "Corvane/Settings/AppSettings.h"
 #include "Corvane/Settings/ManualLessonList.h"
 #include "Corvane/Utilities/DateText.h"
@@ -13,6 +14,8 @@
 #include "tests/support/Pictures.h"
 #include "tests/support/TemporarySettings.h"
 #include "tests/support/ViewWalk.h"
+
+#include <qcoro/qcorotimer.h>
 
 #include <QApplication>
 #include <QCalendarWidget>
@@ -32,6 +35,7 @@
 #include <QTimeZone>
 #include <QWheelEvent>
 
+#include <chrono>
 #include <ctime>
 #include <memory>
 
@@ -84,7 +88,13 @@ struct Room {
             settings.setManualLessons(lessons);
         }
         view = std::make_unique<SettingsView>(
-            settings, [this] { ++reloads; },
+            settings,
+            [this]() -> QCoro::Task<void> {
+                ++reloads;
+                if (loadTakes > 0) {
+                    co_await QCoro::sleepFor(std::chrono::milliseconds(loadTakes));
+                }
+            },
             [this](const QString &id, const QString &title) { opened << id + u"|"_s + title; });
         view->resize(620, 700);
     }
@@ -151,6 +161,7 @@ struct Room {
     FakeLoginItem loginItem;
     AppSettings settings{file->store(), file->store(), loginItem};
     int reloads = 0;
+    int loadTakes = 0; ///< milliseconds
     QStringList opened;
     std::unique_ptr<SettingsView> view;
 };
@@ -292,6 +303,23 @@ private Q_SLOTS:
         QCOMPARE(room.settings.notificationDuration(), 7.5);
         Room::choose(duration, u"5 seconds"_s); // the one that is shown already
         QCOMPARE(room.settings.notificationDuration(), 5.0);
+    }
+
+    void theArrowOfReloadTurnsWhileLessonsAreLoaded()
+    {
+        Room room;
+        room.show();
+        const auto *button = room.button(u"Reload Today's Lessons"_s);
+        room.loadTakes = 50;
+        room.button(u"Reload Today's Lessons"_s)->click();
+        QTRY_VERIFY(look::SymbolTurn::degrees(button) > 90);
+        QTRY_COMPARE(look::SymbolTurn::degrees(button), 0.0); // and stops after a whole turn
+        room.studentName()->setText(u"Anna"_s);
+        room.button(u"Add Manual Lesson"_s)->click(); // loads them, too
+        QTRY_VERIFY(look::SymbolTurn::degrees(button) > 90);
+        room.view.reset(); // while it turns
+        QCOMPARE(room.reloads, 2);
+        QTest::qWait(2 * room.loadTakes);
     }
 
     void removingTheLastLessonSavesAnEmptyList()
