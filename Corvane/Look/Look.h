@@ -162,6 +162,15 @@ inline constexpr double edgeOpacity = 0.2;     ///< of the text's colour
 
 } // namespace popup
 
+/// The light behind what is new.
+namespace glow {
+
+inline constexpr int duration = 1600; ///< milliseconds
+inline constexpr double opacity = 0.3;
+inline constexpr int reach = 8; ///< beyond what it lights up
+
+} // namespace glow
+
 /// The badge of the About window.
 namespace badge {
 

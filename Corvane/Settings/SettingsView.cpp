@@ -6,6 +6,7 @@
 #include "Corvane/Look/Controls.h"
 #include "Corvane/Look/DateTimePicker.h"
 #include "Corvane/Look/FlowRow.h"
+#include "Corvane/Look/Glow.h"
 #include "Corvane/Look/Look.h"
 #include "Corvane/Look/Scrolling.h"
 #include "Corvane/Look/Stacks.h"
@@ -275,7 +276,10 @@ void SettingsView::addManualLesson()
     m_studentName->clear();
     // Once the row has its place.
     QWidget *added = m_manualLessons->rowOf(m_settings.manualLessons().size() - 1);
-    QTimer::singleShot(0, added, [page = m_page, added] { page->ensureWidgetVisible(added); });
+    QTimer::singleShot(0, added, [this, added] {
+        m_page->ensureWidgetVisible(added);
+        look::Glow::behind(*added, *m_manualLessons->parentWidget());
+    });
     spawn(reload(this));
 }
 

@@ -4,7 +4,9 @@
 #include "Corvane/Settings/SettingsView.h"
 #include "Corvane/Look/DateTimePicker.h"
 #include "Corvane/Look/ElidedText.h"
+#include "Corvane/Look/Glow.h"
 #include "Corvane/Look/Look.h"
+#include "Corvane/Look/Style.h"
 #include "Corvane/Look/SymbolTurn.h"
 #include "Corvane/Settings/AppSettings.h"
 #include "Corvane/Settings/ManualLessonList.h"
@@ -320,6 +322,52 @@ private Q_SLOTS:
         room.view.reset(); // while it turns
         QCOMPARE(room.reloads, 2);
         QTest::qWait(2 * room.loadTakes);
+    }
+
+    void anAddedLessonGlowsForAMoment()
+    {
+        const Room room({entry(u"Anna"_s)});
+        room.show();
+        QVERIFY(room.view->findChild<look::Glow *>() == nullptr);
+        room.studentName()->setText(u"Ben"_s);
+        room.button(u"Add Manual Lesson"_s)->click();
+        QTRY_VERIFY(room.view->findChild<look::Glow *>() != nullptr);
+        const QPointer<look::Glow> glow = room.view->findChild<look::Glow *>();
+        QWidget *row = room.list()->rowOf(1);
+        const auto area = [&](const QWidget *widget) {
+            return QRect(widget->mapTo(room.view.get(), QPoint()), widget->size());
+        };
+        QVERIFY(area(glow).contains(area(row)));
+        QVERIFY(!area(glow).intersects(area(room.list()->rowOf(0))));
+        room.button(u"Remove"_s)->click(); // Anna's, so that Ben's row goes up
+        QCOMPARE(room.list()->rowOf(0), row);
+        QTRY_COMPARE(row->y(), 0); // it has gone up
+        QTRY_VERIFY(area(glow).contains(area(row)) && area(glow).height() < 2 * row->height());
+        QTRY_VERIFY(glow.isNull());
+    }
+
+    void aLessonThatGoesTakesItsGlowAlong()
+    {
+        const Room room;
+        room.show();
+        room.studentName()->setText(u"Ben"_s);
+        room.button(u"Add Manual Lesson"_s)->click();
+        QTRY_VERIFY(room.view->findChild<look::Glow *>() != nullptr);
+        const QPointer<look::Glow> glow = room.view->findChild<look::Glow *>();
+        room.button(u"Remove"_s)->click();
+        QVERIFY(glow->isHidden());
+        QTRY_VERIFY_WITH_TIMEOUT(glow.isNull(), 500);
+    }
+
+    void nothingGlowsWhereNothingMayMove()
+    {
+        qobject_cast<look::Style *>(QApplication::style())->follow({.reducesMotion = true});
+        const Room room;
+        room.show();
+        room.studentName()->setText(u"Ben"_s);
+        room.button(u"Add Manual Lesson"_s)->click();
+        QTest::qWait(50);
+        QVERIFY(room.view->findChild<look::Glow *>() == nullptr);
     }
 
     void removingTheLastLessonSavesAnEmptyList()

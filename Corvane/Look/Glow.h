@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QVariantAnimation>
+#include <QWidget>
+
+namespace corvane::look {
+
+/// A light behind something new, which fades within a moment and is gone then.
+class Glow final : public QWidget {
+    Q_OBJECT
+
+public:
+    /// Lights `target` up on `ground`, in which it stands and which paints what lies behind it; does nothing
+    /// where nobody sees it or the desktop wants no motion.
+    static void behind(QWidget &target, QWidget &ground);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    Glow(QWidget &target, QWidget &ground, int duration);
+    void follow();
+
+    QWidget &m_target;
+    QVariantAnimation m_strength; ///< 1 to 0
+};
+
+} // namespace corvane::look
