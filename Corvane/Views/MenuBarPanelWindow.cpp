@@ -10,6 +10,7 @@
 #include <QBoxLayout>
 #include <QCloseEvent>
 #include <QEvent>
+#include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -88,7 +89,11 @@ void MenuBarPanelWindow::placeCard(const MenuBarPanelPlacement &placement)
                    : QMargins();
     layout()->setContentsMargins(m_shadow);
     const QRect card = pointsDown(frame);
-    setGeometry(card.marginsAdded(m_shadow));
+    const QRect area = card.marginsAdded(m_shadow);
+    if (QGuiApplication::platformName().startsWith(u"wayland")) {
+        setFixedSize(area.size()); // a compositor that tiles gives any other window all the room there is
+    }
+    setGeometry(area);
     if (m_kind == Kind::card) {
         setMask(look::roundedRegion(card.size(), look::menuBarPanel::cornerRadius));
     }

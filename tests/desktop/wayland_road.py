@@ -97,7 +97,10 @@ class Wayland(unittest.TestCase):
         def look():
             picture = desktop.picture()
             return picture if picture.count(PANEL_COLOUR, 0, 0, *desktop.size) > 50000 else None
-        poll("the panel", look, 30).save(f"{name}-panel")
+        picture = poll("the panel", look, 30)
+        picture.save(f"{name}-panel")
+        # As large as its content, also where windows are tiled.
+        self.assertLess(picture.count(PANEL_COLOUR, 0, 0, *desktop.size), 350 * 700)
 
     # --- the roads
 
@@ -134,7 +137,10 @@ class Wayland(unittest.TestCase):
             desktop.write_settings("hasCompletedWelcome=true")
             desktop.write_system_calendar(in_join_phase(desktop)[1])
             program = desktop.start_quillet({"DISPLAY": ":7777"})
-            desktop.wait_until_shown(program.wait_for_banner(), "wayland-sway-with-a-dead-x-server")
+            banner = program.wait_for_banner()
+            desktop.wait_until_shown(banner, "wayland-sway-with-a-dead-x-server")
+            desktop.click(*banner.close_button)
+            desktop.wait_until_gone(banner)
             self.open_panel(desktop, "wayland-sway-with-a-dead-x-server")
             self.assertEqual(program.quit(), 0)
 
