@@ -132,7 +132,7 @@ inline constexpr int turnDuration = 800;      ///< milliseconds, of a symbol's w
 inline constexpr double symbolShare = 1.15;   ///< of the font's size
 inline constexpr double stepperShare = 0.7;   ///< of the font's size, for the arrows of a stepper
 inline constexpr double calendarShare = 1.3;  ///< of the least size that holds the days
-inline constexpr double disabledOpacity = 0.4;
+inline constexpr double disabledOpacity = 0.55;
 
 } // namespace control
 

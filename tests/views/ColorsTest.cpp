@@ -83,6 +83,9 @@ QList<Pair> pairs(const QPalette &palette)
               std::pair(u"blue"_s, Ink::blue)}) {
             pairs.push_back({name + u" on "_s + place, color(ink, palette), ground, textContrast});
         }
+        pairs.push_back({u"text of a control that is disabled, on "_s + place,
+                         over(color(Ink::primary, palette, control::disabledOpacity), ground), ground,
+                         symbolContrast});
         pairs.push_back({u"edge of a control on "_s + place, edgeColor(palette), ground, symbolContrast});
         pairs.push_back(
             {u"edge of what leads on, on "_s + place, accentEdge(palette), ground, symbolContrast});
