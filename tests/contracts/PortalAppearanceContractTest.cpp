@@ -14,6 +14,7 @@
 #include <QDBusVirtualObject>
 #include <QMap>
 
+#include <functional>
 #include <memory>
 #include <utility>
 
@@ -70,6 +71,9 @@ public:
         m_bus.send(signal);
     }
 
+    /// Is called once, when it is asked for the first time; what it would have answered by then, it answers.
+    void beforeFirstAnswer(std::function<void()> happens) { m_happens = std::move(happens); }
+
     /// How often it was asked.
     [[nodiscard]] int questions() const { return m_questions; }
 
@@ -79,9 +83,13 @@ public:
             return false;
         }
         ++m_questions;
+        const auto values = m_values;
+        if (const auto happens = std::exchange(m_happens, nullptr)) {
+            happens();
+        }
         const auto value =
-            m_values.constFind({message.arguments().at(0).toString(), message.arguments().at(1).toString()});
-        if (value == m_values.constEnd()) {
+            values.constFind({message.arguments().at(0).toString(), message.arguments().at(1).toString()});
+        if (value == values.constEnd()) {
             return connection.send(message.createErrorReply(u"org.freedesktop.portal.Error.NotFound"_s,
                                                             u"Requested setting not found"_s));
         }
@@ -96,6 +104,7 @@ public:
 private:
     QDBusConnection m_bus;
     int m_questions = 0;
+    std::function<void()> m_happens;
     QMap<std::pair<QString, QString>, QVariant> m_values;
 };
 
@@ -152,6 +161,20 @@ private Q_SLOTS:
         QTRY_COMPARE(desktop().appearance(), (Appearance{.scheme = Scheme::dark,
                                                          .accent = Appearance::Accent{1, 0, 0},
                                                          .reducesMotion = true}));
+    }
+
+    void aChangeWhileItIsAskedForTheFirstTimeOutdatesTheAnswer()
+    {
+        m_appearance.reset();
+        say({.scheme = Scheme::light});
+        m_portal->beforeFirstAnswer([this] { say({.scheme = Scheme::dark}); });
+        makeAppearance();
+        QTRY_COMPARE(desktop().appearance().scheme, Scheme::dark);
+        const int asked = m_portal->questions();
+        QVERIFY(asked > 0);
+        m_portal->set(gnome, u"enable-animations"_s, false); // comes after all answers
+        QTRY_VERIFY(desktop().appearance().reducesMotion);
+        QCOMPARE(desktop().appearance().scheme, Scheme::dark);
     }
 
     void aPortalThatComesLaterIsAsked()
