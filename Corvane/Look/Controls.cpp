@@ -3,6 +3,7 @@
 
 #include "Corvane/Look/Controls.h"
 
+#include "Corvane/Look/Accessible.h"
 #include "Corvane/Look/Look.h"
 #include "Corvane/Look/Symbols.h"
 
@@ -68,6 +69,7 @@ QPushButton *pushButton(const QString &text, Role role, const QString &symbolNam
     button->setFocusPolicy(Qt::TabFocus);
     button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     if (role == Role::quietLink) {
+        setAccessibleRole(*button, QAccessible::Link);
         button->setCursor(Qt::PointingHandCursor);
         button->setFont(font(TextStyle::caption));
     }
@@ -82,6 +84,14 @@ QComboBox *picker(const QString &label, const QStringList &choices)
     picker->setFocusPolicy(Qt::StrongFocus);
     picker->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     picker->setMaxVisibleItems(static_cast<int>(choices.size()));
+    // Some screen readers say the label, and of what is chosen nothing: neither at first nor when it changes.
+    const auto tellChoice = [picker] {
+        describe(*picker,
+                 u"%1, %2 of %3"_s.arg(picker->currentText(), QString::number(picker->currentIndex() + 1),
+                                       QString::number(picker->count())));
+    };
+    QObject::connect(picker, &QComboBox::currentIndexChanged, picker, tellChoice);
+    tellChoice();
     return picker;
 }
 

@@ -3,6 +3,7 @@
 
 #include "Corvane/Look/DateTimePicker.h"
 
+#include "Corvane/Look/Accessible.h"
 #include "Corvane/Look/CalendarPopup.h"
 #include "Corvane/Look/Controls.h"
 #include "Corvane/Look/DateTimeEdit.h"
@@ -26,6 +27,7 @@ DateTimePicker::DateTimePicker(const QString &label, const QString &format, QWid
     const QString purpose = u"Choose a day for %1"_s.arg(label);
     m_calendarButton->setAccessibleName(purpose);
     m_calendarButton->setToolTip(purpose);
+    setAccessibleRole(*m_calendarButton, QAccessible::Button);
     setLayout(row(space::tight, {m_edit, m_calendarButton}));
     setFocusProxy(m_edit);
     connect(m_edit, &QDateTimeEdit::dateTimeChanged, this, &DateTimePicker::edited);

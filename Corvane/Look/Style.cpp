@@ -3,6 +3,7 @@
 
 #include "Corvane/Look/Style.h"
 
+#include "Corvane/Look/Accessible.h"
 #include "Corvane/Look/ButtonPainting.h"
 #include "Corvane/Look/Controls.h"
 #include "Corvane/Look/FieldPainting.h"
@@ -80,6 +81,7 @@ Style::Style(std::function<bool()> isComposited)
 void Style::polish(QApplication *application)
 {
     QProxyStyle::polish(application);
+    installAccessibility();
     m_ring = new FocusRing(this);
 }
 

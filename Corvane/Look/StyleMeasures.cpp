@@ -84,6 +84,8 @@ QRect Style::subElementRect(SubElement element, const QStyleOption *option, cons
     switch (element) {
     case SE_CheckBoxClickRect:
         return option->rect;
+    case SE_CheckBoxIndicator:
+        return switchTrack(*option);
     case SE_RadioButtonClickRect:
         if (roleOf(widget) == Role::segment) {
             return option->rect;

@@ -25,6 +25,13 @@ QSize trackSize(const QStyleOption &option)
     return {static_cast<int>(std::lround(height * 1.75)), height};
 }
 
+QRectF trackRect(const QStyleOption &option)
+{
+    const QSize size = trackSize(option);
+    return QRectF(option.direction == Qt::LeftToRight ? option.rect.width() - size.width() : 0,
+                  (option.rect.height() - size.height()) / 2.0, size.width(), size.height());
+}
+
 } // namespace
 
 KnobSlide::KnobSlide(QCheckBox &box) : QVariantAnimation(&box), m_box(box)
@@ -65,6 +72,11 @@ QSize switchSize(const QStyleOptionButton &option)
             std::max(option.fontMetrics.height(), track.height()) + 2 * space::tight};
 }
 
+QRect switchTrack(const QStyleOption &option)
+{
+    return trackRect(option).toAlignedRect();
+}
+
 void paintSwitch(QPainter &painter, const QStyleOptionButton &option, double position)
 {
     const ControlPainter guard(painter, option);
@@ -76,9 +88,7 @@ void paintSwitch(QPainter &painter, const QStyleOptionButton &option, double pos
                          Qt::AlignVCenter,
                      option.text);
 
-    const QSize size = trackSize(option);
-    const QRectF track(isLeftToRight ? option.rect.width() - size.width() : 0,
-                       (option.rect.height() - size.height()) / 2.0, size.width(), size.height());
+    const QRectF track = trackRect(option);
     const double radius = track.height() / 2;
     fillRounded(painter, track, radius, mixed(accentEdge(colors), edgeColor(colors), position));
     fillRounded(painter, track, radius, black(groundOpacity(option)));

@@ -3,10 +3,12 @@
 
 #pragma once
 
+#include <QRect>
 #include <QVariantAnimation>
 
 class QCheckBox;
 class QPainter;
+class QStyleOption;
 class QStyleOptionButton;
 
 /// How a check box looks: as a switch, with its text at the beginning of the line and its knob at the end, as
@@ -30,6 +32,9 @@ private:
 };
 
 [[nodiscard]] QSize switchSize(const QStyleOptionButton &option);
+
+/// What is turned, beside the text.
+[[nodiscard]] QRect switchTrack(const QStyleOption &option);
 
 /// `position` is that of the knob.
 void paintSwitch(QPainter &painter, const QStyleOptionButton &option, double position);

@@ -3,6 +3,7 @@
 
 #include "Corvane/Settings/ManualLessonList.h"
 
+#include "Corvane/Look/Accessible.h"
 #include "Corvane/Look/Controls.h"
 #include "Corvane/Look/ElidedText.h"
 #include "Corvane/Look/FlowRow.h"
@@ -33,6 +34,7 @@ public:
         const QString start = startText(entry.startTime, locale);
         const QString length = lengthText(entry.durationMinutes);
         auto *symbol = new SymbolView(corvane::symbolName(entry.platform), TextStyle::title, Ink::accent);
+        look::setAccessibleRole(*symbol, QAccessible::Graphic);
         symbol->setAccessibleName(platform);
         symbol->setToolTip(platform);
         auto *name = new ElidedText(entry.studentName, TextStyle::body);

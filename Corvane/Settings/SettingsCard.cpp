@@ -3,6 +3,7 @@
 
 #include "Corvane/Settings/SettingsCard.h"
 
+#include "Corvane/Look/Accessible.h"
 #include "Corvane/Look/Look.h"
 #include "Corvane/Look/Stacks.h"
 #include "Corvane/Look/Surfaces.h"
@@ -16,10 +17,10 @@ SettingsCard::SettingsCard(const QString &title, const QString &symbolName, QLay
 {
     using namespace look;
     setAccessibleName(title);
-    auto *heading = label(new SymbolView(symbolName, TextStyle::headline, Ink::accent),
-                          new Text(title, TextStyle::headline));
+    auto *line = label(new SymbolView(symbolName, TextStyle::headline, Ink::accent),
+                       heading(new Text(title, TextStyle::headline)));
     auto *inside = padded({card::padding, card::padding, card::padding, card::padding},
-                          column(card::spacing, {heading, content}));
+                          column(card::spacing, {line, content}));
     setLayout(column(0, {new Surface(card::cornerRadius, cardColor, inside)}));
 }
 

@@ -3,6 +3,7 @@
 
 #include "Corvane/Settings/SettingsView.h"
 
+#include "Corvane/Look/Accessible.h"
 #include "Corvane/Look/Controls.h"
 #include "Corvane/Look/DateTimePicker.h"
 #include "Corvane/Look/FlowRow.h"
@@ -88,6 +89,8 @@ SettingsView::SettingsView(AppSettings &settings, ReloadLessons reloadLessons, O
     , m_manualLessons(new ManualLessonList(*m_add))
 {
     using namespace look;
+    // Without one a screen reader would say the placeholder once more.
+    m_studentName->setAccessibleDescription(u"Return adds the lesson"_s);
     auto *cards = column(settings::spacing, {header(), calendarConnection(), manualLessonEntry(),
                                              remindersAndDisplay(), help()});
     cards->addStretch(1);
@@ -104,7 +107,7 @@ QWidget *SettingsView::header() const
 {
     using namespace look;
     auto *header = new QWidget;
-    auto *texts = column(space::hair, {new Text(u"Settings"_s, TextStyle::title, QFont::Bold),
+    auto *texts = column(space::hair, {heading(new Text(u"Settings"_s, TextStyle::title, QFont::Bold)),
                                        new Text(u"Choose how Quillet follows your teaching day."_s,
                                                 TextStyle::body, Ink::secondary)});
     auto *line = row(space::medium,
@@ -274,6 +277,7 @@ void SettingsView::addManualLesson()
     entries.push_back(*entry);
     m_settings.setManualLessons(std::move(entries));
     m_studentName->clear();
+    look::announce(*this, u"Added: %1"_s.arg(entry->studentName));
     // Once the row has its place.
     QWidget *added = m_manualLessons->rowOf(m_settings.manualLessons().size() - 1);
     QTimer::singleShot(0, added, [this, added] {

@@ -3,6 +3,7 @@
 
 #include "Corvane/Views/AboutCorvaneView.h"
 
+#include "Corvane/Look/Accessible.h"
 #include "Corvane/Look/Badge.h"
 #include "Corvane/Look/Controls.h"
 #include "Corvane/Look/FlowRow.h"
@@ -54,7 +55,7 @@ QPushButton *link(const QString &text, Role role, const std::optional<QUrl> &des
 QLayout *nameBlock(const InformationDictionary &information)
 {
     return column(about::nameSpacing,
-                  {centred(new Text(u"Quillet"_s, TextStyle::title, QFont::Bold)),
+                  {heading(centred(new Text(u"Quillet"_s, TextStyle::title, QFont::Bold))),
                    centred(new Text(u"Start on time."_s, TextStyle::headline)),
                    centred(new Text(versionLine(information), TextStyle::caption, Ink::secondary))});
 }

@@ -3,9 +3,9 @@
 
 #include "Corvane/Views/DebugRowList.h"
 
+#include "Corvane/Look/Accessible.h"
 #include "Corvane/Views/DebugRow.h"
 
-#include <QAccessibleWidget>
 #include <QEvent>
 #include <QKeyEvent>
 
@@ -20,29 +20,13 @@ namespace {
 /// Of the list's width, at most, what leads the rows takes beside their texts.
 constexpr double widestLead = 0.4;
 
-/// Tells assistive tools that this is a list, and its rows are its entries.
-QAccessibleInterface *listAndRows(const QString &, QObject *object)
-{
-    if (auto *list = qobject_cast<DebugRowList *>(object)) {
-        return new QAccessibleWidget(list, QAccessible::List);
-    }
-    if (auto *row = qobject_cast<DebugRow *>(object)) {
-        return new QAccessibleWidget(row, QAccessible::ListItem);
-    }
-    return nullptr;
-}
-
 } // namespace
 
 DebugRowList::DebugRowList(const QString &label, look::TextStyle style, QWidget *parent)
     : QWidget(parent)
     , m_style(style)
 {
-    static const bool isInstalled = [] {
-        QAccessible::installFactory(listAndRows);
-        return true;
-    }();
-    Q_UNUSED(isInstalled)
+    look::setAccessibleRole(*this, QAccessible::List);
     setAccessibleName(label);
     QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     policy.setHeightForWidth(true);
@@ -52,6 +36,7 @@ DebugRowList::DebugRowList(const QString &label, look::TextStyle style, QWidget 
 DebugRow *DebugRowList::makeRow()
 {
     auto *row = new DebugRow(m_style, this);
+    look::setAccessibleRole(*row, QAccessible::ListItem);
     row->setFocusPolicy(Qt::ClickFocus);
     connect(row, &DebugRow::focused, this, [this, row] {
         setCurrent(static_cast<std::size_t>(std::ranges::find(m_rows, row) - m_rows.begin()));

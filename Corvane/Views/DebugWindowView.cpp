@@ -3,6 +3,7 @@
 
 #include "Corvane/Views/DebugWindowView.h"
 
+#include "Corvane/Look/Accessible.h"
 #include "Corvane/Look/Controls.h"
 #include "Corvane/Look/FlowRow.h"
 #include "Corvane/Look/Look.h"
@@ -15,7 +16,6 @@
 #include "Corvane/Utilities/DebugLogService.h"
 #include "Corvane/Views/DebugRowList.h"
 
-#include <QAccessible>
 #include <QClipboard>
 #include <QEvent>
 #include <QGuiApplication>
@@ -61,7 +61,7 @@ QWidget *DebugWindowView::header()
 {
     auto *header = new QWidget;
     auto *texts = column(space::hair,
-                         {new Text(u"Debug Window"_s, TextStyle::title, QFont::Bold),
+                         {heading(new Text(u"Debug Window"_s, TextStyle::title, QFont::Bold)),
                           new Text(u"What Quillet sees at this moment."_s, TextStyle::body, Ink::secondary)});
     auto *line =
         row(space::medium,
@@ -88,13 +88,15 @@ QWidget *DebugWindowView::card(Part &part, const debugReport::Section &section, 
     connect(part.list, &DebugRowList::rowFocused, this,
             [this](QWidget *row) { m_page->ensureWidgetVisible(row, 0, space::large); });
     // The rows light up a little beyond their texts, which stand in line with the heading.
-    auto *heading = padded({control::rowInset, 0, control::rowInset, 0},
-                           label(new SymbolView(symbolName, TextStyle::headline, Ink::accent),
-                                 new Text(section.title, TextStyle::headline)));
+    auto *title = padded({control::rowInset, 0, control::rowInset, 0},
+                         label(new SymbolView(symbolName, TextStyle::headline, Ink::accent),
+                               heading(new Text(section.title, TextStyle::headline))));
     constexpr int sides = card::padding - control::rowInset;
     auto *inside = padded({sides, card::padding, sides, card::padding},
-                          column(space::small, {heading, part.nothing, part.list}));
-    return new Surface(card::cornerRadius, cardColor, inside);
+                          column(space::small, {title, part.nothing, part.list}));
+    auto *surface = new Surface(card::cornerRadius, cardColor, inside);
+    surface->setAccessibleName(section.title);
+    return surface;
 }
 
 void DebugWindowView::follow()
@@ -171,8 +173,7 @@ void DebugWindowView::openLog()
 void DebugWindowView::tell(const QString &text)
 {
     m_told->setText(text);
-    QAccessibleEvent alert(m_told, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
+    announce(*m_told, text);
 }
 
 void DebugWindowView::showEvent(QShowEvent *event)

@@ -3,6 +3,7 @@
 
 #include "Corvane/Views/FirstRunSetupView.h"
 
+#include "Corvane/Look/Accessible.h"
 #include "Corvane/Look/Controls.h"
 #include "Corvane/Look/PageSlide.h"
 #include "Corvane/Look/Scrolling.h"
@@ -47,7 +48,7 @@ FirstRunSetupView::FirstRunSetupView(AppSettings &settings, std::function<void()
     , m_settings(settings)
     , m_dismiss(std::move(dismiss))
     , m_symbol(new SymbolView(setupSteps().front().symbolName, setup::symbolSize, Ink::accent))
-    , m_title(new Text({}, TextStyle::largeTitle, QFont::Bold))
+    , m_title(heading(new Text({}, TextStyle::largeTitle, QFont::Bold)))
     , m_detail(new Text({}, TextStyle::title3))
     , m_indicator(new PageIndicator(lastStep() + 1))
     , m_back(pushButton(u"Back"_s))
@@ -116,11 +117,11 @@ void FirstRunSetupView::showStep()
     m_page->verticalScrollBar()->setValue(0);
     m_back->setEnabled(m_step > 0);
     m_forward->setText(m_step < lastStep() ? u"Continue"_s : u"Finish"_s);
-    // The keyboard stays on the button, so that it can be pressed again; a screen reader reads a change of
-    // what describes the button it stands on, which so is the page.
+    // The keyboard stays on the button, so that it can be pressed again; a screen reader says what describes
+    // the button it stands on, which so is the page.
     const QString page = step.title + u". "_s + step.detail;
-    m_back->setAccessibleDescription(page);
-    m_forward->setAccessibleDescription(page);
+    describe(*m_back, page);
+    describe(*m_forward, page);
 }
 
 void FirstRunSetupView::reserveRoom()

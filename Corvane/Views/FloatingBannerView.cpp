@@ -3,6 +3,7 @@
 
 #include "Corvane/Views/FloatingBannerView.h"
 
+#include "Corvane/Look/Accessible.h"
 #include "Corvane/Look/LineLabel.h"
 #include "Corvane/Look/Look.h"
 #include "Corvane/Look/Stacks.h"
@@ -65,6 +66,7 @@ public:
         setAttribute(Qt::WA_Hover);
         const QString purpose = u"Close reminder"_s;
         setAccessibleName(purpose);
+        look::setAccessibleRole(*this, QAccessible::Button);
         setToolTip(purpose);
     }
 
@@ -96,6 +98,8 @@ FloatingBannerView::FloatingBannerView(const TeachingAction &action, std::functi
 {
     using namespace look;
     setFixedSize(banner::width, banner::height);
+    setAnnounced(*this);
+    setAccessibleName(u"Reminder"_s);
     setAttribute(Qt::WA_TranslucentBackground); // what lies behind the round corners shows
 
     auto *close = new CloseButton;
@@ -149,6 +153,8 @@ QCoro::Task<void> FloatingBannerView::followClock(QPointer<FloatingBannerView> v
 void FloatingBannerView::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
+    look::announceShown(*this,
+                        m_title->text() + u". "_s + m_student->text() + u". "_s + m_information->text());
     // The task ends by itself at its first tick after the view is hidden or gone.
     spawn(followClock(this, ++m_showing));
 }

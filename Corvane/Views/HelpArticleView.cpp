@@ -3,6 +3,7 @@
 
 #include "Corvane/Views/HelpArticleView.h"
 
+#include "Corvane/Look/Accessible.h"
 #include "Corvane/Look/Look.h"
 #include "Corvane/Look/Stacks.h"
 #include "Corvane/Look/SymbolView.h"
@@ -42,9 +43,9 @@ std::vector<Text::Link> contactLinks()
 
 QLayout *sectionStack(const HelpSection &section, const UserManualPDF::Opener &openLink)
 {
-    auto *stack =
-        column(help::sectionSpacing,
-               {selectable(new Text(section.title, TextStyle::title3, QFont::DemiBold, Ink::primary))});
+    auto *stack = column(
+        help::sectionSpacing,
+        {heading(selectable(new Text(section.title, TextStyle::title3, QFont::DemiBold, Ink::primary)))});
     for (const QString &point : section.points) {
         auto *text = new Text(point, TextStyle::body);
         text->setLinks(contactLinks(), openLink);
@@ -56,12 +57,12 @@ QLayout *sectionStack(const HelpSection &section, const UserManualPDF::Opener &o
 
 QWidget *article(HelpTopic topic, const UserManualPDF::Opener &openLink)
 {
-    auto *stack =
-        column(help::articleSpacing,
-               {label(new SymbolView(symbolName(topic), TextStyle::largeTitle, Ink::accent),
-                      selectable(new Text(title(topic), TextStyle::largeTitle, QFont::Bold, Ink::accent)),
-                      space::medium),
-                selectable(new Text(summary(topic), TextStyle::title3))});
+    auto *stack = column(
+        help::articleSpacing,
+        {label(new SymbolView(symbolName(topic), TextStyle::largeTitle, Ink::accent),
+               heading(selectable(new Text(title(topic), TextStyle::largeTitle, QFont::Bold, Ink::accent))),
+               space::medium),
+         selectable(new Text(summary(topic), TextStyle::title3))});
     for (const HelpSection &section : sections(topic)) {
         stack->addLayout(sectionStack(section, openLink));
     }

@@ -3,6 +3,7 @@
 
 #include "Corvane/Views/HelpCenterView.h"
 
+#include "Corvane/Look/Accessible.h"
 #include "Corvane/Look/Controls.h"
 #include "Corvane/Look/Look.h"
 #include "Corvane/Look/ScrollView.h"
@@ -176,10 +177,14 @@ HelpCenterView::HelpCenterView(const UserManualPDF &manual, UserManualPDF::Opene
     , m_columns(new QSplitter)
     , m_detail(new QStackedLayout)
 {
+    // Without one a screen reader would say the prompt once more.
+    m_search->setAccessibleDescription(u"Down goes to the topics found"_s);
     m_columns->setChildrenCollapsible(false);
     m_columns->setHandleWidth(1);
     m_columns->addWidget(sidebar());
     m_columns->addWidget(detail(manual));
+    // The toolkit puts what comes later first, in which order a screen reader goes.
+    m_columns->widget(0)->lower();
     setLayout(row(0, {}));
     layout()->addWidget(m_columns);
     connect(m_columns, &QSplitter::splitterMoved, this, [this] { m_isDividedByUser = true; });
@@ -224,7 +229,8 @@ QWidget *HelpCenterView::sidebar()
     auto *content = new QWidget;
     content->setLayout(
         padded({padding, padding, padding, padding},
-               column(space::medium, {new Text(u"Quillet Help"_s, TextStyle::headline), m_search, m_list})));
+               column(space::medium,
+                      {heading(new Text(u"Quillet Help"_s, TextStyle::headline)), m_search, m_list})));
     return content;
 }
 

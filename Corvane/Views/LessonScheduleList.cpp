@@ -3,33 +3,23 @@
 
 #include "Corvane/Views/LessonScheduleList.h"
 
+#include "Corvane/Look/Accessible.h"
 #include "Corvane/Look/Look.h"
 #include "Corvane/Views/LessonScheduleRow.h"
 
-#include <QAccessibleWidget>
 #include <QEvent>
 
 #include <algorithm>
 #include <iterator>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace corvane {
 
 using namespace look;
 
 namespace {
-
-/// Tells assistive tools that this is a list, and its rows are its entries.
-QAccessibleInterface *listAndRows(const QString &, QObject *object)
-{
-    if (auto *list = qobject_cast<LessonScheduleList *>(object)) {
-        return new QAccessibleWidget(list, QAccessible::List);
-    }
-    if (auto *row = qobject_cast<LessonScheduleRow *>(object)) {
-        return new QAccessibleWidget(row, QAccessible::ListItem);
-    }
-    return nullptr;
-}
 
 bool hasSameRow(const Lesson &one, const Lesson &other)
 {
@@ -41,11 +31,8 @@ bool hasSameRow(const Lesson &one, const Lesson &other)
 
 LessonScheduleList::LessonScheduleList(QWidget *parent) : QWidget(parent)
 {
-    static const bool isInstalled = [] {
-        QAccessible::installFactory(listAndRows);
-        return true;
-    }();
-    Q_UNUSED(isInstalled)
+    setAccessibleRole(*this, QAccessible::List);
+    setAccessibleName(u"Lessons"_s);
 }
 
 void LessonScheduleList::setLessons(const std::vector<Lesson> &lessons, Date now,

@@ -3,6 +3,7 @@
 
 #include "Corvane/Views/LessonScheduleRow.h"
 
+#include "Corvane/Look/Accessible.h"
 #include "Corvane/Look/Look.h"
 #include "Corvane/Utilities/DateText.h"
 #include "Corvane/Utilities/OneLine.h"
@@ -85,6 +86,7 @@ struct LessonScheduleRow::Lines {
 
 LessonScheduleRow::LessonScheduleRow(QWidget *parent) : QWidget(parent)
 {
+    setAccessibleRole(*this, QAccessible::ListItem);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 

@@ -3,6 +3,7 @@
 
 #include "Corvane/Views/ScheduleStatusView.h"
 
+#include "Corvane/Look/Accessible.h"
 #include "Corvane/Look/Look.h"
 #include "Corvane/Look/ScrollView.h"
 #include "Corvane/Look/SegmentedControl.h"
@@ -28,7 +29,7 @@ using namespace look;
 ScheduleStatusView::ScheduleStatusView(MenuBarViewModel &viewModel, QWidget *parent)
     : QWidget(parent)
     , m_viewModel(viewModel)
-    , m_title(new Text(scheduleStatus::title(), TextStyle::headline, QFont::DemiBold))
+    , m_title(heading(new Text(scheduleStatus::title(), TextStyle::headline, QFont::DemiBold)))
     , m_picker(new SegmentedControl(u"Schedule view"_s, {u"Compact"_s, u"All today"_s}))
     , m_header(row(space::small, {m_title, Spacer{}, m_picker}))
     , m_nothing(new Text(u"No lessons in Apple Calendar today"_s, TextStyle::subheadline, Ink::secondary))

@@ -9,6 +9,7 @@ It reads requests from its standard input, a JSON list on each line, and answers
 
     ["shows", NAME]      whether something of that name shows; with a title as below, in that window
     ["texts"]            the same, once something shows
+    ["roles", TITLE]     the window of that title and what shows in it, each as [ROLE, NAME]
     ["press", NAME]      presses the button of that name, or turns the switch; with the title of a window after the
                          name, the one in that window
     ["focus", NAME]      gives the keyboard to what has that name
@@ -102,6 +103,10 @@ def names(nodes):
     return [node.name for node in nodes if node.name]
 
 
+def roles(window):
+    return [[node.getRoleName(), node.name] for node in (window, *showing(window)) if node.name]
+
+
 def answer(pid, command, name=None, title=None):
     if command == "shows":
         program = application(pid)
@@ -110,7 +115,10 @@ def answer(pid, command, name=None, title=None):
     deadline = time.monotonic() + 10
     while time.monotonic() < deadline:
         program = application(pid)
-        if program is not None:
+        if program is not None and command == "roles":
+            if found := window(program, name):
+                return roles(found)
+        elif program is not None:
             nodes = showing(program if title is None else window(program, title))
             done = names(nodes) or None if command == "texts" else act(nodes, command, name)
             if done is not None:

@@ -135,6 +135,10 @@ class Program:
         """Every text that a screen reader finds in the program's showing windows, once there is one."""
         return self.accessible("texts")
 
+    def accessible_roles(self, title):
+        """What a screen reader finds in the window of that title, itself first: each role with its name."""
+        return [tuple(found) for found in self.accessible("roles", title)]
+
     def shows(self, text, *window):
         """Whether a screen reader finds that text right now; in the window of that title, if told."""
         return self.accessible("shows", text, *window)["shows"]

@@ -23,6 +23,7 @@ BannerCard::BannerCard(const Setting &setting, Qt::WindowFlags flags)
     , m_drawn{.frame = setting.frame, .alpha = 1}
 {
     setAttribute(Qt::WA_ShowWithoutActivating);
+    setAccessibleName(QStringLiteral("Quillet reminder"));
     if (m_isComposited) {
         setAttribute(Qt::WA_TranslucentBackground);
     } else {
