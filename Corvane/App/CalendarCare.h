@@ -7,8 +7,12 @@
 #include "Corvane/Services/CalendarGapNotice.h"
 #include "Corvane/Services/CalendarRefresher.h"
 #include "Corvane/Services/MenuBarViewModel.h"
-#include "Corvane/Services/StatusItem.h"
 #include "Corvane/Services/SystemWatcher.h"
+
+#include <QObject>
+#include <QString>
+
+#include <functional>
 
 namespace corvane {
 
@@ -16,9 +20,10 @@ namespace corvane {
 /// bell and a notification tell of those whose lessons are missing.
 class CalendarCare {
 public:
-    /// What is passed is borrowed.
+    /// What is passed is borrowed. While `bell` lives, `tellGaps` gets the bell's words for what the
+    /// calendars lack, or an empty text, whenever a calendar has changed.
     CalendarCare(const LiveServices &services, const SystemWatcher &systemWatcher,
-                 MenuBarViewModel &viewModel, StatusItem &bell);
+                 MenuBarViewModel &viewModel, QObject &bell, std::function<void(const QString &)> tellGaps);
 
     /// Asks online calendars for news.
     void refresh() { m_refresher.refresh(); }

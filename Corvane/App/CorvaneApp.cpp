@@ -8,6 +8,7 @@
 #include "Corvane/Platform/Linux/EvolutionData/LinuxEventStore.h"
 #include "Corvane/Platform/Linux/Freedesktop/PortalAppearance.h"
 #include "Corvane/Platform/Linux/Freedesktop/StatusBell.h"
+#include "Corvane/Services/BellNotice.h"
 #include "Corvane/Services/MenuCommands.h"
 #include "Corvane/Services/ScheduleStatus.h"
 #include "Corvane/Utilities/DayCalendar.h"
@@ -50,7 +51,10 @@ CorvaneApp::CorvaneApp(StartedBy startedBy, std::function<void()> restart)
     watchSessionLock();
     m_machineCare = std::make_unique<MachineCare>(m_services, *m_viewModel, m_startZone, std::move(restart));
     m_calendarCare = std::make_unique<CalendarCare>(m_services, m_machineCare->systemWatcher(), *m_viewModel,
-                                                    *m_statusItem);
+                                                    *m_statusItem, [this](const QString &gaps) {
+                                                        m_gaps = gaps;
+                                                        tellBell();
+                                                    });
     m_firstLessonLook = std::make_unique<FirstLessonLook>(
         FirstLessonLook::Sources{.viewModel = *m_viewModel,
                                  .calendars = m_services.eventStore->monitor(),
@@ -102,10 +106,15 @@ void CorvaneApp::showStatusItem()
                          m_scenes->menuBarPanel().toggle(position);
                      });
     offerMenu();
-    const auto publishTitle = [this] { m_statusItem->setTitle(m_viewModel->menuTitle()); };
     QObject::connect(m_viewModel.get(), &MenuBarViewModel::currentActionChanged, m_statusItem.get(),
-                     publishTitle);
-    publishTitle();
+                     [this] { tellBell(); });
+    tellBell();
+}
+
+void CorvaneApp::tellBell()
+{
+    m_statusItem->setTitle(m_viewModel->menuTitle());
+    m_statusItem->setNotice(bellNotice(m_viewModel->currentAction(), m_gaps, QLocale()));
 }
 
 void CorvaneApp::offerMenu()

@@ -43,6 +43,7 @@ public:
 
 private:
     void showStatusItem();
+    void tellBell();
     void watchForHost();
     void offerMenu();
     void watchSessionLock();
@@ -62,6 +63,7 @@ private:
     ToolkitWindowSystem m_windowSystem;
     std::unique_ptr<AppScenes> m_scenes;
     std::unique_ptr<DesktopStatusItem> m_statusItem;
+    QString m_gaps; ///< what the calendars lack, in the bell's words
     /// Clicks and second starts come over the bus. A click that opens and the next, which closes, are two
     /// also where a program clicks.
     RequestGate m_clicks{Seconds{0.02}};
