@@ -65,7 +65,7 @@ class Desktop(contextlib.AbstractContextManager):
         """Prints what helps to understand a failure."""
         for path in [*self.room.glob("state/Logs/Quillet/*.log"), self.room / "logs/quillet",
                      self.room / "logs/accessible"]:
-            if path.exists():
+            if path.is_file():
                 print(f"--- {path.name}", flush=True)
                 print("\n".join(line[:300] for line in path.read_text(errors="replace").splitlines()[-60:]), flush=True)
 
