@@ -13,6 +13,7 @@
 
 #include <QAbstractButton>
 #include <QPainter>
+#include <QStringList>
 
 #include <utility>
 
@@ -99,7 +100,6 @@ FloatingBannerView::FloatingBannerView(const TeachingAction &action, std::functi
     using namespace look;
     setFixedSize(banner::width, banner::height);
     setAnnounced(*this);
-    setAccessibleName(u"Reminder"_s);
     setAttribute(Qt::WA_TranslucentBackground); // what lies behind the round corners shows
 
     auto *close = new CloseButton;
@@ -125,6 +125,8 @@ void FloatingBannerView::updateTexts()
     m_title->setLine(bannerContent::title(m_action, now));
     m_student->setLine(bannerContent::studentLine(m_action));
     m_information->setLine(bannerContent::informationLine(m_action, now));
+    // What a screen reader says of a notification that comes up.
+    setAccessibleName(QStringList{m_title->text(), m_student->text(), m_information->text()}.join(u". "_s));
 }
 
 void FloatingBannerView::paintEvent(QPaintEvent *)
@@ -153,8 +155,7 @@ QCoro::Task<void> FloatingBannerView::followClock(QPointer<FloatingBannerView> v
 void FloatingBannerView::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
-    look::announceShown(*this,
-                        m_title->text() + u". "_s + m_student->text() + u". "_s + m_information->text());
+    look::announceShown(*this, accessibleName());
     // The task ends by itself at its first tick after the view is hidden or gone.
     spawn(followClock(this, ++m_showing));
 }
