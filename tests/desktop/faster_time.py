@@ -10,7 +10,7 @@ import subprocess
 import time
 import zoneinfo
 
-HERE = pathlib.Path(__file__).resolve().parent
+SOURCE = pathlib.Path(__file__).resolve().parents[2]
 LIBRARY = "/usr/$LIB/faketime/libfaketimeMT.so.1"
 SETTLE = 1.5  # seconds of the machine until a jump has reached every program: the library looks once a second
 
@@ -31,8 +31,7 @@ class FasterClock:
         _multiprocessing.SemLock(1, 1, 1, f"/quillet-clock-{os.getpid()}", False)
         self.memory.write_bytes(struct.pack("<QQqq", 0, 0, 0, -1).ljust(4096, b"\0"))
         name = self.memory.name
-        timers = folder / "far-timers.so"
-        subprocess.run(["c++", "-std=c++20", "-shared", "-fPIC", HERE / "FarTimers.cpp", "-o", timers], check=True)
+        timers = SOURCE / "build/dev/tests/desktop/far-timers.so"
         self.variables = {"LD_PRELOAD": f"{timers}:{LIBRARY}", "NO_FAKE_STAT": "1", "FAKETIME_CACHE_DURATION": "1",
                           "FAKETIME_DONT_RESET": "1", "FAKETIME_TIMESTAMP_FILE": str(self.file),
                           "FAKETIME_SHARED": f"/{name} /{name}"}
