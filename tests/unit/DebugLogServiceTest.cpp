@@ -33,13 +33,17 @@ public:
     {
         const int file =
             ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-        ::dup2(file, STDERR_FILENO);
-        ::close(file);
+        if (file >= 0) {
+            ::dup2(file, STDERR_FILENO);
+            ::close(file);
+        }
     }
     ~StandardErrorIn()
     {
-        ::dup2(m_before, STDERR_FILENO);
-        ::close(m_before);
+        if (m_before >= 0) {
+            ::dup2(m_before, STDERR_FILENO);
+            ::close(m_before);
+        }
     }
     Q_DISABLE_COPY_MOVE(StandardErrorIn)
 
