@@ -209,14 +209,9 @@ QCoro::Task<SourceCalendar::Reading> ServiceCalendar::readOnce(CalendarQuestion 
     }
     const Client client = m_client;
     const DateInterval span = rememberedSpan(question);
-    if (!client->changes(span)) {
-        const Pending<bool> watched;
-        spawn([](Client client, DateInterval span, Pending<bool> watched) -> QCoro::Task<void> {
-            co_await ServiceClient::watch(client, span);
-            watched.resolve(true);
-        }(client, span, watched));
+    if (const auto watched = ServiceClient::beginWatch(client, span)) {
         [[maybe_unused]] const bool isWatched =
-            co_await watched.until(QDeadlineTimer(watchTime, Qt::PreciseTimer));
+            co_await watched->until(QDeadlineTimer(watchTime, Qt::PreciseTimer));
     }
     // What changes from here on is seen by the next reading.
     const QByteArray versionNow = version(client, question);

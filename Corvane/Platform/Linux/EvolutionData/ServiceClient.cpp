@@ -5,13 +5,13 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/ServiceRegistry.h"
 #include "Corvane/Platform/Linux/Waiting/GioCall.h"
+#include "Corvane/Utilities/Spawn.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QTimeZone>
 
 #include <cmath>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -24,10 +24,10 @@ constexpr qint64 furthestFromUtc = 15 * qint64{3600};
 /// Series are fetched one by one, this many at a time.
 constexpr std::size_t fetchesAtATime = 8;
 
-constexpr auto areSeries = "(has-recurrences?)";
+/// Series, and events whose start the service cannot read: no interval finds them.
+constexpr auto haveNoInterval = "(or (has-recurrences?) (not (has-start?)))";
 
 /// Those that overlap the interval, and those next to it, since the service takes floating times for UTC.
-/// Those whose start the service cannot read, too.
 QByteArray overlaps(DateInterval interval)
 {
     const auto text = [](Date date, qint64 later) {
@@ -36,9 +36,8 @@ QByteArray overlaps(DateInterval interval)
             .toString(u"yyyyMMdd'T'hhmmss'Z'"_s)
             .toLatin1();
     };
-    return "(or (not (has-start?)) (occur-in-time-range? (make-time \"" +
-           text(interval.start, -furthestFromUtc) + "\") (make-time \"" +
-           text(interval.end, furthestFromUtc) + "\")))";
+    return "(occur-in-time-range? (make-time \"" + text(interval.start, -furthestFromUtc) +
+           "\") (make-time \"" + text(interval.end, furthestFromUtc) + "\"))";
 }
 
 using Flag = std::shared_ptr<std::atomic<bool>>;
@@ -65,7 +64,7 @@ struct ServiceClient::Watch {
     {
         const auto &[client, watch] =
             *static_cast<std::pair<GObjectRef<ECalClient>, std::shared_ptr<Watch>> *>(data);
-        const QByteArray query = QByteArray("(or ") + areSeries + ' ' + overlaps(watch->span) + ')';
+        const QByteArray query = QByteArray("(or ") + haveNoInterval + ' ' + overlaps(watch->span) + ')';
         GError *error = nullptr;
         ECalClientView *view = nullptr;
         if (e_cal_client_get_view_sync(client.get(), query.constData(), &view, cancellable, &error) ==
@@ -130,13 +129,15 @@ QCoro::Task<ServiceClient::Listing> ServiceClient::singles(std::shared_ptr<Servi
                                                            DateInterval interval)
 {
     // Series are kept out by the first condition, before the service would walk through them: a rule without
-    // end keeps it busy for hours, and with it the whole calendar.
-    return list(std::move(self), QByteArray("(and (not ") + areSeries + ") " + overlaps(interval) + ')');
+    // end keeps it busy for hours, and with it the whole calendar. The last one stands behind the interval:
+    // only so does the service look for the interval in its index, instead of at each event.
+    return list(std::move(self),
+                QByteArray("(and (not (has-recurrences?)) ") + overlaps(interval) + " (has-start?))");
 }
 
 QCoro::Task<ServiceClient::Listing> ServiceClient::series(std::shared_ptr<ServiceClient> self)
 {
-    return list(std::move(self), areSeries);
+    return list(std::move(self), haveNoInterval);
 }
 
 QCoro::Task<ServiceClient::Listing> ServiceClient::list(std::shared_ptr<ServiceClient> self, QByteArray query)
@@ -229,7 +230,21 @@ std::function<ICalTimezone *(const char *tzid)> ServiceClient::customZone() cons
 
 // The watch.
 
-QCoro::Task<void> ServiceClient::watch(std::shared_ptr<ServiceClient> self, DateInterval span)
+std::optional<Pending<bool>> ServiceClient::beginWatch(const std::shared_ptr<ServiceClient> &self,
+                                                       DateInterval span)
+{
+    const bool isBeingMade = self->m_making && self->m_making->first == span;
+    if (isBeingMade || self->changes(span)) {
+        return std::nullopt;
+    }
+    Pending<bool> made;
+    self->m_making.emplace(span, made);
+    spawn(makeWatch(self, span, made));
+    return made;
+}
+
+QCoro::Task<void> ServiceClient::makeWatch(std::shared_ptr<ServiceClient> self, DateInterval span,
+                                           Pending<bool> made)
 {
     const auto watch = std::make_shared<Watch>();
     watch->span = span;
@@ -245,10 +260,14 @@ QCoro::Task<void> ServiceClient::watch(std::shared_ptr<ServiceClient> self, Date
     co_await making.untilResolved();
     auto view = GObjectRef<ECalClientView>::adopt(
         static_cast<ECalClientView *>(g_task_propagate_pointer(G_TASK(making.value().get()), nullptr)));
+    if (self->m_making && self->m_making->first == span) {
+        self->m_making.reset();
+    }
     if (view) {
         self->m_view = std::move(view);
         self->m_watch = watch;
     }
+    made.resolve(true);
 }
 
 std::optional<quint64> ServiceClient::changes(DateInterval span) const

@@ -8,6 +8,7 @@
 #include <libecal/libecal.h>
 
 #include "Corvane/Platform/Linux/EvolutionData/RefreshableClient.h"
+#include "Corvane/Platform/Linux/Waiting/Pending.h"
 #include "Corvane/Utilities/DayCalendar.h"
 
 #include <qcoro/qcorotask.h>
@@ -21,6 +22,7 @@
 #include <memory>
 #include <optional>
 #include <set>
+#include <utility>
 #include <vector>
 
 namespace corvane {
@@ -52,7 +54,7 @@ public:
 
     /// The single events that overlap `interval`, and some next to it.
     static QCoro::Task<Listing> singles(std::shared_ptr<ServiceClient> self, DateInterval interval);
-    /// All series.
+    /// All series, and events whose start the service cannot read.
     static QCoro::Task<Listing> series(std::shared_ptr<ServiceClient> self);
     /// All components of these identifiers. One that has gone since is no failure.
     static QCoro::Task<Components> components(std::shared_ptr<ServiceClient> self, std::set<QByteArray> uids);
@@ -63,8 +65,10 @@ public:
     /// Finds the zones of the cache, on any thread, as long as it lives.
     [[nodiscard]] std::function<ICalTimezone *(const char *tzid)> customZone() const;
 
-    /// Watches the series and the single events of `span`. It goes on without a watch where none can be had.
-    static QCoro::Task<void> watch(std::shared_ptr<ServiceClient> self, DateInterval span);
+    /// Begins to watch the series and the single events of `span`; resolved when that is done, also where no
+    /// watch can be had. Nothing where they are watched, or about to be.
+    [[nodiscard]] static std::optional<Pending<bool>> beginWatch(const std::shared_ptr<ServiceClient> &self,
+                                                                 DateInterval span);
     /// How often what is watched has changed; nothing where `span` is not watched.
     [[nodiscard]] std::optional<quint64> changes(DateInterval span) const;
 
@@ -73,6 +77,8 @@ public:
 
 private:
     struct Watch;
+    static QCoro::Task<void> makeWatch(std::shared_ptr<ServiceClient> self, DateInterval span,
+                                       Pending<bool> made);
     static QCoro::Task<Listing> list(std::shared_ptr<ServiceClient> self, QByteArray query);
 
     GObjectRef<ECalClient> m_client;
@@ -81,6 +87,8 @@ private:
     std::function<void()> m_onChange;
     GObjectRef<ECalClientView> m_view;
     std::shared_ptr<Watch> m_watch;
+    /// Begun and not yet done.
+    std::optional<std::pair<DateInterval, Pending<bool>>> m_making;
 };
 
 } // namespace corvane
