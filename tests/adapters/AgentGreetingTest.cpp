@@ -150,7 +150,7 @@ private Q_SLOTS:
         QElapsedTimer timer;
         timer.start();
         m_greeting.reset();
-        QVERIFY(timer.elapsed() < 2000);
+        QVERIFY(timer.elapsed() < 10'000);
         ::kill(bus, SIGCONT);
     }
 
