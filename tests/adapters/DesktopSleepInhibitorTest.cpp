@@ -198,7 +198,8 @@ private Q_SLOTS:
     void whatIsHeldAndGivenBackIsLogged()
     {
         m_inhibitor->keepAwake();
-        QTRY_COMPARE(holds(), 1);
+        // The service holds it before its answer arrives.
+        QTRY_COMPARE(m_logger->latestLines().size(), 1);
         m_inhibitor->letSleep();
         const QStringList lines = m_logger->latestLines();
         QCOMPARE(lines.size(), 2);

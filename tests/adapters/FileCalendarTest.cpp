@@ -92,10 +92,16 @@ private Q_SLOTS:
 
     void whatWasNotReadToTheEndIsReadAgain()
     {
-        // A tenth of a second of work, so that it is under way still when it is stopped.
+        // A tenth of a second of work, so that it is under way still when it is stopped. Under the sanitizers
+        // steps take far longer, and an expansion must not reach its time limit.
+#ifdef __SANITIZE_ADDRESS__
+        const QByteArray start = "20250501T120";
+#else
+        const QByteArray start = "20250101T120";
+#endif
         const auto calendar =
-            makeCalendar("BEGIN:VEVENT\nUID:dense\nDTSTART:20250101T120000Z\nDTEND:20250101T120100Z\n"
-                         "RRULE:FREQ=MINUTELY;INTERVAL=10\nSUMMARY:dense\nEND:VEVENT\n");
+            makeCalendar("BEGIN:VEVENT\nUID:dense\nDTSTART:" + start + "000Z\nDTEND:" + start +
+                         "100Z\nRRULE:FREQ=MINUTELY;INTERVAL=10\nSUMMARY:dense\nEND:VEVENT\n");
         CalendarAnswers first;
         auto reading = SourceCalendar::query(calendar, today, forever, forever, first);
         const QDeadlineTimer deadline(20000);
