@@ -292,7 +292,7 @@ bool HelpCenterView::eventFilter(QObject *watched, QEvent *event)
 void HelpCenterView::goToFirstHit()
 {
     if (m_list->count() > 0) {
-        // It is not opened by that: whoever looks for another one goes on.
+        // Selected only: Return opens it, Down goes on.
         m_list->setCurrentRow(0, QItemSelectionModel::NoUpdate);
         m_list->setFocus(Qt::TabFocusReason);
     }
