@@ -5,11 +5,11 @@
 
 namespace corvane {
 
-/// What makes the program one that lives in the status item host alone. (Nothing of it stands in a task bar
-/// because none of its windows is of the kind that does.)
+/// Makes the program live in the status item host only. (It stays out of the task bar because its windows are
+/// of types that task bars skip.)
 class AppDelegate {
 public:
-    /// Called once, after the application object is made and before any window is.
+    /// Called once, after the application object and before any window is created.
     void applicationDidFinishLaunching() const;
 
     /// Closing the last window never ends the program; only the command to quit does.

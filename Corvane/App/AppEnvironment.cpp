@@ -27,8 +27,8 @@ namespace corvane {
 
 namespace {
 
-/// Decides, once, who shows the banners: the compositor itself where it places surfaces above full-screen
-/// windows, else the X server, which a Wayland session has for X11 programs.
+/// Decides once how banners are shown: by the compositor if it places surfaces above full-screen windows,
+/// else through the X server, which a Wayland session provides for X11 programs.
 void chooseBanners(LiveServices &services)
 {
     const auto makeContent = [](const TeachingAction &action,
@@ -64,8 +64,8 @@ void chooseBanners(LiveServices &services)
 
 AppEnvironment AppEnvironment::live(LiveServices &services)
 {
-    // What a garbled settings file held is put aside before the first write replaces it; the log, which tells
-    // of it, is built after the settings.
+    // The contents of an unreadable settings file are set aside before the first write replaces them. The log
+    // is built after the settings, so the report comes later.
     SettingsFile settingsFile;
     services.standardUserDefaults = settingsFile.open();
     services.loginItem = std::make_unique<AutostartLoginItem>(AutostartLoginItem::forThisProgram());

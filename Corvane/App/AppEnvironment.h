@@ -16,8 +16,7 @@ namespace corvane {
 
 struct LiveServices;
 
-/// The long-lived services, all borrowed; a record that may be copied. Who builds them keeps them until the
-/// event loop has ended.
+/// The long-lived services, all borrowed; copyable. Their owner keeps them until the event loop has ended.
 struct AppEnvironment {
     LessonScheduleProviding &scheduleStore;
     LessonWorkflowEngine workflowEngine;
@@ -28,8 +27,8 @@ struct AppEnvironment {
     DebugLogService &debugLogger;
     AppSettings &settings;
 
-    /// Builds the running program's services into `services`, which owns them. Asks for no permission and
-    /// reads no calendar. Main thread; called once, by the program's entry.
+    /// Builds the running program's services into `services`, which owns them. Requests no permission and
+    /// reads no calendar. Main thread; called once, by the program's entry point.
     [[nodiscard]] static AppEnvironment live(LiveServices &services);
 };
 

@@ -70,7 +70,7 @@ void AppScenes::addWindows()
         return std::make_unique<SettingsView>(
             m_viewModel.settings(),
             [this] {
-                // Who asks for the lessons of today wants those on the servers, too; they may come later.
+                // The teacher also wants the lessons that are still on the servers; those may arrive later.
                 m_refreshCalendars();
                 return m_viewModel.reloadLessons();
             },

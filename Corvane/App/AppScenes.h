@@ -18,24 +18,24 @@ namespace corvane {
 class Screens;
 class SystemSounds;
 
-/// All that the program shows besides its banners: the menu bar panel that the bell opens, and the windows
-/// that the commands open. Nothing of it exists until it is opened.
+/// Everything the program shows besides banners: the menu bar panel that the bell opens, and the windows that
+/// the commands open. Each is created only when it is opened.
 class AppScenes {
 public:
-    /// What reaches beyond the panel and the windows.
+    /// Actions that affect more than the panel and the windows.
     struct ProgramActions {
         /// Ends the program.
         std::function<void()> quit;
-        /// Asks online calendars for news.
+        /// Asks online calendars for new events.
         std::function<void()> refreshCalendars;
     };
-    /// What is passed is borrowed.
+    /// Borrows the objects passed in.
     AppScenes(MenuBarViewModel &viewModel, const DebugSources &debugSources, const Screens &screens,
               SystemSounds &sounds, WindowSystem &windowSystem, ProgramActions actions);
 
     [[nodiscard]] MenuBarPanel &menuBarPanel() { return m_menuBarPanel; }
 
-    /// The commands as the native menu offers them, to be taken afresh when they may have changed.
+    /// What the native menu's commands do.
     [[nodiscard]] const MenuActions &menuActions() const { return m_menuActions; }
 
 private:

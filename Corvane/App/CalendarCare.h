@@ -16,16 +16,16 @@
 
 namespace corvane {
 
-/// What is done for the calendars beside loading them once a minute: they are kept fresh, and the
-/// bell and a notification tell of those whose lessons are missing.
+/// Looks after the calendars beyond the load once a minute: keeps online calendars fresh, and reports, in the
+/// bell and by a notification, calendars whose lessons are missing.
 class CalendarCare {
 public:
-    /// What is passed is borrowed. While `bell` lives, `tellGaps` gets the bell's words for what the
-    /// calendars lack, or an empty text, whenever a calendar has changed.
+    /// Borrows the objects passed in. While `bell` lives, each change of a calendar calls `tellGaps` with the
+    /// bell's text about missing lessons, empty if none are missing.
     CalendarCare(const LiveServices &services, const SystemWatcher &systemWatcher,
                  MenuBarViewModel &viewModel, QObject &bell, std::function<void(const QString &)> tellGaps);
 
-    /// Asks online calendars for news.
+    /// Asks online calendars for new events.
     void refresh() { m_refresher.refresh(); }
 
 private:

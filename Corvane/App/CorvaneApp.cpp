@@ -45,8 +45,8 @@ CorvaneApp::CorvaneApp(StartedBy startedBy, std::function<void()> restart)
     showStatusItem();
     watchForHost();
     greetAgent();
-    // Before the session's lock and the machine are watched: that speaks to another bus, which may take its
-    // time.
+    // Starts before the session lock and the machine are watched: those use the system bus, which may be
+    // slow.
     spawn(m_viewModel->start());
     watchSessionLock();
     m_machineCare = std::make_unique<MachineCare>(m_services, *m_viewModel, m_startZone, std::move(restart));
@@ -119,7 +119,7 @@ void CorvaneApp::tellBell()
 
 void CorvaneApp::offerMenu()
 {
-    // The commands again, for status item hosts that open a menu instead of telling of a click.
+    // The same commands, for status item hosts that open a menu instead of reporting a click.
     std::vector<StatusMenuEntry> entries;
     entries.push_back({.text = scheduleStatus::title(), .action = [this] {
                            m_windowSystem.userAsked({});
@@ -148,15 +148,15 @@ void CorvaneApp::watchForHost()
     m_hostTimer.setInterval(hostTimeout);
     QObject::connect(&m_hostTimer, &QTimer::timeout, &m_hostTimer, [this] {
         logger().log(u"no panel shows the bell; starting Quillet again opens its schedule"_s, currentDate());
-        // Once, so that a teacher whose desktop has no status item host learns that it runs and how to reach
-        // it.
+        // Once only, so that a teacher whose desktop has no status item host learns that the program runs and
+        // how to reach it.
         if (std::exchange(m_mayOpenByItself, false)) {
             m_scenes->menuBarPanel().openAsWindow(MenuBarPanel::OpenedBy::program);
         }
     });
     const auto follow = [this](bool isShown) {
         if (isShown) {
-            // From here on a teacher knows where the bell is; a host that restarts opens nothing.
+            // The teacher has seen the bell by now; a host that restarts opens nothing.
             m_mayOpenByItself = false;
             m_hostTimer.stop();
         } else {
@@ -171,7 +171,7 @@ void CorvaneApp::watchSessionLock()
 {
     m_sessionLock =
         std::make_unique<SessionLockWatcher>(QDBusConnection::systemBus(), QDBusConnection::sessionBus());
-    // A banner stands above everything, the lock screen included, where it would be read by anyone.
+    // Banners appear above everything, even the lock screen, where anyone could read them.
     const auto follow = [this](bool isLocked) {
         m_services.bannerPanels->setSessionLocked(isLocked);
         logger().log(isLocked ? u"session locked"_s : u"session unlocked"_s, currentDate());

@@ -27,16 +27,17 @@
 namespace corvane {
 
 /// The running program: its services, the view model, the status item, the menu bar panel and the windows.
-/// Made once, when it is known that no other one runs; monitoring starts by itself.
+/// Created once, after SingleInstance has ruled out another instance; starts monitoring at once.
 class CorvaneApp {
 public:
-    /// Who started the program: at login nothing opens that was not asked for.
+    /// Who started the program: at login nothing opens unasked.
     enum class StartedBy { user, login };
 
-    /// `restart` ends the program in order and starts it anew.
+    /// `restart` shuts the program down cleanly and starts it again.
     CorvaneApp(StartedBy startedBy, std::function<void()> restart);
 
-    /// Another start of the program, or the desktop, asks it to show itself. `token` may be empty.
+    /// Shows the program because a second start or the desktop asked for it. `token` (the activation token)
+    /// may be empty.
     void activate(const QString &token);
 
     [[nodiscard]] DebugLogService &logger() { return *m_services.debugLogger; }
@@ -50,10 +51,10 @@ private:
     void greetAgent();
     void followAppearance();
 
-    /// For so long no host shows the bell until the desktop counts as one that has none.
+    /// Without a host for the bell for this long, the desktop counts as having none.
     static constexpr std::chrono::seconds hostTimeout{60};
 
-    /// Two second starts, or two choices of one command, are further apart where a person does it.
+    /// A person never repeats a start or a command faster than this.
     static constexpr Seconds shortestPause{0.1};
 
     QByteArray m_startZone;
@@ -63,9 +64,9 @@ private:
     ToolkitWindowSystem m_windowSystem;
     std::unique_ptr<AppScenes> m_scenes;
     std::unique_ptr<DesktopStatusItem> m_statusItem;
-    QString m_gaps; ///< what the calendars lack, in the bell's words
-    /// Clicks and second starts come over the bus. A click that opens and the next, which closes, are two
-    /// also where a program clicks.
+    QString m_gaps; ///< what the calendars lack, as the bell's text
+    /// Limit the rate of requests that arrive over the bus. The pause between clicks is short, because even a
+    /// program's click that opens and its next click that closes must both count.
     RequestGate m_clicks{Seconds{0.02}};
     RequestGate m_secondStarts{shortestPause};
     QTimer m_hostTimer;
@@ -75,7 +76,8 @@ private:
     std::unique_ptr<CalendarCare> m_calendarCare;
     std::unique_ptr<FirstLessonLook> m_firstLessonLook;
     std::unique_ptr<DesktopAppearance> m_appearance;
-    std::unique_ptr<AgentGreeting> m_agentGreeting; ///< goes first: it says that this end is wanted
+    std::unique_ptr<AgentGreeting>
+        m_agentGreeting; ///< destroyed first: tells the agent that this exit is intended
 };
 
 } // namespace corvane

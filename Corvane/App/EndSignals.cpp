@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::array numbers{SIGTERM, SIGINT, SIGHUP};
 
-/// A handler may do next to nothing: it writes into this pipe, whose other end the event loop reads.
+/// A signal handler may do very little, so it writes into this pipe; the event loop reads the other end.
 std::array<int, 2> pipeEnds{-1, -1};
 
 void tellLoop(int)
@@ -34,7 +34,7 @@ void tellLoop(int)
 EndSignals::EndSignals(QObject *parent) : QObject(parent)
 {
     if (::pipe2(pipeEnds.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
-        return; // The signals then end the program as they always do.
+        return; // The signals then end the program by default.
     }
     auto *notifier = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [this, notifier] {
@@ -46,7 +46,7 @@ EndSignals::EndSignals(QObject *parent) : QObject(parent)
     action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
     for (const int number : numbers) {
         struct sigaction former = {};
-        // Who started the program may have it outlive its terminal.
+        // An ignored signal stays ignored: nohup, for example, lets the program outlive its terminal.
         if (::sigaction(number, nullptr, &former) == 0 && former.sa_handler != SIG_IGN) {
             ::sigaction(number, &action, nullptr);
         }

@@ -7,8 +7,8 @@
 
 namespace corvane {
 
-/// Ends the program in order when a session manager, a terminal or a person asks for it with a signal:
-/// SIGTERM, SIGINT or SIGHUP. A second such signal ends it at once. Made once, after the application object.
+/// Reports SIGTERM, SIGINT or SIGHUP, so that the program can shut down cleanly. A second such signal ends it
+/// at once. Created once, after the application object.
 class EndSignals final : public QObject {
     Q_OBJECT
 

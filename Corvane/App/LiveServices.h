@@ -29,10 +29,10 @@
 
 namespace corvane {
 
-/// What AppEnvironment::live() builds, in the order in which it is built; destroyed the other way round,
-/// after the event loop has ended.
+/// What AppEnvironment::live() builds, in the order of construction; destroyed in reverse order after the
+/// event loop has ended.
 struct LiveServices {
-    /// What the identifiers of the backups begin with.
+    /// The prefix of backup identifiers.
     const QString backupPrefix = QStringLiteral("quillet.backup.");
     SystemDateProvider dateProvider;
     std::unique_ptr<SettingsStore> standardUserDefaults;
@@ -44,9 +44,9 @@ struct LiveServices {
     std::unique_ptr<CombinedLessonScheduleStore> scheduleStore;
     std::unique_ptr<CanberraSounds> sounds;
     std::unique_ptr<SystemSoundPlayer> soundPlayer;
-    std::unique_ptr<ToolkitScreens> screens;    ///< as the toolkit's windows see them
-    std::unique_ptr<WaylandConnection> wayland; ///< where the compositor shows banners by itself
-    std::unique_ptr<Screens> bannerScreens;     ///< as the banners see them
+    std::unique_ptr<ToolkitScreens> screens;    ///< for the toolkit's windows
+    std::unique_ptr<WaylandConnection> wayland; ///< only where the compositor shows the banners
+    std::unique_ptr<Screens> bannerScreens;     ///< for the banners
     std::unique_ptr<CardBannerPanels> bannerPanels;
     std::unique_ptr<FloatingBannerPresenter> notificationPresenter;
     std::unique_ptr<WorkflowTransitionScheduler> scheduler;

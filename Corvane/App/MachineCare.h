@@ -18,11 +18,11 @@
 
 namespace corvane {
 
-/// What is done when something happens to the machine that the program runs on.
+/// Reacts to what happens to the machine: a clock that is set, waking, sleep, the network, the time zone.
 class MachineCare {
 public:
-    /// `startZone` is the machine's time zone of before the services were built, and `restart` starts the
-    /// program anew. What is passed is borrowed.
+    /// Borrows the objects passed in. `startZone` is the machine's time zone from before the services were
+    /// built; `restart` restarts the program.
     MachineCare(const LiveServices &services, MenuBarViewModel &viewModel, const QByteArray &startZone,
                 std::function<void()> restart);
 

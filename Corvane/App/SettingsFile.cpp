@@ -16,8 +16,8 @@ namespace corvane {
 
 namespace {
 
-/// Earlier versions left such copies of the settings when they were killed: the file's name and six random
-/// letters. A word in small letters alone is somebody's own.
+/// Removes copies of the settings that earlier versions left behind when they were killed: the file's name
+/// plus six random letters. A suffix without both cases is the user's own file.
 void removeLeftOvers(const QFileInfo &settings)
 {
     static const QRegularExpression leftOver(u"\\.(?=[a-z]*[A-Z])(?=[A-Z]*[a-z])[A-Za-z]{6}$"_s);

@@ -10,13 +10,13 @@
 
 namespace corvane {
 
-/// The user's settings file at the program's start. Main thread; used once.
+/// Opens the user's settings file at the program's start. Main thread; used once.
 class SettingsFile {
 public:
-    /// The store over the user's settings file.
+    /// Also removes copies that earlier versions left behind.
     [[nodiscard]] std::unique_ptr<SettingsStore> open();
 
-    /// Says in the log what was wrong with the file, if anything; `settings` has been written to by then.
+    /// Logs what was wrong with the file, if anything. Call it after the first write to `settings`.
     void report(const SettingsStore &settings, DebugLogService &logger) const;
 };
 

@@ -28,7 +28,7 @@ using namespace corvane;
 
 namespace {
 
-/// As the login entry has it: nothing opens that was not asked for.
+/// Passed by the login entry: nothing opens unasked.
 constexpr auto loginOption = "--login"_L1;
 
 void say(const char *text)
@@ -36,12 +36,12 @@ void say(const char *text)
     std::fputs(text, stderr);
 }
 
-/// Starts the program unless another one runs already. Both outlive the event loop.
+/// Starts the program unless another instance is running. `instance` and `program` outlive the event loop.
 QCoro::Task<void> launch(SingleInstance *instance, std::optional<CorvaneApp> *program,
                          std::function<void()> restart)
 {
     const QString token = SingleInstance::takeActivationToken();
-    // Not awaited in the switch itself: GCC 12 loses the frame there.
+    // Not awaited inside the switch: GCC 12 loses the coroutine frame there.
     const SingleInstance::Start start = co_await instance->claim(token);
     switch (start) {
     case SingleInstance::Start::first:
@@ -60,7 +60,7 @@ QCoro::Task<void> launch(SingleInstance *instance, std::optional<CorvaneApp> *pr
     }
 }
 
-/// How a run of the program ended, and with what it is started anew.
+/// How a run ended, and the path to restart it from.
 struct Run {
     int status = 0;
     bool startsAnew = false;
@@ -69,7 +69,7 @@ struct Run {
 
 constexpr auto platformVariable = "QT_QPA_PLATFORM";
 
-/// Gives the environment back what it wanted: for the programs that this one starts, and for itself anew.
+/// Restores QT_QPA_PLATFORM as the caller set it: for programs that this one starts, and for a restart.
 void restorePlatform(const std::optional<QByteArray> &asked)
 {
     if (asked) {
@@ -94,18 +94,19 @@ Run run(int argc, char *argv[])
     qputenv(platformVariable, *platform);
     QApplication application(argc, argv);
     restorePlatform(asked);
-    // The application's from here on.
+    // QApplication takes ownership.
     QApplication::setStyle(new look::Style([] { return ToolkitWindowSystem().isComposited(); }));
-    // Before an upgrade may put another file there: by its name the new program is started anew, then.
+    // Read before an upgrade can replace the file, so that a restart runs the new program under the same
+    // path.
     Run run{.programPath = QFile::encodeName(QCoreApplication::applicationFilePath())};
-    // A signal ends the program for good, also while it is about to start anew.
+    // A signal ends the program for good, even while a restart is pending.
     const EndSignals endSignals;
     QObject::connect(&endSignals, &EndSignals::received, &application, [&run] {
         run.startsAnew = false;
         QCoreApplication::quit();
     });
     SingleInstance instance(QDBusConnection::sessionBus(), SingleInstance::userLockDirectories());
-    // Destroyed before the instance: the name is given up when nothing of the program acts any more.
+    // Destroyed before the instance, so that the bus name is released only after the program has stopped.
     std::optional<CorvaneApp> program;
     QObject::connect(&instance, &SingleInstance::quitRequested, &application, &QCoreApplication::quit);
     QObject::connect(&instance, &SingleInstance::activationRequested, &application,
@@ -119,7 +120,7 @@ Run run(int argc, char *argv[])
             program->logger().log(u"session bus lost"_s, currentDate());
         }
     });
-    // On the loop's first turn: exit() has no effect before the loop runs.
+    // Deferred to the event loop: exit() has no effect before the loop runs.
     QTimer::singleShot(0, &application, [&] {
         spawn(launch(&instance, &program, [&run] {
             run.startsAnew = true;
@@ -134,8 +135,8 @@ Run run(int argc, char *argv[])
     return run;
 }
 
-/// Replaces this process by a new run with the same process id, so that its parent sees no end. Returns only
-/// on failure.
+/// Replaces this process with a new run under the same process id, so that its parent sees no exit. Returns
+/// only on failure.
 int startAnew(const QByteArray &programPath, QByteArrayList arguments)
 {
     const QByteArray login(loginOption.data(), loginOption.size());
@@ -156,11 +157,11 @@ int startAnew(const QByteArray &programPath, QByteArrayList arguments)
 
 int main(int argc, char *argv[])
 {
-    // The few worker threads sleep nearly always; a heap of its own for each would keep memory for nothing.
+    // The few worker threads are nearly always idle; an arena for each would waste memory.
     mallopt(M_ARENA_MAX, 2);
     QCoreApplication::setApplicationName(u"Quillet"_s);
     QApplication::setDesktopFileName(u"com.ordwinsoftware.Quillet"_s);
-    // The toolkit takes its own ones out.
+    // Copied before QApplication removes its own options from argv.
     const QByteArrayList arguments(argv, argv + argc);
     const Run ended = run(argc, argv);
     return ended.startsAnew ? startAnew(ended.programPath, arguments) : ended.status;
