@@ -7,7 +7,7 @@
 
 namespace corvane {
 
-/// Why the calendar cannot be read although it was asked.
+/// Why the calendar could not be read.
 enum class CalendarAccessError { denied };
 
 /// The sentence shown to the user.

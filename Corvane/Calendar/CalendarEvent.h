@@ -12,7 +12,7 @@
 
 namespace corvane {
 
-/// One occurrence of one event of a calendar. Its texts come from strangers: any text of any length.
+/// One occurrence of a calendar event. Its texts are untrusted and of any length.
 struct CalendarEvent {
     std::optional<QString> title;
     Date startDate;

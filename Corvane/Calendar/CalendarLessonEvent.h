@@ -24,10 +24,10 @@ struct CalendarLessonEvent {
 
     friend bool operator==(const CalendarLessonEvent &, const CalendarLessonEvent &) = default;
 
-    /// What the parser needs of an event of the platform's store.
+    /// The parser's view of an event from the platform's store.
     [[nodiscard]] static CalendarLessonEvent fromEvent(const CalendarEvent &event);
 
-    /// The same; nothing for an all-day event, which is never a lesson.
+    /// Like fromEvent(), but nothing for an all-day event, which is never a lesson.
     [[nodiscard]] static std::optional<CalendarLessonEvent> fromTimedEvent(const CalendarEvent &event);
 };
 

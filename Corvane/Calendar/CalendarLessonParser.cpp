@@ -25,7 +25,7 @@ struct Keyword {
     TeachingPlatform platform;
 };
 
-/// In the order in which they are tried: LingoAce first, since its notes often carry a Zoom link as well.
+/// Tried in this order: LingoAce first, because its notes often contain a Zoom link as well.
 constexpr std::array keywords{
     Keyword{u"lingoace", TeachingPlatform::lingoAce},
     Keyword{u"lingo ace", TeachingPlatform::lingoAce},
@@ -42,10 +42,10 @@ constexpr std::array keywords{
 constexpr std::array<QStringView, 9> personalBlockers{
     u"appointment", u"break", u"dentist", u"doctor", u"gym", u"lunch", u"personal", u"reminder", u"travel"};
 
-/// A title with this word is no bare name.
+/// A title that contains this word is not a bare name.
 constexpr QStringView meeting = u"meeting";
 
-/// The word in `text` that makes its event a personal one; empty if there is none.
+/// The word in `text` that marks its event as personal; empty if there is none.
 QString personalWord(const QString &text)
 {
     const QString lowered = text.toLower();
@@ -54,8 +54,8 @@ QString personalWord(const QString &text)
     return word != personalBlockers.end() ? word->toString() : QString();
 }
 
-/// Whether `text` has at most `limit` characters as a person counts them; long texts are not counted to the
-/// end.
+/// Whether `text` has at most `limit` user-perceived characters (grapheme clusters); counting stops at the
+/// limit.
 bool hasAtMostCharacters(const QString &text, int limit)
 {
     QTextBoundaryFinder boundaries(QTextBoundaryFinder::Grapheme, text);
@@ -66,7 +66,7 @@ bool hasAtMostCharacters(const QString &text, int limit)
     return count <= limit;
 }
 
-/// Booked hours and half hours are lessons of 50 and 25 minutes; a minute more or less is a booking's slack.
+/// Booked hours and half hours are lessons of 50 and 25 minutes; bookings may be off by a minute.
 Seconds snapped(Seconds booked)
 {
     if (std::abs(booked.count() - 3600) <= 60) {
@@ -78,7 +78,7 @@ Seconds snapped(Seconds booked)
     return booked;
 }
 
-/// The first character of `title` that no name has; empty if there is none.
+/// The first character of `title` that cannot be part of a name; empty if there is none.
 QString unfitCharacter(const QString &title)
 {
     const auto scalars = title.toUcs4();
@@ -90,7 +90,7 @@ QString unfitCharacter(const QString &title)
     return {};
 }
 
-/// Why an event of this title is no lesson although it names no platform; nothing if it may be one.
+/// Why an event with this title and no named platform is not a lesson; nothing if it may be one.
 std::optional<NotALesson> obstacleInTitle(const QString &untrimmed)
 {
     const QString title = untrimmed.trimmed();
@@ -109,7 +109,7 @@ std::optional<NotALesson> obstacleInTitle(const QString &untrimmed)
     return std::nullopt;
 }
 
-/// Why an event of this length is no lesson although it names no platform; nothing if it may be one.
+/// Why an event of this length and no named platform is not a lesson; nothing if it may be one.
 std::optional<NotALesson> obstacleInLength(Seconds length)
 {
     if (length < Seconds{600}) {
@@ -127,13 +127,13 @@ bool haveSameTexts(const CalendarLessonEvent &left, const CalendarLessonEvent &r
            left.url == right.url;
 }
 
-/// What the texts of an event say, whenever it takes place.
+/// What an event's texts say, regardless of its times.
 struct Reading {
-    const CalendarLessonEvent *event = nullptr; ///< the one that was read
-    std::optional<NotALesson> obstacle;         ///< why it is no lesson, whatever its times
+    const CalendarLessonEvent *event = nullptr; ///< the event that was read
+    std::optional<NotALesson> obstacle;         ///< why it is not a lesson, regardless of its times
     bool namesPlatform = false;
     TeachingPlatform platform = TeachingPlatform::onlineLesson;
-    QString studentName; ///< of what may be a lesson
+    QString studentName; ///< empty if there is an obstacle
 };
 
 Reading readingOf(const CalendarLessonEvent &event)
@@ -159,7 +159,7 @@ Reading readingOf(const CalendarLessonEvent &event)
     return reading;
 }
 
-/// Judges the events of one call, one after the other. The events outlive it.
+/// Judges the events of one call. Keeps pointers to them, so they must outlive it.
 class Judge {
 public:
     explicit Judge(const std::map<TeachingPlatform, PlatformProfile> &profiles) : m_profiles(profiles) {}
@@ -193,7 +193,7 @@ public:
     }
 
 private:
-    /// The occurrences of one event share its texts, which are read once: they may be long.
+    /// Occurrences of one event share its texts, which may be long and are read only once.
     const Reading &read(const CalendarLessonEvent &event)
     {
         auto reading = m_readings.find(event.title);

@@ -15,30 +15,30 @@ namespace corvane {
 
 /// Turns calendar events into lessons: which events are lessons, on which platform, with whom, how long.
 ///
-/// A value without state between calls; every step is linear in the length of the texts, which come from
-/// strangers. Called by the calendar store at each load.
+/// Keeps no state between calls; every step is linear in the length of the texts, which are untrusted. The
+/// calendar store calls it at each load.
 class CalendarLessonParser {
 public:
     explicit CalendarLessonParser(std::map<TeachingPlatform, PlatformProfile> platformProfiles);
 
-    /// The lessons among `events`, by start time; those that start together keep the order of `events`.
-    /// Events that are not lessons are left out. The lessons get new identifiers.
+    /// The lessons among `events`, sorted by start time; equal start times keep the order of `events`. Each
+    /// lesson gets a new identifier.
     [[nodiscard]] std::vector<Lesson> lessons(const std::vector<CalendarLessonEvent> &events) const;
 
-    /// What becomes of each of `events`, in their order: the lesson, or the rule that decided against one.
-    /// lessons() follows it.
+    /// The verdict on each of `events`, in their order: the lesson, or the rule that ruled it out. lessons()
+    /// applies the same rules.
     [[nodiscard]] std::vector<LessonVerdict> verdicts(const std::vector<CalendarLessonEvent> &events) const;
 
-    /// The platform that a keyword in the event's texts or link names, or none.
+    /// The platform that a keyword in the event's texts or link names, if any.
     [[nodiscard]] static std::optional<TeachingPlatform> platform(const CalendarLessonEvent &event);
 
-    /// What remains of `title` as the student's name; "Student" when nothing does.
+    /// The student's name in `title`; "Student" if nothing remains.
     [[nodiscard]] static QString studentName(const QString &title, TeachingPlatform platform);
 
-    /// Whether `text` holds a word that makes the event a personal one.
+    /// Whether `text` contains a word that marks the event as personal.
     [[nodiscard]] static bool hasPersonalBlocker(const QString &text);
 
-    /// Whether every character of `trimmedTitle` may stand in a name.
+    /// Whether every character of `trimmedTitle` is allowed in a name.
     [[nodiscard]] static bool looksLikeNameOnlyLesson(const QString &trimmedTitle);
 
     [[nodiscard]] static bool isAllowedNameCharacter(char32_t scalar);

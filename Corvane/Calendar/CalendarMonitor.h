@@ -15,26 +15,26 @@
 
 namespace corvane {
 
-/// How one calendar fares, as of the last load.
+/// The state of one calendar as of the last load.
 struct CalendarStatus {
     enum class Condition : std::uint8_t {
-        unread,         ///< no load has asked it yet
-        answers,        ///< the last load read it
-        awaitsPassword, ///< its account waits for a password
-        silent,         ///< it did not answer in time
-        unopened,       ///< it could not be opened, or only half of it is there
-        leftOut,        ///< a file that holds no calendar
+        unread,         ///< not queried by any load yet
+        answers,        ///< read by the last load
+        awaitsPassword, ///< its account needs a password
+        silent,         ///< did not answer in time
+        unopened,       ///< could not be opened, or is incomplete
+        leftOut,        ///< a file that contains no calendar
     };
 
-    QString identifier; ///< unique among all calendars, the same in each run
-    QString name;       ///< as the user knows it; from strangers, any length
-    QString account;    ///< the account, or the folder of a file
+    QString identifier; ///< unique among all calendars, stable across runs
+    QString name;       ///< as the user knows it; untrusted, any length
+    QString account;    ///< the account, or a file's folder
     Condition condition = Condition::unread;
-    QString reason;               ///< plain words; empty where it answers
-    std::optional<Date> lastRead; ///< when it last answered, in this run or an earlier one
+    QString reason;               ///< for the user; empty if it answers
+    std::optional<Date> lastRead; ///< its last answer, in this run or an earlier one
     std::optional<Date> failingSince;
-    bool usesLastAnswer = false; ///< its last good answer stands in
-    int eventCount = 0;          ///< events that it gave to the last load
+    bool usesLastAnswer = false; ///< its last good answer is used instead
+    int eventCount = 0;          ///< events it contributed to the last load
 
     /// Whether its lessons are missing from the schedule.
     [[nodiscard]] bool isGap() const
@@ -46,24 +46,24 @@ struct CalendarStatus {
     friend bool operator==(const CalendarStatus &, const CalendarStatus &) = default;
 };
 
-/// Tells what the event store knows of its calendars. Main thread only.
+/// Holds what the event store knows about its calendars. Main thread only.
 class CalendarMonitor final : public QObject {
     Q_OBJECT
 
 public:
     using QObject::QObject;
 
-    /// Every calendar, by account and name.
+    /// All calendars, sorted by account and name.
     [[nodiscard]] const std::vector<CalendarStatus> &calendars() const { return m_calendars; }
 
-    /// Why events may be missing from the last answer: a calendar is silent, and no earlier answer of its
-    /// stands in. Empty where none may be.
+    /// Why events may be missing from the last answer: a calendar did not answer, and there is no earlier
+    /// answer to use instead. Empty if none are missing.
     [[nodiscard]] const QString &gap() const { return m_gap; }
 
-    /// The events of the last answer, all-day ones included, by start.
+    /// The events of the last answer, all-day events included, sorted by start.
     [[nodiscard]] const std::vector<CalendarEvent> &events() const { return m_events; }
 
-    /// For the event store. They announce a change only where there is one.
+    /// Called by the event store. They emit changed() only if something changed.
     void setCalendars(std::vector<CalendarStatus> calendars, const QString &gap = {});
     void setEvents(std::vector<CalendarEvent> events);
 
@@ -71,7 +71,7 @@ Q_SIGNALS:
     /// calendars(), gap() or events() changed.
     void changed();
 
-    /// A calendar has something that the last load lacks: a late answer, or news from its server. Load again.
+    /// A calendar has events that the last load lacks: a late answer, or news from its server. Load again.
     void newsArrived();
 
 private:

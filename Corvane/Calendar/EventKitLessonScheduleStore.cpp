@@ -42,7 +42,8 @@ QCoro::Task<LessonScheduleResult> EventKitLessonScheduleStore::lessonsForToday()
         }
     }
     std::vector<Lesson> lessons = m_parser.lessons(timed);
-    // They may be in the calendar that is silent: an answer without any would take those of before away.
+    // The lessons may be in a calendar that does not answer; an empty result would remove those already
+    // shown.
     if (const QString gap = m_eventStore.monitor().gap(); lessons.empty() && !gap.isEmpty()) {
         co_return std::unexpected(LessonScheduleError(Failure{gap}));
     }
@@ -93,7 +94,7 @@ void EventKitLessonScheduleStore::logLoad(std::size_t rawEvents, const std::vect
             descriptionText(window.end), m_calendar.timeZoneIdentifier()),
         currentDate());
     for (const Lesson &lesson : lessons) {
-        // The name is joined, not put in by arg(): it may hold a "%1" of its own.
+        // Joined, not inserted with arg(): the name itself may contain "%1".
         m_logger.log(u"calendar lesson student=\""_s + plainText(lesson.studentName) + u"\" platform=\""_s +
                          rawValue(lesson.platform) + u"\" start="_s + descriptionText(lesson.startTime) +
                          u" end="_s + descriptionText(lesson.endTime()) + u" duration="_s +

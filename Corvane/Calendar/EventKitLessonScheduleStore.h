@@ -15,25 +15,24 @@
 
 namespace corvane {
 
-/// Today's lessons from the calendars of the machine, read only.
+/// Today's lessons from the machine's calendars, read only.
 ///
-/// Main thread only. It asks for the permission while none is decided, keeps no cache and does not watch for
-/// changes: fresh events come with the next reload. The store and the services
-/// handed in, which are borrowed, outlive every load.
+/// Main thread only. Requests permission while it is undecided. It keeps no cache and does not watch for
+/// changes: the next reload fetches new events. The borrowed services and the store itself outlive every
+/// load.
 class EventKitLessonScheduleStore final : public LessonScheduleProviding {
 public:
-    /// `calendar` gives the bounds of today and the time zone.
+    /// `calendar` defines the bounds of today and the time zone.
     EventKitLessonScheduleStore(EventStore &eventStore, const DateProviding &dateProvider,
                                 CalendarLessonParser parser, DayCalendar calendar, DebugLogService &logger);
 
-    /// The lessons of today in the parser's order. Fails with CalendarAccessError::denied, with what the
-    /// event store reports, or where there is no lesson while a calendar's events are missing.
+    /// Today's lessons in the parser's order. Fails with CalendarAccessError::denied, with the event store's
+    /// error, or with the monitor's gap if there are no lessons while a calendar's events are missing.
     QCoro::Task<LessonScheduleResult> lessonsForToday() override;
 
     /// The day of `date` in the store's calendar.
     [[nodiscard]] DateInterval todayInterval(Date date) const;
 
-    /// What decides which events are lessons.
     [[nodiscard]] const CalendarLessonParser &parser() const { return m_parser; }
 
 private:
@@ -42,7 +41,7 @@ private:
     void logLoad(std::size_t rawEvents, const std::vector<Lesson> &lessons, DateInterval window);
 
     EventStore &m_eventStore;
-    /// Not read: each service is built with the shared clock, but which day is today is the system's to say.
+    /// Unused: every service gets the shared clock, but the system clock decides which day is today.
     [[maybe_unused]] const DateProviding &m_dateProvider;
     CalendarLessonParser m_parser;
     DayCalendar m_calendar;

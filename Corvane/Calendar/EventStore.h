@@ -15,43 +15,42 @@
 
 namespace corvane {
 
-/// What the user allows the program to do with the calendars of the machine.
+/// What the user allows the program to do with the machine's calendars.
 enum class CalendarAuthorization { notDetermined, restricted, denied, writeOnly, fullAccess };
 
-/// Why online calendars are asked for news: because it is time, or because someone waits or something
-/// changed.
+/// Why online calendars are refreshed: on schedule, or because someone is waiting or something changed.
 enum class CalendarRefresh { regular, wished };
 
-/// The platform's calendars, read only. Called by EventKitLessonScheduleStore, once a minute.
+/// The platform's calendars, read only. EventKitLessonScheduleStore calls it once a minute.
 ///
-/// Main thread only, and no call blocks it. Answers arrive in the order of the calls; a call for an interval
-/// that is already being queried waits for that query instead of starting another.
+/// Main thread only; no call blocks. Answers arrive in the order of the calls. A call for an interval that is
+/// already being queried waits for that query instead of starting another.
 class EventStore {
 public:
     virtual ~EventStore() = default;
 
-    /// What is known of the permission without asking. `notDetermined` until the first request of the
-    /// process; a denial is not remembered, since a calendar service may be installed while the program runs.
+    /// The known permission; does not ask for it. `notDetermined` until the process first requests it. A
+    /// denial is not remembered, because a calendar service may be installed while the program runs.
     [[nodiscard]] virtual CalendarAuthorization authorizationStatus() const = 0;
 
-    /// Asks for full access to events and answers whether it was granted. Fails where the asking itself
-    /// failed (a calendar service that does not answer); within 5 seconds in any case.
+    /// Requests full access to events and returns whether it was granted. Fails if the request itself failed
+    /// (the calendar service does not answer). Ends within 5 seconds.
     virtual QCoro::Task<std::expected<bool, Failure>> requestFullAccessToEvents() = 0;
 
-    /// Every event of every calendar that overlaps `interval`, occurrences of recurring events one by one,
-    /// cancelled ones left out, tentative and declined ones kept, all-day ones marked.
+    /// Every event of every calendar that overlaps `interval`: recurring events as single occurrences,
+    /// cancelled events left out, tentative and declined ones included, all-day ones marked.
     ///
-    /// Ends within 5 seconds. Where a calendar does not answer, that is logged, and its last good answer for
-    /// the same interval stands in; where there is none, monitor().gap() says so when the call ends. The call
-    /// fails only when no calendar answers.
+    /// Ends within 5 seconds. If a calendar does not answer, that is logged and its last good answer for the
+    /// same interval is used; without one, monitor().gap() says so when the call ends. The call fails only if
+    /// no calendar answers.
     virtual QCoro::Task<std::expected<std::vector<CalendarEvent>, Failure>> events(DateInterval interval) = 0;
 
-    /// Asks online calendars to look for news on their servers, and returns at once. A server is not asked
-    /// again while an earlier request runs; a regular request is left out where earlier ones failed not long
-    /// ago. monitor() tells when news arrived.
+    /// Asks online calendars to fetch news from their servers; returns at once. A server is not asked again
+    /// while an earlier request is running, and a regular request is skipped if earlier ones failed recently.
+    /// monitor() reports when news has arrived.
     virtual void refresh(CalendarRefresh kind) = 0;
 
-    /// How the calendars fare. Lives as long as the store.
+    /// The state of the calendars. Lives as long as the store.
     [[nodiscard]] virtual CalendarMonitor &monitor() = 0;
 };
 

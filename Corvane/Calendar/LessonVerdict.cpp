@@ -11,7 +11,7 @@ namespace corvane {
 
 namespace {
 
-/// A character as it is told: itself in quotation marks, or its number where it shows nothing by itself.
+/// The character in quotation marks, or its code point if it is not visible on its own.
 QString characterText(const QString &character)
 {
     const auto scalars = character.toUcs4();

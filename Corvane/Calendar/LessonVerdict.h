@@ -12,29 +12,29 @@
 
 namespace corvane {
 
-/// The rule that decided that a calendar event is no lesson.
+/// The rule by which a calendar event is not a lesson.
 enum class NoLessonReason : std::uint8_t {
-    allDay,         ///< it is left out before the parser
-    noLength,       ///< it ends when it starts, or before
-    personalWord,   ///< its title holds `word`
-    untitled,       ///< this and those below: it names no platform, and so its title has to be a name
+    allDay,         ///< skipped before the parser runs
+    noLength,       ///< ends at its start or earlier
+    personalWord,   ///< the title contains `word`
+    untitled,       ///< down to tooLong: no platform is named, so the title must be a name
     longTitle,      ///< more than 48 characters
-    meeting,        ///< `word` is in the title
-    unfitCharacter, ///< `word` is a character that no name has
-    tooShort,       ///< less than 10 minutes
-    tooLong,        ///< more than 90 minutes
-    noProfile,      ///< there are no lead times for the platform `word`
+    meeting,        ///< the title contains `word`, "meeting"
+    unfitCharacter, ///< `word` is a character that cannot be part of a name
+    tooShort,       ///< shorter than 10 minutes
+    tooLong,        ///< longer than 90 minutes
+    noProfile,      ///< no lead times are defined for the platform `word`
 };
 
-/// Why an event is no lesson.
+/// Why an event is not a lesson.
 struct NotALesson {
     NoLessonReason reason = NoLessonReason::allDay;
-    QString word; ///< what decided; empty where it is not one word or character
+    QString word; ///< the deciding word or character; empty for other reasons
 
     friend bool operator==(const NotALesson &, const NotALesson &) = default;
 };
 
-/// What becomes of one event.
+/// The verdict on one event.
 using LessonVerdict = std::expected<Lesson, NotALesson>;
 
 /// The reason in plain words: "A personal word in the title: dentist".

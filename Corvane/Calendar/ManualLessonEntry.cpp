@@ -40,7 +40,7 @@ std::optional<QUuid> identifier(const QJsonValue &value)
 
 std::optional<qint64> integer(const QJsonValue &value)
 {
-    // toInteger() answers its default for what is no whole number, so two defaults tell such a value.
+    // toInteger() returns its default for anything but a whole number, so two different defaults reveal one.
     return value.toInteger(0) == value.toInteger(1) ? std::optional(value.toInteger()) : std::nullopt;
 }
 

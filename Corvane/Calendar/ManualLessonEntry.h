@@ -14,9 +14,9 @@
 
 namespace corvane {
 
-/// A lesson that the teacher entered by hand. The record enforces no limits; the form that makes it does.
+/// A lesson that the teacher entered by hand. The form enforces the limits, not this record.
 struct ManualLessonEntry {
-    QUuid id; ///< becomes the lesson's identifier, so that it stays the same at every reload
+    QUuid id; ///< the lesson's identifier, so that it survives every reload
     QString studentName;
     TeachingPlatform platform = TeachingPlatform::onlineLesson;
     Date startTime;
@@ -24,18 +24,17 @@ struct ManualLessonEntry {
 
     friend bool operator==(const ManualLessonEntry &, const ManualLessonEntry &) = default;
 
-    /// The lesson of this entry, with the platform's profile of `profiles`, or else that of `onlineLesson`.
-    /// Its length is taken as entered. A length that overflows when counted in seconds, or a table without
-    /// either profile, ends the process: both are programming errors.
+    /// The lesson for this entry, with its platform's profile from `profiles`, or else that of
+    /// `onlineLesson`. The length is taken as entered. A length in seconds that overflows, or a table with
+    /// neither profile, is a programming error and aborts the process.
     [[nodiscard]] Lesson makeLesson(
         const std::map<TeachingPlatform, PlatformProfile> &profiles = PlatformProfile::defaults()) const;
 };
 
-/// The stored form of the list: a JSON array of one object per entry. Fails where an entry's start is not a
-/// finite number.
+/// The stored form: a JSON array with one object per entry. Fails if an entry's start is not a finite number.
 [[nodiscard]] std::expected<QByteArray, Failure> encode(const std::vector<ManualLessonEntry> &entries);
 
-/// The list of a stored form. One entry that is not whole rejects the list.
+/// Decodes the stored form. One incomplete entry rejects the whole list.
 [[nodiscard]] std::expected<std::vector<ManualLessonEntry>, Failure>
 decodeManualLessons(const QByteArray &data);
 

@@ -13,7 +13,8 @@ namespace corvane {
 namespace {
 
 constexpr double day = 86'400;
-/// A day's rule that never comes true is stepped on for half a second, as many times as a day is divided.
+/// Following a daily rule that never matches takes half a second for each part of the day; this many are
+/// accepted.
 constexpr double maximumParts = 4;
 
 double lengthOf(RuleFrequency frequency)
@@ -47,7 +48,7 @@ double countOf(const std::vector<short> &numbers)
     return std::max(1.0, static_cast<double>(numbers.size()));
 }
 
-/// Into how many parts the times of the day divide a step of the rule.
+/// How many parts the rule's times of day divide a step into.
 double partsOf(const RecurrenceRule &rule)
 {
     switch (rule.frequency) {
@@ -99,7 +100,7 @@ std::expected<RuleCost, QString> ruleCost(const RecurrenceRule &rule, double sta
         perStep *= std::ceil(lengthOf(rule.frequency) / day);
     }
     const double perSecond = perStep / (lengthOf(rule.frequency) * std::max(1, rule.interval));
-    // The last moment may be told on the clock of another zone.
+    // `until` may be in the local time of another zone, so a day is added.
     const double end = std::min(to, rule.until + day);
     double steps = std::max(0.0, end - start) * perSecond;
     if (rule.count > 0 && !isDivided) {

@@ -13,19 +13,18 @@ namespace corvane {
 
 enum class RuleFrequency { secondly, minutely, hourly, daily, weekly, monthly, yearly };
 
-/// The numbers of a rule by which an event repeats. The lists are those of its BY parts, empty where it has
-/// none.
+/// A recurrence rule. The lists are its BY parts, empty if it has none.
 struct RecurrenceRule {
     RuleFrequency frequency = RuleFrequency::yearly;
     int interval = 1;
-    /// 0: no limit.
+    /// 0 means no limit.
     int count = 0;
-    /// The last moment, in seconds since 1970.
+    /// The last moment, in seconds since 1970 UTC.
     double until = std::numeric_limits<double>::infinity();
     std::vector<short> seconds;
     std::vector<short> minutes;
     std::vector<short> hours;
-    /// Days of the week, 1 to 7; others name one week of a month or year.
+    /// Days of the week, 1 to 7; other values also encode a week of the month or year.
     std::vector<short> days;
     std::vector<short> monthDays;
     std::vector<short> yearDays;
@@ -33,16 +32,16 @@ struct RecurrenceRule {
     std::vector<short> months;
 };
 
-/// What following a rule costs.
+/// What expanding a rule costs.
 struct RuleCost {
-    /// How many times the rule is stepped on until the end of the window: four microseconds each.
+    /// Iterations until the end of the window, about four microseconds each.
     double steps = 0;
-    /// How many occurrences lie in the window, at most.
+    /// Upper bound of the occurrences in the window.
     double occurrences = 0;
 };
 
-/// What it costs to follow `rule` from an event's start through a window that begins at `from` and ends at
-/// `to` (seconds since 1970), or why that cannot be told: a rule that may never come true is stepped on for
+/// The cost of expanding `rule` from an event's `start` through the window from `from` to `to` (seconds since
+/// 1970 UTC). Fails with the reason if the cost is unbounded: a rule that may never match is iterated over
 /// thousands of years.
 [[nodiscard]] std::expected<RuleCost, QString> ruleCost(const RecurrenceRule &rule, double start, double from,
                                                         double to);

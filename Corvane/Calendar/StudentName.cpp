@@ -13,12 +13,12 @@ namespace corvane {
 
 namespace {
 
-/// Booking platforms put this class platform's name and a running number around the student's name.
+/// Booking platforms put the name of this class platform and a serial number around the student's name.
 constexpr QStringView tuokeyun = u"拓课云";
 
 constexpr QStringView separators = u"-–—|•:()[]【】";
 
-/// Removes each upper-case code of two to four letters in parentheses, as in "Anna (ABC)", with the white
+/// Removes each code of two to four upper-case letters in parentheses, as in "Anna (ABC)", and the white
 /// space before it.
 QString withoutCodes(const QString &text)
 {
@@ -45,11 +45,11 @@ QString withoutCodes(const QString &text)
     return result;
 }
 
-/// Where a unit of a folded text came from.
+/// The origin of a unit of a folded text.
 struct FoldedUnit {
     qsizetype source = 0; ///< index in the original of the character it was folded from
-    qsizetype next = 0;   ///< index in the original behind that character and the marks on it
-    bool isFirst = true;  ///< whether it is the first that its character folds to
+    qsizetype next = 0;   ///< index in the original after that character and its marks
+    bool isFirst = true;  ///< whether it is the first unit that its character folds to
 };
 
 /// A text without letter case and diacritics.
@@ -58,7 +58,7 @@ struct FoldedText {
     std::vector<FoldedUnit> units;
 };
 
-/// What one character, of one or two UTF-16 units, folds to; nothing when it is a mark.
+/// The folded form of one character of one or two UTF-16 units; empty for a mark.
 QString foldedCharacter(QStringView character)
 {
     QString units;
@@ -77,7 +77,7 @@ FoldedText folded(const QString &original)
     result.units.reserve(static_cast<std::size_t>(original.size()));
     for (qsizetype i = 0; i < original.size();) {
         if (original[i].unicode() < 0x80) {
-            // Most titles hold little else, and are folded a dozen times.
+            // Fast path: most titles are mostly ASCII, and each is folded a dozen times.
             result.text.append(original[i].toLower());
             result.units.push_back({.source = i, .next = i + 1, .isFirst = true});
             ++i;
@@ -92,7 +92,7 @@ FoldedText folded(const QString &original)
         }
         result.text.append(units);
         if (units.isEmpty() && !result.units.empty()) {
-            // A mark that folds away belongs to the character before it, and goes where that goes.
+            // A mark that folds away belongs to the character before it and is removed with it.
             const qsizetype bearer = result.units.back().source;
             for (auto k = result.units.size(); k > 0 && result.units[k - 1].source == bearer; --k) {
                 result.units[k - 1].next = i + length;
@@ -104,7 +104,7 @@ FoldedText folded(const QString &original)
 }
 
 /// Removes every occurrence of `word`, ignoring case and diacritics. Only whole characters are removed: one
-/// that folds to several units, like "ß", is never cut in two.
+/// that folds to several units, such as "ß", is never split.
 QString without(const QString &text, const QString &word)
 {
     const FoldedText haystack = folded(text);

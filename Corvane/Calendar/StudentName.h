@@ -9,11 +9,11 @@
 
 namespace corvane {
 
-/// What remains of an event's title as the student's name: without platforms, codes and the words that
-/// booking platforms put about it; "Student" when nothing does. Linear in the length of `title`.
+/// The student's name: an event's title without platforms, codes and the words that booking platforms add;
+/// "Student" if nothing remains. Linear in the length of `title`.
 [[nodiscard]] QString studentName(const QString &title, TeachingPlatform platform);
 
-/// Whether `scalar` is an accent or another mark on the character before it.
+/// Whether `scalar` is an accent or another mark on the preceding character.
 [[nodiscard]] bool isMark(char32_t scalar);
 
 } // namespace corvane
