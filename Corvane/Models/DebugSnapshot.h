@@ -12,7 +12,7 @@
 
 namespace corvane {
 
-/// What the application believes at one moment; kept current by the view model for diagnostics.
+/// The application's state at one moment; the view model keeps it current for diagnostics.
 struct DebugSnapshot {
     Date currentTime;
     std::optional<QString> currentLessonDescription; ///< for example "Anna (Zoom)"

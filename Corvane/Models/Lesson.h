@@ -12,7 +12,7 @@
 
 namespace corvane {
 
-/// One teaching appointment of today. It takes the half-open time from `startTime` to its end.
+/// One teaching appointment of today. It occupies the half-open interval from `startTime` to endTime().
 struct Lesson {
     QUuid id;
     QString studentName; ///< as shown to the teacher; any text, never markup
@@ -23,18 +23,17 @@ struct Lesson {
 
     friend bool operator==(const Lesson &, const Lesson &) = default;
 
-    /// `startTime` plus `duration`.
     [[nodiscard]] Date endTime() const { return startTime + duration; }
 
-    /// Whether the lesson is held at `date`: the start belongs to it, the end does not.
+    /// Whether the lesson is in progress at `date`: the start is included, the end is not.
     [[nodiscard]] bool isInProgress(Date date) const { return startTime <= date && date < endTime(); }
 
     /// Whether the lesson starts strictly after `date`.
     [[nodiscard]] bool isUpcoming(Date date) const { return startTime > date; }
 };
 
-/// The order in which lessons that start together are taken: by start, then student name, then the platform's
-/// raw value. A stable sort by it gives the same answer after every reload.
+/// Orders lessons by start, then student name, then the platform's raw value, so that a stable sort gives the
+/// same result after every reload.
 [[nodiscard]] bool precedes(const Lesson &left, const Lesson &right);
 
 } // namespace corvane

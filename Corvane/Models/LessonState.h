@@ -23,13 +23,13 @@ enum class LessonState {
     completed,        ///< never produced by the engine; has a menu-bar title
 };
 
-/// All states in their order of declaration.
+/// All states in declaration order.
 inline constexpr std::array allLessonStates{
     LessonState::scheduled,        LessonState::wrapUp,       LessonState::prepare,
     LessonState::oneMinuteWarning, LessonState::joinPlatform, LessonState::startNow,
     LessonState::teaching,         LessonState::feedback,     LessonState::completed};
 
-/// The state's own name, for example "oneMinuteWarning"; used in log lines and keys.
+/// The state's name, for example "oneMinuteWarning"; used in log lines and keys.
 [[nodiscard]] QString rawValue(LessonState state);
 
 /// The state with exactly this name, or none.

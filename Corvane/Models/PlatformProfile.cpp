@@ -10,7 +10,7 @@ const std::map<TeachingPlatform, PlatformProfile> &PlatformProfile::defaults()
     static const auto table = [] {
         std::map<TeachingPlatform, PlatformProfile> profiles;
         for (const TeachingPlatform platform : allTeachingPlatforms) {
-            // Teams takes longest to let a teacher in, so its join phase takes the whole last minute.
+            // Teams takes longest to admit a teacher, so its join phase takes the whole last minute.
             const Seconds joinEarly{platform == TeachingPlatform::microsoftTeams ? 60.0 : 30.0};
             profiles.emplace(platform, PlatformProfile{.id = QUuid::createUuid(),
                                                        .platform = platform,

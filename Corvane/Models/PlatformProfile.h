@@ -12,7 +12,7 @@
 
 namespace corvane {
 
-/// The timing rules of one platform. All times are seconds.
+/// The timing rules of one platform.
 struct PlatformProfile {
     QUuid id;
     TeachingPlatform platform = TeachingPlatform::onlineLesson;
@@ -23,7 +23,7 @@ struct PlatformProfile {
 
     friend bool operator==(const PlatformProfile &, const PlatformProfile &) = default;
 
-    /// The standard profile of every platform. Built once, on first use; the ids are new in each run.
+    /// The default profile of every platform. Built on first use; the ids are new in each run.
     [[nodiscard]] static const std::map<TeachingPlatform, PlatformProfile> &defaults();
 };
 

@@ -17,25 +17,25 @@ enum class TeachingActionPriority {
     urgent,    ///< join, start now
 };
 
-/// What the teacher should do at one moment: the workflow engine's answer.
+/// What the teacher should do at one moment: the workflow engine's result.
 ///
-/// Two actions computed at different instants are never equal, since `effectiveDate` takes part; who wants to
-/// know whether the same thing is being asked compares the state and the lesson's identity.
+/// Actions computed at different instants are never equal, because `effectiveDate` takes part. To tell
+/// whether the teacher is asked for the same thing, compare the state and the lesson's identity.
 struct TeachingAction {
     LessonState state = LessonState::scheduled;
-    std::optional<Lesson> lesson;     ///< the lesson the action is about; none when idle
+    std::optional<Lesson> lesson;     ///< the lesson that the action is about; none when idle
     std::optional<Lesson> nextLesson; ///< the first lesson that starts after `effectiveDate`
     QString message;                  ///< the one-line instruction
     TeachingActionPriority priority = TeachingActionPriority::calm;
     Date effectiveDate;                     ///< the moment the action was computed for
-    std::optional<Date> nextTransitionDate; ///< when the answer is expected to change; may lie in the past
+    std::optional<Date> nextTransitionDate; ///< when the result is expected to change; may be in the past
 
     friend bool operator==(const TeachingAction &, const TeachingAction &) = default;
 
-    /// The lesson that the action's texts speak of: `lesson`, or `nextLesson` when there is none.
+    /// The lesson that the action's texts mention: `lesson`, or `nextLesson` if there is none.
     [[nodiscard]] const std::optional<Lesson> &lessonOrNext() const { return lesson ? lesson : nextLesson; }
 
-    /// The action when there is nothing to do: it names the next lesson, if there is one.
+    /// The action when there is nothing to do; it names the next lesson, if any.
     [[nodiscard]] static TeachingAction idle(Date now, const std::optional<Lesson> &nextLesson);
 };
 

@@ -14,15 +14,15 @@
 
 namespace corvane {
 
-/// The video platform of a lesson. `onlineLesson` stands for any platform that is not one of the named ones.
+/// The video platform of a lesson. `onlineLesson` stands for any platform not listed.
 enum class TeachingPlatform { onlineLesson, lingoAce, microsoftTeams, zoom, googleMeet };
 
-/// All platforms in their order of declaration, which is the order in which pickers list them.
+/// All platforms in declaration order, which pickers use too.
 inline constexpr std::array allTeachingPlatforms{TeachingPlatform::onlineLesson, TeachingPlatform::lingoAce,
                                                  TeachingPlatform::microsoftTeams, TeachingPlatform::zoom,
                                                  TeachingPlatform::googleMeet};
 
-/// The stored and coded form, which is also the name shown to the teacher: "Microsoft Teams".
+/// The stored form, which is also the name that the teacher sees: "Microsoft Teams".
 [[nodiscard]] QString rawValue(TeachingPlatform platform);
 
 /// The platform's identity in lists: its raw value.
@@ -34,10 +34,9 @@ inline constexpr std::array allTeachingPlatforms{TeachingPlatform::onlineLesson,
 /// The platform with exactly this raw value, or none.
 [[nodiscard]] std::optional<TeachingPlatform> teachingPlatform(const QString &rawValue);
 
-/// The platform as a JSON string.
 [[nodiscard]] QJsonValue encode(TeachingPlatform platform);
 
-/// The platform of a JSON string; anything else, an unknown name included, is a failure.
+/// Fails for anything but a string with a known name.
 [[nodiscard]] std::expected<TeachingPlatform, Failure> decodeTeachingPlatform(const QJsonValue &value);
 
 } // namespace corvane
