@@ -11,13 +11,13 @@ namespace corvane {
 
 namespace {
 
-/// Seconds since 1970, cut towards zero.
+/// Seconds since 1970 UTC, truncated towards zero.
 qint64 truncatedSeconds(Date date)
 {
-    // The first double beyond the range; its negative is still inside.
+    // The first double out of range; its negative is still in range.
     constexpr double limit = 9223372036854775808.0;
     const double seconds = secondsSince1970(date);
-    // NaN is inside no range.
+    // Written so that NaN fails too.
     if (!(seconds >= -limit && seconds < limit)) {
         qFatal("a lesson starts %g seconds after 1970, which no date does", seconds);
     }

@@ -12,14 +12,14 @@
 
 namespace corvane {
 
-/// The five notifications that lead through `lesson`, in the order of its changeovers: prepare, one minute,
-/// join, start, finish. The first four help until the lesson starts, the last until it ends.
+/// The five notifications of `lesson`, in the order of its changeovers: prepare, one minute, join, start,
+/// finish. The first four expire at the lesson's start, the last at its end.
 ///
-/// Each identifier is `identifierPrefix`, a word for the changeover, the start in whole seconds since 1970
-/// and the student's name, joined by dots after the prefix: a lesson loaded again has the same ones, a moved
-/// one others.
+/// Each identifier consists of `identifierPrefix`, a word for the changeover, the start in whole seconds
+/// since 1970 UTC and the student's name, joined by dots after the prefix. A reloaded lesson keeps its
+/// identifiers; a moved one gets new ones.
 ///
-/// A start whose whole seconds do not fit into 64 bits is a mistake of the program, and ends it.
+/// A start whose whole seconds do not fit into 64 bits is a programming error and aborts the process.
 [[nodiscard]] std::array<NotificationRequest, 5> backupNotifications(const Lesson &lesson,
                                                                      const QString &identifierPrefix);
 

@@ -21,15 +21,14 @@ bool isUrgent(const TeachingAction &action)
     return action.priority == TeachingActionPriority::urgent;
 }
 
-/// Cut towards zero. A lesson's date may be any double: more seconds than an integer holds are as good as the
-/// most it holds, and what is no number counts as none.
+/// Truncates towards zero. A lesson's date may be any double, so larger values are clamped and NaN becomes 0.
 std::int64_t saturatedSeconds(double seconds)
 {
-    constexpr double most = 9007199254740992.0; // 2^53: every whole number up to here is a double of its own
+    constexpr double most = 9007199254740992.0; // 2^53: doubles represent every integer up to here
     return std::isnan(seconds) ? 0 : static_cast<std::int64_t>(std::clamp(seconds, -most, most));
 }
 
-// Texts that more than one line says.
+// Texts used by more than one line.
 
 QString startNowTitle()
 {
@@ -128,7 +127,7 @@ QString title(const TeachingAction &action, Date currentDate)
 
 QString joinTitle(const std::optional<Lesson> &lesson, std::int64_t secondsUntilStart)
 {
-    // The count stops at 20: that near to the start the only thing left to do is to start.
+    // The countdown stops at 20: from then on the only thing left to do is to start.
     constexpr std::int64_t lowestCount = 20;
     constexpr std::int64_t countFrom = 30;
     if (secondsUntilStart < 1) {
@@ -197,7 +196,7 @@ QString formattedDuration(Seconds duration)
     if (seconds <= maximumInSeconds) {
         return seconds == 1 ? u"1 second"_s : QString::number(seconds) + u" seconds"_s;
     }
-    // Halves go up, so that the shortest time told in minutes is two of them: one minute is never named.
+    // Rounds halves up, so that the shortest time in minutes is two minutes: "1 minutes" never appears.
     return QString::number((seconds + 30) / 60) + u" minutes"_s;
 }
 

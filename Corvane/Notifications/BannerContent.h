@@ -11,14 +11,13 @@
 #include <cstdint>
 #include <optional>
 
-/// What a banner says and in which colour: pure functions of the action and the moment, for the banner's
-/// view.
+/// A banner's texts, symbol and colour: pure functions of the action and the moment, for the banner's view.
 ///
-/// "The action's lesson" is `lesson`, or `nextLesson` when there is none. The names in the texts come from
-/// strangers: they may hold anything, and are to be shown as plain text.
+/// "The action's lesson" is `lesson`, or `nextLesson` if there is none. Names in the texts are untrusted and
+/// may contain anything; show the texts as plain text.
 namespace corvane::bannerContent {
 
-/// A colour in sRGB, each part 0 to 1, opaque.
+/// An opaque sRGB colour; each component from 0 to 1.
 struct AccentColor {
     double red = 0;
     double green = 0;
@@ -34,23 +33,23 @@ struct AccentColor {
 [[nodiscard]] AccentColor accentColor(const TeachingAction &action);
 
 /// Whole seconds from `currentDate` to the start of the action's lesson, rounded up; negative once it has
-/// started, 0 when the action has no lesson.
+/// started, 0 if the action has no lesson.
 [[nodiscard]] std::int64_t secondsUntilLessonStart(const TeachingAction &action, Date currentDate);
 
-/// The shouted first line. Changes with `currentDate` in the join phase only.
+/// The first line, in capitals. Changes with `currentDate` only in the join phase.
 [[nodiscard]] QString title(const TeachingAction &action, Date currentDate);
 
 /// The first line of the join phase, `secondsUntilStart` before the start of `lesson`.
 [[nodiscard]] QString joinTitle(const std::optional<Lesson> &lesson, std::int64_t secondsUntilStart);
 
-/// The second line: whom the action is about.
+/// The second line: the student.
 [[nodiscard]] QString studentLine(const TeachingAction &action);
 
-/// The third line. Changes with `currentDate` in the join phase only.
+/// The third line. Changes with `currentDate` only in the join phase.
 [[nodiscard]] QString informationLine(const TeachingAction &action, Date currentDate);
 
-/// A length of time in words: whole seconds below a minute and a half, else minutes. A negative one is
-/// "0 seconds".
+/// A duration in words: whole seconds below a minute and a half, else minutes. A negative duration is "0
+/// seconds".
 [[nodiscard]] QString formattedDuration(Seconds duration);
 
 } // namespace corvane::bannerContent

@@ -9,14 +9,14 @@
 
 namespace corvane {
 
-/// The desktop's notifications without the agent in between. Main thread only; used by the look before the
-/// first lesson, which may find that the agent is what is missing.
+/// Shows notifications through the desktop itself, without the agent. Main thread only; used by the check
+/// before the first lesson, which may find that the agent is missing.
 class DirectNotifications {
 public:
     virtual ~DirectNotifications() = default;
 
-    /// Shows a notification of plain text now, without a sound, and answers whether the desktop took it;
-    /// within 10 seconds, whatever hangs.
+    /// Shows a plain-text notification now, without a sound, and returns whether the desktop accepted it.
+    /// Ends within 10 seconds.
     virtual QCoro::Task<bool> showQuietly(QString title, QString body) = 0;
 };
 

@@ -22,10 +22,10 @@ constexpr Size bannerSize{1000, 280};
 constexpr double margin = 48; ///< to the edges of the visible area
 
 constexpr BannerPanelTraits bannerTraits{
-    .level = 1000, // above normal, floating and status windows, where screen savers are
+    .level = 1000, // the level of screen savers: above normal, floating and status windows
     .collectionBehavior =
-        329,          // on every space, transient, not in the window cycle, beside full-screen windows
-    .styleMask = 128, // borderless, and never activating the program
+        329,          // on every space, transient, excluded from the window cycle, beside full-screen windows
+    .styleMask = 128, // borderless, never activating the program
     .hasShadow = true,
     .hidesOnDeactivate = false,
     .ignoresMouseEvents = false, // the close button takes clicks
@@ -114,7 +114,7 @@ Point FloatingBannerPresenter::origin(Size size, Rect visible, NotificationPosit
         point = {right, low};
         break;
     }
-    // The upper bound comes last: in too small an area it wins.
+    // The upper bound is applied last, so it wins if the area is too small.
     return {std::min(std::max(point.x, left), right), std::min(std::max(point.y, low), high)};
 }
 
@@ -149,8 +149,8 @@ std::shared_ptr<BannerPanel> FloatingBannerPresenter::makeWindow(const TeachingA
 {
     const Point corner = origin(bannerSize, screen.visibleFrame, m_settings.notificationPosition());
     const Rect frame{corner.x, corner.y, bannerSize.width, bannerSize.height};
-    // The handler needs the banner panel, which is made with the handler: a box that is filled afterwards
-    // ties them.
+    // The handler needs the banner panel, which is created with the handler; a shared pointer that is filled
+    // in afterwards connects them.
     const auto shown = std::make_shared<std::weak_ptr<BannerPanel>>();
     auto bannerPanel =
         m_bannerPanels.makeBannerPanel(frame, bannerTraits, action, [self = QPointer(this), shown] {
@@ -166,7 +166,7 @@ double FloatingBannerPresenter::displayDuration(const TeachingAction &action) co
 {
     const double chosen = m_settings.notificationDuration();
     if (action.state == LessonState::joinPlatform && action.lessonOrNext()) {
-        // The join banner stays until the lesson starts, and then as long as any other.
+        // The join banner stays until the lesson starts, plus the chosen time.
         return std::max(0.0, (action.lessonOrNext()->startTime - action.effectiveDate).count()) + chosen;
     }
     return chosen;
@@ -176,7 +176,7 @@ QCoro::Task<void> FloatingBannerPresenter::scheduleDismissal(std::weak_ptr<Banne
                                                              double seconds)
 {
     const QPointer self(this);
-    // Written so that a length that is not a number becomes the shortest.
+    // Written so that NaN becomes the shortest time.
     co_await wait(Seconds{seconds > shortestTimeOnScreen ? seconds : shortestTimeOnScreen});
     const auto shown = bannerPanel.lock();
     if (self != nullptr && shown != nullptr) {
@@ -200,7 +200,7 @@ void FloatingBannerPresenter::dismiss(const std::shared_ptr<BannerPanel> &banner
                                  std::erase(self->m_leavingWindows, bannerPanel);
                              }
                          });
-    // Its time may end while it goes away already.
+    // The dismissal timer may fire after the teacher has already dismissed the banner.
     if (std::ranges::find(m_leavingWindows, bannerPanel) == m_leavingWindows.end()) {
         m_leavingWindows.push_back(bannerPanel);
     }

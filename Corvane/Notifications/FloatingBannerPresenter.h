@@ -17,11 +17,11 @@
 
 namespace corvane {
 
-/// Shows the large banner of each changeover, above everything, with a sound, and takes it away again after
-/// the time that the teacher chose.
+/// Shows the large banner of each changeover above everything, with a sound, and removes it after the time
+/// that the teacher chose.
 ///
-/// Main thread only; one instance for the whole run. Everything handed in is borrowed. Position and duration
-/// are read at each presentation, so a change in the settings holds from the next banner on.
+/// Main thread only; one instance per run. Borrows everything passed in. Reads position and duration at each
+/// presentation, so a change in the settings applies from the next banner on.
 class FloatingBannerPresenter final : public QObject, public TeachingNotificationPresenting {
     Q_OBJECT
 
@@ -32,14 +32,14 @@ public:
 
     void present(const TeachingAction &action) override;
 
-    /// The banner panels shown now, in order of creation: those made and not yet dismissed or replaced.
+    /// The banner panels shown now, in creation order: those created and not yet dismissed or replaced.
     [[nodiscard]] const std::vector<std::shared_ptr<BannerPanel>> &visibleWindows() const
     {
         return m_visibleWindows;
     }
 
-    /// The lower-left corner of a banner of `size` at `position` in the area `visible`. In an area that is
-    /// too small the banner keeps the right and the top margin and may run off the left and the bottom edge.
+    /// The lower-left corner of a banner of `size` at `position` within `visible`. If the area is too small,
+    /// the banner keeps the right and top margins and may extend beyond the left and bottom edges.
     [[nodiscard]] static Point origin(Size size, Rect visible, NotificationPosition position);
 
 private:
@@ -56,7 +56,7 @@ private:
     Screens &m_screens;
     BannerPanels &m_bannerPanels;
     std::vector<std::shared_ptr<BannerPanel>> m_visibleWindows;
-    /// Dismissed and on their way out; kept here until they are closed.
+    /// Dismissed and still animating; kept here until they are closed.
     std::vector<std::shared_ptr<BannerPanel>> m_leavingWindows;
 };
 

@@ -12,17 +12,17 @@
 
 namespace corvane {
 
-/// One screen of the desktop; rectangles in points, y upwards.
+/// One screen of the desktop; rectangles in points, y points up.
 struct Screen {
-    QString name;      ///< the platform's name for it; empty for a stand-in where there is no screen
+    QString name;      ///< the platform's name; empty for a stand-in where there is no screen
     Rect frame;        ///< the whole screen
-    Rect visibleFrame; ///< without the areas that docks keep for themselves
+    Rect visibleFrame; ///< without the areas reserved by docks
 
     friend bool operator==(const Screen &, const Screen &) = default;
 };
 
-/// The screens, the pointer and the program's own key window. Main thread only; called by the banner
-/// presenter at each presentation, so the answers are those of that moment.
+/// The screens, the pointer and the program's key window. Main thread only; the banner presenter queries it
+/// at each presentation, so the answers are current.
 class Screens {
 public:
     virtual ~Screens() = default;
@@ -30,13 +30,12 @@ public:
     /// All screens in the system's order; may be empty.
     [[nodiscard]] virtual std::vector<Screen> screens() const = 0;
 
-    /// The screen that the desktop calls its main one; none when there is no screen.
+    /// The desktop's main screen; none if there is no screen.
     [[nodiscard]] virtual std::optional<Screen> mainScreen() const = 0;
 
-    /// The screen of the program's window that has the keyboard focus, if there is such a window.
+    /// The screen of the program's window with the keyboard focus, if there is one.
     [[nodiscard]] virtual std::optional<Screen> keyWindowScreen() const = 0;
 
-    /// Where the pointer is.
     [[nodiscard]] virtual Point pointerLocation() const = 0;
 };
 

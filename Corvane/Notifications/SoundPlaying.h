@@ -5,7 +5,7 @@
 
 namespace corvane {
 
-/// The audible part of a banner.
+/// Plays the sound of a banner.
 class SoundPlaying {
 public:
     virtual ~SoundPlaying() = default;

@@ -16,7 +16,7 @@ namespace corvane {
 
 namespace {
 
-/// What tells one schedule from another: the names and the starts.
+/// Two schedules are equal if the names and starts of their lessons are.
 QString scheduleSignature(const std::vector<Lesson> &lessons)
 {
     QStringList items;
@@ -71,7 +71,8 @@ void SystemNotificationScheduler::forgetSchedule()
     ++m_timesForgotten;
 }
 
-/// Whether notifications are granted; those of `lessons` are then in the place of the earlier ones.
+/// Replaces the pending notifications by those of `lessons`. Returns false, and changes nothing, if
+/// notifications are not permitted.
 QCoro::Task<std::expected<bool, Failure>>
 SystemNotificationScheduler::replacePending(Self self, std::vector<Lesson> lessons)
 {
@@ -120,7 +121,7 @@ QCoro::Task<std::expected<void, Failure>> SystemNotificationScheduler::add(Self 
         }
         const auto requests = backupNotifications(lesson, self->m_identifierPrefix);
         for (const NotificationRequest &request : requests) {
-            // The clock goes on while the earlier ones are being added.
+            // Reads the clock again, because adding the earlier ones takes time.
             if (self == nullptr || !(request.fireDate > currentDate())) {
                 continue;
             }

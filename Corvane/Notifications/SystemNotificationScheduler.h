@@ -19,28 +19,27 @@
 
 namespace corvane {
 
-/// The safety net under the banners, which need the running program: it hands dated notifications for each
-/// remaining step of each remaining lesson to something that outlives the program. They come whether Quillet
-/// runs by then or not, and nothing takes them back when it quits.
+/// The safety net for the banners, which need the running program: hands dated notifications for each
+/// remaining step of each remaining lesson to a service that outlives the program. They appear whether or not
+/// Quillet is running, and quitting does not withdraw them.
 ///
-/// Main thread only. A run that is under way when the scheduler goes does nothing more.
+/// Main thread only. Once the scheduler is destroyed, a run in progress makes no further requests.
 class SystemNotificationScheduler final : public QObject {
     Q_OBJECT
 
 public:
-    /// `center` and `logger` are borrowed. Each request gets an identifier that begins with
-    /// `identifierPrefix`, and no other request is ever taken back.
+    /// Borrows `center` and `logger`. Every request's identifier begins with `identifierPrefix`; only
+    /// requests with that prefix are ever withdrawn.
     SystemNotificationScheduler(UserNotificationCenter &center, DebugLogService &logger,
                                 QString identifierPrefix, QObject *parent = nullptr);
 
-    /// Puts the notifications of `lessons`, all of today's, in the place of those that are pending. Does
-    /// nothing when the same lessons were scheduled last. Called by the view model after each reload; never
-    /// fails towards it: what goes wrong is logged, and tried again by the next call. Of two runs that
-    /// overlap, the one that ends last decides.
+    /// Replaces the pending notifications with those of `lessons`, which are all of today's. Does nothing if
+    /// the same lessons were scheduled last. The view model calls it after each reload. Errors are logged,
+    /// not returned; the next call tries again. If two runs overlap, the one that ends last wins.
     QCoro::Task<void> scheduleBackupNotifications(std::vector<Lesson> lessons);
 
-    /// The next call schedules also the lessons that were scheduled last. For a clock that was set: steps
-    /// that were over by the wrong time, and are no longer pending, are ahead again.
+    /// Makes the next call schedule even unchanged lessons. For a clock that was set: steps that were past by
+    /// the wrong time, and so are no longer pending, are in the future again.
     void forgetSchedule();
 
 private:
@@ -53,8 +52,8 @@ private:
     UserNotificationCenter &m_center;
     DebugLogService &m_logger;
     QString m_identifierPrefix;
-    std::optional<QString> m_lastScheduleSignature; ///< of the lessons last scheduled completely
-    int m_timesForgotten = 0;                       ///< what a run began before is not remembered at its end
+    std::optional<QString> m_lastScheduleSignature; ///< of the last completely scheduled lessons
+    int m_timesForgotten = 0; ///< a run that began before the last forgetSchedule() stores no signature
 };
 
 } // namespace corvane

@@ -9,8 +9,8 @@
 
 namespace corvane {
 
-/// Plays the system sound "Glass", and the alert beep where that cannot be played, so that the teacher hears
-/// something either way. Keeps nothing between calls; two calls in quick succession play twice.
+/// Plays the system sound "Glass", or the alert beep if that fails, so that the teacher hears something
+/// either way. Stateless; two calls in quick succession play twice.
 class SystemSoundPlayer final : public SoundPlaying {
 public:
     /// Both are borrowed.

@@ -9,17 +9,17 @@
 
 namespace corvane {
 
-/// The named sounds of the system. Main thread only, and no call blocks it. Called by the sound player.
+/// The system's named sounds. Main thread only; no call blocks. Called by the sound player.
 class SystemSounds {
 public:
     virtual ~SystemSounds() = default;
 
-    /// Looks the sound `name` up afresh, starts it, and answers whether playback started: false where there
-    /// is no such sound, and where the sound server does not say within a second that it plays. Does not wait
-    /// for the end of the sound; a second call does not cut the first sound off.
+    /// Looks up the sound `name` at each call, starts it and returns whether playback started: false if there
+    /// is no such sound, or if the sound server does not confirm playback within a second. Does not wait for
+    /// the end of the sound; a second call does not cut off the first sound.
     virtual QCoro::Task<bool> play(QString name) = 0;
 
-    /// The user's alert beep. Always available; never fails.
+    /// Plays the user's alert beep. Always available; never fails.
     virtual void beep() = 0;
 };
 

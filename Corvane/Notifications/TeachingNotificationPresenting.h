@@ -7,12 +7,12 @@
 
 namespace corvane {
 
-/// Whoever shows a teaching action to the teacher. Main thread only; called by the view model.
+/// Shows teaching actions to the teacher. Main thread only; called by the view model.
 class TeachingNotificationPresenting {
 public:
     virtual ~TeachingNotificationPresenting() = default;
 
-    /// Shows one alert for `action`, in place of one that is still up.
+    /// Shows one alert for `action`, replacing one that is still shown.
     virtual void present(const TeachingAction &action) = 0;
 };
 

@@ -15,42 +15,42 @@
 
 namespace corvane {
 
-/// A notification that the desktop is to show at its moment, with the system's own sound for notifications
-/// unless it is a quiet one, whether the program runs by then or not.
+/// A notification to be shown at a given time, with the system's notification sound unless it is quiet,
+/// whether or not the program is running by then.
 struct NotificationRequest {
-    QString identifier; ///< any text; one request at a time is pending under it
+    QString identifier; ///< any text; at most one request per identifier is pending
     QString title;      ///< plain text
     QString body;       ///< plain text
     QString categoryIdentifier;
-    Date fireDate;        ///< cut to its whole second
-    Date expirationDate;  ///< from then on it helps nobody: a machine that slept until then does not show it
-    bool isQuiet = false; ///< it comes without a sound
+    Date fireDate;        ///< truncated to the whole second
+    Date expirationDate;  ///< from then on it is useless: a machine that slept until then does not show it
+    bool isQuiet = false; ///< shown without a sound
 
     friend bool operator==(const NotificationRequest &, const NotificationRequest &) = default;
 };
 
-/// What keeps dated notifications for the program and shows them, also when the program does not run. Main
-/// thread only; used by the backup scheduler and by those who tell of what is missing.
+/// Keeps dated notifications for the program and shows them, even when the program is not running. Main
+/// thread only; used by the backup scheduler and by the notices about what is missing.
 ///
-/// Calls are carried out in the order in which they were made, and answer when what they did outlives the
-/// program and the machine's next start. Each ends within 30 seconds, whatever hangs.
+/// Calls are carried out in the order in which they were made. Each completes once its effect is durable,
+/// even across a reboot, and within 30 seconds in any case.
 class UserNotificationCenter {
 public:
     virtual ~UserNotificationCenter() = default;
 
-    /// Asks to show notifications with sound: whether that is granted. Asked anew each time, so that a change
-    /// of mind is noticed.
+    /// Requests permission to show notifications with sound and returns whether it is granted. Asked anew
+    /// each time, so that a change of mind is noticed.
     virtual QCoro::Task<std::expected<bool, Failure>> requestAuthorization() = 0;
 
-    /// The identifiers of the requests whose moment has not come.
+    /// The identifiers of the requests that are not yet due.
     virtual QCoro::Task<std::expected<QStringList, Failure>> pendingNotificationRequests() = 0;
 
-    /// Takes back pending requests; an identifier that is not pending is passed over. What has been shown
-    /// stays.
+    /// Withdraws pending requests; identifiers that are not pending are ignored. Notifications already shown
+    /// stay.
     virtual QCoro::Task<std::expected<void, Failure>>
     removePendingNotificationRequests(QStringList identifiers) = 0;
 
-    /// Keeps `request` until its moment; it replaces one pending under the same identifier.
+    /// Keeps `request` until it is due, replacing a pending one with the same identifier.
     virtual QCoro::Task<std::expected<void, Failure>> add(NotificationRequest request) = 0;
 };
 
