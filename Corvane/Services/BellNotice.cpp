@@ -13,7 +13,8 @@ namespace corvane {
 
 namespace {
 
-/// The title names the student until the lesson comes near, and from then on the state.
+/// The bell's title is the student's name while idle or teaching, and the state otherwise; the notice begins
+/// with the other of the two.
 QString beginning(const TeachingAction &action, const Lesson &lesson)
 {
     switch (action.state) {

@@ -10,9 +10,8 @@
 
 namespace corvane {
 
-/// What the bell tells besides its title, in its tool tip and to a screen reader: title and notice together
-/// name the lesson, its state and a time. `gaps` is what the calendars lack, which comes last. Empty where
-/// there is neither a lesson nor a gap.
+/// The bell's notice, for its tool tip and for screen readers: together with the title it names the lesson,
+/// its state and a time. `gaps`, the text on missing calendars, comes last. Empty without a lesson and a gap.
 [[nodiscard]] QString bellNotice(const TeachingAction &action, const QString &gaps, const QLocale &locale);
 
 } // namespace corvane

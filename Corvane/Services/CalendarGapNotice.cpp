@@ -38,7 +38,7 @@ void CalendarGapNotice::update()
     if (hasNew) {
         spawn(tellAfter(this, patience));
     }
-    // One that the others waited for may have ended.
+    // A gap that delayed the report of the others may have ended.
     tellWhatIsDue();
 }
 
@@ -72,7 +72,7 @@ void CalendarGapNotice::tellWhatIsDue()
             told.push_back(calendar);
         }
     }
-    // The whole second after the next one: the center takes none that has begun.
+    // One to two seconds ahead: the center rejects a second that has begun.
     const Date fireDate = dateSince1970(std::floor(secondsSince1970(currentDate())) + 2);
     constexpr Seconds use{900};
     spawn(notify(this, {.identifier = u"quillet.calendar-gap."_s +

@@ -15,27 +15,27 @@
 
 namespace corvane {
 
-/// Tells the teacher, by one quiet notification, of a calendar whose lessons have been missing for five
-/// minutes in one go. It is told once, until the calendar is back and fails anew. Main thread only.
+/// Reports a calendar whose lessons have been missing for five minutes without a break, by one quiet
+/// notification. Reports it again only if the calendar recovers and then fails anew. Main thread only.
 class CalendarGapNotice final : public QObject {
     Q_OBJECT
 
 public:
-    /// What is passed is borrowed.
+    /// Borrows the objects passed in.
     CalendarGapNotice(const CalendarMonitor &monitor, UserNotificationCenter &center, DebugLogService &logger,
                       QObject *parent = nullptr);
 
-    /// A gap that ends before is not told.
+    /// Shorter gaps are not reported.
     static constexpr Seconds patience{300};
 
-    /// Calendars whose gaps begin within so long of the first are told together, when the last has lasted
-    /// long enough: one network fails them all, though not at one moment.
+    /// Gaps that begin within this time of the first are reported together, once the last of them has lasted
+    /// long enough: a network failure affects all calendars, but not at the same moment.
     static constexpr Seconds together{60};
 
 private:
     using Self = QPointer<CalendarGapNotice>;
     struct Gap {
-        Seconds since{}; ///< as uptime() counts
+        Seconds since{}; ///< in uptime()
         bool isTold = false;
     };
 

@@ -19,11 +19,11 @@ namespace {
 
 using Condition = CalendarStatus::Condition;
 
-/// Names come from strangers, of any length.
+/// Names are untrusted and of any length.
 QString quotedName(const CalendarStatus &calendar)
 {
     constexpr qsizetype longestName = 40;
-    // More than is kept, since what is blank is drawn together.
+    // More than is kept, because simplified() collapses white space.
     QString name = calendar.name.left(10 * longestName).simplified();
     if (name.size() > longestName) {
         const bool wouldCutCharacter = name.at(longestName - 2).isHighSurrogate();
@@ -49,7 +49,7 @@ QString nouns(const std::vector<CalendarStatus> &gaps)
     return u"the calendars "_s + names.join(u", "_s) + u" and "_s + last;
 }
 
-/// The condition that all share, or none.
+/// The condition that all gaps share, if any.
 std::optional<Condition> commonCondition(const std::vector<CalendarStatus> &gaps)
 {
     const Condition first = gaps.front().condition;
@@ -81,7 +81,7 @@ QString advice(const std::vector<CalendarStatus> &gaps)
     Q_UNREACHABLE();
 }
 
-/// For example: since 09:14. Empty where that is not known, or too long ago for a time of the day.
+/// For example: since 09:14. Empty if unknown, or if too long ago for a time of day.
 QString sinceText(const std::vector<CalendarStatus> &gaps, Date now, const QLocale &locale)
 {
     constexpr Seconds longest{12.0 * 3600};

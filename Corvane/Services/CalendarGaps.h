@@ -12,18 +12,18 @@
 
 namespace corvane {
 
-/// What the teacher is told of calendars whose lessons are missing, as pure functions. The texts are plain;
-/// names in them are cut, and free of line breaks.
+/// The texts about calendars whose lessons are missing, as pure functions. They are plain text; names in them
+/// are shortened and free of line breaks.
 namespace calendarGaps {
 
-/// Those of `calendars` whose lessons are missing.
+/// The calendars whose lessons are missing.
 [[nodiscard]] std::vector<CalendarStatus> among(const std::vector<CalendarStatus> &calendars);
 
 /// For the bell, for example: No answer from the calendar “Lessons”. Empty without gaps.
 [[nodiscard]] QString notice(const std::vector<CalendarStatus> &gaps);
 
-/// For a notification, of one gap at least: its title, and what is missing, since when, as seen at `now`, and
-/// what can be done about it.
+/// For a notification about at least one gap: its title, and a body that says what is missing, since when
+/// (relative to `now`) and what can be done.
 [[nodiscard]] QString title(const std::vector<CalendarStatus> &gaps);
 [[nodiscard]] QString body(const std::vector<CalendarStatus> &gaps, Date now, const QLocale &locale);
 

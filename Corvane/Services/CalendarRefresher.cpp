@@ -57,7 +57,7 @@ QCoro::Task<void> CalendarRefresher::reloadSoon(QPointer<CalendarRefresher> self
 {
     co_await wait(gathering);
     if (self != nullptr) {
-        // News that the load itself brings are for another one.
+        // Cleared first, so that news during the load leads to another one.
         self->m_willReload = false;
         self->m_reloadLessons();
     }

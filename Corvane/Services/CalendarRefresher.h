@@ -16,24 +16,23 @@
 
 namespace corvane {
 
-/// Keeps online calendars fresh: it decides when the event store is asked to look for news, and has the
-/// lessons loaded anew when there are some. Main thread only.
+/// Decides when to ask servers for new events, and reloads the lessons when there are any. Main thread only.
 class CalendarRefresher final : public QObject {
     Q_OBJECT
 
 public:
-    /// `store` and `watcher` are borrowed. `reloadLessons` starts a load and returns at once.
+    /// Borrows `store` and `watcher`. `reloadLessons` starts a load and returns at once.
     CalendarRefresher(EventStore &store, const SystemWatcher &watcher, std::function<void()> reloadLessons,
                       QObject *parent = nullptr);
 
-    /// Asks for news now: called at the start of the program and when the teacher wants the lessons loaded
-    /// anew. From then on it asks by itself, on waking, when the network is back, and `interval` after it
-    /// asked last. The interval does not count sleep, and what was missed in it is not made up.
+    /// Asks for news now: called at the program's start and when the teacher reloads the lessons. After the
+    /// first call it also asks every `interval` since the last request, on waking and when the network is
+    /// back. The interval excludes sleep; missed requests are not made up for.
     void refresh();
 
     static constexpr Seconds interval{300};
 
-    /// News that come within so long of the first lead to one load, at its end.
+    /// News within this time of the first leads to one load, at its end.
     static constexpr Seconds gathering{1};
 
 private:
@@ -44,7 +43,7 @@ private:
 
     EventStore &m_store;
     std::function<void()> m_reloadLessons;
-    Seconds m_nextRefresh{}; ///< as uptime() counts
+    Seconds m_nextRefresh{}; ///< in uptime()
     bool m_isRegular = false;
     bool m_willReload = false;
 };

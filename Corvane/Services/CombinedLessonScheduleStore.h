@@ -12,21 +12,20 @@
 
 namespace corvane {
 
-/// Today's calendar lessons and today's manual lessons in one list, without duplicates, by start time.
+/// Today's calendar and manual lessons in one list, sorted by start time, without duplicates.
 ///
-/// Main thread only. It caches nothing: each call reads both sources afresh. The services handed in are
-/// borrowed.
+/// Main thread only. Caches nothing: each call reads both sources again. Borrows the services passed in.
 class CombinedLessonScheduleStore final : public LessonScheduleProviding {
 public:
     /// `calendar` decides which manual lessons are today's.
     CombinedLessonScheduleStore(LessonScheduleProviding &calendarStore, const AppSettings &settings,
                                 const DateProviding &dateProvider, DayCalendar calendar);
 
-    /// Fails, with the calendar's error, only when the calendar fails and there is no manual lesson today.
+    /// Fails, with the calendar's error, only if the calendar fails and there is no manual lesson today.
     QCoro::Task<LessonScheduleResult> lessonsForToday() override;
 
-    /// The first of each group of lessons with the same student name and start, sorted by start, those that
-    /// start together by name and platform.
+    /// The first of each group of lessons with the same student name and start, sorted by start, then name,
+    /// then platform.
     [[nodiscard]] static std::vector<Lesson> uniqueAndSorted(std::vector<Lesson> lessons);
 
 private:
@@ -34,7 +33,7 @@ private:
 
     LessonScheduleProviding &m_calendarStore;
     const AppSettings &m_settings;
-    /// Not read: each service is built with the shared clock, but which day is today is the system's to say.
+    /// Unused: every service gets the shared clock, but the system clock decides which day is today.
     [[maybe_unused]] const DateProviding &m_dateProvider;
     DayCalendar m_calendar;
 };

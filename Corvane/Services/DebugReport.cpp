@@ -16,7 +16,7 @@ namespace corvane::debugReport {
 
 namespace {
 
-/// Of a title or a name so many characters are shown.
+/// Titles and names are cut to this many characters.
 constexpr qsizetype longestTitle = 200;
 
 QString shortened(const QString &text)
@@ -30,7 +30,7 @@ QDateTime localTime(Date date)
     return toDateTime(date).toLocalTime();
 }
 
-/// "09:14", and the day before it where that is not the day of `now`.
+/// "09:14", preceded by the date if it is not the day of `now`.
 QString whenText(Date date, Date now, const QLocale &locale)
 {
     const QString time = timeOfDayText(date, locale);
@@ -131,7 +131,7 @@ Row calendarRow(const CalendarStatus &calendar, Date now, const QLocale &locale)
     } else {
         details << u"not read yet"_s;
     }
-    // At the end: one that is written from the right would turn the rest round.
+    // Last, because a right-to-left name would reorder what follows.
     details << shortened(calendar.account);
     details.removeAll(QString());
     return {.tone = toneOf(calendar),
@@ -154,7 +154,7 @@ Row moreRow(std::size_t count)
         .tone = Tone::plain, .lead = {}, .title = {}, .detail = u"and %1 more"_s.arg(count), .problem = {}};
 }
 
-/// The events that are no lessons, and why.
+/// The events that are not lessons, and why.
 std::vector<std::pair<const CalendarEvent *, NotALesson>> notLessons(const std::vector<CalendarEvent> &events,
                                                                      const CalendarLessonParser &parser)
 {

@@ -14,52 +14,52 @@
 #include <cstdint>
 #include <vector>
 
-/// What the debug window shows, and how it puts it: pure functions of what the program knows and the moment.
+/// The texts of the debug window: pure functions of the program's state and the moment.
 ///
-/// The texts in the rows are on one line and cut to what can be shown; they may hold anything else, and are
-/// to be shown as plain text.
+/// The texts in the rows are on one line and cut to a displayable length; apart from that they may contain
+/// anything and must be shown as plain text.
 namespace corvane::debugReport {
 
-/// How something stands.
+/// The state of what a row describes.
 enum class Tone : std::uint8_t {
-    plain,   ///< nothing to tell
-    good,    ///< all is well
+    plain,   ///< no judgement
+    good,    ///< in order
     waiting, ///< not known yet
-    warning, ///< something is wrong, and stood in for
+    warning, ///< something is wrong, but there is a substitute
     bad,     ///< something is missing
 };
 
 struct Row {
     Tone tone = Tone::plain;
-    QString lead;    ///< what it is, or its time; each text may be empty
-    QString title;   ///< what counts
-    QString detail;  ///< what stands back
-    QString problem; ///< what is wrong, in the colour of the tone
+    QString lead;    ///< a label or a time; each text may be empty
+    QString title;   ///< the main text
+    QString detail;  ///< the secondary text
+    QString problem; ///< what is wrong, shown in the colour of the tone
 
     friend bool operator==(const Row &, const Row &) = default;
 };
 
-/// So many rows of one kind are shown; a last one tells how many more there are.
+/// At most this many rows of one kind are shown; a last row gives the number of the others.
 inline constexpr std::size_t mostRows = 500;
 
-/// The snapshot, a row for each of its values.
+/// One row for each value of the snapshot.
 [[nodiscard]] std::vector<Row> snapshotRows(const DebugSnapshot &snapshot, const QLocale &locale);
 
-/// Each calendar: how it stands, what it gave and what is wrong with it.
+/// One row for each calendar: its state, its events and its problem.
 [[nodiscard]] std::vector<Row> calendarRows(const std::vector<CalendarStatus> &calendars, Date now,
                                             const QLocale &locale);
 
-/// The events that did not become lessons, each with the rule of `parser` that decided.
+/// The events that are not lessons, each with the reason that `parser` gives.
 [[nodiscard]] std::vector<Row> notLessonRows(const std::vector<CalendarEvent> &events,
                                              const CalendarLessonParser &parser, const QLocale &locale);
 
-/// The lines of the log, with the user's time of day.
+/// The lines of the log, with local times.
 [[nodiscard]] std::vector<Row> logRows(const QStringList &lines);
 
-/// A row in words, for a screen reader.
+/// A row as text for a screen reader.
 [[nodiscard]] QString rowText(const Row &row);
 
-/// A part of the window: its title, and what it says while it has no rows.
+/// A section of the window: its title, and its text while it has no rows.
 struct Section {
     QString title;
     QString nothing;
@@ -70,19 +70,18 @@ struct Section {
 [[nodiscard]] Section notLessonSection();
 [[nodiscard]] Section logSection();
 
-/// All that a report is made of.
+/// The contents of a report.
 struct Contents {
     DebugSnapshot snapshot;
-    std::vector<Lesson> lessons; ///< whose names are cut
+    std::vector<Lesson> lessons; ///< their names are reduced to initials
     std::vector<CalendarStatus> calendars;
     std::vector<CalendarEvent> events;
     QStringList logLines;
     Date now;
 };
 
-/// What the window shows as plain text, to be sent to someone else: pupils' names are cut to their initials,
-/// and so are the titles of events; links and notes are left out. Times in the log are in UTC there, as in
-/// the file.
+/// The window's contents as plain text, to be sent to someone else: pupils' names and the titles of events
+/// are reduced to initials; links and notes are left out. Log lines keep their UTC times, as in the file.
 [[nodiscard]] QString text(const Contents &contents, const CalendarLessonParser &parser,
                            const QLocale &locale);
 

@@ -15,8 +15,8 @@ namespace corvane::debugReport {
 
 namespace {
 
-/// The pupils that anything in `contents` tells of: those of the lessons, and of what was announced, whose
-/// lesson may have gone since.
+/// The pupils mentioned anywhere in `contents`: in the lessons, and in announcements, whose lesson may be
+/// gone by now.
 QStringList knownNames(const Contents &contents)
 {
     QStringList names;
@@ -51,8 +51,8 @@ QStringList knownNames(const Contents &contents)
     return names;
 }
 
-/// `contents` without what does not leave the machine; cut while the texts are still whole. Events keep their
-/// texts, which decide why they are no lessons.
+/// `contents` without private texts; removed while the texts are still complete. Events keep their texts,
+/// which decide why they are not lessons.
 Contents discreet(Contents contents)
 {
     const NameInitials names(knownNames(contents));

@@ -21,7 +21,7 @@ FirstLessonLook::FirstLessonLook(const Sources &sources, QString backupPrefix, D
     , m_backupPrefix(std::move(backupPrefix))
     , m_logger(logger)
 {
-    // It is published with each beat of the heart.
+    // Emitted at each heartbeat.
     connect(&sources.viewModel, &MenuBarViewModel::currentActionChanged, this, &FirstLessonLook::update);
 }
 
@@ -74,7 +74,7 @@ QCoro::Task<Readiness> FirstLessonLook::examine(Self self)
         co_return found;
     }
     found.showsNotifications = granted && *granted;
-    // While nobody shows notifications none are handed over, and no agent is started.
+    // If notifications are not shown, no backups were handed over; asking would only start the agent.
     if (found.showsNotifications) {
         const auto pending = co_await self->m_sources.center.pendingNotificationRequests();
         if (self == nullptr) {
@@ -83,7 +83,7 @@ QCoro::Task<Readiness> FirstLessonLook::examine(Self self)
         found.hasBackups = pending && readiness::hasBackups(self->m_sources.viewModel.lessons(), *pending,
                                                             self->m_backupPrefix, currentDate());
     }
-    // A stand-in where there is no screen has no name.
+    // The stand-in for a missing screen has no name.
     found.hasScreen = std::ranges::any_of(self->m_sources.screens.screens(),
                                           [](const Screen &screen) { return !screen.name.isEmpty(); });
     found.unansweredCalendars =
@@ -98,7 +98,7 @@ QCoro::Task<void> FirstLessonLook::tell(Self self, Readiness found)
         co_return;
     }
     const Date now = currentDate();
-    // The whole second after the next one: the center takes none that has begun.
+    // One to two seconds ahead: the center rejects a second that has begun.
     const Date fireDate = dateSince1970(std::floor(secondsSince1970(now)) + 2);
     constexpr Seconds use{900};
     const NotificationRequest request{

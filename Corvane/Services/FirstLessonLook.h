@@ -22,30 +22,30 @@
 
 namespace corvane {
 
-/// Looks once a day, twenty minutes before the first lesson, whether everything is there that the day needs,
-/// and tells of what is not: in the log, and by one quiet notification. Main thread only.
+/// Checks once a day, twenty minutes before the first lesson, that everything the day needs is available, and
+/// reports what is missing in the log and by one quiet notification. Main thread only.
 class FirstLessonLook final : public QObject {
     Q_OBJECT
 
 public:
-    /// What is looked at; all borrowed.
+    /// What is checked; all borrowed.
     struct Sources {
         const MenuBarViewModel &viewModel;
         const CalendarMonitor &calendars;
         const Screens &screens;
         SystemSounds &sounds;
         UserNotificationCenter &center;
-        DirectNotifications &directNotifications; ///< for when the center takes none
+        DirectNotifications &directNotifications; ///< used if the center fails
     };
 
-    /// `backupPrefix` is what the identifiers of the backups begin with. `logger` is borrowed.
+    /// `backupPrefix` is the prefix of backup identifiers. Borrows `logger`.
     FirstLessonLook(const Sources &sources, QString backupPrefix, DebugLogService &logger,
                     QObject *parent = nullptr);
 
-    /// Only what is still missing so long after it was missed is told: the program may just be starting.
+    /// Only what is still missing after this time is reported: the program may just be starting.
     static constexpr Seconds patience{30};
 
-    /// A sound of the program's own theme that nobody hears: whether it plays tells whether sounds do.
+    /// A silent sound from the program's own sound theme, to test whether sounds can be played.
     [[nodiscard]] static QString silentSound();
 
 private:

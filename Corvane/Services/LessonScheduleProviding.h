@@ -15,10 +15,9 @@
 
 namespace corvane {
 
-/// Why today's lessons could not be loaded: the user's refusal, or what the platform says.
+/// Why today's lessons could not be loaded: access was denied, or the platform reported a failure.
 using LessonScheduleError = std::variant<CalendarAccessError, Failure>;
 
-/// The error in words.
 [[nodiscard]] inline QString localizedDescription(const LessonScheduleError &error)
 {
     const auto *const access = std::get_if<CalendarAccessError>(&error);
@@ -27,7 +26,7 @@ using LessonScheduleError = std::variant<CalendarAccessError, Failure>;
 
 using LessonScheduleResult = std::expected<std::vector<Lesson>, LessonScheduleError>;
 
-/// Whoever knows which lessons there are today. Main thread only; called at each reload, overlapping or not.
+/// Provides today's lessons. Main thread only; called at each reload, and calls may overlap.
 class LessonScheduleProviding {
 public:
     virtual ~LessonScheduleProviding() = default;

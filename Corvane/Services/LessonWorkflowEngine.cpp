@@ -16,10 +16,10 @@ constexpr Seconds oneMinuteMark{60}; ///< before a start: end of prepare
 constexpr Seconds lastCallMark{20};  ///< before a start: end of join
 constexpr Seconds startGrace{5};     ///< after a start: end of start now
 
-/// The words about a student's name in the messages that hold one.
+/// The words around the student's name in messages.
 constexpr QLatin1StringView teachWord = "Teach "_L1;
 constexpr QLatin1StringView finishUpWord = "Finish up "_L1;
-constexpr QLatin1StringView someLesson = "current lesson"_L1; ///< in the name's place
+constexpr QLatin1StringView someLesson = "current lesson"_L1; ///< in place of the name
 constexpr QLatin1StringView joinWord = "Join "_L1;
 constexpr QLatin1StringView nowWord = " now"_L1;
 
@@ -35,8 +35,8 @@ struct Around {
     const Lesson *upcoming = nullptr;
 };
 
-/// Of several lessons that are in progress, or that come next, the one with the earliest start, and of equal
-/// starts the first in the list: what a stable sort by start would put first, found without sorting.
+/// Of several lessons in progress or upcoming, the one with the earliest start wins; of equal starts, the
+/// first in the list. A stable sort by start would put it first; this finds it without sorting.
 Around around(const std::vector<Lesson> &lessons, Date now)
 {
     Around result;
@@ -123,8 +123,8 @@ TeachingAction LessonWorkflowEngine::action(const std::vector<Lesson> &lessons,
                               .nextTransitionDate = transition};
     };
     const Date end = current->endTime();
-    // Tested before the start grace: a lesson no longer than its last minute is wrapped up from its first
-    // second.
+    // Checked before the start grace: a lesson of at most `finishUpLeadTime` is in its wrap-up phase from its
+    // first second.
     if (now >= end - current->profile.finishUpLeadTime && now < end) {
         return during(LessonState::wrapUp, wrapUpMessage(current), TeachingActionPriority::attention, end);
     }

@@ -11,23 +11,23 @@
 
 namespace corvane {
 
-/// From today's lessons and a moment: the one thing that the teacher should do then.
+/// Computes from today's lessons and a moment the one thing that the teacher should do then.
 ///
-/// A value without state between calls; may be called from any thread. The view model calls it once a second
-/// and after each reload.
+/// Keeps no state between calls; any thread may call it. The view model calls it once a second and after each
+/// reload.
 class LessonWorkflowEngine {
 public:
     explicit LessonWorkflowEngine(const DateProviding &dateProvider) : m_dateProvider(&dateProvider) {}
 
-    /// The action for `lessons` (any order, overlapping or not) at `date`, or at the system's present time
-    /// when none is given. Of lessons that start together the first in the list comes first. Never fails.
+    /// The action for `lessons` (any order, possibly overlapping) at `date`, or at the system's current time.
+    /// Of lessons that start together, the first in the list wins. Never fails.
     [[nodiscard]] TeachingAction action(const std::vector<Lesson> &lessons,
                                         std::optional<Date> date = std::nullopt) const;
 
-    /// "Join Zoom now"; a lesson on no named platform is joined by its student's name.
+    /// "Join Zoom now"; for a lesson without a named platform, the student's name instead.
     [[nodiscard]] static QString joinMessage(const Lesson &lesson);
 
-    /// The student whom an action's `message` names; nothing where it names none.
+    /// The student that an action's `message` names, if any.
     [[nodiscard]] static std::optional<QString> studentIn(const QString &message);
 
 private:
@@ -35,7 +35,7 @@ private:
     [[nodiscard]] static std::optional<Date> nextTransitionDate(const Lesson &current, const Lesson *upcoming,
                                                                 Date now);
 
-    /// Not read: each service is built with the shared clock, but an action is for the moment asked for.
+    /// Unused: every service gets the shared clock, but an action is for the moment passed in.
     [[maybe_unused]] const DateProviding *m_dateProvider;
 };
 

@@ -18,10 +18,10 @@ namespace {
 
 constexpr Seconds lessonReloadInterval{60};
 
-/// How long the heartbeat's start waits for the first backup notifications.
+/// How long the start of the heartbeat waits for the first backup notifications.
 constexpr Seconds firstBackupsTimeout{1};
 
-/// What makes a lesson the same lesson after a reload gave it a new identifier.
+/// Identifies a lesson across reloads, which give it a new identifier.
 std::optional<QString> lessonIdentity(const std::optional<Lesson> &lesson)
 {
     if (!lesson) {
@@ -31,7 +31,7 @@ std::optional<QString> lessonIdentity(const std::optional<Lesson> &lesson)
            QString::number(static_cast<qint64>(secondsSince1970(lesson->startTime)));
 }
 
-/// What makes an alert the same alert: the phase and the lesson it is about.
+/// Identifies an alert: the phase and its lesson.
 std::optional<QString> notificationKey(const TeachingAction &action, LessonState state)
 {
     const auto identity = lessonIdentity(action.lessonOrNext());
@@ -145,7 +145,7 @@ QCoro::Task<void> MenuBarViewModel::reloadLessons()
         m_environment.debugLogger.log(u"calendar reload success lessons="_s + count + u" window=today"_s,
                                       currentDate());
         if (m_hasStarted && !m_isBeating) {
-            // The lessons are known: a notification service that hangs must not keep their banners back.
+            // The lessons are known, so a notification service that hangs must not delay their banners.
             spawn(startHeartbeatAfter(self, firstBackupsTimeout));
         }
         co_await m_environment.systemNotificationScheduler.scheduleBackupNotifications(std::move(today));
@@ -170,7 +170,7 @@ void MenuBarViewModel::heartbeat()
         refreshAction(true);
         return;
     }
-    // While no load succeeds, each second starts another: a teacher waits for the lessons.
+    // Until a load succeeds, each second starts another, because the teacher waits for the lessons.
     spawn(reloadLessons());
 }
 
@@ -186,7 +186,7 @@ void MenuBarViewModel::refreshAction(bool shouldNotify)
     if (!shouldNotify || unchanged || !shouldPresent(m_currentAction)) {
         return;
     }
-    // A copy: what observes the alert may make the current action a new one.
+    // A copy, because observers of the alert may change the current action.
     const TeachingAction announced = m_currentAction;
     m_environment.debugLogger.log(u"notification should fire state="_s + rawValue(announced.state) +
                                       u" message=\""_s + plainText(announced.message) + u'"',

@@ -18,34 +18,35 @@
 
 namespace corvane {
 
-/// The hub of the running program: it holds today's lessons and the current action, reloads the lessons once
-/// a minute, asks the engine once a second, raises each changeover's alert once, and gives the text beside
+/// The hub of the running program: holds today's lessons and the current action, reloads the lessons once a
+/// minute, asks the engine once a second, raises each changeover's alert once and provides the text beside
 /// the bell.
 ///
-/// Main thread only. Each published property tells its observers at every assignment. Nothing here fails
-/// towards the caller.
+/// Main thread only. Each published property emits its signal at every assignment, even of an equal value. No
+/// call reports an error to the caller.
 class MenuBarViewModel : public QObject {
     Q_OBJECT
 
 public:
-    /// Performs no input or output.
+    /// Does no input or output.
     explicit MenuBarViewModel(const AppEnvironment &environment, QObject *parent = nullptr);
 
-    /// Loads the lessons and then starts the heartbeat, which the backup notifications do not hold up for
-    /// longer than a second. Only the first call does anything.
+    /// Loads the lessons, then starts the heartbeat. Backup notifications delay the heartbeat by at most a
+    /// second. Only the first call has an effect.
     QCoro::Task<void> start();
 
-    /// Loads today's lessons, has their backup notifications scheduled and asks the engine anew; meanwhile
-    /// the heartbeat goes on. A load that fails keeps the lessons of the last one.
+    /// Loads today's lessons, schedules their backup notifications and asks the engine again; the heartbeat
+    /// continues meanwhile. A failed load keeps the lessons of the last successful one.
     QCoro::Task<void> reloadLessons();
 
-    /// Whether an appearance of the native menu counts: those within a second of one another are one.
+    /// Whether to act on an appearance of the native menu: appearances within a second of one another count
+    /// once.
     [[nodiscard]] bool admitsMenuAppearance() { return m_menuAppearances.admits(uptime()); }
 
-    /// The text beside the bell; changes whenever the current action is published.
+    /// The text beside the bell; may change whenever the current action is published.
     [[nodiscard]] QString menuTitle() const;
 
-    /// Raises a test banner at once. It neither suppresses a real alert nor is suppressed by one.
+    /// Shows a test banner at once. It neither suppresses a real alert nor is suppressed by one.
     void testNotification();
 
     [[nodiscard]] const TeachingAction &currentAction() const { return m_currentAction; }

@@ -62,7 +62,7 @@ std::vector<MenuCommand> menuCommands(MenuBarViewModel &viewModel, const MenuAct
 
 void openSetupUnlessCompleted(MenuBarViewModel &viewModel, const MenuActions &actions)
 {
-    // Not within the appearing itself: the window that opens is to come to the front of what appears.
+    // Queued, so that the setup window ends up in front.
     QMetaObject::invokeMethod(
         &viewModel,
         [&viewModel, actions] {

@@ -12,7 +12,7 @@ namespace corvane {
 
 class MenuBarViewModel;
 
-/// A window by the identifier that it is opened by and the title that it bears.
+/// A window's identifier, by which it is opened, and its title.
 struct WindowName {
     QString identifier;
     QString title;
@@ -20,7 +20,6 @@ struct WindowName {
     friend bool operator==(const WindowName &, const WindowName &) = default;
 };
 
-/// The program's windows.
 namespace windowNames {
 
 [[nodiscard]] WindowName setup();
@@ -31,17 +30,16 @@ namespace windowNames {
 
 } // namespace windowNames
 
-/// What the commands of the menu bar panel, and of the native menu in its place, reach beyond the view model.
-/// None of the functions may be empty. The functions that open a window bring one that is open to the front.
+/// What the commands of the menu bar panel, and of the native menu that replaces it, can do beyond the view
+/// model. No function may be empty. The functions that open a window bring an open one to the front.
 struct MenuActions {
-    /// Whether there is such a window: a command that would open another one is not offered.
+    /// Whether the window exists: a command for any other window is not offered.
     std::function<bool(const WindowName &window)> hasWindow;
-    /// A command was chosen that opens `window`.
+    /// The user chose the command that opens `window`.
     std::function<void(const WindowName &window)> openWindow;
-    /// `window` opens because the content has appeared: both are to stay, and to be of use beside one
-    /// another.
+    /// `window` opens because the content has appeared: both must stay open and usable side by side.
     std::function<void(const WindowName &window)> openWindowBeside;
-    /// Ends the program at once.
+    /// Quits the program at once.
     std::function<void()> quit;
 };
 
@@ -49,21 +47,21 @@ struct MenuActions {
 struct MenuCommand {
     QString text;
     std::function<void()> action;
-    QString shortcut;         ///< a key sequence in its portable form, or empty
-    bool beginsGroup = false; ///< a line stands above it
+    QString shortcut;         ///< a key sequence in portable form, or empty
+    bool beginsGroup = false; ///< a separator precedes it
 };
 
-/// The commands from top to bottom. `viewModel` is borrowed by their actions. Main thread.
+/// The commands from top to bottom. Their actions borrow `viewModel`. Main thread.
 [[nodiscard]] std::vector<MenuCommand> menuCommands(MenuBarViewModel &viewModel, const MenuActions &actions);
 
-/// Opens the setup window, on the next turn of the event loop, while setup has not been completed. Called at
-/// each appearance of the commands.
+/// Opens the setup window on the next turn of the event loop, unless setup has been completed. Called at each
+/// appearance of the commands.
 void openSetupUnlessCompleted(MenuBarViewModel &viewModel, const MenuActions &actions);
 
-/// What is to happen each time the content of the bell's menu appears: today's lessons are loaded anew, and
-/// setup is opened while it has not been completed. The menu bar panel does this by itself; it is for the
-/// native menu, when that is about to be shown, which anybody on the bus may say any number of times: those
-/// within a second of one another are one. Returns at once.
+/// Reacts to the appearance of the bell's menu: reloads today's lessons and opens setup unless it has been
+/// completed. Only for the native menu, when it is about to be shown; the menu bar panel does the same by
+/// itself. Any program on the bus may trigger it any number of times, so appearances within a second count
+/// once. Returns at once.
 void menuContentAppeared(MenuBarViewModel &viewModel, const MenuActions &actions);
 
 } // namespace corvane

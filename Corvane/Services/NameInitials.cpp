@@ -19,10 +19,10 @@ namespace corvane {
 
 namespace {
 
-/// So much of a name is sought; nobody's is longer.
+/// Names are compared up to this length, which no real name exceeds.
 constexpr qsizetype longestName = 200;
 
-/// What a lesson is called where no name was found.
+/// The student's name in a lesson where none was found.
 constexpr QLatin1StringView noName = "Student"_L1;
 
 constexpr QLatin1StringView linkMark = "[link]"_L1;
@@ -58,8 +58,8 @@ bool isLatinLetter(QChar unit)
     return unit.isLetter() && QChar::script(unit.unicode()) == QChar::Script_Latin;
 }
 
-/// Whether a name that ends, or begins, between `left` and `right` is part of a longer word there. Only among
-/// Latin letters: scripts without spaces have none between a name and its neighbours.
+/// Whether the end or beginning of a name between `left` and `right` lies within a longer word. Only among
+/// Latin letters: scripts without spaces do not separate a name from its neighbours.
 bool isWithinWord(QChar left, QChar right)
 {
     return isLatinLetter(left) && (isLatinLetter(right) || right.isMark());
@@ -67,20 +67,20 @@ bool isWithinWord(QChar left, QChar right)
 
 QString withoutLinks(QString line)
 {
-    // With a scheme, or a host with a path; never beyond a quotation mark, which ends a field of the log.
+    // With a scheme, or a host with a path; never beyond a quotation mark, which ends a log field.
     static const QRegularExpression links(
         uR"((?:\b[a-z][a-z0-9+.\-]*://|\bwww\.|\b(?:mailto|tel):)[^\s"]+|(?<![/\w.@\-])\w[\w\-]*+(?:\.[\w\-]++)+/[^\s"]*)"_s,
         QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption);
     return line.replace(links, linkMark);
 }
 
-/// A field of a line of the log that holds a name.
+/// A field of a log line that holds a name.
 struct Field {
-    qsizetype begin = 0; ///< of its value
+    qsizetype begin = 0; ///< start of its value
     qsizetype end = 0;
 };
 
-/// Whether the quotation mark at `quote` ends a field: the line ends behind it, or another field begins.
+/// Whether the quotation mark at `quote` ends a field: the line ends after it, or another field begins.
 bool endsField(const QString &line, qsizetype quote)
 {
     qsizetype next = quote + 1;
@@ -96,7 +96,7 @@ bool endsField(const QString &line, qsizetype quote)
     return next < line.size() && line[next] == u'=';
 }
 
-/// The field that begins at `position` of `line`.
+/// The field that begins at `position` of `line`, if any.
 std::optional<Field> fieldAt(const QString &line, qsizetype position)
 {
     constexpr std::array keys{"student=\""_L1, "title=\""_L1};
@@ -109,7 +109,7 @@ std::optional<Field> fieldAt(const QString &line, qsizetype position)
         }
         const qsizetype begin = position + key.size();
         qsizetype end = line.indexOf(u'"', begin);
-        while (end >= 0 && !endsField(line, end)) { // the name has quotation marks of its own
+        while (end >= 0 && !endsField(line, end)) { // quotation marks within the name
             end = line.indexOf(u'"', end + 1);
         }
         return Field{.begin = begin, .end = end < 0 ? line.size() : end};
@@ -146,7 +146,7 @@ void NameInitials::add(const QString &name)
         return;
     }
     const auto addOne = [this](const QString &text, bool isBeginning) {
-        // A single character is as short as its initial.
+        // A single character is no longer than its initial.
         if (text.size() > firstCharacter(text).size()) {
             m_names[text.front().toCaseFolded().unicode()].push_back(
                 {.text = text, .initials = corvane::initials(text), .isBeginning = isBeginning});
@@ -182,7 +182,7 @@ const NameInitials::Name *NameInitials::nameAt(const QString &line, qsizetype po
 
 QString NameInitials::applied(const QString &text) const
 {
-    // A name at the end of what is kept is seen whole.
+    // Reads past the limit, so that a name at the end of the kept part is matched as a whole.
     const QString taken = oneLine(text, longestLine + longestName);
     const QString line = withoutLinks(taken.normalized(QString::NormalizationForm_C));
     const qsizetype end = taken.size() > longestLine ? line.size() - longestName : line.size();

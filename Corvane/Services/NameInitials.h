@@ -11,34 +11,34 @@
 
 namespace corvane {
 
-/// The first characters of the words of `text`: "Anna Maria" is "A. M.", "王小明" is "王.". "…" where it has
+/// The initials of the words of `text`: "Anna Maria" becomes "A. M.", "王小明" becomes "王."; "…" if it has
 /// no words.
 [[nodiscard]] QString initials(const QString &text);
 
-/// Takes pupils' names and links out of texts that leave the machine. A pure function of the names that it
-/// was made with.
+/// Removes pupils' names and links from texts that leave the machine. Its results depend only on the text and
+/// the names passed to the constructor.
 class NameInitials {
 public:
-    /// `names` are the pupils' full names, in any order. Each word of one counts as a name, too, unless it
-    /// begins with a small letter, as "de" does.
+    /// `names` are the pupils' full names, in any order. Each word of a name also counts as a name, unless it
+    /// begins with a lower-case letter, as "de" does.
     explicit NameInitials(const QStringList &names);
 
-    /// `text` on one line and without links. Names are cut to their initials, in whatever case they are
-    /// written; one of Latin letters where it is not part of a longer word. What a line of the log holds in
-    /// `student="…"` and `title="…"` is cut, whether the name is known or not.
+    /// `text` on one line, without links. Names are reduced to their initials, regardless of case; names in
+    /// Latin letters only where they are not part of a longer word. The values of `student="…"` and
+    /// `title="…"` in a log line are always reduced, even unknown names.
     [[nodiscard]] QString applied(const QString &text) const;
 
 private:
     struct Name {
         QString text;
         QString initials;
-        bool isBeginning = false; ///< of a name that is longer than what is sought
+        bool isBeginning = false; ///< the beginning of a name that exceeds the compared length
     };
 
     void add(const QString &name);
     [[nodiscard]] const Name *nameAt(const QString &line, qsizetype position) const;
 
-    QHash<char16_t, std::vector<Name>> m_names; ///< by their first unit without case, the longest first
+    QHash<char16_t, std::vector<Name>> m_names; ///< by their case-folded first unit, longest first
 };
 
 } // namespace corvane

@@ -7,19 +7,19 @@
 
 namespace corvane {
 
-/// Tells whether the machine runs on its battery. Main thread only; used by the sleep guard. It is told by
-/// the system and asks nothing again and again.
+/// Reports whether the machine runs on battery. Main thread only; used by the sleep guard. Driven by the
+/// system's signals; never polls.
 class PowerSource : public QObject {
     Q_OBJECT
 
 public:
     using QObject::QObject;
 
-    /// False until it is known, and where nobody tells.
+    /// False while unknown.
     [[nodiscard]] virtual bool isOnBattery() const = 0;
 
 Q_SIGNALS:
-    /// isOnBattery() changed; once per change.
+    /// isOnBattery() changed; emitted once per change.
     void changed();
 };
 

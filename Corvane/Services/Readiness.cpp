@@ -35,12 +35,12 @@ std::vector<CalendarStatus> unanswered(const std::vector<CalendarStatus> &calend
 bool hasBackups(const std::vector<Lesson> &lessons, const QStringList &pending,
                 const QString &identifierPrefix, Date now)
 {
-    // One that is due sooner may be on its way to the screen.
+    // A notification that is due sooner may be on its way to the screen.
     constexpr Seconds margin{60};
     return std::ranges::all_of(lessons, [&](const Lesson &lesson) {
         return std::ranges::all_of(
             backupNotifications(lesson, identifierPrefix), [&](const NotificationRequest &request) {
-                // Without the name: an endless one is cut on its way.
+                // Compared without the name, because the center shortens very long identifiers.
                 const QString beginning = request.identifier.chopped(lesson.studentName.size());
                 return request.fireDate <= now + margin ||
                        std::ranges::any_of(pending, [&beginning](const QString &identifier) {
@@ -78,7 +78,7 @@ QString title()
 
 QString body(const Readiness &found, Date now, const QLocale &locale)
 {
-    // The short ones first: a long text is cut at its end.
+    // Short sentences first, because a long text is cut at its end.
     QStringList sentences;
     if (!found.hasScreen) {
         sentences.append(u"No screen can show a banner: switch your monitor on."_s);

@@ -33,8 +33,8 @@ QCoro::Task<void> ReloadAfterJump::reload(Self self, int jump)
 {
     while (self != nullptr && self->m_lastJump == jump) {
         co_await self->m_viewModel.reloadLessons();
-        // A load that failed ends in the same turn in which it says so. (Behind one that succeeded another
-        // may have failed meanwhile: then one load more is made.)
+        // A failed load sets the error and returns within one turn of the event loop. (After a successful
+        // load, an overlapping one may have failed; that costs one extra load.)
         if (self == nullptr || !self->m_viewModel.lastErrorMessage()) {
             co_return;
         }

@@ -15,19 +15,19 @@
 
 namespace corvane {
 
-/// Has the lessons loaded at once when the clock was set, the machine woke or the network is back. The
-/// heartbeat counts a minute on the wall clock: after one that was set back it would load nothing until that
-/// minute comes again, hours later. Main thread only.
+/// Reloads the lessons at once when the clock was set, the machine woke or the network is back. The heartbeat
+/// counts its minute on the wall clock: after the clock was set back it would not load until that minute
+/// comes again, perhaps hours later. Main thread only.
 class ReloadAfterJump final : public QObject {
     Q_OBJECT
 
 public:
-    /// What is passed is borrowed.
+    /// Borrows the objects passed in.
     ReloadAfterJump(const SystemWatcher &watcher, MenuBarViewModel &viewModel,
                     SystemNotificationScheduler &backups, QObject *parent = nullptr);
 
-    /// A load that fails is tried again so long after its end, until one that began after the last jump has
-    /// succeeded.
+    /// After a failed load, waits this long and tries again, until a load that began after the last jump
+    /// succeeds.
     static constexpr Seconds pause{1};
 
 private:

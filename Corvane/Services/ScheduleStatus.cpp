@@ -171,7 +171,7 @@ bool isEmphasized(const Lesson &lesson, Date now, bool isNext)
 QString rowText(const Lesson &lesson, Date now, bool isNext, const QLocale &locale)
 {
     QStringList parts{timeOfDayText(lesson.startTime, locale), lesson.studentName, rawValue(lesson.platform)};
-    // "In progress" is not said twice.
+    // The status text already says "In progress".
     if (badge(lesson, now, isNext) == Badge::next) {
         parts.append(badgeText(Badge::next));
     }

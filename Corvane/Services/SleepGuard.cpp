@@ -23,7 +23,7 @@ SleepGuard::SleepGuard(const MenuBarViewModel &viewModel, const PowerSource &pow
     , m_inhibitor(inhibitor)
 {
     connect(&viewModel, &MenuBarViewModel::lessonsChanged, this, &SleepGuard::update);
-    // It is published with each beat of the heart.
+    // Emitted at each heartbeat.
     connect(&viewModel, &MenuBarViewModel::currentActionChanged, this, &SleepGuard::update);
     connect(&power, &PowerSource::changed, this, &SleepGuard::update);
     update();

@@ -15,16 +15,16 @@
 
 namespace corvane {
 
-/// Whether the machine is to stay awake: while a lesson is under way, and an hour before one begins; on
-/// battery twenty minutes.
+/// Whether the machine must stay awake: during a lesson and for an hour before it, or twenty minutes on
+/// battery.
 [[nodiscard]] bool staysAwake(const std::vector<Lesson> &lessons, Date now, bool isOnBattery);
 
-/// Keeps a machine that would fall asleep by itself awake for the lessons. Main thread only.
+/// Prevents automatic sleep for the lessons. Main thread only.
 class SleepGuard final : public QObject {
     Q_OBJECT
 
 public:
-    /// What is passed is borrowed.
+    /// Borrows the objects passed in.
     SleepGuard(const MenuBarViewModel &viewModel, const PowerSource &power, SleepInhibitor &inhibitor,
                QObject *parent = nullptr);
 

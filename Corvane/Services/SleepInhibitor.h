@@ -5,12 +5,12 @@
 
 namespace corvane {
 
-/// Keeps the machine from falling asleep by itself. Main thread only; used by the sleep guard.
+/// Prevents automatic sleep. Main thread only; used by the sleep guard.
 ///
-/// Only automatic sleep is meant: the screen may blank meanwhile, and a teacher who suspends the machine or
-/// closes its lid is obeyed. Both calls return at once, do nothing when they are repeated, and never fail
-/// towards the caller: without a service for it, the first one that appears is asked. The end of the
-/// inhibitor, and of the program, lets the machine sleep again.
+/// Only automatic sleep is prevented: the screen may still blank, and a teacher who suspends the machine or
+/// closes its lid is obeyed. Both calls return at once, have no effect when repeated, and report no errors:
+/// without a service for it, the first one that appears is asked. Destroying the inhibitor, or ending the
+/// program, allows sleep again.
 class SleepInhibitor {
 public:
     virtual ~SleepInhibitor() = default;

@@ -7,7 +7,7 @@ namespace corvane {
 
 QCoro::Task<LessonScheduleResult> StaticLessonScheduleStore::lessonsForToday()
 {
-    // A copy of its own: co_return would move the member away.
+    // A copy, because co_return would move from the member.
     std::vector<Lesson> lessons = m_lessons;
     co_return lessons;
 }

@@ -10,12 +10,12 @@
 
 namespace corvane {
 
-/// A fixed list of lessons, wherever a schedule without calendar access is wanted.
+/// A fixed list of lessons, for a schedule without calendar access.
 class StaticLessonScheduleStore final : public LessonScheduleProviding {
 public:
     explicit StaticLessonScheduleStore(std::vector<Lesson> lessons) : m_lessons(std::move(lessons)) {}
 
-    /// The list as it was given: of any day, in any order. Never fails.
+    /// The list as given: any day, any order. Never fails.
     QCoro::Task<LessonScheduleResult> lessonsForToday() override;
 
 private:

@@ -14,41 +14,40 @@
 
 namespace corvane {
 
-/// A line of the menu that the bell opens where it opens a menu.
+/// An entry of the native menu that the bell opens on hosts that show one.
 struct StatusMenuEntry {
-    QString text;                 ///< empty: a line between groups
+    QString text;                 ///< empty: a separator
     std::function<void()> action; ///< called on the main thread, after the menu has closed
 };
 
-/// The bell, with a few words beside it, in the desktop's status item host: the bar that shows such items.
-/// Main thread only. Made by the application's entry, which hands on the view model's title whenever it
-/// changes.
+/// The bell, with a few words beside it, in the desktop's status item host (the bar that shows such items).
+/// Main thread only. The application's entry point creates it and passes on the view model's title whenever
+/// that changes.
 ///
-/// The adapter finds the host by itself, whenever it comes up or restarts.
+/// The adapter finds the host by itself whenever one appears or restarts.
 class StatusItem : public QObject {
     Q_OBJECT
 
 public:
     using QObject::QObject;
 
-    /// The text beside the bell, or in its tool tip where the host shows no text. Plain text of any length.
-    /// Nothing is published when it is the text already shown.
+    /// The text beside the bell, or in its tool tip if the host shows no text. Plain text of any length.
+    /// Publishes nothing if the text is unchanged.
     virtual void setTitle(const QString &title) = 0;
 
-    /// A further line for the tool tip and for a screen reader, below the title: plain text of any length, as
-    /// empty as it is at first to take it away. Where the host shows neither, nothing else changes.
+    /// Another line for the tool tip and for screen readers, below the title: plain text of any length,
+    /// initially empty; an empty text removes it. On hosts that show neither, it has no effect.
     virtual void setNotice(const QString &notice) = 0;
 
-    /// The menu for hosts that open one on a click instead of telling of the click. The others never show
-    /// it.
+    /// The menu for hosts that open one on a click instead of reporting the click. Other hosts never show it.
     virtual void setMenu(std::vector<StatusMenuEntry> entries) = 0;
 
-    /// Whether a host is there that has taken the item.
+    /// Whether a host has accepted the item.
     [[nodiscard]] virtual bool isShown() const = 0;
 
 Q_SIGNALS:
-    /// The item was clicked; `position` is where the host says that it happened, if it says so.
-    /// `activationToken` is what it gave along to raise a window with, or empty.
+    /// The item was clicked; `position` is the place of the click if the host reports it. `activationToken`
+    /// is the host's token for raising a window, or empty.
     void activated(std::optional<corvane::Point> position, const QString &activationToken);
 
     /// The menu is about to be shown.

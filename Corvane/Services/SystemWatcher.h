@@ -7,11 +7,11 @@
 
 namespace corvane {
 
-/// Tells what happens to the machine that a running program must know of. Made by the application's entry;
-/// main thread only. It is told by the system and asks nothing again and again.
+/// Reports events of the machine that a running program must know about. Created by the application's entry
+/// point; main thread only. Driven by the system's signals; never polls.
 ///
-/// Each signal comes once per change, from the event loop, and none for what was so when the watcher was
-/// made. Where the system does not tell of a change, its signal never comes: nobody may rely on one.
+/// Each signal is emitted once per change, from the event loop, and not for the state at construction. If the
+/// system does not report a change, its signal is never emitted, so clients must not rely on it.
 class SystemWatcher : public QObject {
     Q_OBJECT
 
@@ -19,19 +19,17 @@ public:
     using QObject::QObject;
 
 Q_SIGNALS:
-    /// The machine has woken from sleep. The network is seldom back by then.
+    /// The machine has woken from sleep. The network is rarely back by then.
     void woke();
 
-    /// There was no usable network, and now there is one. A network that asks for a login first, or that
-    /// leads nowhere, is not usable.
+    /// A usable network is back. One that requires a login first, or leads nowhere, is not usable.
     void networkCameBack();
 
-    /// The wall clock was set, forward or back, by more than a tenth of a second. A clock that is merely
-    /// slowed down or hurried to the right time is not set, and neither is one that goes on after a sleep.
+    /// The wall clock was set, forward or back, by more than a tenth of a second. Gradual adjustment does not
+    /// count, and neither does a clock that continues after sleep.
     void clockWasSet();
 
-    /// The machine's time zone has become another one. Never told where the environment gives the program a
-    /// zone of its own.
+    /// The machine's time zone has changed. Never emitted if the environment sets the program's time zone.
     void timeZoneChanged();
 };
 

@@ -9,16 +9,15 @@
 
 namespace corvane {
 
-/// Something that runs on the main thread and may suspend.
+/// An operation that runs on the main thread and may suspend.
 using MainThreadOperation = std::function<QCoro::Task<void>()>;
 
-/// The heartbeat as the rest of the system sees it. Main thread only.
+/// The interface of the heartbeat. Main thread only.
 class WorkflowScheduling {
 public:
     virtual ~WorkflowScheduling() = default;
 
-    /// Runs `operation` at once and then once a second, in place of any earlier operation. Returns
-    /// immediately.
+    /// Runs `operation` at once and then once a second, replacing any earlier operation. Returns at once.
     virtual void start(MainThreadOperation operation) = 0;
 };
 

@@ -19,8 +19,8 @@ namespace {
 
 constexpr Seconds period{1};
 
-/// One run of the operation. A coroutine that it began reads what the operation holds, so it lasts as long,
-/// also when another one has taken its place meanwhile.
+/// Runs the operation once. Its coroutine reads the lambda's captures, so this keeps the operation alive even
+/// if another has replaced it.
 QCoro::Task<void> beat(std::shared_ptr<const MainThreadOperation> operation)
 {
     co_await (*operation)();
@@ -54,7 +54,7 @@ QCoro::Task<void> WorkflowTransitionScheduler::run(std::weak_ptr<Timer> timer)
     for (;;) {
         co_await wait(deadline - uptime());
         requireMainThread();
-        // Held for this tick only: the operation may start the scheduler anew or end it.
+        // Held for this tick only: the operation may restart or destroy the scheduler.
         const std::shared_ptr<Timer> running = timer.lock();
         if (running == nullptr) {
             co_return;

@@ -9,11 +9,10 @@
 
 namespace corvane {
 
-/// The heartbeat: one timer, once a second, for as long as the scheduler lives.
+/// The heartbeat: one timer, which fires once a second for as long as the scheduler lives.
 ///
-/// A tick does not wait for the operation of the tick before it. The timer follows a clock that is never set,
-/// so a change of the wall clock neither stops nor hurries it; ticks that a stopped process missed are not
-/// made up.
+/// A tick does not wait for the operation of the previous tick. The timer uses a monotonic clock, so setting
+/// the wall clock does not affect it; ticks missed while the process was stopped are skipped.
 class WorkflowTransitionScheduler final : public WorkflowScheduling {
 public:
     void start(MainThreadOperation operation) override;
@@ -23,7 +22,7 @@ private:
 
     static QCoro::Task<void> run(std::weak_ptr<Timer> timer);
 
-    /// None before the first start; the loop ends when it finds its timer gone.
+    /// Null before the first start; the loop ends when its timer is gone.
     std::shared_ptr<Timer> m_timer;
 };
 

@@ -20,7 +20,7 @@ ZoneFollower::ZoneFollower(const SystemWatcher &watcher, QByteArray startZone, D
     , m_restart(std::move(restart))
 {
     connect(&watcher, &SystemWatcher::timeZoneChanged, this, &ZoneFollower::look);
-    // The watcher tells nothing of what came before it.
+    // The watcher does not report earlier changes.
     QMetaObject::invokeMethod(this, &ZoneFollower::look, Qt::QueuedConnection);
 }
 

@@ -13,15 +13,15 @@
 
 namespace corvane {
 
-/// Has the program start anew when the machine stands in another time zone than the one that the program
-/// started in: whatever counts days keeps the zone of its start. Main thread only.
+/// Restarts the program when the machine's time zone differs from that at the program's start: whatever
+/// counts days keeps the zone of its start. Main thread only.
 class ZoneFollower final : public QObject {
     Q_OBJECT
 
 public:
-    /// `startZone` is what systemTimeZoneId() said before the services were built; a zone that changed since
-    /// is noticed on the next turn of the event loop. `restart` is called once at most. What is passed is
-    /// borrowed.
+    /// Borrows the objects passed in. `startZone` is the result of systemTimeZoneId() from before the
+    /// services were built; a zone that has changed since is noticed on the next turn of the event loop.
+    /// `restart` is called at most once.
     ZoneFollower(const SystemWatcher &watcher, QByteArray startZone, DebugLogService &logger,
                  std::function<void()> restart, QObject *parent = nullptr);
 
