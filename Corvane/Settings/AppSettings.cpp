@@ -21,7 +21,7 @@ const QString notificationPositionKey = u"notificationPosition"_s;
 const QString hasCompletedWelcomeKey = u"hasCompletedWelcome"_s;
 const QString manualLessonsKey = u"manualLessons"_s;
 
-/// What a stored value says of yes and no, also in a person's own words; nothing where it says neither.
+/// The boolean in a stored value, also as a user might write it; nothing if it is none.
 std::optional<bool> truthValue(const QVariant &value)
 {
     if (value.typeId() == QMetaType::Bool) {
@@ -109,13 +109,14 @@ void AppSettings::load(const SettingsStore &userDefaults)
     if (const auto plays = truthValue(userDefaults.value(playsSoundKey))) {
         setPlaysSound(*plays);
     }
-    // A teacher's first start makes the program open at login, so that it is there on the next teaching day.
+    // On its first start the program registers itself to open at login, so that it is there on the next
+    // teaching day.
     setStartAtLogin(truthValue(userDefaults.value(startAtLoginKey)).value_or(true));
     LaunchAtLogin::configure(m_startAtLogin, m_loginItem);
     if (const auto completed = truthValue(userDefaults.value(hasCompletedWelcomeKey))) {
         setHasCompletedWelcome(*completed);
     }
-    // What cannot be decoded stays stored until the list changes.
+    // A list that cannot be decoded stays stored until the list changes.
     if (auto entries = decodeManualLessons(userDefaults.value(manualLessonsKey).toByteArray())) {
         setManualLessons(*std::move(entries));
     }
@@ -124,7 +125,7 @@ void AppSettings::load(const SettingsStore &userDefaults)
 void AppSettings::store(const QString &key, const QVariant &value)
 {
     m_standardUserDefaults.setValue(key, value);
-    // What cannot be written holds for this run; the store keeps the reason.
+    // A value that cannot be written lasts for this run; the store keeps the reason.
     [[maybe_unused]] const auto written = m_standardUserDefaults.sync();
 }
 

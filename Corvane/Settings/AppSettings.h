@@ -14,40 +14,39 @@
 
 namespace corvane {
 
-/// The user's preferences. Main thread only; one instance for the whole run.
+/// The user's preferences. Main thread only; one instance per run.
 ///
-/// Every setter sets the value, tells the observers, and writes it to the standard store at once. A value
-/// that cannot be read stands at its default; a write that fails is dropped, and the value holds for this
-/// run.
+/// Every setter sets the value, emits its signal and writes the value to the standard store at once. A value
+/// that cannot be read gets its default; a failed write is ignored, and the value lasts for this run.
 class AppSettings : public QObject {
     Q_OBJECT
 
 public:
     /// Loads every property from `userDefaults`. Writes go to `standardUserDefaults`, which is the same store
-    /// in the running program. Registers or unregisters the login item, as the setting says; on the very
-    /// first start the program so registers itself. All three are borrowed.
+    /// in the running program. Registers or unregisters the login item according to the setting; the first
+    /// start registers it. Borrows all three.
     AppSettings(SettingsStore &userDefaults, SettingsStore &standardUserDefaults, LoginItem &loginItem,
                 QObject *parent = nullptr);
 
-    /// How long a banner stays up, in seconds; any double that was stored.
+    /// How long a banner stays on screen, in seconds; any stored double.
     [[nodiscard]] double notificationDuration() const { return m_notificationDuration; }
     void setNotificationDuration(double seconds);
 
     [[nodiscard]] bool startAtLogin() const { return m_startAtLogin; }
     void setStartAtLogin(bool enabled);
 
-    /// Kept for the settings window; alerts always play their sound.
+    /// Shown in the settings window only; alerts always play their sound.
     [[nodiscard]] bool playsSound() const { return m_playsSound; }
     void setPlaysSound(bool enabled);
 
     [[nodiscard]] NotificationPosition notificationPosition() const { return m_notificationPosition; }
     void setNotificationPosition(NotificationPosition position);
 
-    /// Whether the first-run setup was finished.
+    /// Whether the first-run setup is completed.
     [[nodiscard]] bool hasCompletedWelcome() const { return m_hasCompletedWelcome; }
     void setHasCompletedWelcome(bool completed);
 
-    /// The lessons entered by hand, of any day, in the order in which they were entered.
+    /// The lessons entered by hand, of any day, in the order of entry.
     [[nodiscard]] const std::vector<ManualLessonEntry> &manualLessons() const { return m_manualLessons; }
     void setManualLessons(std::vector<ManualLessonEntry> entries);
 

@@ -24,7 +24,8 @@ bool isBlank(char c)
     return c == ' ' || c == '\t';
 }
 
-// How long the line is that starts at `start`, with its end. `isOpen` tells whether the text ends within it.
+// The length, including its end, of the line that starts at `start`. Sets `isOpen` if the text ends within
+// it.
 qsizetype lineLength(const QByteArray &text, qsizetype start, bool &isOpen)
 {
     bool isQuoted = false;
@@ -40,12 +41,12 @@ qsizetype lineLength(const QByteArray &text, qsizetype start, bool &isOpen)
         }
         if (c == ';' && !isQuoted && place > start) {
             isOpen = false;
-            return place - start; // a comment follows, as a line of its own
+            return place - start; // a comment follows, which counts as a line
         }
         if (c == '"') {
             isQuoted = !isQuoted;
         } else if (c == '\\') {
-            ++place; // whatever follows, a line's end included, belongs to the value
+            ++place; // what follows belongs to the value, even a line break
             if (place + 1 < text.size() && endsLine(text.at(place)) && endsLine(text.at(place + 1)) &&
                 text.at(place) != text.at(place + 1)) {
                 ++place;
@@ -76,7 +77,7 @@ IniLine lineOf(const QByteArray &text, bool isOpen, Section &section)
                   : line.key.compare("general", Qt::CaseInsensitive) == 0 ? Section::general
                                                                           : Section::other;
     } else if (isOpen || equals <= 0 || section == Section::garbage) {
-        // What stands in a section that is not understood would come into another one without its head.
+        // Without its unreadable section head, this entry would end up in another section.
         line.kind = IniLine::Kind::garbage;
     } else {
         line.kind = IniLine::Kind::entry;
@@ -87,7 +88,7 @@ IniLine lineOf(const QByteArray &text, bool isOpen, Section &section)
     return line;
 }
 
-// What a backslash and this letter stand for; zero where it is no such letter.
+// The character that a backslash and this letter stand for; zero if they stand for none.
 char16_t escaped(char letter)
 {
     constexpr std::pair<char, char16_t> letters[] = {{'a', u'\a'}, {'b', u'\b'},  {'f', u'\f'}, {'n', u'\n'},
@@ -106,7 +107,7 @@ int digit(char c, int base)
     return value < base ? value : -1;
 }
 
-// Reads encoded values: texts, in quotes or not, with commas between them.
+// Reads encoded values: texts, quoted or not, separated by commas.
 class ValueReader {
 public:
     explicit ValueReader(const QByteArray &value) : m_value(value) {}
@@ -193,7 +194,7 @@ private:
 
     void finishText()
     {
-        // What stands in quotes, or was written as an escape, keeps its blanks.
+        // Quoted and escaped text keeps its blanks.
         if (!m_wasQuoted) {
             while (m_text.size() > m_solid && (m_text.back() == u' ' || m_text.back() == u'\t')) {
                 m_text.chop(1);
@@ -218,7 +219,7 @@ QByteArray encodedText(const QString &text)
     QByteArray encoded;
     bool needsQuotes = text.startsWith(u' ') || text.endsWith(u' ') || text.isEmpty();
     bool isAfterNumber = false;
-    // Data is written in ASCII, as the toolkit does.
+    // Data is written in ASCII, as the toolkit writes it.
     const char16_t firstEscaped = text.startsWith(u"@ByteArray("_s) ? u'\x7F' : u'\xFFFF';
     for (qsizetype place = 0; place < text.size(); ++place) {
         const char16_t c = text.at(place).unicode();

@@ -7,7 +7,7 @@ namespace corvane {
 
 void LaunchAtLogin::configure(bool enabled, LoginItem &loginItem)
 {
-    // There is nothing that the user could do about a failure here.
+    // The user could do nothing about a failure here.
     [[maybe_unused]] const auto result = enabled ? loginItem.registerItem() : loginItem.unregisterItem();
 }
 

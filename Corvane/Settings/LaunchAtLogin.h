@@ -7,11 +7,11 @@
 
 namespace corvane {
 
-/// The switch that makes the program open at login.
+/// Makes the program open at login, or not.
 namespace LaunchAtLogin {
 
-/// Registers or unregisters the program as a login item. A failure is dropped: the setting keeps what the
-/// user chose, and the next start tries again. Main thread; called by AppSettings.
+/// Registers or unregisters the program as a login item. A failure is ignored: the setting keeps the user's
+/// choice, and the next start tries again. Main thread; called by AppSettings.
 void configure(bool enabled, LoginItem &loginItem);
 
 } // namespace LaunchAtLogin

@@ -9,16 +9,16 @@
 
 namespace corvane {
 
-/// The program's entry among the things that the desktop starts when the user logs in. Main thread only; a
-/// call is a short local write. Called by LaunchAtLogin, at each start and when the setting changes.
+/// The program's entry among the programs that the desktop starts at login. Main thread only; each call is a
+/// short local write. LaunchAtLogin calls it at each start and when the setting changes.
 class LoginItem {
 public:
     virtual ~LoginItem() = default;
 
-    /// Makes the desktop start the program at login. Registering again changes nothing.
+    /// Makes the desktop start the program at login. Idempotent.
     virtual std::expected<void, Failure> registerItem() = 0;
 
-    /// Makes the desktop no longer do so. Unregistering what is not registered succeeds.
+    /// Stops the desktop from starting the program at login. Succeeds if it is not registered.
     virtual std::expected<void, Failure> unregisterItem() = 0;
 };
 

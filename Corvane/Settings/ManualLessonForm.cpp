@@ -57,11 +57,11 @@ QString symbolName(TeachingPlatform platform)
 QString startFormat(const QLocale &locale)
 {
     QString date = locale.dateFormat(QLocale::ShortFormat);
-    // Two digits of a year could be of any century once they are typed.
+    // A typed two-digit year would be ambiguous.
     static const QRegularExpression shortYear(u"(?<!y)yy(?!y)"_s);
     date.replace(shortYear, u"yyyy"_s);
     QString time = shortTimeFormat(locale);
-    // Nor times of the day in words, which the toolkit writes as the letter that stands for them.
+    // Omits seconds, time zones and day periods; the toolkit writes a day period as its format letter.
     static const QRegularExpression omitted(u"\\W?\\bss?\\b|\\s*\\bt+\\b|\\s*B+"_s);
     time.remove(omitted);
     return date + u' ' + time;
@@ -75,7 +75,8 @@ QString startText(Date start, const QLocale &locale)
 Date chosenStart(const QDateTime &shown)
 {
     const QTime time = shown.time();
-    // Taken off, not set: in the hour that a change of the clocks repeats, setting would fall into the first.
+    // Subtracted, not set: in the hour that a clock change repeats, setting the time would select the first
+    // pass.
     return fromDateTime(shown.addMSecs(-(time.second() * 1000 + time.msec())));
 }
 

@@ -13,39 +13,38 @@
 
 namespace corvane {
 
-/// What the teacher has entered so far of a lesson that is in no calendar.
+/// The current input for a lesson that is in no calendar.
 struct ManualLessonForm {
     QString studentName; ///< as typed
     TeachingPlatform platform = TeachingPlatform::onlineLesson;
     Date startTime;
     qint64 durationMinutes = 30;
 
-    /// The form as it stands when a window that shows it is made at `now`: no name, and a start in half an
-    /// hour, to the second.
+    /// The initial form of a window created at `now`: no name, and a start in half an hour, to the second.
     [[nodiscard]] static ManualLessonForm at(Date now);
 
-    /// The lesson entered, with white space and line breaks taken from both ends of the name, and with the
-    /// start that is shown, which has no seconds; none where nothing of the name is left.
+    /// The entered lesson, with white space and line breaks trimmed from the name, and with the start as
+    /// shown, without seconds; none if the name is empty.
     [[nodiscard]] std::optional<ManualLessonEntry> makeEntry(const QUuid &id) const;
 };
 
-/// The lengths that the form offers, in minutes. A stored lesson may have any other.
+/// The lengths that the form offers, in minutes. Stored lessons may have any other length.
 inline constexpr std::array<qint64, 7> manualLessonLengths{15, 20, 25, 30, 40, 45, 60};
 
-/// A length as it is shown: "45 min".
+/// The displayed length: "45 min".
 [[nodiscard]] QString lengthText(qint64 minutes);
 
-/// The symbol that stands for a platform in a list.
+/// The symbol of a platform in a list.
 [[nodiscard]] QString symbolName(TeachingPlatform platform);
 
-/// How a start is written and typed in `locale`, as a format of Qt's: the locale's own short date and time,
-/// with the whole year and without seconds.
+/// The format, as Qt defines it, in which a start is shown and typed: the short date and time of `locale`,
+/// with a four-digit year and without seconds.
 [[nodiscard]] QString startFormat(const QLocale &locale);
 
-/// A start as a list of lessons shows it, in the time zone of the machine: "Sat 21 Nov 2026 10:00".
+/// A start as shown in a list of lessons, in the machine's time zone: "Sat 21 Nov 2026 10:00".
 [[nodiscard]] QString startText(Date start, const QLocale &locale);
 
-/// The moment that a teacher means who chose `shown` where no seconds are seen: the whole minute.
+/// The start that a teacher means by `shown`, where seconds are not visible: the whole minute.
 [[nodiscard]] Date chosenStart(const QDateTime &shown);
 
 } // namespace corvane

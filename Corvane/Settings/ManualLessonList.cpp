@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace corvane {
 
-/// A line above, the platform's symbol, the name over the start and the length, and the button.
+/// A divider, the platform's symbol, the name above the start and the length, and the button.
 class ManualLessonRow final : public QWidget {
 public:
     explicit ManualLessonRow(const ManualLessonEntry &entry, const QLocale &locale)
@@ -38,7 +38,7 @@ public:
         symbol->setAccessibleName(platform);
         symbol->setToolTip(platform);
         auto *name = new ElidedText(entry.studentName, TextStyle::body);
-        // Many buttons of one name: what each is for is said with it.
+        // The buttons share one name, so each is described by its lesson.
         m_remove->setAccessibleDescription(u"%1, %2, %3, %4"_s.arg(name->text(), platform, start, length));
 
         auto *startLabel = new Text(start, TextStyle::subheadline, Ink::secondary);
@@ -74,7 +74,7 @@ ManualLessonRow *ManualLessonList::makeRow(const ManualLessonEntry &entry)
     auto *row = new ManualLessonRow(entry, locale());
     connect(row->removeButton(), &QAbstractButton::clicked, this, [this, row] {
         const auto place = std::ranges::find(m_rows, row);
-        if (place != m_rows.end()) { // pressed once more on its way out
+        if (place != m_rows.end()) { // false if a removed row's button is pressed again
             Q_EMIT removeRequested(static_cast<std::size_t>(place - m_rows.begin()));
         }
     });
@@ -83,7 +83,7 @@ ManualLessonRow *ManualLessonList::makeRow(const ManualLessonEntry &entry)
 
 void ManualLessonList::setEntries(const std::vector<ManualLessonEntry> &entries)
 {
-    // What differs lies between the rows that stay at the beginning and those that stay at the end.
+    // Only the rows between the unchanged ones at the beginning and at the end are replaced.
     const auto stays = [&](const ManualLessonRow *row, const ManualLessonEntry &entry) {
         return row->entry() == entry;
     };
@@ -105,16 +105,16 @@ void ManualLessonList::setEntries(const std::vector<ManualLessonEntry> &entries)
         hadFocus = hadFocus || row->isAncestorOf(focusWidget());
         m_column->removeWidget(row);
         row->hide();
-        row->deleteLater(); // its button may be what is being pressed
+        row->deleteLater(); // its button may be handling the click
     }
     QWidget *before = first > 0 ? m_rows[first - 1]->removeButton() : &m_before;
     for (std::size_t index = first; index + last < entries.size(); ++index) {
         ManualLessonRow *row = makeRow(entries[index]);
         m_rows.insert(m_rows.begin() + static_cast<std::ptrdiff_t>(index), row);
         m_column->insertWidget(static_cast<int>(index), row);
-        row->show(); // the layout would show it only later
-        // A row that comes later is reached in its place. Before the list stands in its window, rows are
-        // reached in the order of the layout anyway.
+        row->show(); // the layout would show it later
+        // Puts an added row in its place in the tab order. Before the list is in its window, the tab order
+        // follows the layout anyway.
         if (before->window() == window()) {
             QWidget::setTabOrder(before, row->removeButton());
         }

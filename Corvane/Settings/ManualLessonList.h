@@ -16,26 +16,26 @@ namespace corvane {
 
 class ManualLessonRow;
 
-/// The lessons entered by hand, one row each, with a button that removes it.
+/// The lessons entered by hand, one row each, with a button to remove it.
 class ManualLessonList final : public QWidget {
     Q_OBJECT
 
 public:
-    /// `before` is the control that Tab leaves for the first row's button.
+    /// `before` precedes the first row's button in the tab order.
     explicit ManualLessonList(QWidget &before, QWidget *parent = nullptr);
 
-    /// Shows `entries`. Rows of entries that stay are kept, with the keyboard where it is; where the row that
-    /// has the keyboard goes, its neighbour gets it.
+    /// Shows `entries`. Rows of unchanged entries stay, with the keyboard focus; if the focused row is
+    /// removed, its neighbour gets the focus.
     void setEntries(const std::vector<ManualLessonEntry> &entries);
 
-    /// The row of the entry `index`, which must exist.
+    /// The row of entry `index`, which must exist.
     [[nodiscard]] QWidget *rowOf(std::size_t index) const;
 
 Q_SIGNALS:
-    /// The button of the row `index` was pressed.
+    /// The button of row `index` was pressed.
     void removeRequested(std::size_t index);
 
-    /// The last row went, and it had the keyboard.
+    /// The last row was removed while it had the focus.
     void focusLeft();
 
 private:

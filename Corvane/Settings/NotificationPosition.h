@@ -13,7 +13,7 @@ namespace corvane {
 /// Where on the screen a banner appears.
 enum class NotificationPosition { center, top, bottom, topLeft, topRight, bottomLeft, bottomRight };
 
-/// All positions in the order in which the settings window lists them.
+/// All positions in the order of the settings window.
 inline constexpr std::array allNotificationPositions{
     NotificationPosition::center,     NotificationPosition::top,      NotificationPosition::bottom,
     NotificationPosition::topLeft,    NotificationPosition::topRight, NotificationPosition::bottomLeft,

@@ -7,7 +7,7 @@
 
 namespace corvane {
 
-/// A card of the settings window: a title with a symbol beside it, and content below.
+/// A card of the settings window: a title with a symbol, and content below.
 class SettingsCard final : public QWidget {
     Q_OBJECT
 

@@ -9,7 +9,7 @@
 
 namespace corvane {
 
-/// One line of status in a card: a symbol, a bold title, and a text that explains it.
+/// A status line in a card: a symbol, a bold title and an explanation.
 class SettingsRow final : public QWidget {
     Q_OBJECT
 

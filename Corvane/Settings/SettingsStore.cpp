@@ -19,7 +19,7 @@ namespace corvane {
 
 namespace {
 
-// A year of lessons entered by hand is a hundredth of it.
+// A hundred times the size of a year of lessons entered by hand.
 constexpr qint64 maximumSize = qint64{16} * 1024 * 1024;
 
 bool isEntry(const IniLine &line)
@@ -37,7 +37,7 @@ IniLine entryOf(const QString &key, const QVariant &value)
     return line;
 }
 
-// In the place of the key's last entry, or at the end of its section.
+// Replaces the key's last entry, or adds one at the end of its section.
 void enter(std::vector<IniLine> &lines, const IniLine &entry)
 {
     const auto isFormer = [&entry](const IniLine &line) { return isEntry(line) && line.key == entry.key; };
@@ -62,7 +62,7 @@ QByteArray textOf(const std::vector<IniLine> &lines)
     QByteArray text;
     for (const IniLine &line : lines) {
         const bool isOnNewLine = text.isEmpty() || text.endsWith('\n') || text.endsWith('\r');
-        // A comment may stand behind a value.
+        // A comment may follow a value on its line.
         if (!isOnNewLine && !line.text.startsWith(';')) {
             text += '\n';
         }
@@ -171,7 +171,7 @@ std::expected<void, FileError> SettingsStore::write()
 
 void SettingsStore::keepAside()
 {
-    // Never over an earlier copy: that may be the one that matters.
+    // Never overwrites an earlier copy, which may be the one that matters.
     QString copy = m_path + u".unreadable"_s;
     for (int number = 2; QFileInfo::exists(copy) || QFileInfo(copy).isSymLink(); ++number) {
         copy = m_path + u".unreadable-"_s + QString::number(number);
@@ -183,7 +183,7 @@ std::vector<IniLine>::const_iterator SettingsStore::find(const QString &key) con
 {
     const QByteArray name = key.toUtf8();
     const auto isMeant = [&name](const IniLine &line) { return isEntry(line) && line.key == name; };
-    // The last of several.
+    // The last entry wins.
     const auto last = std::ranges::find_if(m_lines.rbegin(), m_lines.rend(), isMeant);
     return last == m_lines.rend() ? m_lines.end() : std::prev(last.base());
 }

@@ -16,10 +16,11 @@
 
 namespace corvane {
 
-/// Named values in a file of the user's, which may edit it at any time. Main thread only.
+/// Named values in a file that the user may edit at any time. Main thread only.
 ///
-/// Nothing waits for the file, and nothing of it is lost: what the program does not know, comments included,
-/// stays as it is. What is no regular file is left alone; the values then hold for this run.
+/// No call waits for another program. Content that the program does not know, comments included, is
+/// preserved; lines that cannot be parsed are dropped by a write, which copies the file first. Anything but a
+/// regular file is left alone; the values then last for this run.
 class SettingsStore {
 public:
     /// Reads the file at `path`.
@@ -29,22 +30,22 @@ public:
     [[nodiscard]] static QString userPath();
 
     [[nodiscard]] bool contains(const QString &key) const;
-    /// A text, data or a list of texts where it was read from the file; what was set where it was set.
+    /// A value from the file is a text, data or a list of texts; a value that was set keeps its type.
     [[nodiscard]] QVariant value(const QString &key, const QVariant &otherwise = {}) const;
     [[nodiscard]] QStringList allKeys() const;
 
-    /// Keeps the value, for sync() to write.
+    /// Keeps the value until sync() writes it.
     void setValue(const QString &key, const QVariant &value);
 
-    /// Puts what was set since the last time that this succeeded into the file as it stands now. On failure
-    /// the file is what it was.
+    /// Merges the values set since the last successful call into the current file. On failure the file is
+    /// unchanged.
     std::expected<void, FileError> sync();
 
-    /// Why the file could not be read or written the last time; nothing where it could.
+    /// The error of the last read or write, if it failed.
     [[nodiscard]] const std::optional<FileError> &error() const { return m_error; }
 
-    /// Where a copy of the file is of which some was not understood, and so dropped by a write; an empty path
-    /// where it could not be copied, and nothing where all was understood.
+    /// The path of a copy of the file, made because a write dropped lines that could not be parsed; empty if
+    /// the copy failed, nothing if all lines were parsed.
     [[nodiscard]] const std::optional<QString> &copyOfGarbled() const { return m_copyOfGarbled; }
 
     [[nodiscard]] const QString &fileName() const { return m_path; }
@@ -56,10 +57,10 @@ private:
     [[nodiscard]] std::vector<IniLine>::const_iterator find(const QString &key) const;
 
     QString m_path;
-    QByteArray m_text; ///< what the file held when it was read last
+    QByteArray m_text; ///< the file's contents when last read
     std::vector<IniLine> m_lines;
-    QMap<QString, QVariant> m_values;  ///< what was set, as it was set
-    QMap<QString, QVariant> m_changes; ///< what of it has not been written
+    QMap<QString, QVariant> m_values;  ///< the values that were set, with their types
+    QMap<QString, QVariant> m_changes; ///< those not yet written
     std::optional<FileError> m_error;
     std::optional<QString> m_copyOfGarbled;
 };

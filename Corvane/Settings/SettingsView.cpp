@@ -40,7 +40,7 @@ namespace corvane {
 
 namespace {
 
-/// The words of `choices`, for a picker.
+/// The labels of `choices`, for a picker.
 template <typename Choices, typename Word>
 QStringList words(const Choices &choices, Word word)
 {
@@ -51,7 +51,7 @@ QStringList words(const Choices &choices, Word word)
     return texts;
 }
 
-/// Where `choice` stands among `choices`; -1 if it does not.
+/// The index of `choice` in `choices`; -1 if it is not there.
 template <typename Choices, typename Choice>
 int indexOf(const Choices &choices, const Choice &choice)
 {
@@ -59,7 +59,7 @@ int indexOf(const Choices &choices, const Choice &choice)
     return found != choices.end() ? static_cast<int>(found - choices.begin()) : -1;
 }
 
-/// What is chosen at its name: beside it, or below it where the line is too short.
+/// A labelled control: beside its label, or below it if the line is too narrow.
 QLayout *formLine(const QString &name, QWidget *control)
 {
     auto *label = new look::Text(name, look::TextStyle::body);
@@ -89,7 +89,7 @@ SettingsView::SettingsView(AppSettings &settings, ReloadLessons reloadLessons, O
     , m_manualLessons(new ManualLessonList(*m_add))
 {
     using namespace look;
-    // Without one a screen reader would say the placeholder once more.
+    // Without a description, a screen reader would read the placeholder twice.
     m_studentName->setAccessibleDescription(u"Return adds the lesson"_s);
     auto *cards = column(settings::spacing, {header(), calendarConnection(), manualLessonEntry(),
                                              remindersAndDisplay(), help()});
@@ -186,7 +186,7 @@ QWidget *SettingsView::remindersAndDisplay()
 {
     using namespace look;
     auto *sound = new QCheckBox(u"Play sound with reminders"_s);
-    // Toggled, not clicked: assistive tools turn a switch without a click.
+    // toggled(), not clicked(): assistive tools toggle without a click.
     connect(sound, &QAbstractButton::toggled, this, [this](bool isOn) {
         if (isOn != m_settings.playsSound()) {
             m_settings.setPlaysSound(isOn);
@@ -278,7 +278,7 @@ void SettingsView::addManualLesson()
     m_settings.setManualLessons(std::move(entries));
     m_studentName->clear();
     look::announce(*this, u"Added: %1"_s.arg(entry->studentName));
-    // Once the row has its place.
+    // Deferred until the layout has placed the row.
     QWidget *added = m_manualLessons->rowOf(m_settings.manualLessons().size() - 1);
     QTimer::singleShot(0, added, [this, added] {
         m_page->ensureWidgetVisible(added);

@@ -25,20 +25,20 @@ namespace look {
 class SymbolTurn;
 }
 
-/// The content of the settings window: cards in a column that scrolls. Every change is saved at once, and a
-/// change made elsewhere is shown at once. What is typed of a lesson not yet added is lost with the view.
+/// The content of the settings window: cards in a scrolling column. Every change is saved at once, and
+/// changes made elsewhere appear at once. A lesson that is typed but not added is lost with the view.
 class SettingsView final : public QWidget {
     Q_OBJECT
 
 public:
-    /// Opens the window of an identifier and a title.
+    /// Opens the window with this identifier and title.
     using OpenWindow = std::function<void(const QString &identifier, const QString &title)>;
 
-    /// Reloads today's lessons; the task ends with that.
+    /// Reloads today's lessons; the task ends when that is done.
     using ReloadLessons = std::function<QCoro::Task<void>()>;
 
-    /// `reloadLessons` is called by its button, and after a lesson was added or removed, so that it is
-    /// followed at once. `settings` is borrowed.
+    /// Calls `reloadLessons` when its button is pressed, and after a lesson was added or removed, so that the
+    /// change takes effect at once. Borrows `settings`.
     SettingsView(AppSettings &settings, ReloadLessons reloadLessons, OpenWindow openWindow,
                  QWidget *parent = nullptr);
 
