@@ -28,7 +28,7 @@ public:
 
     QCoro::Task<void> wait(Seconds duration) override
     {
-        // A timer counts milliseconds in an int; a longer wait is made of several.
+        // A timer counts milliseconds in an int, so a longer wait consists of several.
         constexpr double maximumTimerInterval = 1e6;
         const Seconds end = uptime() + (std::isnan(duration.count()) ? Seconds::zero() : duration);
         do {

@@ -9,13 +9,13 @@
 
 namespace corvane {
 
-/// A length of time in seconds.
+/// A duration in seconds.
 using Seconds = std::chrono::duration<double>;
 
-/// An absolute point in time, counted in seconds since 1970-01-01 00:00:00 UTC. It carries no time zone.
+/// A point in time, in seconds since 1970-01-01 00:00:00 UTC, without a time zone.
 using Date = std::chrono::time_point<std::chrono::system_clock, Seconds>;
 
-/// Makes the Date that lies `seconds` after 1970-01-01 00:00:00 UTC.
+/// The Date `seconds` after 1970-01-01 00:00:00 UTC.
 [[nodiscard]] constexpr Date dateSince1970(double seconds)
 {
     return Date{Seconds{seconds}};
@@ -32,30 +32,29 @@ class Clock {
 public:
     virtual ~Clock() = default;
 
-    /// What the wall clock of the machine says; it may be set forward and back.
+    /// The machine's wall clock, which may be set forward or back.
     [[nodiscard]] virtual Date now() const = 0;
 
-    /// Time since an arbitrary moment; it never runs backwards, whatever is done to the wall clock.
+    /// Time since an arbitrary moment; monotonic, whatever happens to the wall clock.
     [[nodiscard]] virtual Seconds uptime() const = 0;
 
-    /// Ends once `duration` has passed, never earlier. Zero, negative and NaN durations end on the next turn
-    /// of the event loop. The object that waits may be gone by then.
+    /// Completes once `duration` has passed, never earlier. Zero, negative and NaN durations complete on the
+    /// next turn of the event loop. The waiting object may be gone by then.
     virtual QCoro::Task<void> wait(Seconds duration) = 0;
 };
 
-/// The present moment: the one place of the program where the wall clock is read.
+/// The current time: the only place in the program that reads the wall clock.
 [[nodiscard]] Date currentDate();
 
-/// The present moment on a clock that is never set; for intervals that a change of the wall clock must not
-/// touch.
+/// The current time of a monotonic clock, for intervals that a change of the wall clock must not affect.
 [[nodiscard]] Seconds uptime();
 
-/// Waits at least `duration`: the one place where the program waits for time to pass. (Adapters keep the time
-/// limits of the services that they speak to by themselves, in real time.)
+/// Waits at least `duration`: the only place in the program that waits for time to pass. (Adapters measure
+/// the timeouts of the services that they talk to themselves, in real time.)
 QCoro::Task<void> wait(Seconds duration);
 
-/// Puts `clock` (borrowed) in the place of the system's clock; nullptr puts the system's clock back. Called
-/// by tests only, which so step through a day in milliseconds.
+/// Replaces the system's clock by `clock` (borrowed); nullptr restores it. For tests only, which so step
+/// through a day in milliseconds.
 void replaceClock(Clock *clock);
 
 } // namespace corvane

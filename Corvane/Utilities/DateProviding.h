@@ -7,12 +7,12 @@
 
 namespace corvane {
 
-/// A clock handed in at construction.
+/// A clock that is injected at construction.
 class DateProviding {
 public:
     virtual ~DateProviding() = default;
 
-    /// The present moment, read at each call.
+    /// The current time at each call.
     [[nodiscard]] virtual Date now() const = 0;
 };
 

@@ -19,10 +19,10 @@ namespace corvane {
 
 QDateTime toDateTime(Date date)
 {
-    // Years beyond Qt's range would overflow the conversion to whole milliseconds.
+    // Dates beyond Qt's range would overflow the conversion to whole milliseconds.
     constexpr double furthest = 9.0e15;
-    // A whole millisecond seldom is a whole double of seconds: half a microsecond keeps it from slipping
-    // back.
+    // A double of seconds rarely represents a whole millisecond exactly; half a microsecond keeps it from
+    // being rounded down to the previous one.
     const double milliseconds = std::floor(secondsSince1970(date) * 1000.0 + 0.0005);
     const double clamped = std::isnan(milliseconds) ? 0.0 : std::clamp(milliseconds, -furthest, furthest);
     return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(clamped), QTimeZone::utc()).toUTC();
@@ -50,7 +50,7 @@ QString shortTimeFormat(const QLocale &locale)
 
 QString timeOfDayText(Date date, const QLocale &locale)
 {
-    // The short form of some locales, that of the machine without any among them, has seconds.
+    // The short form of some locales, such as C, has seconds.
     static const QRegularExpression seconds(u"[:.]ss?"_s);
     QString format = shortTimeFormat(locale);
     format.remove(seconds);

@@ -19,7 +19,7 @@ QDate localDay(Date date, const QTimeZone &timeZone)
     return toDateTime(date).toTimeZone(timeZone).date();
 }
 
-/// Where the clocks are put back across midnight, a day has two of them: it begins at the first.
+/// If the clocks go back across midnight, a day has two midnights; it begins at the first.
 QDateTime startOf(QDate day, const QTimeZone &timeZone)
 {
     QDateTime start = day.startOfDay(timeZone);
@@ -30,7 +30,7 @@ QDateTime startOf(QDate day, const QTimeZone &timeZone)
     return start.addSecs(-putBack);
 }
 
-/// The zone that a path like "/usr/share/zoneinfo/Europe/Berlin" leads to.
+/// The zone that a path like "/usr/share/zoneinfo/Europe/Berlin" refers to; empty if unknown.
 QByteArray zoneAt(const QString &path)
 {
     for (const QString &name : {path, QFileInfo(path).canonicalFilePath()}) {
@@ -59,7 +59,7 @@ QByteArray systemTimeZoneId()
 DayCalendar DayCalendar::current()
 {
     const QTimeZone timeZone(systemTimeZoneId());
-    // A zone that is set but unknown would leave every day without bounds.
+    // With an unknown zone, no day would have bounds.
     return DayCalendar(timeZone.isValid() ? timeZone : QTimeZone::utc());
 }
 
@@ -73,7 +73,7 @@ DateInterval DayCalendar::dayInterval(Date date) const
     const QDate day = localDay(date, m_timeZone);
     const Date start = fromDateTime(startOf(day, m_timeZone));
     const QDateTime next = startOf(day.addDays(1), m_timeZone);
-    // Where the zone cannot tell the next day's start, a day has its usual length.
+    // If the zone cannot provide the next day's start, assume a day of the usual length.
     return {start, next.isValid() ? fromDateTime(next) : start + Seconds{86400}};
 }
 

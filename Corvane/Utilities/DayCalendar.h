@@ -11,7 +11,7 @@
 
 namespace corvane {
 
-/// A span of time, start included, end excluded.
+/// A half-open interval of time: the start is included, the end is not.
 struct DateInterval {
     Date start;
     Date end;
@@ -19,25 +19,25 @@ struct DateInterval {
     friend bool operator==(const DateInterval &, const DateInterval &) = default;
 };
 
-/// The identifier of the machine's time zone as it is now. A zone that is set as a path to its rules is named
-/// where that can be told.
+/// The identifier of the machine's current time zone. If the zone is set as a path to its rules, this is the
+/// zone's name where it can be derived, else the path.
 [[nodiscard]] QByteArray systemTimeZoneId();
 
-/// The user's calendar: where days begin and end in one time zone.
+/// The user's calendar: the bounds of days in one time zone.
 class DayCalendar {
 public:
     explicit DayCalendar(const QTimeZone &timeZone) : m_timeZone(timeZone) {}
 
-    /// The calendar of the user's time zone as it is now; a later change of the zone does not reach it. Where
-    /// the machine names a zone that is not known, that is UTC.
+    /// The calendar of the user's current time zone, which does not follow later changes. UTC if the
+    /// machine's zone is unknown.
     [[nodiscard]] static DayCalendar current();
 
-    /// The first moment of the day that `date` lies in: midnight, the first of two where a change of the
-    /// clocks repeats it, or what follows a midnight that a change leaves out.
+    /// The first moment of the day of `date`: midnight; the first of two if a clock change repeats it; the
+    /// moment after the gap if a clock change skips it.
     [[nodiscard]] Date startOfDay(Date date) const;
 
-    /// From the start of the day of `date` to the start of the next: 23, 24 or 25 hours, or what the zone
-    /// has.
+    /// From the start of the day of `date` to the start of the next: 23, 24 or 25 hours, or whatever the zone
+    /// defines.
     [[nodiscard]] DateInterval dayInterval(Date date) const;
 
     [[nodiscard]] bool isInSameDay(Date left, Date right) const;

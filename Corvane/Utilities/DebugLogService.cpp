@@ -23,7 +23,7 @@ DebugLogService::DebugLogService(const QString &libraryDirectory, QObject *paren
     const QString folder = library + u"/Logs/Quillet"_s;
     m_logURL = QUrl::fromLocalFile(folder + u"/quillet-debug.log"_s);
     if (const auto made = makePrivateFolder(QFile::encodeName(folder)); !made) {
-        // Where the folder is somebody else's, as it may be below the temporary one, they would read along.
+        // A folder of another user, possible in the temporary directory, would let that user read the log.
         m_isFolderUnusable = made.error().kind == FileError::Kind::unusable;
         report(made.error());
     }

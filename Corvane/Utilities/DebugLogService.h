@@ -13,39 +13,38 @@
 
 namespace corvane {
 
-/// The application's one diagnostic log: a file of time-stamped lines, and the latest of them in memory.
+/// The application's only diagnostic log: a file of time-stamped lines, and the latest lines in memory.
 ///
-/// Main thread only. Each line costs one short local write; the file is opened and closed for it, so that it
-/// may be moved away while the program runs. Logging never fails towards its caller. Only the user can read
-/// the file; what is no regular file in its place is left alone.
+/// Main thread only. Each line costs one short local write, which opens and closes the file, so that it can
+/// be moved away while the program runs. Logging reports no errors to its caller. Only the user can read the
+/// file; anything but a regular file in its place is left alone.
 class DebugLogService : public QObject {
     Q_OBJECT
 
 public:
-    /// How many lines `latestLines` holds at most.
     static constexpr int maximumVisibleLines = 80;
 
-    /// Makes the folder "Logs/Quillet" inside `libraryDirectory`; an empty one stands for the temporary
-    /// directory. A folder that cannot be made is ignored: lines are then kept in memory only.
+    /// Creates the folder "Logs/Quillet" in `libraryDirectory`; if that is empty, in the temporary directory.
+    /// If the folder cannot be created, lines are kept in memory only.
     explicit DebugLogService(const QString &libraryDirectory, QObject *parent = nullptr);
 
-    /// The user's library folder on this platform, or an empty text when the system gives none.
+    /// The user's library folder on this platform.
     [[nodiscard]] static QString userLibraryDirectory();
 
     /// Appends one line: `date` in ISO 8601 (UTC, milliseconds), a space, `message` unchanged.
     void log(const QString &message, Date date);
 
-    /// The latest lines, oldest first, without line feeds at their ends.
+    /// The latest lines, at most maximumVisibleLines, oldest first, without line feeds at their ends.
     [[nodiscard]] const QStringList &latestLines() const { return m_latestLines; }
 
-    /// Where the log file is, or would be.
+    /// The log file's location, even if the file does not exist.
     [[nodiscard]] QUrl logURL() const { return m_logURL; }
 
 Q_SIGNALS:
     void latestLinesChanged();
 
 private:
-    /// Says on standard error, once, that there is something else in the log's place.
+    /// Reports on standard error, once, that something other than a log file or folder is in the way.
     void report(const FileError &error);
 
     QStringList m_latestLines;

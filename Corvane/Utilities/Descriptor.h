@@ -9,11 +9,11 @@
 
 namespace corvane {
 
-/// An open file of the kernel's, closed with its scope.
+/// A file descriptor, closed at the end of its scope.
 class Descriptor {
 public:
     Descriptor() = default;
-    /// Takes over what ::open() has answered, also a failure.
+    /// Takes ownership of the result of ::open(), which may be a failure.
     explicit Descriptor(int number) : m_number(number) {}
     ~Descriptor() { close(); }
     Descriptor(const Descriptor &) = delete;

@@ -9,11 +9,11 @@
 
 namespace corvane {
 
-/// What the desktop says of how programs are to look. What it does not say is left to the toolkit.
+/// The desktop's preferences for the look of programs. What is not set is left to the toolkit.
 struct Appearance {
     enum class Scheme { unsaid, light, dark };
 
-    /// Shares of sRGB's colours, 0 to 1.
+    /// sRGB components, 0 to 1.
     struct Accent {
         double red = 0;
         double green = 0;
@@ -29,19 +29,19 @@ struct Appearance {
     friend bool operator==(const Appearance &, const Appearance &) = default;
 };
 
-/// The desktop's settings of that, while the program runs. Main thread only; nothing here fails towards the
-/// caller: where the desktop says nothing, the appearance is the default one.
+/// Follows the desktop's appearance while the program runs. Main thread only; reports no errors: if the
+/// desktop provides nothing, the appearance is the default one.
 class DesktopAppearance : public QObject {
     Q_OBJECT
 
 public:
     using QObject::QObject;
 
-    /// What the desktop has said so far; the default until it has answered, which no caller waits for.
+    /// The appearance as known so far; the default until the desktop has answered, which no caller waits for.
     [[nodiscard]] virtual Appearance appearance() const = 0;
 
 Q_SIGNALS:
-    /// appearance() is another one; never emitted while it is the same.
+    /// appearance() has changed; never emitted without a change.
     void changed();
 };
 

@@ -7,7 +7,7 @@
 
 namespace corvane {
 
-/// Why an operation of the platform failed, in words that may go into the log.
+/// Why a platform operation failed, in words that may be logged.
 struct Failure {
     QString localizedDescription;
 

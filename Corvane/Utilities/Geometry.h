@@ -5,7 +5,7 @@
 
 namespace corvane {
 
-/// A point on the desktop, in points; x grows to the right, y grows upwards.
+/// A point on the desktop, in points; x points right, y points up.
 struct Point {
     double x = 0;
     double y = 0;
@@ -13,7 +13,7 @@ struct Point {
     friend bool operator==(const Point &, const Point &) = default;
 };
 
-/// A width and a height in points.
+/// Width and height in points.
 struct Size {
     double width = 0;
     double height = 0;
@@ -21,7 +21,7 @@ struct Size {
     friend bool operator==(const Size &, const Size &) = default;
 };
 
-/// A rectangle on the desktop, in points, told by its lower-left corner; y grows upwards.
+/// A rectangle on the desktop, in points, with its lower-left corner; y points up.
 struct Rect {
     double x = 0;
     double y = 0;
@@ -35,13 +35,13 @@ struct Rect {
     [[nodiscard]] constexpr double midY() const { return y + height / 2; }
     [[nodiscard]] constexpr double maxY() const { return y + height; }
 
-    /// Whether `point` lies inside; the left and lower edges belong to the rectangle, the others do not.
+    /// Whether `point` lies inside; the left and lower edges are included, the others are not.
     [[nodiscard]] constexpr bool contains(Point point) const
     {
         return point.x >= minX() && point.x < maxX() && point.y >= minY() && point.y < maxY();
     }
 
-    /// This rectangle with its width and height times `factor`, about the same centre.
+    /// This rectangle scaled by `factor` about its centre.
     [[nodiscard]] constexpr Rect scaledAboutCentre(double factor) const
     {
         return {midX() - width * factor / 2, midY() - height * factor / 2, width * factor, height * factor};

@@ -14,7 +14,7 @@ namespace corvane {
 
 namespace {
 
-/// The texts directly in the list's dictionary; nothing when the list is not well-formed to its end.
+/// The texts at the top level of the dictionary; empty if the list is not well-formed to its end.
 QHash<QString, QString> texts(QXmlStreamReader &xml)
 {
     QHash<QString, QString> found;

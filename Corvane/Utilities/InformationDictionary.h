@@ -11,19 +11,19 @@
 
 namespace corvane {
 
-/// What the program was told about itself when it was built: the texts of the property list "Info.plist",
-/// which is installed with it. A list that is missing or garbled holds nothing.
+/// Information from the build: the texts of the property list "Info.plist", which is installed with the
+/// program. Empty if the list is missing or malformed.
 class InformationDictionary {
 public:
     InformationDictionary() = default;
 
-    /// The dictionary that the open `device` holds as a property list in XML.
+    /// Reads an XML property list from the open `device`.
     explicit InformationDictionary(QIODevice &device);
 
-    /// The running program's. Reads the file; needs the application object.
+    /// The running program's dictionary. Reads the file; needs the application object.
     [[nodiscard]] static InformationDictionary main();
 
-    /// The text under `key`; none where there is no such key, and where its value is not a text.
+    /// The text for `key`; none if the key is missing or its value is not a text.
     [[nodiscard]] std::optional<QString> text(const QString &key) const;
 
 private:

@@ -14,7 +14,7 @@ QString oneLine(const QString &text, qsizetype maximumLength)
     QString line;
     line.reserve(std::min(text.size(), maximumLength));
     for (const QChar c : text) {
-        // Not between the two halves of one character.
+        // Never splits a surrogate pair.
         if (line.size() >= maximumLength && !(c.isLowSurrogate() && line.back().isHighSurrogate())) {
             break;
         }

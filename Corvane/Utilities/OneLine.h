@@ -7,11 +7,11 @@
 
 namespace corvane {
 
-/// No line of the screen holds more; measuring a text of a million characters would take too long.
+/// No line on the screen holds more, and measuring a text of a million characters would take too long.
 inline constexpr qsizetype longestLine = 1000;
 
-/// `text` as it is shown on one line: line breaks and control characters in it are spaces, marks that would
-/// turn the direction of what follows are left out, and what is beyond `maximumLength` is cut off.
+/// `text` for display on one line: runs of line breaks, control characters and white space become one space,
+/// bidirectional control characters are removed, and anything beyond `maximumLength` is cut off.
 [[nodiscard]] QString oneLine(const QString &text, qsizetype maximumLength = longestLine);
 
 } // namespace corvane

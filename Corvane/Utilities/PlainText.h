@@ -7,16 +7,16 @@
 
 namespace corvane {
 
-/// Whether a line ends here, or a terminal takes the character for a command: the control characters and the
-/// separators of lines and paragraphs.
+/// Whether the character ends a line or may control a terminal: control characters, line and paragraph
+/// separators.
 [[nodiscard]] bool isControl(QChar character);
 
-/// Whether the character turns the direction in which what follows is written: the embeddings, overrides and
+/// Whether the character changes the direction of the following text: bidirectional embeddings, overrides and
 /// isolates.
 [[nodiscard]] bool turnsDirection(QChar character);
 
-/// A stranger's text for a line of the log, another program or a terminal: each control character in it is a
-/// space, and what would turn the direction of the text around it is left out.
+/// An untrusted text made safe for a log line, another program or a terminal: control characters become
+/// spaces, and bidirectional control characters are removed.
 [[nodiscard]] QString plainText(const QString &text);
 
 } // namespace corvane

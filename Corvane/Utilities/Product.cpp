@@ -23,7 +23,7 @@ std::optional<QUrl> mailLink(const QString &address)
     if (at < 1 || at == address.size() - 1) {
         return std::nullopt;
     }
-    // Strictly: what would have to be mended, for example a space, is a mistake in the address.
+    // Strict: anything that needs correction, such as a space, is a mistake in the address.
     const QUrl link(u"mailto:"_s + address, QUrl::StrictMode);
     return link.isValid() && link.path() == address ? std::optional(link) : std::nullopt;
 }

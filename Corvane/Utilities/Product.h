@@ -8,20 +8,19 @@
 
 #include <optional>
 
-/// Whom the teacher turns to. Both are options of the build, QUILLET_SUPPORT_ADDRESS and QUILLET_WEB_SITE.
+/// The teacher's contacts for support. Both are build options, QUILLET_SUPPORT_ADDRESS and QUILLET_WEB_SITE.
 namespace corvane::product {
 
-/// The e-mail address of the support.
+/// The e-mail address for support.
 [[nodiscard]] QString supportAddress();
 
-/// The product's web site as it is written in a text: "https://…".
+/// The product's web site as shown in texts: "https://…".
 [[nodiscard]] QString webSite();
 
-/// Where a letter to `address` is begun, or none where that is no address that a link can hold.
+/// The mailto link to `address`, or none if it is not an address that a link can contain.
 [[nodiscard]] std::optional<QUrl> mailLink(const QString &address);
 
-/// The encrypted address of `site`, which may be given with or without a scheme, or none where that is no
-/// address of a host.
+/// The https URL of `site`, which may lack a scheme, or none if it names no host.
 [[nodiscard]] std::optional<QUrl> secureLink(const QString &site);
 
 } // namespace corvane::product

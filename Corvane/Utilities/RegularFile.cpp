@@ -39,7 +39,7 @@ bool isOwn(const struct stat &status)
     return status.st_uid == ::geteuid();
 }
 
-// Where the file is that `path` names, behind a link; or where it would be.
+// The place of the file that `path` names, with links resolved; `path` itself if nothing is there.
 std::expected<QByteArray, FileError> placeOf(const QByteArray &path, LinkTo links)
 {
     struct stat status = {};
@@ -71,10 +71,10 @@ std::expected<QByteArray, FileError> placeOf(const QByteArray &path, LinkTo link
     return QByteArray(target.get());
 }
 
-// Opens a place that placeOf() has found. It is looked at again: another may have changed it since.
+// Opens a place that placeOf() has found. Checks it again, because it may have changed since.
 std::expected<Descriptor, FileError> openPlace(const QByteArray &place, int flags, struct stat &status)
 {
-    // A pipe would keep a blocking open() waiting for the other end.
+    // A blocking open() of a pipe would wait for the other end.
     Descriptor file(
         ::open(place.constData(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW, privateFile));
     if (!file.isOpen() || ::fstat(file.get(), &status) != 0) {
@@ -86,7 +86,7 @@ std::expected<Descriptor, FileError> openPlace(const QByteArray &place, int flag
     return file;
 }
 
-// What somebody may not do with a file of their own is no matter of the program's.
+// Only removes permissions; those that the owner has removed stay removed.
 void makePrivate(int file, const struct stat &status, mode_t mode)
 {
     if (isOwn(status) && (status.st_mode & permissions & ~mode) != 0) {
@@ -112,13 +112,13 @@ std::expected<void, FileError> writeNew(const QByteArray &path, const QByteArray
 {
     struct stat status = {};
     if (::lstat(path.constData(), &status) == 0 && S_ISREG(status.st_mode)) {
-        ::unlink(path.constData()); // of a call that was interrupted
+        ::unlink(path.constData()); // left by an interrupted call
     }
     auto file = openPlace(path, O_WRONLY | O_CREAT | O_EXCL, status);
     if (!file) {
         return std::unexpected(file.error());
     }
-    // The user's mask may have taken away what the program itself needs.
+    // The umask may have removed permissions that the program itself needs.
     if (::fchmod(file->get(), privateFile) != 0 || !writeAll(file->get(), bytes) ||
         ::fsync(file->get()) != 0) {
         const auto error = systemFailure();
@@ -143,11 +143,11 @@ bool makeFolders(const QByteArray &path)
     return ::mkdir(path.constData(), privateFolder) == 0 && ::chmod(path.constData(), privateFolder) == 0;
 }
 
-// What an earlier version, or the user's editor, left readable for others.
+// Restricts files that an earlier version, or the user's editor, left readable for others.
 void makeFilesPrivate(int folder)
 {
     const auto close = [](DIR *entries) { ::closedir(entries); };
-    // The stream closes the descriptor that it is given.
+    // The directory stream closes the descriptor that it is given.
     const int copy = ::dup(folder);
     const std::unique_ptr<DIR, decltype(close)> entries(copy < 0 ? nullptr : ::fdopendir(copy));
     if (!entries) {
@@ -262,7 +262,7 @@ std::expected<void, FileError> removeRegularFile(const QByteArray &path)
 {
     struct stat status = {};
     if (::lstat(path.constData(), &status) != 0) {
-        // Where there is no folder there is no file.
+        // Without the folder there is no file.
         return errno == ENOENT || errno == ENOTDIR ? std::expected<void, FileError>() : systemFailure();
     }
     if (!S_ISREG(status.st_mode) && !S_ISLNK(status.st_mode)) {

@@ -10,56 +10,56 @@
 
 #include <expected>
 
-/// The files that the program and its agent keep. None of these calls waits for anybody but the disk: what is
-/// no regular file (a pipe, a device, a folder) is neither opened nor changed. A link is followed to a
-/// regular file of the user's own, which keeps its place and its link when it is replaced, and nowhere else.
+/// The files of the program and its agent. These calls wait for nothing but the disk: anything but a regular
+/// file (a pipe, a device, a folder) is neither opened nor changed. A symbolic link is followed only to a
+/// regular file of the user; replacing that file keeps the link.
 namespace corvane {
 
-/// Why a file cannot be had.
+/// Why a file operation failed.
 struct FileError {
     enum class Kind {
-        absent,   ///< there is nothing
-        unusable, ///< there is something else, which is left alone; it will not change by itself
-        failed,   ///< the system did not give it this time
+        absent,   ///< nothing is there
+        unusable, ///< something else is there and is left alone; permanent
+        failed,   ///< the system failed this time
     };
     Kind kind = Kind::failed;
-    QString reason; ///< in words, for the log
+    QString reason; ///< for the log
 
-    /// Of errno as it stands.
+    /// For the current errno.
     [[nodiscard]] static FileError system();
 };
 
-/// Where a link may lead.
+/// Where a symbolic link may lead: to a file of the user only, or to any file.
 enum class LinkTo { ownFile, anyFile };
 
-/// Opens the file at `path`; `access` is one of O_RDONLY, O_WRONLY and O_RDWR. It makes none.
+/// Opens the file at `path` with `access`: O_RDONLY, O_WRONLY or O_RDWR. Never creates one.
 [[nodiscard]] std::expected<Descriptor, FileError> openRegularFile(const QByteArray &path, int access,
                                                                    LinkTo links = LinkTo::ownFile);
 
-/// The bytes of the file at `path`. A file of more than `maximumSize` bytes is unusable.
+/// The contents of the file at `path`. A file of more than `maximumSize` bytes is unusable.
 [[nodiscard]] std::expected<QByteArray, FileError> readRegularFile(const QByteArray &path, qint64 maximumSize,
                                                                    LinkTo links = LinkTo::ownFile);
 
-/// Puts a file with these bytes, which only the user can read, in the place of what is at `path`: all of it,
-/// on the disk, or nothing. What an interrupted call leaves has ".new" at its name's end; the next one takes
-/// its place.
+/// Replaces or creates the file at `path` with these bytes, readable only by the user. Atomic and durable:
+/// either all of it is on the disk, or the old file stays. An interrupted call leaves a file whose name ends
+/// in ".new"; the next call replaces it.
 std::expected<void, FileError> replaceRegularFile(const QByteArray &path, const QByteArray &bytes);
 
-/// Adds the bytes to the end of the file at `path`, or makes one. Only the user can read it from then on;
-/// a file of somebody else's is unusable.
+/// Appends the bytes to the file at `path`, creating it if it is absent. Only the user can read it from then
+/// on; a file of another user is unusable.
 std::expected<void, FileError> appendToRegularFile(const QByteArray &path, const QByteArray &bytes);
 
-/// Takes the file, or a link, out of its folder. What is absent is removed already.
+/// Removes the file or link. Succeeds if nothing is there.
 std::expected<void, FileError> removeRegularFile(const QByteArray &path);
 
-/// Takes from others what they may do with the file at `path`, where it is the user's own.
+/// Removes the permissions of others from the file at `path`, if it belongs to the user.
 void makeFilePrivate(const QByteArray &path);
 
-/// Makes the folder, and those above it, where they are missing; only the user can look into what it makes.
+/// Creates the folder and its missing parents, accessible only to the user.
 std::expected<void, FileError> makeFolder(const QByteArray &path);
 
-/// Makes a folder in which there are the program's files alone. Only the user can look into it and read what
-/// is in it, also where it was there before. A folder of somebody else's is unusable.
+/// Creates a folder for the program's files alone. Makes the folder, even an existing one, and the files in
+/// it accessible only to the user. A folder of another user is unusable.
 std::expected<void, FileError> makePrivateFolder(const QByteArray &path);
 
 } // namespace corvane

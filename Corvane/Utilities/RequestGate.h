@@ -9,18 +9,19 @@
 
 namespace corvane {
 
-/// Lets one request of a flood through, and another one from time to time while the flood lasts. Used before
-/// what another program on the bus can ask for. A value.
+/// Limits the rate of requests from other programs on the bus: admits the first of a burst, and another one
+/// from time to time while the burst lasts. A value type.
 class RequestGate {
 public:
-    /// A request within `pause` of the one before belongs to it. After `renewal` one counts all the same.
+    /// A request within `pause` of the previous one belongs to its burst. `renewal` after the last admitted
+    /// request, one is admitted all the same.
     explicit constexpr RequestGate(Seconds pause, Seconds renewal = Seconds{5})
         : m_pause(pause)
         , m_renewal(renewal)
     {
     }
 
-    /// Whether a request that comes at `now`, by uptime(), is to be carried out.
+    /// Whether to carry out a request that arrives at `now`, in uptime().
     [[nodiscard]] bool admits(Seconds now)
     {
         const bool belongs = m_last && now - *m_last < m_pause && now - m_admitted < m_renewal;

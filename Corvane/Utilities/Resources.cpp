@@ -16,7 +16,7 @@ namespace corvane::resources {
 QStringList folders(const QString &programFolder, const QStringList &dataFolders)
 {
     const auto quilletBelow = [](const QString &folder) { return QDir::cleanPath(folder + u"/quillet"_s); };
-    // Told from the program's own place, so that an installation can be moved as a whole.
+    // Relative to the program, so that an installation can be moved as a whole.
     QStringList found{quilletBelow(programFolder + u'/' + QStringLiteral(QUILLET_DATA_FROM_PROGRAM))};
     for (const QString &folder : dataFolders) {
         found.push_back(quilletBelow(folder));

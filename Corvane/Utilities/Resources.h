@@ -8,19 +8,17 @@
 
 #include <optional>
 
-/// The files that are installed with the program to be read while it runs: the manual, the information
-/// dictionary.
+/// Files installed with the program and read at run time: the manual, the information dictionary.
 namespace corvane::resources {
 
-/// The folders that they are sought in, the first one first: the data folder that the program in
-/// `programFolder` was installed with, those below the desktop's `dataFolders`, and that of the build tree
-/// that the program runs from.
+/// The folders to search, in order: the data folder that the program in `programFolder` was installed with,
+/// those below the desktop's `dataFolders`, and that of the build tree that the program runs from.
 [[nodiscard]] QStringList folders(const QString &programFolder, const QStringList &dataFolders);
 
-/// The same for the running program. Needs the application object.
+/// The folders of the running program. Needs the application object.
 [[nodiscard]] QStringList folders();
 
-/// The whole path of the file `name` in the first of `folders` that has it and lets it be read, or none.
+/// The absolute path of the file `name` in the first of `folders` where it is readable, or none.
 [[nodiscard]] std::optional<QString> find(const QStringList &folders, const QString &name);
 
 } // namespace corvane::resources

@@ -9,11 +9,11 @@
 
 namespace corvane {
 
-/// Lets `task` run on to its end with nobody waiting for it. It says at the call that this is meant: a task
-/// that is merely dropped looks like one whose result was forgotten.
+/// Lets `task` run to its end without awaiting it. The call says that this is intended: a task that is merely
+/// dropped looks like a forgotten await.
 inline void spawn(QCoro::Task<void> task)
 {
-    // A task's coroutine owns itself once the handle is gone.
+    // A coroutine owns itself once its task is gone.
     [[maybe_unused]] const QCoro::Task<void> released = std::move(task);
 }
 

@@ -8,27 +8,28 @@
 
 namespace corvane {
 
-/// A window of the program by the number that the window system gave it, as QWidget::winId() tells it.
+/// A window of the program by its window system identifier, as QWidget::winId() returns it.
 using WindowId = quintptr;
 
-/// What the program's windows ask of the window system beyond what the toolkit asks of it. Main thread only;
-/// nothing here fails towards the caller: where the window system lacks something, nothing happens.
+/// What the program's windows need from the window system beyond the toolkit. Main thread only; reports no
+/// errors: if the window system lacks a feature, nothing happens.
 class WindowSystem {
 public:
     virtual ~WindowSystem() = default;
 
-    /// Whether windows that are partly transparent look so.
+    /// Whether partly transparent windows are drawn as such.
     [[nodiscard]] virtual bool isComposited() const = 0;
 
-    /// The user has just asked the program for something. Programs are kept from taking the keyboard by
-    /// themselves; this is what entitles the windows that are brought to the front next. `token` is what the
-    /// desktop gave along with the wish, or empty.
+    /// The user has just asked the program for something. Window systems prevent programs from taking the
+    /// focus by themselves; this permits the windows that are brought to the front next. `token` is the
+    /// desktop's activation token, or empty.
     virtual void userAsked(const QString &token) = 0;
 
-    /// Keeps `window` out of task bars, docks and pagers. Called when the window is made and not yet shown.
+    /// Keeps `window` out of task bars, docks and pagers. Called after the window is created and before it is
+    /// shown.
     virtual void keepOutOfTaskBar(WindowId window) = 0;
 
-    /// Puts `window`, which is shown, above the others and gives it the keyboard, from whichever program.
+    /// Raises `window`, which is shown, above all others and gives it the keyboard focus.
     virtual void bringToFront(WindowId window) = 0;
 };
 
