@@ -23,7 +23,7 @@ namespace {
 
 const QString invalidArguments = u"org.freedesktop.DBus.Error.InvalidArgs"_s;
 const QString limitsExceeded = u"org.freedesktop.DBus.Error.LimitsExceeded"_s;
-// What an array of strings takes for each beside its text, and what a UTF-16 unit takes in UTF-8.
+// The overhead of each string in an array on the bus, and the most bytes that a UTF-16 unit takes in UTF-8.
 constexpr qint64 bytesPerString = 8;
 constexpr qint64 maximumBytesPerUnit = 3;
 
@@ -61,7 +61,7 @@ QStringList AgentInterface::PendingRequests()
     return identifiers;
 }
 
-// Answers wait in this process until the bus takes them: who asks for them faster than that would fill the
+// Replies wait in this process until the bus takes them; a caller that requests them faster would fill the
 // memory.
 bool AgentInterface::mayReplyWith(qint64 bytes)
 {
@@ -69,7 +69,7 @@ bool AgentInterface::mayReplyWith(qint64 bytes)
         m_unacknowledgedReplyBytes + bytes > maximumUnacknowledgedReplyBytes) {
         return false;
     }
-    // This goes out before the answer itself, and tells of the former ones.
+    // Sent before the reply itself; its answer acknowledges the earlier replies.
     if (!m_isPingPending) {
         pingBus();
     }
@@ -184,8 +184,7 @@ void AgentInterface::refuse(const QString &error, const QString &reason)
             connection().send(message().createErrorReply(error, reason));
         }
     }
-    // The first, the tenth, the hundredth: who asks for nonsense a million times is not worth a million
-    // lines.
+    // Logs refusals 1, 10, 100 and so on, so that a million bad calls do not cost a million lines.
     ++m_refusals;
     qint64 power = 1;
     while (power < m_refusals) {

@@ -17,28 +17,28 @@ class ProgramWatch;
 class RequestKeeper;
 struct PendingRequest;
 
-/// The agent's face on the bus: what its generated adaptor calls. It refuses what no program of ours asks
-/// for, so that whoever speaks to it cannot make it grow without end. Main thread only.
+/// The agent's bus interface, which its generated adaptor calls. Refuses more than our program needs, so that
+/// no caller can make the agent grow without bound. Main thread only.
 class AgentInterface final : public QObject, protected QDBusContext {
     Q_OBJECT
 
 public:
     static constexpr qsizetype maximumRequests = 10'000;
-    // In UTF-16 code units.
+    // Lengths of texts are in UTF-16 code units.
     static constexpr qsizetype maximumTextLength = 4096;
     static constexpr qsizetype maximumIdentifierLength = 2048;
-    static constexpr qint64 maximumTotalTextLength = qint64{128} * maximumRequests; ///< of all
-    static constexpr qsizetype maximumIdentifiers = 2 * maximumRequests;            ///< of one call
-    /// Bytes of answers, roughly, that the bus has not taken yet. The largest single answer is smaller.
+    static constexpr qint64 maximumTotalTextLength = qint64{128} * maximumRequests; ///< of all requests
+    static constexpr qsizetype maximumIdentifiers = 2 * maximumRequests;            ///< in one call
+    /// The approximate size of replies that the bus has not taken yet. The largest single reply is smaller.
     static constexpr qint64 maximumUnacknowledgedReplyBytes = qint64{4} * 1024 * 1024;
     static constexpr qint64 latestDate = 253'402'300'799; ///< the last second of the year 9999
 
-    /// `keeper` and `watch` are borrowed; `log` takes a line.
+    /// Borrows `keeper` and `watch`; `log` writes a line to the log.
     AgentInterface(QDBusConnection sessionBus, RequestKeeper &keeper, ProgramWatch &watch,
                    std::function<void(const QString &)> log, QObject *parent = nullptr);
 
-    /// The methods of the bus interface, under its names; see its XML. Those that change the queue are
-    /// answered when the keeper has answered.
+    /// The methods of the bus interface, named as in its XML. Those that change the queue reply once the
+    /// keeper has answered.
     QStringList PendingRequests();
     void RemovePendingRequests(const QStringList &identifiers);
     void Add(const QString &identifier, const QString &title, const QString &body,
@@ -50,15 +50,15 @@ public:
     void Goodbye();
 
 Q_SIGNALS:
-    /// Somebody has called.
+    /// A method was called.
     void called();
 
 private:
     void add(const PendingRequest &request);
     [[nodiscard]] std::function<void(std::expected<void, QString>)> answerLater();
-    /// Whether an answer of so many bytes may be given now, which counts it.
+    /// Whether a reply of about `bytes` may be sent now; if so, counts it.
     [[nodiscard]] bool mayReplyWith(qint64 bytes);
-    /// Asks the bus something: it answers when it has taken all that was sent to it before.
+    /// Calls the bus, which replies once it has taken everything sent before.
     void pingBus();
     void refuse(const QString &error, const QString &reason);
 
@@ -67,7 +67,7 @@ private:
     ProgramWatch &m_watch;
     std::function<void(const QString &)> m_log;
     qint64 m_refusals = 0;
-    qint64 m_unacknowledgedReplyBytes = 0; ///< bytes; see maximumUnacknowledgedReplyBytes
+    qint64 m_unacknowledgedReplyBytes = 0; ///< see maximumUnacknowledgedReplyBytes
     bool m_isPingPending = false;
 };
 

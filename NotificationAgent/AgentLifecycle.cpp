@@ -31,7 +31,7 @@ namespace {
 
 constexpr int timeoutMilliseconds = 10'000;
 
-// Of the bus's RequestName.
+// A flag and replies of the bus's RequestName.
 constexpr uint doNotQueue = 4;
 constexpr uint isOwner = 1;
 constexpr uint isOwnerAlready = 4;
@@ -105,7 +105,7 @@ void AgentLifecycle::requestName()
         if (!reply.isValid() || (reply.value() != isOwner && reply.value() != isOwnerAlready)) {
             m_log(u"the bus does not give the name: "_s +
                   (reply.isValid() ? u"it is taken"_s : reply.error().message()));
-            // Not a failure that a new start would mend.
+            // Status 0: a restart by the service manager would not help.
             Q_EMIT ended(0);
             return;
         }
@@ -129,13 +129,13 @@ void AgentLifecycle::releaseName()
     m_keeper.stopDelivering();
     m_keeper.tidyUp();
     ::signal(SIGTERM, SIG_IGN);
-    // From the bus's answer on, calls go to the next agent, and all that came before are here.
+    // Once the bus replies, new calls go to the next agent, and all earlier ones have arrived here.
     auto call = busCall(u"ReleaseName"_s);
     call << QString::fromLatin1(serviceName);
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, timeoutMilliseconds), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
-        // What has come is dispatched before this.
+        // Calls that have arrived are dispatched first.
         QTimer::singleShot(0, this, &AgentLifecycle::handOver);
     });
 }
@@ -147,21 +147,21 @@ void AgentLifecycle::handOver()
     if (m_keeper.isIdle()) {
         m_keeper.tidyUp();
     } else {
-        // Something came while the name was on its way back.
+        // Requests arrived while the name was being released.
         m_log(u"left to the next agent requests="_s + QString::number(m_keeper.queue().size()));
         auto start = busCall(u"StartServiceByName"_s);
         start << QString::fromLatin1(serviceName) << 0U;
         starting = new QDBusPendingCallWatcher(m_bus.asyncCall(start, timeoutMilliseconds), this);
     }
-    // The next agent waits for the lock, and so for this one's end: that it has started is not waited for.
-    // What is asked last is answered when the bus has all that was sent, and has begun with it, or has
-    // refused.
+    // Does not wait for the start: the next agent waits for the lock, and so for the end of this one. The bus
+    // replies to this last call once it has begun, or refused, the start.
     auto *asked =
         new QDBusPendingCallWatcher(m_bus.asyncCall(busCall(u"GetId"_s), timeoutMilliseconds), this);
     connect(asked, &QDBusPendingCallWatcher::finished, this, [this, asked, starting] {
         asked->deleteLater();
         if (starting && starting->isFinished() && starting->isError()) {
-            // A bus that starts nothing: then no service manager looks after this agent either.
+            // The bus cannot start the agent, so no service manager looks after this one either: it carries
+            // on.
             starting->deleteLater();
             ::signal(SIGTERM, SIG_DFL);
             m_isLeaving = false;

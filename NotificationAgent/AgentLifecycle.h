@@ -17,10 +17,10 @@ namespace corvane {
 class ProgramWatch;
 class RequestKeeper;
 
-/// Holds the lock of one queue: the kernel gives it back however the agent ends.
+/// The lock of one queue. The kernel releases it however the agent ends.
 class QueueLock {
 public:
-    /// `path` is the lock file's, which is made and stays.
+    /// `path` is the lock file, which is created if necessary and never removed.
     explicit QueueLock(QString path) : m_path(std::move(path)) {}
     ~QueueLock();
     QueueLock(const QueueLock &) = delete;
@@ -29,7 +29,7 @@ public:
     enum class Attempt { locked, heldByOther, impossible };
     [[nodiscard]] Attempt tryLock();
 
-    /// Gives the lock back before its time.
+    /// Releases the lock early.
     void unlock();
 
 private:
@@ -37,13 +37,13 @@ private:
     int m_file = -1;
 };
 
-/// The agent's time on the bus: it takes the bus name, which is what others wait for, once all is ready;
-/// gives it up when nothing has been pending for a while and no program counts on it; and ends with its bus.
+/// The agent's life on the bus: takes the bus name, which callers wait for, once everything is ready;
+/// releases it when nothing has been pending for `idleTime` and no program is watched; and ends with the bus.
 /// Main thread only.
 ///
-/// From the loss of the name on a service manager takes the agent for one that is over and ends it with
-/// SIGTERM. So all is in order before the name is given up, the signal is ignored from there on, and the name
-/// is not taken again: for what was called just before, the bus is asked to start the next agent.
+/// When the name is released, a service manager considers the agent stopped and ends it with SIGTERM. So
+/// everything is tidied up before, and SIGTERM is ignored from then on. If requests arrived just before, the
+/// bus is asked to start the next agent; only if it cannot, this one takes the name again.
 class AgentLifecycle final : public QObject {
     Q_OBJECT
 
@@ -51,22 +51,22 @@ public:
     static constexpr auto serviceName = "com.ordwinsoftware.Quillet.NotificationAgent";
     static constexpr auto objectPath = "/com/ordwinsoftware/Quillet/NotificationAgent";
 
-    /// How long the agent stays when there is nothing to do; a program that has just taken everything back
-    /// may be about to add.
+    /// How long the agent stays without work; a program that has just withdrawn all requests may be about to
+    /// add new ones.
     static constexpr std::chrono::milliseconds idleTime{5000};
 
-    /// `keeper` and `watch` are borrowed; `log` takes a line.
+    /// Borrows `keeper` and `watch`; `log` writes a line to the log.
     AgentLifecycle(QDBusConnection sessionBus, RequestKeeper &keeper, const ProgramWatch &watch,
                    std::function<void(const QString &)> log, QObject *parent = nullptr);
 
-    /// Takes the name, then starts the keeper. The object must be registered by now.
+    /// Requests the name, then starts the keeper. The bus object must be registered before.
     void begin();
 
 public Q_SLOTS:
-    /// Something has happened: counts the idle time anew.
+    /// Restarts the idle time, because something has happened.
     void updateIdleTimer();
 
-    /// Gives the name up, then ends; called when the idle time is over.
+    /// Releases the name, then ends; called after the idle time.
     void releaseName();
 
 Q_SIGNALS:

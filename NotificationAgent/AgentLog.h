@@ -7,29 +7,29 @@
 
 namespace corvane {
 
-/// The agent's diagnostic log: time-stamped lines on standard error and in a file that does not grow without
-/// end, which only the user can read. Main thread only; logging never fails towards its caller.
+/// The agent's diagnostic log: time-stamped lines on standard error and in a file of limited size that only
+/// the user can read. Main thread only; reports no errors to the caller.
 class AgentLog {
 public:
-    /// The file is then set aside, in the place of the one set aside before. In bytes.
+    /// In bytes. A larger file is set aside, replacing the one set aside before.
     static constexpr qint64 maximumFileSize = qint64{256} * 1024;
 
-    /// `path` is the file's; its folder is made. An empty one leaves standard error alone.
+    /// Creates the folder of the file `path`. With an empty path, logs to standard error only.
     explicit AgentLog(QString path);
 
-    /// Beside the program's own log.
+    /// In the folder of the program's own log.
     [[nodiscard]] static QString userPath();
 
-    /// Writes one line: the present moment in ISO 8601 (UTC, milliseconds), a space, and `message`, in which
-    /// control characters are replaced and those that turn the direction of the text are left out.
+    /// Writes one line: the current time in ISO 8601 (UTC, milliseconds), a space, and `message` as
+    /// plainText() returns it.
     void log(const QString &message) const;
 
 private:
     QString m_path;
-    mutable bool m_isReported = false; ///< that there is something else in the file's place
+    mutable bool m_isReported = false; ///< whether an unusable log file was reported
 };
 
-/// A text of somebody else's for a log line: in quotes, and cut when it is long.
+/// An untrusted text for a log line: in quotes, and cut if it is long.
 [[nodiscard]] QString quotedForLog(const QString &text);
 
 } // namespace corvane

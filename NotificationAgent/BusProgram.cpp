@@ -54,7 +54,7 @@ QString BusProgram::owner() const
     if (m_owner) {
         return *m_owner;
     }
-    // Read where it arrived: the loop may tell of a call before it tells of an answer that came earlier.
+    // Read from the reply itself: the event loop may dispatch a call before a reply that arrived earlier.
     return m_firstOwner.isFinished() && !m_firstOwner.isError()
                ? m_firstOwner.reply().arguments().value(0).toString()
                : QString();
@@ -67,7 +67,7 @@ bool BusProgram::isThere(const SessionDisplay &display) const
 
 void BusProgram::start(const SessionDisplay &display)
 {
-    // The bus may be older than the display, or have been told of another one since.
+    // The bus may have been started before the display, or have been given another one since.
     auto variables = busCall(u"UpdateActivationEnvironment"_s);
     variables << QVariant::fromValue(display.environment());
     m_bus.send(variables);

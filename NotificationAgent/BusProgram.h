@@ -13,14 +13,14 @@
 
 namespace corvane {
 
-/// The program as the owner of its bus name, started by the session bus.
+/// The program, identified by its bus name and started by the session bus.
 class BusProgram final : public SessionProgram {
     Q_OBJECT
 
 public:
     static constexpr auto serviceName = "com.ordwinsoftware.Quillet";
 
-    /// From now on the name is watched; who owns it is known before anything that arrives later.
+    /// Watches the name from now on; its owner is known before any later message is handled.
     explicit BusProgram(QDBusConnection sessionBus, QObject *parent = nullptr);
 
     [[nodiscard]] QString owner() const override;
@@ -30,8 +30,8 @@ public:
 private:
     QDBusConnection m_bus;
     QDBusServiceWatcher m_watcher;
-    QDBusPendingCall m_firstOwner;  ///< the bus's answer to the question at the start
-    std::optional<QString> m_owner; ///< what was told since
+    QDBusPendingCall m_firstOwner;  ///< the bus's reply about the owner at construction
+    std::optional<QString> m_owner; ///< the owner after the first change
 };
 
 } // namespace corvane

@@ -14,7 +14,7 @@ namespace corvane {
 
 namespace {
 
-// Cut off when it takes longer.
+// Longer sounds are cut off.
 constexpr std::chrono::seconds maximumSoundLength{10};
 
 void playNow()
@@ -38,7 +38,7 @@ void playNow()
             (void)end.try_acquire_for(maximumSoundLength);
         }
         ca_proplist_destroy(properties);
-        // Ends what still plays, and with it the last use of `end`.
+        // Stops a sound that is still playing, and with it the last use of `end`.
         ca_context_destroy(context);
         return;
     }
@@ -58,7 +58,7 @@ void CanberraNotificationSound::play()
             *isPlaying = false;
         }).detach();
     } catch (const std::system_error &) {
-        // The machine gives no further thread: the notification is silent.
+        // No thread can be created, so the notification is silent.
         *m_isPlaying = false;
     }
 }

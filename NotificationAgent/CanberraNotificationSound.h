@@ -10,9 +10,9 @@
 
 namespace corvane {
 
-/// The sound through libcanberra. That library blocks its caller for half a minute when the sound server
-/// hangs, so it is called on a thread that lives as long as the sound; while one plays, or is stuck, a
-/// further one is left out.
+/// Plays the sound through libcanberra. The library blocks its caller for half a minute if the sound server
+/// hangs, so it runs on a thread that lives as long as the sound. While one sound plays or hangs, further
+/// ones are skipped.
 class CanberraNotificationSound final : public NotificationSound {
 public:
     /// The event of the desktop's sound theme.
@@ -21,7 +21,7 @@ public:
     void play() override;
 
 private:
-    /// Shared with the thread, which may outlive this.
+    /// Shared with the thread, which may outlive this object.
     std::shared_ptr<std::atomic<bool>> m_isPlaying = std::make_shared<std::atomic<bool>>(false);
 };
 

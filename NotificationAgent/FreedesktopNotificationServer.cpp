@@ -83,7 +83,7 @@ void FreedesktopNotificationServer::handleCapabilities(const QDBusMessage &reply
         return;
     }
     m_capabilities = reply.arguments().value(0).toStringList();
-    // The answer does not tell from whom it is (not with every version of Qt).
+    // Not every version of Qt tells the sender of a reply.
     auto call = busCall(u"GetNameOwner"_s);
     call << QString(serviceName);
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_timeouts.asking)), this);
@@ -115,8 +115,9 @@ QVariantList FreedesktopNotificationServer::notifyArguments(const PendingRequest
                                                             const QStringList &capabilities)
 {
     const bool takesMarkup = capabilities.contains(u"body-markup"_s);
-    QVariantMap hints{{u"urgency"_s, QVariant::fromValue(uchar{1})}, // normal: a critical one would stay
-                      {u"desktop-entry"_s, QString(applicationId)}};
+    QVariantMap hints{
+        {u"urgency"_s, QVariant::fromValue(uchar{1})}, // normal: a critical one would stay on screen
+        {u"desktop-entry"_s, QString(applicationId)}};
     if (request.isQuiet) {
         hints.insert(u"suppress-sound"_s, true);
     } else {
@@ -125,16 +126,16 @@ QVariantList FreedesktopNotificationServer::notifyArguments(const PendingRequest
     if (!request.categoryIdentifier.isEmpty()) {
         hints.insert(u"category"_s, request.categoryIdentifier);
     }
-    // Cleaned here, too: any program on the bus can hand over a request.
+    // Sanitised here too, because any program on the bus can add a request.
     const QString body = plainText(request.body);
     return {u"Quillet"_s,
-            0U, // replaces no other
+            0U, // replaces no notification
             QString(applicationId),
             plainText(request.title),
             takesMarkup ? body.toHtmlEscaped() : body,
             QStringList(), // no actions
             hints,
-            -1}; // the server's own time on the screen
+            -1}; // the server's default time on screen
 }
 
 void FreedesktopNotificationServer::deliver(const PendingRequest &request)
@@ -158,7 +159,7 @@ void FreedesktopNotificationServer::handleReply(const QDBusMessage &reply, bool 
         Q_EMIT finished(Outcome::shown, {});
         return;
     }
-    // The bus says this when the server has gone, and the library when the time is up.
+    // Sent by the bus if the server has left, and by the library on a timeout.
     const QString name = reply.errorName();
     if (name == "org.freedesktop.DBus.Error.NoReply"_L1 || name == "org.freedesktop.DBus.Error.Timeout"_L1 ||
         name == "org.freedesktop.DBus.Error.TimedOut"_L1) {

@@ -20,26 +20,26 @@ class NotificationSound;
 
 /// The desktop's notification server, org.freedesktop.Notifications on the session bus.
 ///
-/// A server is asked for its capabilities before each delivery, which starts it where it can be started and
-/// shows that it answers; the delivery then goes to exactly that server, by its own name on the bus. So what
-/// it was handed is gone for certain once that name is gone.
+/// Each delivery first asks a server for its capabilities, which starts it if possible and proves that it
+/// answers. The delivery then goes to exactly that server, by its unique name, so everything that it was
+/// given is certainly gone once that name is gone.
 class FreedesktopNotificationServer final : public NotificationServer {
     Q_OBJECT
 
 public:
     struct Timeouts {
-        std::chrono::milliseconds asking{10'000}; ///< a server may have to be started
+        std::chrono::milliseconds asking{10'000}; ///< includes the start of a server
         std::chrono::milliseconds delivering{25'000};
     };
 
-    /// `sound` is borrowed; it is played where the server plays none.
+    /// Borrows `sound`, which is played if the server plays none.
     FreedesktopNotificationServer(QDBusConnection sessionBus, NotificationSound &sound, Timeouts timeouts,
                                   QObject *parent = nullptr);
 
     void ask() override;
     void deliver(const PendingRequest &request) override;
 
-    /// The call that shows `request`, for a server of these capabilities.
+    /// The arguments of the call that shows `request` on a server with these capabilities.
     [[nodiscard]] static QVariantList notifyArguments(const PendingRequest &request,
                                                       const QStringList &capabilities);
 

@@ -16,10 +16,10 @@ namespace {
 
 constexpr auto prefix = "quillet.backup."_L1;
 
-// Of a SHA-256 in hexadecimal.
+// A SHA-256 in hexadecimal.
 constexpr qsizetype digestLength = 64;
 
-// `name` without the digest that a long identifier ends with.
+// `name` without the digest at the end of a shortened identifier.
 QStringView withoutDigest(QStringView name)
 {
     const bool isCut = name.size() > digestLength && name.at(name.size() - digestLength - 1) == u'…';

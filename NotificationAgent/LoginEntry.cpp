@@ -18,8 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A path in an entry's string: the backslash is the one character of a path that needs care there, apart from
-// those that would end the line.
+// Escapes a path for a string value of a desktop entry.
 QByteArray stringValue(const QString &text)
 {
     QByteArray value = text.toUtf8();
@@ -27,8 +26,8 @@ QByteArray stringValue(const QString &text)
     return value;
 }
 
-// A path as the first word of a command line: quoted, since it may hold anything, with its percent signs
-// doubled, since single ones are field codes.
+// A path as the first word of a command line: quoted, because it may contain any character, with its percent
+// signs doubled, because single ones are field codes.
 QString quotedWord(const QString &path)
 {
     QString word = u"\""_s;
@@ -81,7 +80,7 @@ std::expected<void, QString> LoginEntry::setPresent(bool isPresent)
         return {};
     }
     [[maybe_unused]] const auto made =
-        makeFolder(QFile::encodeName(QFileInfo(m_path).path())); // a missing one fails what follows
+        makeFolder(QFile::encodeName(QFileInfo(m_path).path())); // a missing folder makes the write fail
     if (const auto written = replaceRegularFile(path, content); !written) {
         return std::unexpected(u"cannot be written: "_s + written.error().reason);
     }

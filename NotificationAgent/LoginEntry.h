@@ -9,19 +9,18 @@
 
 namespace corvane {
 
-/// The agent's own entry in the desktop's autostart folder, there while something is pending: so the desktop
-/// starts the agent at login when it is needed, and only then. Main thread only.
+/// The agent's entry in the desktop's autostart folder. It exists while requests are pending, so that the
+/// desktop starts the agent at login only when needed. Main thread only.
 class LoginEntry {
 public:
-    /// `program` is the absolute path of what is started with --login; `configHome` the user's configuration
-    /// folder.
+    /// `program` is the absolute path of the program to start with --login; `configHome` is the user's
+    /// configuration folder.
     LoginEntry(QString program, const QString &configHome);
 
     /// The user's configuration folder ($XDG_CONFIG_HOME).
     [[nodiscard]] static QString userConfigHome();
 
-    /// Puts the entry there, or takes it away; touches nothing when all is as it should be. The error is told
-    /// in words for the log.
+    /// Creates or removes the entry; changes nothing if it is already right. The error is for the log.
     std::expected<void, QString> setPresent(bool isPresent);
 
     [[nodiscard]] const QString &path() const { return m_path; }

@@ -10,40 +10,39 @@
 
 namespace corvane {
 
-/// What shows notifications on the desktop. Main thread only. One question or delivery is under way at a
+/// Shows notifications on the desktop. Main thread only. At most one ask() or deliver() is in progress at a
 /// time; signals are never emitted from within a call.
 class NotificationServer : public QObject {
     Q_OBJECT
 
 public:
     enum class Outcome {
-        shown,    ///< the server has said so
-        notShown, ///< nobody has it: it may be delivered again
-        unknown   ///< the server has it and says nothing: it may show it still, until it leaves
+        shown,    ///< confirmed by the server
+        notShown, ///< no server has it; may be delivered again
+        unknown   ///< the server has it but did not answer; may still show it until it leaves
     };
 
     using QObject::QObject;
 
-    /// Looks whether a server is there and answers, starting one where that is possible; answered() follows,
-    /// once.
+    /// Checks that a server is there and answers, starting one if possible; emits answered() once.
     virtual void ask() = 0;
 
-    /// Hands `request` to the server that has just answered; finished() follows, once.
+    /// Gives `request` to the server that answered last; emits finished() once.
     virtual void deliver(const PendingRequest &request) = 0;
 
 Q_SIGNALS:
-    /// `reason` says why there is none, for the log.
+    /// `reason` says, for the log, why there is no server.
     void answered(bool isThere, const QString &reason);
     void finished(corvane::NotificationServer::Outcome outcome, const QString &reason);
 
-    /// A server has come to the bus.
+    /// A server has appeared on the bus.
     void arrived();
 
-    /// The server that was asked last has gone, and with it all that it was handed.
+    /// The server that was asked last has left, and everything it was given is gone.
     void left();
 
-    /// Another server has taken its place while it lives on: nobody will know what becomes of what it was
-    /// handed.
+    /// Another server has replaced the one that was asked last, which is still running: the fate of what that
+    /// one was given will never be known.
     void replaced();
 };
 

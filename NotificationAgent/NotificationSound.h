@@ -5,12 +5,12 @@
 
 namespace corvane {
 
-/// The desktop's own sound for notifications, for servers that play none.
+/// The desktop's notification sound, for servers that play none.
 class NotificationSound {
 public:
     virtual ~NotificationSound() = default;
 
-    /// Starts it; what cannot be played stays silent. Never blocks.
+    /// Starts the sound; silent if it cannot be played. Never blocks.
     virtual void play() = 0;
 };
 

@@ -60,8 +60,8 @@ bool ProgramWatch::isWatching() const
     return m_clock.now() < m_lessonsUntil;
 }
 
-// The agent may end when the last lesson has: the clock is looked at then. A clock that is set meanwhile
-// makes that later, which does no harm, or needs another look.
+// Checks the clock when the last lesson should be over, so that the agent can end then. If the clock is set
+// meanwhile, the check is late, which does no harm, or early and then repeated.
 void ProgramWatch::waitForTheEnd()
 {
     m_end.stop();
@@ -94,7 +94,7 @@ bool ProgramWatch::mayReturn() const
 
 void ProgramWatch::bringBack()
 {
-    // Somebody else may have started it meanwhile.
+    // Someone else may have started it meanwhile.
     if (!isWatching() || !m_program.owner().isEmpty()) {
         return;
     }

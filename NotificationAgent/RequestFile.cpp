@@ -30,15 +30,15 @@ namespace {
 const QByteArray heading = "quillet pending requests 1";
 const QByteArray ending = "end ";
 
-// A longer file is not one of ours.
+// A longer file is not ours.
 constexpr qint64 maximumFileSize = qint64{64} * 1024 * 1024;
 
 constexpr qsizetype checksumLength = 16;
 
-// So many places of a line that holds more than an entry are looked at; see entryInside().
+// Candidates to try in a line that contains more than an entry; see entryInside().
 constexpr int maximumPlaces = 16;
 
-// In a checksum's place it says that the entry is not pending any more. No checksum looks like it.
+// Replaces the checksum of an entry that is no longer pending; no checksum looks like it.
 const QByteArray invalidChecksum(checksumLength, '-');
 
 QByteArray checksum(const QByteArray &text)
@@ -50,7 +50,7 @@ QByteArray encoded(const PendingRequest &request)
 {
     QJsonArray list{request.identifier,         request.title,    request.body,
                     request.categoryIdentifier, request.fireDate, request.expirationDate};
-    // Only where it says something: an older agent can read the others.
+    // Only if set, so that an older agent can read all other entries.
     if (request.isQuiet) {
         list.append(true);
     }
@@ -78,9 +78,9 @@ bool isChecksum(QByteArrayView text)
                        [](char c) { return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f'); });
 }
 
-// Where in a line that begins with something else an entry starts, which goes to the line's end; or -1.
-// Each place costs a reading of the rest of the line: only what looks like an entry is looked at, and no more
-// of it than a line ever holds unless somebody made it up.
+// The offset of the entry at the end of a line that begins with something else, or -1. Each candidate costs a
+// pass over the rest of the line, so only what looks like an entry is tried, and no more candidates than
+// occur in a line that nobody forged.
 qsizetype entryInside(const QByteArray &line)
 {
     if (!line.endsWith(']')) {
@@ -105,7 +105,7 @@ QString systemError()
     return QString::fromLocal8Bit(std::strerror(errno));
 }
 
-// A new name for a file is on the disk only when its folder is. Some file systems cannot be told to.
+// A rename is durable only once its folder is flushed. Some file systems do not support that.
 bool flushFolder(const QString &path)
 {
     const Descriptor folder(
@@ -180,7 +180,7 @@ bool RequestFile::isEmpty() const
 {
     const auto text = readRegularFile(QFile::encodeName(m_path), maximumFileSize);
     if (!text) {
-        // What is no file holds no request.
+        // Anything but a file holds no requests.
         return text.error().kind != FileError::Kind::failed;
     }
     return decodedRequests(*text).requests.empty();
@@ -194,7 +194,7 @@ RequestFile::Content RequestFile::read()
         if (text.error().kind != FileError::Kind::absent) {
             content.isReadable = text.error().kind == FileError::Kind::unusable;
             content.remarks = {u"cannot be read: "_s + text.error().reason};
-            // One that is too large was written by nobody who keeps to the form, yet may hold requests.
+            // A file that is too large is not in our format, yet may hold requests.
             const QFileInfo file(m_path);
             if (content.isReadable && file.isFile() && !file.isSymLink()) {
                 content.remarks.append(setAside());
@@ -213,7 +213,7 @@ RequestFile::Content RequestFile::read()
                            setAside()};
     }
     if (encodedRequests(content.queue) != *text) {
-        // Also what was invalidated goes.
+        // Removes invalidated entries as well.
         if (const auto written = write(content.queue); !written) {
             content.remarks.append(written.error());
         }
@@ -224,11 +224,11 @@ RequestFile::Content RequestFile::read()
 QString RequestFile::setAside() const
 {
     const QString aside = m_path + u".unreadable"_s;
-    // Where the queue is behind a link, its file is what is kept.
+    // If the queue file is a link, the target is kept.
     const QByteArray from = QFile::encodeName(QFileInfo(m_path).canonicalFilePath());
     const QByteArray to = QFile::encodeName(aside);
     ::unlink(to.constData());
-    // A second name for the same bytes: nothing is lost should the agent die between this and the next write.
+    // A hard link, so that nothing is lost if the agent dies before the next write.
     if (::link(from.constData(), to.constData()) == 0 || QFile::copy(m_path, aside)) {
         return u"is kept aside as \"%1\""_s.arg(aside);
     }
@@ -238,15 +238,15 @@ QString RequestFile::setAside() const
 std::expected<void, QString> RequestFile::write(const RequestQueue &queue)
 {
     const QByteArray path = QFile::encodeName(m_path);
-    [[maybe_unused]] const auto made =
-        makePrivateFolder(QFile::encodeName(QFileInfo(m_path).path())); // a missing one fails the writing
+    [[maybe_unused]] const auto made = makePrivateFolder(
+        QFile::encodeName(QFileInfo(m_path).path())); // a missing folder makes the write fail
     QMultiHash<QString, qint64> offsets;
     if (const auto written = replaceRegularFile(path, encodedRequests(queue, &offsets)); !written) {
         return std::unexpected(u"cannot be written: "_s + written.error().reason);
     }
     m_offsets = offsets;
     if (!flushFolder(m_path)) {
-        // The file is the new one, whoever reads it; only a power failure might still bring the former back.
+        // Every reader sees the new file; only a power failure could bring the old one back.
         m_log(u"queue file's folder cannot be flushed: "_s + systemError());
     }
     return {};
@@ -264,8 +264,8 @@ std::expected<void, QString> RequestFile::invalidate(const QStringList &identifi
             return std::unexpected(u"holds the request at an unknown place"_s);
         }
         for (const qint64 offset : offsets) {
-            // Any byte of the checksum that changes makes the entry unreadable, so that this is never half
-            // done.
+            // Changing any byte of the checksum makes the entry unreadable, so even a partial write
+            // invalidates it.
             if (::pwrite(file->get(), invalidChecksum.constData(), checksumLength, offset) !=
                 checksumLength) {
                 return std::unexpected(u"cannot be changed: "_s + systemError());

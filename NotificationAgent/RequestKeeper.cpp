@@ -20,10 +20,10 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Changes that come faster than they can be written share a write, up to so many.
+// At most this many changes share one write.
 constexpr std::size_t maximumWaitingAnswers = 1000;
 
-// The time to the next try doubles from the one to the other.
+// The retry interval doubles from the first to the maximum.
 constexpr std::chrono::milliseconds firstRetry = 1s;
 constexpr std::chrono::milliseconds maximumRetryInterval = 4s;
 
@@ -56,7 +56,7 @@ RequestKeeper::RequestKeeper(RequestFile &file, LoginEntry &loginEntry, WallCloc
         }
     });
     connect(&m_server, &NotificationServer::left, this, [this] {
-        // What is being taken back must not be put back.
+        // A request that is being withdrawn must not be put back.
         flush();
         for (const PendingRequest &request : std::exchange(m_held, {})) {
             putBack(request);
@@ -110,7 +110,7 @@ void RequestKeeper::remove(const QStringList &identifiers, Answer answer)
             m_removed.append(identifier);
         }
     }
-    // What is with the server cannot be taken back; but it will not be tried again.
+    // A request with the server cannot be withdrawn, but it will not be retried.
     const QSet<QString> all(identifiers.begin(), identifiers.end());
     m_withdrawsUnderWay = m_withdrawsUnderWay || all.contains(m_underWay.identifier);
     for (const PendingRequest &held : m_held) {
@@ -128,7 +128,7 @@ void RequestKeeper::changed(Answer answer)
         flush();
         pump();
     } else if (!m_flush.isActive()) {
-        m_flush.start(0); // after what is waiting to be read from the bus
+        m_flush.start(0); // after calls that have already arrived
     }
 }
 
@@ -142,7 +142,7 @@ void RequestKeeper::flush()
     if (m_hasAdded || !m_removed.isEmpty()) {
         result = m_file.write(m_queue);
         if (!result && !m_hasAdded) {
-            // Removing needs no room.
+            // Removing needs no space.
             if (m_file.invalidate(m_removed)) {
                 result = {};
             }
@@ -150,7 +150,7 @@ void RequestKeeper::flush()
     }
     if (!result) {
         m_queue = m_written;
-        // Who is refused asks again, every minute.
+        // Callers retry every minute, so an error is logged once.
         if (std::exchange(m_toldError, result.error()) != result.error()) {
             m_log(u"queue file "_s + result.error());
         }
@@ -181,7 +181,7 @@ void RequestKeeper::makeLoginEntry()
     }
     const auto entered = m_loginEntry.setPresent(true);
     m_isEntryPresent = entered.has_value();
-    // It is tried again with every change, and told of once.
+    // Retried with every change, but logged once.
     if (!entered && !std::exchange(m_isEntryFailureLogged, true)) {
         m_log(u"login entry "_s + entered.error());
     }
@@ -189,7 +189,7 @@ void RequestKeeper::makeLoginEntry()
 
 bool RequestKeeper::invalidate(const QStringList &identifiers)
 {
-    // In place first: it costs the same however much is pending, and works where there is no room left.
+    // In place first: the cost does not depend on the queue's size, and it works on a full disk.
     const auto invalidated = m_file.invalidate(identifiers);
     if (invalidated) {
         m_hasInvalidated = true;
@@ -217,7 +217,7 @@ void RequestKeeper::dropUseless(qint64 now)
         drop(request, "\"its moment is over\"");
         dropped.append(request.identifier);
     }
-    // Looked for once a second at most: somebody may have left ten thousand.
+    // At most once a second, because there may be ten thousand requests.
     if (std::exchange(m_stepsSeenAt, now) != now) {
         for (const QString &identifier : outdatedSteps(m_queue.due(now), now)) {
             drop(*m_queue.take(identifier), "\"a later step of its lesson is due\"");
@@ -226,7 +226,7 @@ void RequestKeeper::dropUseless(qint64 now)
     }
     if (!dropped.isEmpty()) {
         m_postponed.subtract(QSet<QString>(dropped.begin(), dropped.end()));
-        // Should this fail, they are dropped once more when the file is read again.
+        // If this fails, they are dropped again when the file is read.
         (void)invalidate(dropped);
     }
 }
@@ -236,7 +236,7 @@ void RequestKeeper::pump()
     if (m_step != Step::waiting) {
         return;
     }
-    // What was asked for goes first: what is due may just have been taken back.
+    // Changes first: a due request may just have been withdrawn.
     flush();
     const qint64 now = m_clock.now();
     std::erase_if(m_held, [&](const PendingRequest &held) {
@@ -252,7 +252,7 @@ void RequestKeeper::pump()
         m_server.ask();
         return;
     }
-    // The same moment as above: a second that has begun since is not passed over.
+    // The same `now` as above, so that a second that has begun since is not skipped.
     m_clock.wakeAt(m_queue.nextFireDate(now));
     Q_EMIT activityOccurred();
 }
@@ -273,7 +273,7 @@ void RequestKeeper::handleServerAnswer(bool isThere, const QString &reason)
         return;
     }
     m_isAbsenceLogged = false;
-    // The queue may have changed while the server was asked, and so may the clock.
+    // Both the queue and the clock may have changed meanwhile.
     flush();
     const qint64 now = m_clock.now();
     dropUseless(now);
@@ -306,7 +306,7 @@ void RequestKeeper::handleOutcome(NotificationServer::Outcome outcome, const QSt
     if (m_step != Step::delivering) {
         return;
     }
-    // It may just have been taken back.
+    // The request may just have been withdrawn.
     flush();
     m_step = Step::waiting;
     const PendingRequest request = std::exchange(m_underWay, {});
@@ -339,15 +339,15 @@ void RequestKeeper::handleOutcome(NotificationServer::Outcome outcome, const QSt
 
 void RequestKeeper::putBack(const PendingRequest &request)
 {
-    // First what waits for its write: should that fail, the queue is again what it was before.
+    // Flushed first, because a failing flush resets the queue.
     flush();
     if (m_queue.contains(request.identifier)) {
-        return; // replaced meanwhile
+        return; // replaced by a newer request
     }
     m_queue.add(request);
     m_stepsSeenAt.reset();
     if (const auto written = m_file.write(m_queue); !written) {
-        // It is kept in memory: should the agent die, it is lost, but not shown twice.
+        // Kept in memory only: if the agent dies, it is lost, but never shown twice.
         m_log(u"queue file "_s + written.error());
     }
 }
@@ -365,7 +365,7 @@ void RequestKeeper::retryNow()
     m_retry.stop();
     m_postponed.clear();
     m_isServerAbsent = false;
-    // What the server still holds is looked at again, in case its moment is over by then.
+    // Ensures another pass, in case a held request expires.
     if (!m_held.empty()) {
         postpone();
     }

@@ -16,34 +16,34 @@
 
 namespace corvane {
 
-/// The requests that are pending, in the order of their fire dates; those of one second in the order in which
-/// they came. A value: a copy is a snapshot, and costs something only when one of the two changes.
+/// The pending requests, sorted by fire date, then by arrival. A value type: a copy is a snapshot, and costs
+/// something only when one of the two changes.
 class RequestQueue {
 public:
-    /// Puts `request` in; one of the same identifier is replaced.
+    /// Adds `request`, replacing one with the same identifier.
     void add(const PendingRequest &request);
 
-    /// Takes the request of this identifier out, if there is one.
+    /// Removes and returns the request with this identifier, if any.
     std::optional<PendingRequest> take(const QString &identifier);
 
     [[nodiscard]] bool contains(const QString &identifier) const { return m_items.contains(identifier); }
     [[nodiscard]] bool isEmpty() const { return m_items.isEmpty(); }
     [[nodiscard]] qsizetype size() const { return m_items.size(); }
 
-    /// How much text all requests hold together, in UTF-16 code units; what a replacement of the request
-    /// under `identifier` would free is not counted.
+    /// The length of all texts together, in UTF-16 code units, without the request `identifier`, which may be
+    /// about to be replaced.
     [[nodiscard]] qint64 textSizeWithout(const QString &identifier) const;
 
     [[nodiscard]] QStringList identifiers() const;
     [[nodiscard]] std::vector<PendingRequest> requests() const;
 
-    /// The first request that is due at `now` (in seconds since 1970) and not named in `except`.
+    /// The first request that is due at `now` (seconds since 1970 UTC) and not in `except`.
     [[nodiscard]] std::optional<PendingRequest> firstDue(qint64 now, const QSet<QString> &except) const;
 
-    /// All that are due at `now`.
+    /// All requests that are due at `now`.
     [[nodiscard]] std::vector<PendingRequest> due(qint64 now) const;
 
-    /// Takes out the requests that are due at `now` and have expired by then, up to the first that has not.
+    /// Removes and returns the requests that are due at `now` and have expired, up to the first that has not.
     [[nodiscard]] std::vector<PendingRequest> takeExpired(qint64 now);
 
     /// The earliest fire date after `now`.
@@ -55,7 +55,7 @@ public:
     }
 
 private:
-    using Place = std::pair<qint64, quint64>; // fire date, number of arrival
+    using Place = std::pair<qint64, quint64>; // fire date, arrival number
     struct Item {
         PendingRequest request;
         quint64 arrival = 0;

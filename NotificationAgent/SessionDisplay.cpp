@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// `address` is a path, or begins with a null byte: a name that is in no folder.
+// `address` is a path, or an abstract name, which begins with a null byte.
 bool accepts(const QByteArray &address)
 {
     sockaddr_un name{};
@@ -29,7 +29,7 @@ bool accepts(const QByteArray &address)
         return false;
     }
     std::memcpy(name.sun_path, address.constData(), static_cast<std::size_t>(address.size()));
-    // A socket that listens accepts at once, whatever its owner does; this never waits.
+    // A listening socket accepts at once, even if its owner hangs, so this never waits.
     const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
     if (socket < 0) {
         return false;

@@ -8,15 +8,14 @@
 
 namespace corvane {
 
-/// Where the windows of a session are shown, as its programs' environment tells it; what is empty is not set
-/// there.
+/// Where a session shows its windows, from its programs' environment; unset variables are empty.
 struct SessionDisplay {
-    QString display;        ///< of an X server: DISPLAY
-    QString waylandDisplay; ///< of a compositor: WAYLAND_DISPLAY
-    QString authority;      ///< of the X server: XAUTHORITY
+    QString display;        ///< DISPLAY, the X server
+    QString waylandDisplay; ///< WAYLAND_DISPLAY, the compositor
+    QString authority;      ///< XAUTHORITY, for the X server
 
-    /// Whether the X server or the compositor accepts a connection right now. One on another machine counts
-    /// as gone, since to ask it would take time. `runtimeFolder` is where compositors listen.
+    /// Whether the X server or the compositor accepts a connection right now. A server on another machine
+    /// counts as gone, because asking it would take time. Compositors listen in `runtimeFolder`.
     [[nodiscard]] bool isThere(const QString &runtimeFolder) const;
 
     /// The variables that are set, by name.

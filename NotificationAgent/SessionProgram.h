@@ -10,26 +10,26 @@
 
 namespace corvane {
 
-/// The program that the agent belongs to, as the session knows it. Main thread only; signals are never
-/// emitted from within a call.
+/// The program that the agent serves, as seen by the session. Main thread only; signals are never emitted
+/// from within a call.
 class SessionProgram : public QObject {
     Q_OBJECT
 
 public:
     using QObject::QObject;
 
-    /// Who on the bus is the program: a unique name, or empty while it does not run.
+    /// The program's unique bus name; empty while it is not running.
     [[nodiscard]] virtual QString owner() const = 0;
 
     /// Whether `display` still accepts a connection.
     [[nodiscard]] virtual bool isThere(const SessionDisplay &display) const = 0;
 
-    /// Has the session start the program on `display`, never as a child of this process; startFailed() may
-    /// follow.
+    /// Asks the session to start the program on `display`, never as a child of this process; startFailed()
+    /// may follow.
     virtual void start(const SessionDisplay &display) = 0;
 
 Q_SIGNALS:
-    /// The program has left the bus, however it ended.
+    /// The program has left the bus, for whatever reason.
     void left();
     void startFailed(const QString &reason);
 };

@@ -27,7 +27,7 @@ TimerfdClock::TimerfdClock(QObject *parent)
 
 TimerfdClock::~TimerfdClock()
 {
-    // The notifier before what it watches.
+    // The notifier must go before the descriptor that it watches.
     delete m_alarm;
     ::close(m_timer);
 }
@@ -47,7 +47,7 @@ void TimerfdClock::wakeAt(std::optional<qint64> second)
         moment.it_value.tv_sec = std::max<qint64>(*second, 1);
     }
     const int flags = second ? TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET : 0;
-    // The kernel says "cancelled" when the clock was set since the last reading: it is asked once more.
+    // ECANCELED means that the clock was set since the last read; the next attempt succeeds.
     while (::timerfd_settime(m_timer, flags, &moment, nullptr) != 0) {
         if (errno != ECANCELED) {
             qFatal("the kernel refuses the timer");
@@ -58,7 +58,7 @@ void TimerfdClock::wakeAt(std::optional<qint64> second)
 void TimerfdClock::handleAlarm()
 {
     quint64 count = 0;
-    // It fails with ECANCELED when the clock was set, and with EAGAIN when the alarm was set anew meanwhile.
+    // Fails with ECANCELED if the clock was set, and with EAGAIN if the alarm was changed meanwhile.
     const ssize_t length = ::read(m_timer, &count, sizeof count);
     if (length == static_cast<ssize_t>(sizeof count) || errno == ECANCELED) {
         Q_EMIT woke();

@@ -11,13 +11,13 @@ class QSocketNotifier;
 
 namespace corvane {
 
-/// The machine's clock, with an alarm that the kernel keeps at an absolute moment: it rings on waking when
-/// the machine slept over its moment, and when the clock is set.
+/// The machine's clock with a kernel alarm at an absolute time: it fires on waking if the machine slept past
+/// that time, and when the clock is set.
 class TimerfdClock final : public WallClock {
     Q_OBJECT
 
 public:
-    /// Ends the program where the kernel gives no timer.
+    /// Aborts the process if the kernel provides no timer.
     explicit TimerfdClock(QObject *parent = nullptr);
     ~TimerfdClock() override;
 

@@ -9,22 +9,22 @@
 
 namespace corvane {
 
-/// The machine's clock, and the one alarm that can be set on it. Main thread only.
+/// The machine's clock and its one alarm. Main thread only.
 class WallClock : public QObject {
     Q_OBJECT
 
 public:
     using QObject::QObject;
 
-    /// The second since 1970 that has begun, in UTC.
+    /// The current time in whole seconds since 1970 UTC, rounded down.
     [[nodiscard]] virtual qint64 now() const = 0;
 
-    /// Sets the alarm to the beginning of `second`, in the place of the one that was set; nothing sets none.
+    /// Sets the alarm to the start of `second`, replacing the previous one; nothing clears it.
     virtual void wakeAt(std::optional<qint64> second) = 0;
 
 Q_SIGNALS:
-    /// The alarm's second has come, or somebody has set the clock while the alarm was set: who set it looks
-    /// at the clock and sets it anew. Never emitted from within a call.
+    /// The alarm has fired, or the clock was set while the alarm was set: the receiver checks the clock and
+    /// sets the alarm again. Never emitted from within a call.
     void woke();
 };
 

@@ -33,7 +33,7 @@ using namespace corvane;
 
 namespace {
 
-// An agent that is about to end gives its lock up within this time.
+// An agent that is ending releases its lock within this time.
 constexpr std::chrono::milliseconds lockTimeout = 5s;
 constexpr std::chrono::milliseconds lockInterval = 20ms;
 
@@ -42,7 +42,7 @@ LoginEntry userLoginEntry()
     return {QCoreApplication::applicationFilePath(), LoginEntry::userConfigHome()};
 }
 
-/// All that the agent consists of. Made once the lock is held, since it reads the queue.
+/// The parts of the agent. Created once the lock is held, because it reads the queue.
 struct Agent {
     Agent(const QDBusConnection &bus, const AgentLog &agentLog)
         : log([&agentLog](const QString &line) { agentLog.log(line); })
@@ -65,7 +65,7 @@ struct Agent {
     void begin()
     {
         if (!keeper.load()) {
-            // An end with a failure, so that a service manager tries again.
+            // A failure status makes a service manager try again.
             log(u"the queue is left as it is"_s);
             QCoreApplication::exit(1);
             return;
@@ -88,7 +88,7 @@ struct Agent {
     AgentLifecycle lifecycle;
 };
 
-/// Waits for the lock, then makes the agent.
+/// Waits for the lock, then creates the agent.
 void launch(QueueLock &lock, const QDeadlineTimer &deadline, const QDBusConnection &bus, const AgentLog &log,
             std::unique_ptr<Agent> &agent)
 {
@@ -104,23 +104,23 @@ void launch(QueueLock &lock, const QDeadlineTimer &deadline, const QDBusConnecti
         return;
     }
     if (attempt == QueueLock::Attempt::impossible) {
-        // Where nothing can be written there is still the bus name, which one agent has at a time.
+        // Without the lock, the bus name still ensures that only one agent runs at a time.
         log.log(u"the queue cannot be locked"_s);
     }
     agent = std::make_unique<Agent>(bus, log);
     agent->begin();
 }
 
-/// At login: when something is pending, has the bus start the agent, so that it is looked after like one that
-/// a program has called; what cannot be started so goes on here.
+/// At login: if requests are pending, has the bus start the agent, so that it is managed like one that a call
+/// started; if the bus cannot start it, the agent runs in this process.
 void launchAtLogin(QueueLock &lock, const QDBusConnection &bus, const AgentLog &log,
                    const std::function<void()> &launchHere)
 {
-    // Under the lock, since an agent may be about to write its first request, or the last one's end. One that
-    // lives sees to its entry itself.
+    // Under the lock, because a running agent may be about to write its first request or to remove its last.
+    // A running agent maintains its login entry itself.
     const QueueLock::Attempt attempt = lock.tryLock();
     if (attempt != QueueLock::Attempt::heldByOther && RequestFile(RequestFile::userPath()).isEmpty()) {
-        // An agent that was killed left its entry there.
+        // A killed agent left its login entry behind.
         if (attempt == QueueLock::Attempt::locked) {
             if (const auto removed = userLoginEntry().setPresent(false); !removed) {
                 log.log(u"login entry "_s + removed.error());
@@ -148,9 +148,9 @@ void launchAtLogin(QueueLock &lock, const QDBusConnection &bus, const AgentLog &
 
 int main(int argc, char *argv[])
 {
-    // Two threads that nearly always sleep; a heap of its own for each would keep memory for nothing.
+    // The two threads are nearly always idle; an arena for each would waste memory.
     mallopt(M_ARENA_MAX, 1);
-    // A limit on the length of files is an error of the write, not the end of the program.
+    // Turns an exceeded file size limit into a write error instead of the end of the process.
     ::signal(SIGXFSZ, SIG_IGN);
     ::signal(SIGPIPE, SIG_IGN);
     QCoreApplication application(argc, argv);
@@ -165,7 +165,7 @@ int main(int argc, char *argv[])
     QueueLock lock(RequestFile::userPath() + u".lock"_s);
     std::unique_ptr<Agent> agent;
     const auto launchHere = [&] { launch(lock, QDeadlineTimer(lockTimeout), bus, log, agent); };
-    // On the loop's first turn: exit() has no effect before the loop runs.
+    // Deferred to the event loop: exit() has no effect before the loop runs.
     QTimer::singleShot(0, &application, [&] {
         if (QCoreApplication::arguments().contains(u"--login"_s)) {
             launchAtLogin(lock, bus, log, launchHere);
