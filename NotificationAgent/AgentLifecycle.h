@@ -63,7 +63,7 @@ public:
     void begin();
 
 public Q_SLOTS:
-    /// Restarts the idle time, because something has happened.
+    /// Restarts the idle timer, or stops it while the agent is needed.
     void updateIdleTimer();
 
     /// Releases the name, then ends; called after the idle time.

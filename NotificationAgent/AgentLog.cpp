@@ -25,7 +25,7 @@ AgentLog::AgentLog(QString path) : m_path(std::move(path))
     }
     if (const auto made = makePrivateFolder(QFile::encodeName(QFileInfo(m_path).path()));
         !made && made.error().kind == FileError::Kind::unusable) {
-        // Another user's folder, who could read the log.
+        // Another user's folder, for example: that user could read the log.
         m_path.clear();
         log(u"log folder cannot be used: "_s + made.error().reason);
     }

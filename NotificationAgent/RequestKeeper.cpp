@@ -141,8 +141,7 @@ void RequestKeeper::flush()
     std::expected<void, QString> result;
     if (m_hasAdded || !m_removed.isEmpty()) {
         result = m_file.write(m_queue);
-        if (!result && !m_hasAdded) {
-            // Removing needs no space.
+        if (!result && !m_hasAdded) { // removing needs no space
             if (m_file.invalidate(m_removed)) {
                 result = {};
             }
@@ -181,7 +180,6 @@ void RequestKeeper::makeLoginEntry()
     }
     const auto entered = m_loginEntry.setPresent(true);
     m_isEntryPresent = entered.has_value();
-    // Retried with every change, but logged once.
     if (!entered && !std::exchange(m_isEntryFailureLogged, true)) {
         m_log(u"login entry "_s + entered.error());
     }
@@ -226,8 +224,7 @@ void RequestKeeper::dropUseless(qint64 now)
     }
     if (!dropped.isEmpty()) {
         m_postponed.subtract(QSet<QString>(dropped.begin(), dropped.end()));
-        // If this fails, they are dropped again when the file is read.
-        (void)invalidate(dropped);
+        (void)invalidate(dropped); // on failure they are dropped again when the file is read
     }
 }
 

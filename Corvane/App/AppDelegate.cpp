@@ -12,7 +12,7 @@ namespace corvane {
 
 void AppDelegate::applicationDidFinishLaunching() const
 {
-    // For window frames; the desktop finds the icon by this name only where the program is installed.
+    // From the resources: the desktop finds an icon of this name only where the program is installed.
     QGuiApplication::setWindowIcon(QIcon(u":/icons/com.ordwinsoftware.Quillet.svg"_s));
     QGuiApplication::setQuitOnLastWindowClosed(applicationShouldTerminateAfterLastWindowClosed());
 }

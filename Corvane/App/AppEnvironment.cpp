@@ -64,8 +64,8 @@ void chooseBanners(LiveServices &services)
 
 AppEnvironment AppEnvironment::live(LiveServices &services)
 {
-    // The contents of an unreadable settings file are set aside before the first write replaces them. The log
-    // is built after the settings, so the report comes later.
+    // The first write drops lines of the settings file that cannot be parsed, after copying the file. The log
+    // is built after the settings, so this is reported later.
     SettingsFile settingsFile;
     services.standardUserDefaults = settingsFile.open();
     services.loginItem = std::make_unique<AutostartLoginItem>(AutostartLoginItem::forThisProgram());

@@ -30,7 +30,7 @@ namespace corvane {
 /// Created once, after SingleInstance has ruled out another instance; starts monitoring at once.
 class CorvaneApp {
 public:
-    /// Who started the program: at login nothing opens unasked.
+    /// Who started the program: at login, nothing opens by itself.
     enum class StartedBy { user, login };
 
     /// `restart` shuts the program down cleanly and starts it again.
@@ -65,8 +65,8 @@ private:
     std::unique_ptr<AppScenes> m_scenes;
     std::unique_ptr<DesktopStatusItem> m_statusItem;
     QString m_gaps; ///< what the calendars lack, as the bell's text
-    /// Limit the rate of requests that arrive over the bus. The pause between clicks is short, because even a
-    /// program's click that opens and its next click that closes must both count.
+    /// Limit the rate of requests that arrive over the bus. A click that opens the panel and the next one,
+    /// which closes it, must both count even if a program clicks, so the pause between clicks is short.
     RequestGate m_clicks{Seconds{0.02}};
     RequestGate m_secondStarts{shortestPause};
     QTimer m_hostTimer;

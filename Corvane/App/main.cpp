@@ -28,7 +28,7 @@ using namespace corvane;
 
 namespace {
 
-/// Passed by the login entry: nothing opens unasked.
+/// Passed by the login entry: nothing opens by itself.
 constexpr auto loginOption = "--login"_L1;
 
 void say(const char *text)

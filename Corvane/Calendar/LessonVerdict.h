@@ -14,10 +14,10 @@ namespace corvane {
 
 /// The rule by which a calendar event is not a lesson.
 enum class NoLessonReason : std::uint8_t {
-    allDay,         ///< skipped before the parser runs
-    noLength,       ///< ends at its start or earlier
-    personalWord,   ///< the title contains `word`
-    untitled,       ///< down to tooLong: no platform is named, so the title must be a name
+    allDay,       ///< skipped before the parser runs
+    noLength,     ///< ends at its start or earlier
+    personalWord, ///< the title contains `word`
+    untitled, ///< the title is empty; from here to tooLong, no platform is named, so the title must be a name
     longTitle,      ///< more than 48 characters
     meeting,        ///< the title contains `word`, "meeting"
     unfitCharacter, ///< `word` is a character that cannot be part of a name

@@ -71,7 +71,7 @@ void SystemNotificationScheduler::forgetSchedule()
     ++m_timesForgotten;
 }
 
-/// Replaces the pending notifications by those of `lessons`. Returns false, and changes nothing, if
+/// Replaces the pending notifications with those of `lessons`. Returns false, and changes nothing, if
 /// notifications are not permitted.
 QCoro::Task<std::expected<bool, Failure>>
 SystemNotificationScheduler::replacePending(Self self, std::vector<Lesson> lessons)

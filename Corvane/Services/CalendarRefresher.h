@@ -25,9 +25,10 @@ public:
     CalendarRefresher(EventStore &store, const SystemWatcher &watcher, std::function<void()> reloadLessons,
                       QObject *parent = nullptr);
 
-    /// Asks for news now: called at the program's start and when the teacher reloads the lessons. After the
-    /// first call it also asks every `interval` since the last request, on waking and when the network is
-    /// back. The interval excludes sleep; missed requests are not made up for.
+    /// Asks for news now: called at the program's start and when the teacher reloads the lessons. The first
+    /// call also starts regular requests, `interval` after the last request of any kind; the interval
+    /// excludes sleep, and missed requests are not made up for. Waking and the return of the network trigger
+    /// a request, too.
     void refresh();
 
     static constexpr Seconds interval{300};

@@ -15,9 +15,9 @@
 
 namespace corvane {
 
-/// Reloads the lessons at once when the clock was set, the machine woke or the network is back. The heartbeat
-/// counts its minute on the wall clock: after the clock was set back it would not load until that minute
-/// comes again, perhaps hours later. Main thread only.
+/// Reloads the lessons at once after the clock was set, the machine woke or the network came back. The
+/// heartbeat counts its minute on the wall clock: after the clock was set back, it would not load until that
+/// minute comes again, perhaps hours later. Main thread only.
 class ReloadAfterJump final : public QObject {
     Q_OBJECT
 

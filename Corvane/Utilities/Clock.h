@@ -49,12 +49,12 @@ public:
 /// The current time of a monotonic clock, for intervals that a change of the wall clock must not affect.
 [[nodiscard]] Seconds uptime();
 
-/// Waits at least `duration`: the only place in the program that waits for time to pass. (Adapters measure
-/// the timeouts of the services that they talk to themselves, in real time.)
+/// Waits at least `duration`: the only place in the program that waits for time to pass. (Adapters implement
+/// the timeouts of their services themselves, in real time.)
 QCoro::Task<void> wait(Seconds duration);
 
-/// Replaces the system's clock by `clock` (borrowed); nullptr restores it. For tests only, which so step
-/// through a day in milliseconds.
+/// Replaces the system's clock by `clock` (borrowed); nullptr restores it. For tests only: they step through
+/// a day in milliseconds.
 void replaceClock(Clock *clock);
 
 } // namespace corvane

@@ -30,7 +30,8 @@ namespace corvane {
 /// The local time of day of `date`, as short as `locale` writes it and without seconds: "09:05", "9:05 AM".
 [[nodiscard]] QString timeOfDayText(Date date, const QLocale &locale);
 
-/// The shortest text that reads back as the same double, always with a fractional part: 1731657600.0.
+/// The shortest text that reads back as the same double: with a fractional part, 1731657600.0, or in
+/// scientific notation below 1e-4 and from 1e16 on.
 [[nodiscard]] QString defaultDoubleText(double value);
 
 } // namespace corvane
