@@ -200,7 +200,7 @@ void FloatingBannerPresenter::dismiss(const std::shared_ptr<BannerPanel> &banner
                                  std::erase(self->m_leavingWindows, bannerPanel);
                              }
                          });
-    // The dismissal timer may fire after the teacher has already dismissed the banner.
+    // The timer and the close button may both dismiss a banner.
     if (std::ranges::find(m_leavingWindows, bannerPanel) == m_leavingWindows.end()) {
         m_leavingWindows.push_back(bannerPanel);
     }

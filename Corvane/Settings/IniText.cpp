@@ -41,7 +41,7 @@ qsizetype lineLength(const QByteArray &text, qsizetype start, bool &isOpen)
         }
         if (c == ';' && !isQuoted && place > start) {
             isOpen = false;
-            return place - start; // a comment follows, which counts as a line
+            return place - start; // the comment that follows is a line of its own
         }
         if (c == '"') {
             isQuoted = !isQuoted;
