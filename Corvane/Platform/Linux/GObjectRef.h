@@ -9,7 +9,7 @@
 
 namespace corvane {
 
-/// Owns one reference to a GObject of type `T`, and gives it back when it goes.
+/// Owns one reference to a GObject of type `T`.
 template <typename T>
 class GObjectRef {
 public:
@@ -36,7 +36,7 @@ public:
         return ref;
     }
 
-    /// Adds a reference of its own to what the caller borrows.
+    /// Adds a reference to an object that the caller only borrows.
     [[nodiscard]] static GObjectRef share(T *object)
     {
         if (object != nullptr) {

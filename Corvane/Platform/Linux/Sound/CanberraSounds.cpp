@@ -28,15 +28,15 @@ struct CanberraSounds::Call {
     const QByteArray event;
     const Theme theme;
     const QDeadlineTimer deadline;
-    /// Set by the thread once the sound has started in time, and by the main thread when it gives up; who
-    /// comes second finds it set.
+    /// Set by the worker once the sound has started in time, or by the main thread once it stops waiting;
+    /// whichever comes second finds it set.
     std::atomic<bool> isDecided = false;
     /// Main thread only.
     Pending<std::shared_ptr<bool>> isBack;
 };
 
-// libcanberra's context. One is kept, for making one means connecting to the sound server; after any failure
-// it is made anew, because it remembers a theme that it did not find and a server that went away.
+// Owns libcanberra's context. It is kept, because making one means connecting to the sound server. After any
+// failure it is made anew, because it remembers a theme that it did not find and a server that went away.
 class CanberraSounds::Context {
 public:
     Context() = default;
@@ -44,7 +44,7 @@ public:
     Context(const Context &) = delete;
     Context &operator=(const Context &) = delete;
 
-    /// Answers whether the sound has started in time.
+    /// Whether the sound has started in time.
     bool play(Call &call)
     {
         if (call.isDecided || call.deadline.hasExpired()) {
@@ -55,7 +55,7 @@ public:
             return false;
         }
         if (call.deadline.hasExpired() || call.isDecided.exchange(true)) {
-            // The caller has been told that it did not play, and has rung the bell instead.
+            // The caller has already been told that it did not play, and may have rung the bell instead.
             ca_context_cancel(m_context, call.id);
             return false;
         }
@@ -114,7 +114,7 @@ CanberraSounds::CanberraSounds(std::function<void()> plainBell, Seconds limit, Q
 
 CanberraSounds::~CanberraSounds()
 {
-    // Whoever is told that nothing plays may ask for a beep, which nobody would ring any more.
+    // A caller that is told "not played" may call beep(), which must not start a call any more.
     m_isEnding = true;
     for (const auto &call : std::exchange(m_calls, {})) {
         call->isBack.resolve(nullptr);
@@ -149,7 +149,7 @@ QCoro::Task<bool> CanberraSounds::start(QByteArray event, Theme theme)
     co_return call->isDecided.exchange(true);
 }
 
-/// Whether a call has passed its deadline and is still under way.
+/// Whether a call is still running after its deadline.
 bool CanberraSounds::isStuck()
 {
     std::erase_if(m_calls, [](const auto &call) { return call->isBack.isResolved(); });

@@ -17,26 +17,25 @@
 
 namespace corvane {
 
-/// The sounds of the desktop's sound themes, played through libcanberra. Main thread only.
+/// Plays sounds of the desktop's sound themes through libcanberra. Main thread only.
 ///
-/// libcanberra answers within milliseconds while the sound server is well, and blocks its caller for half a
-/// minute when the server hangs. So its calls are made one at a time on a thread of their own, and each is
-/// given a second from when it was asked: what has not started by then counts as not played, and is cut off
-/// should it start later. While a call is stuck, further ones are answered "not played" at once instead of
-/// waiting behind it.
+/// libcanberra answers within milliseconds while the sound server works, and blocks its caller for half a
+/// minute when the server hangs. So all calls are made one at a time on a thread of their own. A sound that
+/// has not started within the time limit counts as not played, and is cancelled if it starts later. While a
+/// call is stuck, further ones are answered "not played" at once instead of queueing behind it.
 class CanberraSounds final : public QObject, public SystemSounds {
     Q_OBJECT
 
 public:
-    /// How long a call may take before it counts as not played.
+    /// The time limit of a call, from the request on.
     static constexpr Seconds timeout{1.0};
 
-    /// The sound server is not spoken to before the first sound. `plainBell` is rung when the desktop's bell
-    /// sound cannot be played; the empty one stands for the window system's bell.
+    /// Does not contact the sound server before the first sound. `plainBell` is called when the desktop's
+    /// bell sound cannot be played; by default it rings the window system's bell.
     explicit CanberraSounds(std::function<void()> plainBell = {}, Seconds limit = timeout,
                             QObject *parent = nullptr);
 
-    /// Answers "not played" to what still waits. A stuck call is left to itself: it is not waited for.
+    /// Answers "not played" to pending calls. Does not wait for a stuck call.
     ~CanberraSounds() override;
 
     QCoro::Task<bool> play(QString name) override;
@@ -52,13 +51,13 @@ private:
 
     std::function<void()> m_plainBell;
     std::chrono::milliseconds m_limit;
-    /// Used by the one thread alone, and outlives it.
+    /// Used by the worker thread only; the calls on that thread keep it alive.
     std::shared_ptr<Context> m_context;
     WorkerPool m_thread{1, std::chrono::milliseconds(200)};
-    /// Those that have not come back when last looked, oldest first.
+    /// Calls that had not returned when last checked, oldest first.
     std::vector<std::shared_ptr<Call>> m_calls;
     std::uint32_t m_lastId = 0;
-    /// Set by the destructor: from then on nothing is played.
+    /// Set by the destructor: nothing is played any more.
     bool m_isEnding = false;
 };
 

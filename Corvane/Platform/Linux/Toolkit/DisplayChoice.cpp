@@ -17,7 +17,7 @@ namespace corvane {
 
 namespace {
 
-/// The toolkit's part for compositors is a package of its own, without which it would end the process.
+/// The toolkit's Wayland plugin is a package of its own; without it the toolkit ends the process.
 bool toolkitKnowsWayland()
 {
     return std::ranges::any_of(QCoreApplication::libraryPaths(), [](const QString &folder) {
@@ -29,7 +29,7 @@ bool toolkitKnowsWayland()
 
 bool displayChoice::x11Answers()
 {
-    // Where DISPLAY is not set, the library would try the first display.
+    // Without DISPLAY, xcb would try the first display.
     if (qEnvironmentVariableIsEmpty("DISPLAY")) {
         return false;
     }
@@ -55,7 +55,7 @@ std::optional<QByteArray> displayChoice::platform(const QByteArray &asked,
     if (!asked.isEmpty() && !asked.startsWith("xcb") && !asked.startsWith("wayland")) {
         return asked;
     }
-    // What was asked for may come with options, or with a second choice.
+    // `asked` may contain options or a second choice.
     if (hasX11()) {
         return asked.startsWith("xcb") ? asked : QByteArray("xcb");
     }

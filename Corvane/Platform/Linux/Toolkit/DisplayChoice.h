@@ -10,17 +10,17 @@
 
 namespace corvane {
 
-/// Which of the toolkit's platforms the program shows itself through. It is chosen before the toolkit starts,
-/// which would end the process where the one that it takes leads nowhere.
+/// Chooses the toolkit's platform plugin. This happens before the toolkit starts, because the toolkit ends
+/// the process when its platform cannot connect.
 namespace displayChoice {
 
-/// Whether somebody is there; each answers at once, or when the server does.
+/// Whether a server accepts a connection; x11Answers() blocks until the server answers.
 [[nodiscard]] bool x11Answers();
 [[nodiscard]] bool waylandAnswers();
 
-/// The X server where one answers, which most Wayland sessions have: there windows can be placed, and stand
-/// above a full-screen one. Else the compositor, else none. `asked` is what the environment wants: a platform
-/// that is neither of the two is taken as it is.
+/// "xcb" if an X server answers, as in most Wayland sessions: there windows can be placed, and stay above
+/// full-screen ones. Otherwise "wayland" if a compositor answers, otherwise none. `asked` is the platform
+/// that the environment asks for; a platform other than these two is returned unchanged.
 [[nodiscard]] std::optional<QByteArray> platform(const QByteArray &asked,
                                                  const std::function<bool()> &hasX11 = &x11Answers,
                                                  const std::function<bool()> &hasWayland = &waylandAnswers);

@@ -18,7 +18,7 @@ namespace corvane {
 
 namespace {
 
-/// What the window manager and the docks keep for themselves, in the server's pixels.
+/// What the window manager and the docks reserve, in the server's pixels.
 ReservedAreas reservedAreas()
 {
     ReservedAreas areas;
@@ -47,7 +47,7 @@ ReservedAreas reservedAreas()
     return areas;
 }
 
-/// The screen in the server's pixels. Qt tells its place in them, and its size in logical ones.
+/// The screen in the server's pixels: Qt reports its position in those, but its size in logical pixels.
 QRect pixelsOf(const QScreen &screen)
 {
     return {screen.geometry().topLeft(),
@@ -62,7 +62,7 @@ Screen describe(const QScreen &screen, const ReservedAreas &reserved)
     const QRect visible = reserved.visiblePart(pixels);
     const QRectF points(frame.topLeft() + QPointF(visible.topLeft() - pixels.topLeft()) / ratio,
                         QSizeF(visible.size()) / ratio);
-    // Qt knows of work areas that only the window manager tells of, where there is one monitor.
+    // With a single monitor, Qt also knows work areas that only the window manager announces.
     const QRectF both = points & QRectF(screen.availableGeometry());
     return {.name = screen.name(),
             .frame = pointsUp(QRectF(frame)),
@@ -99,8 +99,8 @@ std::optional<Screen> ToolkitScreens::keyWindowScreen() const
 
 Point ToolkitScreens::pointerLocation() const
 {
-    // The middle of the pixel: its own edges belong to its neighbours once y is turned round. The server is
-    // asked, since Qt rounds to whole points, which may lie beyond the screen's edge.
+    // The middle of the pixel: after y is flipped, its edges belong to the neighbouring pixels. The position
+    // comes from the server, because Qt rounds to whole points, which may lie outside the screen.
     constexpr QPointF middle(0.5, 0.5);
     if (const auto pixel = x11::pointer()) {
         for (const QScreen *screen : QGuiApplication::screens()) {

@@ -10,9 +10,8 @@
 
 namespace corvane {
 
-/// The screens as the toolkit tells of them, and, where there is an X server, without what its window manager
-/// and docks keep for themselves. Logical pixels are the points, the lower left corner of the primary screen
-/// their origin in y.
+/// The screens that the toolkit reports. On X11 the visible frame leaves out what window manager and docks
+/// reserve. Points are the toolkit's logical pixels; y = 0 is the lower edge of the primary screen.
 class ToolkitScreens final : public Screens {
 public:
     [[nodiscard]] std::vector<Screen> screens() const override;

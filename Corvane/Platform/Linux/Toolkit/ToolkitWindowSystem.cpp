@@ -49,7 +49,7 @@ std::optional<std::uint32_t> ToolkitWindowSystem::timeOf(const QString &token)
 
 bool ToolkitWindowSystem::isComposited() const
 {
-    // Under Wayland every window is.
+    // Under Wayland all windows are composited.
     return x11::connection() == nullptr ? QGuiApplication::platformName().startsWith("wayland"_L1)
                                         : x11::isComposited();
 }
@@ -66,7 +66,7 @@ void ToolkitWindowSystem::userAsked(const QString &token)
 
 void ToolkitWindowSystem::keepOutOfTaskBar(WindowId window)
 {
-    // The toolkit adds its own states to those that it finds when the window is shown.
+    // When the window is shown, the toolkit keeps the states that it finds and adds its own.
     x11::appendAtoms(static_cast<std::uint32_t>(window), "_NET_WM_STATE",
                      {"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"});
 }
@@ -77,7 +77,7 @@ void ToolkitWindowSystem::bringToFront(WindowId window)
     if (x11::connection() == nullptr) {
         if (QWindow *known = toolkitWindow(window)) {
             if (!token.isEmpty()) {
-                // Where the toolkit looks for it; it takes it out of the environment.
+                // The toolkit reads the token from here and removes it.
                 qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
             }
             known->requestActivate();

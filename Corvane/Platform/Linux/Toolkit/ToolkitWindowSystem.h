@@ -12,12 +12,13 @@
 
 namespace corvane {
 
-/// The window system that the toolkit's windows are in: what the toolkit can do, and, where that is an X
-/// server with a window manager, what it does not ask of one.
+/// The window system behind the toolkit's windows: what the toolkit supports, and on X11 also the window
+/// manager requests that the toolkit does not make.
 ///
-/// A window manager lets a window have the keyboard whose user acted later than that of the window in front.
-/// The bell is another program's window, so that the server's time of the click never reaches this program:
-/// the moment at which it hears of the wish is taken, or the one that the desktop's token tells.
+/// A window manager gives the keyboard to a window only if the user's request is newer than the last user
+/// action in the active window. The bell belongs to another program, so the server's timestamp of the click
+/// never arrives here: the time in the desktop's activation token stands in, or else the server's time when
+/// the request arrives.
 class ToolkitWindowSystem final : public WindowSystem {
 public:
     [[nodiscard]] bool isComposited() const override;
@@ -25,13 +26,12 @@ public:
     void keepOutOfTaskBar(WindowId window) override;
     void bringToFront(WindowId window) override;
 
-    /// The server's time in a token of the desktop, milliseconds; none when it tells none.
+    /// The server's time in an activation token, in milliseconds; none if the token contains none.
     [[nodiscard]] static std::optional<std::uint32_t> timeOf(const QString &token);
 
 private:
-    std::uint32_t m_userTime =
-        0;           ///< when the user last asked, by the server's clock; 0 when that is not known
-    QString m_token; ///< of the last wish, until a window has used it
+    std::uint32_t m_userTime = 0; ///< the user's last request in server time, milliseconds; 0 if unknown
+    QString m_token;              ///< of the last request, until a window has used it
 };
 
 } // namespace corvane

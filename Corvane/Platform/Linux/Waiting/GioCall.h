@@ -13,9 +13,8 @@
 
 namespace corvane {
 
-/// Starts an asynchronous call of GLib. `start` is handed the callback and its data; the result is to be
-/// given to the call's own finish function. A callback that comes after everyone has stopped waiting is
-/// harmless.
+/// Starts an asynchronous GLib call. `start` is given the callback and its user data; the caller passes the
+/// result to the call's own finish function. The callback is harmless after everyone has stopped waiting.
 template <typename Start>
 [[nodiscard]] Pending<GObjectRef<GAsyncResult>> startGioCall(Start start)
 {

@@ -15,16 +15,16 @@
 
 namespace corvane {
 
-/// A value that comes later, once, or never. Copies stand for the same value. Main thread only.
+/// A value that arrives later, once or never. Copies share it. Main thread only.
 ///
-/// A wait for a service has a deadline, so that no coroutine outlives a service that never answers. Deadlines
-/// are kept by real time, not by the program's clock: they guard against services, which know no other.
+/// Waits for a service have a deadline, so that no coroutine outlives a service that never answers. Deadlines
+/// run on real time, not on the program's clock, because services do too.
 template <typename T>
 class Pending {
     struct State;
 
 public:
-    /// Keeps the first value and wakes those who wait, in the order in which they came.
+    /// Keeps the first value and resumes the waiters in the order of their arrival. Ignores later values.
     void resolve(T value) const
     {
         const std::shared_ptr<State> state = m_state;
@@ -40,7 +40,7 @@ public:
     }
 
     [[nodiscard]] bool isResolved() const { return m_state->value.has_value(); }
-    /// Constant, since it is shared: co_return would move a variable one away from those who come later.
+    /// Const, because the value is shared: co_return would move a variable away from later readers.
     [[nodiscard]] const T &value() const { return *m_state->value; }
 
     class Waiter {
@@ -78,7 +78,7 @@ public:
         {
             std::erase(m_state->waiters, this);
             if (m_timer != nullptr) {
-                // It may be the one that is calling.
+                // The timer itself may be the caller.
                 m_timer->stop();
                 std::exchange(m_timer, nullptr)->deleteLater();
             }
@@ -90,14 +90,14 @@ public:
         std::coroutine_handle<> m_handle;
     };
 
-    /// It resumes only with the value, so there is nothing to answer.
+    /// Resumes only with the value, so await_resume() has nothing to report.
     class UnboundedWaiter : public Waiter {
     public:
         using Waiter::Waiter;
         void await_resume() const {}
     };
 
-    /// What until() and untilResolved() give.
+    /// The result of until() and untilResolved().
     template <typename Awaiter>
     class Wait {
     public:
@@ -111,9 +111,9 @@ public:
         QDeadlineTimer m_deadline;
     };
 
-    /// To be awaited: answers whether the value came before the deadline.
+    /// Awaiting it tells whether the value arrived before the deadline.
     [[nodiscard]] Wait<Waiter> until(QDeadlineTimer deadline) const { return {*this, deadline}; }
-    /// To be awaited where the value is sure to come.
+    /// For a value that is certain to arrive.
     [[nodiscard]] Wait<UnboundedWaiter> untilResolved() const
     {
         return {*this, QDeadlineTimer(QDeadlineTimer::Forever)};

@@ -18,8 +18,8 @@ namespace corvane {
 
 /// A pool of few threads for work that may be slow. Main thread only.
 ///
-/// When it goes it waits `courtesy` for what still runs, and leaves behind what does not end: a rule or a
-/// server that cannot be interrupted must not keep the program from ending.
+/// The destructor drops queued work, waits up to `courtesy` for running work, and abandons what does not end:
+/// a recurrence rule or a server call that cannot be interrupted must not keep the program from ending.
 class WorkerPool {
 public:
     explicit WorkerPool(int threads, std::chrono::milliseconds courtesy = std::chrono::seconds(1))
@@ -35,7 +35,7 @@ public:
             delete m_pool;
             return;
         }
-        // Its thread still works on it: it is kept where a leak checker finds it, until the process ends.
+        // A thread still uses the pool: keep it reachable for the leak checker until the process ends.
         // NOLINTNEXTLINE(bugprone-unhandled-exception-at-new): without memory for a pointer the program ends.
         static auto &left = *new std::vector<QThreadPool *>;
         left.push_back(m_pool);
@@ -45,7 +45,8 @@ public:
 
     [[nodiscard]] QThreadPool &threads() { return *m_pool; }
 
-    /// One thread does not come back in time: the others' work gets a further one, until it does.
+    /// Makes up for a thread that is overdue, so that other work can run; removeThread() once it has
+    /// returned.
     void addThread() { m_pool->setMaxThreadCount(m_pool->maxThreadCount() + 1); }
     void removeThread() { m_pool->setMaxThreadCount(m_pool->maxThreadCount() - 1); }
 
@@ -54,7 +55,8 @@ private:
     QThreadPool *m_pool = new QThreadPool;
 };
 
-/// Runs `work` on a thread of `pool`; its result comes back on the main thread. Values in, values out.
+/// Runs `work` on a thread of `pool` and delivers its result on the main thread. `work` must share no state.
+/// If the pool drops it, the result never arrives.
 template <typename Work>
 [[nodiscard]] auto startOnPool(QThreadPool &pool, Work work)
 {
@@ -70,7 +72,7 @@ template <typename Work>
     });
     promise.start();
     watcher->setFuture(promise.future());
-    // A pool takes copyable functions only, a promise can but be moved.
+    // QThreadPool needs a copyable function, but a promise can only be moved.
     pool.start([promise = std::make_shared<QPromise<std::shared_ptr<Result>>>(std::move(promise)),
                 work = std::make_shared<Work>(std::move(work))]() mutable {
         promise->addResult(std::make_shared<Result>((*work)()));
