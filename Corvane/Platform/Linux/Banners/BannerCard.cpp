@@ -62,7 +62,8 @@ void BannerCard::orderFront()
 
 void BannerCard::animate(const BannerPanelAnimation &animation, std::function<void()> completion)
 {
-    // The task ends by itself with the animation or at its first frame after it is replaced or the card gone.
+    // The task ends with the animation, or at its next frame once the animation is replaced or the card is
+    // gone.
     BannerPanelMotion motion{.begin = m_drawn, .animation = animation};
     if (!m_moves) {
         motion.animation.duration = Seconds::zero();
@@ -116,7 +117,7 @@ bool BannerCard::isAtRest() const
 
 void BannerCard::place()
 {
-    // The frame grows and shrinks about its centre; only where that moves does the window.
+    // The frame grows and shrinks about its centre, so the window moves only when the centre does.
     const QPointF centre = onDesktop(m_drawn.frame).center();
     const QPoint corner(static_cast<int>(std::lround(centre.x() - m_cardSize.width() / 2.0)) - margin(),
                         static_cast<int>(std::lround(centre.y() - m_cardSize.height() / 2.0)) - margin());

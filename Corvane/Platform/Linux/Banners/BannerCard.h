@@ -18,12 +18,12 @@
 
 namespace corvane {
 
-/// One banner as a widget, whatever window system shows it: the card with its content, the shadow about it,
-/// and their animation. Each window system derives its own kind of window from it.
+/// One banner as a widget, for any window system: the card with its content, its shadow, and their animation.
+/// Each window system derives its own kind of window.
 ///
-/// The widget's size never changes; while it is animated it paints a picture of its content, smaller and
-/// paler, and at rest it shows the content itself. Where windows may be partly transparent it is as much
-/// larger than the card as the shadow reaches; else it is as large as the card and throws no shadow.
+/// The widget's size is fixed. During an animation it paints a scaled and faded picture of its content; at
+/// rest it shows the content itself. If windows can be translucent, the widget is larger than the card by the
+/// shadow's margin; otherwise it has the card's size and no shadow.
 class BannerCard : public QWidget {
     Q_OBJECT
 
@@ -31,16 +31,16 @@ public:
     struct Setting {
         Rect frame;
         CardShape shape;
-        bool isComposited = true; ///< whether windows that are partly transparent look so
+        bool isComposited = true; ///< whether windows can be translucent
         bool isLocked = false;
     };
 
     ~BannerCard() override;
 
-    /// Hands over what the card shows, of the size of the frame; once, before the card is shown.
+    /// Sets what the card shows, in the frame's size; once, before the card is shown.
     void setContent(std::unique_ptr<QWidget> content);
 
-    /// The card as drawn now, in points with y upwards.
+    /// The card as currently drawn, in points, y upwards.
     [[nodiscard]] Rect frame() const { return m_drawn.frame; }
 
     void setFrame(Rect frame);
@@ -48,33 +48,33 @@ public:
     void orderFront();
     void animate(const BannerPanelAnimation &animation, std::function<void()> completion);
 
-    /// Ends everything and takes the banner off the screen; it is deleted on a later turn of the event loop,
-    /// since the call may come from a click on it.
+    /// Stops the animation and takes the banner off the screen. The object is deleted on a later turn of the
+    /// event loop, because the call may come from a click on it.
     void finish();
 
-    /// While the session is locked the window is unmapped, since it would cover the lock screen; everything
-    /// else goes on.
+    /// Unmaps the window while the session is locked, because it would cover the lock screen. Everything else
+    /// goes on.
     void setSessionLocked(bool isLocked);
 
-    /// Whether the animations that begin from now on take their time; else they are over at once.
+    /// If false, animations that start from now on have no duration.
     void setMoves(bool moves) { m_moves = moves; }
 
 protected:
     BannerCard(const Setting &setting, Qt::WindowFlags flags);
 
-    /// Puts the window where the card as drawn now wants it. Called by the derived class once it is made, and
-    /// here from then on.
+    /// Puts the window where the card as currently drawn belongs. The derived class calls it once it is
+    /// constructed; from then on this class does.
     void place();
 
-    /// The rectangle in the window system's own points, y downwards.
+    /// The rectangle in the window system's points, y downwards.
     [[nodiscard]] virtual QRectF onDesktop(const Rect &points) const = 0;
-    /// Moves the window so that its upper left corner is at `corner`; the card's middle is then at `centre`.
+    /// Moves the window's upper left corner to `corner`; `centre` is then the card's centre.
     virtual void moveWindow(QPoint corner, QPoint centre) = 0;
-    /// How many pixels a point has, each way.
+    /// Pixels per point.
     [[nodiscard]] virtual double drawingRatio() const = 0;
-    /// Maps or unmaps the window. Called again while it is shown to have it above all others.
+    /// Maps or unmaps the window. Called while it is already mapped to raise it above all others.
     virtual void setOnScreen(bool isOnScreen) = 0;
-    /// What is drawn has changed.
+    /// Called after what is drawn has changed.
     virtual void drawn() = 0;
 
     [[nodiscard]] const BannerPanelMotion::Moment &drawnMoment() const { return m_drawn; }
@@ -83,7 +83,7 @@ protected:
     [[nodiscard]] bool isComposited() const { return m_isComposited; }
     [[nodiscard]] bool isAtRest() const;
     [[nodiscard]] int margin() const { return m_isComposited ? m_shape.margin() : 0; }
-    /// The card as drawn now, and at rest, within the widget.
+    /// The card within the widget: as currently drawn, and at rest.
     [[nodiscard]] QRectF cardRect() const;
     [[nodiscard]] QRect restingCard() const { return {QPoint(margin(), margin()), m_cardSize}; }
 
@@ -101,14 +101,14 @@ private:
     bool m_isComposited;
     bool m_isLocked;
     bool m_moves = true;
-    bool m_isOrdered = false; ///< on the screen, were the session not locked
+    bool m_isOrdered = false; ///< whether it is on the screen while the session is not locked
     QSize m_cardSize;
-    std::optional<QPoint> m_corner; ///< of the window on the desktop, once it is placed
+    std::optional<QPoint> m_corner; ///< of the window on the desktop, once placed
     QWidget *m_content = nullptr;
     QPixmap m_shadow;
-    QPixmap m_picture; ///< of the whole window at full size; made for an animation, dropped at rest
+    QPixmap m_picture; ///< of the whole window at full size; exists during animations only
     BannerPanelMotion::Moment m_drawn;
-    std::uint64_t m_animation = 0; ///< tells the running animation from those it replaced
+    std::uint64_t m_animation = 0; ///< number of the current animation; older ones end when it has changed
 };
 
 } // namespace corvane

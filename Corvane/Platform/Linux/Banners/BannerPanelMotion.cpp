@@ -13,10 +13,10 @@ namespace corvane {
 
 namespace {
 
-/// The share of the way that is done after the share `time` of the duration.
+/// The fraction of the way covered after the fraction `time` of the duration.
 double progress(TimingCurve curve, double time)
 {
-    // One control point lies on the diagonal's end, the other softens the other end.
+    // One control point coincides with the end at full speed; the other softens the opposite end.
     constexpr double softness = 0.42;
     QEasingCurve easing(QEasingCurve::BezierSpline);
     switch (curve) {

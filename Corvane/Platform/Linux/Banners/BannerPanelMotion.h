@@ -7,7 +7,7 @@
 
 namespace corvane {
 
-/// The course of one animation: a pure function of the time since its beginning.
+/// The course of one animation: a pure function of the time since its start.
 struct BannerPanelMotion {
     /// What is drawn at one moment.
     struct Moment {
@@ -20,7 +20,7 @@ struct BannerPanelMotion {
     Moment begin;
     BannerPanelAnimation animation;
 
-    /// What is drawn `elapsed` after the beginning; from the animation's duration on its very end.
+    /// What is drawn `elapsed` after the start; the exact end state once the duration is over.
     [[nodiscard]] Moment at(Seconds elapsed) const;
 
     [[nodiscard]] bool isOver(Seconds elapsed) const { return !(elapsed < animation.duration); }

@@ -12,13 +12,13 @@
 
 namespace corvane {
 
-/// Banner panels that are cards in a window of some window system, which the derived class makes.
+/// Banner panels that are cards in windows of some window system, which the derived class makes.
 ///
-/// The traits tell what this kind of window is by nature; nothing in them changes it.
+/// The traits are ignored: these windows always have them.
 class CardBannerPanels : public BannerPanels {
 public:
-    /// Makes the widget that a card shows, of the card's size; it calls the function when its close button is
-    /// pressed.
+    /// Makes the widget that a card shows, in the card's size. The widget calls `onDismiss` when its close
+    /// button is pressed.
     using ContentFactory = std::function<std::unique_ptr<QWidget>(const TeachingAction &action,
                                                                   std::function<void()> onDismiss)>;
 
@@ -30,18 +30,18 @@ public:
                                                                const TeachingAction &action,
                                                                std::function<void()> onDismiss) override;
 
-    /// Hides the banner panels by unmapping them while the session is locked, and brings back at unlocking
-    /// those that were not closed meanwhile. Frames, animations and their completions go on regardless.
+    /// While the session is locked, banner panels are unmapped; unlocking maps those that have not been
+    /// closed. Frames, animations and completions go on meanwhile.
     void setSessionLocked(bool isLocked);
 
-    /// Whether animations take their time; else they are over at once. They do from the beginning.
+    /// If false, animations that start from now on have no duration. Default: true.
     void setMoves(bool moves);
 
 protected:
-    /// `makeContent` must outlive nothing but this object; `shape` is that of the card it draws.
+    /// `makeContent` is called only during this object's lifetime; `shape` is that of the card it makes.
     CardBannerPanels(ContentFactory makeContent, const CardShape &shape);
 
-    /// Makes the window of one banner; it deletes itself when it is finished.
+    /// Makes the window of one banner. It deletes itself after finish().
     [[nodiscard]] virtual BannerCard *makeCard(BannerCard::Setting setting) = 0;
 
 private:

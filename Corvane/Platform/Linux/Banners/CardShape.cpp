@@ -13,7 +13,7 @@ namespace corvane {
 
 namespace {
 
-/// The mean of each pixel's neighbourhood of 2 × `reach` + 1, along a line of `count` pixels `step` apart.
+/// Replaces each of `count` pixels, `step` apart, by the mean of the 2 × `reach` + 1 pixels around it.
 void blurLine(std::uint8_t *first, qsizetype step, int count, int reach, std::vector<std::uint8_t> &line)
 {
     for (int i = 0; i < count; ++i) {
@@ -32,7 +32,7 @@ void blurLine(std::uint8_t *first, qsizetype step, int count, int reach, std::ve
     }
 }
 
-/// Three means one after the other come close to a Gaussian of this deviation.
+/// Three box blurs in a row approximate a Gaussian blur of this standard deviation.
 void blur(QImage &alpha, double deviation)
 {
     const int reach =
@@ -53,7 +53,7 @@ void blur(QImage &alpha, double deviation)
 
 int CardShape::margin() const
 {
-    constexpr double reach = 1.5; // three deviations
+    constexpr double reach = 1.5; // three standard deviations
     return static_cast<int>(std::ceil(shadowBlur * reach));
 }
 
@@ -62,8 +62,8 @@ QImage cardShadow(const CardShape &shape, QSizeF size, double devicePixelRatio)
     const double margin = shape.margin();
     const QSize pixels = ((size + QSizeF(2 * margin, 2 * margin)) * devicePixelRatio).toSize();
 
-    // A shadow differs along its edges near the corners only: a small card's is made, and its middle
-    // stretched.
+    // Along its edges a shadow varies only near the corners: draw that of a small card and stretch its
+    // middle.
     const int corner = static_cast<int>(std::ceil((2 * margin + shape.cornerRadius) * devicePixelRatio));
     const QSize small(std::min(pixels.width(), 2 * corner + 1), std::min(pixels.height(), 2 * corner + 1));
     QImage alpha(small, QImage::Format_Alpha8);
@@ -94,7 +94,7 @@ QImage cardShadow(const CardShape &shape, QSizeF size, double devicePixelRatio)
             stretcher.drawImage(to, corners, from);
         }
     }
-    // The card lets a little of what is behind it through: of the desktop, not of its own shadow.
+    // The card is slightly translucent and must show the desktop behind it, not its own shadow.
     stretcher.setRenderHint(QPainter::Antialiasing);
     stretcher.setCompositionMode(QPainter::CompositionMode_DestinationOut);
     stretcher.setPen(Qt::NoPen);

@@ -12,22 +12,22 @@
 
 namespace corvane {
 
-/// How the card of a banner is cut, and the shadow it throws; in points.
+/// The outline of a banner's card and its shadow, in points.
 struct CardShape {
     double cornerRadius = 0;
-    double shadowBlur = 0;    ///< twice the deviation of the blur
+    double shadowBlur = 0;    ///< twice the standard deviation of the blur
     double shadowOpacity = 0; ///< of black, 0 to 1
 
-    /// How far the shadow reaches about the card.
+    /// How far the shadow extends beyond the card.
     [[nodiscard]] int margin() const;
 };
 
-/// The shadow of a card of `size`, with the shape's margin about it, at `devicePixelRatio`; nothing of it
-/// lies under the card itself.
+/// The shadow of a card of `size`, including the shape's margin, at `devicePixelRatio`. The area below the
+/// card is left out.
 [[nodiscard]] QImage cardShadow(const CardShape &shape, QSizeF size, double devicePixelRatio);
 
-/// A rectangle with rounded corners as rows of pixels: all pixels whose middle lies inside. The rows of the
-/// straight part are one rectangle.
+/// A rectangle with rounded corners as rows of pixels: all pixels whose centre lies inside. Equal adjacent
+/// rows are merged into one rectangle.
 [[nodiscard]] std::vector<QRect> roundedRows(const QRectF &rectangle, double cornerRadius);
 
 } // namespace corvane

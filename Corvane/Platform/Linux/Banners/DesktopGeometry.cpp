@@ -10,7 +10,7 @@ namespace corvane {
 
 namespace {
 
-/// The desktop's y of the line that is 0 upwards.
+/// The desktop's y at which the upward y is 0.
 double zeroLine()
 {
     const QScreen *primary = QGuiApplication::primaryScreen();

@@ -9,14 +9,14 @@
 
 namespace corvane {
 
-/// Between the desktop's rectangles, told from the top with y downwards, and the points with y upwards of the
-/// presenter and the ports. Both are logical pixels and share x; the lower edge of the primary screen is y =
-/// 0 of the latter, so that a single screen begins at (0, 0).
+/// Converts between desktop coordinates, with y downwards, and the points of the presenter and the ports,
+/// with y upwards. Both are logical pixels and share x. Upwards, y is 0 at the lower edge of the primary
+/// screen, so that a single screen has its origin at (0, 0).
 [[nodiscard]] Rect pointsUp(const QRectF &desktop);
 [[nodiscard]] Point pointsUp(const QPointF &desktop);
 [[nodiscard]] QRectF desktopRect(const Rect &points);
 
-/// The same where the desktop's y that is 0 upwards is `zeroLine`.
+/// The same, with `zeroLine` as the desktop's y of that edge.
 [[nodiscard]] Rect pointsUp(const QRectF &desktop, double zeroLine);
 [[nodiscard]] Point pointsUp(const QPointF &desktop, double zeroLine);
 [[nodiscard]] QRectF desktopRect(const Rect &points, double zeroLine);

@@ -72,7 +72,7 @@ void LayerShellBanner::moveWindow(QPoint corner, QPoint centre)
 {
     m_corner = corner;
     m_centre = centre;
-    move(corner); // for who asks the widget where it is
+    move(corner); // so that the widget knows its position
     followOutputs();
 }
 
@@ -93,7 +93,7 @@ void LayerShellBanner::followOutputs()
             return one.number == m_outputNumber;
         });
     if (isGone) {
-        // Not every compositor says so.
+        // Not every compositor sends `closed` in this case.
         closeSurface(u"its monitor has gone"_s);
     } else if (isOther) {
         unmap();
@@ -135,7 +135,7 @@ void LayerShellBanner::map()
                                    static_cast<std::uint32_t>(height()));
     zwlr_layer_surface_v1_set_anchor(m_layerSurface.get(),
                                      ZWLR_LAYER_SURFACE_V1_ANCHOR_TOP | ZWLR_LAYER_SURFACE_V1_ANCHOR_LEFT);
-    // Neither moved aside by docks nor moving anything aside.
+    // -1: docks do not move the banner, and the banner moves nothing.
     zwlr_layer_surface_v1_set_exclusive_zone(m_layerSurface.get(), -1);
     zwlr_layer_surface_v1_set_keyboard_interactivity(m_layerSurface.get(),
                                                      ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_NONE);
@@ -146,7 +146,7 @@ void LayerShellBanner::map()
         wl_region_add(card.get(), row.x(), row.y(), row.width(), row.height());
     }
     wl_surface_set_input_region(m_surface.get(), card.get());
-    wl_surface_commit(m_surface.get()); // painted once the compositor has answered
+    wl_surface_commit(m_surface.get()); // painted once the compositor has sent `configure`
     m_connection.flush();
 }
 
@@ -258,7 +258,7 @@ void LayerShellBanner::sendMouseEvent(QEvent::Type type, Qt::MouseButton button)
 
 void LayerShellBanner::sendEvent(QEvent &event)
 {
-    // To the toolkit's window, which finds the widget under the pointer and remembers which one was pressed.
+    // The toolkit's window finds the widget under the pointer and remembers which one was pressed.
     if (QWindow *window = windowHandle()) {
         QCoreApplication::sendEvent(window, &event);
     }

@@ -16,16 +16,16 @@ namespace corvane {
 class DebugLogService;
 
 /// One banner as a surface of the compositor's overlay layer: above full-screen windows, never with the
-/// keyboard. The widget itself is shown nowhere: its picture is painted into the surface, and what the
-/// pointer does there is handed on to it as to a window of the toolkit's. Clicks on its shadow fall through.
+/// keyboard. The widget itself is never shown: its picture is painted into the surface, and the surface's
+/// pointer events are passed to it as to a toolkit window. Clicks on its shadow go to the window below.
 ///
-/// The compositor may take the surface away, with its monitor or when it ends: that is logged, and the banner
-/// goes on unseen.
+/// The compositor may remove the surface, with its monitor or when the compositor ends. That is logged, and
+/// the banner goes on invisibly.
 class LayerShellBanner final : public BannerCard, private WaylandPointerTarget {
     Q_OBJECT
 
 public:
-    /// What is passed is borrowed.
+    /// `connection` and `logger` are borrowed.
     LayerShellBanner(const Setting &setting, WaylandConnection &connection, DebugLogService &logger);
     ~LayerShellBanner() override;
 
@@ -63,9 +63,10 @@ private:
     int m_scale = 1;
     QPointF m_pointer;
     Qt::MouseButtons m_buttons;
-    bool m_isConfigured = false; ///< whether the compositor has agreed to show the surface
-    bool m_isStale = false;      ///< whether something is to be painted as soon as there is a picture for it
-    // Let go of in the order that is the other way round.
+    bool m_isConfigured =
+        false;              ///< whether the compositor has configured the surface, so that it can be painted
+    bool m_isStale = false; ///< whether to paint as soon as a buffer is free
+    // Destroyed in reverse order: buffers first, the surface last.
     WaylandRef<wl_surface> m_surface;
     WaylandRef<zwlr_layer_surface_v1> m_layerSurface;
     std::uint32_t m_outputNumber = 0; ///< of the monitor that the surface is on

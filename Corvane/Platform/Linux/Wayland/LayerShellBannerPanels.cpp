@@ -20,7 +20,7 @@ LayerShellBannerPanels::LayerShellBannerPanels(WaylandConnection &connection, Co
 BannerCard *LayerShellBannerPanels::makeCard(BannerCard::Setting setting)
 {
     m_connection.open();
-    setting.isComposited = true; // every surface is
+    setting.isComposited = true; // like every surface
     return new LayerShellBanner(setting, m_connection, m_logger);
 }
 

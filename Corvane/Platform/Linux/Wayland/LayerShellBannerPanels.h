@@ -10,9 +10,9 @@ namespace corvane {
 class DebugLogService;
 class WaylandConnection;
 
-/// Banner panels as surfaces of a Wayland compositor's overlay layer, for compositors that offer it. A
-/// connection that was lost is opened again for the next banner panel; a banner panel for which there is none
-/// is not seen, and the log says so.
+/// Banner panels as surfaces of a Wayland compositor's overlay layer, for compositors that offer it. A lost
+/// connection is reopened for the next banner panel. Without a connection the banner panel is not visible,
+/// and the log says so.
 class LayerShellBannerPanels final : public CardBannerPanels {
 public:
     /// `connection` and `logger` are borrowed.

@@ -14,7 +14,7 @@ namespace corvane {
 
 namespace {
 
-/// One on the screen, one on its way there, one to paint.
+/// One on the screen, one queued, one to paint.
 constexpr std::size_t maximumBuffers = 3;
 
 struct Mapping {

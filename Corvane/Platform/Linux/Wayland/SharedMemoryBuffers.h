@@ -12,13 +12,13 @@
 
 namespace corvane {
 
-/// The buffers of one surface, in memory that the compositor reads: while it reads one, the next is painted.
+/// The buffers of one surface in shared memory: while the compositor reads one, the next is painted.
 class SharedMemoryBuffers {
 public:
     struct Buffer {
         QImage image; ///< premultiplied; a view of the shared memory
         WaylandRef<wl_buffer> handle;
-        bool isBusy = false; ///< read by the compositor, from when it is handed over until it is released
+        bool isBusy = false; ///< the compositor reads it: from attach to release
         SharedMemoryBuffers *owner = nullptr;
     };
 
@@ -28,14 +28,13 @@ public:
     SharedMemoryBuffers(const SharedMemoryBuffers &) = delete;
     SharedMemoryBuffers &operator=(const SharedMemoryBuffers &) = delete;
 
-    /// A buffer of `pixels` that is not busy; null while all that there may be are busy, or when there is no
-    /// memory. Buffers of another size are let go of.
+    /// A buffer of `pixels` that is not busy; null if the maximum number of buffers is busy or memory is
+    /// short. Drops buffers of other sizes.
     [[nodiscard]] Buffer *next(wl_shm *memory, QSize pixels);
 
-    /// The compositor has released a buffer.
+    /// Called when the compositor has released a buffer.
     void released() { m_onRelease(); }
 
-    /// Lets go of all of them.
     void clear() { m_buffers.clear(); }
 
 private:

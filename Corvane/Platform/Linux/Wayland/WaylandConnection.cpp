@@ -45,14 +45,14 @@ std::optional<Qt::MouseButton> mouseButton(std::uint32_t code)
 
 WaylandPointerTarget *targetOf(wl_surface *surface)
 {
-    // None when the surface was destroyed while the event was under way.
+    // Null if the surface was destroyed while the event was on its way.
     return surface != nullptr ? static_cast<WaylandPointerTarget *>(wl_surface_get_user_data(surface))
                               : nullptr;
 }
 
 } // namespace
 
-/// What the library calls with the compositor's events.
+/// Callbacks for the compositor's events.
 struct WaylandConnection::Listeners {
     static WaylandConnection &self(void *data) { return *static_cast<WaylandConnection *>(data); }
 
@@ -109,8 +109,8 @@ struct WaylandConnection::Listeners {
         .description = [](void *, zxdg_output_v1 *, const char *) {},
     };
 
-    // Frames and the like come only to seats of later versions than the one asked for, and newer libraries
-    // know more of them: what is not named here stays empty.
+    // Frame and similar events come only with newer seat versions than the bound one, and newer libraries
+    // have further members: those not named here stay null.
     static constexpr wl_pointer_listener pointer = [] {
         wl_pointer_listener listener{};
         listener.enter = [](void *data, wl_pointer *, std::uint32_t serial, wl_surface *surface, wl_fixed_t x,
@@ -173,7 +173,7 @@ WaylandConnection::WaylandConnection() = default;
 
 WaylandConnection::~WaylandConnection()
 {
-    // At once: there may be no event loop any more.
+    // Deleted directly rather than with deleteLater(): there may be no event loop any more.
     m_readable.reset();
     m_writable.reset();
     close();
@@ -190,7 +190,7 @@ bool WaylandConnection::open()
     }
     m_registry.reset(wl_display_get_registry(m_display));
     wl_registry_add_listener(m_registry.get(), &Listeners::registry, this);
-    // The first answer names what there is, the second tells about it.
+    // The first round trip lists the globals, the second brings their properties.
     if (!waitForAnswer() || !waitForAnswer()) {
         close();
         return false;
@@ -261,14 +261,14 @@ void WaylandConnection::flush()
     if (!isOpen() || m_writable == nullptr) {
         return;
     }
-    // Any other error is heard of again as an end of what can be read.
+    // Any other error is reported again by the next read.
     const bool isFull = wl_display_flush(m_display) < 0 && errno == EAGAIN;
     m_writable->setEnabled(isFull);
 }
 
 void WaylandConnection::close()
 {
-    // Not within the call of one of them.
+    // Deleted later, because close() may be called from a signal of one of them.
     for (std::unique_ptr<QSocketNotifier> *notifier : {&m_readable, &m_writable}) {
         if (*notifier) {
             (*notifier)->setEnabled(false);
@@ -375,7 +375,7 @@ void WaylandConnection::removeGlobal(std::uint32_t number)
 
 void WaylandConnection::showCursor(std::uint32_t serial)
 {
-    // Who is entered says how the pointer looks; else it stays as another program left it, hidden perhaps.
+    // The surface under the pointer sets its image; otherwise another program's image, or none, stays.
     if (m_cursorTheme == nullptr) {
         constexpr int usualSize = 24;
         const int size = qEnvironmentVariableIntValue("XCURSOR_SIZE");

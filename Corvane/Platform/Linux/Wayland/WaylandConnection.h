@@ -19,7 +19,7 @@ struct wl_display;
 
 namespace corvane {
 
-/// What a surface hears of the pointer; places in points, from the surface's upper left corner.
+/// Receives the pointer events of a surface; positions in points, from the surface's upper left corner.
 class WaylandPointerTarget {
 public:
     virtual ~WaylandPointerTarget() = default;
@@ -31,20 +31,21 @@ public:
     virtual void pointerLeft() = 0;
 };
 
-/// One monitor as the compositor tells of it.
+/// One monitor as the compositor describes it.
 struct WaylandOutput {
-    std::uint32_t number = 0; ///< the compositor's number for it, which no later one gets
+    std::uint32_t number = 0; ///< the compositor's name for the global; never reused
     WaylandRef<wl_output> proxy;
     WaylandRef<zxdg_output_v1> extent;
     QString name;
     QRect area;    ///< in points of the whole desktop, y downwards
-    int scale = 1; ///< pixels of a point, rounded up
+    int scale = 1; ///< pixels per point, rounded up
 };
 
-/// A connection to the Wayland compositor beside the toolkit's own, and independent of it: for surfaces of
-/// kinds that the toolkit does not make. Main thread only.
+/// A connection to the Wayland compositor, independent of the toolkit's, for kinds of surfaces that the
+/// toolkit does not make. Main thread only.
 ///
-/// A compositor that ends, or that calls an error, is `lost`: all that was made through the connection must
+/// When the compositor ends or reports an error, `lost` is emitted and the connection closes. open() can then
+/// be called again.
 /// be let go of then. It can be opened again.
 class WaylandConnection final : public QObject {
     Q_OBJECT
@@ -53,22 +54,22 @@ public:
     WaylandConnection();
     ~WaylandConnection() override;
 
-    /// Connects to the compositor that the environment names, unless that is done, and waits for what it has
-    /// to tell: two answers, at most a second each. False when there is none, or it is silent.
+    /// Connects to the compositor that the environment names, unless connected. Blocks for two round trips,
+    /// at most a second each. False if there is no compositor or it does not answer.
     bool open();
     [[nodiscard]] bool isOpen() const { return m_display != nullptr; }
 
-    /// Whether the compositor places surfaces above full-screen windows, and tells where its monitors are.
+    /// Whether the compositor offers surfaces above full-screen windows, and the positions of its monitors.
     [[nodiscard]] bool offersOverlays() const;
 
-    /// The monitors in the order in which the compositor told of them; those that it has described.
+    /// The monitors in the order in which the compositor announced them; `area` is empty until it is known.
     [[nodiscard]] const std::list<WaylandOutput> &outputs() const { return m_outputs; }
-    /// The one that the point of the desktop lies on; none when none does.
+    /// The monitor that contains `point` of the desktop; null if there is none.
     [[nodiscard]] const WaylandOutput *outputAt(QPointF point) const;
-    /// The desktop's y of the line that is 0 upwards: the lower edge of the first monitor.
+    /// The desktop's y at which the upward y is 0: the lower edge of the first monitor.
     [[nodiscard]] double zeroLine() const;
 
-    /// For what is made through the connection; none while it is not open.
+    /// The compositor's globals; null while the connection is not open.
     [[nodiscard]] wl_compositor *compositor() const { return m_compositor.get(); }
     [[nodiscard]] wl_shm *sharedMemory() const { return m_sharedMemory.get(); }
     [[nodiscard]] zwlr_layer_shell_v1 *layerShell() const { return m_layerShell.get(); }
@@ -77,12 +78,12 @@ public:
     [[nodiscard]] WaylandRef<wl_surface> makeSurface(WaylandPointerTarget &target);
     void removeTarget(WaylandPointerTarget &target);
 
-    /// Sends what was asked for; without it nothing happens.
+    /// Sends queued requests; until then they have no effect.
     void flush();
 
 Q_SIGNALS:
     void outputsChanged();
-    /// The connection is about to be closed: whoever holds something of it destroys that now.
+    /// Emitted before the connection closes: receivers must destroy all objects made through it.
     void lost();
 
 private:
@@ -109,7 +110,7 @@ private:
     WaylandRef<wl_pointer> m_pointer;
     WaylandRef<wl_cursor_theme> m_cursorTheme;
     WaylandRef<wl_surface> m_cursor;
-    WaylandPointerTarget *m_target = nullptr; ///< whose surface the pointer is over
+    WaylandPointerTarget *m_target = nullptr; ///< of the surface under the pointer
     std::list<WaylandOutput> m_outputs;
 };
 

@@ -73,7 +73,7 @@ void WaylandDestroyer::operator()(zwlr_layer_shell_v1 *object) const
     if (zwlr_layer_shell_v1_get_version(object) >= ZWLR_LAYER_SHELL_V1_DESTROY_SINCE_VERSION) {
         zwlr_layer_shell_v1_destroy(object);
     } else {
-        // The compositor keeps its end until the connection is closed.
+        // The compositor keeps its side until the connection closes.
         wl_proxy_destroy(reinterpret_cast<wl_proxy *>(object));
     }
 }

@@ -22,7 +22,7 @@ struct zxdg_output_v1;
 
 namespace corvane {
 
-/// Tells the compositor that an object is not needed any more, as its version has it.
+/// Destroys an object by the request that its protocol version offers.
 struct WaylandDestroyer {
     void operator()(wl_buffer *object) const;
     void operator()(wl_compositor *object) const;
@@ -40,7 +40,7 @@ struct WaylandDestroyer {
     void operator()(zxdg_output_v1 *object) const;
 };
 
-/// Owns an object that the compositor knows. Gone before its connection is closed.
+/// Owns a Wayland object. Must be destroyed before its connection closes.
 template <typename Object>
 using WaylandRef = std::unique_ptr<Object, WaylandDestroyer>;
 

@@ -47,8 +47,8 @@ std::optional<Screen> WaylandScreens::keyWindowScreen() const
 
 Point WaylandScreens::pointerLocation() const
 {
-    constexpr QPointF middle(0.5,
-                             0.5); // of the pixel: its edges belong to its neighbours with y turned round
+    // The middle of the pixel: flipping y gives its edges to its neighbours.
+    constexpr QPointF middle(0.5, 0.5);
     const QPointF seen = QPointF(QCursor::pos()) + middle;
     if (m_connection.outputAt(seen) == nullptr) {
         if (const auto main = mainScreen()) {

@@ -13,10 +13,10 @@ namespace corvane {
 class WaylandConnection;
 struct WaylandOutput;
 
-/// The screens as the compositor tells of them; the first one counts as the main one, and its lower left
-/// corner is the origin in y. A compositor tells neither what docks keep for themselves nor where the
-/// pointer is while it is over other programs: the pointer counts as where the toolkit saw it last, or as in
-/// the middle of the main screen.
+/// The screens as the compositor describes them. The first one is the main screen, and its lower left corner
+/// is the origin in y. A compositor reports neither what docks reserve nor where the pointer is while it is
+/// over other programs: the pointer counts as where the toolkit last saw it, or in the middle of the main
+/// screen if that position is on no screen.
 class WaylandScreens final : public Screens {
 public:
     /// `connection` is borrowed.

@@ -10,7 +10,7 @@ namespace corvane {
 
 namespace {
 
-/// A property's value as a coordinate of the desktop; whatever a stranger's window says, it stays on it.
+/// A property's value clamped to 0..`end`: another program's window may claim anything.
 int clamped(std::uint32_t value, int end)
 {
     return static_cast<int>(std::min<std::uint32_t>(value, static_cast<std::uint32_t>(std::max(end, 0))));
@@ -58,8 +58,8 @@ QRect ReservedAreas::visiblePart(const QRect &screen) const
 {
     QRect visible = screen;
     for (const Strut &strut : struts) {
-        // A strut is told from the desktop's edge, so that of a dock between two monitors covers the outer
-        // one whole; it belongs to the monitor in which its inner edge lies.
+        // Struts are measured from the desktop's edge, so the strut of a dock between two monitors covers all
+        // of the outer one. It applies to the monitor that contains its inner edge.
         QRect left = visible;
         switch (strut.edge) {
         case Qt::LeftEdge:

@@ -12,25 +12,26 @@
 
 namespace corvane {
 
-/// An edge of the desktop that a dock keeps for itself, in the server's pixels: the area it covers.
+/// The area at one edge of the desktop that a dock reserves, in the server's pixels.
 struct Strut {
     Qt::Edge edge = Qt::TopEdge;
     QRect area;
 
-    /// Reads the property of a dock's window: twelve values, or four that reach along the whole edge. None
-    /// when it keeps nothing, or the values make no sense. A dock keeps one edge.
+    /// Reads a dock window's strut property: twelve values, or four that apply along the whole edge. None if
+    /// the dock reserves nothing or the values make no sense. Only the first edge that a dock reserves
+    /// counts.
     [[nodiscard]] static std::optional<Strut> fromProperty(const std::vector<std::uint32_t> &values,
                                                            QSize desktop);
 };
 
-/// All that is kept from the windows on a desktop of one or several monitors, in the server's pixels.
+/// Everything that is reserved on a desktop of one or several monitors, in the server's pixels.
 struct ReservedAreas {
     QSize desktop;
     std::vector<Strut> struts;
-    std::vector<QRect> workAreas; ///< one a monitor, where the window manager tells them
+    std::vector<QRect> workAreas; ///< one per monitor, where the window manager announces them
 
-    /// The part of the monitor `screen` that windows may use; never empty: a monitor of which nothing would
-    /// be left is left whole.
+    /// The part of the monitor `screen` that windows may use; never empty: a reservation that would leave
+    /// nothing is ignored.
     [[nodiscard]] QRect visiblePart(const QRect &screen) const;
 };
 

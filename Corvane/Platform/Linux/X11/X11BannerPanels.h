@@ -7,9 +7,8 @@
 
 namespace corvane {
 
-/// Banner panels as X11 windows that stand above everything (also under XWayland). Follows a compositing
-/// manager that comes or goes from the next banner panel on. Without an X server the windows are ordinary
-/// ones.
+/// Banner panels as X11 windows above all others (also under XWayland). A compositing manager that starts or
+/// stops takes effect with the next banner panel. Without an X server they are ordinary windows.
 class X11BannerPanels final : public CardBannerPanels {
 public:
     X11BannerPanels(ContentFactory makeContent, const CardShape &shape);

@@ -22,7 +22,7 @@ X11BannerWindow::X11BannerWindow(const Setting &setting)
     : BannerCard(setting, Qt::ToolTip | Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint |
                               Qt::WindowDoesNotAcceptFocus)
 {
-    setAttribute(Qt::WA_AlwaysShowToolTips); // the program is never the active one when a banner is up
+    setAttribute(Qt::WA_AlwaysShowToolTips); // the program is never active while a banner is up
     place();
 }
 
@@ -37,7 +37,7 @@ void X11BannerWindow::setOnScreen(bool isOnScreen)
         updateShape();
     }
     if (x11::connection() != nullptr) {
-        raise(); // a window that is mapped again stands where it stood before
+        raise(); // a remapped window returns to its old place in the stack
     }
 }
 
@@ -65,12 +65,12 @@ void X11BannerWindow::drawn()
 void X11BannerWindow::updateShape()
 {
     xcb_connection_t *server = x11::connection();
-    // Qt makes the X window anew while it shows it: the id that counts is that of the shown one.
+    // Qt recreates the X window when it is shown; the shape must go to that one.
     if (server == nullptr || !isVisible() || windowHandle() == nullptr) {
         return;
     }
-    // Under a compositing manager only clicks are cut to the card; they are to the card at rest, so that it
-    // can be pressed while it still grows. Else the window is, and nothing is left of it where it is
+    // Under a compositing manager only the input shape is set, to the card at rest, so that the card can be
+    // clicked while it still grows. Otherwise the window itself is cut, to nothing while the card is
     // invisible.
     const double ratio = devicePixelRatioF();
     const QRectF card = isComposited() ? QRectF(restingCard()) : cardRect();

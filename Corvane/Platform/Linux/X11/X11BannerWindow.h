@@ -7,11 +7,11 @@
 
 namespace corvane {
 
-/// The X11 window of one banner: it passes the window manager by, takes no focus, and stands on every
-/// workspace above everything.
+/// The X11 window of one banner. It bypasses the window manager, takes no focus, and stays above all windows
+/// on every workspace.
 ///
-/// Under a compositing manager clicks on its shadow fall through to what lies behind. Without one it is cut
-/// to the card's shape and opaque.
+/// Under a compositing manager, clicks on its shadow go to the window below. Without one it is opaque and cut
+/// to the card's shape.
 class X11BannerWindow final : public BannerCard {
     Q_OBJECT
 

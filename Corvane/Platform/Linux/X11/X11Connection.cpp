@@ -28,7 +28,7 @@ struct Disconnect {
     void operator()(xcb_connection_t *server) const { xcb_disconnect(server); }
 };
 
-// The atom of a name, made where the server does not know it yet.
+// Interns the atom: the server creates it if it does not exist yet.
 xcb_atom_t madeAtom(const char *name)
 {
     const auto asked = xcb_intern_atom(connection(), 0, static_cast<std::uint16_t>(std::strlen(name)), name);
@@ -79,7 +79,7 @@ std::uint32_t selectionOwner(const char *name)
 
 bool isComposited()
 {
-    // A compositing manager owns the selection of its screen; Qt uses the first one.
+    // Each screen has a selection that its compositing manager owns; Qt uses the first screen.
     return selectionOwner("_NET_WM_CM_S0") != 0;
 }
 
@@ -133,8 +133,8 @@ std::optional<std::uint32_t> serverTime()
     if (connection() == nullptr) {
         return std::nullopt;
     }
-    // The server tells its time with an event only. That is taken on a connection of its own, since the
-    // toolkit reads all events of the other one.
+    // The server reports its time only in events. This one is read on a separate connection, because the
+    // toolkit reads all events of its own.
     const std::unique_ptr<xcb_connection_t, Disconnect> server(xcb_connect(nullptr, nullptr));
     if (xcb_connection_has_error(server.get()) != 0) {
         return std::nullopt;
@@ -220,7 +220,7 @@ void endStartup(std::string_view identifier)
         text += c;
     }
     text += '"';
-    // The text goes out in pieces, the last one ended by a zero, all from one window of the program's.
+    // The text is sent in 20-byte messages from one window; a zero byte ends it.
     const xcb_window_t sender = xcb_generate_id(server);
     xcb_create_window(server, XCB_COPY_FROM_PARENT, sender, rootWindow(), -1, -1, 1, 1, 0,
                       XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);

@@ -11,26 +11,26 @@
 
 struct xcb_connection_t;
 
-/// What the adapters ask the X server beside what Qt asks it, over Qt's own connection. Main thread only.
-/// Each question is one round trip to the server, which is on this machine.
+/// Requests to the X server that Qt has no interface for, over Qt's own connection. Main thread only. Each
+/// query is one blocking round trip to the local server. Without a connection, commands do nothing.
 namespace corvane::x11 {
 
-/// Qt's connection; none where the program does not run on X11.
+/// Qt's connection; null if the program does not run on X11.
 [[nodiscard]] xcb_connection_t *connection();
 
-/// The first root window; 0 without a connection. All monitors of a desktop stand on it.
+/// The root window of the first screen, which spans all monitors; 0 without a connection.
 [[nodiscard]] std::uint32_t rootWindow();
 
-/// The atom of `name`; 0 when the server does not know it or there is none.
+/// The atom of `name`; 0 if the server does not know it or without a connection.
 [[nodiscard]] std::uint32_t atom(const char *name);
 
-/// The window that owns the selection `name`; 0 when none does.
+/// The window that owns the selection `name`; 0 if there is none.
 [[nodiscard]] std::uint32_t selectionOwner(const char *name);
 
-/// Whether windows that are partly transparent look so: whether a compositing manager runs.
+/// Whether a compositing manager runs, so that translucent windows look translucent.
 [[nodiscard]] bool isComposited();
 
-/// The 32-bit values of `window`'s property `name`, of at most 4096 values; empty when it has none.
+/// The first 4096 values of `window`'s 32-bit property `name`; empty if it has no such property.
 [[nodiscard]] std::vector<std::uint32_t> property(std::uint32_t window, const char *name);
 
 /// A width and a height in the server's pixels.
@@ -39,33 +39,33 @@ struct PixelSize {
     int height = 0;
 };
 
-/// The size of the root window, all monitors together; none without a connection.
+/// The size of the root window (all monitors together); none without a connection.
 [[nodiscard]] std::optional<PixelSize> rootSize();
 
-/// A place on the root window in the server's pixels, from its upper left corner.
+/// A position on the root window in the server's pixels, from its upper left corner.
 struct PixelPoint {
     int x = 0;
     int y = 0;
 };
 
-/// The pixel that the pointer is on; none without a connection.
+/// The pixel below the pointer; none without a connection.
 [[nodiscard]] std::optional<PixelPoint> pointer();
 
-/// The server's own time in milliseconds, from an arbitrary moment on; none without a server.
+/// The server's time in milliseconds since an arbitrary moment; none without a server.
 [[nodiscard]] std::optional<std::uint32_t> serverTime();
 
-/// Sets `window`'s property `name` to a number, or to a text in UTF-8. Nothing happens without a connection.
+/// Sets `window`'s property `name` to a number, or to UTF-8 text.
 void setNumber(std::uint32_t window, const char *name, std::uint32_t value);
 void setText(std::uint32_t window, const char *name, std::string_view utf8);
 
-/// Adds the atoms `names` to the list that `window`'s property `name` is.
+/// Appends the atoms `names` to `window`'s atom list property `name`.
 void appendAtoms(std::uint32_t window, const char *name, std::initializer_list<const char *> names);
 
-/// Asks the window manager to give `window` the keyboard and to put it in front, for what the user did at
-/// `time` by the server's clock.
+/// Asks the window manager to focus and raise `window`, for a user action at `time` (server time, ms).
 void activate(std::uint32_t window, std::uint32_t time);
 
-/// Tells the desktop that the start with this identifier is over, so that it no longer shows it as going on.
+/// Tells the desktop that the launch with this startup identifier is complete, so that it stops showing it as
+/// busy.
 void endStartup(std::string_view identifier);
 
 } // namespace corvane::x11
