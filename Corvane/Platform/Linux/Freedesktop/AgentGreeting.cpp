@@ -21,7 +21,7 @@ constexpr auto agentName = "com.ordwinsoftware.Quillet.NotificationAgent"_L1;
 constexpr auto agentPath = "/com/ordwinsoftware/Quillet/NotificationAgent"_L1;
 
 constexpr int timeoutMilliseconds = 15'000;
-/// The program's end waits no longer than this for a bus that hangs.
+/// The longest that the program's end waits for a bus that hangs.
 constexpr int goodbyeTimeoutMilliseconds = 500;
 
 QDBusMessage agentCall(const QString &method)
@@ -59,8 +59,8 @@ AgentGreeting::~AgentGreeting()
     if (!m_bus.isConnected()) {
         return;
     }
-    // Said without waiting for the agent, which may hang; but it must have left this process, which is about
-    // to end: the bus answers when it has taken all that came before.
+    // Does not wait for the agent, which may hang. But the message must leave this process, which is about to
+    // end: the bus answers GetId only after it has taken all earlier messages.
     QDBusMessage goodbye = agentCall(u"Goodbye"_s);
     goodbye.setAutoStartService(false);
     m_bus.send(goodbye);
@@ -88,7 +88,7 @@ void AgentGreeting::greet()
     }
     m_told = until;
     QDBusMessage hello = agentCall(u"Hello"_s);
-    // That nothing remains is no reason to start it.
+    // Do not start an agent only to tell it that nothing remains.
     hello.setAutoStartService(doLessonsRemain);
     hello << until << qEnvironmentVariable("DISPLAY") << qEnvironmentVariable("WAYLAND_DISPLAY")
           << qEnvironmentVariable("XAUTHORITY");

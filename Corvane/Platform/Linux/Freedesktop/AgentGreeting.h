@@ -17,26 +17,28 @@
 
 namespace corvane {
 
-/// Has the notification agent bring the program back should it crash while lessons remain: says until when
-/// that is, and goodbye when the program ends as it was told to. Main thread only; nothing here fails, since
-/// the program can do without.
+/// Asks the notification agent to restart the program if it crashes while lessons remain: tells it until when
+/// they do, and says goodbye when the program ends normally. Main thread only. Failures are only logged,
+/// because the program works without this.
 ///
-/// An agent that comes up anew knows nothing and is told again. One that goes while lessons remain is started
+/// A new agent is told again. An agent that leaves while lessons remain is started again. An agent from
+/// before an update does not know the greeting: that is logged, and the next agent is told.
 /// again. One of before an update does not know the greeting: that is logged, and its successor is told.
 class AgentGreeting final : public QObject {
     Q_OBJECT
 
 public:
-    /// For so long an agent that has gone may come back by itself.
+    /// How long an agent that left the bus may take to come back by itself before it is started.
     static constexpr std::chrono::milliseconds defaultPatience{5000};
 
-    /// `log` takes a line. Speaks to nobody before it is given lessons.
+    /// `log` receives single lines. Does not call the agent before setLessons().
     AgentGreeting(QDBusConnection sessionBus, std::function<void(const QString &)> log,
                   std::chrono::milliseconds patience = defaultPatience, QObject *parent = nullptr);
-    /// Says goodbye. What is destroyed after this may crash.
+    /// Says goodbye; blocks for at most half a second if the bus hangs. After this, a crash leads to no
+    /// restart.
     ~AgentGreeting() override;
 
-    /// These are today's lessons from now on. Called after each load: what failed is tried again.
+    /// Sets today's lessons. Called after each load, so that a failed greeting is tried again.
     void setLessons(const std::vector<Lesson> &lessons);
 
 private:
@@ -47,9 +49,9 @@ private:
     std::function<void(const QString &)> m_log;
     QTimer m_patience;
     std::optional<Date> m_lessonsUntil;
-    qint64 m_told = 0;        ///< what the agent knows: seconds since 1970, 0 for nothing
-    int m_agentLife = 0;      ///< tells an agent from those before it
-    bool m_isUnknown = false; ///< this agent does not know the greeting
+    qint64 m_told = 0;        ///< end of the lessons as told to the agent, in seconds since 1970; 0 for none
+    int m_agentLife = 0;      ///< counts agents, so that answers of earlier ones are ignored
+    bool m_isUnknown = false; ///< whether this agent does not know the greeting
 };
 
 } // namespace corvane

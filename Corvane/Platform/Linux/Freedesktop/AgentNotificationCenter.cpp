@@ -40,8 +40,7 @@ Failure noSessionBus()
     return {u"there is no session bus"_s};
 }
 
-/// A date as the agent takes it, of seconds that are rounded already; none for one that lies beyond what it
-/// can hold.
+/// Whole seconds as the agent's date type; none if they are out of its range.
 std::optional<qint64> secondsInRange(double seconds)
 {
     constexpr double limit = 9223372036854775808.0;
@@ -51,25 +50,26 @@ std::optional<qint64> secondsInRange(double seconds)
     return static_cast<qint64>(seconds);
 }
 
-/// The first `size` units of `text`, or one less where that would cut a character in two.
+/// The first `size` UTF-16 units of `text`, or one less rather than split a surrogate pair.
 QString beginning(const QString &text, qsizetype size)
 {
     return text.first(text.at(size - 1).isHighSurrogate() ? size - 1 : size);
 }
 
-/// Longer texts are no names of students and help nobody in a notification; a calendar that means harm may
-/// ask for pages of them, of which the agent takes only so many.
+/// In UTF-16 units. A longer text is no student's name and useless in a notification. A malicious calendar
+/// may contain pages of text, and the agent's capacity is limited.
 constexpr qsizetype maximumTextLength = 300;
 
-/// What the agent is given of a text. A null character would end it on the bus.
+/// The part of a text that the agent gets. A null character would end the text on the bus.
 QString readablePart(QString text)
 {
     text.replace(QChar::Null, QChar::ReplacementCharacter);
     return text.size() <= maximumTextLength ? text : beginning(text, maximumTextLength - 1) + u'…';
 }
 
-/// What the agent knows a request by: its identifier, or of an endless one the beginning and a digest of all
-/// of it. Given such a short form it gives that back, so that what is answered as pending can be taken back.
+/// The identifier that the agent uses for a request. An overlong one is replaced by its beginning and a
+/// digest of the whole. Such a short form maps to itself, so that identifiers reported as pending can be
+/// removed.
 QString agentIdentifier(const QString &identifier)
 {
     constexpr qsizetype kept = maximumTextLength - 100;
@@ -81,7 +81,7 @@ QString agentIdentifier(const QString &identifier)
            QString::fromLatin1(digest.toHex());
 }
 
-/// Whether this error of a call means that there is no notification server and that none can be started.
+/// Whether this error means that there is no notification server and that none can be started.
 bool saysThatThereIsNone(const QString &error)
 {
     return error == "org.freedesktop.DBus.Error.ServiceUnknown"_L1 ||
@@ -92,16 +92,16 @@ bool saysThatThereIsNone(const QString &error)
 
 } // namespace
 
-// What the calls under way share, which may outlive the object.
+// Shared by the calls in progress, which may outlive the object.
 struct AgentNotificationCenter::Link {
     using Call = std::function<QDBusPendingCall(NotificationAgentProxy &)>;
 
     QDBusConnection bus;
     Timeouts timeouts;
-    /// Made once the bus has answered: its constructor asks the bus for the agent's owner and waits for the
-    /// answer, which a bus that hangs would never give.
+    /// Made once the bus has answered: its constructor asks the bus for the agent's owner and blocks until
+    /// the answer, which never comes from a bus that hangs.
     std::unique_ptr<NotificationAgentProxy> agent;
-    /// Set while the bus is being asked; tells whether it answered, in the order in which they came to wait.
+    /// Set while the bus is being asked; tells whether it answered, and resumes the waiters in order.
     std::optional<Pending<bool>> reaching;
 
     Link(QDBusConnection sessionBus, Timeouts limits) : bus(std::move(sessionBus)), timeouts(limits) {}
@@ -121,8 +121,8 @@ struct AgentNotificationCenter::Link {
         reaching.resolve(link->agent != nullptr);
     }
 
-    /// The agent's answer to `call`, or why there is none. `forOlder` is for an agent of before an update,
-    /// which does not know that call; it may be empty.
+    /// The agent's answer to `call`, or the reason for having none. `forOlder` replaces `call` for an agent
+    /// from before an update, which does not know it; it may be empty.
     static QCoro::Task<std::expected<QDBusMessage, Failure>> ask(std::shared_ptr<Link> link, Call call,
                                                                  Call forOlder)
     {
@@ -133,7 +133,7 @@ struct AgentNotificationCenter::Link {
             const Pending<bool> reaching = link->reaching.value_or(Pending<bool>());
             if (!link->reaching) {
                 link->reaching = reaching;
-                // The answer may have come, and it be reset, when this returns.
+                // makeAgent() may have finished and reset link->reaching before spawn() returns.
                 spawn(makeAgent(link));
             }
             co_await reaching.untilResolved();
@@ -228,17 +228,17 @@ AgentNotificationCenter::removePendingNotificationRequests(QStringList identifie
 
 QCoro::Task<std::expected<void, Failure>> AgentNotificationCenter::add(NotificationRequest request)
 {
-    // Shown at the beginning of its second, and not dropped before the end of its use.
+    // In whole seconds: shown no later than requested, and not dropped before its use ends.
     const auto fireDate = secondsInRange(std::floor(secondsSince1970(request.fireDate)));
     const auto expirationDate = secondsInRange(std::ceil(secondsSince1970(request.expirationDate)));
     if (!fireDate || !expirationDate) {
         co_return std::unexpected(Failure{u"the date of a notification is out of reach"_s});
     }
-    // The agent has delivered it already if it had it: handed over once more it would come twice.
+    // If the agent had it, it has delivered it already; another add would deliver it twice.
     if (static_cast<double>(*fireDate) <= secondsSince1970(currentDate())) {
         co_return {};
     }
-    // Not made in the wait itself: GCC 12 destroys what a closure holds there twice.
+    // Not made within co_await: GCC 12 destroys the captures of a closure made there twice.
     const Link::Call add = [request, fire = *fireDate,
                             expiration = *expirationDate](NotificationAgentProxy &agent) {
         return agent.Add(agentIdentifier(request.identifier), plainText(readablePart(request.title)),
@@ -253,7 +253,7 @@ QCoro::Task<std::expected<void, Failure>> AgentNotificationCenter::add(Notificat
                                 plainText(readablePart(request.body)), request.categoryIdentifier, fire,
                                 expiration);
     };
-    // Better with a sound than not at all.
+    // For an older agent: better with a sound than not at all.
     co_return co_await Link::tell(m_link, addQuietly, add);
 }
 

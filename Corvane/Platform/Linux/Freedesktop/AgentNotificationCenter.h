@@ -13,16 +13,16 @@
 
 namespace corvane {
 
-/// Dated notifications kept and shown by Quillet's own agent, a program that the session bus starts when it
-/// is spoken to: Linux has no service that keeps them for a program that does not run. Main thread only; all
-/// calls are asynchronous.
+/// Dated notifications that Quillet's own agent keeps and shows: Linux has no service that keeps them for a
+/// program that does not run. The session bus starts the agent when it is called. Main thread only; all calls
+/// are asynchronous.
 ///
-/// Notifications are granted where a notification server answers or can be started, unless the desktop's own
-/// switch has those of Quillet off. A server that is slow to answer is a server: the agent tries it again at
-/// the moment of each notification.
+/// Notifications are authorized if a notification server answers or can be started, unless the desktop's own
+/// switch turns off those of Quillet. A server that is slow to answer counts: the agent tries it again when a
+/// notification is due.
 class AgentNotificationCenter final : public UserNotificationCenter {
 public:
-    /// How long each may take to answer.
+    /// The time limits of the answers.
     struct Timeouts {
         std::chrono::milliseconds bus;
         std::chrono::milliseconds server;
@@ -31,12 +31,12 @@ public:
     static constexpr Timeouts defaultTimeouts{std::chrono::seconds(5), std::chrono::seconds(5),
                                               std::chrono::seconds(15)};
 
-    /// Speaks to nobody yet.
+    /// Makes no call yet.
     explicit AgentNotificationCenter(QDBusConnection sessionBus, Timeouts timeouts = defaultTimeouts);
-    /// Calls under way still come to their ends.
+    /// Calls in progress still complete.
     ~AgentNotificationCenter() override;
 
-    /// Fails where there is no session bus.
+    /// Fails without a session bus.
     QCoro::Task<std::expected<bool, Failure>> requestAuthorization() override;
     QCoro::Task<std::expected<QStringList, Failure>> pendingNotificationRequests() override;
     QCoro::Task<std::expected<void, Failure>>

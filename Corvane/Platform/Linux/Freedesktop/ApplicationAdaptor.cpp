@@ -24,13 +24,14 @@ void ApplicationAdaptor::Activate(const QVariantMap &platformData)
     m_handlers.activate(token);
 }
 
-// The program opens no documents: to be handed some is to be asked for.
+// The program opens no documents: a request to open some activates it.
 void ApplicationAdaptor::Open(const QStringList &, const QVariantMap &platformData)
 {
     Activate(platformData);
 }
 
-// An action that is not known is ignored, as the interface has it: a desktop may keep an older entry's list.
+// Unknown actions are ignored, as the interface specifies: a desktop may still use the list of an older
+// entry.
 void ApplicationAdaptor::ActivateAction(const QString &name, const QVariantList &, const QVariantMap &)
 {
     if (name == "quit"_L1) {

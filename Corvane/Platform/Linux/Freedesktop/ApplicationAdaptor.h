@@ -10,13 +10,13 @@
 
 namespace corvane {
 
-/// The program's face on the session bus, as desktops know it. The names are theirs.
+/// The program's org.freedesktop.Application interface on the session bus, which determines the names.
 class ApplicationAdaptor final : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 
 public:
-    /// What a call of the desktop leads to. Signals would not do: those of an adaptor go out on the bus.
+    /// Called for the desktop's requests. Not signals, because those of an adaptor are sent on the bus.
     struct Handlers {
         std::function<void(const QString &activationToken)> activate;
         std::function<void()> quit;

@@ -23,10 +23,10 @@ namespace {
 
 constexpr auto fileName = "autostart/com.ordwinsoftware.Quillet.desktop"_L1;
 
-// A larger file is nobody's autostart entry; it is written anew.
+// No autostart entry is larger: a larger file is replaced.
 constexpr qint64 maximumEntrySize = qint64{64} * 1024;
 
-// A text as the value of a key of type string.
+// Escapes a text as the value of a string key.
 QByteArray stringValue(const QString &text)
 {
     QByteArray value;
@@ -51,8 +51,8 @@ QByteArray stringValue(const QString &text)
     return value.startsWith(' ') ? "\\s" + value.mid(1) : value;
 }
 
-// A path as a command line: quoted, since it may hold anything, with its percent signs
-// doubled, since single ones are field codes.
+// A path as a command line: quoted, because it may contain any character, and with percent signs doubled,
+// because single ones are field codes.
 QString commandLine(const QString &path)
 {
     QString word = u"\""_s;
@@ -98,11 +98,11 @@ bool isKey(const QByteArray &text)
     return true;
 }
 
-// What others wrote into the entry, as it stands: comments, unknown keys, further groups. What is no line of
-// a desktop entry at all is left out.
+// What others added to the entry, unchanged: comments, unknown keys, further groups. Lines that are invalid
+// in a desktop entry are left out.
 QByteArray foreignLines(const QByteArray &content, const std::vector<Entry> &own)
 {
-    // These would keep the desktop from starting the program, or start it through something else.
+    // These could keep the desktop from starting the program, or change how it is started.
     const QByteArrayList decided{"Hidden", "DBusActivatable", "X-KDE-autostart-condition", "Path"};
     QByteArray foreign;
     enum class Group { before, entry, other } group = Group::before;
@@ -136,7 +136,7 @@ QByteArray contentOf(const QString &path)
     return readRegularFile(QFile::encodeName(path), maximumEntrySize).value_or(QByteArray());
 }
 
-// The program that an entry is for, or an empty text.
+// The program that an entry is for (TryExec); empty if there is none.
 QString enteredProgram(const QByteArray &content)
 {
     constexpr QByteArrayView key = "TryExec=";
@@ -181,7 +181,7 @@ std::expected<void, Failure> AutostartLoginItem::registerItem()
         {"Type", "Application"},
         {"Name", "Quillet"},
         {"Comment", "Reminds an online teacher of the next lesson"},
-        // What the program does by itself depends on whether the user started it.
+        // Tells the program that the user did not start it.
         {"Exec", stringValue(commandLine(m_program) + u" --login"_s)},
         {"TryExec", stringValue(m_program)},
         {"Icon", "com.ordwinsoftware.Quillet"},
@@ -212,7 +212,7 @@ std::expected<void, Failure> AutostartLoginItem::write(const QByteArray &content
         return {};
     }
     [[maybe_unused]] const auto made =
-        makeFolder(QFile::encodeName(QFileInfo(m_path).path())); // a missing one fails what follows
+        makeFolder(QFile::encodeName(QFileInfo(m_path).path())); // if this fails, so does what follows
     if (const auto written = replaceRegularFile(QFile::encodeName(m_path), content); !written) {
         return std::unexpected(
             Failure{u"the autostart entry %1 cannot be written: %2"_s.arg(m_path, written.error().reason)});

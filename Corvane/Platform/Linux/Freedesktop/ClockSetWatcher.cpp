@@ -24,18 +24,18 @@ ClockSetWatcher::ClockSetWatcher(std::unique_ptr<WallClockAlarm> alarm, QObject 
 
 ClockSetWatcher::~ClockSetWatcher()
 {
-    // The notifier before what it watches.
+    // The notifier must go before the descriptor that it watches.
     delete findChild<QSocketNotifier *>();
 }
 
 void ClockSetWatcher::handleAlarm()
 {
-    // Armed before the clocks are read, so that what happens in between rings again.
+    // Armed before the clocks are read, so that a change in between triggers the alarm again.
     if (!m_alarm->arm()) {
         delete findChild<QSocketNotifier *>();
         return;
     }
-    // It also rings after a sleep, which both clocks count.
+    // A sleep triggers the alarm, too, but leaves the offset as it is, because both clocks count it.
     const Seconds offset = m_alarm->offset();
     if (std::chrono::abs(offset - m_offset) > leastChange) {
         m_offset = offset;

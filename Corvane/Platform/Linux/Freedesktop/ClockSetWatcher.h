@@ -11,8 +11,8 @@
 
 namespace corvane {
 
-/// Tells when the wall clock was set by more than leastChange. Main thread only. An alarm that does not work
-/// tells nothing.
+/// Reports that the wall clock was set by more than leastChange. Main thread only. Reports nothing if the
+/// alarm does not work.
 class ClockSetWatcher final : public QObject {
     Q_OBJECT
 
@@ -30,7 +30,7 @@ private:
     void handleAlarm();
 
     std::unique_ptr<WallClockAlarm> m_alarm;
-    Seconds m_offset{}; ///< of the wall clock as last told
+    Seconds m_offset{}; ///< of the wall clock, as last reported
 };
 
 } // namespace corvane

@@ -39,7 +39,7 @@ DesktopNotifications::DesktopNotifications(QDBusConnection sessionBus, std::chro
 
 QCoro::Task<bool> DesktopNotifications::showQuietly(QString title, QString body)
 {
-    // What the coroutine needs goes with it: the object may be gone before its end.
+    // The coroutine gets copies, because the object may be gone before it ends.
     return show(m_bus, static_cast<int>(m_timeout.count()), std::move(title), std::move(body));
 }
 
@@ -54,7 +54,7 @@ QCoro::Task<bool> DesktopNotifications::show(QDBusConnection bus, int timeout, Q
     }
     const bool takesMarkup = capabilities.arguments().value(0).toStringList().contains(u"body-markup"_s);
     const QVariantMap hints{
-        {u"urgency"_s, QVariant::fromValue(uchar{1})}, // normal: a critical one would stay
+        {u"urgency"_s, QVariant::fromValue(uchar{1})}, // normal: a critical one stays on the screen
         {u"desktop-entry"_s, QString(applicationId)},
         {u"suppress-sound"_s, true}};
     QDBusMessage call = serverCall(u"Notify"_s);

@@ -11,10 +11,10 @@
 
 namespace corvane {
 
-/// The notification server of the session bus, which the bus may start. Main thread only.
+/// Uses the notification server of the session bus, which the bus may start. Main thread only.
 class DesktopNotifications final : public DirectNotifications {
 public:
-    /// On a bus that is not there nothing is shown. `timeout` is that of each of the two calls.
+    /// Without a bus nothing is shown. `timeout` applies to each of the two calls.
     explicit DesktopNotifications(QDBusConnection sessionBus,
                                   std::chrono::milliseconds timeout = std::chrono::seconds{5});
 

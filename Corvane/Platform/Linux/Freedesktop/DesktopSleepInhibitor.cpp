@@ -25,8 +25,8 @@ namespace {
 
 constexpr int timeoutMilliseconds = 5000;
 
-/// The flag for suspending alone: neither logging out, nor switching users, nor blanking the screen. The
-/// portal has the session manager's numbers.
+/// Inhibits suspend only: not logging out, switching users or blanking the screen. The portal uses the
+/// session manager's numbers.
 constexpr uint suspending = 4;
 
 constexpr auto reason = "A lesson is under way or begins soon"_L1;
@@ -37,7 +37,7 @@ struct Service {
     QLatin1String path;
     QLatin1String interface;
     bool isOnSystemBus = false;
-    QLatin1String release; ///< the method that gives back; empty where to let go of the ticket does
+    QLatin1String release; ///< the method that releases the request; empty if dropping the ticket does
 };
 
 constexpr std::size_t portal = 0;
@@ -66,12 +66,12 @@ QVariantList inhibitArguments(std::size_t service)
     case powerManager:
         return {u"Quillet"_s, QString(reason)};
     default:
-        // "sleep" would stand in the way of the teacher's own command as well.
+        // "sleep" would also block the teacher's own command.
         return {u"idle"_s, u"Quillet"_s, QString(reason), u"block"_s};
     }
 }
 
-/// What the answer brings; none where the service did not take the wish.
+/// The ticket in the answer; invalid if the service did not accept the request.
 QVariant ticketOf(std::size_t service, const QDBusMessage &answer)
 {
     const QVariant value = answer.arguments().value(0);
@@ -166,7 +166,7 @@ void DesktopSleepInhibitor::ask(std::size_t first)
 QCoro::Task<void> DesktopSleepInhibitor::acquire(Self self, int attempt, std::size_t first)
 {
     for (std::size_t service = first; service < services.size(); ++service) {
-        // From the one that holds on, all take less.
+        // The service that holds the request is preferred to this one and all later ones.
         if (self->m_hold && self->m_hold->service <= service) {
             co_return;
         }
@@ -205,7 +205,7 @@ void DesktopSleepInhibitor::take(Hold hold)
 void DesktopSleepInhibitor::handleOwnerChange(std::size_t service, bool isThere)
 {
     if (m_hold && m_hold->service == service) {
-        // The one that took the wish has left, and its successor knows nothing of it.
+        // The service that held the request has left, and its successor does not know of it.
         m_hold.reset();
     } else if (!isThere || (m_hold && m_hold->service < service)) {
         return;

@@ -20,15 +20,15 @@ class QDBusMessage;
 
 namespace corvane {
 
-/// Holds off automatic sleep through the first that takes the wish: the desktop's portal, the session
-/// manager, the desktop's power manager, at last logind, whose "idle" lock holds off only what logind itself
-/// would do after a while without input. None of them is started. One that comes up later is asked as well,
-/// and takes over from those after it. Main thread only.
+/// Holds off automatic sleep through the first service that accepts the request: the desktop's portal, the
+/// session manager, the desktop's power manager, or logind, whose "idle" lock holds off only what logind
+/// itself does after a while without input. Starts none of them. A service that appears later is asked as
+/// well and takes over from those after it. Main thread only.
 class DesktopSleepInhibitor final : public QObject, public SleepInhibitor {
     Q_OBJECT
 
 public:
-    /// A bus that is not there is a bus without services. `logger` is borrowed.
+    /// A bus without a connection has no services. `logger` is borrowed.
     DesktopSleepInhibitor(QDBusConnection sessionBus, QDBusConnection systemBus, DebugLogService &logger,
                           QObject *parent = nullptr);
     ~DesktopSleepInhibitor() override;
@@ -39,9 +39,9 @@ public:
 private:
     using Self = QPointer<DesktopSleepInhibitor>;
 
-    /// What is held, and what it is given back with.
+    /// An accepted request, and what releases it.
     struct Hold {
-        std::size_t service = 0; ///< which of the services, in the order in which they are asked
+        std::size_t service = 0; ///< its index in the order in which the services are asked
         QVariant ticket;         ///< a number, the path of a request, or a file descriptor
     };
 
@@ -55,11 +55,11 @@ private:
     QDBusConnection m_systemBus;
     DebugLogService &m_logger;
     bool m_isWanted = false;
-    int m_attempt = 0; ///< what an earlier one brings is given back
+    int m_attempt = 0; ///< what an earlier attempt obtains is released
     std::optional<Hold> m_hold;
 
 private Q_SLOTS:
-    /// The portal's further word on a request: only here it says that the desktop cannot do it.
+    /// The portal's second answer to a request: only this one says that the desktop cannot do it.
     void handlePortalResponse(const QDBusMessage &message);
 };
 

@@ -57,8 +57,8 @@ bool DesktopStatusItem::isShown() const
 
 void DesktopStatusItem::embed()
 {
-    // A watcher that has just come up, and of which nothing is known yet, gets its time: the toolkit would
-    // take it for the bell's place.
+    // A watcher has just appeared and nothing is known of it yet. Wait: the toolkit would use it instead of
+    // the tray.
     if (!m_item.isAbsent()) {
         return;
     }

@@ -15,14 +15,13 @@
 
 namespace corvane {
 
-/// The status item in whichever way the desktop's host knows: on the session bus, or, where nobody there
-/// shows items, embedded into a tray. It follows a host that comes or goes, and there are never two bells.
-/// Main thread only.
+/// The status item in the way that the desktop's host supports: on the session bus or, if no host there shows
+/// items, embedded into a tray. Follows hosts that come and go; there are never two bells. Main thread only.
 class DesktopStatusItem final : public StatusItem {
     Q_OBJECT
 
 public:
-    /// `icons`, one a size.
+    /// `icons` holds one image per size.
     DesktopStatusItem(QDBusConnection bus, QList<QImage> icons, StatusNotifierItem::Desktop desktop,
                       QObject *parent = nullptr);
     ~DesktopStatusItem() override;
@@ -32,12 +31,12 @@ public:
     void setMenu(std::vector<StatusMenuEntry> entries) override;
     [[nodiscard]] bool isShown() const override;
 
-    /// How long nobody has to show items on the bus before the icon is embedded: a host that restarts, or
-    /// that knows both kinds, often has the tray first.
+    /// How long there must be no host on the bus before the icon is embedded: a host that restarts, or that
+    /// supports both kinds, often has the tray first.
     static constexpr std::chrono::seconds grace{2};
 
 Q_SIGNALS:
-    /// As StatusNotifierItem tells them.
+    /// The signals of StatusNotifierItem.
     void registered();
     void registrationFailed(const QString &reason);
 

@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Whether the toolkit has made a window for an icon of the tray, the one thing that tells how it shows it.
+/// Whether the toolkit has made a tray icon window; nothing else tells how it shows the icon.
 bool isInWindow()
 {
     return std::ranges::any_of(QApplication::topLevelWidgets(),
@@ -47,7 +47,7 @@ EmbeddedTrayIcon::EmbeddedTrayIcon(const QList<QImage> &icons, QObject *parent)
     connect(&m_icon, &QSystemTrayIcon::activated, this, &EmbeddedTrayIcon::click);
     setTitle({});
     m_icon.show();
-    // Later versions of the toolkit embed nothing where there is a watcher, though no host listens to it.
+    // Qt 6.8 embeds nothing where there is a watcher, even if no host listens to it.
     if (!isInWindow()) {
         m_icon.hide();
         return;
@@ -77,7 +77,7 @@ void EmbeddedTrayIcon::setNotice(const QString &notice)
 
 void EmbeddedTrayIcon::showToolTip()
 {
-    // The toolkit draws the tool tip, and guesses whether it is markup: so it is always.
+    // The toolkit guesses whether a tool tip is markup: make it markup always.
     const QString title = m_title.isEmpty() ? u"Quillet"_s : m_title.toHtmlEscaped();
     const QString notice = m_notice.isEmpty() ? QString() : u"<br/>"_s + m_notice.toHtmlEscaped();
     m_icon.setToolTip(u"<span>"_s + title + notice + u"</span>"_s);
@@ -101,7 +101,7 @@ bool EmbeddedTrayIcon::nativeEventFilter(const QByteArray &eventType, void *mess
     const bool isGone = type == XCB_DESTROY_NOTIFY &&
                         reinterpret_cast<const xcb_destroy_notify_event_t *>(event)->window == m_tray;
     if (isManager || isGone) {
-        // Not before the toolkit has seen it too.
+        // Queued, so that the toolkit handles the event first.
         QMetaObject::invokeMethod(this, &EmbeddedTrayIcon::findTray, Qt::QueuedConnection);
     }
     return false;

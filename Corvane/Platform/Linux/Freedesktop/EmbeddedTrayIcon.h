@@ -15,20 +15,20 @@
 
 namespace corvane {
 
-/// The status item as an icon embedded into a tray of the X server, for desktops whose hosts know no other
-/// kind. A tray that comes up late, or restarts, gets it as well. The text is the icon's tool tip; a menu is
-/// never shown. Main thread only.
+/// The status item as an icon embedded into a tray of the X server, for desktops whose hosts support no other
+/// kind. A tray that starts late or restarts gets the icon, too. Title and notice form the icon's tool tip; a
+/// menu is never shown. Main thread only.
 ///
-/// Where Qt 6.8 finds a watcher of status items that no host listens to, it embeds nothing: then nothing is
+/// If Qt 6.8 finds a watcher of status items to which no host listens, it embeds nothing: then nothing is
 /// shown.
 ///
-/// Made only once it is known that the session bus answers, or that there is none: the toolkit asks it first,
-/// and waits.
+/// Construct it only once the session bus is known to answer, or to be missing: the toolkit calls it first
+/// and blocks.
 class EmbeddedTrayIcon final : public StatusItem, private QAbstractNativeEventFilter {
     Q_OBJECT
 
 public:
-    /// Puts the icon, with `icons`, one a size, into the tray.
+    /// Puts the icon into the tray. `icons` holds one image per size.
     explicit EmbeddedTrayIcon(const QList<QImage> &icons, QObject *parent = nullptr);
     ~EmbeddedTrayIcon() override;
 
@@ -46,8 +46,9 @@ private:
     QSystemTrayIcon m_icon;
     QString m_title;
     QString m_notice;
-    std::uint32_t m_tray = 0;    ///< the tray's window; 0 while there is none
-    std::uint32_t m_manager = 0; ///< what a tray that comes up is announced with; 0 while nobody has been
+    std::uint32_t m_tray = 0; ///< the tray's window; 0 while there is none
+    std::uint32_t m_manager =
+        0; ///< atom of the message that announces a tray; 0 until a client message has come
 };
 
 } // namespace corvane

@@ -18,7 +18,7 @@ namespace {
 constexpr auto schemaName = "org.gnome.desktop.notifications.application";
 constexpr auto switchKey = "enable";
 
-/// Where GNOME keeps an application's switches: lower case, and a dash for each run of other characters.
+/// Where GNOME keeps an application's settings: in lower case, with a dash for each run of other characters.
 QByteArray settingsPath(const QString &applicationId)
 {
     QByteArray name;
@@ -38,7 +38,7 @@ QByteArray settingsPath(const QString &applicationId)
 
 bool gnomeAllowsNotifications(const QString &applicationId)
 {
-    // Looked up first: to ask for settings without a schema ends the process.
+    // Looked up first: GSettings ends the process if the schema is missing.
     GSettingsSchemaSource *const source = g_settings_schema_source_get_default();
     const std::unique_ptr<GSettingsSchema, decltype(&g_settings_schema_unref)> schema(
         source != nullptr ? g_settings_schema_source_lookup(source, schemaName, TRUE) : nullptr,

@@ -7,8 +7,8 @@
 
 namespace corvane {
 
-/// Whether the switch that GNOME's settings keep for each application leaves the notifications of
-/// `applicationId` on. True where there is no such switch. Main thread; a short local read, each time anew.
+/// Whether GNOME's per-application switch allows the notifications of `applicationId`. True if there is no
+/// such switch. Main thread; each call does a short local read.
 [[nodiscard]] bool gnomeAllowsNotifications(const QString &applicationId);
 
 } // namespace corvane

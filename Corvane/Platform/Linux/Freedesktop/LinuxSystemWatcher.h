@@ -13,13 +13,13 @@
 
 namespace corvane {
 
-/// The system's word on itself: the session manager, NetworkManager or the desktop's portal, the kernel, and
-/// the file of the time zone. Main thread only.
+/// Watches logind, NetworkManager or the desktop's portal, the kernel's clocks, and the time zone file. Main
+/// thread only.
 class LinuxSystemWatcher final : public SystemWatcher {
     Q_OBJECT
 
 public:
-    /// Buses that are not there tell nothing. `zoneFile` decides the machine's time zone.
+    /// A bus without a connection reports nothing. `zoneFile` determines the machine's time zone.
     LinuxSystemWatcher(const QDBusConnection &systemBus, const QDBusConnection &sessionBus,
                        const QString &zoneFile = TimeZoneWatcher::decidingFile(),
                        std::unique_ptr<WallClockAlarm> alarm = std::make_unique<KernelWallClockAlarm>());

@@ -19,18 +19,18 @@ namespace {
 
 constexpr int timeoutMilliseconds = 3000;
 
-constexpr auto managerName = "org.freedesktop.NetworkManager"_L1; // of its interface as well
+constexpr auto managerName = "org.freedesktop.NetworkManager"_L1; // also the name of its interface
 constexpr auto managerPath = "/org/freedesktop/NetworkManager"_L1;
 constexpr auto propertiesInterface = "org.freedesktop.DBus.Properties"_L1;
 constexpr auto portalService = "org.freedesktop.portal.Desktop"_L1;
 constexpr auto portalPath = "/org/freedesktop/portal/desktop"_L1;
 constexpr auto portalInterface = "org.freedesktop.portal.NetworkMonitor"_L1;
 
-/// What NetworkManager's properties say; none where they say nothing.
+/// What NetworkManager's properties say; none if they do not tell.
 std::optional<bool> managerSaysUsable(const QDBusMessage &answer)
 {
     constexpr uint connectedGlobal = 70;
-    constexpr uint connectivityUnknown = 0; // nobody checks whether the network leads anywhere
+    constexpr uint connectivityUnknown = 0; // nothing checks whether the network leads anywhere
     constexpr uint connectivityFull = 4;
     const auto properties = qdbus_cast<QVariantMap>(answer.arguments().value(0));
     const QVariant state = properties.value(u"State"_s);
@@ -55,7 +55,7 @@ NetworkWatcher::NetworkWatcher(QDBusConnection systemBus, QDBusConnection sessio
     , m_systemBus(std::move(systemBus))
     , m_sessionBus(std::move(sessionBus))
 {
-    // Without service names: to subscribe by name, Qt would first ask for the name's owner and wait.
+    // Without service names: to subscribe by name, Qt would first ask for the name's owner and block.
     m_systemBus.connect({}, managerPath, propertiesInterface, u"PropertiesChanged"_s, this, SLOT(update()));
     m_sessionBus.connect({}, portalPath, portalInterface, u"changed"_s, this, SLOT(update()));
     watch(m_systemBus, managerName);
@@ -99,7 +99,7 @@ void NetworkWatcher::ask(const QDBusConnection &bus, const QDBusMessage &questio
                          std::function<std::optional<bool>(const QDBusMessage &)> isUsable,
                          std::function<void()> otherwise)
 {
-    // On a broken connection a call's answer never comes.
+    // On a broken connection no answer ever comes.
     if (!bus.isConnected()) {
         otherwise();
         return;

@@ -13,15 +13,14 @@ class QDBusMessage;
 
 namespace corvane {
 
-/// Tells when a usable network is back. NetworkManager on the system bus is asked, and where it does not
-/// answer the desktop's portal on the session bus: at the start, and whenever one of them says that something
-/// changed, came up or left. What was known before stands while nobody answers. Neither is ever started.
-/// Main thread only.
+/// Reports when a usable network is back. Asks NetworkManager on the system bus or, if it does not answer,
+/// the desktop's portal on the session bus: at the start, and whenever one of them reports a change, appears
+/// or leaves. While neither answers, the last known state stands. Starts neither. Main thread only.
 class NetworkWatcher final : public QObject {
     Q_OBJECT
 
 public:
-    /// A bus that is not there is a bus without services.
+    /// A bus without a connection has no services.
     NetworkWatcher(QDBusConnection systemBus, QDBusConnection sessionBus, QObject *parent = nullptr);
 
 Q_SIGNALS:
@@ -38,11 +37,11 @@ private:
 
     QDBusConnection m_systemBus;
     QDBusConnection m_sessionBus;
-    std::optional<bool> m_isUsable; ///< none until somebody has answered
-    int m_question = 0;             ///< an answer to an earlier one is out of date
+    std::optional<bool> m_isUsable; ///< none until there has been an answer
+    int m_question = 0;             ///< number of the latest question; answers to earlier ones are ignored
 
 private Q_SLOTS:
-    /// Asks anew.
+    /// Asks again.
     void update();
 };
 

@@ -26,7 +26,7 @@ constexpr auto motionKey = "reduced-motion"_L1;
 constexpr auto gnomeGroup = "org.gnome.desktop.interface"_L1;
 constexpr auto gnomeMotionKey = "enable-animations"_L1;
 
-/// The value itself: an answer is wrapped once or, by an older portal, twice.
+/// The plain value: an answer is wrapped once or, by older portals, twice.
 QVariant unwrapped(QVariant value)
 {
     for (int layer = 0; layer < 2 && value.canConvert<QDBusVariant>(); ++layer) {
@@ -47,7 +47,7 @@ Appearance::Scheme scheme(const QVariant &value)
     }
 }
 
-/// The accent, or nothing for what lies outside of the colours that there are, which means none is set.
+/// The accent; none if a component is outside 0 to 1, which means that no accent is set.
 std::optional<Appearance::Accent> accent(const QVariant &value)
 {
     if (!value.canConvert<QDBusArgument>()) {
@@ -100,8 +100,8 @@ void PortalAppearance::read(const QString &group, const QString &key)
             [this, group, key, answer, heard = m_heard.value(key)] {
                 answer->deleteLater();
                 const QDBusPendingReply<QDBusVariant> reply = *answer;
-                // A portal that does not know a key says so by an error. A change that was told meanwhile may
-                // be newer than the answer, which comes by a longer way.
+                // A portal that does not know the key answers with an error. A change signalled in the
+                // meantime may be newer than the answer.
                 if (reply.isValid() && m_heard.value(key) == heard) {
                     take(group, key, unwrapped(reply.value().variant()));
                 }

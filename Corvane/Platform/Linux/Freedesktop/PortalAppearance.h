@@ -12,9 +12,9 @@
 
 namespace corvane {
 
-/// The appearance as the desktop's settings portal tells it. It is asked when it comes onto the bus, and
-/// tells of changes itself; no portal is started for it. Where the portal knows nothing of reduced motion,
-/// GNOME's switch for animations stands in.
+/// The appearance that the desktop's settings portal reports. It is read when the portal appears on the bus;
+/// afterwards the portal signals changes. Starts no portal. Motion is reduced if the portal's own setting or
+/// GNOME's switch for animations says so, because not every portal has that setting.
 class PortalAppearance final : public DesktopAppearance {
     Q_OBJECT
 
@@ -35,10 +35,10 @@ private:
     QDBusConnection m_bus;
     QDBusServiceWatcher m_watcher;
     Appearance m_told;
-    Appearance m_read;                          ///< without the motion, which two settings tell of
-    std::optional<bool> m_portalReducesMotion;  ///< what the portal's own setting says
-    std::optional<bool> m_desktopReducesMotion; ///< and what GNOME's does
-    QHash<QString, int> m_heard;                ///< how often a key's change was told
+    Appearance m_read;                          ///< without reducesMotion, which depends on two settings
+    std::optional<bool> m_portalReducesMotion;  ///< the portal's own setting
+    std::optional<bool> m_desktopReducesMotion; ///< GNOME's setting
+    QHash<QString, int> m_heard;                ///< number of change signals per key
 };
 
 } // namespace corvane

@@ -32,8 +32,8 @@ constexpr auto busName = "org.freedesktop.DBus"_L1;
 constexpr auto busPath = "/org/freedesktop/DBus"_L1;
 constexpr auto propertiesInterface = "org.freedesktop.DBus.Properties"_L1;
 
-// Interfaces, which are also the names, of the screen savers that speak of ActiveChanged, and the objects on
-// which they answer GetActive.
+// The screen savers that emit ActiveChanged: their names, which are also their interfaces, and the objects
+// that answer GetActive.
 struct ScreenSaver {
     QLatin1StringView name;
     QLatin1StringView path;
@@ -77,7 +77,7 @@ void SessionLockWatcher::then(const QDBusPendingCall &call,
 
 void SessionLockWatcher::watchScreenSavers()
 {
-    // On a broken connection a call's answer never comes.
+    // On a broken connection no answer ever comes.
     if (!m_sessionBus.isConnected()) {
         return;
     }
@@ -93,7 +93,7 @@ void SessionLockWatcher::watchScreenSavers()
     arrivals->setWatchMode(QDBusServiceWatcher::WatchForRegistration);
     connect(arrivals, &QDBusServiceWatcher::serviceRegistered, this, &SessionLockWatcher::queryScreenSaver);
     for (const ScreenSaver &saver : screenSavers) {
-        // Without a service name: to subscribe by name, Qt would first ask for the name's owner and wait.
+        // Without a service name: to subscribe by name, Qt would first ask for the name's owner and block.
         m_sessionBus.connect({}, {}, saver.name, u"ActiveChanged"_s, this, SLOT(saverChanged(QDBusMessage)));
         arrivals->addWatchedService(saver.name);
         queryScreenSaver(saver.name);
@@ -106,8 +106,7 @@ void SessionLockWatcher::queryScreenSaver(const QString &name)
         if (saver.name != name) {
             continue;
         }
-        // An answer does not tell from whom it is (not with every version of Qt): its unique name comes
-        // first.
+        // Not every version of Qt tells who sent an answer, so the unique name is looked up first.
         auto question = call(busName, busPath, busName, u"GetNameOwner"_s);
         question << QString(saver.name);
         then(m_sessionBus.asyncCall(question, timeoutMilliseconds), [this, saver](const QDBusMessage &reply) {
@@ -118,7 +117,7 @@ void SessionLockWatcher::queryScreenSaver(const QString &name)
             then(m_sessionBus.asyncCall(call(owner, saver.path, saver.name, u"GetActive"_s),
                                         timeoutMilliseconds),
                  [this, owner](const QDBusMessage &answer) {
-                     // What it has signalled since is newer than its answer.
+                     // A signal received meanwhile is newer than this answer.
                      if (answer.type() == QDBusMessage::ReplyMessage && !m_savers.contains(owner)) {
                          handleSaverState(owner, answer);
                      }
@@ -153,7 +152,7 @@ void SessionLockWatcher::removeSaver(const QString &owner)
 {
     m_saverOwners->removeWatchedService(owner);
     if (m_savers.take(owner)) {
-        // It held the lock that was asked for, and it is gone.
+        // It held the requested lock and is gone.
         m_lockRequested = false;
     }
     update();
@@ -180,8 +179,8 @@ void SessionLockWatcher::watchSessionManager()
 
 void SessionLockWatcher::querySession()
 {
-    // A program that the service manager or the bus started is in no session by its process; the manager then
-    // knows the one that is meant by "auto".
+    // The process of a program that the service manager or the bus started belongs to no session; the session
+    // manager then resolves "auto".
     const QString id = qEnvironmentVariable("XDG_SESSION_ID");
     if (!id.isEmpty()) {
         querySessionPath(u"GetSession"_s, id, false);
@@ -267,8 +266,8 @@ QCoro::Task<void> SessionLockWatcher::endRequest(QPointer<SessionLockWatcher> wa
 void SessionLockWatcher::sessionUnlockRequested()
 {
     m_lockRequested = false;
-    // The hint follows where the locker keeps one; a locker that set it and then crashed never takes it back,
-    // and Unlock is what is then sent to bring the session back.
+    // A locker that maintains the hint resets it itself. A locker that crashed never does, and Unlock is what
+    // is then sent to bring the session back.
     m_lockedHint = false;
     m_hintWasSignalled = true;
     update();

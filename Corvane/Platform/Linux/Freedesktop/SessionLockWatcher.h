@@ -21,21 +21,23 @@ class QDBusServiceWatcher;
 
 namespace corvane {
 
-/// Tells whether the user's session is locked. Main thread only; it is told by the buses and asks nothing
-/// again.
+/// Tells whether the user's session is locked. Main thread only. Follows signals of the buses and does not
+/// poll.
 ///
-/// Sources are the session manager on the system bus (its Lock and Unlock requests and its LockedHint) and
-/// the screen savers on the session bus. The session is locked as long as one of them says so. A source that
-/// leaves its bus no longer counts, so that a screen locker that crashed does not leave the session locked
-/// for ever. Some lockers answer a Lock request and tell only the session bus when they are done: a screen
-/// saver's word that it ended therefore also ends a Lock request, though not a LockedHint. A request is no
-/// more than that: one that no source follows within a few seconds counts no longer, since where nothing
-/// locks the screen nothing ever unlocks it, and the banners would stay away for good.
+/// The sources are the session manager on the system bus (its Lock and Unlock requests and its LockedHint)
+/// and the screen savers on the session bus. The session is locked while any of them says so. A source that
+/// leaves its bus no longer counts, so that a crashed screen locker does not leave the session locked for
+/// ever.
+///
+/// A Lock request is only a request: it counts for a few seconds, because if nothing locks the screen,
+/// nothing unlocks it either, and the banners would stay hidden. Some lockers react to a Lock request and
+/// signal only on the session bus that they have ended: a screen saver's signal that it is inactive therefore
+/// also ends a Lock request, but not a LockedHint.
 class SessionLockWatcher final : public QObject {
     Q_OBJECT
 
 public:
-    /// A bus that is not there is a bus without sources.
+    /// A bus without a connection has no sources.
     SessionLockWatcher(QDBusConnection systemBus, QDBusConnection sessionBus, QObject *parent = nullptr);
 
     [[nodiscard]] bool locked() const { return m_locked; }
@@ -54,7 +56,7 @@ private:
     void querySessionPath(const QString &method, const QVariant &argument, bool isLastResort);
     void setSessionPath(const QString &path);
     void dropSession();
-    /// `message` of the screen saver `owner` tells first whether it is active.
+    /// The first argument of `message`, from the screen saver `owner`, tells whether that is active.
     void handleSaverState(const QString &owner, const QDBusMessage &message);
     void removeSaver(const QString &owner);
     void update();
@@ -63,17 +65,17 @@ private:
 
     QDBusConnection m_systemBus;
     QDBusConnection m_sessionBus;
-    /// Who on the session bus said last that it is active (true) or not, by unique name.
+    /// Whether each screen saver said last that it is active, by unique name.
     QHash<QString, bool> m_savers;
     QDBusServiceWatcher *m_saverOwners = nullptr;
-    /// The session's object, empty while it is not known.
+    /// The path of the session's object; empty until it is known.
     QString m_sessionPath;
-    /// Counts the lives of the session manager: an answer of an earlier one is of no use.
+    /// Counts the session manager's restarts, so that answers of an earlier one are ignored.
     int m_managerLife = 0;
     bool m_lockRequested = false;
-    int m_requests = 0; ///< tells a request from those before it
+    int m_requests = 0; ///< number of the latest Lock request
     bool m_lockedHint = false;
-    /// A signal told the hint, so that an answer given before it is out of date.
+    /// Whether a signal has told the hint, so that a later answer is out of date.
     bool m_hintWasSignalled = false;
     bool m_locked = false;
 

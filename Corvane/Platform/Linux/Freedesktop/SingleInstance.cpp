@@ -36,14 +36,14 @@ constexpr auto serviceName = "com.ordwinsoftware.Quillet"_L1;
 constexpr auto objectPath = "/com/ordwinsoftware/Quillet"_L1;
 
 constexpr int timeoutMilliseconds = 3000;
-// How long the first may take from its lock to its name.
+// How long the first instance may take from its lock to its name.
 constexpr std::chrono::milliseconds nameDelay{2000};
 
-// The reply of the bus to a request for a name.
+// The flag and the reply of RequestName.
 constexpr uint doNotQueue = 4;
 constexpr uint nameExists = 3;
 
-// Whether the bus says that another one owns the name; an unclear answer is no.
+// Requests the name. Whether the bus says that another program owns it; an unclear answer counts as no.
 QCoro::Task<bool> isOwnedByOther(QDBusConnection bus)
 {
     auto request = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
@@ -59,7 +59,7 @@ QCoro::Task<QDBusMessage> activate(QDBusConnection bus, QString token)
 {
     auto call = QDBusMessage::createMethodCall(serviceName, objectPath, u"org.freedesktop.Application"_s,
                                                u"Activate"_s);
-    // It is to reach the one that runs, and to start none.
+    // Must reach the running program, not start one.
     call.setAutoStartService(false);
     QVariantMap platformData;
     if (!token.isEmpty()) {
@@ -82,7 +82,7 @@ QCoro::Task<SingleInstance::Start> handOver(QDBusConnection bus, QString token)
     QDBusMessage answer = co_await activate(bus, token);
     if (answer.errorName() == "org.freedesktop.DBus.Error.ServiceUnknown"_L1 ||
         answer.errorName() == "org.freedesktop.DBus.Error.NameHasNoOwner"_L1) {
-        // It may hold its lock and be on its way to its name.
+        // The other one may hold its lock but not yet its name.
         if (!*hasArrived) {
             co_await qCoro(&arrival, &QDBusServiceWatcher::serviceRegistered, nameDelay);
         }
@@ -136,7 +136,7 @@ QString SingleInstance::takeActivationToken()
 
 bool SingleInstance::lock()
 {
-    // A home folder may be shared between machines; the user of each is to be reminded.
+    // A home folder may be shared between machines; the user is to be reminded on each.
     const QString name = u"instance-%1.lock"_s.arg(QString::fromLatin1(QSysInfo::machineUniqueId()));
     for (const QString &directory : std::as_const(m_lockDirectories)) {
         [[maybe_unused]] const auto made = makePrivateFolder(QFile::encodeName(directory));
@@ -146,8 +146,8 @@ bool SingleInstance::lock()
         if (file < 0) {
             continue;
         }
-        // The kernel gives the lock back however the program ends. The file stays: to remove it would let two
-        // programs hold locks on two files of one name.
+        // The kernel releases the lock however the program ends. The file stays: after a removal, two
+        // programs could lock two files of the same name.
         if (::flock(file, LOCK_EX | LOCK_NB) == 0) {
             m_locks.append(file);
             continue;
@@ -193,14 +193,14 @@ QCoro::Task<SingleInstance::Start> SingleInstance::claim(QString activationToken
     }
     m_bus.connect({}, u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s, u"Disconnected"_s,
                   this, SLOT(disconnected()));
-    // The object first: whoever sees the name appear may call at once.
+    // The object first: a program that sees the name appear may call at once.
     m_bus.registerObject(objectPath, this, QDBusConnection::ExportAdaptors);
     const QPointer<SingleInstance> alive(this);
     if (!co_await isOwnedByOther(bus)) {
         co_return Start::first;
     }
     if (alive) {
-        // The other one holds locks elsewhere. These are given back, lest a third start finds them held by a
+        // The other one holds its locks elsewhere. Release these, or a third start would find them held by a
         // program that is about to end.
         alive->m_bus.unregisterObject(objectPath);
         alive->unlock();

@@ -11,12 +11,12 @@
 
 namespace corvane {
 
-/// Sees to it that a user runs Quillet once, and lets a second start, a launcher or a script speak to the one
-/// that runs, as org.freedesktop.Application on the session bus. Main thread only.
+/// Ensures that a user runs Quillet only once, and lets a second start, a launcher or a script call the
+/// running program as org.freedesktop.Application on the session bus. Main thread only.
 ///
-/// Two things are held as long as this lives: lock files, which also tell two programs apart of which one has
-/// no session bus or another one, and the bus name. The bus going away changes nothing but that nobody can
-/// speak to the program any more: the locks stay, and it keeps on teaching.
+/// As long as this object lives, it holds lock files and the bus name. The lock files also work between
+/// programs of which one has no session bus or a different one. If the bus goes away, the program can no
+/// longer be called; the locks stay, and the program goes on.
 class SingleInstance final : public QObject {
     Q_OBJECT
 
@@ -27,28 +27,28 @@ public:
         otherSilent ///< another one runs and did not answer, or cannot be reached: say so and end
     };
 
-    /// A lock file is held in each of `lockDirectories` that can be written to; see userLockDirectories().
+    /// claim() locks a file in each of `lockDirectories` that can be written; see userLockDirectories().
     SingleInstance(QDBusConnection sessionBus, QStringList lockDirectories, QObject *parent = nullptr);
     ~SingleInstance() override;
 
-    /// The user's state and runtime folders. Both, since either may be missing from the environment of one of
-    /// two starts.
+    /// The user's state and runtime folders. Both, because either may be missing from the environment of one
+    /// of two starts.
     [[nodiscard]] static QStringList userLockDirectories();
 
-    /// Becomes the first or speaks to it; called once, at the start, before anything that a teacher could
-    /// notice. Answers within 10 seconds whatever hangs. `activationToken` is what the launcher gave this
-    /// start to raise a window with, or empty; see takeActivationToken().
+    /// Becomes the first instance, or hands over to it. Called once, at the start, before anything that a
+    /// teacher could notice. Returns within 11 seconds, whatever hangs. `activationToken` is the launcher's
+    /// token for raising a window, or empty; see takeActivationToken().
     QCoro::Task<Start> claim(QString activationToken);
 
-    /// Gives name and locks back before this process starts the program anew, which must not take itself for
-    /// another one. Blocks for a second at most. Nothing of the program may act any more.
+    /// Releases name and locks before this process executes the program again, which would otherwise find
+    /// another instance. Blocks for at most a second. Nothing else of the program may act after this.
     void giveUp();
 
-    /// The token from the environment, which is then cleared of it, so that no program started later uses it.
+    /// Takes the token out of the environment, so that no program started later uses it.
     [[nodiscard]] static QString takeActivationToken();
 
 Q_SIGNALS:
-    /// A second start, or the desktop, asks the program to show itself. `token` may be empty.
+    /// A second start or the desktop asks the program to show itself. `token` may be empty.
     void activationRequested(const QString &token);
     /// The program is asked to end.
     void quitRequested();

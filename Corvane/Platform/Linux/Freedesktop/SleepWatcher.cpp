@@ -11,7 +11,7 @@ namespace corvane {
 
 SleepWatcher::SleepWatcher(QDBusConnection systemBus, QObject *parent) : QObject(parent)
 {
-    // Without a service name: to subscribe by name, Qt would first ask for the name's owner and wait.
+    // Without a service name: to subscribe by name, Qt would first ask for the name's owner and block.
     systemBus.connect({}, u"/org/freedesktop/login1"_s, u"org.freedesktop.login1.Manager"_s,
                       u"PrepareForSleep"_s, this, SLOT(prepareForSleep(QDBusMessage)));
 }

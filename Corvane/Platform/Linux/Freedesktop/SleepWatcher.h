@@ -10,12 +10,13 @@ class QDBusMessage;
 
 namespace corvane {
 
-/// Tells when the machine has woken, as the session manager on the system bus announces it. Main thread only.
+/// Reports that the machine has woken, as the session manager on the system bus announces it. Main thread
+/// only.
 class SleepWatcher final : public QObject {
     Q_OBJECT
 
 public:
-    /// On a bus that is not there nothing is told.
+    /// Without a bus nothing is reported.
     explicit SleepWatcher(QDBusConnection systemBus, QObject *parent = nullptr);
 
 Q_SIGNALS:

@@ -8,8 +8,8 @@
 
 namespace corvane {
 
-/// The bell for a status item host, in the sizes that hosts use. A host does not tell whether it is light or
-/// dark, so that the bell is light with a dark rim: one of the two stands out on any host.
+/// The bell for status item hosts, in the sizes that they use. A host does not tell whether it is light or
+/// dark, so the bell is light with a dark rim: one of the two stands out on any host.
 [[nodiscard]] QList<QImage> statusBellImages();
 
 } // namespace corvane

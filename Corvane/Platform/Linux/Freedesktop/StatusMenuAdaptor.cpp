@@ -104,7 +104,7 @@ StatusMenuAdaptor::StatusMenuAdaptor(QObject *parent, QDBusConnection bus, Handl
     qDBusRegisterMetaType<MenuEvents>();
     qDBusRegisterMetaType<MenuLineRemovals>();
     qDBusRegisterMetaType<MenuLinesRemovals>();
-    // A slot's arguments are looked up by the names that they have in the header.
+    // Slot arguments are looked up by the type names in the header.
     qRegisterMetaType<MenuLinesProperties>("corvane::MenuLinesProperties");
     qRegisterMetaType<MenuEvents>("corvane::MenuEvents");
     qRegisterMetaType<MenuLinesRemovals>("corvane::MenuLinesRemovals");
@@ -138,7 +138,7 @@ QVariantMap StatusMenuAdaptor::propertiesOf(int id, const QStringList &names) co
     } else if (m_lines.at(id - 1).isEmpty()) {
         properties.insert(u"type"_s, u"separator"_s);
     } else {
-        // A single underscore would stand for the key that chooses the line.
+        // A single underscore would mark the mnemonic.
         properties.insert(u"label"_s, QString(m_lines.at(id - 1)).replace(u'_', u"__"_s));
     }
     if (!names.isEmpty()) {
@@ -147,7 +147,7 @@ QVariantMap StatusMenuAdaptor::propertiesOf(int id, const QStringList &names) co
     return properties;
 }
 
-// Instead of the answer.
+// Sends an error instead of the reply.
 void StatusMenuAdaptor::refuse(const QDBusMessage &message, const QString &reason)
 {
     message.setDelayedReply(true);
@@ -178,7 +178,7 @@ MenuLinesProperties StatusMenuAdaptor::GetGroupProperties(const QList<int> &ids,
 {
     MenuLinesProperties lines;
     for (int id = 0; id <= m_lines.size(); ++id) {
-        // No ids at all stand for all of them.
+        // An empty list stands for all lines.
         if (ids.isEmpty() || ids.contains(id)) {
             lines.append({id, propertiesOf(id, propertyNames)});
         }
@@ -223,12 +223,12 @@ QList<int> StatusMenuAdaptor::EventGroup(const MenuEvents &events)
 
 bool StatusMenuAdaptor::AboutToShow(int id)
 {
-    // Some hosts ask this as soon as they take the item, before they have read what there is to show; and
-    // some say it in two ways when they do show it.
+    // Some hosts call this as soon as they take the item, before they have read the menu. Some announce in
+    // both ways that they show it.
     if (id == 0 && m_wasRead && !std::exchange(m_wasOpened, false)) {
         m_handlers.aboutToShow();
     }
-    return false; // the layout that the host has is the present one
+    return false; // the host's layout is up to date
 }
 
 QList<int> StatusMenuAdaptor::AboutToShowGroup(const QList<int> &ids, QList<int> &idErrors)

@@ -17,21 +17,21 @@ class QDBusMessage;
 
 namespace corvane {
 
-/// The properties of one line of a menu as they travel over the bus.
+/// The properties of one menu line, as sent over the bus.
 struct MenuLineProperties {
     int id = 0;
     QVariantMap properties;
 };
 using MenuLinesProperties = QList<MenuLineProperties>;
 
-/// A line of a menu with those below it, as they travel over the bus.
+/// A menu line with its sublines, as sent over the bus.
 struct MenuLayout {
     int id = 0;
     QVariantMap properties;
     QList<MenuLayout> children;
 };
 
-/// Something that happened to a line of a menu, as it travels over the bus.
+/// Something that happened to a menu line, as sent over the bus.
 struct MenuEvent {
     int id = 0;
     QString name;
@@ -40,7 +40,7 @@ struct MenuEvent {
 };
 using MenuEvents = QList<MenuEvent>;
 
-/// Lines whose properties have gone, as it travels over the bus.
+/// Properties that a menu line no longer has, as sent over the bus.
 struct MenuLineRemovals {
     int id = 0;
     QStringList names;
@@ -65,8 +65,8 @@ Q_DECLARE_METATYPE(corvane::MenuLineRemovals)
 
 namespace corvane {
 
-/// A menu of one level on the bus, as hosts know it. The names are theirs. Line 0 is the menu itself; the
-/// others count from 1.
+/// A single-level menu on the bus; the interface determines the names. Line 0 is the menu itself; the others
+/// count from 1.
 class StatusMenuAdaptor final : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "com.canonical.dbusmenu")
@@ -76,19 +76,19 @@ class StatusMenuAdaptor final : public QDBusAbstractAdaptor {
     Q_PROPERTY(QStringList IconThemePath READ iconThemePath)
 
 public:
-    /// What the host's calls lead to. Signals would not do: those of an adaptor go out on the bus.
+    /// Called for the host's requests. Not signals, because those of an adaptor are sent on the bus.
     struct Handlers {
         std::function<void()> aboutToShow;
         std::function<void(int index)> clicked; ///< the index in the list of texts
     };
 
-    /// Of an object that goes onto `bus`.
+    /// For an object that will be on `bus`.
     StatusMenuAdaptor(QObject *parent, QDBusConnection bus, Handlers handlers);
 
-    /// Another host has taken the item: none has read the menu yet.
+    /// Another host has taken the item and has not read the menu yet.
     void hostChanged() { m_wasRead = false; }
 
-    /// The lines from above to below; an empty text is a line between groups.
+    /// Sets the lines from top to bottom; an empty text is a separator.
     void setLines(const QStringList &texts);
 
     [[nodiscard]] uint version() const { return 3; }
@@ -122,8 +122,8 @@ private:
     Handlers m_handlers;
     QStringList m_lines;
     uint m_revision = 1;
-    bool m_wasRead = false;   ///< a host has asked for the lines since it took the item
-    bool m_wasOpened = false; ///< it told so, and may say once more that it is about to show the menu
+    bool m_wasRead = false;   ///< whether a host has read the lines since it took the item
+    bool m_wasOpened = false; ///< whether the host has sent `opened`, and may call AboutToShow for it as well
 };
 
 } // namespace corvane

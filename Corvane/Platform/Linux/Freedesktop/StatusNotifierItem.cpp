@@ -32,7 +32,7 @@ constexpr auto menuPath = "/StatusNotifierItem/Menu"_L1;
 constexpr auto watcherService = "org.kde.StatusNotifierWatcher"_L1;
 constexpr auto watcherPath = "/StatusNotifierWatcher"_L1;
 
-// Whether a call failed because nobody owns the name; a call that is to start nobody gets the second answer.
+// Whether a call failed because the name has no owner. The second error is for calls without autostart.
 bool isAbsence(const QDBusError &error)
 {
     return error.type() == QDBusError::ServiceUnknown ||
@@ -48,9 +48,9 @@ StatusNotifierItem::Desktop StatusNotifierItem::Desktop::current()
     for (const QByteArray &name : names) {
         desktop.showsLabel = desktop.showsLabel || name == "gnome" || name == "unity" || name == "budgie";
     }
-    // They share the kind of host.
+    // These desktops have the same kind of host.
     desktop.opensMenu = desktop.showsLabel;
-    // Under Wayland a program is told the pointer only while it is over one of the program's own windows.
+    // Under Wayland a program gets the pointer's position only while it is over one of the program's windows.
     desktop.tellsPointer =
         qgetenv("XDG_SESSION_TYPE") != "wayland" && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
     return desktop;
@@ -80,7 +80,7 @@ StatusNotifierItem::StatusNotifierItem(QDBusConnection bus, const QList<QImage> 
             {.aboutToShow = [this] { Q_EMIT menuAboutToShow(); },
              .clicked =
                  [this](int index) {
-                     // The host gets its answer first: the action may end the program.
+                     // Queued, so that the host gets its reply first: the action may end the program.
                      if (const auto action = m_menu[static_cast<std::size_t>(index)].action) {
                          QMetaObject::invokeMethod(this, action, Qt::QueuedConnection);
                      }
@@ -94,7 +94,7 @@ StatusNotifierItem::StatusNotifierItem(QDBusConnection bus, const QList<QImage> 
             [this](const QString &, const QString &, const QString &newOwner) {
                 ++m_attempt;
                 m_isSilent = false;
-                // Of a new one nothing is known until it has answered.
+                // Nothing is known of a new watcher until it answers.
                 setPresence(false, true, newOwner.isEmpty());
                 if (!newOwner.isEmpty()) {
                     registerItem();
@@ -117,7 +117,7 @@ void StatusNotifierItem::registerItem()
     auto message = QDBusMessage::createMethodCall(watcherService, watcherPath, watcherService,
                                                   u"RegisterStatusNotifierItem"_s);
     message.setAutoStartService(false);
-    // The connection's own name: it vanishes with the program, and a sandbox lets it pass.
+    // The connection's unique name: it vanishes with the program, and sandboxes allow it.
     message << m_bus.baseService();
     const int attempt = ++m_attempt;
     auto *call = new QDBusPendingCallWatcher(m_bus.asyncCall(message, timeoutMilliseconds), this);
@@ -150,7 +150,8 @@ void StatusNotifierItem::registrationAnswered(const QDBusMessage &answer)
     if (!isSilent || !std::exchange(m_isSilent, true)) {
         Q_EMIT registrationFailed(error.message());
     }
-    // It has had its time to answer already, so that this is no hurry. One that has gone is not silent.
+    // Asked again without a delay: the call has taken its full timeout. A watcher that has gone is not
+    // silent.
     if (isSilent && m_bus.isConnected()) {
         registerItem();
     }
@@ -236,12 +237,12 @@ void StatusNotifierItem::click(int x, int y)
     }
     const QPointF told = QPointF(x, y) / screen->devicePixelRatio();
     QPointF place = m_desktop.tellsPointer ? QPointF(QCursor::pos()) : told;
-    // Chosen with the keyboard, the item is not where the pointer is. What is made up lies on the edge.
+    // An item chosen with the keyboard is not at the pointer. A made-up position lies on the screen's edge.
     constexpr double farFromItem = 64;
     if (x > 0 && y > 0 && QLineF(place, told).length() > farFromItem) {
         place = told;
     }
-    // The bus counts downwards from the top, points count upwards from the main screen's lower edge.
+    // On the bus, y counts downwards from the top; in points, upwards from the main screen's lower edge.
     const QRect frame = screen->geometry();
     Q_EMIT activated(Point{place.x(), frame.y() + frame.height() - place.y()}, token);
 }

@@ -19,52 +19,51 @@ namespace corvane {
 class StatusMenuAdaptor;
 class StatusNotifierItemAdaptor;
 
-/// The status item as the status item hosts of the free desktops show it: an object on the session bus, made
-/// known to the watcher of such items. Main thread only.
+/// The status item as an object on the session bus, registered with the watcher through which the hosts of
+/// free desktops find such items. Main thread only.
 ///
-/// A watcher that comes up late, or restarts, is told again. One item a bus connection.
+/// Registers again when a watcher starts late or restarts. One item per bus connection.
 class StatusNotifierItem final : public StatusItem {
     Q_OBJECT
 
 public:
-    /// What is to be known about the desktop.
+    /// What the item has to know about the desktop.
     struct Desktop {
-        /// Whether its host shows the text beside the icon. Where this is false, the label is no part of the
-        /// item at all: some hosts put it, even empty, in the icon's place.
+        /// Whether its host shows the text beside the icon. If not, the item has no label at all: some hosts
+        /// show even an empty one in place of the icon.
         bool showsLabel = false;
-        /// Whether the pointer's position can be read; where it can, it is where the click was, while the
-        /// position that comes with a click is made up by some hosts.
+        /// Whether the pointer's position can be read. If so, it is where the click was, while some hosts
+        /// make up the position that comes with a click.
         bool tellsPointer = true;
-        /// Whether its host opens a menu on a click, and tells of a click only where there is no menu to
-        /// open, or not at all.
+        /// Whether its host opens a menu on a click, and reports a click only if there is no menu, or never.
         bool opensMenu = false;
 
-        /// As the environment tells it.
+        /// As the environment describes it.
         [[nodiscard]] static Desktop current();
     };
 
-    /// Puts the item on `bus`, with `icons`, one a size, and makes it known.
+    /// Puts the item on `bus` and registers it. `icons` holds one image per size.
     StatusNotifierItem(QDBusConnection bus, const QList<QImage> &icons, Desktop desktop,
                        QObject *parent = nullptr);
     ~StatusNotifierItem() override;
 
     void setTitle(const QString &title) override;
     void setNotice(const QString &notice) override;
-    /// Exported where the status item host opens menus; kept back elsewhere.
+    /// Exported where the host opens menus, ignored elsewhere.
     void setMenu(std::vector<StatusMenuEntry> entries) override;
     [[nodiscard]] bool isShown() const override { return m_isRegistered && m_hasHost; }
 
-    /// Whether it is known that nobody on the bus shows items. Neither this nor isShown() holds until the
-    /// bus has answered.
+    /// Whether it is known that no host shows items, as without a bus. Neither this nor isShown() holds
+    /// before a bus has answered.
     [[nodiscard]] bool isAbsent() const { return m_isAbsent; }
 
 Q_SIGNALS:
-    /// A host's watcher took the item.
+    /// A watcher has accepted the item.
     void registered();
-    /// A watcher is there and did not take it. One that is silent is asked again and again, and this is told
-    /// once; otherwise it is told again when it restarts.
+    /// A watcher is there and has not accepted the item. A silent one is asked again and again, but this is
+    /// emitted once for it, and again after it restarts.
     void registrationFailed(const QString &reason);
-    /// isAbsent() holds from now on; it ceases to when a watcher comes up.
+    /// isAbsent() holds from now on, until a watcher or a host appears.
     void absenceFound();
 
 private:
@@ -79,12 +78,12 @@ private:
     StatusNotifierItemAdaptor *m_adaptor = nullptr;
     StatusMenuAdaptor *m_menuAdaptor = nullptr;
     std::vector<StatusMenuEntry> m_menu;
-    QString m_activationToken; ///< for the click that follows
+    QString m_activationToken; ///< for the next click
     bool m_isRegistered = false;
-    bool m_hasHost = true; ///< a watcher that tells nothing of its hosts has one
+    bool m_hasHost = true; ///< true for a watcher that reports nothing of its hosts
     bool m_isAbsent = false;
-    bool m_isSilent = false; ///< the watcher has let a call pass without an answer
-    int m_attempt = 0;       ///< tells the answer to the last registration from older ones
+    bool m_isSilent = false; ///< whether the watcher has let a call time out
+    int m_attempt = 0;       ///< number of the latest registration; answers to older ones are ignored
 
 private Q_SLOTS:
     void hostRegistered();

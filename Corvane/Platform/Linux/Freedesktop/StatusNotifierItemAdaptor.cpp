@@ -87,7 +87,7 @@ QString StatusNotifierItemAdaptor::id() const
 
 QString StatusNotifierItemAdaptor::title() const
 {
-    // An item without a name is a riddle in a host's list of items, and to a screen reader.
+    // Without a name, neither a host's list of items nor a screen reader could tell what the item is.
     return m_text.isEmpty() ? u"Quillet"_s : m_text;
 }
 
@@ -108,7 +108,7 @@ StatusToolTip StatusNotifierItemAdaptor::toolTip() const
 
 QDBusObjectPath StatusNotifierItemAdaptor::menu() const
 {
-    // What hosts know as "this item has no menu"; an object path cannot be empty.
+    // Tells hosts that the item has no menu; an object path cannot be empty.
     return QDBusObjectPath(m_menu.isEmpty() ? u"/NO_DBUSMENU"_s : m_menu);
 }
 
@@ -130,7 +130,7 @@ void StatusNotifierItemAdaptor::setNotice(const QString &notice)
     }
     m_notice = notice;
     Q_EMIT NewToolTip();
-    // The description of the icon is read along with it.
+    // Makes hosts read the icon's description again.
     Q_EMIT NewIcon();
 }
 
@@ -139,19 +139,19 @@ void StatusNotifierItemAdaptor::Activate(int x, int y)
     m_handlers.click(x, y);
 }
 
-// A host that has no menu to show for a right click passes that on; it is as good as a left one.
+// A host without a menu for a right click passes the click on; it counts as a left one.
 void StatusNotifierItemAdaptor::ContextMenu(int x, int y)
 {
     m_handlers.click(x, y);
 }
 
-// It comes ahead of the click that it is for.
+// Comes before the click that it is for.
 void StatusNotifierItemAdaptor::ProvideXdgActivationToken(const QString &token)
 {
     m_handlers.activationToken(token);
 }
 
-// A host calls these on any item; this one has nothing to do for them.
+// Hosts call these on any item; here they have no effect.
 void StatusNotifierItemAdaptor::SecondaryActivate(int, int) {}
 
 void StatusNotifierItemAdaptor::Scroll(int, const QString &) {}

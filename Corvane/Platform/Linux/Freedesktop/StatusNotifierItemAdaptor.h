@@ -13,7 +13,7 @@
 
 namespace corvane {
 
-/// An icon as it travels over the bus: 32 bits a pixel, alpha first, in network byte order.
+/// An icon as sent over the bus: 32 bits per pixel, alpha first, in network byte order.
 struct StatusIconPixmap {
     int width = 0;
     int height = 0;
@@ -21,7 +21,7 @@ struct StatusIconPixmap {
 };
 using StatusIconPixmaps = QList<StatusIconPixmap>;
 
-/// A tool tip as it travels over the bus. Hosts may read `description` as markup and `title` not.
+/// A tool tip as sent over the bus. Hosts may read `description` as markup, but not `title`.
 struct StatusToolTip {
     QString iconName;
     StatusIconPixmaps icons;
@@ -34,7 +34,7 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, StatusIconPixmap 
 QDBusArgument &operator<<(QDBusArgument &argument, const StatusToolTip &toolTip);
 const QDBusArgument &operator>>(const QDBusArgument &argument, StatusToolTip &toolTip);
 
-/// The item's face on the bus, as hosts know it. The names are theirs.
+/// The item's interface on the bus, which determines the names.
 class StatusNotifierItemAdaptor : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
@@ -54,13 +54,13 @@ class StatusNotifierItemAdaptor : public QDBusAbstractAdaptor {
     Q_PROPERTY(QDBusObjectPath Menu READ menu)
 
 public:
-    /// What the host's calls lead to. Signals would not do: those of an adaptor go out on the bus.
+    /// Called for the host's requests. Not signals, because those of an adaptor are sent on the bus.
     struct Handlers {
-        std::function<void(int x, int y)> click; ///< where it was
+        std::function<void(int x, int y)> click; ///< where the host says it was
         std::function<void(const QString &token)> activationToken;
     };
 
-    /// `menu` is the path of the menu's object on the bus; empty where there is none.
+    /// `menu` is the path of the menu's object on the bus; empty if there is none.
     StatusNotifierItemAdaptor(QObject *parent, const QList<QImage> &icons, QString menu, Handlers handlers);
 
     [[nodiscard]] QString category() const;
@@ -75,13 +75,13 @@ public:
     [[nodiscard]] bool itemIsMenu() const { return false; }
     [[nodiscard]] QDBusObjectPath menu() const;
 
-    /// The text as set, already made harmless.
+    /// The text as set, after harmlessTitle().
     [[nodiscard]] const QString &text() const { return m_text; }
 
-    /// Publishes `text` if it is another one.
+    /// Publishes `text`, already harmless, if it has changed.
     void setText(const QString &text);
 
-    /// Publishes `notice`, already made harmless, if it is another one.
+    /// Publishes `notice`, already harmless, if it has changed.
     void setNotice(const QString &notice);
 
 public Q_SLOTS:
@@ -108,7 +108,7 @@ private:
     QString m_notice;
 };
 
-/// The same with the text beside the icon.
+/// The same with a label beside the icon.
 class LabelledStatusNotifierItemAdaptor final : public StatusNotifierItemAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")

@@ -19,7 +19,7 @@ QString harmlessTitle(const QString &title)
     for (qsizetype i = 0; i < head.size(); ++i) {
         const QChar c = head.at(i);
         if (c.isHighSurrogate()) {
-            // One without its other half, as at the cut, is dropped.
+            // An unpaired surrogate, as at the cut, is dropped.
             if (i + 1 < head.size() && head.at(i + 1).isLowSurrogate()) {
                 text += c;
                 text += head.at(++i);

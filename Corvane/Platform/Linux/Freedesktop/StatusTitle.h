@@ -10,7 +10,7 @@ namespace corvane {
 /// Longer titles are cut to this many UTF-16 units.
 inline constexpr qsizetype maximumTitleLength = 200;
 
-/// The text as programs of others can bear it: one line, no control characters, well-formed, of bounded
+/// The text in a form that any program can handle: one line, no control characters, well-formed, of bounded
 /// length.
 [[nodiscard]] QString harmlessTitle(const QString &title);
 

@@ -15,8 +15,8 @@ namespace corvane {
 
 namespace {
 
-/// What tells the zone of this file from another: its name, or of a copy a digest of the rules; empty where
-/// there is no file.
+/// Identifies the zone of this file: its name or, for a copy, a digest of the rules; empty if there is no
+/// file.
 QByteArray zoneOf(const QString &zoneFile)
 {
     const auto folder = "/zoneinfo/"_L1;
@@ -24,7 +24,7 @@ QByteArray zoneOf(const QString &zoneFile)
     if (const qsizetype start = target.indexOf(folder); start >= 0) {
         return target.sliced(start + folder.size()).toUtf8();
     }
-    // A folder or a device in its place is no zone, and may never end.
+    // A folder or a device is no zone, and reading it may never end.
     QFile file(zoneFile);
     if (!QFileInfo(zoneFile).isFile() || !file.open(QIODevice::ReadOnly)) {
         return {};
@@ -33,14 +33,14 @@ QByteArray zoneOf(const QString &zoneFile)
     return QCryptographicHash::hash(file.read(longestRules), QCryptographicHash::Sha256).toHex();
 }
 
-/// What the environment says of the zone: a name, or the path of a file.
+/// The zone in the environment: a name, or the path of a file.
 QString zoneOfEnvironment()
 {
     const QString zone = qEnvironmentVariable("TZ");
     return zone.startsWith(u':') ? zone.sliced(1) : zone;
 }
 
-/// Whether the environment leaves the choice of the zone to `zoneFile`.
+/// Whether the environment leaves the zone to `zoneFile`.
 bool isDecidedBy(const QString &zoneFile)
 {
     return qEnvironmentVariableIsEmpty("TZ") ? !qEnvironmentVariableIsSet("TZ")
@@ -84,8 +84,8 @@ void TimeZoneWatcher::look()
 
 void TimeZoneWatcher::watchCopy()
 {
-    // Its folder does not tell when it is written over. A link would be followed: what it leads to changes
-    // when the rules of the same zone are brought up to date.
+    // The folder does not report that a copy is overwritten. A link is not watched, because that would follow
+    // it, and its target also changes when the rules of the same zone are updated.
     const QFileInfo file(m_zoneFile);
     if (file.isFile() && !file.isSymLink() && !m_files.files().contains(m_zoneFile)) {
         m_files.addPath(m_zoneFile);

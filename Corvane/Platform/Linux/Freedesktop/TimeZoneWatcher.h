@@ -13,22 +13,22 @@
 
 namespace corvane {
 
-/// Tells when the machine's time zone has become another one, by the file that decides it: a symbolic link
-/// to the zone's rules, or a copy of them. The folder that it lies in is watched, since the file is replaced
-/// by most. Main thread only.
+/// Reports that the machine's time zone has changed, by the file that determines it: a symbolic link to the
+/// zone's rules, or a copy of them. Watches the file's folder, because most tools replace the file. Main
+/// thread only.
 class TimeZoneWatcher final : public QObject {
     Q_OBJECT
 
 public:
-    /// `zoneFile` is absolute. Nothing is told where the environment gives the program another zone.
+    /// `zoneFile` is absolute. Reports nothing if the environment gives the program another zone.
     explicit TimeZoneWatcher(QString zoneFile, QObject *parent = nullptr);
 
-    /// The file that decides the zone of a program with this environment: one that TZ names by its path, else
-    /// the machine's.
+    /// The file that determines the zone of a program with this environment: the one whose path is in TZ,
+    /// otherwise the machine's.
     [[nodiscard]] static QString decidingFile();
 
-    /// So long nothing may have happened to the file before it is looked at: it may be taken away first and
-    /// made anew then.
+    /// How long the file must stay unchanged before it is read: it may first be removed and then created
+    /// again.
     static constexpr std::chrono::milliseconds settlingTime{200};
 
 Q_SIGNALS:

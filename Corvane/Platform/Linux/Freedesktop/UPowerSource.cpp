@@ -19,7 +19,7 @@ namespace {
 
 constexpr int timeoutMilliseconds = 3000;
 
-constexpr auto serviceName = "org.freedesktop.UPower"_L1; // of its interface as well
+constexpr auto serviceName = "org.freedesktop.UPower"_L1; // also the name of its interface
 constexpr auto objectPath = "/org/freedesktop/UPower"_L1;
 constexpr auto propertiesInterface = "org.freedesktop.DBus.Properties"_L1;
 
@@ -32,7 +32,7 @@ UPowerSource::UPowerSource(QDBusConnection systemBus, QObject *parent)
     if (!m_bus.isConnected()) {
         return;
     }
-    // Without a service name: to subscribe by name, Qt would first ask for the name's owner and wait.
+    // Without a service name: to subscribe by name, Qt would first ask for the name's owner and block.
     m_bus.connect({}, objectPath, propertiesInterface, u"PropertiesChanged"_s, this, SLOT(update()));
     auto *watcher =
         new QDBusServiceWatcher(serviceName, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);

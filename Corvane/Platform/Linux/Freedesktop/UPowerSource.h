@@ -11,12 +11,12 @@ class QDBusMessage;
 
 namespace corvane {
 
-/// The machine's power as UPower on the system bus tells of it. UPower is never started. Main thread only.
+/// The machine's power source, as UPower on the system bus reports it. Never starts UPower. Main thread only.
 class UPowerSource final : public PowerSource {
     Q_OBJECT
 
 public:
-    /// On a bus that is not there nothing is told.
+    /// Without a bus nothing is reported.
     explicit UPowerSource(QDBusConnection systemBus, QObject *parent = nullptr);
 
     [[nodiscard]] bool isOnBattery() const override { return m_isOnBattery; }
@@ -26,10 +26,10 @@ private:
 
     QDBusConnection m_bus;
     bool m_isOnBattery = false;
-    int m_question = 0; ///< an answer to an earlier one is out of date
+    int m_question = 0; ///< number of the latest question; answers to earlier ones are ignored
 
 private Q_SLOTS:
-    /// Asks anew.
+    /// Asks again.
     void update();
 };
 

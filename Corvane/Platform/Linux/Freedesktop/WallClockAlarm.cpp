@@ -38,20 +38,20 @@ KernelWallClockAlarm::~KernelWallClockAlarm()
 
 bool KernelWallClockAlarm::arm()
 {
-    // It fails with ECANCELED where the clock was set, which is what it is read for.
+    // Acknowledges the alarm. Fails with ECANCELED if the clock was set, as expected.
     std::uint64_t count = 0;
     [[maybe_unused]] const ssize_t length = ::read(m_timer, &count, sizeof count);
     itimerspec never{};
     never.it_value.tv_sec = std::numeric_limits<time_t>::max();
-    // It says "cancelled" when the clock was set since the reading: it is then armed all the same.
+    // ECANCELED means that the clock was set after the read; the timer is armed nevertheless.
     return ::timerfd_settime(m_timer, TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET, &never, nullptr) == 0 ||
            errno == ECANCELED;
 }
 
 Seconds KernelWallClockAlarm::offset() const
 {
-    // The clocks cannot be read at one moment. Of some readings the one that took least time counts: the
-    // program may be kept waiting between two.
+    // The clocks cannot be read at the same moment. Of several readings the fastest counts, because the
+    // process may be interrupted within a reading.
     constexpr int readings = 5;
     Seconds best{};
     Seconds leastTime = Seconds::max();

@@ -7,24 +7,24 @@
 
 namespace corvane {
 
-/// What tells that the wall clock may have been set. Main thread only; no call blocks.
+/// Signals that the wall clock may have been set. Main thread only; no call blocks.
 class WallClockAlarm {
 public:
     virtual ~WallClockAlarm() = default;
 
-    /// What becomes readable when the clock may have been set, as long as the alarm lives; negative where
-    /// there is none.
+    /// A file descriptor that becomes readable when the clock may have been set, valid as long as the alarm
+    /// lives; negative if there is none.
     [[nodiscard]] virtual int descriptor() const = 0;
 
-    /// Takes note of what was told, so that the next time is told as well; false when that cannot be.
+    /// Acknowledges an alarm and arms the next one; false if that fails.
     virtual bool arm() = 0;
 
-    /// By how much the wall clock is ahead of the time since the machine's start, sleep included. It changes
-    /// only when the clock is set: what slows one down or hurries it does so to both.
+    /// How far the wall clock is ahead of the time since boot, sleep included. It changes only when the clock
+    /// is set: slewing affects both clocks.
     [[nodiscard]] virtual Seconds offset() const = 0;
 };
 
-/// The kernel's alarm.
+/// The alarm by a kernel timer.
 class KernelWallClockAlarm final : public WallClockAlarm {
 public:
     KernelWallClockAlarm();
