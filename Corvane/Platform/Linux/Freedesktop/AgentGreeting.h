@@ -23,7 +23,6 @@ namespace corvane {
 ///
 /// A new agent is told again. An agent that leaves while lessons remain is started again. An agent from
 /// before an update does not know the greeting: that is logged, and the next agent is told.
-/// again. One of before an update does not know the greeting: that is logged, and its successor is told.
 class AgentGreeting final : public QObject {
     Q_OBJECT
 

@@ -46,7 +46,6 @@ struct WaylandOutput {
 ///
 /// When the compositor ends or reports an error, `lost` is emitted and the connection closes. open() can then
 /// be called again.
-/// be let go of then. It can be opened again.
 class WaylandConnection final : public QObject {
     Q_OBJECT
 
