@@ -16,9 +16,8 @@ namespace corvane {
 /// `groups` as calendar text, with the zones that their calendars define. Slow: for a worker thread.
 [[nodiscard]] QByteArray captureGroups(const std::vector<ComponentGroup> &groups);
 
-/// The groups that occur in `span`, and those in `shared` in any case, as calendar text, with the zones that
-/// their calendars define. `request` is that of a complete expansion of the same groups. Nothing where it
-/// takes too long. Slow: for a worker thread.
+/// The same for the groups that occur in `span`, and those in `shared` in any case. `request` is that of a
+/// complete expansion of the same groups. None if it takes too long. Slow: for a worker thread.
 [[nodiscard]] std::optional<QByteArray> captureSpan(const std::vector<ComponentGroup> &groups,
                                                     const std::set<IdentifierKey> &shared,
                                                     ExpansionRequest request, DateInterval span,

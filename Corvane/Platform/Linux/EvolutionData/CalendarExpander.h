@@ -18,17 +18,17 @@
 
 namespace corvane {
 
-/// Expands the components of one calendar on worker threads, each time within a limit.
+/// Expands the components of one calendar on worker threads, each time within a time limit.
 ///
-/// It keeps the outcomes of the series for the next expansion of the same question, and leaves out what an
-/// earlier expansion did not get past. A thread that does not come back costs this calendar alone: the others
-/// get a further one. Main thread only; shared by the coroutines.
+/// Keeps the outcomes of the series for the next expansion of the same question, and leaves out the series
+/// that kept an earlier expansion from finishing. A thread that does not return costs only this calendar: the
+/// others get an additional one. Main thread only; shared by the coroutines.
 class CalendarExpander {
 public:
     struct Outcome {
-        /// Incomplete where it was cut short.
+        /// Incomplete if it was cut short.
         Expansion expansion;
-        /// Calendar text of what matters in the remembered span, where that was asked for and could be had.
+        /// Calendar text of what matters in the remembered span, if it was asked for and is available.
         std::optional<QByteArray> text;
     };
     /// Runs on a worker thread. Values in, values out.
@@ -36,14 +36,14 @@ public:
 
     explicit CalendarExpander(std::shared_ptr<CalendarServices> services);
 
-    /// Fails where the expansion cannot be stopped, or where earlier ones have not stopped yet.
+    /// Fails if the expansion cannot be stopped, or if too many earlier ones are still running.
     static QCoro::Task<std::expected<Outcome, CalendarError>> expand(std::shared_ptr<CalendarExpander> self,
                                                                      CalendarQuestion question, Work work);
 
-    /// The calendar changed: what was too slow may be gone.
+    /// Called when the calendar has changed: the slow series may be gone.
     void forgetSuspects() { m_suspects.clear(); }
 
-    /// Makes what runs end at the next chance.
+    /// Makes running expansions end at the next opportunity.
     void cancel();
 
 private:

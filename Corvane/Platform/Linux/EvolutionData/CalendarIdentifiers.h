@@ -11,12 +11,13 @@
 
 namespace corvane {
 
-/// Stands for an event's identifier: two identifiers with one key are taken for one.
+/// A hash of an event's identifier: identifiers with the same key count as the same.
 using IdentifierKey = std::size_t;
 
 [[nodiscard]] IdentifierKey identifierKey(QByteArrayView identifier);
 
-/// The identifiers that calendar text names, whatever it is else. A pure function, linear in the text.
+/// The identifiers that a text names, even if it is no valid calendar text. A pure function, linear in the
+/// text.
 [[nodiscard]] std::set<IdentifierKey> identifiersIn(const QByteArray &text);
 
 } // namespace corvane

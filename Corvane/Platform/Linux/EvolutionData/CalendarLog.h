@@ -11,7 +11,7 @@
 
 namespace corvane {
 
-/// Writes a line to the log that the calendar adapters borrow, while there is one.
+/// Writes lines to the log that the calendar adapters borrow, as long as it exists.
 class CalendarLog {
 public:
     explicit CalendarLog(DebugLogService &service) : m_service(&service) {}

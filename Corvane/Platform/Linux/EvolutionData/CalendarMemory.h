@@ -16,49 +16,50 @@
 
 namespace corvane {
 
-/// What a calendar held when it last answered.
+/// What a calendar contained when it last answered.
 struct RememberedCalendar {
     QString identifier;
     QString name;
     QString account;
     Date readAt;
-    /// The days that `text` is complete for. Outside of them it tells nothing.
+    /// The days for which `text` is complete; it tells nothing about other days.
     DateInterval span;
-    /// Calendar text: the events and series that matter in `span`, with their zones. It may hold no event.
+    /// Calendar text: the events and series that matter in `span`, with their zones. It may contain no event.
     QByteArray text;
 
     friend bool operator==(const RememberedCalendar &, const RememberedCalendar &) = default;
 };
 
-/// The form of a memory on disk: a version, a checksum of all that follows, and the calendar.
+/// The format of a memory on disk: a version, a checksum of all that follows, and the calendar.
 [[nodiscard]] QByteArray encodeMemory(const RememberedCalendar &calendar);
-/// Fails for bytes of another version, and for damaged ones.
+/// Fails for other versions and for damaged bytes.
 [[nodiscard]] std::expected<RememberedCalendar, Failure> decodeMemory(const QByteArray &bytes);
 
-/// What the calendars last answered, in one file a calendar, which only the user can read. A value that knows
-/// its folder; its calls block as long as the disk does: for worker threads, and for one calendar on one
-/// thread at a time.
+/// The last answers of the calendars, in one file per calendar, which only the user can read. A value that
+/// knows its folder. Calls block as long as the disk does: for worker threads, and for one thread at a time
+/// per calendar.
 class CalendarMemory {
 public:
     /// A calendar whose text is larger is not remembered. In bytes.
     static constexpr qint64 maximumTextSize = 4'000'000;
 
-    /// `folder` is an absolute path; it is made when there is something to remember.
+    /// `folder` is an absolute path; it is created when there is something to remember.
     explicit CalendarMemory(QString folder);
 
-    /// Nothing where there is no memory of the calendar, or a damaged one.
+    /// None if the calendar is not remembered, or its file is damaged.
     [[nodiscard]] std::optional<RememberedCalendar> read(const QString &identifier) const;
 
-    /// Every calendar whose identifier begins with `prefix`.
+    /// Every remembered calendar whose identifier begins with `prefix`.
     [[nodiscard]] std::vector<RememberedCalendar> readAll(const QString &prefix) const;
 
-    /// Replaces what was remembered of the calendar.
+    /// Replaces what was remembered of the calendar. A text that is too large fails and removes the earlier
+    /// one.
     [[nodiscard]] std::expected<void, Failure> write(const RememberedCalendar &calendar) const;
 
-    /// Forgets a calendar that was removed or switched off.
+    /// Forgets a calendar that was removed or disabled.
     void forget(const QString &identifier) const;
 
-    /// Forgets the calendars that were read so long before `now` that their span is over.
+    /// Forgets the calendars that were read so long before `now` that their span has ended.
     void forgetExpired(Date now) const;
 
 private:

@@ -11,7 +11,7 @@
 
 namespace corvane {
 
-/// What a calendar is asked: its events in one interval.
+/// What a calendar is asked for: its events in one interval.
 struct CalendarQuestion {
     DateInterval interval;
     /// The zone of floating times and of whole days, for example "Europe/Berlin".
@@ -20,7 +20,7 @@ struct CalendarQuestion {
     friend bool operator==(const CalendarQuestion &, const CalendarQuestion &) = default;
 };
 
-/// Answers the identifier of the user's time zone.
+/// Returns the identifier of the user's time zone.
 using TimeZoneId = std::function<QByteArray()>;
 
 } // namespace corvane

@@ -9,22 +9,22 @@
 
 namespace corvane {
 
-/// The value of a recurrence rule in the form that the calendar library reads, where its meaning is plain;
-/// otherwise as it is. Without private and empty parts, blanks, and numbers and days that it names twice.
+/// The value of a recurrence rule in the form that the calendar library reads, if its meaning is clear;
+/// otherwise unchanged. Leaves out private and empty parts, blanks, and repeated numbers and days.
 [[nodiscard]] QByteArray repairedRule(const QByteArray &value);
 
-/// A time, or a date, in the form that the calendar library reads, where its meaning is plain; otherwise as
-/// it is. Times without seconds get them, those with an offset are told in UTC.
+/// A time or a date in the form that the calendar library reads, if its meaning is clear; otherwise
+/// unchanged. Adds missing seconds and converts times with an offset to UTC.
 [[nodiscard]] QByteArray repairedTime(const QByteArray &value);
 
-/// The lines that are to be read in the place of `line` (name, parameters and value, without folds): mostly
-/// that line alone. A list of dates becomes several lines where it has to.
+/// The lines to read in place of `line` (name, parameters and value, unfolded): usually only that line. A
+/// list of dates becomes several lines if necessary.
 [[nodiscard]] std::vector<QByteArray> repairedLines(const QByteArray &line);
 
-/// The place of the colon between a line's name with its parameters and its value, or -1.
+/// The position of the colon between a line's name with its parameters and its value; -1 if there is none.
 [[nodiscard]] qsizetype valueSeparator(QByteArrayView line);
 
-/// The name of a line's property, in capitals.
+/// The name of a line's property, in upper case.
 [[nodiscard]] QByteArray propertyName(QByteArrayView line);
 
 } // namespace corvane

@@ -19,28 +19,28 @@
 
 namespace corvane {
 
-/// What a source of calendars answers.
+/// The answer of a source of calendars.
 struct CalendarAnswers {
     /// Whether the source exists at all: a calendar service on the bus, a folder on the disk.
     bool isThere = false;
     std::vector<CalendarEvent> events;
     /// How many calendars answered, or have a last good answer that stands in.
     int answered = 0;
-    /// How many did neither.
+    /// How many others leave a gap in the schedule.
     int silent = 0;
-    /// Why the last of the silent ones was silent.
+    /// Why the last silent one was silent.
     QString error;
     std::vector<CalendarStatus> calendars;
 };
 
-/// A kind of place where calendars are found: the calendar service, or folders of files. Main thread only;
-/// its calls never block, and end soon after their deadline, whatever hangs.
+/// A place where calendars are found: the calendar service, or folders of files. Main thread only; calls
+/// never block, and end soon after their deadline, whatever hangs.
 class CalendarSource {
 public:
     virtual ~CalendarSource() = default;
 
-    /// Whether the source is there; fails where that cannot be told, or where it is, none of its calendars
-    /// can be opened and none is remembered.
+    /// Whether the source is there. Fails if that is unknown, or if the source is there but none of its
+    /// calendars can be opened and none is remembered.
     virtual QCoro::Task<std::expected<bool, Failure>> checkAvailability(QDeadlineTimer deadline) = 0;
 
     /// Every event that overlaps the question's interval. One query runs at a time.
@@ -49,7 +49,7 @@ public:
     /// Asks servers for news. Returns at once.
     virtual void refresh(CalendarRefresh) {}
 
-    /// Gives up what is under way: its calls end on the next turns of the event loop.
+    /// Cancels calls in progress: they end on the next turns of the event loop.
     virtual void close() = 0;
 };
 

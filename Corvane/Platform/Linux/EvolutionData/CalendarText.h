@@ -15,8 +15,8 @@
 
 namespace corvane {
 
-/// What one calendar of a text holds. Its components belong to one thread at a time, and all components of
-/// one text to the same one.
+/// What one calendar of a text contains. Its components belong to one thread at a time, and all components of
+/// a text to the same thread.
 struct CalendarContents {
     /// With the zones that the calendar defines.
     std::vector<EventComponent> events;
@@ -26,8 +26,8 @@ struct CalendarContents {
 [[nodiscard]] std::expected<std::vector<CalendarContents>, CalendarTextError>
 readCalendarText(const QByteArray &bytes);
 
-/// The groups of the events of several calendars, also of several files: revisions of one event may stand in
-/// different ones, as may a series and its changed instances.
+/// The groups of the events of several calendars, possibly from several files: the revisions of an event may
+/// be in different ones, as may a series and its changed instances.
 [[nodiscard]] std::vector<ComponentGroup> groupsOf(std::vector<CalendarContents> calendars);
 
 } // namespace corvane

@@ -7,15 +7,15 @@
 
 namespace corvane {
 
-/// Picks the lines of a calendar text that tell of events and time zones, one line after the other. What else
-/// there is (tasks, alarms, attachments, guests) would only cost memory. Closes an event that the text does
-/// not close.
+/// Picks the lines of a calendar text that describe events and time zones, line by line. Anything else
+/// (tasks, alarms, attachments, attendees) would only cost memory. Detects events that the text does not
+/// close.
 class ComponentFilter {
 public:
-    /// Whether the line is to be read.
+    /// Whether to keep the line.
     [[nodiscard]] bool wants(const QByteArray &line);
 
-    /// Whether an event ends before the line that was just asked about, although the text does not say so.
+    /// Whether an event ends before the line last given to wants(), although the text does not close it.
     [[nodiscard]] bool isEventClosed() const { return m_isEventClosed; }
 
 private:
@@ -26,7 +26,7 @@ private:
     enum class Place { outside, event, zone };
 
     Place m_place = Place::outside;
-    /// The component that is passed over; empty where there is none.
+    /// The component that is being skipped; empty if there is none.
     QByteArray m_passedOver;
     bool m_isEventClosed = false;
     qsizetype m_dates = 0;

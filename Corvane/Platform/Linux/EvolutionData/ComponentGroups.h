@@ -18,31 +18,31 @@
 
 namespace corvane {
 
-/// A component of an event, and the zones that its calendar defines, never null.
+/// A component of an event, and the zones that its calendar defines (never null).
 struct EventComponent {
     GObjectRef<ICalComponent> component;
     std::shared_ptr<DefinedZones> zones;
 };
 
-/// The components of one identifier: an event, or a series and its changed instances.
+/// The components with one identifier: an event, or a series and its changed instances.
 struct ComponentGroup {
     std::vector<EventComponent> components;
 
     /// Whether it may occur more than once.
     [[nodiscard]] bool isSeries() const;
 
-    /// Whether its identifier is one of these.
+    /// Whether its identifier is one of `identifiers`.
     [[nodiscard]] bool isAmong(const std::set<IdentifierKey> &identifiers) const;
 
-    /// Changes when anything changes that the occurrences depend on.
+    /// Changes when anything changes on which the occurrences depend.
     [[nodiscard]] QByteArray key() const;
 };
 
-/// The groups of a list of components, by their identifiers; events only. A component without identifier is a
-/// group of its own.
+/// Groups components by identifier, after repairing them; events only. A component without an identifier is a
+/// separate group.
 [[nodiscard]] std::vector<ComponentGroup> groupByIdentifier(std::vector<EventComponent> components);
 
-/// Takes the groups with these identifiers out of `groups`.
+/// Moves the groups with these identifiers out of `groups`.
 [[nodiscard]] std::vector<ComponentGroup> takeGroups(std::vector<ComponentGroup> &groups,
                                                      const std::set<IdentifierKey> &identifiers);
 

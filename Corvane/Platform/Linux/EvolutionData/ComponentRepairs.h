@@ -9,11 +9,11 @@
 
 namespace corvane {
 
-/// Brings an event's component into the form that the calendar library reads, where its meaning is plain:
-/// what the library gave up when it read the text, and the one of two ends that counts.
+/// Brings an event's component into the form that the calendar library reads, if its meaning is clear:
+/// restores what the library dropped when it read the text, and drops the duration if there is also an end.
 void repairComponent(ICalComponent *event);
 
-/// What of a component's times nobody can read, for the log; empty where all is well.
+/// The first time property of a component that is unreadable, for the log; empty if there is none.
 [[nodiscard]] QString unreadablePart(ICalComponent *event);
 
 } // namespace corvane

@@ -27,17 +27,17 @@ namespace corvane {
 [[nodiscard]] std::vector<GObjectRef<ICalProperty>> properties(ICalComponent *component,
                                                                ICalPropertyKind kind);
 
-/// The year in which a component begins, the first time; nothing where it does not tell.
+/// The year in which a component begins for the first time; none if it does not tell.
 [[nodiscard]] std::optional<int> startYear(ICalComponent *component);
 
-/// Whether the beginning and the end of a component, as far as it tells them, are days that there are.
+/// Whether the start and the end of a component, if given, have a month from 1 to 12 and a day from 1 to 31.
 [[nodiscard]] bool hasSoundTimes(ICalComponent *component);
 
-/// The rules by which a component repeats, and those by which it does not.
+/// The rules by which a component repeats, and those that exclude occurrences.
 [[nodiscard]] std::vector<RecurrenceRule> rulesOf(ICalComponent *component);
 
-/// How many steps it takes to follow an event that begins at `start` through the window, or why that is too
-/// much.
+/// How many steps it takes to follow an event that begins at `start` through the window from `from` to `to`
+/// (seconds since 1970), or why that exceeds `budget`.
 [[nodiscard]] std::expected<double, QString> stepsOf(ICalComponent *event, double start, double from,
                                                      double to, const ExpansionBudget &budget);
 

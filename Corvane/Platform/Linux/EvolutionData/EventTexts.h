@@ -11,14 +11,15 @@
 
 namespace corvane {
 
-/// What a component says in words; the times are not set. Long texts are cut. Where it has no link of its
-/// own, a link to a meeting counts.
+/// The texts and the link of a component; the times are not set. Long texts are cut. If the component has no
+/// link, a link to a meeting counts.
 [[nodiscard]] CalendarEvent eventTexts(ICalComponent *event);
 
-/// How many characters the texts of an event have.
+/// The length of an event's title, location and notes together, in UTF-16 units.
 [[nodiscard]] qsizetype textLength(const CalendarEvent &event);
 
-/// `text` for a log line: at most 80 characters, in one line, without quotation marks.
+/// `text` for a log line: at most 80 characters (and an ellipsis), in one line, without double quotation
+/// marks.
 [[nodiscard]] QString logText(const QString &text);
 
 } // namespace corvane

@@ -12,10 +12,10 @@ namespace corvane {
 
 struct CalendarServices;
 
-/// The enabled calendars of the desktop's calendar service, those of contacts and of the weather excepted.
+/// The enabled calendars of the desktop's calendar service, except those of contacts and weather.
 ///
-/// New calendars are taken up, removed ones are dropped and forgotten. Where the list of calendars cannot be
-/// had from the beginning, those that are remembered stand in.
+/// New calendars are added; removed ones are dropped, and forgotten after a minute. If the list of calendars
+/// is unavailable from the start, the remembered calendars stand in.
 class EvolutionCalendars final : public CalendarSource {
 public:
     explicit EvolutionCalendars(std::shared_ptr<CalendarServices> services);

@@ -26,40 +26,40 @@ namespace corvane {
 
 /// An event that is left out, and why.
 struct SkippedEvent {
-    /// Tells this skipped event from every other; changes when the event changes.
+    /// Identifies this skipped event; changes when the event changes.
     QByteArray key;
-    /// For the log: prose and quoted texts in one line.
+    /// For the log: one line of prose and quoted texts.
     QString text;
 };
 
-/// What became of one group.
+/// The result for one group.
 struct GroupOutcome {
     std::vector<CalendarEvent> events;
     std::vector<SkippedEvent> skippedEvents;
-    /// What it counts for in the budget of its calendar, when it is known already, too.
+    /// The length of its texts in the calendar's budget; counts also when the outcome is already known.
     qsizetype text = 0;
 };
 
-/// What became of all groups. An incomplete one has the single events and the series that were finished, as
-/// far as they were reached.
+/// The result for all groups. An incomplete one contains the single events and the series that were finished
+/// before it was stopped.
 struct Expansion {
     std::vector<CalendarEvent> events;
     std::vector<SkippedEvent> skippedEvents;
     /// The outcomes of the series, for the next expansion of the same interval in the same time zone.
     std::map<QByteArray, std::shared_ptr<const GroupOutcome>> series;
-    /// The series that were not finished, with their titles: what an incomplete expansion lacks.
+    /// The series that an incomplete expansion lacks, with their titles.
     std::vector<SkippedEvent> unfinishedSeries;
-    /// Names of time zones that nobody knows: the user's own stands in.
+    /// Names of unknown time zones: the user's own stands in.
     std::set<QByteArray> unknownZones;
-    /// The places of the groups that gave events.
+    /// The indices of the groups that have events.
     std::vector<std::size_t> occurring;
     bool isComplete = true;
 };
 
-/// Lets the main thread stop an expansion and see what it is busy with.
+/// Lets the main thread stop an expansion and see what it is working on.
 class ExpansionControl {
 public:
-    /// Makes the expansion end at the next chance.
+    /// Makes the expansion end at the next opportunity.
     void cancel()
     {
         m_isCancelled = true;
@@ -68,9 +68,9 @@ public:
     [[nodiscard]] bool isCancelled() const { return m_isCancelled; }
     [[nodiscard]] GCancellable *cancellable() const { return m_cancellable.get(); }
 
-    /// Which series is being expanded: a hash of its key, or 0.
+    /// The series that is being expanded: a hash of its key, or 0.
     std::atomic<std::size_t> busyWith = 0;
-    /// What is done now may be cut short without harm.
+    /// Whether the current work can be stopped without harm.
     std::atomic<bool> isOptional = false;
 
 private:
@@ -78,14 +78,14 @@ private:
     GObjectRef<GCancellable> m_cancellable = GObjectRef<GCancellable>::adopt(g_cancellable_new());
 };
 
-/// What an expansion needs to know.
+/// The input of an expansion.
 struct ExpansionRequest {
     DateInterval interval;
     /// The zone of floating times and of whole days, for example "Europe/Berlin".
     QByteArray timeZoneId;
     /// Outcomes of an earlier expansion of the same interval in the same time zone.
     std::map<QByteArray, std::shared_ptr<const GroupOutcome>> knownSeries = {};
-    /// Series (hashes of their keys) that an earlier expansion did not finish in time: left out.
+    /// Series (hashes of their keys) that an earlier expansion did not finish in time; they are left out.
     std::set<std::size_t> suspects = {};
     ExpansionBudget budget = {};
 };

@@ -9,23 +9,25 @@
 
 namespace corvane {
 
-/// What the events of one calendar may cost. What exceeds it is left out by name, and costs no other calendar
-/// anything.
+/// What the events of one calendar may cost. What exceeds it is left out and named; other calendars are not
+/// affected.
 struct ExpansionBudget {
-    /// The calendar library walks a rule from its first occurrence, four microseconds a step.
+    /// The calendar library walks a rule from its first occurrence, at four microseconds per step.
     double stepsOfEvent = 150'000;
     double steps = 300'000;
-    /// The library compares each occurrence in the window with those before: a quarter of a second for these.
+    /// The library compares each occurrence in the window with all earlier ones: a quarter of a second for
+    /// this many.
     double inWindowOfEvent = 1'500;
-    /// More rules, or more dates added to a series and taken from it, are no lessons.
+    /// No lesson has more rules, or more dates added to its series and removed from it.
     int rulesOfEvent = 10;
     int datesOfEvent = 10'000;
-    /// More occurrences in one day are no lessons.
+    /// No lesson occurs more often in one day.
     std::size_t occurrencesOfEvent = 200;
     std::size_t occurrences = 2'000;
-    /// A longer title is no lesson's. In characters.
+    /// In UTF-16 units. No lesson has a longer title.
     qsizetype titleLength = 2'000;
-    /// Of the events that are found; those of an event that occurs several times count once. In characters.
+    /// Total length of the texts of all events found, in UTF-16 units; an event that occurs several times
+    /// counts once.
     qsizetype text = qsizetype{8} * 1024 * 1024;
 };
 

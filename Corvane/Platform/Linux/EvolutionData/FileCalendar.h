@@ -18,29 +18,30 @@
 
 namespace corvane {
 
-/// A calendar file. It is read again only when it has changed.
+/// A calendar file. It is read again only when the file, the question or the shared events have changed.
 class FileCalendar final : public SourceCalendar {
 public:
     FileCalendar(std::shared_ptr<CalendarServices> services, const QByteArray &path);
     ~FileCalendar() override;
 
-    /// Begins the identifiers of files.
+    /// The prefix of the identifiers of files.
     static constexpr QLatin1StringView identifierPrefix{"file:"};
     [[nodiscard]] static QByteArray pathOf(const QString &identifier);
 
-    /// A larger file is left out. In bytes.
+    /// A larger file is not read. In bytes.
     static constexpr qint64 maximumSize = 20'000'000;
 
     void setStamp(const FileStamp &stamp);
 
-    /// The file cannot be looked at now, and was not in this run: what it held in an earlier one stands in.
+    /// Called if the file cannot be examined and has not been in this run: its contents of an earlier run
+    /// stand in.
     void setUnreachable(const QString &reason);
 
-    /// Finds out which events the file names, or named when it was read last, also in an earlier run. Ends at
-    /// `deadline`, and goes on at the next call.
+    /// Determines which events the file names, or named when it was last read, possibly in an earlier run.
+    /// Ends at `deadline`; the next call goes on.
     static QCoro::Task<void> index(std::shared_ptr<FileCalendar> self, QDeadlineTimer deadline);
     using Identifiers = std::shared_ptr<const std::set<IdentifierKey>>;
-    /// As it was found out last: another object when it was found out anew. Never null.
+    /// The last result of index(): a different object after each new result. Never null.
     [[nodiscard]] const Identifiers &identifiers() const { return m_identifiers; }
 
     void close() override;
@@ -57,7 +58,7 @@ private:
         /// Calendar text of what matters in the remembered span.
         std::optional<QByteArray> text;
     };
-    /// What made a state of the file no calendar.
+    /// Why a state of the file is no calendar.
     struct Rejection {
         FileStamp stamp;
         CalendarError error;

@@ -11,10 +11,10 @@
 
 namespace corvane {
 
-/// Tells one state of a file from another, also where a file of the same size and time took its place.
+/// Identifies a state of a file, even if another file of the same size and time replaces it.
 struct FileStamp {
     qint64 size = 0;
-    /// Of the contents, and of the entry; in seconds and nanoseconds.
+    /// Of the contents (mtime) and of the entry (ctime); in seconds and nanoseconds.
     qint64 modified = 0;
     qint64 modifiedNanoseconds = 0;
     qint64 changed = 0;
@@ -28,19 +28,19 @@ struct FileStamp {
 struct FolderListing {
     bool isAnyFolderThere = false;
     std::map<QByteArray, FileStamp> files;
-    /// Folders and files that cannot be read, and why: what lies there is unknown.
+    /// Folders and files that cannot be read, and why: what they contain is unknown.
     std::map<QByteArray, QString> errors;
 
-    /// Whether it is unknown if there is such a file.
+    /// Whether it is unknown if the file at `path` exists.
     [[nodiscard]] bool isUnknown(const QByteArray &path) const;
 };
 
-/// Whether one is there; one that cannot be read is.
+/// Whether one of `folders` exists; an unreadable one does.
 [[nodiscard]] bool isAnyFolderThere(const std::vector<QByteArray> &folders);
 
-/// The files that end in ".ics", in any letter case, in `folders` and their subfolders. Hidden files and
-/// folders are left out: version control and synchronisation keep earlier states there. Links are followed,
-/// each folder is read once. Waits for the disk: for a worker thread.
+/// The files that end in ".ics", in upper or lower case, in `folders` and their subfolders. Hidden files and
+/// folders are left out: version control and synchronisation keep earlier states there. Links are followed;
+/// each folder is read once. Blocks as long as the disk does: for a worker thread.
 [[nodiscard]] FolderListing listFolders(const std::vector<QByteArray> &folders);
 
 } // namespace corvane

@@ -11,19 +11,19 @@
 
 namespace corvane {
 
-/// The expansion of one group, which is borrowed, as all else is.
+/// The expansion of one group. The constructor's arguments are borrowed.
 class GroupExpansion {
 public:
     GroupExpansion(const ComponentGroup &group, const ExpansionRequest &request, ExpansionControl &control,
                    ZoneTable &zones);
 
-    /// How many steps it takes to follow the rules of the group; those that take too many are refused.
+    /// How many steps it takes to follow the group's rules. Rules that take too many are refused.
     [[nodiscard]] double plan();
 
-    /// Leaves out whatever repeats.
+    /// Leaves out all repeating components.
     void refuse(const QString &reason);
 
-    /// Nothing when it was cancelled.
+    /// None if it was cancelled.
     [[nodiscard]] std::optional<GroupOutcome> run();
 
 private:
@@ -47,17 +47,17 @@ private:
     ZoneTable &m_zones;
     EventTimes m_times;
     SeriesChanges m_changes;
-    /// The window to walk through, in seconds since 1970: wider than the interval, since it is in no one's
-    /// zone.
+    /// The window to walk through, in seconds since 1970: wider than the interval by a day on each side,
+    /// because it is in no particular zone, and by the furthest shift.
     double m_from;
     double m_to;
     std::map<const EventComponent *, QString> m_refusals;
-    /// Read once, however often an event occurs.
+    /// Read once per component, however often it occurs.
     std::map<const EventComponent *, CalendarEvent> m_texts;
     GroupOutcome m_outcome;
 };
 
-/// For the log: an event that is left out.
+/// A left-out event, for the log.
 [[nodiscard]] SkippedEvent skippedEvent(ICalComponent *event, const QString &reason);
 
 } // namespace corvane

@@ -14,12 +14,11 @@ namespace corvane {
 
 struct CalendarServices;
 
-/// Folders of calendar files, read with their subfolders: each file is a calendar. While a file cannot be
-/// read, or only half of it is there, what it held before stands in; one that holds no calendar is logged and
-/// left out.
+/// Folders of calendar files, with their subfolders; each file is a calendar. While a file cannot be read, or
+/// is incomplete, its earlier contents stand in; a file that is no calendar is logged and left out.
 class IcsFolders final : public CalendarSource {
 public:
-    /// `folders` are absolute paths; none of them needs to exist.
+    /// `folders` are absolute paths; none of them has to exist.
     IcsFolders(std::shared_ptr<CalendarServices> services, const QStringList &folders);
     ~IcsFolders() override;
     IcsFolders(const IcsFolders &) = delete;

@@ -13,18 +13,17 @@
 
 namespace corvane {
 
-/// The calendars of several sources behind the one port, in the order of their starts.
+/// The calendars of several sources as one store; events are sorted by start.
 ///
-/// Queries run one after the other; a call for the interval of the query that was asked last waits for that
-/// query. A request and the query that follows it share one time limit, so that a whole load of lessons ends
-/// within five seconds. The events are a failure only where no calendar has answered, now or
-/// earlier.
+/// Queries run one after another; a call for the interval of the last query in the queue shares its answer. A
+/// request and the query that follows it share one time limit, so that a whole load of lessons ends within
+/// five seconds. events() fails only if no source is there, or if no calendar has answered, now or earlier.
 ///
-/// A store that goes while calls are under way gives up what they wait for; they end on later turns of the
+/// If the store is destroyed during calls, it cancels what they wait for; they end on later turns of the
 /// event loop, never inside the destructor.
 class MergedEventStore final : public EventStore {
 public:
-    /// `sources` are asked in their order; the first that is there grants access.
+    /// `sources` are asked in this order; the first one that is there grants access.
     MergedEventStore(std::vector<std::shared_ptr<CalendarSource>> sources, TimeZoneId timeZoneId);
     ~MergedEventStore() override;
     MergedEventStore(const MergedEventStore &) = delete;

@@ -7,18 +7,18 @@
 
 namespace corvane {
 
-/// An open calendar, as far as ServerRefresh needs it. Main thread only.
+/// An open calendar, as ServerRefresh needs it. Main thread only.
 class RefreshableClient {
 public:
     virtual ~RefreshableClient() = default;
 
-    /// The calendar has to be opened again.
+    /// Whether the calendar has to be opened again.
     [[nodiscard]] virtual bool isDead() const = 0;
 
     /// Whether it has a server that can be asked for news.
     [[nodiscard]] virtual bool canRefresh() const = 0;
 
-    /// Answers whether the server could be asked. The caller keeps the client.
+    /// Whether the server could be asked. The caller keeps the client alive.
     virtual QCoro::Task<bool> refresh() = 0;
 };
 

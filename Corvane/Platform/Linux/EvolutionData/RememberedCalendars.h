@@ -22,20 +22,20 @@ namespace corvane {
 
 struct CalendarServices;
 
-/// The calendars of one source as they are remembered on disk: they stand in where the source does not even
-/// tell which calendars it has. Main thread only. Its owner outlives what it awaits.
+/// The calendars of one source as remembered on disk: they stand in if the source does not even list its
+/// calendars. Main thread only. The owner must outlive all calls.
 class RememberedCalendars {
 public:
-    /// `prefix` begins the identifiers of the source's calendars.
+    /// `prefix` is that of the identifiers of the source's calendars.
     RememberedCalendars(std::shared_ptr<CalendarServices> services, QString prefix);
 
-    /// Whether there is any. Ends at `deadline`.
+    /// Whether there are any. Ends at `deadline`.
     QCoro::Task<bool> areThere(QDeadlineTimer deadline);
 
     /// Their identifiers. Ends at `deadline`.
     QCoro::Task<QStringList> identifiers(QDeadlineTimer deadline);
 
-    /// Adds what they hold for `question` to `answers`. `reason` is why they are silent.
+    /// Adds their events for `question` to `answers`. `reason` says why the source is silent.
     QCoro::Task<void> answer(CalendarQuestion question, QDeadlineTimer deadline, QString reason,
                              CalendarAnswers &answers);
 

@@ -7,9 +7,9 @@
 
 namespace corvane {
 
-/// Keeps one revision of the event, and one of each changed instance: that with the highest sequence number,
-/// then the newest; of two that are alike the cancelled one, or the later one in the list. The cancellation
-/// of a series takes the instances along that were changed before it.
+/// Keeps one revision of the event, and one of each changed instance: the one with the highest sequence
+/// number, then the newest; of two equal ones the cancelled one, or the later one in the list. Cancelling a
+/// series also cancels the instances that were changed before.
 void keepNewestRevisions(ComponentGroup &group, const EventTimes &times);
 
 } // namespace corvane

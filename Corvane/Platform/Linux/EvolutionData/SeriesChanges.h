@@ -12,41 +12,41 @@
 
 namespace corvane {
 
-/// Moments are seconds since 1970.
+/// Moments are in seconds since 1970.
 struct EventSpan {
     double start;
     double end;
 };
 
-/// Which instance of a series a component stands for.
+/// The instance of a series that a component replaces.
 struct ChangedInstance {
     double start;
-    /// Told as a day.
+    /// Given as a date without a time.
     bool isDay;
 
     friend auto operator<=>(const ChangedInstance &, const ChangedInstance &) = default;
 };
 
-/// Tells the moments that the properties of one group's components mean.
+/// Computes the moments that the properties of one group's components stand for.
 class EventTimes {
 public:
     explicit EventTimes(ZoneTable &zones) : m_zones(zones) {}
 
-    /// The moment of a time that the library has given a zone, or that is the user's.
+    /// The moment of `time` in the zone that the library has given it, otherwise in the user's.
     [[nodiscard]] double moment(ICalTime *time) const;
 
-    /// The moment that a property tells in the zone that it names; without such a name, in `otherwise`.
+    /// The moment of a property's `time` in the zone that the property names, without such a name in
+    /// `otherwise`; of a date in the user's zone.
     [[nodiscard]] double moment(ICalProperty *property, ICalTime *time, DefinedZones &definitions,
                                 ICalTimezone *otherwise) const;
 
-    /// Where a component begins and ends, the first time; at `otherwise` where it does not tell.
+    /// The first start and end of a component; `otherwise` for both if it does not tell its start.
     [[nodiscard]] EventSpan firstSpan(const EventComponent &event, double otherwise) const;
 
-    /// The zone in which the series of a group begins; the user's where it names none.
+    /// The zone in which the series of a group begins; the user's if it names none.
     [[nodiscard]] ICalTimezone *seriesZone(const ComponentGroup &group) const;
 
-    /// Nothing for the series itself. Where the component names no zone, the instance is told on the clock of
-    /// the series.
+    /// None for the series itself. If the component names no zone, its time is in `seriesZone`.
     [[nodiscard]] std::optional<ChangedInstance> changedInstance(const EventComponent &event,
                                                                  ICalTimezone *seriesZone) const;
 
@@ -54,23 +54,24 @@ private:
     ZoneTable &m_zones;
 };
 
-/// Which instances of a series were changed, and from where on.
+/// The changed instances of a series, single ones and all from one on.
 class SeriesChanges {
 public:
     SeriesChanges(const ComponentGroup &group, const EventTimes &times);
 
-    /// "This and all that follow": by how much the rest of the series is moved, and how long it lasts.
+    /// "This and all that follow": how far the rest of the series is moved and how long its instances last,
+    /// in seconds.
     struct Rest {
         double shift;
         double duration;
         const EventComponent *event;
     };
 
-    /// Whether a component stands in the place of the instance that begins at `start`.
+    /// Whether a component replaces the instance that begins at `start`.
     [[nodiscard]] bool contains(double start, ICalTime *startTime) const;
-    /// The change that the instance at `start` and all that follow it have in common, or null.
+    /// The change that applies to the instance at `start` and to all that follow, or null.
     [[nodiscard]] const Rest *restAt(double start) const;
-    /// The furthest that an instance is moved, in seconds.
+    /// The furthest shift of an instance, in seconds.
     [[nodiscard]] double furthestShift() const { return m_furthestShift; }
 
 private:

@@ -14,11 +14,11 @@
 
 namespace corvane {
 
-/// Has the calendar service ask the server of one calendar for news: never twice at once, and less and less
+/// Makes the calendar service ask the server of one calendar for news: never twice at once, and ever less
 /// often while that fails. Main thread only; shared by the coroutines.
 class ServerRefresh : public std::enable_shared_from_this<ServerRefresh> {
 public:
-    /// `client` may be null or dead: the wish then waits for the next client.
+    /// If `client` is null or dead, the request waits for the next client.
     void ask(const std::shared_ptr<RefreshableClient> &client, CalendarRefresh kind);
     void clientOpened(const std::shared_ptr<RefreshableClient> &client);
 

@@ -20,23 +20,23 @@
 
 namespace corvane {
 
-/// A calendar of the desktop's calendar service. It stays open between readings; its series are fetched and
-/// expanded only when one of them changed.
+/// A calendar of the desktop's calendar service. It stays open between readings. Its series are fetched and
+/// expanded again only after a change, for another question, or after ten minutes.
 class ServiceCalendar final : public SourceCalendar {
 public:
     ServiceCalendar(std::shared_ptr<CalendarServices> services, const ServiceEntry &entry);
     ~ServiceCalendar() override;
 
-    /// Begins the identifiers of the service's calendars.
+    /// The prefix of the identifiers of the service's calendars.
     static constexpr QLatin1StringView identifierPrefix{"service:"};
 
     void update(const ServiceEntry &entry);
     [[nodiscard]] ESource *source() const { return m_source.get(); }
 
-    /// Ends once it is open, or with the reason why it cannot be opened.
+    /// Opens the calendar unless it is open. None on success, otherwise why it cannot be opened.
     static QCoro::Task<std::optional<CalendarError>> open(std::shared_ptr<ServiceCalendar> self);
 
-    /// Asks its server for news; as soon as it is open, where it is not.
+    /// Asks the calendar's server for news, or does so as soon as the calendar is open.
     void refresh(CalendarRefresh kind);
 
     void close() override;
@@ -46,13 +46,13 @@ protected:
     QCoro::Task<std::optional<QByteArray>> capture(CalendarQuestion span) override;
 
 private:
-    /// The occurrences of the series, as long as none of them changes.
+    /// The occurrences of the series, valid until one of the series changes.
     struct Series {
         CalendarQuestion question;
         std::vector<CalendarEvent> events;
         std::vector<SkippedEvent> skippedEvents;
         std::set<QByteArray> unknownZones;
-        /// Calendar text of those that matter in the remembered span; nothing where it could not be had.
+        /// Calendar text of those that matter in the remembered span; none if it was not available.
         std::optional<QByteArray> text;
         QByteArray version;
         QDeadlineTimer refetch;
@@ -81,7 +81,7 @@ private:
     bool m_isLocal;
     std::shared_ptr<CalendarExpander> m_expander;
     Client m_client;
-    /// Tells the client of today from earlier ones.
+    /// Counts the clients, so that versions of an earlier one differ.
     quint64 m_clientNumber = 0;
     std::optional<Pending<std::optional<CalendarError>>> m_opening;
     std::optional<Series> m_series;

@@ -29,15 +29,16 @@ namespace corvane {
 
 using Components = std::vector<GObjectRef<ICalComponent>>;
 
-/// An open connection to one calendar of the service. Main thread only, except where it says otherwise; its
-/// calls take as long as the service takes, and end at once when it closes.
+/// An open connection to one calendar of the service. Main thread only, unless stated otherwise. Calls take
+/// as long as the service does, and end at once when the client is closed.
 class ServiceClient final : public RefreshableClient, public std::enable_shared_from_this<ServiceClient> {
 public:
-    /// GCC 12 cannot await an expected pointer.
+    /// GCC 12 cannot await a std::expected of a pointer.
     struct Opened {
         std::shared_ptr<ServiceClient> client;
     };
-    /// Opens the calendar; fails with the service's words.
+    /// Opens the calendar; fails with the service's message. `onChange` runs on the main thread after a
+    /// watched change.
     static QCoro::Task<std::expected<Opened, QString>> open(GObjectRef<ESource> source,
                                                             std::function<void()> onChange);
 
@@ -46,30 +47,30 @@ public:
     ServiceClient(const ServiceClient &) = delete;
     ServiceClient &operator=(const ServiceClient &) = delete;
 
-    /// The service died.
+    /// Whether the service has died.
     [[nodiscard]] bool isDead() const override { return *m_isDead; }
     void close() { g_cancellable_cancel(m_cancellable.get()); }
 
     using Listing = std::expected<Components, QString>;
 
-    /// The single events that overlap `interval`, and some next to it.
+    /// The single events that overlap `interval`, and some close to it.
     static QCoro::Task<Listing> singles(std::shared_ptr<ServiceClient> self, DateInterval interval);
     /// All series, and events whose start the service cannot read.
     static QCoro::Task<Listing> series(std::shared_ptr<ServiceClient> self);
-    /// All components of these identifiers. One that has gone since is no failure.
+    /// All components with these identifiers. A missing one is no failure.
     static QCoro::Task<Components> components(std::shared_ptr<ServiceClient> self, std::set<QByteArray> uids);
-    /// Brings the zones into the client's cache, where customZone() finds them.
+    /// Loads the zones into the client's cache, where customZone() finds them.
     static QCoro::Task<void> bringZones(std::shared_ptr<ServiceClient> self,
                                         std::set<QByteArray> identifiers);
 
-    /// Finds the zones of the cache, on any thread, as long as it lives.
+    /// Finds zones in the cache, on any thread. The function keeps the cache alive.
     [[nodiscard]] std::function<ICalTimezone *(const char *tzid)> customZone() const;
 
-    /// Begins to watch the series and the single events of `span`; resolved when that is done, also where no
-    /// watch can be had. Nothing where they are watched, or about to be.
+    /// Starts to watch the series and the single events of `span`. Resolves when that has succeeded or
+    /// failed. None if they are already watched, or about to be.
     [[nodiscard]] static std::optional<Pending<bool>> beginWatch(const std::shared_ptr<ServiceClient> &self,
                                                                  DateInterval span);
-    /// How often what is watched has changed; nothing where `span` is not watched.
+    /// How often the watched events have changed; none if `span` is not watched.
     [[nodiscard]] std::optional<quint64> changes(DateInterval span) const;
 
     [[nodiscard]] bool canRefresh() const override;
@@ -87,7 +88,7 @@ private:
     std::function<void()> m_onChange;
     GObjectRef<ECalClientView> m_view;
     std::shared_ptr<Watch> m_watch;
-    /// Begun and not yet done.
+    /// The watch that is being made.
     std::optional<std::pair<DateInterval, Pending<bool>>> m_making;
 };
 

@@ -43,7 +43,7 @@ public:
     /// Looks for the service. Ends at `deadline`.
     static QCoro::Task<Found> find(std::shared_ptr<ServiceRegistry> self, QDeadlineTimer deadline);
 
-    /// The enabled calendars, those of contacts and of the weather excepted. Empty until it was found.
+    /// The enabled calendars, except those of contacts and weather. Empty until the service has been found.
     [[nodiscard]] std::vector<ServiceEntry> calendars() const;
 
 private:
@@ -56,7 +56,7 @@ private:
     std::optional<Pending<Found>> m_call;
 };
 
-/// The text of `error`, which is freed.
+/// The message of `error`, which it frees.
 [[nodiscard]] QString messageOf(GError *error);
 
 } // namespace corvane

@@ -16,13 +16,14 @@
 
 namespace corvane {
 
-/// The events that several files name: an invitation saved twice, its cancellation, a changed instance beside
-/// its series. Of several revisions the newest counts. Main thread only; its owner outlives what it awaits.
+/// The events that several files contain: an invitation saved twice, its cancellation, a changed instance
+/// apart from its series. Of several revisions the newest counts. Main thread only; the owner must outlive
+/// all calls.
 class SharedEvents {
 public:
     explicit SharedEvents(std::shared_ptr<CalendarServices> services);
 
-    /// Adds the events of `texts`, one calendar text a file, to `answers`.
+    /// Adds the events of `texts`, one calendar text per file, to `answers`.
     QCoro::Task<void> answer(CalendarQuestion question, std::vector<QByteArray> texts,
                              QDeadlineTimer deadline, CalendarAnswers &answers);
 
@@ -39,7 +40,7 @@ private:
     std::shared_ptr<CalendarServices> m_services;
     std::shared_ptr<CalendarExpander> m_expander;
     std::shared_ptr<Known> m_known;
-    /// The last that was complete.
+    /// The last complete one.
     std::shared_ptr<Known> m_last;
 };
 

@@ -34,55 +34,55 @@ struct CalendarError {
     QString reason;
 };
 
-/// What a calendar held for one question.
+/// What a calendar contains for one question.
 struct CalendarReading {
     std::vector<CalendarEvent> events;
     std::vector<SkippedEvent> skippedEvents;
-    /// Names that nobody knows: the user's own zone stands in.
+    /// Names of unknown time zones: the user's own stands in.
     std::set<QByteArray> unknownZones = {};
-    /// Events that other calendars name, too: not among `events`, but calendar text here.
+    /// Events that other calendars contain, too: not in `events`, but in `sharedText` as calendar text.
     std::set<IdentifierKey> shared = {};
     QByteArray sharedText = {};
-    /// Changes when the calendar does. Empty where the calendar does not tell.
+    /// Changes when the calendar does. Empty if the calendar does not report changes.
     QByteArray version = {};
-    /// The service answered from what it keeps; why it cannot ask the server.
+    /// Why the service cannot ask the server, if it answered from its cache.
     std::optional<CalendarError> outdated = {};
 };
 
-/// What is remembered with an answer: the day that `question` asks for and the seven after it, one of which
-/// may have 25 hours.
+/// The span that is remembered with an answer: the day that `question` asks for and the seven after it, one
+/// of which may have 25 hours.
 [[nodiscard]] DateInterval rememberedSpan(const CalendarQuestion &question);
 
-/// Names in `reading` what an expansion that was cut short lacks.
+/// Adds the series that an expansion did not finish to the skipped events of `reading`.
 void noteUnfinished(const Expansion &expansion, CalendarReading &reading);
 
-/// What `calendar` holds for `question`, the events in `shared` as text; nothing where it does not cover
-/// that. For a worker thread.
+/// What `calendar` contains for `question`, with the events in `shared` as text; none if it does not cover
+/// the question. For a worker thread.
 [[nodiscard]] std::optional<CalendarReading> rememberedReading(const RememberedCalendar &calendar,
                                                                const CalendarQuestion &question,
                                                                const std::set<IdentifierKey> &shared = {});
 
-/// What all calendars share. Outlives them.
+/// Shared by all calendars; outlives them.
 struct CalendarServices {
     CalendarServices(DebugLogService &log, const QString &memoryFolder) : log(log), memory(memoryFolder) {}
 
     CalendarLog log;
     CalendarMemory memory;
-    /// Called when a calendar has something that the last load lacked.
+    /// Called on the main thread when a calendar has something that the last load lacked.
     std::function<void()> announceNews = [] {};
     /// For expansions.
     WorkerPool workers{4};
-    /// For reading folders and files: a disk that hangs stops nothing else.
+    /// For reading folders and files, so that a disk that hangs stops nothing else.
     WorkerPool files{4};
-    /// For the memory: what is done to it is done in order.
+    /// For the memory; one thread keeps its operations in order.
     WorkerPool memories{1};
 };
 
-/// One calendar, of the service or a file: asks it, remembers its last good answer, and tells how it fares.
+/// One calendar, of the service or a file: queries it, remembers its last good answer, and keeps its status.
 ///
-/// One reading runs at a time. One that does not end before the deadline of its query goes on, and what it
-/// brings answers the next query; until then the last good answer stands in, from this run or from disk. What
-/// a reading holds is remembered in the background, and only when it has changed.
+/// One reading runs at a time. A reading that misses the deadline of its query goes on, and its result
+/// answers the next query; until then the last good answer stands in, from this run or from disk. Readings
+/// are remembered in the background, and only when they have changed.
 ///
 /// Main thread only. Coroutines share the calendar, so that it outlives what they wait for.
 class SourceCalendar : public std::enable_shared_from_this<SourceCalendar> {
@@ -94,39 +94,39 @@ public:
 
     [[nodiscard]] const CalendarStatus &status() const { return m_status; }
 
-    /// Answers `question` into `answers`. Ends soon after `inTime`, and no later than `deadline`.
+    /// Adds the answer to `question` to `answers`. Ends soon after `inTime`, and no later than `deadline`.
     static QCoro::Task<void> query(std::shared_ptr<SourceCalendar> self, CalendarQuestion question,
                                    QDeadlineTimer inTime, QDeadlineTimer deadline, CalendarAnswers &answers);
 
-    /// Whether there is a memory of it on disk. Ends at `deadline`.
+    /// Whether the calendar is remembered on disk. Ends at `deadline`.
     static QCoro::Task<bool> hasMemory(std::shared_ptr<SourceCalendar> self, QDeadlineTimer deadline);
 
-    /// Which events other calendars name, too. It does not answer them by itself: their revisions and changed
-    /// instances may stand in several calendars.
+    /// Sets which events other calendars contain, too. This calendar leaves them to SharedEvents, because
+    /// their revisions and changed instances may be in several calendars.
     void setShared(std::set<IdentifierKey> shared) { m_shared = std::move(shared); }
-    /// These events as calendar text, as the last answer to `question` has them.
+    /// The shared events as calendar text, from the last answer to `question`.
     [[nodiscard]] QByteArray sharedText(const CalendarQuestion &question) const;
 
-    /// It was removed or switched off.
+    /// Called when the calendar was removed or disabled.
     void forget();
 
-    /// The program ends: nothing is announced or logged any more.
+    /// Nothing is announced or logged any more.
     virtual void close() { m_isClosed = true; }
 
 protected:
     using Reading = std::expected<CalendarReading, CalendarError>;
 
-    /// Reads the calendar; takes as long as it takes. The caller keeps the calendar alive.
+    /// Reads the calendar, without a time limit. The caller keeps the calendar alive.
     virtual QCoro::Task<Reading> read(CalendarQuestion question) = 0;
 
-    /// Calendar text of what the last reading was made of, for all of `span`; nothing where it cannot be had
-    /// now. The caller keeps the calendar alive.
+    /// Calendar text of the events behind the last reading, for all of `span`; none if it is unavailable now.
+    /// The caller keeps the calendar alive.
     virtual QCoro::Task<std::optional<QByteArray>> capture(CalendarQuestion span) = 0;
 
     [[nodiscard]] CalendarServices &services() const { return *m_services; }
     [[nodiscard]] bool isClosed() const { return m_isClosed; }
     [[nodiscard]] const std::set<IdentifierKey> &shared() const { return m_shared; }
-    /// What is remembered of it, as far as that was asked for; may be null.
+    /// What is remembered of the calendar, once that has been read; may be null.
     [[nodiscard]] const std::shared_ptr<const RememberedCalendar> &memory() const { return m_memory; }
     void rename(const QString &name, const QString &account);
     void log(const QString &message) const;
@@ -161,7 +161,7 @@ private:
     std::shared_ptr<CalendarServices> m_services;
     CalendarStatus m_status;
     std::shared_ptr<Attempt> m_attempt;
-    /// A reading that came too late for its query.
+    /// A finished reading that was too late for its query.
     std::shared_ptr<Attempt> m_lateAttempt;
     std::optional<Answer> m_answer;
     std::set<IdentifierKey> m_shared;

@@ -23,12 +23,12 @@ class DefinedZones {
 public:
     explicit DefinedZones(std::vector<GObjectRef<ICalComponent>> definitions);
 
-    /// Borrowed; null where the calendar does not define it, or not in reasonable rules.
+    /// Borrowed; null if the calendar does not define the zone, or not by reasonable rules.
     [[nodiscard]] ICalTimezone *find(const QByteArray &tzid);
 
     [[nodiscard]] const std::vector<GObjectRef<ICalComponent>> &definitions() const { return m_definitions; }
 
-    /// Tells these definitions from others.
+    /// Identifies these definitions.
     [[nodiscard]] const QByteArray &key() const { return m_key; }
 
 private:
@@ -37,20 +37,20 @@ private:
     std::map<QByteArray, GObjectRef<ICalTimezone>> m_zones;
 };
 
-/// Which zone an identifier means, for one expansion.
+/// Finds the zone for an identifier, for one expansion.
 class ZoneTable {
 public:
     /// `timeZoneId` is the user's zone.
     explicit ZoneTable(const QByteArray &timeZoneId);
 
-    /// The user's own zone: that of floating times, of whole days and of names that nobody knows.
+    /// The user's zone: that of floating times, of whole days and of unknown names.
     [[nodiscard]] ICalTimezone *own() const { return m_own; }
 
-    /// The zone of `tzid` for an event of a calendar that defines `definitions`. Under a well-known
-    /// name the system's own rules count, since those in calendars are often outdated. Borrowed.
+    /// The zone of `tzid` for an event whose calendar defines `definitions`; own() if it is unknown. Under
+    /// well-known names the system's rules count, because those in calendars are often outdated. Borrowed.
     [[nodiscard]] ICalTimezone *find(const char *tzid, DefinedZones &definitions);
 
-    /// Names that nobody knows.
+    /// The unknown names since the last call.
     [[nodiscard]] std::set<QByteArray> takeUnknown() { return std::exchange(m_unknown, {}); }
 
 private:
@@ -61,7 +61,7 @@ private:
     std::set<QByteArray> m_unknown;
 };
 
-/// Whether the library can follow the rules of a zone's definition in no time: it does so under a lock for
+/// Whether the library can evaluate the rules of a zone's definition in no time: it does so under a lock for
 /// which all other threads wait.
 [[nodiscard]] bool isHarmlessZone(ICalComponent *definition);
 
