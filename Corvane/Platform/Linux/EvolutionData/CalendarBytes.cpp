@@ -19,19 +19,19 @@ namespace corvane {
 
 namespace {
 
-/// A calendar needs three levels; the library takes components apart recursively.
+/// A calendar needs three levels; the library parses components recursively.
 constexpr int maximumNesting = 16;
-/// The library takes quadratic time for lines that are not folded. In bytes.
+/// The library takes quadratic time for unfolded lines. In bytes.
 constexpr qsizetype foldedLineLength = 74;
 
-/// What Windows-1252 has in place of the control characters 0x80 to 0x9F.
+/// The Windows-1252 characters for the bytes 0x80 to 0x9F, which are control characters in Latin-1.
 constexpr std::array<char16_t, 32> windowsCharacters{
     u'\u20AC', u'\uFFFD', u'\u201A', u'\u0192', u'\u201E', u'\u2026', u'\u2020', u'\u2021',
     u'\u02C6', u'\u2030', u'\u0160', u'\u2039', u'\u0152', u'\uFFFD', u'\u017D', u'\uFFFD',
     u'\uFFFD', u'\u2018', u'\u2019', u'\u201C', u'\u201D', u'\u2022', u'\u2013', u'\u2014',
     u'\u02DC', u'\u2122', u'\u0161', u'\u203A', u'\u0153', u'\uFFFD', u'\u017E', u'\u0178'};
 
-/// How many bytes the UTF-8 sequence at the beginning of `bytes` has; 0 where there is none.
+/// The length of the UTF-8 sequence at the beginning of `bytes`; 0 if there is none.
 qsizetype sequenceLength(QByteArrayView bytes)
 {
     const auto byteAt = [bytes](qsizetype index) { return static_cast<unsigned char>(bytes[index]); };
@@ -49,13 +49,13 @@ qsizetype sequenceLength(QByteArrayView bytes)
         }
     }
     const unsigned char second = byteAt(1);
-    // Overlong forms, surrogates, and what lies beyond Unicode.
+    // Overlong forms, surrogates, and values beyond Unicode.
     const bool isWrong = (first == 0xE0 && second < 0xA0) || (first == 0xED && second > 0x9F) ||
                          (first == 0xF0 && second < 0x90) || (first == 0xF4 && second > 0x8F);
     return isWrong ? 0 : length;
 }
 
-/// Bytes that are no UTF-8 are read as Windows-1252, of which Latin-1 is a part.
+/// Reads bytes that are not UTF-8 as Windows-1252, which includes Latin-1.
 void appendAsUtf8(QByteArray &text, QByteArrayView bytes)
 {
     if (bytes.isValidUtf8()) {
@@ -76,8 +76,8 @@ void appendAsUtf8(QByteArray &text, QByteArrayView bytes)
     }
 }
 
-/// UTF-16 as UTF-8, its order of bytes told by a mark or plain to see; anything else as it is, without a
-/// mark.
+/// Converts UTF-16 to UTF-8 if its byte order follows from a mark or from the first characters; leaves
+/// anything else as it is, without a mark.
 QByteArray withoutUtf16(const QByteArray &bytes)
 {
     using Encoding = QStringConverter::Encoding;
@@ -103,12 +103,12 @@ bool hasPrefix(QByteArrayView line, QByteArrayView prefix)
            qstrnicmp(line.data(), prefix.size(), prefix.data(), prefix.size()) == 0;
 }
 
-/// Takes a text line by line and builds it anew.
+/// Reads a text line by line and rebuilds it.
 class LineReader {
 public:
     explicit LineReader(qsizetype size) { m_text.reserve(size + size / 16); }
 
-    /// Takes a line without the folds. Answers false when there is no use in going on.
+    /// Takes an unfolded line. False if there is no point in going on.
     bool take(QByteArrayView line)
     {
         if (hasPrefix(line, "BEGIN:")) {
@@ -161,7 +161,7 @@ private:
         m_text.append(line.isEmpty() ? "" : "\r\n");
     }
 
-    /// Cuts a value that is too long, between two characters; leaves out a line whose parameters are.
+    /// Cuts an overlong value, between two characters; drops a line whose parameters are too long.
     static void cut(QByteArray &line)
     {
         if (line.size() <= maximumValueBytes) {
@@ -180,7 +180,7 @@ private:
             --end;
         }
         line.truncate(end);
-        // Half of an escaped character would be another one.
+        // Half of an escape sequence would stand for another character.
         const auto backslashes =
             std::find_if(line.crbegin(), line.crend(), [](char character) { return character != '\\'; }) -
             line.crbegin();
@@ -194,7 +194,7 @@ private:
     int m_ends = 0;
 };
 
-/// Hands each line of `text` to `reader`, its folds taken out.
+/// Passes each line of `text`, unfolded, to `reader`.
 void readLines(const QByteArray &text, LineReader &reader)
 {
     const char lineEnd = text.contains('\n') ? '\n' : '\r';
@@ -224,7 +224,7 @@ void readLines(const QByteArray &text, LineReader &reader)
 std::expected<QByteArray, CalendarTextError> toCalendarText(const QByteArray &bytes)
 {
     QByteArray text = withoutUtf16(bytes);
-    // The library takes text that ends with the first zero.
+    // The library takes the text to end at the first zero.
     text.replace('\0', ' ');
     const QByteArray beginning = text.first(std::min<qsizetype>(text.size(), 1'000)).trimmed();
     if (beginning.isEmpty() || (beginning.size() < 15 && hasPrefix("BEGIN:VCALENDAR", beginning))) {

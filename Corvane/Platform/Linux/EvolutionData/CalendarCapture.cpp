@@ -29,7 +29,7 @@ QByteArray wrapCalendar(const QByteArray &components)
 
 QByteArray captureGroups(const std::vector<ComponentGroup> &groups)
 {
-    // In the order in which they come, so that the same calendar gives the same text.
+    // In order of appearance, so that the same calendar gives the same text.
     std::vector<std::pair<std::shared_ptr<DefinedZones>, QByteArray>> events;
     for (const ComponentGroup &group : groups) {
         for (const EventComponent &event : group.components) {
@@ -69,7 +69,7 @@ std::optional<QByteArray> captureSpan(const std::vector<ComponentGroup> &groups,
     const std::set<std::size_t> occurring(expansion.occurring.begin(), expansion.occurring.end());
     std::vector<ComponentGroup> captured;
     for (std::size_t place = 0; place < groups.size(); ++place) {
-        // Another file may move an event into the span, and a cancellation occurs nowhere.
+        // Another file may move an event into the span, and a cancellation has no occurrences.
         if (occurring.contains(place) || groups[place].isAmong(shared)) {
             captured.push_back(groups[place]);
         }

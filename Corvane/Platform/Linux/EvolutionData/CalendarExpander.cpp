@@ -17,9 +17,9 @@ namespace corvane {
 
 namespace {
 
-/// Less than a query may take, so that what was cut short is still its answer.
+/// Less than a query may take, so that an expansion that was cut short still answers it.
 constexpr auto expansionTime = 2500ms;
-/// Most expansions stop at once when they are told to.
+/// Most expansions stop at once when told to.
 constexpr auto stoppingTime = 300ms;
 /// At most this many overdue expansions of one calendar keep running.
 constexpr int maximumStrays = 2;

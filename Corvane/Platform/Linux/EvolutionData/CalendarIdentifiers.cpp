@@ -16,7 +16,7 @@ QByteArrayView lineAt(QByteArrayView text, qsizetype start)
     return line.endsWith('\r') ? line.chopped(1) : line;
 }
 
-/// As the calendar library reads a text.
+/// Removes escapes as the calendar library does.
 QByteArray unescaped(const QByteArray &text)
 {
     QByteArray plain;
@@ -53,7 +53,7 @@ std::set<IdentifierKey> identifiersIn(const QByteArray &text)
         qsizetype end = view.indexOf('\n', start);
         if (isIdentifier(line)) {
             QByteArray whole = line.toByteArray();
-            // A line that begins with a blank goes on with the one before.
+            // A line that begins with a blank continues the previous one.
             while (end >= 0 && end + 1 < view.size() && (view[end + 1] == ' ' || view[end + 1] == '\t')) {
                 start = end + 1;
                 whole += lineAt(view, start).sliced(1).toByteArray();

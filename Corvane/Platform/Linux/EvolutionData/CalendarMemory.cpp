@@ -22,9 +22,9 @@ namespace {
 
 constexpr QByteArrayView version = "quillet calendar memory 1\n";
 constexpr qsizetype checksumLength = 64; // hexadecimal digits
-/// What stands beside the text: names of any length. In bytes.
+/// What precedes the text: names of any length. In bytes.
 constexpr qint64 maximumHeaderSize = 100'000;
-/// Longer after it was read a calendar's span is over.
+/// A calendar's span has ended this long after the calendar was read.
 constexpr Seconds longestSpan = std::chrono::hours(10 * 24);
 constexpr QLatin1StringView ending = ".memory"_L1;
 
@@ -110,7 +110,7 @@ std::vector<RememberedCalendar> CalendarMemory::readAll(const QString &prefix) c
 std::expected<void, Failure> CalendarMemory::write(const RememberedCalendar &calendar) const
 {
     if (calendar.text.size() > maximumTextSize) {
-        // An older memory would be taken for the newest answer.
+        // An older memory would pass for the latest answer.
         forget(calendar.identifier);
         return std::unexpected(Failure{u"it holds too much"_s});
     }
@@ -127,7 +127,7 @@ std::expected<void, Failure> CalendarMemory::write(const RememberedCalendar &cal
 
 void CalendarMemory::forget(const QString &identifier) const
 {
-    // What cannot be removed is no memory of ours, or is told when it is written.
+    // What cannot be removed is not ours, or the next write reports it.
     [[maybe_unused]] const auto removed = removeRegularFile(QFile::encodeName(path(identifier)));
 }
 
@@ -142,7 +142,7 @@ void CalendarMemory::forgetExpired(Date now) const
 
 QString CalendarMemory::path(const QString &identifier) const
 {
-    // An identifier may be a path, or a stranger's text of any length.
+    // An identifier may be a path, or untrusted text of any length.
     const QByteArray hash = QCryptographicHash::hash(identifier.toUtf8(), QCryptographicHash::Sha256);
     return m_folder + u'/' + QString::fromLatin1(hash.toHex().left(32)) + ending;
 }

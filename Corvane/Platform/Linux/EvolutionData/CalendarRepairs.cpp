@@ -18,12 +18,12 @@ namespace corvane {
 
 namespace {
 
-/// A longer line is written as several, one for each date. In bytes.
+/// A longer line is split into one line per date. In bytes.
 constexpr qsizetype longestList = 60'000;
-/// A longer rule is none, nor is a longer time. In bytes.
+/// Longer rules and longer times are not repaired. In bytes.
 constexpr qsizetype longestRule = 4'000;
 constexpr qsizetype longestTime = 40;
-/// Further dates of one line are passed over: these are more than an event may have.
+/// Further dates of a line are ignored: these are already more than an event may have.
 constexpr std::size_t mostDates = 10'001;
 
 bool isDigits(QByteArrayView text)
@@ -42,7 +42,7 @@ bool isPlainTime(QByteArrayView value)
            isDigits(value.sliced(9, 6));
 }
 
-/// The values of a list, each once.
+/// The values of a list without repetitions.
 QByteArray withoutRepetitions(const QByteArray &list)
 {
     QList<QByteArray> values;
@@ -54,7 +54,7 @@ QByteArray withoutRepetitions(const QByteArray &list)
     return values.join(',');
 }
 
-/// The line without its time zone: a time in UTC has none.
+/// The line's name and parameters without the time zone: a time in UTC has none.
 QByteArray withoutZone(QByteArrayView nameAndParameters)
 {
     const QList<QByteArray> parts = nameAndParameters.toByteArray().split(';');

@@ -92,7 +92,7 @@ bool ComponentFilter::end(const QByteArray &name)
     return m_place == Place::zone;
 }
 
-/// One rule and one date more than the budget of an event allows are enough to tell.
+/// One rule and one date more than an event's budget are enough to detect that it is exceeded.
 bool ComponentFilter::wantsProperty(const QByteArray &name, const QByteArray &line)
 {
     constexpr ExpansionBudget budget;

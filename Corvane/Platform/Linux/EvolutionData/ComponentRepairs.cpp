@@ -14,16 +14,16 @@ namespace corvane {
 
 namespace {
 
-/// More of a component's mistakes are not mended.
+/// A component with more errors is not repaired.
 constexpr std::size_t maximumErrors = 20;
 
-/// A property that the library could not read and has left out.
+/// A property that the library could not read and has dropped.
 struct LostProperty {
     QByteArray name;
     QByteArray value;
 };
 
-/// The library leaves a note in the place of such a property, which ends with its value.
+/// The library replaces such a property by a note that ends with its value.
 std::optional<LostProperty> lostProperty(ICalProperty *note)
 {
     const char *text = i_cal_property_get_xlicerror(note);
@@ -50,7 +50,7 @@ bool tellsTime(const QByteArray &name)
     return false;
 }
 
-/// The zone that the event's other times name: that of a lost one is lost, too.
+/// The zone that the event's other times name: that of a lost time is lost, too.
 QByteArray zoneOfOthers(ICalComponent *event)
 {
     for (const ICalPropertyKind kind : {I_CAL_DTSTART_PROPERTY, I_CAL_DTEND_PROPERTY}) {
@@ -76,7 +76,7 @@ bool add(ICalComponent *event, const QByteArray &line)
     return true;
 }
 
-/// Puts back what the library has given up.
+/// Restores what the library has dropped.
 void restore(ICalComponent *event)
 {
     const auto notes = properties(event, I_CAL_XLICERROR_PROPERTY);
@@ -101,7 +101,7 @@ void restore(ICalComponent *event)
     }
 }
 
-/// Rules that the library reads and then finds nothing by.
+/// Repairs rules that the library reads but finds no occurrences for.
 void repairRules(ICalComponent *event)
 {
     for (const auto &property : properties(event, I_CAL_RRULE_PROPERTY)) {
@@ -122,7 +122,7 @@ void repairComponent(ICalComponent *event)
     restore(event);
     repairRules(event);
     if (has(event, I_CAL_DTEND_PROPERTY)) {
-        // Some programs write an empty duration beside the end; the library would take that.
+        // Some programs write an empty duration beside the end, and the library would use that.
         for (const auto &duration : properties(event, I_CAL_DURATION_PROPERTY)) {
             i_cal_component_remove_property(event, duration.get());
         }

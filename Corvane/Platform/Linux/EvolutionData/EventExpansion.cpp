@@ -18,7 +18,7 @@ namespace corvane {
 
 namespace {
 
-/// The expansion of the groups of one calendar, within one budget.
+/// Expands the groups of one calendar within one budget.
 class CalendarExpansion {
 public:
     CalendarExpansion(const std::vector<ComponentGroup> &groups, const ExpansionRequest &request,
@@ -73,7 +73,7 @@ private:
         GroupExpansion expansion;
     };
 
-    /// The cheapest first, so that those that take long are in nobody's way.
+    /// The cheapest first, so that slow ones delay no others.
     void expandSeries(const std::vector<std::size_t> &indices)
     {
         std::vector<Series> series;
@@ -127,7 +127,7 @@ private:
         m_control.busyWith = 0;
     }
 
-    /// Takes over what was found, as far as the budget allows.
+    /// Keeps what was found if the budget allows.
     void keep(std::size_t index, std::shared_ptr<const GroupOutcome> outcome)
     {
         if (outcome->events.size() > m_left.occurrences || outcome->text > m_left.text) {

@@ -159,7 +159,7 @@ std::expected<double, QString> stepsOf(ICalComponent *event, double start, doubl
     if (count(I_CAL_RRULE_PROPERTY) + count(I_CAL_EXRULE_PROPERTY) > budget.rulesOfEvent) {
         return std::unexpected(u"it has too many rules"_s);
     }
-    // The library tells no seconds for years long past, and walks from there all the same.
+    // The library has no seconds for years long past, but walks from there nevertheless.
     const double longAgo = (startYear(event).value_or(1970) - 1970) * year + year;
     double steps = dates;
     double inWindow = 0;

@@ -37,7 +37,7 @@ std::optional<QString> optionalText(const char *text)
     return toText(text);
 }
 
-/// The link that `address` is; one that is cut leads nowhere.
+/// `address` as a link; none if it was cut, since it would lead nowhere.
 std::optional<QUrl> link(const char *address)
 {
     if (address == nullptr || *address == '\0' ||
@@ -63,10 +63,10 @@ std::optional<QUrl> browserLink(const char *address)
     return url && (url->scheme() == u"https" || url->scheme() == u"http") ? url : std::nullopt;
 }
 
-/// The link to a meeting, in the way of the format's later years or of single providers.
+/// The link to a meeting, from the format's newer property or from those of single providers.
 std::optional<QUrl> conferenceLink(ICalComponent *event)
 {
-    // The library's own bindings have no name for it.
+    // The library's GObject bindings have no name for it.
     constexpr auto conference = static_cast<ICalPropertyKind>(ICAL_CONFERENCE_PROPERTY);
     for (const auto &property : properties(event, conference)) {
         char *address = i_cal_property_get_value_as_string(property.get());

@@ -23,12 +23,12 @@ namespace corvane {
 
 namespace {
 
-/// What is kept of the time limit for drawing the conclusions.
+/// Reserved at the end of the time limit for evaluating the answers.
 constexpr auto conclusionTime = 300ms;
 
-/// A calendar that was removed or switched off is forgotten after this time.
+/// A calendar that was removed or disabled is forgotten after this time.
 constexpr std::chrono::seconds forgettingTime = 1min;
-/// How long a query waits for the list of calendars where it knows the one of before.
+/// How long a query waits for the list of calendars if it knows an earlier one.
 constexpr auto listTime = 500ms;
 
 using State = ServiceRegistry::State;
@@ -102,7 +102,7 @@ public:
         if (found.state == State::there) {
             self->updateCalendars();
         }
-        // Calendars that were open before may answer even where the list of calendars cannot be had.
+        // Calendars that are already open may answer even if the list of calendars is unavailable.
         answers.isThere = found.state != State::absent || !self->m_calendars.empty();
         if (found.state == State::silent && self->m_calendars.empty()) {
             co_await self->m_remembered.answer(question, deadline, found.error, answers);
@@ -125,7 +125,7 @@ public:
     }
 
 private:
-    /// Nothing where one calendar is open, or is remembered, or where there is none; else why none can be
+    /// None if a calendar is open or remembered, or if there are no calendars; otherwise why none can be
     /// opened.
     static QCoro::Task<std::optional<QString>> openAny(std::shared_ptr<Impl> self, QDeadlineTimer deadline)
     {
@@ -189,7 +189,7 @@ private:
                 m_removed.try_emplace(uid, calendar, QDeadlineTimer(forgettingTime));
             }
         }
-        // A service that has just started may list its accounts before their calendars.
+        // A service that has just started may list its accounts before their calendars: forget nothing yet.
         std::erase_if(m_removed, [&enabled](const auto &removed) {
             const auto &[calendar, deadline] = removed.second;
             if (!enabled.contains(removed.first) && deadline.hasExpired()) {
@@ -226,7 +226,7 @@ private:
     std::shared_ptr<ServiceRegistry> m_registry = std::make_shared<ServiceRegistry>();
     std::map<QByteArray, std::shared_ptr<ServiceCalendar>> m_calendars;
     RememberedCalendars m_remembered{m_services, ServiceCalendar::identifierPrefix};
-    /// Calendars that were there, until they are forgotten.
+    /// Calendars that are no longer listed, until they are forgotten.
     std::map<QByteArray, std::pair<std::shared_ptr<ServiceCalendar>, QDeadlineTimer>> m_removed;
     std::optional<State> m_lastState;
     bool m_isClosed = false;

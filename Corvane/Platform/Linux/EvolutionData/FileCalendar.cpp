@@ -22,16 +22,16 @@ namespace corvane {
 
 namespace {
 
-/// What the taking apart of a larger file has cost is given back to the system at once. In bytes.
+/// After parsing a larger file, free memory is returned to the system at once. In bytes.
 constexpr qint64 largeFile = 1'000'000;
 
 using Condition = CalendarStatus::Condition;
 using Groups = std::vector<ComponentGroup>;
 
-/// On a worker thread.
+/// Runs on a worker thread.
 std::expected<Groups, CalendarError> parseFile(const QByteArray &path)
 {
-    // Calendars are what others may share with the user.
+    // Links to any file: others may share their calendars with the user.
     const auto bytes = readRegularFile(path, FileCalendar::maximumSize, LinkTo::anyFile);
     if (!bytes) {
         return std::unexpected(CalendarError{Condition::unopened, u"read"_s, bytes.error().reason});
@@ -46,7 +46,7 @@ std::expected<Groups, CalendarError> parseFile(const QByteArray &path)
     return groupsOf(std::move(*calendars));
 }
 
-/// What is remembered of a file depends on what other files name, too.
+/// What is remembered of a file also depends on the events that other files name.
 QByteArray versionOf(const FileStamp &stamp, const std::set<IdentifierKey> &shared)
 {
     return QByteArray::number(stamp.changed) + '.' + QByteArray::number(stamp.changedNanoseconds) + '.' +
@@ -54,7 +54,7 @@ QByteArray versionOf(const FileStamp &stamp, const std::set<IdentifierKey> &shar
            QByteArray::number(qHashRange(shared.begin(), shared.end()));
 }
 
-/// Nothing where the file cannot be read, only half of it is there, or it names no event.
+/// None if the file cannot be read, is incomplete, or names no event.
 std::optional<std::set<IdentifierKey>> identifiersOf(const QByteArray &path)
 {
     const auto bytes = readRegularFile(path, FileCalendar::maximumSize, LinkTo::anyFile);
@@ -107,7 +107,7 @@ void FileCalendar::close()
 QCoro::Task<void> FileCalendar::index(std::shared_ptr<FileCalendar> self, QDeadlineTimer deadline)
 {
     co_await indexFile(self, deadline);
-    // What it held in an earlier run stands in where it cannot be read in this one.
+    // If the file cannot be read in this run, its contents of an earlier run stand in.
     if (!self->m_identifiers->empty() || !co_await hasMemory(self, deadline)) {
         co_return;
     }
@@ -178,7 +178,7 @@ QCoro::Task<SourceCalendar::Reading> FileCalendar::read(CalendarQuestion questio
         if (outcome.expansion.isComplete) {
             outcome.text = captureSpan(groups, sharedEvents, request, span, control);
         }
-        own.clear(); // before the memory is given back
+        own.clear(); // before malloc_trim()
         groups.clear();
         if (isLarge) {
             ::malloc_trim(0);

@@ -20,7 +20,7 @@ namespace corvane {
 
 namespace {
 
-/// More files, folders or levels of folders are no teacher's.
+/// No teacher has more files, folders or levels of folders.
 constexpr std::size_t maximumFiles = 5'000;
 constexpr std::size_t maximumFolders = 5'000;
 constexpr int maximumLevels = 32;
@@ -44,7 +44,7 @@ bool isIcs(const std::string &name)
                [](char left, char right) { return left == std::tolower(static_cast<unsigned char>(right)); });
 }
 
-/// A link that leads round in circles leads nowhere, too.
+/// A circular link leads nowhere, too.
 bool isNothing(int error)
 {
     return error == ENOENT || error == ENOTDIR || error == ELOOP;
@@ -67,7 +67,7 @@ public:
     }
 
 private:
-    /// Answers false where there is nothing, or nothing that can be looked at.
+    /// False if there is nothing, or nothing that can be examined.
     bool look(const QByteArray &path, struct stat &status)
     {
         if (::stat(path.constData(), &status) == 0) {
@@ -81,7 +81,7 @@ private:
 
     void read(const QByteArray &folder, const struct stat &status, int level)
     {
-        // Each folder once: links may lead round in circles.
+        // Each folder once: links may be circular.
         if (level > maximumLevels || m_seen.size() >= maximumFolders ||
             !m_seen.emplace(status.st_dev, status.st_ino).second) {
             return;

@@ -18,10 +18,10 @@ namespace corvane {
 namespace {
 
 constexpr double day = 86'400;
-/// The library works out the end of each occurrence month by month. In seconds.
+/// The library computes the end of each occurrence month by month. In seconds.
 constexpr double longestInSeries = 366 * day;
 constexpr double longestAlone = 100 * longestInSeries;
-/// A longer identifier tells no more. In bytes.
+/// A longer identifier is cut. In bytes.
 constexpr std::size_t longestIdentifier = 1'000;
 
 bool isCancelled(const EventComponent &event)
@@ -54,7 +54,7 @@ struct GroupExpansion::Walk {
     const EventComponent &event;
     bool isChange;
     std::vector<CalendarEvent> events;
-    /// Why it was ended before its end.
+    /// Why the walk was stopped early.
     QString refusal;
 };
 
@@ -114,12 +114,12 @@ std::optional<GroupOutcome> GroupExpansion::run()
         const QString part = unreadablePart(event.component.get());
         if (!part.isEmpty()) {
             skipEvent(event, u"its %1 cannot be read"_s.arg(part));
-            // Nobody can tell which instance it changes.
+            // It is unknown which instance it changes.
             if (part == u"RECURRENCE-ID") {
                 continue;
             }
         }
-        // The library would look for the first occurrence for a long time.
+        // The library would search for the first occurrence for a long time.
         if (!startYear(event.component.get())) {
             if (part.isEmpty()) {
                 skipEvent(event, u"it does not tell when it begins"_s);
@@ -139,7 +139,7 @@ std::optional<GroupOutcome> GroupExpansion::run()
     return std::move(m_outcome);
 }
 
-/// Answers false when it was cancelled.
+/// False if it was cancelled.
 bool GroupExpansion::expand(const EventComponent &event)
 {
     Walk walk{*this, event, isChange(event), {}, {}};
@@ -155,7 +155,7 @@ bool GroupExpansion::expand(const EventComponent &event)
     return true;
 }
 
-/// Answers what the library has to say against it.
+/// The library's error message; empty on success.
 QString GroupExpansion::walkThrough(Walk &walk)
 {
     GError *error = nullptr;
@@ -180,7 +180,7 @@ gboolean GroupExpansion::takeInstance(ICalComponent *, ICalTime *startTime, ICal
     return walk.self.take(walk, startTime, endTime) ? TRUE : FALSE;
 }
 
-/// Answers whether the walk is to go on.
+/// Whether to go on with the walk.
 bool GroupExpansion::take(Walk &walk, ICalTime *startTime, ICalTime *endTime)
 {
     if (m_control.isCancelled()) {
@@ -223,7 +223,7 @@ bool GroupExpansion::take(Walk &walk, ICalTime *startTime, ICalTime *endTime)
     return true;
 }
 
-/// Whether an event that does not repeat lies outside the window: this is told faster than by a walk.
+/// Whether an event that does not repeat lies outside the window; faster than a walk.
 bool GroupExpansion::isFarOff(const EventComponent &event) const
 {
     if (repeats(event)) {

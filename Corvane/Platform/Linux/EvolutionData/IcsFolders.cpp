@@ -29,11 +29,11 @@ namespace corvane {
 
 namespace {
 
-/// Whether a folder exists is told at once; where it is not, the disk hangs.
+/// Whether a folder exists is known at once, unless the disk hangs.
 constexpr auto availabilityTimeout = 500ms;
-/// How long it may take to find out which events the files name.
+/// How long it may take to determine which events the files name.
 constexpr auto indexTime = 1000ms;
-/// What is kept of the time limit for drawing the conclusions.
+/// Reserved at the end of the time limit for evaluating the answers.
 constexpr auto conclusionTime = 300ms;
 
 } // namespace
@@ -68,7 +68,7 @@ public:
         const bool isKnown =
             co_await looking.until(std::min(deadline, QDeadlineTimer(availabilityTimeout, Qt::PreciseTimer)));
         if (!isKnown) {
-            // A disk that hangs is as good as none, for now, unless it was read before.
+            // For now, a disk that hangs counts as absent, unless its files are remembered.
             co_return co_await self->m_remembered.areThere(deadline);
         }
         self->m_availabilityCheck.reset();
@@ -85,7 +85,7 @@ public:
         co_await list(self, inTime, deadline, answers);
         answers.isThere = self->m_isThere;
         const Files files = self->m_files;
-        // A file that hangs must not make the others late.
+        // A file that hangs must not delay the others.
         co_await findShared(self, files, std::min(inTime, QDeadlineTimer(indexTime, Qt::PreciseTimer)));
         std::vector<QCoro::Task<void>> tasks;
         tasks.reserve(files.size());
@@ -117,7 +117,7 @@ private:
         for (const auto &[path, file] : files) {
             identifiers.emplace(path, file->identifiers());
         }
-        // Counting those of a large calendar takes longer than the rest of a load.
+        // Counting the identifiers of a large calendar takes longer than the rest of a load.
         if (identifiers == self->m_identifiers) {
             co_return;
         }
@@ -175,8 +175,8 @@ private:
         }
     }
 
-    /// Adds the files of earlier runs of which nobody knows now whether they are there: all, or those that
-    /// `listing` does not tell.
+    /// Adds remembered files of which it is unknown whether they still exist: all, or those that `listing`
+    /// could not determine.
     static QCoro::Task<void> addRemembered(std::shared_ptr<Impl> self, QString reason,
                                            QDeadlineTimer deadline,
                                            std::optional<FolderListing> listing = std::nullopt)
@@ -241,7 +241,7 @@ private:
     std::optional<Pending<std::shared_ptr<bool>>> m_availabilityCheck;
     std::optional<Pending<std::shared_ptr<FolderListing>>> m_listing;
     Files m_files;
-    /// Of the files, when it was last found out which of them are shared.
+    /// The files' identifiers when their shared events were last determined.
     std::map<QByteArray, FileCalendar::Identifiers> m_identifiers;
     SharedEvents m_shared{m_services};
     RememberedCalendars m_remembered{m_services, FileCalendar::identifierPrefix};

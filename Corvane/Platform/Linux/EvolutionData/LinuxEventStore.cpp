@@ -43,16 +43,15 @@ std::unique_ptr<EventStore> makeLinuxEventStore(DebugLogService &log, const QStr
 std::unique_ptr<EventStore> makeLinuxEventStore(const std::shared_ptr<CalendarServices> &services,
                                                 const QStringList &folders)
 {
-    // Asked at each query: an event at ten, in whatever zone, is one at ten where a traveller is now.
+    // Read at each query: a floating event at ten is at ten wherever a traveller is now.
     const TimeZoneId timeZoneId = &systemTimeZoneId;
-    // The calendar library would load its plug-ins for mail servers, a megabyte of code that no calendar
-    // needs. A folder that holds none, and is sure to be there, keeps it from doing so. Set before there are
-    // threads.
+    // Keeps the calendar library from loading its plug-ins for mail servers, a megabyte of code that no
+    // calendar needs: this folder contains none and is certain to exist. Set before there are threads.
     if (qEnvironmentVariableIsEmpty("EDS_CAMEL_PROVIDER_DIR")) {
         qputenv("EDS_CAMEL_PROVIDER_DIR", QFile::encodeName(QDir::rootPath()));
     }
     std::vector<std::shared_ptr<CalendarSource>> sources;
-    // The folders first: whether one exists is known at once, so that a service that hangs delays no grant.
+    // The folders first: their existence is known at once, so that a service that hangs delays no grant.
     [[maybe_unused]] const auto cleaning =
         startOnPool(services->memories.threads(), [memory = services->memory, now = currentDate()] {
             memory.forgetExpired(now);

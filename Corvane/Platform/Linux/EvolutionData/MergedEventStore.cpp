@@ -22,13 +22,13 @@ namespace corvane {
 
 namespace {
 
-/// A load of lessons ends within five seconds: what its request and its query may take together, ...
+/// What a request and its query may take together, so that a load of lessons ends within five seconds.
 constexpr auto loadBudget = 4500ms;
-/// ... what of it the request may take, so that something is left for the query, ...
+/// What the request may take of that, so that time is left for the query.
 constexpr auto requestBudget = 3500ms;
-/// ... and how soon after a request a query counts as the same load's.
+/// A query that follows a request within this time belongs to the same load.
 constexpr auto sameLoad = 500ms;
-/// What a query that had to wait for others is given at least.
+/// The least time for a query that had to wait for others.
 constexpr auto minimumQueryBudget = 200ms;
 
 using Granted = std::expected<bool, Failure>;
@@ -103,8 +103,8 @@ private:
         Pending<Events> answer;
     };
 
-    // The coroutines hold what they work on, so that it outlives the store while they wait. They are
-    // let go, since kept in what they hold neither would ever go.
+    // The coroutines own what they work on, so that it outlives the store while they wait. They are spawned:
+    // if they were stored in what they own, neither would ever be destroyed.
     static QCoro::Task<void> runRequest(std::shared_ptr<Impl> self)
     {
         const QDeadlineTimer loadEnd(loadBudget, Qt::PreciseTimer);
@@ -132,7 +132,7 @@ private:
     {
         self->m_isQuerying = true;
         while (!self->m_queries.empty()) {
-            // The answer is out of the queue before it is given, since whoever gets it may ask again at once.
+            // Taken off the queue before it is answered, because the receiver may ask again at once.
             const Query query = self->m_queries.front();
             const QDeadlineTimer deadline =
                 std::max(query.deadline, QDeadlineTimer(minimumQueryBudget, Qt::PreciseTimer));
@@ -168,7 +168,7 @@ private:
             return std::unexpected(Failure{all.error});
         }
         if (!all.isThere) {
-            // The next load asks again: a service may have been installed, a folder made.
+            // The next load asks again: a service or a folder may have been added.
             m_isGranted = false;
             return std::unexpected(
                 Failure{u"There is neither a calendar service nor a folder of calendars."_s});

@@ -17,7 +17,7 @@ namespace corvane {
 
 namespace {
 
-/// Ordered by age.
+/// Ordered from old to new.
 struct Revision {
     int sequence = 0;
     time_t stamp = 0;
@@ -36,7 +36,7 @@ Revision revisionOf(ICalComponent *event)
 
 bool isOfNoKnownInstance(ICalComponent *event)
 {
-    // Nobody can tell which instance it changes.
+    // It is unknown which instance it changes.
     return unreadablePart(event) == u"RECURRENCE-ID";
 }
 

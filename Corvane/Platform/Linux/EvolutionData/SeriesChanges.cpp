@@ -13,7 +13,7 @@ namespace corvane {
 
 namespace {
 
-/// How far a changed rest of a series may be moved, in seconds: the window is widened by what it is.
+/// How far a changed rest of a series may be moved, in seconds: the window is widened by its actual shift.
 constexpr double maximumShift = 60 * 86'400.0;
 
 GObjectRef<ICalProperty> firstProperty(ICalComponent *component, ICalPropertyKind kind)
@@ -27,7 +27,7 @@ qint64 dayNumber(ICalTime *time)
            i_cal_time_get_day(time);
 }
 
-/// Answers null where the property names no zone.
+/// Null if the property names no zone.
 GObjectRef<ICalParameter> zoneName(ICalProperty *property)
 {
     return GObjectRef<ICalParameter>::adopt(

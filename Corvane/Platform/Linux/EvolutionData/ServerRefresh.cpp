@@ -14,8 +14,7 @@ namespace corvane {
 
 namespace {
 
-/// A server that could not be asked twice is left alone for twice this time, then for twice as long, and so
-/// on.
+/// The pause after a failed attempt; each further failure doubles it, at most maximumDoublings times.
 constexpr std::chrono::seconds shortestPause = 2min;
 constexpr int maximumDoublings = 5;
 

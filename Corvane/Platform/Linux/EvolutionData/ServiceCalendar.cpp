@@ -18,14 +18,14 @@ namespace corvane {
 
 namespace {
 
-/// How long the first reading of a calendar waits for the watch over it; it goes on without.
+/// How long the first reading of a calendar waits for the watch over it; then it goes on without.
 constexpr auto watchTime = 1000ms;
-/// Series are fetched one by one from services that may leave out their changed instances; no more than
-/// these.
+/// Services that may leave out changed instances are asked for each series separately, unless there are more
+/// series than this.
 constexpr std::size_t maximumSingleFetches = 1'000;
-/// How long a watch over the series is trusted before they are fetched again all the same.
+/// After this time the series are fetched again even if the watch reports no change.
 constexpr auto seriesRefetchInterval = 10min;
-/// The service looks for a stored password first: only one that it waits for at several readings is told.
+/// The service first looks for a stored password: only a wait that lasts for several readings is reported.
 constexpr int lastingPasswordWaits = 2;
 constexpr int lastingConnections = 2;
 
@@ -60,7 +60,7 @@ std::vector<ComponentGroup> groupsOf(const Components &components, const FindZon
         const auto definition =
             GObjectRef<ICalComponent>::adopt(zone != nullptr ? i_cal_timezone_get_component(zone) : nullptr);
         if (definition) {
-            // The client's own is shared by all threads, and reading one moves its iterators.
+            // Cloned, because all threads share the client's component and reading it moves its iterators.
             definitions.push_back(GObjectRef<ICalComponent>::adopt(i_cal_component_clone(definition.get())));
         }
     }
@@ -165,7 +165,7 @@ void ServiceCalendar::notePassword()
         m_connections = 0;
         break;
     case E_SOURCE_CONNECTION_STATUS_CONNECTED:
-        // Between two attempts the service seems to be connected for a moment.
+        // Between two attempts the service briefly seems to be connected.
         if (++m_connections >= lastingConnections) {
             m_passwordWaits = 0;
         }
@@ -213,7 +213,7 @@ QCoro::Task<SourceCalendar::Reading> ServiceCalendar::readOnce(CalendarQuestion 
         [[maybe_unused]] const bool isWatched =
             co_await watched->until(QDeadlineTimer(watchTime, Qt::PreciseTimer));
     }
-    // What changes from here on is seen by the next reading.
+    // The next reading sees whatever changes from here on.
     const QByteArray versionNow = version(client, question);
     const bool areSeriesKnown = m_series && m_series->question == question && !versionNow.isEmpty() &&
                                 m_series->version == versionNow && !m_series->refetch.hasExpired();
@@ -283,7 +283,7 @@ ServiceCalendar::fetch(Client client, CalendarQuestion question, bool withSeries
     co_return std::move(*fetched);
 }
 
-/// Second step: other services may count a changed instance as a single event. The whole series is asked for.
+/// Second step: other services may list a changed instance as a single event. Fetches the whole series.
 QCoro::Task<void> ServiceCalendar::completeSeries(Client client, std::shared_ptr<Fetched> fetched)
 {
     const std::set<QByteArray> identifiers = identifiersOf(fetched->series);
@@ -301,7 +301,7 @@ QCoro::Task<void> ServiceCalendar::completeSeries(Client client, std::shared_ptr
     fetched->series = std::move(whole);
 }
 
-// Third step: expand. The single events first, so that they are given whatever the series cost.
+// Third step: expand. Single events first, so that they are available whatever the series cost.
 
 QCoro::Task<std::expected<Expansion, CalendarError>>
 ServiceCalendar::expandSingles(Client client, CalendarQuestion question, Components components)

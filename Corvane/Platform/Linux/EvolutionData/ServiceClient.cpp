@@ -19,15 +19,16 @@ namespace corvane {
 
 namespace {
 
-/// Seconds; no place on earth is further from UTC, by an hour.
+/// In seconds; an hour further from UTC than any place on earth.
 constexpr qint64 furthestFromUtc = 15 * qint64{3600};
-/// Series are fetched one by one, this many at a time.
+/// How many series are fetched at the same time.
 constexpr std::size_t fetchesAtATime = 8;
 
 /// Series, and events whose start the service cannot read: no interval finds them.
 constexpr auto haveNoInterval = "(or (has-recurrences?) (not (has-start?)))";
 
-/// Those that overlap the interval, and those next to it, since the service takes floating times for UTC.
+/// Matches events that overlap the interval, and those close to it, because the service takes floating times
+/// as UTC.
 QByteArray overlaps(DateInterval interval)
 {
     const auto text = [](Date date, qint64 later) {
@@ -44,7 +45,7 @@ using Flag = std::shared_ptr<std::atomic<bool>>;
 
 } // namespace
 
-/// What the signals of a view share with the client, however long either of them lives.
+/// Shared by the client and the signals of a view, however long either lives.
 struct ServiceClient::Watch {
     DateInterval span;
     std::atomic<quint64> changes = 0;
@@ -59,7 +60,7 @@ struct ServiceClient::Watch {
             QCoreApplication::instance(), [watch] { watch->onChange(); }, Qt::QueuedConnection);
     }
 
-    /// Makes the view, on a thread of GLib's: the calls block and know no other form.
+    /// Makes the view on a GLib thread, because these calls have no form that does not block.
     static void make(GTask *task, gpointer, gpointer data, GCancellable *cancellable)
     {
         const auto &[client, watch] =
@@ -128,9 +129,9 @@ QCoro::Task<std::expected<ServiceClient::Opened, QString>> ServiceClient::open(G
 QCoro::Task<ServiceClient::Listing> ServiceClient::singles(std::shared_ptr<ServiceClient> self,
                                                            DateInterval interval)
 {
-    // Series are kept out by the first condition, before the service would walk through them: a rule without
-    // end keeps it busy for hours, and with it the whole calendar. The last one stands behind the interval:
-    // only so does the service look for the interval in its index, instead of at each event.
+    // The first condition excludes series before the service would walk through them: a rule without end
+    // keeps it busy for hours, and the whole calendar with it. The last one must follow the interval: only
+    // then does the service look the interval up in its index instead of testing each event.
     return list(std::move(self),
                 QByteArray("(and (not (has-recurrences?)) ") + overlaps(interval) + " (has-start?))");
 }
@@ -150,7 +151,7 @@ QCoro::Task<ServiceClient::Listing> ServiceClient::list(std::shared_ptr<ServiceC
     GError *error = nullptr;
     GSList *objects = nullptr;
     e_cal_client_get_object_list_finish(self->m_client.get(), listing.value().get(), &objects, &error);
-    // Some versions of the library call an empty list a failure, but one without a reason.
+    // Some versions of the library report an empty list as a failure, but without an error.
     if (error != nullptr) {
         co_return std::unexpected(messageOf(error));
     }
@@ -206,14 +207,14 @@ QCoro::Task<void> ServiceClient::bringZones(std::shared_ptr<ServiceClient> self,
         });
         co_await call.untilResolved();
         ICalTimezone *zone = nullptr;
-        // A zone that nobody knows is taken for the user's own.
+        // An unknown zone counts as the user's own.
         e_cal_client_get_timezone_finish(self->m_client.get(), call.value().get(), &zone, nullptr);
     }
 }
 
 std::function<ICalTimezone *(const char *tzid)> ServiceClient::customZone() const
 {
-    // The client is given back on the main thread, wherever the last user of it is.
+    // Releases the client on the main thread, wherever its last user runs.
     g_object_ref(m_client.get());
     const std::shared_ptr<ECalClient> shared(m_client.get(), [](ECalClient *last) {
         g_idle_add(

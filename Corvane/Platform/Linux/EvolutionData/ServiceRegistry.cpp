@@ -18,7 +18,7 @@ namespace {
 
 bool isBusInReach()
 {
-    // Without either of these GLib would start a bus of its own for this program alone.
+    // Without either of these, GLib would start a separate bus for this program.
     return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
            QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/bus"_s);
 }
@@ -36,7 +36,7 @@ QCoro::Task<ServiceRegistry::Found> ServiceRegistry::find(std::shared_ptr<Servic
                                                           QDeadlineTimer deadline)
 {
     if (self->m_registry && self->isEmpty()) {
-        // The service is gone, or has come since.
+        // The service has left, or has come since.
         self->m_registry.reset();
     }
     if (self->m_registry) {
@@ -47,7 +47,8 @@ QCoro::Task<ServiceRegistry::Found> ServiceRegistry::find(std::shared_ptr<Servic
     }
     Pending<Found> call;
     if (self->m_call) {
-        // A service that hangs keeps this call for half a minute, whatever is done: there is one at a time.
+        // A service that hangs blocks this call for half a minute in any case, so there is only one at a
+        // time.
         call = *self->m_call;
     } else {
         self->m_call = call;
@@ -59,7 +60,7 @@ QCoro::Task<ServiceRegistry::Found> ServiceRegistry::find(std::shared_ptr<Servic
     co_return call.value();
 }
 
-/// Shares the registry, since its answer may come long after everyone has stopped waiting.
+/// Shares the registry, because the answer may come long after everyone has stopped waiting.
 QCoro::Task<void> ServiceRegistry::connect(std::shared_ptr<ServiceRegistry> self, Pending<Found> call)
 {
     Found found = co_await open(self);
@@ -78,7 +79,7 @@ QCoro::Task<ServiceRegistry::Found> ServiceRegistry::open(std::shared_ptr<Servic
     if (!connection) {
         co_return Found{State::absent, messageOf(error)};
     }
-    // The end of the bus must not be the end of the program.
+    // The program must not end with the bus.
     g_dbus_connection_set_exit_on_close(connection.get(), FALSE);
     const auto making = startGioCall(
         [](GAsyncReadyCallback callback, gpointer data) { e_source_registry_new(nullptr, callback, data); });
@@ -95,7 +96,7 @@ QCoro::Task<ServiceRegistry::Found> ServiceRegistry::open(std::shared_ptr<Servic
         co_return Found{State::silent, messageOf(error)};
     }
     if (self->isEmpty()) {
-        // The library makes an empty list where there is no service; a real one is never empty.
+        // Without a service the library makes an empty list; a real one is never empty.
         self->m_registry.reset();
         co_return absent;
     }

@@ -16,7 +16,7 @@ namespace corvane {
 
 namespace {
 
-/// On a worker thread.
+/// Runs on a worker thread.
 std::vector<ComponentGroup> groupsOfTexts(const std::vector<QByteArray> &texts)
 {
     std::vector<CalendarContents> calendars;

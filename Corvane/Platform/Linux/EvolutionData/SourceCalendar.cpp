@@ -105,7 +105,7 @@ SourceCalendar::readInTime(std::shared_ptr<SourceCalendar> self, CalendarQuestio
         }
     }
     if (self->m_attempt && self->m_attempt->question != question) {
-        // The answer for another day: only its end is awaited.
+        // A reading for another day: wait only for its end.
         const auto earlier = self->m_attempt->reading;
         if (!co_await earlier.until(inTime)) {
             co_return std::nullopt;
@@ -113,7 +113,7 @@ SourceCalendar::readInTime(std::shared_ptr<SourceCalendar> self, CalendarQuestio
     }
     if (!self->m_attempt) {
         self->m_attempt = std::make_shared<Attempt>(question);
-        // One that is known already ends at once, and is no longer the one under way.
+        // If the answer is already known, the attempt ends at once and resets m_attempt.
         const std::shared_ptr<Attempt> begun = self->m_attempt;
         spawn(attempt(self, begun));
         if (begun->reading.isResolved()) {
@@ -122,7 +122,7 @@ SourceCalendar::readInTime(std::shared_ptr<SourceCalendar> self, CalendarQuestio
     }
     const std::shared_ptr<Attempt> current = self->m_attempt;
     const auto pending = current->reading;
-    // One that was late before is not waited for again: its answer is loaded as soon as it comes.
+    // A late reading gets little further time: its answer is loaded as soon as it comes.
     const QDeadlineTimer patience =
         current->isLate ? std::min(inTime, QDeadlineTimer(shortPatience, Qt::PreciseTimer)) : inTime;
     if (!co_await pending.until(patience)) {
@@ -149,9 +149,9 @@ QCoro::Task<void> SourceCalendar::attempt(std::shared_ptr<SourceCalendar> self,
     }
 }
 
-// What stands in.
+// The last answer.
 
-/// Whether `m_answer` is one to `question` now.
+/// Whether `m_answer` answers `question` now, from this run or from disk.
 QCoro::Task<bool> SourceCalendar::hasLastAnswer(std::shared_ptr<SourceCalendar> self,
                                                 CalendarQuestion question, QDeadlineTimer deadline)
 {
@@ -179,7 +179,7 @@ QByteArray SourceCalendar::sharedText(const CalendarQuestion &question) const
     return m_answer && m_answer->question == question ? m_answer->reading.sharedText : QByteArray();
 }
 
-/// Answers whether there is a memory.
+/// Whether the calendar is remembered.
 QCoro::Task<bool> SourceCalendar::recall(std::shared_ptr<SourceCalendar> self, QDeadlineTimer deadline)
 {
     if (self->m_memory) {
@@ -247,8 +247,7 @@ QCoro::Task<void> SourceCalendar::writeMemory(std::shared_ptr<SourceCalendar> se
                     [folder = self->m_services->memory, memory] { return folder.write(*memory); });
     co_await writing.untilResolved();
     const std::expected<void, Failure> &written = *writing.value();
-    // A full disk may have room again at the next load; a calendar that is too large does not shrink by
-    // waiting.
+    // A full disk may have room at the next load; a calendar that is too large is not tried again.
     self->m_isUnwritten = !written && memory->text.size() <= CalendarMemory::maximumTextSize;
     const QString reason = written ? QString() : written.error().localizedDescription;
     if (!written && reason != self->m_loggedMemoryError) {
@@ -269,7 +268,7 @@ void SourceCalendar::forget()
         });
 }
 
-// How it fares.
+// The status.
 
 void SourceCalendar::rename(const QString &name, const QString &account)
 {

@@ -15,9 +15,9 @@ namespace corvane {
 
 namespace {
 
-/// A longer name is no zone's. In bytes.
+/// No zone has a longer name. In bytes.
 constexpr qsizetype longestName = 200;
-/// No zone changed its clocks more often in a way of its own; nor did it on more single dates.
+/// No zone has changed its clocks more often, neither by distinct rules nor on single dates.
 constexpr int maximumChanges = 500;
 /// Several programs begin their rules in 1601.
 constexpr int firstYear = 1600;
@@ -25,14 +25,14 @@ constexpr int lastYear = 2200;
 
 ICalTimezone *systemZone(const QByteArray &name)
 {
-    // The library looks for files of this name.
+    // The library opens a file of this name.
     if (name.isEmpty() || name.contains("..")) {
         return nullptr;
     }
     return i_cal_timezone_get_builtin_timezone(name.constData());
 }
 
-/// The zone that the last parts of a path name: "/vendor/20250101/Europe/Berlin".
+/// The zone named by the last parts of a path such as "/vendor/20250101/Europe/Berlin".
 ICalTimezone *prefixedZone(const QByteArray &tzid)
 {
     for (qsizetype slash = tzid.indexOf('/'); slash >= 0; slash = tzid.indexOf('/', slash + 1)) {
@@ -65,7 +65,7 @@ bool isHarmlessChange(ICalComponent *change)
     // A second rule would be walked for each occurrence of the first.
     return rules.size() <= 1 && std::ranges::all_of(rules, [](const RecurrenceRule &rule) {
                const bool isTimeless = rule.hours.empty() && rule.minutes.empty() && rule.seconds.empty();
-               // The 30th of February never comes.
+               // Excludes days that never come, such as 30 February.
                const bool comesTrue =
                    rule.monthDays.empty() || std::ranges::any_of(rule.monthDays, [](short number) {
                        return number >= -28 && number <= 28 && number != 0;
