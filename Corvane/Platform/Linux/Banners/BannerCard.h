@@ -37,7 +37,7 @@ public:
 
     ~BannerCard() override;
 
-    /// Sets what the card shows, in the frame's size; once, before the card is shown.
+    /// Sets the card's content, which has the frame's size. Called once, before the card is shown.
     void setContent(std::unique_ptr<QWidget> content);
 
     /// The card as currently drawn, in points, y upwards.

@@ -16,7 +16,7 @@ namespace {
 /// The fraction of the way covered after the fraction `time` of the duration.
 double progress(TimingCurve curve, double time)
 {
-    // One control point coincides with the end at full speed; the other softens the opposite end.
+    // One control point coincides with its end point; the other eases the opposite end.
     constexpr double softness = 0.42;
     QEasingCurve easing(QEasingCurve::BezierSpline);
     switch (curve) {

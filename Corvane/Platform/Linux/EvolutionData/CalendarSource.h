@@ -24,7 +24,7 @@ struct CalendarAnswers {
     /// Whether the source exists at all: a calendar service on the bus, a folder on the disk.
     bool isThere = false;
     std::vector<CalendarEvent> events;
-    /// How many calendars answered, or have a last good answer that stands in.
+    /// How many calendars answered, or have a last good answer that is used instead.
     int answered = 0;
     /// How many others leave a gap in the schedule.
     int silent = 0;

@@ -15,7 +15,7 @@ struct CalendarServices;
 /// The enabled calendars of the desktop's calendar service, except those of contacts and weather.
 ///
 /// New calendars are added; removed ones are dropped, and forgotten after a minute. If the list of calendars
-/// is unavailable from the start, the remembered calendars stand in.
+/// is unavailable from the start, the remembered calendars are used.
 class EvolutionCalendars final : public CalendarSource {
 public:
     explicit EvolutionCalendars(std::shared_ptr<CalendarServices> services);

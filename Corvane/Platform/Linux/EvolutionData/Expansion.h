@@ -49,7 +49,7 @@ struct Expansion {
     std::map<QByteArray, std::shared_ptr<const GroupOutcome>> series;
     /// The series that an incomplete expansion lacks, with their titles.
     std::vector<SkippedEvent> unfinishedSeries;
-    /// Names of unknown time zones: the user's own stands in.
+    /// Names of unknown time zones, for which the user's own is used.
     std::set<QByteArray> unknownZones;
     /// The indices of the groups that have events.
     std::vector<std::size_t> occurring;

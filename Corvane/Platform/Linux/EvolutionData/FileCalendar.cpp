@@ -107,7 +107,7 @@ void FileCalendar::close()
 QCoro::Task<void> FileCalendar::index(std::shared_ptr<FileCalendar> self, QDeadlineTimer deadline)
 {
     co_await indexFile(self, deadline);
-    // If the file cannot be read in this run, its contents of an earlier run stand in.
+    // If the file cannot be read in this run, its contents from an earlier run are used.
     if (!self->m_identifiers->empty() || !co_await hasMemory(self, deadline)) {
         co_return;
     }

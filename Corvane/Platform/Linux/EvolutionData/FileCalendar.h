@@ -33,8 +33,8 @@ public:
 
     void setStamp(const FileStamp &stamp);
 
-    /// Called if the file cannot be examined and has not been in this run: its contents of an earlier run
-    /// stand in.
+    /// Called if the file cannot be examined and has not been in this run: its contents from an earlier run
+    /// are used.
     void setUnreachable(const QString &reason);
 
     /// Determines which events the file names, or named when it was last read, possibly in an earlier run.

@@ -47,8 +47,8 @@ private:
     ZoneTable &m_zones;
     EventTimes m_times;
     SeriesChanges m_changes;
-    /// The window to walk through, in seconds since 1970: wider than the interval by a day on each side,
-    /// because it is in no particular zone, and by the furthest shift.
+    /// The window to walk through, in seconds since 1970: wider than the interval by a day on each side, to
+    /// suit any time zone, and by the furthest shift.
     double m_from;
     double m_to;
     std::map<const EventComponent *, QString> m_refusals;

@@ -31,9 +31,9 @@ makeLinuxEventStore(DebugLogService &log, const QStringList &folders, const QStr
 [[nodiscard]] std::unique_ptr<EventStore>
 makeLinuxEventStore(const std::shared_ptr<CalendarServices> &services, const QStringList &folders);
 
-/// Whether the event loop of the main thread serves the calendar library. If not, writes to the log and to
-/// standard error that the calendar service will never answer; loads then end at their time limit. Called
-/// once at start-up, after the application object was made.
+/// Whether the event loop of the main thread serves the calendar library. If not, writes that to the log and
+/// to standard error: the calendar service will never answer, and loads end at their time limit. Called once
+/// at start-up, after the application object was made.
 bool checkEventLoopServesCalendars(DebugLogService &log);
 
 } // namespace corvane

@@ -22,8 +22,8 @@ namespace corvane {
 
 struct CalendarServices;
 
-/// The calendars of one source as remembered on disk: they stand in if the source does not even list its
-/// calendars. Main thread only. The owner must outlive all calls.
+/// The calendars of one source as remembered on disk, used if the source does not even list its calendars.
+/// Main thread only. The owner must outlive all calls.
 class RememberedCalendars {
 public:
     /// `prefix` is that of the identifiers of the source's calendars.

@@ -35,8 +35,8 @@ public:
     /// The moment of `time` in the zone that the library has given it, otherwise in the user's.
     [[nodiscard]] double moment(ICalTime *time) const;
 
-    /// The moment of a property's `time` in the zone that the property names, without such a name in
-    /// `otherwise`; of a date in the user's zone.
+    /// The moment of a property's `time`: in the zone that the property names, or in `otherwise` if it names
+    /// none. A date is in the user's zone.
     [[nodiscard]] double moment(ICalProperty *property, ICalTime *time, DefinedZones &definitions,
                                 ICalTimezone *otherwise) const;
 

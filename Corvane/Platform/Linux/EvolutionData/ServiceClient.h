@@ -63,7 +63,7 @@ public:
     static QCoro::Task<void> bringZones(std::shared_ptr<ServiceClient> self,
                                         std::set<QByteArray> identifiers);
 
-    /// Finds zones in the cache, on any thread. The function keeps the cache alive.
+    /// Returns a function that finds zones in the cache, on any thread, and that keeps the cache alive.
     [[nodiscard]] std::function<ICalTimezone *(const char *tzid)> customZone() const;
 
     /// Starts to watch the series and the single events of `span`. Resolves when that has succeeded or

@@ -38,7 +38,7 @@ struct CalendarError {
 struct CalendarReading {
     std::vector<CalendarEvent> events;
     std::vector<SkippedEvent> skippedEvents;
-    /// Names of unknown time zones: the user's own stands in.
+    /// Names of unknown time zones, for which the user's own is used.
     std::set<QByteArray> unknownZones = {};
     /// Events that other calendars contain, too: not in `events`, but in `sharedText` as calendar text.
     std::set<IdentifierKey> shared = {};
@@ -81,8 +81,8 @@ struct CalendarServices {
 /// One calendar, of the service or a file: queries it, remembers its last good answer, and keeps its status.
 ///
 /// One reading runs at a time. A reading that misses the deadline of its query goes on, and its result
-/// answers the next query; until then the last good answer stands in, from this run or from disk. Readings
-/// are remembered in the background, and only when they have changed.
+/// answers the next query; until then the last good answer is used, from this run or from disk. Readings are
+/// remembered in the background, and only when they have changed.
 ///
 /// Main thread only. Coroutines share the calendar, so that it outlives what they wait for.
 class SourceCalendar : public std::enable_shared_from_this<SourceCalendar> {

@@ -21,8 +21,8 @@ namespace corvane {
 /// they do, and says goodbye when the program ends normally. Main thread only. Failures are only logged,
 /// because the program works without this.
 ///
-/// A new agent is told again. An agent that leaves while lessons remain is started again. An agent from
-/// before an update does not know the greeting: that is logged, and the next agent is told.
+/// Greets each new agent, and starts an agent that has left while lessons remain. An agent from before an
+/// update does not know the greeting: that is logged, and the next agent is greeted.
 class AgentGreeting final : public QObject {
     Q_OBJECT
 

@@ -46,9 +46,8 @@ private:
     QSystemTrayIcon m_icon;
     QString m_title;
     QString m_notice;
-    std::uint32_t m_tray = 0; ///< the tray's window; 0 while there is none
-    std::uint32_t m_manager =
-        0; ///< atom of the message that announces a tray; 0 until a client message has come
+    std::uint32_t m_tray = 0;    ///< the tray's window; 0 while there is none
+    std::uint32_t m_manager = 0; ///< atom of the message that announces a tray; 0 if not looked up
 };
 
 } // namespace corvane

@@ -82,7 +82,7 @@ QCoro::Task<SingleInstance::Start> handOver(QDBusConnection bus, QString token)
     QDBusMessage answer = co_await activate(bus, token);
     if (answer.errorName() == "org.freedesktop.DBus.Error.ServiceUnknown"_L1 ||
         answer.errorName() == "org.freedesktop.DBus.Error.NameHasNoOwner"_L1) {
-        // The other one may hold its lock but not yet its name.
+        // The other instance may hold its lock but not yet its name.
         if (!*hasArrived) {
             co_await qCoro(&arrival, &QDBusServiceWatcher::serviceRegistered, nameDelay);
         }
@@ -200,8 +200,8 @@ QCoro::Task<SingleInstance::Start> SingleInstance::claim(QString activationToken
         co_return Start::first;
     }
     if (alive) {
-        // The other one holds its locks elsewhere. Release these, or a third start would find them held by a
-        // program that is about to end.
+        // The other instance holds its locks elsewhere. Release these, or a third start would find them held
+        // by a program that is about to end.
         alive->m_bus.unregisterObject(objectPath);
         alive->unlock();
     }

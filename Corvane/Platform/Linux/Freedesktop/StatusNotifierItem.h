@@ -80,7 +80,7 @@ private:
     std::vector<StatusMenuEntry> m_menu;
     QString m_activationToken; ///< for the next click
     bool m_isRegistered = false;
-    bool m_hasHost = true; ///< true for a watcher that reports nothing of its hosts
+    bool m_hasHost = true; ///< also true if the watcher reports nothing of its hosts
     bool m_isAbsent = false;
     bool m_isSilent = false; ///< whether the watcher has let a call time out
     int m_attempt = 0;       ///< number of the latest registration; answers to older ones are ignored

@@ -17,7 +17,7 @@ namespace corvane {
 
 namespace {
 
-/// The toolkit's Wayland plugin is a package of its own; without it the toolkit ends the process.
+/// The toolkit's Wayland plugin is a separate package; without it the toolkit ends the process.
 bool toolkitKnowsWayland()
 {
     return std::ranges::any_of(QCoreApplication::libraryPaths(), [](const QString &folder) {

@@ -18,7 +18,7 @@ namespace displayChoice {
 [[nodiscard]] bool x11Answers();
 [[nodiscard]] bool waylandAnswers();
 
-/// "xcb" if an X server answers, as in most Wayland sessions: there windows can be placed, and stay above
+/// "xcb" if an X server answers, as in most Wayland sessions: there, windows can be placed and can stay above
 /// full-screen ones. Otherwise "wayland" if a compositor answers, otherwise none. `asked` is the platform
 /// that the environment asks for; a platform other than these two is returned unchanged.
 [[nodiscard]] std::optional<QByteArray> platform(const QByteArray &asked,

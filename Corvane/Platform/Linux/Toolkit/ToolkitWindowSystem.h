@@ -17,8 +17,8 @@ namespace corvane {
 ///
 /// A window manager gives the keyboard to a window only if the user's request is newer than the last user
 /// action in the active window. The bell belongs to another program, so the server's timestamp of the click
-/// never arrives here: the time in the desktop's activation token stands in, or else the server's time when
-/// the request arrives.
+/// never arrives here. The time in the desktop's activation token is used instead, or else the server's time
+/// when the request arrives.
 class ToolkitWindowSystem final : public WindowSystem {
 public:
     [[nodiscard]] bool isComposited() const override;

@@ -14,7 +14,7 @@
 namespace corvane {
 
 /// Starts an asynchronous GLib call. `start` is given the callback and its user data; the caller passes the
-/// result to the call's own finish function. The callback is harmless after everyone has stopped waiting.
+/// result to the call's own finish function. A callback after everyone has stopped waiting is harmless.
 template <typename Start>
 [[nodiscard]] Pending<GObjectRef<GAsyncResult>> startGioCall(Start start)
 {

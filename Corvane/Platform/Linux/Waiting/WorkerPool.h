@@ -55,8 +55,8 @@ private:
     QThreadPool *m_pool = new QThreadPool;
 };
 
-/// Runs `work` on a thread of `pool` and delivers its result on the main thread. `work` must share no state.
-/// If the pool drops it, the result never arrives.
+/// Runs `work` on a thread of `pool` and delivers its result on the main thread. Values in, values out. If
+/// the pool drops it, the result never arrives.
 template <typename Work>
 [[nodiscard]] auto startOnPool(QThreadPool &pool, Work work)
 {

@@ -63,9 +63,8 @@ private:
     int m_scale = 1;
     QPointF m_pointer;
     Qt::MouseButtons m_buttons;
-    bool m_isConfigured =
-        false;              ///< whether the compositor has configured the surface, so that it can be painted
-    bool m_isStale = false; ///< whether to paint as soon as a buffer is free
+    bool m_isConfigured = false; ///< whether the compositor has configured the surface
+    bool m_isStale = false;      ///< whether to paint as soon as a buffer is free
     // Destroyed in reverse order: buffers first, the surface last.
     WaylandRef<wl_surface> m_surface;
     WaylandRef<zwlr_layer_surface_v1> m_layerSurface;

@@ -82,7 +82,7 @@ public:
 
 Q_SIGNALS:
     void outputsChanged();
-    /// Emitted before the connection closes: receivers must destroy all objects made through it.
+    /// Emitted before a lost connection is closed: receivers must destroy all objects made through it.
     void lost();
 
 private:

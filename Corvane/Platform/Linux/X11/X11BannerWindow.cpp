@@ -65,7 +65,7 @@ void X11BannerWindow::drawn()
 void X11BannerWindow::updateShape()
 {
     xcb_connection_t *server = x11::connection();
-    // Qt recreates the X window when it is shown; the shape must go to that one.
+    // Qt recreates the X window when it shows it: only the shown window can be given a shape.
     if (server == nullptr || !isVisible() || windowHandle() == nullptr) {
         return;
     }

@@ -133,8 +133,8 @@ std::optional<std::uint32_t> serverTime()
     if (connection() == nullptr) {
         return std::nullopt;
     }
-    // The server reports its time only in events. This one is read on a separate connection, because the
-    // toolkit reads all events of its own.
+    // The server reports its time only in events. They are read on a separate connection, because the
+    // toolkit reads all events of Qt's.
     const std::unique_ptr<xcb_connection_t, Disconnect> server(xcb_connect(nullptr, nullptr));
     if (xcb_connection_has_error(server.get()) != 0) {
         return std::nullopt;
