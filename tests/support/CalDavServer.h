@@ -10,27 +10,27 @@
 
 namespace corvane {
 
-/// A calendar server on the loopback interface with one calendar, "Online", of the user "teacher". It is
-/// ended, by its process id, with the object.
+/// A calendar server on the loopback interface with one calendar, "Online", owned by the user "teacher". The
+/// destructor ends the server by its process id.
 class CalDavServer {
 public:
-    /// Starts the server and waits until it listens. Ends the test program when it does not come up.
+    /// Starts the server and waits up to 20 s until it listens. Ends the test program if it does not.
     CalDavServer();
     ~CalDavServer();
     CalDavServer(const CalDavServer &) = delete;
     CalDavServer &operator=(const CalDavServer &) = delete;
 
-    /// Adds or replaces an event on the server: the text of a component.
+    /// Adds or replaces the event `name` on the server; `component` is its iCalendar text.
     void put(const QString &name, const QByteArray &component) const;
     void remove(const QString &name) const;
 
-    /// The server is down; connections are refused.
+    /// Stops the server; connections are refused.
     void stop();
     void start();
-    /// It accepts connections and never answers.
+    /// From now until resume() the server accepts connections but never answers.
     void hang() const;
     void resume() const;
-    /// From its next start on it asks for a password that no client has.
+    /// From the next start() on, the server asks for a password that no client has.
     void refuseEveryone() { m_isRefusing = true; }
 
     /// Adds the calendar to the calendar service as the source `id`.

@@ -13,9 +13,9 @@
 #include <csignal>
 
 #ifdef __SANITIZE_ADDRESS__
-// The calendar library keeps a few bytes of each list of calendars that it has watched, and newer ones of
-// each call to a service that has died; to be recognised, the allocation is followed through code without
-// frame pointers.
+// The calendar library leaks a few bytes for each watched list of calendars; newer versions also leak for
+// each call to a service that has died. Slow unwinding is needed because the suppressions match frames of
+// code compiled without frame pointers.
 extern "C" const char *__asan_default_options();
 extern "C" const char *__asan_default_options()
 {
@@ -45,7 +45,7 @@ QString nameOf(CalendarService::Part part)
 void write(const QString &path, const QByteArray &text)
 {
     QDir().mkpath(QFileInfo(path).path());
-    // The service tells a changed file by its time in whole seconds, which two edits of a test would share.
+    // The service detects changes by modification time in whole seconds, which two quick edits would share.
     static int edits = 0;
     const QDateTime time = QDateTime::currentDateTime().addSecs(2LL * ++edits);
     QSaveFile file(path);
@@ -80,7 +80,7 @@ CalendarService::CalendarService()
     , m_connection(QDBusConnection::connectToBus(m_bus.address(), u"calendar-service"_s))
 {
     qputenv("DBUS_SESSION_BUS_ADDRESS", m_bus.address().toUtf8());
-    // On a machine that is busy, or has just been set up, their start alone takes longer than a load may.
+    // Start both parts now: on a busy or fresh machine their start takes longer than a load's time limit.
     for (const Part part : {Part::registry, Part::factory}) {
         if (process(part) <= 0) {
             qFatal("the calendar service does not come up");
@@ -90,7 +90,7 @@ CalendarService::CalendarService()
 
 CalendarService::~CalendarService()
 {
-    // A process that is stopped does not see the end of its bus.
+    // A stopped process would not notice that its bus has ended.
     for (const Part part : {Part::registry, Part::factory}) {
         if (isRunning(part)) {
             signal(part, SIGCONT);

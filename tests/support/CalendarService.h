@@ -11,9 +11,9 @@
 
 namespace corvane {
 
-/// The desktop's calendar service on a bus of the test's own, over the base directories of the test's own
-/// (see tests/support/isolated). The test program's session bus is this bus from construction on, so there is
-/// one in a test program.
+/// The desktop's calendar service on a private bus; it uses the test's base directories (see
+/// tests/support/isolated). The constructor makes this bus the session bus of the test program, so a program
+/// can have only one. Ends the test program if the service does not come up.
 class CalendarService {
 public:
     CalendarService();
@@ -21,23 +21,22 @@ public:
     CalendarService(const CalendarService &) = delete;
     CalendarService &operator=(const CalendarService &) = delete;
 
-    /// Writes the service's own calendar, "Personal", before the service is first asked.
+    /// Writes the service's built-in calendar, "Personal". Call it before the first request to the service.
     static void writeCalendar(const QByteArray &ics);
 
-    /// Adds (or replaces) a calendar of the name `id` over a file of its own. A service that runs takes it up
-    /// after some moments.
+    /// Adds or replaces the calendar `id`, stored in its own file. A running service picks it up with a short
+    /// delay.
     static void addCalendar(const QString &id, const QString &displayName, const QByteArray &ics,
                             bool isEnabled = true);
-    /// Adds a calendar of any kind by the text that describes it to the service.
+    /// Adds a calendar of any kind; `description` is the content of its source file.
     static void addSource(const QString &id, const QString &description);
     static void removeCalendar(const QString &id);
 
     enum class Part { registry, factory };
 
-    /// The process of a part of the service, started if need be.
+    /// Returns the process id of a part of the service, which is started if necessary.
     [[nodiscard]] qint64 process(Part part);
-    /// Sends `signal` to that process and to those that it has started. Stopped ones go on when this object
-    /// goes.
+    /// Sends `signal` to that process and its descendants. The destructor resumes stopped ones.
     void signal(Part part, int signal);
     [[nodiscard]] bool isRunning(Part part) const;
 
@@ -46,7 +45,7 @@ private:
     QDBusConnection m_connection;
 };
 
-/// A calendar file around the text of its components, with the line ends that the format asks for.
+/// Wraps the text of components into a calendar file, with the CRLF line ends that the format requires.
 [[nodiscard]] QByteArray calendarText(const QByteArray &components);
 
 } // namespace corvane

@@ -13,7 +13,7 @@
 
 #include <memory>
 
-/// The debug window's content over a program that a test makes up.
+/// The debug window's content, showing a program state that the test makes up.
 namespace corvane {
 
 using namespace Qt::StringLiterals;
@@ -38,7 +38,7 @@ inline CalendarStatus calendar(const QString &name, const QString &account,
             .eventCount = condition == CalendarStatus::Condition::answers ? 3 : 0};
 }
 
-/// One in each of its states.
+/// One calendar in each condition.
 inline std::vector<CalendarStatus> calendars()
 {
     return {calendar(u"Lessons"_s, u"anna@school.example"_s, CalendarStatus::Condition::answers),
@@ -69,14 +69,14 @@ inline std::vector<CalendarEvent> events()
             booked(u"Team meeting"_s, "12:00:00", "13:00:00")};
 }
 
-/// The debug window's content, and what it asked for.
+/// The debug window's content, and the links that it asked to open.
 struct DebugRoom : ViewModelFixture {
     DebugRoom() : ViewModelFixture("09:57:00")
     {
         start({sampleLesson(u"Anna"_s, at("10:00:00"), minutes(25))});
         monitor.setCalendars(calendars());
         monitor.setEvents(events());
-        // Its own: the other one's place differs from run to run.
+        // A log of its own: the path of the fixture's log differs from run to run.
         log.log(u"app started"_s, at("09:56:00"));
         log.log(u"calendar lesson student=\"Anna\" platform=\"Zoom\" start=2026-11-16 10:00:00 +0000"_s,
                 at("09:57:00"));

@@ -12,11 +12,11 @@
 
 namespace corvane {
 
-/// Measures how long the event loop of the main thread was kept from its turns.
+/// Measures how long the main thread's event loop is blocked.
 class EventLoopWatch {
 public:
-    /// Seconds that a busy machine does not explain: something has waited there. As long as the time between
-    /// two updates of the bell, the next of which would be missed.
+    /// A gap in seconds that a busy machine does not explain: something blocked the loop. Equals the bell's
+    /// update interval, so a longer gap would skip an update.
     static constexpr double blockedThreshold = 1;
 
     EventLoopWatch()
@@ -29,15 +29,15 @@ public:
         m_timer.start(interval);
     }
 
-    /// The longest time between two turns since the construction, in seconds.
+    /// The longest time between two turns since construction, in seconds.
     [[nodiscard]] double longestGap()
     {
         note();
         return m_longest;
     }
 
-    /// How often the loop has turned since, at most once in 10 ms: none while something holds it up, however
-    /// fast or busy the machine is.
+    /// Turns of the loop since construction, counted at most once per 10 ms. The count stands still while the
+    /// loop is blocked, however fast or busy the machine is.
     [[nodiscard]] int turns() const { return m_turns; }
 
 private:

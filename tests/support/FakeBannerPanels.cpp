@@ -17,8 +17,7 @@ namespace {
 
 using Record = FakeBannerPanels::Record;
 
-/// Ends the animation `number` of the banner panel after its time, unless it was replaced or its banner panel
-/// closed.
+/// Ends the animation `number` after its duration, unless it was replaced or its banner panel was closed.
 QCoro::Task<void> endAnimation(std::weak_ptr<Record> bannerPanel, std::uint64_t number,
                                BannerPanelAnimation animation, std::function<void()> completion)
 {
@@ -73,7 +72,7 @@ public:
     {
         m_record->calls << u"animate"_s;
         m_record->animations.push_back(animation);
-        // The task ends by itself; what it needs it holds weakly.
+        // The task ends by itself and refers to the record only weakly.
         spawn(endAnimation(m_record, ++m_record->animationNumber, animation, std::move(completion)));
     }
 

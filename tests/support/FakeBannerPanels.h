@@ -15,33 +15,32 @@
 
 namespace corvane {
 
-/// Banner panels without a screen: they record what they are told. An animation ends by wait(), so a manual
-/// clock steps it; until then the frame and the opacity are those of its beginning.
+/// Banner panels without a screen, which record each call. Animations use wait(), so a ManualClock steps
+/// them; until an animation ends, frame and opacity keep their initial values.
 class FakeBannerPanels final : public BannerPanels {
 public:
-    /// All that is known of one banner panel. It outlives the banner panel, so that a test can look at a
-    /// closed one.
+    /// The state of one banner panel. It outlives the panel, so that a test can inspect a closed one.
     struct Record {
         Rect initialFrame;
         BannerPanelTraits traits;
         TeachingAction action;
-        std::function<void()> onDismiss; ///< what the close button calls; a test presses it by calling this
+        std::function<void()> onDismiss; ///< the close button's action; a test calls it to press the button
 
         Rect frame; ///< as drawn now
         double alpha = 1;
-        bool isVisible = false; ///< ordered to the front and not closed
+        bool isVisible = false; ///< ordered front and not closed
         bool isClosed = false;
-        int closeCalls = 0;                           ///< calls of close(); the destructor's is not counted
-        std::vector<BannerPanelAnimation> animations; ///< all that were started
+        int closeCalls = 0;                           ///< calls of close(), not counting destruction
+        std::vector<BannerPanelAnimation> animations; ///< all started animations
         QStringList calls; ///< "setFrame", "setAlpha", "orderFrontRegardless", "animate", "close", "destroy"
-        std::uint64_t animationNumber = 0; ///< tells the running animation from those it replaced
+        std::uint64_t animationNumber = 0; ///< distinguishes the running animation from replaced ones
     };
 
     [[nodiscard]] std::shared_ptr<BannerPanel> makeBannerPanel(Rect frame, const BannerPanelTraits &traits,
                                                                const TeachingAction &action,
                                                                std::function<void()> onDismiss) override;
 
-    /// The banner panels that are on the screen now, oldest first.
+    /// The banner panels on the screen now, oldest first.
     [[nodiscard]] std::vector<std::shared_ptr<Record>> visibleBannerPanels() const;
 
     std::vector<std::shared_ptr<Record>> records; ///< every banner panel ever made, oldest first

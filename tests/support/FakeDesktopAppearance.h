@@ -9,7 +9,7 @@
 
 namespace corvane {
 
-/// A desktop whose appearance a test sets. It keeps the port's promises.
+/// A desktop whose appearance a test sets. It fulfils the port's contract.
 class FakeDesktopAppearance final : public DesktopAppearance {
     Q_OBJECT
 

@@ -9,7 +9,7 @@
 
 namespace corvane {
 
-/// A desktop that keeps what it is shown, for as long as a test says that it shows anything.
+/// A notification server that records what it shows. It refuses everything while `isThere` is false.
 class FakeDirectNotifications final : public DirectNotifications {
 public:
     bool isThere = true;

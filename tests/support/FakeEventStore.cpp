@@ -17,7 +17,7 @@ QCoro::Task<std::expected<bool, Failure>> FakeEventStore::requestFullAccessToEve
 {
     ++requests;
     m_isGranted = grant.value_or(false);
-    auto given = grant; // co_return would move the member away
+    auto given = grant; // a copy: co_return would move from the member
     co_return given;
 }
 

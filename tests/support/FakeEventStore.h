@@ -11,14 +11,14 @@
 
 namespace corvane {
 
-/// An event store over a list of events. It keeps the port's promises and records what it was asked.
+/// An event store over a list of events. It fulfils the port's contract and records the requests.
 class FakeEventStore final : public EventStore {
 public:
-    /// What the calendars hold: single events, in any order.
+    /// The events of all calendars: single ones, in any order.
     std::vector<CalendarEvent> calendar;
-    /// What the next requests answer.
+    /// The answer to the next requests for access.
     std::expected<bool, Failure> grant = true;
-    /// Set: what the next queries fail with.
+    /// When set, queries fail with this.
     std::optional<Failure> failure;
 
     int requests = 0;

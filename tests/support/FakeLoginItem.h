@@ -11,12 +11,12 @@
 
 namespace corvane {
 
-/// A login item that exists only in the test. Each call is recorded.
+/// A login item without a desktop, which records each call.
 class FakeLoginItem final : public LoginItem {
 public:
     enum class Call { registered, unregistered };
 
-    /// What was asked, in order.
+    /// All calls, in order.
     std::vector<Call> calls;
 
     /// Whether the desktop would start the program at login.

@@ -9,7 +9,7 @@
 
 namespace corvane {
 
-/// A machine whose plug a test pulls. It keeps the port's promises.
+/// A power source that a test switches. It fulfils the port's contract.
 class FakePowerSource final : public PowerSource {
     Q_OBJECT
 

@@ -10,8 +10,8 @@
 
 namespace corvane {
 
-/// Screens as a test lays them out: one of 1440 × 900 with a dock of 25 points at its foot, until told
-/// otherwise. Counts what it is asked.
+/// Screens that a test lays out; by default one of 1440 × 900 points with a dock of 25 points at the bottom.
+/// Counts the calls.
 class FakeScreens final : public Screens {
 public:
     [[nodiscard]] std::vector<Screen> screens() const override

@@ -9,7 +9,7 @@
 
 namespace corvane {
 
-/// Counts how often the machine was kept from sleeping. It keeps the port's promises.
+/// Counts how often sleep was newly inhibited. It fulfils the port's contract.
 class FakeSleepInhibitor final : public SleepInhibitor {
 public:
     bool isHeld = false;

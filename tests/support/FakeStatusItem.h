@@ -13,17 +13,17 @@
 
 namespace corvane {
 
-/// A status item on no host. It records what it was told and what a host would have been told.
+/// A status item without a host. It records what it was told and what it would publish to a host.
 class FakeStatusItem final : public StatusItem {
     Q_OBJECT
 
 public:
     using StatusItem::StatusItem;
 
-    /// The titles handed in, in order, repetitions included.
+    /// The titles set, in order, including repetitions.
     QStringList asked;
 
-    /// The titles that a host would have been told: each differs from the one before.
+    /// The titles that a host would receive: each differs from the previous one.
     QStringList published;
 
     void setTitle(const QString &title) override
@@ -34,7 +34,7 @@ public:
         }
     }
 
-    /// The notice as it stands.
+    /// The current notice.
     QString notice;
 
     void setNotice(const QString &text) override { notice = text; }
@@ -62,7 +62,7 @@ public:
     /// The teacher opens the menu.
     void openMenu() { Q_EMIT menuAboutToShow(); }
 
-    /// The teacher chooses the line at `index` in it; on one between groups nothing happens.
+    /// The teacher chooses the entry at `index`; a separator does nothing.
     void choose(std::size_t index)
     {
         if (const auto action = menu.at(index).action; action && !menu.at(index).text.isEmpty()) {

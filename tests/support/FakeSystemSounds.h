@@ -16,8 +16,8 @@
 
 namespace corvane {
 
-/// Sounds that a test provides by name and that nobody hears. Each call is recorded; a call from another
-/// thread than the main one, or one without a name, ends the test.
+/// Silent system sounds, which record each call; a test lists the available names. A call outside the main
+/// thread or with an empty name ends the test program.
 class FakeSystemSounds final : public SystemSounds {
 public:
     FakeSystemSounds() = default;
@@ -25,20 +25,20 @@ public:
     FakeSystemSounds(const FakeSystemSounds &) = delete;
     FakeSystemSounds &operator=(const FakeSystemSounds &) = delete;
 
-    /// The names that are there and start when played.
+    /// The names that can be played.
     QStringList available{QStringLiteral("Glass")};
 
-    /// The names asked for, in order, whatever was answered.
+    /// The names requested, in order, whether available or not.
     QStringList played;
 
-    /// How many times the alert beep was asked for.
+    /// How often the alert beep was requested.
     int beeps = 0;
 
-    /// From now on an answer waits for release(), as with a sound server that is slow.
+    /// From now on answers wait for release(), as with a slow sound server.
     void hold() { m_holds = true; }
 
-    /// Answers what waits, in order, and from now on at once. `answer` stands in the place of what
-    /// `available` says.
+    /// Answers the waiting calls in order; later calls are answered at once. `answer`, if set, is the answer
+    /// to the waiting calls, regardless of `available`.
     void release(std::optional<bool> answer = std::nullopt)
     {
         m_holds = false;
@@ -49,7 +49,7 @@ public:
         m_heldAnswer.reset();
     }
 
-    /// How many calls wait for their answer.
+    /// The number of calls that wait for an answer.
     [[nodiscard]] std::size_t waitingCount() const { return m_waiting.size(); }
 
     QCoro::Task<bool> play(QString name) override

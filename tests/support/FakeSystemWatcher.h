@@ -13,7 +13,7 @@
 
 namespace corvane {
 
-/// A machine to which a test does what else happens by itself. It keeps the port's promises.
+/// A machine whose system events a test triggers. It fulfils the port's contract.
 class FakeSystemWatcher final : public SystemWatcher {
     Q_OBJECT
 

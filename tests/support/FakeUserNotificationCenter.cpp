@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace corvane {
 
-/// What a call waits on until it is its turn.
+/// Makes a call wait for its turn, in the order of the calls.
 struct FakeUserNotificationCenter::Turn {
     FakeUserNotificationCenter &center;
 

@@ -12,8 +12,8 @@
 
 namespace corvane {
 
-/// A notification centre that keeps its requests in memory and shows nothing. It keeps the port's promises
-/// and records what it was asked; a request without an identifier ends the test.
+/// A notification centre that keeps its requests in memory and shows nothing. It fulfils the port's contract
+/// and records the calls; a request without an identifier ends the test program.
 class FakeUserNotificationCenter final : public UserNotificationCenter {
 public:
     FakeUserNotificationCenter() = default;
@@ -21,30 +21,31 @@ public:
     FakeUserNotificationCenter(const FakeUserNotificationCenter &) = delete;
     FakeUserNotificationCenter &operator=(const FakeUserNotificationCenter &) = delete;
 
-    /// What the next requests for authorisation answer.
+    /// The answer to the next requests for authorisation.
     std::expected<bool, Failure> authorization = true;
-    /// Set: what the next calls of that kind fail with, without doing anything.
+    /// When set, calls of that kind fail with this and change nothing.
     std::optional<Failure> pendingFailure;
     std::optional<Failure> removalFailure;
     std::optional<Failure> addFailure;
-    /// How many more requests are added before `addFailure` holds.
+    /// How many more requests are added before `addFailure` applies.
     int addsBeforeFailure = 0;
 
-    /// The requests that were added and neither replaced nor taken back, in the order of their adding; also
-    /// those whose moment is over.
+    /// The requests that were added and neither replaced nor removed, in the order of addition, including
+    /// those whose fire date has passed.
     std::vector<NotificationRequest> requests;
 
-    /// What was asked, in order, when it was asked: "authorize", "pending", "remove " and the identifiers
-    /// joined by ", ", "add " and the identifier.
+    /// All calls, recorded when made, in order: "authorize", "pending", "remove " and the identifiers joined
+    /// by
+    /// ", ", "add " and the identifier.
     QStringList calls;
 
-    /// From now on each call waits for release() before it is carried out, as with an agent that hangs.
+    /// From now on each call waits for release() before it takes effect, as with an agent that hangs.
     void hold() { m_holds = true; }
-    /// Carries out the first call that waits; those made from now on still wait.
+    /// Executes the first waiting call; later calls still wait.
     void releaseOne();
-    /// Carries out what waits, in order, and from now on each call at once.
+    /// Executes the waiting calls in order; later calls are executed at once.
     void release();
-    /// How many calls wait.
+    /// The number of waiting calls.
     [[nodiscard]] std::size_t waitingCount() const { return m_waiting.size(); }
 
     /// The identifiers of `requests`.

@@ -10,7 +10,7 @@
 
 namespace corvane {
 
-/// A window system that records what it is asked, and does nothing.
+/// A window system that records the calls and does nothing else.
 class FakeWindowSystem final : public WindowSystem {
 public:
     [[nodiscard]] bool isComposited() const override { return composited; }
@@ -34,7 +34,7 @@ public:
     QStringList tokens;
     QList<WindowId> keptOut;
     QList<WindowId> broughtToFront;
-    QStringList calls; ///< of all kinds, in order
+    QStringList calls; ///< calls of all kinds, in order
 };
 
 } // namespace corvane

@@ -29,8 +29,8 @@ ManualClock::ManualClock(Date now) : m_now(now)
 ManualClock::~ManualClock()
 {
     replaceClock(nullptr);
-    // What still waits, waits for ever. Destroying a frame under its waiter would leave the waiter dangling,
-    // so the frames stay, and stay reachable for the leak checker.
+    // Pending waits never end. Destroying a coroutine frame would leave its awaiter dangling, so the frames
+    // are kept, reachable for the leak checker.
     // NOLINTNEXTLINE(bugprone-unhandled-exception-at-new): without memory for a pointer the program ends.
     static auto &abandoned = *new std::vector<std::coroutine_handle<>>;
     while (!m_waits.empty()) {

@@ -11,8 +11,8 @@
 
 namespace corvane {
 
-/// A clock that moves only when a test moves it. While it lives it stands in the place of the system's clock,
-/// so that currentDate(), uptime() and wait() follow it.
+/// A clock that advances only when a test advances it. During its lifetime it replaces the system clock, so
+/// that currentDate(), uptime() and wait() follow it.
 class ManualClock final : public Clock {
 public:
     explicit ManualClock(Date now);
@@ -24,16 +24,17 @@ public:
     [[nodiscard]] Seconds uptime() const override { return m_uptime; }
     QCoro::Task<void> wait(Seconds duration) override;
 
-    /// Moves both clocks forward by `duration`, ending each wait that falls due at its own moment, in order.
+    /// Advances wall clock and uptime by `duration`. Each wait that falls due ends at its own moment, in
+    /// order.
     void advance(Seconds duration);
 
-    /// Moves forward to `date`, like advance().
+    /// Advances to `date`, like advance().
     void advanceTo(Date date);
 
-    /// Sets the wall clock as a user would, forward or back; waits are not touched, and none ends.
+    /// Sets the wall clock as a user would, forward or back; it neither ends nor shifts a wait.
     void setWallClock(Date date) { m_now = date; }
 
-    /// How many waits are under way.
+    /// The number of pending waits.
     [[nodiscard]] std::size_t waitCount() const { return m_waits.size(); }
 
 private:

@@ -15,12 +15,12 @@
 
 #include <algorithm>
 
-/// Things that may stand where a program keeps a file.
+/// Obstacles that may be found where a program keeps a file.
 namespace corvane::obstacles {
 
 enum class Kind { pipe, socket, folder, device, linkToNothing, linkToDevice, linkToPipe, linkToForeignFile };
 
-/// What was put somewhere, to be looked at again.
+/// Remembers the state of an obstacle, so that a test can check later that it is untouched.
 class Obstacle {
 public:
     explicit Obstacle(const QString &path) : m_path(QFile::encodeName(path))
@@ -46,7 +46,7 @@ private:
 
 inline void bindSocket(const QByteArray &path)
 {
-    // The name has little room: it is given from the folder.
+    // A socket address has room for about 100 bytes, so bind by file name from within the folder.
     const qsizetype slash = path.lastIndexOf('/');
     char before[4096];
     const bool isKnown =
@@ -76,7 +76,7 @@ inline Obstacle put(Kind kind, const QString &where)
         ::mkdir(path.constData(), 0755);
         break;
     case Kind::device:
-        // Only the superuser can make one; for others a link to one stands in.
+        // Only root can create a device; other users get a link to one.
         if (::mknod(path.constData(), S_IFCHR | 0600, makedev(1, 3)) != 0) {
             ::symlink("/dev/null", path.constData());
         }
@@ -104,7 +104,7 @@ inline Obstacle put(Kind kind, const QString &where)
     return Obstacle(where);
 }
 
-/// A row for each kind, in the column "kind".
+/// Adds the column "kind" with a row for each kind.
 inline void addRows()
 {
     QTest::addColumn<Kind>("kind");

@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-// A full-screen program as a video call is: what a banner has to stand above. It says on its standard output
-// what reaches it, one line each: "ready" once it has the keyboard, "click X Y", "key N".
+// A full-screen program that, like a video call, banners must stay above. It prints each event that it
+// receives as a line on standard output: "ready" when it gets the keyboard focus, "click X Y", "key N".
 //
 //   --above      asks to be kept above other windows
-//   --raise      raises itself over and over
-//   --activate   activates itself over and over
-//   --color C    what it is filled with
+//   --raise      raises itself repeatedly
+//   --activate   activates itself repeatedly
+//   --color C    its fill colour
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -74,8 +74,8 @@ int main(int argc, char *argv[])
         if (arguments.contains(u"--raise"_s)) {
             window.raise();
         }
-        // A window manager that has only just begun may miss the first request; later on nothing is asked
-        // for.
+        // A window manager that has just started may miss the first request; once the window was active, no
+        // more are sent.
         if (arguments.contains(u"--activate"_s) || !window.wasActive()) {
             window.activateWindow();
         }

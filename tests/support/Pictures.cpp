@@ -30,7 +30,7 @@ void prepareApplication(Theme theme, double fontScale)
     palette.setColor(QPalette::Highlight, QColor(u"#308cc6"_s));
     auto *style = new look::Style;
     QApplication::setStyle(style);
-    style->polish(palette); // as the toolkit has it do with the desktop's
+    style->polish(palette); // as the toolkit does with the desktop's palette
     QApplication::setPalette(palette);
     QFont font(u"DejaVu Sans"_s);
     font.setPointSizeF(10 * fontScale);
@@ -41,7 +41,7 @@ void prepareApplication(Theme theme, double fontScale)
 QString difference(const QImage &picture, const QString &name)
 {
     const QString version = u"%1.%2"_s.arg(QT_VERSION_MAJOR).arg(QT_VERSION_MINOR);
-    // Versions of Qt draw most of them alike: a later one has references of its own only where it does not.
+    // A later version of Qt has its own reference only where it draws differently.
     const QString references = QStringLiteral(QUILLET_TEST_REFERENCES) + u"/%1/%2.png"_s;
     const QString own = references.arg(version, name);
     const QString reference = QFile::exists(own) ? own : references.arg(u"6.4"_s, name);
@@ -55,7 +55,7 @@ QString difference(const QImage &picture, const QString &name)
     QImage written = actual;
     written.setDevicePixelRatio(1);
     const QString path = folder + u'/' + name + u".png"_s;
-    if (!written.save(path, "PNG", 0)) { // as small as it gets
+    if (!written.save(path, "PNG", 0)) { // 0: strongest compression
         return u"the picture could not be written to %1"_s.arg(path);
     }
     return (wanted.isNull() ? u"there is no reference %1; the picture is %2"_s

@@ -11,30 +11,31 @@
 
 #include <type_traits>
 
-/// Pictures of views, compared to the last pixel with references that were looked at when they were made.
+/// Compares pictures of views pixel by pixel with references that were reviewed when they were made.
 namespace corvane::pictures {
 
-/// Sets what pictures depend on and the environment can tell: fonts, resolution, scale factor. Called before
-/// the application object is made. `scaleFactor` is 1 or 2.
+/// Sets the environment variables that pictures depend on: fonts, resolution, scale factor. Call it before
+/// creating the application object. `scaleFactor` is 1 or 2.
 void prepareEnvironment(int scaleFactor);
 
 enum class Theme { light, dark };
 
-/// Sets what the application object can tell: style, palette, font, no blinking. Called again, it changes the
-/// theme, and the size of the desktop's font to `fontScale` of the usual one, for widgets made from then on.
+/// Sets the application's style, palette and font, and stops the cursor's blinking. The font size is
+/// `fontScale` times the usual one. Call it again to change theme and font size for widgets created
+/// afterwards.
 void prepareApplication(Theme theme = Theme::light, double fontScale = 1);
 
-/// Compares `picture` with the reference `name` of this version of Qt. Empty when they are the same; else
-/// what is wrong and where the picture was written, to be looked at and, if it is right, to become the
-/// reference.
+/// Compares `picture` with the reference `name` for this version of Qt. Returns an empty string when they are
+/// equal; otherwise writes the picture to a file and returns what is wrong and that path. A picture that is
+/// right becomes the new reference.
 [[nodiscard]] QString difference(const QImage &picture, const QString &name);
 
 } // namespace corvane::pictures
 
 namespace corvane {
 
-/// Runs a class of tests of views, which is constructed with the scale factor if it takes one: 2 with
-/// "--twice" as the first argument.
+/// Runs a view test class at scale factor 1, or 2 if the first argument is "--twice". The class's constructor
+/// gets the scale factor if it takes an int.
 template <typename Test>
 int runViewTest(int argc, char *argv[])
 {

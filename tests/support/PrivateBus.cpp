@@ -30,7 +30,7 @@ PrivateBus::PrivateBus(const QStringList &serviceDirectories, Kind kind)
     }
     configurationFile.close();
 
-    // Where the limits of open files are low it says so each time, to no purpose.
+    // Otherwise the daemon warns at each start where the limit of open files is low.
     m_daemon.setStandardErrorFile(QProcess::nullDevice());
     m_daemon.start(u"dbus-daemon"_s,
                    {u"--nofork"_s, u"--nopidfile"_s, u"--print-address=1"_s, u"--config-file="_s + file});
@@ -54,7 +54,7 @@ void PrivateBus::stop()
     if (m_daemon.state() == QProcess::NotRunning) {
         return;
     }
-    // Killed rather than asked: a test may have stopped it with SIGSTOP.
+    // SIGKILL, because a test may have stopped the daemon with SIGSTOP.
     m_daemon.kill();
     m_daemon.waitForFinished(5000);
 }

@@ -10,26 +10,26 @@
 
 namespace corvane {
 
-/// A message bus of the test's own: a dbus-daemon with its own configuration and no service of the machine's.
-/// It is ended, by its process id, with the object.
+/// A private message bus: a dbus-daemon with its own configuration and none of the machine's services. The
+/// destructor ends it by its process id.
 class PrivateBus {
 public:
     enum class Kind { session, system };
 
-    /// Starts the daemon and waits until it listens. `serviceDirectories` hold the files of the services that
-    /// it may start. Ends the test program when it does not come up.
+    /// Starts the daemon and waits until it listens; ends the test program if it does not. The daemon may
+    /// start the services whose files are in `serviceDirectories`.
     explicit PrivateBus(const QStringList &serviceDirectories = {}, Kind kind = Kind::session);
     ~PrivateBus();
     PrivateBus(const PrivateBus &) = delete;
     PrivateBus &operator=(const PrivateBus &) = delete;
 
-    /// Where it listens; for QDBusConnection::connectToBus() and DBUS_SESSION_BUS_ADDRESS.
+    /// The bus address, for QDBusConnection::connectToBus() and DBUS_SESSION_BUS_ADDRESS.
     [[nodiscard]] QString address() const { return m_address; }
 
-    /// The daemon's process id, 0 when it was ended.
+    /// The daemon's process id; 0 after its end.
     [[nodiscard]] qint64 processId() const { return m_daemon.processId(); }
 
-    /// Ends the daemon, as when the session breaks off. Connections to it are then dead.
+    /// Ends the daemon, as when the session breaks off, and with it all connections.
     void stop();
 
 private:

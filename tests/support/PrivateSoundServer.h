@@ -10,34 +10,33 @@
 
 namespace corvane {
 
-/// A sound server of the test's own whose only sink plays into nothing, and what was played there.
+/// A private sound server whose only sink is a null sink; it can record what is played.
 class PrivateSoundServer {
 public:
-    /// Starts the server, points PULSE_SERVER at it and waits until it answers. Ends the test program when it
-    /// does not come up.
+    /// Starts the server, points PULSE_SERVER at it and waits up to 20 s until it answers. Ends the test
+    /// program if it does not.
     PrivateSoundServer();
     ~PrivateSoundServer();
     PrivateSoundServer(const PrivateSoundServer &) = delete;
     PrivateSoundServer &operator=(const PrivateSoundServer &) = delete;
 
-    /// Makes the server hang, as with SIGSTOP, and go on.
+    /// Stops the server's process with SIGSTOP, so that it hangs, and resumes it.
     void hang();
     void resume();
 
-    /// Ends it.
+    /// Ends the server.
     void stop();
 
-    /// Starts to record anew what is played, and waits until the recording runs.
+    /// Starts a new recording of what is played and waits until it runs.
     void startRecording();
 
-    /// Ends the recording.
     void stopRecording();
 
     /// The loudest sample recorded so far, 0 to 1.
     [[nodiscard]] double peak();
 
-    /// Whether something was recorded and nothing of it can be heard. What can be heard is then forgotten, so
-    /// that it becomes true once there is silence.
+    /// Whether something was recorded and all of it is silence. An audible recording is discarded, so that a
+    /// later call returns true once there is silence.
     [[nodiscard]] bool isSilent();
 
 private:

@@ -11,7 +11,7 @@
 
 namespace corvane {
 
-/// Counts the sounds asked for.
+/// Counts the sounds played.
 class RecordingSoundPlayer final : public SoundPlaying {
 public:
     mutable int played = 0;
@@ -19,7 +19,7 @@ public:
     void playNotificationSound() const override { ++played; }
 };
 
-/// Keeps the actions presented, and when.
+/// Records the presented actions and when they were presented.
 class RecordingPresenter final : public TeachingNotificationPresenting {
 public:
     struct Presented {

@@ -8,7 +8,7 @@
 
 namespace corvane {
 
-/// A schedule whose answer a test sets: lessons or an error, at once or after a delay on the clock.
+/// A schedule store whose answer a test sets: lessons or an error, at once or after `delay` on the clock.
 class ScriptedScheduleStore final : public LessonScheduleProviding {
 public:
     LessonScheduleResult answer;
@@ -18,7 +18,7 @@ public:
     QCoro::Task<LessonScheduleResult> lessonsForToday() override
     {
         ++calls;
-        // The answer is that of the moment of the call, as with a query that is under way.
+        // Later changes of `answer` do not affect a call in progress, as with a real query.
         LessonScheduleResult asked = answer;
         if (delay > Seconds::zero()) {
             co_await wait(delay);

@@ -9,10 +9,10 @@
 
 namespace corvane {
 
-/// A settings store in a file of its own, gone at the end.
+/// A settings store in a temporary file, which is removed with the object.
 class TemporarySettings {
 public:
-    /// Where the store's file is, or would be.
+    /// The path of the store's file, which may not exist yet.
     [[nodiscard]] QString path() const { return m_folder.filePath(QStringLiteral("settings.ini")); }
 
     [[nodiscard]] SettingsStore &store() { return m_store; }

@@ -11,9 +11,9 @@
 
 namespace corvane {
 
-/// A Wayland compositor of a test's own, in a window that fills the test's X display from its upper left
-/// corner; with overlays, and with an X server in it. Ended with the object. One that does not come up ends
-/// the test program.
+/// A private Wayland compositor in a window at the upper left corner of the test's X display. It offers
+/// overlay surfaces and contains an X server. The constructor ends the test program if the compositor does
+/// not come up; the destructor ends the compositor.
 class TestCompositor {
 public:
     explicit TestCompositor(QSize size, int monitors = 1);
@@ -21,19 +21,20 @@ public:
     TestCompositor(const TestCompositor &) = delete;
     TestCompositor &operator=(const TestCompositor &) = delete;
 
-    /// What a program in it finds in its environment.
+    /// The environment for programs that run inside the compositor.
     [[nodiscard]] const QProcessEnvironment &environment() const { return m_environment; }
 
-    /// Has the program's own further connections to a compositor go to this one.
+    /// Points WAYLAND_DISPLAY at this compositor, for later connections of the test program.
     void enter() const;
 
-    /// Takes the monitor `output` away; false where the compositor has no command for it.
+    /// Unplugs the monitor `output`. Returns false if the compositor has no such command.
     [[nodiscard]] bool unplug(const QString &output) const;
 
-    /// Has the compositor execute a command, and waits until that is done; its answer.
+    /// Has the compositor execute `command`, waits for it and returns the answer. Ends the test program on an
+    /// error.
     [[nodiscard]] QString execute(const QStringList &command) const;
 
-    /// Ends it before the object is destroyed.
+    /// Ends the compositor before the object is destroyed.
     void end();
 
 private:

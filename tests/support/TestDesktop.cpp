@@ -20,7 +20,7 @@ TestDesktop::TestDesktop(QSize size)
 
 TestDesktop::TestDesktop(TwoMonitors)
 {
-    // It keeps its log to itself, and away from the machine's terminals.
+    // No log file, and no access to the machine's virtual terminals.
     startServer(u"Xorg"_s, {u"-config"_s, QStringLiteral(QUILLET_TWO_MONITORS), u"-noreset"_s,
                             u"-novtswitch"_s, u"-sharevts"_s, u"-logfile"_s, QProcess::nullDevice()});
     run(u"xrandr"_s, {u"--addmode"_s, u"DUMMY1"_s, u"2048x1536"_s});
@@ -61,8 +61,9 @@ void TestDesktop::startWindowManager(WindowManager manager)
         break;
     case WindowManager::xfwm4:
     case WindowManager::xfwm4WithCompositing: {
-        // It reads its settings from a service on the session's bus, and does not start without. Not on the
-        // bus of the programs under test, where what the toolkit finds must not depend on what is installed.
+        // It does not start without its settings service, which it finds on the session bus. That service
+        // gets its own bus: on the bus of the programs under test, what the toolkit finds must not depend on
+        // the installed services.
         if (!m_settingsBus) {
             m_settingsBus = std::make_unique<PrivateBus>(QStringList{u"/usr/share/dbus-1/services"_s});
         }

@@ -15,17 +15,17 @@
 
 namespace corvane {
 
-/// An X desktop of a test's own: a server on a free display, a session bus without services, and one window
-/// manager at a time. All that it starts it ends, by process id. Made before the application object, since it
-/// sets the environment that the object reads; a desktop that does not come up ends the test program.
+/// A private X desktop: a server on a free display, a session bus without services, and one window manager at
+/// a time. The destructor ends them by process id. Create it before the application object, which reads the
+/// environment that it sets. A desktop that does not come up ends the test program.
 class TestDesktop {
 public:
     enum class WindowManager { openbox, xfwm4, xfwm4WithCompositing };
 
-    /// One monitor of `size`.
+    /// One monitor of `size` pixels.
     explicit TestDesktop(QSize size);
 
-    /// Two monitors of 2048 by 1536 beside one another.
+    /// Two monitors of 2048 × 1536 pixels side by side.
     struct TwoMonitors {};
     explicit TestDesktop(TwoMonitors);
 
@@ -33,24 +33,23 @@ public:
     TestDesktop(const TestDesktop &) = delete;
     TestDesktop &operator=(const TestDesktop &) = delete;
 
-    /// The session's bus, which is in the environment. On a display without one, the first program that asks
-    /// for it would start another that nobody ends.
+    /// The session bus, set in the environment. On a display without one, the first program that needs a bus
+    /// would start one that nobody ends.
     [[nodiscard]] const PrivateBus &bus() const { return m_bus; }
 
-    /// Ends the window manager that runs, if one does, and starts this one. It takes a moment until it is
-    /// there.
+    /// Ends the running window manager, if any, and starts `manager`, which may not be ready on return.
     void startWindowManager(WindowManager manager);
     void stopWindowManager();
 
-    /// Starts the full-screen program that banners have to stand above; in that environment.
+    /// Starts the full-screen program that banners must stay above, in `environment`.
     [[nodiscard]] static std::unique_ptr<QProcess>
     startOpponent(const QStringList &arguments = {},
                   const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment());
 
-    /// Runs xdotool and waits for its end; what it prints.
+    /// Runs xdotool, waits for its end and returns its output. Ends the test program on an error.
     static QString xdotool(const QStringList &arguments);
 
-    /// Runs any other tool of the display, likewise.
+    /// Runs another tool for the display in the same way.
     static QString run(const QString &program, const QStringList &arguments);
 
 private:
@@ -59,7 +58,7 @@ private:
 
     PrivateBus m_bus;
     QProcess m_server;
-    std::unique_ptr<PrivateBus> m_settingsBus; // the one that xfwm4 needs
+    std::unique_ptr<PrivateBus> m_settingsBus; // for xfwm4's settings service
     std::unique_ptr<QProcess> m_manager;
 };
 

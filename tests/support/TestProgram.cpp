@@ -14,14 +14,14 @@ namespace {
 
 using Entries = std::map<std::string, TestEntry::Run>;
 
-// A function's, since entries of other files may be made before an object of this file.
+// A function-local static, since entries in other files may be constructed before statics of this file.
 Entries &entries()
 {
     static Entries all;
     return all;
 }
 
-/// The command line without the word after the program's name.
+/// Removes the first argument, keeping the program's name.
 void dropFirst(int &argc, char **&argv)
 {
     argv[1] = argv[0];

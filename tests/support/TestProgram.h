@@ -6,21 +6,21 @@
 #include <QCoreApplication>
 #include <QTest>
 
-/// One program for many test classes: CTest runs each by its name, `app-tests AppSettingsTest [ARGUMENT...]`.
+/// One program for many test classes. CTest runs each by its name: `app-tests AppSettingsTest [ARGUMENT...]`.
 namespace corvane {
 
-/// Enters a test class into its program.
+/// Registers a test class with its program.
 class TestEntry {
 public:
-    /// Makes the application object the class needs, runs the class and returns the number of its failures.
-    /// `argv` is the command line without the class's name.
+    /// Creates the application object that the class needs, runs the class and returns the number of
+    /// failures. `argv` is the command line without the class name.
     using Run = int (*)(int argc, char *argv[]);
 
-    /// `name` is a literal.
+    /// `name` is the class name, a string literal.
     TestEntry(const char *name, Run run);
 };
 
-/// Runs a class that needs no more than an application object.
+/// Runs a class that needs only an application object.
 template <typename Test, typename Application = QCoreApplication>
 int runTest(int argc, char *argv[])
 {
@@ -29,10 +29,11 @@ int runTest(int argc, char *argv[])
     return QTest::qExec(&test, argc, argv);
 }
 
-/// Takes `option` out of the command line if it comes first, and says whether it did.
+/// Removes `option` from the command line if it is the first argument; returns whether it was.
 bool takeOption(const char *option, int &argc, char **&argv);
 
 } // namespace corvane
 
-/// At the end of a test class's file: how the class runs, runTest<Class> or a function of its own.
+/// Put this at the end of a test class's file; the second argument runs the class: runTest<Class> or a custom
+/// TestEntry::Run.
 #define QUILLET_TEST(Class, ...) static const ::corvane::TestEntry Class##Entry(#Class, __VA_ARGS__)

@@ -22,7 +22,7 @@
 
 namespace corvane {
 
-/// A view model over a schedule that a test sets, at a moment that a test moves.
+/// A view model over a scripted schedule and a manual clock.
 struct ViewModelFixture {
     explicit ViewModelFixture(const char *time) : clock(at(time)) {}
 

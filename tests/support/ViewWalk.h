@@ -15,11 +15,10 @@
 
 #include <functional>
 
-/// Ways through the widgets of a view.
+/// Helpers that walk through the widgets of a view.
 namespace corvane::viewWalk {
 
-/// Calls `visit` with each widget that is laid out in `root`, in the order of the layouts, which is the order
-/// in which they are read.
+/// Calls `visit` with each widget laid out in `root`, in layout order, which is the reading order.
 inline void visitLaidOut(const QWidget &root, const std::function<void(const QWidget &)> &visit)
 {
     const std::function<void(const QLayout &)> visitLayout = [&](const QLayout &layout) {
@@ -41,7 +40,7 @@ inline void visitLaidOut(const QWidget &root, const std::function<void(const QWi
     }
 }
 
-/// All that is to be read in `root`, in order: labels, buttons, placeholders, and the choices of pickers.
+/// All visible texts in `root`, in order: labels, buttons, placeholders and the choices of combo boxes.
 inline QStringList texts(const QWidget &root)
 {
     QStringList texts;
@@ -64,7 +63,8 @@ inline QStringList texts(const QWidget &root)
     return texts;
 }
 
-/// The button whose text, or whose name for a screen reader, is `text`; the first of several.
+/// The first button whose text or accessible name is `text`, and which is not hidden; nullptr if there is
+/// none.
 inline QAbstractButton *button(const QWidget &root, const QString &text)
 {
     for (auto *button : root.findChildren<QAbstractButton *>()) {
@@ -75,8 +75,8 @@ inline QAbstractButton *button(const QWidget &root, const QString &text)
     return nullptr;
 }
 
-/// The controls that Tab reaches in `window`, which is shown and active, from the first one until they
-/// repeat, by their names.
+/// The accessible names of the controls that Tab reaches in `window`, in order, until they repeat. `window`
+/// is shown and active.
 inline QStringList tabOrder(QWidget &window)
 {
     QStringList names;
@@ -89,8 +89,8 @@ inline QStringList tabOrder(QWidget &window)
             break;
         }
         first = first == nullptr ? widget : first;
-        if (widget != before) { // a field of several parts is left after the last of them
-            // A combo box calls itself by what is chosen in it; its own name is told by its label.
+        if (widget != before) { // Tab leaves a field with several parts only after the last part
+            // A combo box without an accessible name reports its current choice; its label names it.
             names << (widget->accessibleName().isEmpty()
                           ? QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name)
                           : widget->accessibleName());
@@ -100,7 +100,7 @@ inline QStringList tabOrder(QWidget &window)
     return names;
 }
 
-/// What a screen reader could stand on in `object` without being told what it is.
+/// The controls in `object` that a screen reader reaches but cannot name.
 inline QStringList unnamedControls(QObject *object)
 {
     static const QList<QAccessible::Role> controls{
@@ -113,7 +113,7 @@ inline QStringList unnamedControls(QObject *object)
         if (interface == nullptr || interface->state().invisible) {
             return;
         }
-        // A combo box calls itself by what is chosen in it; its own name is told by its label.
+        // A combo box without an accessible name reports its current choice; its label names it.
         const bool isNamed = interface->role() == QAccessible::ComboBox
                                  ? !interface->relations(QAccessible::Label).empty()
                                  : !interface->text(QAccessible::Name).trimmed().isEmpty();
@@ -132,7 +132,7 @@ inline QStringList unnamedControls(QObject *object)
     return unnamed;
 }
 
-/// The widgets laid out in `root` that reach beyond what they stand in, or have less room than they need.
+/// The widgets laid out in `root` that extend beyond their parent or have less room than they need.
 inline QStringList cutWidgets(const QWidget &root)
 {
     QStringList cut;
