@@ -25,7 +25,7 @@ namespace {
 
 constexpr qint64 noon = 1'800'000'000;
 
-/// Takes values out of the input, as long as there is some.
+/// Takes values from the input; zeros once it is used up.
 class Bytes {
 public:
     explicit Bytes(const QByteArray &input) : m_rest(input) {}
@@ -39,7 +39,8 @@ public:
         return taken;
     }
 
-    /// Up to a zero byte; a byte before it repeats it up to 4,000 times.
+    /// A text up to a zero byte. The byte before the text, times 16, repeats a short text up to 4,080 times;
+    /// less than 256 repetitions count as one.
     QString text()
     {
         const int times = byte() * 16;
@@ -49,7 +50,7 @@ public:
         return times > 255 && taken.size() < 16 ? taken.repeated(times) : taken;
     }
 
-    /// Near noon, or anywhere.
+    /// A date up to 199 s after noon, or any 64-bit value.
     qint64 date()
     {
         const quint8 kind = byte();
@@ -95,7 +96,7 @@ void call(AgentInterface &agent, Bytes &bytes)
     }
 }
 
-/// What somebody calls the agent with over the bus, while its moments come.
+/// Arbitrary calls to the agent's bus interface while time passes and requests fall due.
 void run(const QByteArray &input)
 {
     static const QTemporaryDir folder;

@@ -8,7 +8,7 @@ using namespace corvane;
 
 namespace {
 
-/// The agent's queue file, however damaged: what was whole is in the next one.
+/// The agent's queue file, damaged in any way: intact requests survive rewriting.
 void run(const QByteArray &input)
 {
     const DecodedRequests found = decodedRequests(input);

@@ -21,7 +21,7 @@ QByteArray contentOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// The autostart entry as somebody left it.
+/// An existing autostart entry with arbitrary content.
 void run(const QByteArray &input)
 {
     static const QTemporaryDir folder;

@@ -16,7 +16,7 @@ namespace {
 /// 14 May 2025, UTC.
 constexpr double day = 1'747'180'800;
 
-/// A calendar file, from its bytes to the lessons in it.
+/// A calendar file, from its bytes to the lessons.
 void run(const QByteArray &input)
 {
     auto calendars = readCalendarText(input);

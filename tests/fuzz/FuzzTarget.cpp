@@ -19,7 +19,7 @@ void require(bool holds, const char *what)
 } // namespace corvane::fuzz
 
 #ifdef QUILLET_FUZZ
-// What waits, waits on this object's loop. It lives as long as the program, which the fuzzer ends.
+// Asynchronous waits need this object's event loop. It lives until the fuzzer ends the program.
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {
     new QCoreApplication(*argc, *argv);

@@ -9,19 +9,19 @@
 #include <cstdint>
 #include <string_view>
 
-/// A fuzz target is a function of bytes that fails by ending the program. Built for a fuzzer it is that
-/// program's only one; otherwise one program holds them all and gives each its kept inputs.
+/// A fuzz target is a function of bytes that fails by ending the program. A fuzzer's program contains one
+/// target; otherwise one program contains all targets and replays the corpus.
 namespace corvane::fuzz {
 
 using Run = void (*)(const QByteArray &input);
 
-/// Enters a target into the program that replays the kept inputs.
+/// Registers a target with the program that replays the corpus.
 class Entry {
 public:
     Entry(std::string_view name, Run run);
 };
 
-/// Ends the program where `holds` is false: what stays true whatever the input is.
+/// Ends the program if `holds` is false. `what` names the condition, which must be true for any input.
 void require(bool holds, const char *what);
 
 } // namespace corvane::fuzz

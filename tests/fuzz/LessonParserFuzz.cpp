@@ -10,8 +10,8 @@ using namespace corvane;
 
 namespace {
 
-/// Events, each of four lines: title, place, notes, link; a line's first byte is the length in units of five
-/// minutes.
+/// Events of four lines each: title, location, notes, link. The first byte of a title is the signed duration
+/// in units of five minutes.
 void run(const QByteArray &input)
 {
     std::vector<CalendarLessonEvent> events;

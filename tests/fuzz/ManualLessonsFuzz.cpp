@@ -10,7 +10,7 @@ using namespace corvane;
 
 namespace {
 
-/// The lessons entered by hand, as the settings keep them.
+/// Manually entered lessons in the format of the settings.
 void run(const QByteArray &input)
 {
     const auto entries = decodeManualLessons(input);
@@ -18,7 +18,7 @@ void run(const QByteArray &input)
         return;
     }
     for (const ManualLessonEntry &entry : *entries) {
-        // A longer one ends the program, as it should.
+        // By design, a longer one ends the program.
         if (std::abs(entry.durationMinutes / 60) < std::numeric_limits<qint64>::max() / 3600) {
             (void)entry.makeLesson(PlatformProfile::defaults());
         }

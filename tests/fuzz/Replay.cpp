@@ -11,12 +11,12 @@
 #include <cstdio>
 #include <map>
 
-/// Gives a target each file of a folder: replay-fuzzed TARGET FOLDER.
+/// Runs a target with each file of a folder as input: replay-fuzzed TARGET FOLDER.
 namespace corvane::fuzz {
 
 namespace {
 
-// A function's, since entries of other files may be made before an object of this file.
+// A function-local static, since entries in other files may be constructed before statics of this file.
 std::map<std::string_view, Run> &entries()
 {
     static std::map<std::string_view, Run> all;
@@ -44,7 +44,7 @@ int main(int argc, char *argv[])
     const QDir folder(QString::fromLocal8Bit(argv[2]));
     const QFileInfoList inputs = folder.entryInfoList(QDir::Files, QDir::Name);
     for (const QFileInfo &input : inputs) {
-        // Said first: a crash has no last word.
+        // Print the name first, since the input may crash the program.
         std::printf("%s\n", qUtf8Printable(input.fileName()));
         std::fflush(stdout);
         QFile file(input.filePath());

@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The settings file: read, written back by the program's start, changed and read again.
+/// The settings file: read and rewritten as at program start, then changed and read again.
 void run(const QByteArray &input)
 {
     static const QTemporaryDir folder;
