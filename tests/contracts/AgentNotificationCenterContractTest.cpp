@@ -21,7 +21,7 @@
 using namespace corvane;
 using namespace Qt::StringLiterals;
 
-/// The adapter, the bus, the real agent, and a notification server that shows nothing to nobody.
+/// The adapter on a private bus with the real agent and a recording notification server.
 class AgentNotificationCenterContractTest final : public UserNotificationCenterContract {
     Q_OBJECT
 
@@ -30,7 +30,7 @@ protected:
 
     void passUntil(Date moment) override { QTRY_VERIFY_WITH_TIMEOUT(currentDate() >= moment, 10000); }
 
-    // The switch that GNOME's settings have for each application.
+    // The per-application switch in GNOME's settings.
     void setGranted(bool isGranted) override
     {
         GSettings *settings = g_settings_new_with_path(

@@ -9,16 +9,17 @@
 
 namespace corvane {
 
-/// What every kind of banner panels does. A test class derives from it and hands over the banner panels.
+/// What every implementation of BannerPanels must do. A test class derives from it and provides the banner
+/// panels.
 class BannerPanelsContract : public QObject {
     Q_OBJECT
 
 protected:
     /// The banner panels under test, fresh for each test.
     virtual BannerPanels &bannerPanels() = 0;
-    /// Presses the close button of the banner panel made last.
+    /// Presses the close button of the most recent banner panel.
     virtual void pressCloseButton() = 0;
-    /// Whether the banner panel made last is on the screen.
+    /// Whether the most recent banner panel is on the screen.
     [[nodiscard]] virtual bool isOnScreen() = 0;
 
     static constexpr Rect home{100, 200, 1000, 280};
@@ -44,8 +45,7 @@ protected:
 private Q_SLOTS:
     void cleanupTestCase()
     {
-        // The animations of banner panels that are gone end at their next turn; one that begins now ends
-        // after them.
+        // Wait longer than any animation above, so that the animations of destroyed banner panels have ended.
         QCoro::waitFor(wait(Seconds{1.1}));
     }
 

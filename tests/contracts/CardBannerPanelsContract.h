@@ -10,7 +10,7 @@
 
 namespace corvane {
 
-/// The contract of banner panels for those that are cards: what their cards show is a close button.
+/// The BannerPanels contract for card banner panels; the cards contain only a close button.
 class CardBannerPanelsContract : public BannerPanelsContract {
     Q_OBJECT
 

@@ -10,8 +10,8 @@
 
 namespace corvane {
 
-/// What every implementation of DesktopAppearance must do. A test class derives from it, hands over the
-/// appearance of a desktop that says nothing yet, and has the desktop say what the functions ask for.
+/// What every implementation of DesktopAppearance must do. A test class derives from it and provides the
+/// appearance of a desktop without any settings, which say() changes.
 class DesktopAppearanceContract : public QObject {
     Q_OBJECT
 
@@ -19,7 +19,7 @@ protected:
     using Scheme = Appearance::Scheme;
 
     virtual DesktopAppearance &desktop() = 0;
-    /// Has the desktop say this. Each part is told as one message at most.
+    /// Has the desktop announce `appearance`, with at most one message for each part.
     virtual void say(const Appearance &appearance) = 0;
 
 private Q_SLOTS:

@@ -16,7 +16,7 @@
 using namespace corvane;
 using namespace Qt::StringLiterals;
 
-/// Before a notification server that reads markup in the body.
+/// Unless a test says otherwise, the notification server supports markup in the body.
 class DesktopNotificationsTest final : public DirectNotificationsContract {
     Q_OBJECT
 

@@ -9,8 +9,8 @@
 
 namespace corvane {
 
-/// What every implementation of DirectNotifications must do. A test class derives from it and hands in the
-/// notifications of a desktop that shows them until it is taken away.
+/// What every implementation of DirectNotifications must do. A test class derives from it and provides the
+/// notifications of a desktop that shows them until takeServerAway().
 class DirectNotificationsContract : public QObject {
     Q_OBJECT
 
@@ -18,7 +18,7 @@ protected:
     virtual DirectNotifications &notifications() = 0;
     virtual void takeServerAway() = 0;
 
-    /// What a person reads, "title: body", in order.
+    /// What the user reads: "title: body" for each notification, in order.
     virtual QStringList read() = 0;
 
 private Q_SLOTS:

@@ -15,29 +15,28 @@
 
 namespace corvane {
 
-/// What every event store answers. A test class derives from it, hands over a new store for each test, and
-/// puts contractEvents() into its calendars before: as they are, or as the contractComponents() that mean the
-/// same.
+/// What every implementation of EventStore must do. A test class derives from it and provides a new store for
+/// each test, whose calendars contain contractEvents(), or the equivalent contractComponents().
 class EventStoreContract : public QObject {
     Q_OBJECT
 
 public:
-    /// The events that the calendars under test are to answer; each test looks at days of its own.
+    /// The events that the calendars under test must return; tests of different subjects use different days.
     [[nodiscard]] static std::vector<CalendarEvent> contractEvents()
     {
         using namespace Qt::StringLiterals;
         std::vector<CalendarEvent> events = writtenEvents();
-        // Mondays from 17 March on, one of which was moved, and one taken out.
+        // Four Mondays from 17 March on: the second is moved, the third removed.
         events.push_back(eventOf(u"series"_s, "2025-03-17T09:00:00Z", "2025-03-17T09:30:00Z"));
         events.push_back(eventOf(u"series, moved"_s, "2025-03-25T11:00:00Z", "2025-03-25T11:30:00Z"));
         events.push_back(eventOf(u"series"_s, "2025-04-07T09:00:00Z", "2025-04-07T09:30:00Z"));
-        // 19 March: whether it takes place.
+        // 19 March: events that may not take place.
         events.push_back(eventOf(u"tentative"_s, "2025-03-19T08:00:00Z", "2025-03-19T08:30:00Z"));
         events.push_back(eventOf(u"declined"_s, "2025-03-19T09:00:00Z", "2025-03-19T09:30:00Z"));
         return events;
     }
 
-    /// The same as the components of calendar files. They may lie in different calendars.
+    /// The same events as components of calendar files, which may be spread over several calendars.
     [[nodiscard]] static QList<QByteArray> contractComponents()
     {
         QList<QByteArray> components;
@@ -72,7 +71,7 @@ private:
         return event;
     }
 
-    /// The events that stand in the calendar one by one.
+    /// The events that are not part of a series.
     [[nodiscard]] static std::vector<CalendarEvent> writtenEvents()
     {
         using namespace Qt::StringLiterals;
@@ -140,9 +139,9 @@ private:
 protected:
     /// A new store in the time zone UTC.
     virtual std::unique_ptr<EventStore> makeStore() = 0;
-    /// A new store where there is nothing to grant access to. Made before all other stores, and once.
+    /// A new store where there is no calendar to grant access to. Called once, before makeStore().
     virtual std::unique_ptr<EventStore> makeStoreWithoutAccess() = 0;
-    /// From now on access is granted there, also to that store.
+    /// Makes calendars available, so that access is granted from now on, including to that store.
     virtual void allowAccess() = 0;
 
     [[nodiscard]] static Date moment(const char *text)
@@ -176,7 +175,7 @@ private:
         return titles;
     }
 
-    /// Notes the number of an answer when it comes.
+    /// Appends `number` to `order` when the answer arrives.
     static QCoro::Task<void> note(QCoro::Task<std::expected<std::vector<CalendarEvent>, Failure>> answer,
                                   int number, std::vector<int> &order)
     {

@@ -27,7 +27,7 @@ protected:
         return makeStoreWithoutAccess();
     }
 
-    // Without a session bus. Once there is one, the library keeps to it.
+    // Before allowAccess() there is no session bus. The library keeps the first bus that it finds.
     std::unique_ptr<EventStore> makeStoreWithoutAccess() override
     {
         const auto services =

@@ -42,7 +42,7 @@ private Q_SLOTS:
     }
 
 private:
-    FakeEventStore *m_denying = nullptr; // while its test runs
+    FakeEventStore *m_denying = nullptr; // valid while its test runs
 };
 
 QUILLET_TEST(FakeEventStoreContractTest, runTest<FakeEventStoreContractTest>);

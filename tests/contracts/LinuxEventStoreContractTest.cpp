@@ -13,7 +13,7 @@
 using namespace corvane;
 using namespace Qt::StringLiterals;
 
-/// The store that the program has: half of the events are the calendar service's, the others lie in a folder.
+/// The program's store: half of the events come from the calendar service, the others from a folder.
 class LinuxEventStoreContractTest : public EventStoreContract {
     Q_OBJECT
 

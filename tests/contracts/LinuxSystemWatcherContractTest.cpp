@@ -19,8 +19,8 @@
 using namespace corvane;
 using namespace Qt::StringLiterals;
 
-/// The session manager and NetworkManager as mocks, a file for the zone, and a clock that no other test
-/// minds.
+/// Mocks of the session manager and NetworkManager, a temporary time zone file, and a fake clock, so that no
+/// test sets the machine's clock.
 class LinuxSystemWatcherContractTest final : public SystemWatcherContract {
     Q_OBJECT
 

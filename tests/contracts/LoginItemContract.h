@@ -9,16 +9,16 @@
 
 namespace corvane {
 
-/// What every implementation of LoginItem must do. A test class derives from it and hands in an item that is
-/// not registered, and a way to ask whether the desktop would start the program.
+/// What every implementation of LoginItem must do. A test class derives from it and provides an unregistered
+/// item and a way to ask whether the desktop would start the program.
 class LoginItemContract : public QObject {
     Q_OBJECT
 
 protected:
-    /// The item under test, made anew for each test.
+    /// The item under test, new for each test.
     virtual LoginItem &item() = 0;
     [[nodiscard]] virtual bool startsAtLogin() = 0;
-    /// From now on nothing can be written where the item is kept.
+    /// From now on writing to the item's location fails.
     virtual void makeRegisteringImpossible() = 0;
 
 private Q_SLOTS:

@@ -52,7 +52,7 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, Triple &triple)
     return argument;
 }
 
-/// A settings portal on a connection of its own.
+/// A settings portal on its own bus connection.
 class MockPortal final : public QDBusVirtualObject {
 public:
     explicit MockPortal(QDBusConnection bus) : m_bus(std::move(bus))
@@ -71,10 +71,11 @@ public:
         m_bus.send(signal);
     }
 
-    /// Is called once, when it is asked for the first time; what it would have answered by then, it answers.
+    /// Sets a function that is called once, on the first question, which is still answered with the value
+    /// from before the call.
     void beforeFirstAnswer(std::function<void()> happens) { m_happens = std::move(happens); }
 
-    /// How often it was asked.
+    /// The number of questions so far.
     [[nodiscard]] int questions() const { return m_questions; }
 
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
@@ -93,7 +94,7 @@ public:
             return connection.send(message.createErrorReply(u"org.freedesktop.portal.Error.NotFound"_s,
                                                             u"Requested setting not found"_s));
         }
-        // Wrapped twice, as portals answer this call.
+        // Portals wrap the answer to this call in two variants.
         const QDBusVariant inner(*value);
         return connection.send(
             message.createReply(QVariant::fromValue(QDBusVariant(QVariant::fromValue(inner)))));
@@ -141,7 +142,7 @@ private Q_SLOTS:
         m_portal = std::make_unique<MockPortal>(QDBusConnection::connectToBus(m_bus->address(), u"portal"_s));
         m_portal->appear();
         makeAppearance();
-        QTRY_COMPARE(m_portal->questions(), 4); // a portal that is there is asked at once
+        QTRY_COMPARE(m_portal->questions(), 4); // a running portal is asked at once
     }
 
     void cleanup()
@@ -172,7 +173,7 @@ private Q_SLOTS:
         QTRY_COMPARE(desktop().appearance().scheme, Scheme::dark);
         const int asked = m_portal->questions();
         QVERIFY(asked > 0);
-        m_portal->set(gnome, u"enable-animations"_s, false); // comes after all answers
+        m_portal->set(gnome, u"enable-animations"_s, false); // arrives after all answers
         QTRY_VERIFY(desktop().appearance().reducesMotion);
         QCOMPARE(desktop().appearance().scheme, Scheme::dark);
     }
@@ -181,7 +182,7 @@ private Q_SLOTS:
     {
         m_appearance.reset();
         QDBusConnection(u"portal"_s).unregisterService(portalService);
-        m_portal->set(group, u"color-scheme"_s, 1U); // heard by nobody
+        m_portal->set(group, u"color-scheme"_s, 1U); // nobody listens yet
         makeAppearance();
         m_portal->appear();
         QTRY_COMPARE(desktop().appearance().scheme, Scheme::dark);
@@ -202,7 +203,7 @@ private Q_SLOTS:
         m_portal->set(group, u"color-scheme"_s, 77U);
         m_portal->set(group, u"contrast"_s, 1U);
         m_portal->set(gnome, u"enable-animations"_s, false);
-        QTRY_VERIFY(desktop().appearance().reducesMotion); // it has heard of all
+        QTRY_VERIFY(desktop().appearance().reducesMotion); // all messages have arrived
         QCOMPARE(desktop().appearance(), (Appearance{.reducesMotion = true}));
     }
 

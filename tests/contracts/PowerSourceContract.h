@@ -10,8 +10,8 @@
 
 namespace corvane {
 
-/// What every implementation of PowerSource must do. A test class derives from it and hands in a source, made
-/// anew for each test, on a machine that is plugged in.
+/// What every implementation of PowerSource must do. A test class derives from it and provides a new source
+/// for each test, on a machine that is plugged in.
 class PowerSourceContract : public QObject {
     Q_OBJECT
 

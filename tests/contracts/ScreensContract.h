@@ -11,14 +11,14 @@
 
 namespace corvane {
 
-/// What every kind of screens answers. A test class derives from it and hands over the screens, of which
-/// there is at least one.
+/// What every implementation of Screens must do. A test class derives from it and provides at least one
+/// screen.
 class ScreensContract : public QObject {
     Q_OBJECT
 
 protected:
     virtual Screens &screens() = 0;
-    /// A window of the program gets the keyboard, and is gone again.
+    /// Opens a window of the program, which gets the keyboard focus, and closes it.
     virtual void openKeyWindow() = 0;
     virtual void closeKeyWindow() = 0;
 

@@ -9,7 +9,7 @@
 
 namespace corvane {
 
-/// What banners do on a screen, whichever window system shows them.
+/// What banners must do on a screen, on any window system.
 class ShownBannersContract : public ShownBannersFixture {
     Q_OBJECT
 
@@ -36,7 +36,7 @@ private Q_SLOTS:
         bool isDismissed = false;
         const auto bannerPanel = present([&] { isDismissed = true; });
         QTRY_VERIFY(isDark(onTheCard));
-        QTRY_VERIFY(pixel(onTheMargin).lightness() < opponentColor().lightness()); // the shadow lies there
+        QTRY_VERIFY(pixel(onTheMargin).lightness() < opponentColor().lightness()); // the shadow
         for (const QPoint at : {onTheMargin, inTheCorner}) {
             click(at);
             QTRY_VERIFY(heard().contains(QStringLiteral("click %1 %2\n").arg(at.x()).arg(at.y())));
@@ -84,7 +84,7 @@ private Q_SLOTS:
         QVERIFY(bannerPanel->frame() == home || bannerPanel->frame().width < home.width);
         bannerPanels().setSessionLocked(false);
         QTRY_VERIFY(isDark(onTheCard));
-        QTRY_VERIFY(pixel(inTheCorner).lightness() > 100); // cut or shaded as before
+        QTRY_VERIFY(pixel(inTheCorner).lightness() > 100); // rounded or shadowed as before
     }
 
     void animationsGoOnWhileTheSessionIsLocked_data() { addRows(surroundings().first(1)); }
@@ -135,11 +135,10 @@ private Q_SLOTS:
         bannerPanels().setSessionLocked(true);
         QTRY_COMPARE(pixel(onTheCard), opponentColor());
         bannerPanel->close();
-        const auto later =
-            bannerPanels().makeBannerPanel(home, {}, startNow(), {}); // never ordered to the front
+        const auto later = bannerPanels().makeBannerPanel(home, {}, startNow(), {}); // never ordered front
         bannerPanels().setSessionLocked(false);
         QCoreApplication::processEvents();
-        point(QPoint(5, 5)); // a round trip: what was mapped would show
+        point(QPoint(5, 5)); // a round trip to the server: a mapped banner would be visible now
         QCOMPARE(pixel(onTheCard), opponentColor());
     }
 };

@@ -14,31 +14,31 @@
 
 namespace corvane {
 
-/// Banners on a screen of 1280 by 800, seen in pictures of the screen and worked by a real pointer and
-/// keyboard. A test class derives from it and hands over the banner panels and the surroundings in which they
-/// have to hold; the program itself sees the screen through an X server.
+/// Banners on a screen of 1280 × 800 pixels, checked in screenshots and operated by real pointer and key
+/// events. A test class derives from it and provides the banner panels and the surroundings (such as a window
+/// manager) in which they must work. The test program itself sees the screen through an X server.
 class ShownBannersFixture : public QObject {
     Q_OBJECT
 
 protected:
     static constexpr Rect home{140, 260, 1000, 280};
-    // Points of the desktop, y downwards, with the card at home.
-    static constexpr QPoint onTheCard{170, 400}; ///< its left part, where nothing is drawn on it
+    // Desktop coordinates, y downwards, for a card at `home`.
+    static constexpr QPoint onTheCard{170, 400}; ///< in its left part, where it is empty
     static constexpr QPoint onTheCloseButton{1140 - 41, 260 + 41};
-    static constexpr QPoint inTheCorner{141, 261}; ///< of the card's rectangle, outside its rounding
+    static constexpr QPoint inTheCorner{141, 261}; ///< of the card's rectangle, outside the rounded corner
     static constexpr QPoint onTheMargin{640, 260 + 280 + 20};
     static constexpr QPoint farAway{30, 30};
 
-    /// Fresh banner panels for a test.
+    /// New banner panels for each test.
     virtual std::unique_ptr<CardBannerPanels> makeBannerPanels(CardBannerPanels::ContentFactory makeContent,
                                                                const CardShape &shape) = 0;
-    /// The names of the surroundings, and of those in which windows may be partly transparent.
+    /// The names of all surroundings, and of those with a compositor, where windows may be translucent.
     [[nodiscard]] virtual QStringList surroundings() const = 0;
     [[nodiscard]] virtual QStringList compositedSurroundings() const = 0;
-    /// Brings them about, and back; a test that fails in them is failed.
+    /// Sets up the surroundings `name` and tears them down again. A failed check in them fails the test.
     virtual void enterSurroundings(const QString &name) = 0;
     virtual void leaveSurroundings() = 0;
-    /// Starts the full-screen program in them.
+    /// Starts the full-screen program in the current surroundings.
     virtual std::unique_ptr<QProcess> startOpponent(const QStringList &arguments) = 0;
 
     [[nodiscard]] static TeachingAction startNow()
@@ -117,7 +117,7 @@ protected:
         }
     }
 
-    /// All that the opponent has said so far.
+    /// The opponent's output so far.
     [[nodiscard]] QString heard()
     {
         m_heard += QString::fromUtf8(m_opponent->readAllStandardOutput());
@@ -132,7 +132,7 @@ protected:
         }
     }
 
-    /// The surroundings of the row with the opponent in them.
+    /// Sets up the surroundings of the current row and starts the opponent there.
     void enter()
     {
         QFETCH(QString, name);
@@ -160,8 +160,7 @@ protected Q_SLOTS:
 private Q_SLOTS:
     void cleanupTestCase()
     {
-        // The ticks and animations of banner panels that are gone end at their next turn; one that begins now
-        // ends after them.
+        // Wait longer than a tick and any animation, so that those of destroyed banner panels have ended.
         QCoro::waitFor(wait(Seconds{1.1}));
     }
 

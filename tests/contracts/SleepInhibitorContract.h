@@ -9,15 +9,15 @@
 
 namespace corvane {
 
-/// What every implementation of SleepInhibitor must do. A test class derives from it and hands in an
-/// inhibitor, made anew for each test, on a desktop that takes its wish.
+/// What every implementation of SleepInhibitor must do. A test class derives from it and provides a new
+/// inhibitor for each test, on a desktop that accepts its requests.
 class SleepInhibitorContract : public QObject {
     Q_OBJECT
 
 protected:
     virtual SleepInhibitor &inhibitor() = 0;
 
-    /// How often automatic sleep is held off, as the desktop sees it.
+    /// The number of inhibitions that the desktop currently holds for the program.
     virtual int holds() = 0;
 
 private Q_SLOTS:

@@ -14,29 +14,29 @@
 
 namespace corvane {
 
-/// What every implementation of StatusItem must do. A test class derives from it and hands in an item, the
-/// texts that a host was told, and what a teacher and a host do. Where the host is one that opens menus,
-/// it derives from StatusMenuContract.
+/// What every implementation of StatusItem must do. A test class derives from it and provides an item, the
+/// texts that a host received, and the actions of a teacher and a host. For a host that opens menus, derive
+/// from StatusMenuContract instead.
 class StatusItemContract : public QObject {
     Q_OBJECT
 
 protected:
-    /// The item under test, made anew for each test and already known to its host.
+    /// The item under test, new for each test and already known to its host.
     virtual StatusItem &item() = 0;
-    /// The texts that the host was told, oldest first.
+    /// The texts that the host received, oldest first.
     [[nodiscard]] virtual QStringList published() = 0;
-    /// What is seen in published() of a row of texts: all, or, where the host asks for the text when it
-    /// needs it, the last.
+    /// The part of `texts`, set one after another, that published() shows: all of them, or only the last if
+    /// the host fetches the text when it needs it.
     [[nodiscard]] virtual QStringList seenOf(const QStringList &texts) { return texts; }
-    /// The lines that the host shows on hovering, each as plain text.
+    /// The lines of the host's tool tip as plain text.
     [[nodiscard]] virtual QStringList toolTip() = 0;
-    /// The teacher clicks the item in the host, which gives `token` along unless it is empty.
+    /// The teacher clicks the item in the host, which passes `token` along unless it is empty.
     virtual void click(const QString &token) = 0;
-    /// What the host gives along of a token: the token, or nothing where it knows of none.
+    /// The token that the item must report after click(token): `token`, or none if the host has no tokens.
     [[nodiscard]] virtual QString given(const QString &token) { return token; }
-    /// Where click() happens, as the item is to tell it, to a few points.
+    /// The position that the item must report for click(), to within 4 points; empty if it knows none.
     virtual std::optional<Point> placeOfClick() = 0;
-    /// The host goes, or comes back.
+    /// The host disappears or comes back.
     virtual void setHostThere(bool isThere) = 0;
 
 private Q_SLOTS:
@@ -102,7 +102,7 @@ private Q_SLOTS:
         QSignalSpy clicks(&item(), &StatusItem::activated);
         const auto place = placeOfClick();
         click(QStringLiteral("token"));
-        // A token is for the click that it came with.
+        // A token belongs only to the click that it came with.
         click({});
         QTRY_COMPARE(clicks.size(), 2);
         for (const QList<QVariant> &click : clicks) {
@@ -127,12 +127,12 @@ private Q_SLOTS:
     }
 };
 
-/// What every implementation must do, besides, in a host that opens menus.
+/// What every implementation must do in addition in a host that opens menus.
 class StatusMenuContract : public StatusItemContract {
     Q_OBJECT
 
 protected:
-    /// The host opens the item's menu, and the teacher chooses the line at `index`.
+    /// The host opens the item's menu; the teacher chooses the entry at `index`.
     virtual void openMenu() = 0;
     virtual void chooseLine(int index) = 0;
 

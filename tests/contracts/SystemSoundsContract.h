@@ -9,18 +9,18 @@
 
 namespace corvane {
 
-/// What every implementation of SystemSounds must do. A test class derives from it and hands in sounds with
-/// one named "Glass" among them and one, named minute(), that lasts for a minute.
+/// What every implementation of SystemSounds must do. A test class derives from it and provides sounds,
+/// including one named "Glass" and one named minute() that lasts a minute.
 class SystemSoundsContract : public QObject {
     Q_OBJECT
 
 protected:
     static QString minute() { return QStringLiteral("quillet-minute"); }
 
-    /// The sounds under test, made anew for each test. They give a call less than a minute.
+    /// The sounds under test, new for each test. Their time limit for a call is below a minute.
     virtual SystemSounds &sounds() = 0;
 
-    /// From now on no call is answered before it has returned.
+    /// From now on no call is answered before it returns.
     virtual void holdAnswers() = 0;
 
 private Q_SLOTS:

@@ -15,8 +15,8 @@
 namespace corvane {
 
 /// What every implementation of SystemWatcher must do. A test class derives from it, calls watch() in its
-/// init() with a watcher on a machine that is awake, has a usable network and stands in Europe/Berlin, and
-/// does to that machine what the functions say.
+/// init() with a watcher on a machine that is awake, has a usable network and is set to Europe/Berlin, and
+/// implements the functions that change that machine.
 class SystemWatcherContract : public QObject {
     Q_OBJECT
 
@@ -34,7 +34,7 @@ protected:
         m_zones = std::make_unique<QSignalSpy>(&watcher, &SystemWatcher::timeZoneChanged);
     }
 
-    /// How often each was told: wakings, networks, clocks, zones.
+    /// The number of signals so far: woke, networkCameBack, clockWasSet, timeZoneChanged.
     [[nodiscard]] QList<qsizetype> told() const
     {
         return {m_wakings->size(), m_networks->size(), m_clocks->size(), m_zones->size()};

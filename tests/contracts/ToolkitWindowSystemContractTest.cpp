@@ -96,7 +96,7 @@ private Q_SLOTS:
     }
 
 private:
-    static constexpr QPoint clicked{640, 700}; // where no window of this program is
+    static constexpr QPoint clicked{640, 700}; // outside all windows of this program
 
     void manage(TestDesktop::WindowManager manager)
     {

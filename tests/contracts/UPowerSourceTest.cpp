@@ -17,7 +17,7 @@
 using namespace corvane;
 using namespace Qt::StringLiterals;
 
-/// UPower as a mock on a system bus of the test's own.
+/// Uses a mock of UPower on a private system bus.
 class UPowerSourceTest final : public PowerSourceContract {
     Q_OBJECT
 

@@ -11,20 +11,20 @@
 
 namespace corvane {
 
-/// What every notification centre does. A test class derives from it and hands over, for each test, a centre
-/// with nothing pending on a desktop that grants notifications.
+/// What every implementation of UserNotificationCenter must do. A test class derives from it and provides,
+/// for each test, a centre with nothing pending on a desktop that permits notifications.
 class UserNotificationCenterContract : public QObject {
     Q_OBJECT
 
 protected:
     virtual UserNotificationCenter &center() = 0;
-    /// Lets time pass until `moment`, and what is due by then be shown.
+    /// Lets time pass until `moment`; requests due by then are shown.
     virtual void passUntil(Date moment) = 0;
-    /// The user changes the desktop's mind about notifications.
+    /// The user permits notifications on the desktop or forbids them.
     virtual void setGranted(bool isGranted) = 0;
 
 private:
-    /// A request that is due `after` seconds from now, at the earliest.
+    /// A request due on the first whole second at least `after` seconds from now.
     [[nodiscard]] static NotificationRequest request(const QString &identifier, double after = 3600)
     {
         const Date fireDate = dateSince1970(std::ceil(secondsSince1970(currentDate()) + after));

@@ -11,7 +11,7 @@
 
 namespace corvane {
 
-/// The contract of screens for those on which the program's windows are widgets.
+/// The Screens contract for platforms where the program's windows are widgets.
 class WidgetScreensContract : public ScreensContract {
     Q_OBJECT
 
@@ -26,7 +26,7 @@ protected:
 
     void closeKeyWindow() override { m_window.reset(); }
 
-    /// Where the window opens, in the toolkit's points with y down.
+    /// The window's geometry in the toolkit's coordinates, y downwards.
     [[nodiscard]] virtual QRect place() const { return {50, 50, 200, 100}; }
 
 private:

@@ -9,24 +9,24 @@
 
 namespace corvane {
 
-/// What every window system must do. A test class derives from it and hands in the window system, windows of
-/// the program, and another program that has the keyboard when it is given it.
+/// What every implementation of WindowSystem must do. A test class derives from it and provides the window
+/// system, windows of the program, and another program that can take the keyboard focus.
 class WindowSystemContract : public QObject {
     Q_OBJECT
 
 protected:
-    /// The window system under test, made anew for each test.
+    /// The window system under test, new for each test.
     virtual WindowSystem &windowSystem() = 0;
-    /// From now on partly transparent windows look so, or do not.
+    /// Switches compositing, with which windows can be translucent, on or off.
     virtual void setComposited(bool isComposited) = 0;
-    /// Makes a window that is not yet shown. It stays until destroy() or the end of the test.
+    /// Creates a hidden window, which lives until destroy() or the end of the test.
     virtual WindowId makeWindow() = 0;
     virtual void show(WindowId window) = 0;
     virtual void destroy(WindowId window) = 0;
-    /// Whether a task bar shows the window, which is shown.
+    /// Whether a task bar lists the window, which is visible.
     [[nodiscard]] virtual bool standsInTaskBar(WindowId window) = 0;
     [[nodiscard]] virtual bool hasFocus(WindowId window) = 0;
-    /// A window of another program, in which the user acts, has the keyboard when this returns.
+    /// The user clicks into another program's window, which has the keyboard focus when this returns.
     virtual void giveFocusToAnotherProgram() = 0;
 
     static constexpr int timeout = 10'000; // milliseconds

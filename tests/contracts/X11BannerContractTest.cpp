@@ -32,7 +32,7 @@ private:
     ToolkitScreens m_screens;
 };
 
-/// Runs both contracts: on a display of its own or, called with "--offscreen", without any X server.
+/// Runs both contracts on a private display or, with "--offscreen", without an X server.
 static int run(int argc, char *argv[])
 {
     std::unique_ptr<TestDesktop> desktop;

@@ -18,8 +18,8 @@ namespace {
 
 constexpr auto unitName = "com.ordwinsoftware.Quillet.service"_L1;
 
-/// The unit that starts `program`. A shell starts it, since systemd takes no program whose name holds quotes;
-/// the colon keeps it from filling in variables.
+/// The unit that starts `program`. It goes through a shell, since systemd rejects program paths that contain
+/// quotes; the colon disables systemd's variable substitution.
 QByteArray unitText(QString program)
 {
     program.replace(u'\\', u"\\\\"_s).replace(u'"', u"\\\""_s).replace(u'%', u"%%"_s);
@@ -37,7 +37,7 @@ std::unexpected<Failure> failure(const QString &path, const QString &reason)
 std::expected<void, Failure> remove(const QString &path)
 {
     QFile file(path);
-    // A link that leads nowhere is no file that exists, and has to go all the same.
+    // exists() is false for a dangling link, which must be removed as well.
     if ((QFileInfo(path).isSymLink() || file.exists()) && !file.remove()) {
         return failure(path, file.errorString());
     }
@@ -62,7 +62,7 @@ std::expected<void, Failure> SystemdLoginItem::registerItem()
     if (!unit.open(QIODevice::WriteOnly) || unit.write(unitText(m_program)) < 0 || !unit.commit()) {
         return failure(m_unit, unit.errorString());
     }
-    // Whatever stood there under our name; the unit itself stays in its place meanwhile.
+    // Remove anything that already has this name; the unit itself stays in place.
     if (auto removed = remove(m_link); !removed) {
         return removed;
     }
@@ -72,7 +72,7 @@ std::expected<void, Failure> SystemdLoginItem::registerItem()
 
 std::expected<void, Failure> SystemdLoginItem::unregisterItem()
 {
-    // The link first: it is what systemd goes by.
+    // The link first, since it is what enables the unit.
     auto removed = remove(m_link);
     return removed ? remove(m_unit) : removed;
 }

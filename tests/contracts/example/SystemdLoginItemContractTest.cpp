@@ -18,14 +18,13 @@
 using namespace corvane;
 using namespace Qt::StringLiterals;
 
-/// The example of a second platform: an adapter, and what proves it.
 class SystemdLoginItemContractTest final : public LoginItemContract {
     Q_OBJECT
 
 protected:
     LoginItem &item() override { return *m_item; }
 
-    // systemd is asked, not the files.
+    // Ask systemd rather than read the files.
     bool startsAtLogin() override
     {
         return run(u"systemctl"_s, {u"--root="_s + m_machine->path(), u"--global"_s, u"is-enabled"_s,
@@ -35,14 +34,14 @@ protected:
     void makeRegisteringImpossible() override
     {
         QFile file(m_machine->filePath(u"etc"_s));
-        QVERIFY(file.open(QIODevice::WriteOnly)); // where the folder should be
+        QVERIFY(file.open(QIODevice::WriteOnly)); // in the folder's place
     }
 
 private Q_SLOTS:
     void init()
     {
         m_machine = std::make_unique<QTemporaryDir>();
-        // The units of all users of a machine lie in its /etc/systemd/user, as a user's lie in ~/.config.
+        // Units for all users are in /etc/systemd/user, laid out like a user's in ~/.config/systemd/user.
         m_item.emplace(u"/opt/quillet/bin/quillet"_s, m_machine->filePath(u"etc"_s));
     }
 
@@ -73,7 +72,7 @@ private Q_SLOTS:
     }
 
 private:
-    /// What the program prints, its complaints included.
+    /// Runs the program and returns its output, including standard error.
     [[nodiscard]] static QString run(const QString &program, const QStringList &arguments)
     {
         QProcess process;
