@@ -55,7 +55,7 @@ private Q_SLOTS:
         m_room.reset();
     }
 
-    void whatIsAddedIsShownOnceAtItsMomentInItsWords()
+    void aRequestIsShownOnceAtItsTimeWithItsText()
     {
         const Date due = dateSince1970(std::ceil(secondsSince1970(currentDate())) + 1);
         QVERIFY(QCoro::waitFor(center().add({.identifier = u"quillet.backup.join.1.王"_s,
@@ -75,7 +75,7 @@ private Q_SLOTS:
         QVERIFY2(late >= 0 && late < 1, qPrintable(QString::number(late)));
     }
 
-    void whatOutlivesItsCentreIsShown()
+    void aRequestThatOutlivesItsCentreIsShown()
     {
         const Date due = dateSince1970(std::ceil(secondsSince1970(currentDate())) + 1);
         QVERIFY(QCoro::waitFor(center().add({.identifier = u"a"_s,
@@ -89,7 +89,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(m_server->shownWith(u"later"_s), 1, 5000);
     }
 
-    void aFullDayIsReplacedWithoutHoldingTheProgramUp()
+    void aFullDayIsReplacedWithoutBlockingTheProgram()
     {
         const QTemporaryDir library;
         DebugLogService logger(library.path());

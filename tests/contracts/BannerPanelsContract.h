@@ -57,7 +57,7 @@ private Q_SLOTS:
         QVERIFY(bannerPanel->frame() == home);
     }
 
-    void aBannerPanelIsOnTheScreenFromItsOrderToItsClosing()
+    void aBannerPanelIsOnTheScreenFromOrderFrontUntilClose()
     {
         const auto bannerPanel = makeBannerPanel();
         QVERIFY(!isOnScreen());
@@ -76,7 +76,7 @@ private Q_SLOTS:
         QVERIFY(!isOnScreen());
     }
 
-    void aFrameThatIsSetCountsAtOnce()
+    void settingTheFrameTakesEffectAtOnce()
     {
         const auto bannerPanel = makeBannerPanel();
         bannerPanel->setFrame(home.scaledAboutCentre(0.95));
@@ -86,7 +86,7 @@ private Q_SLOTS:
         QVERIFY(bannerPanel->frame() == home.scaledAboutCentre(0.95));
     }
 
-    void anAnimationBeginsWhereTheBannerPanelIsAndEndsWhereItShould()
+    void anAnimationRunsFromTheCurrentFrameToItsTarget()
     {
         const auto bannerPanel = makeBannerPanel();
         bannerPanel->setFrame(home.scaledAboutCentre(0.95));
@@ -102,7 +102,7 @@ private Q_SLOTS:
         QVERIFY(bannerPanel->frame() == home);
     }
 
-    void anAnimationTakesItsTime()
+    void anAnimationLastsForItsDuration()
     {
         const auto bannerPanel = makeBannerPanel();
         bannerPanel->orderFrontRegardless();
@@ -121,7 +121,7 @@ private Q_SLOTS:
         QTRY_VERIFY(bannerPanel->frame() == home.scaledAboutCentre(0.97));
     }
 
-    void anAnimationOfNoLengthCompletesOnALaterTurn()
+    void anAnimationOfZeroDurationCompletesOnALaterTurn()
     {
         const auto bannerPanel = makeBannerPanel();
         bannerPanel->orderFrontRegardless();
@@ -131,7 +131,7 @@ private Q_SLOTS:
         QTRY_COMPARE(completions, 1);
     }
 
-    void anAnimationThatIsReplacedEndsWhereItIs()
+    void aReplacedAnimationStopsWhereItIs()
     {
         const auto bannerPanel = makeBannerPanel();
         bannerPanel->orderFrontRegardless();
@@ -142,7 +142,7 @@ private Q_SLOTS:
         QVERIFY(bannerPanel->frame() == reached);
     }
 
-    void anAnimationThatIsReplacedNeverCompletes()
+    void aReplacedAnimationNeverCompletes()
     {
         const auto bannerPanel = makeBannerPanel();
         bannerPanel->orderFrontRegardless();
@@ -157,7 +157,7 @@ private Q_SLOTS:
         QVERIFY(bannerPanel->frame() == home);
     }
 
-    void closingEndsAnAnimationWithoutItsCompletion()
+    void closingEndsAnAnimationWithoutCompletingIt()
     {
         const auto bannerPanel = makeBannerPanel();
         const auto other = makeBannerPanel();
@@ -186,7 +186,7 @@ private Q_SLOTS:
         QVERIFY(!isDone);
     }
 
-    void aBannerPanelMayBeClosedByItsAnimationsCompletion()
+    void anAnimationsCompletionMayCloseItsBannerPanel()
     {
         auto bannerPanel = makeBannerPanel();
         bannerPanel->orderFrontRegardless();
@@ -205,7 +205,7 @@ private Q_SLOTS:
         bannerPanel->close();
     }
 
-    void nothingAskedOfAClosedBannerPanelHasAnEffect()
+    void callsToAClosedBannerPanelHaveNoEffect()
     {
         const auto bannerPanel = makeBannerPanel();
         bannerPanel->close();
@@ -224,7 +224,7 @@ private Q_SLOTS:
         QVERIFY(bannerPanel->frame() == home);
     }
 
-    void theCloseButtonTellsAndLeavesTheBannerPanelAlone()
+    void theCloseButtonCallsBackAndLeavesTheBannerPanelOpen()
     {
         int dismissals = 0;
         const auto bannerPanel = makeBannerPanel([&] { ++dismissals; });
@@ -234,7 +234,7 @@ private Q_SLOTS:
         QVERIFY(bannerPanel->frame() == home);
     }
 
-    void aBannerPanelMayBeDestroyedByItsCloseButton()
+    void theCloseButtonsCallbackMayDestroyTheBannerPanel()
     {
         std::shared_ptr<BannerPanel> bannerPanel;
         bannerPanel = makeBannerPanel([&] { bannerPanel.reset(); });

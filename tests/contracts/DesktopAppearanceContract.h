@@ -23,9 +23,9 @@ protected:
     virtual void say(const Appearance &appearance) = 0;
 
 private Q_SLOTS:
-    void aDesktopThatSaysNothingLeavesAllToTheToolkit() { QCOMPARE(desktop().appearance(), Appearance{}); }
+    void aDesktopWithoutSettingsLeavesAllToTheToolkit() { QCOMPARE(desktop().appearance(), Appearance{}); }
 
-    void eachSchemeIsTold()
+    void eachSchemeIsReported()
     {
         const QSignalSpy changes(&desktop(), &DesktopAppearance::changed);
         qsizetype told = 0;
@@ -36,7 +36,7 @@ private Q_SLOTS:
         }
     }
 
-    void anAccentIsToldAndTakenBack()
+    void anAccentAndItsRemovalAreReported()
     {
         const Appearance::Accent accent{0.25, 0.5, 1};
         say({.accent = accent});
@@ -45,7 +45,7 @@ private Q_SLOTS:
         QTRY_COMPARE(desktop().appearance().accent, std::optional<Appearance::Accent>());
     }
 
-    void reducedMotionIsToldAndTakenBack()
+    void reducedMotionAndItsEndAreReported()
     {
         say({.reducesMotion = true});
         QTRY_VERIFY(desktop().appearance().reducesMotion);
@@ -53,7 +53,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!desktop().appearance().reducesMotion);
     }
 
-    void whatIsSaidAgainIsNoChange()
+    void aRepeatedSettingIsNoChange()
     {
         const Appearance dark{.scheme = Scheme::dark, .reducesMotion = true};
         say(dark);

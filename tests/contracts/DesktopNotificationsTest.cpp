@@ -50,7 +50,7 @@ private Q_SLOTS:
         m_bus.reset();
     }
 
-    void itComesWithoutASoundAndDoesNotStay()
+    void aNotificationIsSilentAndDoesNotStay()
     {
         QVERIFY(QCoro::waitFor(m_notifications->showQuietly(u"One"_s, u"Two"_s)));
         const RecordingServer::Shown shown = m_server->shown.at(0);
@@ -60,14 +60,14 @@ private Q_SLOTS:
         QCOMPARE(shown.icon, u"com.ordwinsoftware.Quillet"_s);
     }
 
-    void aServerThatReadsNoMarkupGetsThePlainText()
+    void aServerWithoutMarkupGetsPlainText()
     {
         start({});
         QVERIFY(QCoro::waitFor(m_notifications->showQuietly(u"One"_s, u"2 < 3"_s)));
         QCOMPARE(m_server->shown.at(0).body, u"2 < 3"_s);
     }
 
-    void oneThatRefusesOrHangsIsSaid()
+    void aServerThatRefusesOrHangsIsReported()
     {
         m_server->behaviour = RecordingServer::Behaviour::refuses;
         QVERIFY(!QCoro::waitFor(m_notifications->showQuietly(u"One"_s, u"Two"_s)));

@@ -22,14 +22,14 @@ protected:
     virtual QStringList read() = 0;
 
 private Q_SLOTS:
-    void whatIsShownIsReadAsItIs()
+    void theTextIsShownLiterally()
     {
         QVERIFY(QCoro::waitFor(notifications().showQuietly(QStringLiteral("One & <b>two</b>"),
                                                            QStringLiteral("3 < 4 & <i>five</i>"))));
         QCOMPARE(read(), QStringList{QStringLiteral("One & <b>two</b>: 3 < 4 & <i>five</i>")});
     }
 
-    void whereNobodyShowsNotificationsThatIsSaid()
+    void aMissingServerIsReported()
     {
         takeServerAway();
         QVERIFY(!QCoro::waitFor(notifications().showQuietly(QStringLiteral("One"), QStringLiteral("Two"))));

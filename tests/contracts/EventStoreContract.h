@@ -210,7 +210,7 @@ private Q_SLOTS:
         QCOMPARE(store->authorizationStatus(), CalendarAuthorization::fullAccess);
     }
 
-    void eventsThatOverlapTheDayAreAnswered()
+    void eventsThatOverlapTheDayAreReturned()
     {
         QStringList found = titles(eventsOf("2025-03-03"));
         found.sort();
@@ -233,7 +233,7 @@ private Q_SLOTS:
         QFAIL("the event is missing");
     }
 
-    void textsAreCopiedAsTheyAre()
+    void textsAreReturnedUnchanged()
     {
         const auto found = eventsOf("2025-03-10");
         const auto all = contractEvents();
@@ -257,14 +257,14 @@ private Q_SLOTS:
         QVERIFY(!found[1].url.has_value());
     }
 
-    void eventsComeInTheOrderOfTheirStarts()
+    void eventsAreSortedByStart()
     {
         const QStringList expected{QStringLiteral("first"), QStringLiteral("second"),
                                    QStringLiteral("third")};
         QCOMPARE(titles(eventsOf("2025-03-12")), expected);
     }
 
-    void wholeDaysAreMarked()
+    void allDayEventsAreMarked()
     {
         const auto found = eventsOf("2025-03-14");
         QCOMPARE(found.size(), std::size_t{1});
@@ -273,9 +273,9 @@ private Q_SLOTS:
         QVERIFY(found[0] == *std::ranges::find_if(all, &CalendarEvent::isAllDay));
     }
 
-    void aWholeDayDoesNotReachIntoTheNext() { QVERIFY(eventsOf("2025-03-15").empty()); }
+    void anAllDayEventDoesNotReachIntoTheNextDay() { QVERIFY(eventsOf("2025-03-15").empty()); }
 
-    void recurringEventsAreAnsweredOneByOne()
+    void occurrencesAreReturnedOneByOne()
     {
         const auto all = contractEvents();
         for (const char *const date :
@@ -306,7 +306,7 @@ private Q_SLOTS:
                  qPrintable(QString::number(watch.longestGap())));
     }
 
-    void aDayWithoutEventsIsAnEmptyAnswer()
+    void aDayWithoutEventsGivesAnEmptyAnswer()
     {
         const auto store = makeStore();
         QVERIFY(QCoro::waitFor(store->requestFullAccessToEvents()).value_or(false));

@@ -30,7 +30,7 @@ protected:
     void allowAccess() override { m_denying->grant = true; }
 
 private Q_SLOTS:
-    void aRequestThatFailsFailsAgain()
+    void aFailingRequestFailsEachTime()
     {
         FakeEventStore store;
         store.grant = std::unexpected(Failure{u"the calendar service does not answer"_s});

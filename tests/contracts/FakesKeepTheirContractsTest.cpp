@@ -43,7 +43,7 @@ private Q_SLOTS:
         m_sounds->available.append(minute());
     }
 
-    void aHeldAnswerComesWithTheRelease()
+    void aHeldAnswerArrivesOnRelease()
     {
         m_sounds->hold();
         auto task = m_sounds->play(QStringLiteral("Glass"));
@@ -220,7 +220,7 @@ private Q_SLOTS:
         m_clock.reset();
     }
 
-    void aHeldCallIsCarriedOutWithItsRelease()
+    void aHeldCallIsExecutedOnRelease()
     {
         m_center->hold();
         auto task = m_center->pendingNotificationRequests();

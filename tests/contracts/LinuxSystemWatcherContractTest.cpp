@@ -73,7 +73,7 @@ private Q_SLOTS:
         qputenv("TZ", "UTC");
     }
 
-    void withoutBusesTheClockAndTheZoneAreTold()
+    void clockAndZoneChangesAreReportedWithoutBuses()
     {
         auto alarm = std::make_unique<FakeWallClockAlarm>();
         m_alarm = alarm.get();

@@ -37,14 +37,14 @@ private Q_SLOTS:
         QVERIFY(!startsAtLogin());
     }
 
-    void unregisteringStopsIt()
+    void unregisteringEndsTheStartAtLogin()
     {
         QVERIFY(item().registerItem().has_value());
         QVERIFY(item().unregisterItem().has_value());
         QVERIFY(!startsAtLogin());
     }
 
-    void unregisteringWhatIsNotRegisteredSucceeds()
+    void unregisteringAnUnregisteredItemSucceeds()
     {
         QVERIFY(item().unregisterItem().has_value());
         QVERIFY(item().unregisterItem().has_value());
@@ -59,7 +59,7 @@ private Q_SLOTS:
         QVERIFY(startsAtLogin());
     }
 
-    void whatCannotBeRegisteredIsAFailureInWords()
+    void aFailedRegistrationReportsAReason()
     {
         makeRegisteringImpossible();
         const auto result = item().registerItem();

@@ -154,7 +154,7 @@ private Q_SLOTS:
         m_bus.reset();
     }
 
-    void whatThePortalKnowsAtTheStartIsAsked()
+    void thePortalsSettingsAreReadAtTheStart()
     {
         m_appearance.reset();
         say({.scheme = Scheme::dark, .accent = Appearance::Accent{1, 0, 0}, .reducesMotion = true});
@@ -164,7 +164,7 @@ private Q_SLOTS:
                                                          .reducesMotion = true}));
     }
 
-    void aChangeWhileItIsAskedForTheFirstTimeOutdatesTheAnswer()
+    void aChangeDuringTheFirstReadOverridesItsAnswer()
     {
         m_appearance.reset();
         say({.scheme = Scheme::light});
@@ -178,7 +178,7 @@ private Q_SLOTS:
         QCOMPARE(desktop().appearance().scheme, Scheme::dark);
     }
 
-    void aPortalThatComesLaterIsAsked()
+    void aPortalThatStartsLaterIsRead()
     {
         m_appearance.reset();
         QDBusConnection(u"portal"_s).unregisterService(portalService);
@@ -196,7 +196,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!desktop().appearance().reducesMotion);
     }
 
-    void valuesOfAnotherKindChangeNothing()
+    void invalidValuesAreIgnored()
     {
         m_portal->set(group, u"accent-color"_s, u"red"_s);
         m_portal->set(group, u"accent-color"_s, QVariant::fromValue(Triple{2, 0, 0}));

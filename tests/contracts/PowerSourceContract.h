@@ -20,9 +20,9 @@ protected:
     virtual void setOnBattery(bool isOnBattery) = 0;
 
 private Q_SLOTS:
-    void aMachineThatIsPluggedInIsNotOnBattery() { QVERIFY(!source().isOnBattery()); }
+    void aPluggedInMachineIsNotOnBattery() { QVERIFY(!source().isOnBattery()); }
 
-    void eachChangeIsToldOnce()
+    void eachChangeIsReportedOnce()
     {
         const QSignalSpy changes(&source(), &PowerSource::changed);
         setOnBattery(true);

@@ -23,7 +23,7 @@ protected:
     virtual void closeKeyWindow() = 0;
 
 private Q_SLOTS:
-    void everyScreenHasRoom()
+    void noScreenIsEmpty()
     {
         QVERIFY(!screens().screens().empty());
         for (const Screen &screen : screens().screens()) {
@@ -40,7 +40,7 @@ private Q_SLOTS:
         }
     }
 
-    void screensHaveNamesOfTheirOwn()
+    void screenNamesAreUnique()
     {
         QStringList names;
         for (const Screen &screen : screens().screens()) {
@@ -49,7 +49,7 @@ private Q_SLOTS:
         }
     }
 
-    void theMainScreenIsOneOfThem()
+    void theMainScreenIsAmongTheScreens()
     {
         const auto main = screens().mainScreen();
         QVERIFY(main.has_value());
@@ -64,7 +64,7 @@ private Q_SLOTS:
                  1);
     }
 
-    void theKeyWindowsScreenIsOneOfThemWhileThereIsOne()
+    void theKeyWindowsScreenIsAmongTheScreensWhileItIsOpen()
     {
         QVERIFY(!screens().keyWindowScreen().has_value());
         openKeyWindow();
@@ -74,7 +74,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(!screens().keyWindowScreen().has_value(), 10000);
     }
 
-    void theSameQuestionHasTheSameAnswer() { QVERIFY(screens().screens() == screens().screens()); }
+    void repeatedCallsReturnTheSameScreens() { QVERIFY(screens().screens() == screens().screens()); }
 };
 
 } // namespace corvane

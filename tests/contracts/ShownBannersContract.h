@@ -14,9 +14,9 @@ class ShownBannersContract : public ShownBannersFixture {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theKeysStayWithTheOpponent_data() { addRows(surroundings()); }
+    void keyPressesStayWithTheOpponent_data() { addRows(surroundings()); }
 
-    void theKeysStayWithTheOpponent()
+    void keyPressesStayWithTheOpponent()
     {
         enter();
         const auto bannerPanel = present();
@@ -105,9 +105,9 @@ private Q_SLOTS:
         QTRY_VERIFY(isDark(onTheCard));
     }
 
-    void anAnimationIsOverAtOnceWhereNothingMayMove_data() { addRows(surroundings().first(1)); }
+    void anAnimationEndsAtOnceWhenMotionIsOff_data() { addRows(surroundings().first(1)); }
 
-    void anAnimationIsOverAtOnceWhereNothingMayMove()
+    void anAnimationEndsAtOnceWhenMotionIsOff()
     {
         enter();
         bannerPanels().setMoves(false);
@@ -125,9 +125,9 @@ private Q_SLOTS:
         bannerPanels().setMoves(true);
     }
 
-    void aBannerThatIsClosedWhileTheSessionIsLockedStaysAway_data() { addRows(surroundings().first(1)); }
+    void aBannerClosedWhileTheSessionIsLockedDoesNotComeBack_data() { addRows(surroundings().first(1)); }
 
-    void aBannerThatIsClosedWhileTheSessionIsLockedStaysAway()
+    void aBannerClosedWhileTheSessionIsLockedDoesNotComeBack()
     {
         enter();
         const auto bannerPanel = present();

@@ -21,9 +21,9 @@ protected:
     virtual int holds() = 0;
 
 private Q_SLOTS:
-    void nothingIsHeldUnasked() { QCOMPARE(holds(), 0); }
+    void nothingIsInhibitedWithoutARequest() { QCOMPARE(holds(), 0); }
 
-    void itIsHeldAndGivenBack()
+    void sleepIsInhibitedAndAllowedAgain()
     {
         inhibitor().keepAwake();
         QTRY_COMPARE(holds(), 1);
@@ -31,7 +31,7 @@ private Q_SLOTS:
         QTRY_COMPARE(holds(), 0);
     }
 
-    void askingAgainChangesNothing()
+    void repeatedRequestsChangeNothing()
     {
         inhibitor().letSleep();
         inhibitor().keepAwake();
@@ -45,7 +45,7 @@ private Q_SLOTS:
         QTRY_COMPARE(holds(), 0);
     }
 
-    void theLastWordCountsHoweverFastItComes()
+    void theLastOfSeveralQuickRequestsWins()
     {
         for (int times = 0; times < 5; ++times) {
             inhibitor().keepAwake();

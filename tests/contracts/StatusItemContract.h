@@ -57,14 +57,14 @@ private Q_SLOTS:
         QTRY_COMPARE(published(), seenOf(expected));
     }
 
-    void aTitleOfAnyLengthIsTaken()
+    void aVeryLongTitleIsAccepted()
     {
         item().setTitle(QString(1000000, u'x'));
         item().setTitle(QStringLiteral("after"));
         QTRY_VERIFY(!published().isEmpty() && published().constLast() == QStringLiteral("after"));
     }
 
-    void aNoticeStandsBelowTheTitleAndChangesNothingElse()
+    void aNoticeIsShownBelowTheTitleAndChangesNothingElse()
     {
         const QString title = QStringLiteral("Anna");
         const QString notice = QStringLiteral("No answer from <b>A</b> & B");
@@ -78,7 +78,7 @@ private Q_SLOTS:
         QCOMPARE(published(), seenOf({title, QStringLiteral("Ben")}));
     }
 
-    void aNoticeOfAnyLengthIsTaken()
+    void aVeryLongNoticeIsAccepted()
     {
         item().setTitle(QStringLiteral("Anna"));
         item().setNotice(QString(1000000, u'x'));
@@ -88,7 +88,7 @@ private Q_SLOTS:
         QTRY_COMPARE(toolTip(), (QStringList{QStringLiteral("Anna"), QStringLiteral("after")}));
     }
 
-    void aClickIsToldAndLosesNothing()
+    void aClickIsReportedAndTheItemStillWorks()
     {
         QSignalSpy clicks(&item(), &StatusItem::activated);
         click({});
@@ -97,7 +97,7 @@ private Q_SLOTS:
         QTRY_COMPARE(published(), QStringList{QStringLiteral("still there")});
     }
 
-    void aClickTellsItsPlaceAndItsToken()
+    void aClickReportsItsPositionAndToken()
     {
         QSignalSpy clicks(&item(), &StatusItem::activated);
         const auto place = placeOfClick();
@@ -137,7 +137,7 @@ protected:
     virtual void chooseLine(int index) = 0;
 
 private Q_SLOTS:
-    void openingTheMenuIsTold()
+    void openingTheMenuIsReported()
     {
         item().setMenu({{QStringLiteral("One"), [] {}}});
         QSignalSpy openings(&item(), &StatusItem::menuAboutToShow);
@@ -147,7 +147,7 @@ private Q_SLOTS:
         QTRY_COMPARE(openings.size(), 2);
     }
 
-    void aChosenLineActsAndOneBetweenGroupsDoesNot()
+    void aChosenEntryActsAndASeparatorDoesNot()
     {
         QStringList chosen;
         const auto line = [&](const QString &text) {
@@ -161,7 +161,7 @@ private Q_SLOTS:
         QTRY_COMPARE(chosen, expected);
     }
 
-    void aMenuTakesThePlaceOfTheOneBefore()
+    void aNewMenuReplacesTheOldOne()
     {
         QStringList chosen;
         item().setMenu({{QStringLiteral("Old"), [&] { chosen.append(QStringLiteral("Old")); }}});

@@ -24,14 +24,14 @@ protected:
     virtual void holdAnswers() = 0;
 
 private Q_SLOTS:
-    void aSoundThatIsThereStarts() { QVERIFY(QCoro::waitFor(sounds().play(QStringLiteral("Glass")))); }
+    void anAvailableSoundStarts() { QVERIFY(QCoro::waitFor(sounds().play(QStringLiteral("Glass")))); }
 
-    void aSoundThatIsNotThereDoesNotStart()
+    void aMissingSoundDoesNotStart()
     {
         QVERIFY(!QCoro::waitFor(sounds().play(QStringLiteral("quillet-no-such-sound"))));
     }
 
-    void aMissingSoundDoesNotKeepTheNextFromStarting()
+    void aSoundStartsAfterAMissingOne()
     {
         QVERIFY(!QCoro::waitFor(sounds().play(QStringLiteral("quillet-no-such-sound"))));
         QVERIFY(QCoro::waitFor(sounds().play(QStringLiteral("Glass"))));
@@ -46,7 +46,7 @@ private Q_SLOTS:
         QVERIFY(!task.isReady());
     }
 
-    void callsAtTheSameTimeAreAnsweredEachByItself()
+    void concurrentCallsAreAnsweredSeparately()
     {
         auto first = sounds().play(QStringLiteral("Glass"));
         auto second = sounds().play(QStringLiteral("quillet-no-such-sound"));

@@ -47,7 +47,7 @@ private:
     std::unique_ptr<QSignalSpy> m_zones;
 
 private Q_SLOTS:
-    void eachWakingIsToldOnce()
+    void eachWakeUpIsReportedOnce()
     {
         sleepAndWake();
         QTRY_COMPARE(told(), (QList<qsizetype>{1, 0, 0, 0}));
@@ -55,7 +55,7 @@ private Q_SLOTS:
         QTRY_COMPARE(told(), (QList<qsizetype>{2, 0, 0, 0}));
     }
 
-    void aNetworkIsToldWhenItIsBackAndNotWhenItGoes()
+    void aNetworkIsReportedWhenItComesBackAndNotWhenItGoes()
     {
         for (const qsizetype times : {1, 2}) {
             setNetworkUsable(false);
@@ -65,7 +65,7 @@ private Q_SLOTS:
         }
     }
 
-    void aNetworkThatWasThereIsNotBack()
+    void aNetworkThatNeverWentIsNotReported()
     {
         setNetworkUsable(true);
         setNetworkUsable(true);
@@ -73,7 +73,7 @@ private Q_SLOTS:
         QTRY_COMPARE(told(), (QList<qsizetype>{1, 0, 0, 0}));
     }
 
-    void aClockThatIsSetIsToldForwardAndBackAndAgain()
+    void eachClockChangeIsReportedForwardOrBack()
     {
         qsizetype times = 0;
         for (const double change : {3600.0, -86400.0, -1.0, 0.5}) {
@@ -83,7 +83,7 @@ private Q_SLOTS:
         }
     }
 
-    void aTrifleOnTheClockIsNotTold()
+    void tinyClockChangesAreNotReported()
     {
         setClockBy(Seconds{0.01});
         setClockBy(Seconds{-0.01});
@@ -96,7 +96,7 @@ private Q_SLOTS:
         QTRY_COMPARE(told(), (QList<qsizetype>{2, 0, 1, 0}));
     }
 
-    void anotherZoneIsToldOnce()
+    void eachZoneChangeIsReportedOnce()
     {
         setZone("America/Havana");
         QTRY_COMPARE(told(), (QList<qsizetype>{0, 0, 0, 1}));
@@ -104,7 +104,7 @@ private Q_SLOTS:
         QTRY_COMPARE(told(), (QList<qsizetype>{0, 0, 0, 2}));
     }
 
-    void theSameZoneSetAgainIsNoChange()
+    void settingTheSameZoneAgainIsNoChange()
     {
         setZone("Europe/Berlin");
         setZone("America/Havana");

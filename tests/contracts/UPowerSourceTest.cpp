@@ -45,7 +45,7 @@ private Q_SLOTS:
         m_bus.reset();
     }
 
-    void whatIsSoAtTheStartIsFoundOut()
+    void theInitialStateIsRead()
     {
         set(true);
         m_source = std::make_unique<UPowerSource>(QDBusConnection(u"source"_s));

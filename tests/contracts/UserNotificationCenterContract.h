@@ -63,7 +63,7 @@ private Q_SLOTS:
         QVERIFY(*granted);
     }
 
-    void aChangeOfMindIsNoticed()
+    void aChangedPermissionIsNoticed()
     {
         for (const bool isGranted : {false, true}) {
             setGranted(isGranted);
@@ -83,23 +83,23 @@ private Q_SLOTS:
         QCOMPARE(pending(), QStringList{QStringLiteral("loud")});
     }
 
-    void atFirstNothingIsPending() { QCOMPARE(pending(), QStringList()); }
+    void nothingIsPendingAtFirst() { QCOMPARE(pending(), QStringList()); }
 
-    void whatIsAddedIsPending()
+    void anAddedRequestIsPending()
     {
         QVERIFY(add(request(QStringLiteral("a"))));
         QVERIFY(add(request(QStringLiteral("b"))));
         QCOMPARE(pending(), (QStringList{QStringLiteral("a"), QStringLiteral("b")}));
     }
 
-    void oneRequestAtATimeIsPendingUnderAnIdentifier()
+    void aRequestReplacesOneWithTheSameIdentifier()
     {
         QVERIFY(add(request(QStringLiteral("a"))));
         QVERIFY(add(request(QStringLiteral("a"), 7200)));
         QCOMPARE(pending(), QStringList{QStringLiteral("a")});
     }
 
-    void whatIsTakenBackIsPendingNoMore()
+    void aRemovedRequestIsNoLongerPending()
     {
         QVERIFY(add(request(QStringLiteral("a"))));
         QVERIFY(add(request(QStringLiteral("b"))));
@@ -108,7 +108,7 @@ private Q_SLOTS:
         QCOMPARE(pending(), QStringList{QStringLiteral("b")});
     }
 
-    void takingBackWhatIsNotPendingIsPassedOver()
+    void removingAnUnknownRequestIsIgnored()
     {
         QVERIFY(remove({}));
         QVERIFY(remove({QStringLiteral("never")}));
@@ -117,7 +117,7 @@ private Q_SLOTS:
         QCOMPARE(pending(), QStringList());
     }
 
-    void identifiersAreAnyText()
+    void anIdentifierMayBeAnyText()
     {
         QStringList identifiers{
             QStringLiteral("quillet.backup.start.1763190000.Anna Smith"),
@@ -132,7 +132,7 @@ private Q_SLOTS:
         QCOMPARE(pending(), QStringList());
     }
 
-    void anEndlessTextIsNoneTheLessARequest()
+    void aRequestWithAVeryLongTextIsAccepted()
     {
         const QString endless(1'000'000, u'x');
         NotificationRequest pages = request(QStringLiteral("long.") + endless);
@@ -150,7 +150,7 @@ private Q_SLOTS:
         QCOMPARE(pending(), QStringList());
     }
 
-    void aRequestIsPendingUntilItsMoment()
+    void aRequestIsPendingUntilItsFireDate()
     {
         const NotificationRequest soon = request(QStringLiteral("soon"), 1.5);
         QVERIFY(add(soon));
@@ -160,7 +160,7 @@ private Q_SLOTS:
         QCOMPARE(pending(), QStringList{QStringLiteral("later")});
     }
 
-    void aMomentIsCutToItsWholeSecond()
+    void aFireDateIsTruncatedToAWholeSecond()
     {
         NotificationRequest soon = request(QStringLiteral("soon"), 1.5);
         soon.fireDate += Seconds{0.9};
@@ -169,7 +169,7 @@ private Q_SLOTS:
         QCOMPARE(pending(), QStringList());
     }
 
-    void aReplacedRequestKeepsOnlyItsNewMoment()
+    void aReplacedRequestKeepsOnlyItsNewFireDate()
     {
         const NotificationRequest soon = request(QStringLiteral("a"), 1.5);
         QVERIFY(add(soon));
@@ -178,7 +178,7 @@ private Q_SLOTS:
         QCOMPARE(pending(), QStringList{QStringLiteral("a")});
     }
 
-    void callsAreCarriedOutInTheOrderInWhichTheyWereMade()
+    void callsAreExecutedInOrder()
     {
         auto first = center().add(request(QStringLiteral("a")));
         auto second = center().pendingNotificationRequests();

@@ -47,7 +47,7 @@ private:
     }
 
 private Q_SLOTS:
-    void whetherTransparencyShowsIsToldAsItIs()
+    void compositingIsReportedCorrectly()
     {
         for (const bool isComposited : {true, false}) {
             setComposited(isComposited);
@@ -55,7 +55,7 @@ private Q_SLOTS:
         }
     }
 
-    void aWindowStandsInTheTaskBarUnlessItIsKeptOut()
+    void aWindowIsInTheTaskBarUnlessKeptOut()
     {
         const WindowId kept = makeWindow();
         windowSystem().keepOutOfTaskBar(kept);
@@ -74,7 +74,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window), timeout);
     }
 
-    void eachWishCounts()
+    void eachRequestBringsTheWindowToTheFront()
     {
         const WindowId window = showWindow();
         for (int time = 0; time < 2; ++time) {
@@ -85,7 +85,7 @@ private Q_SLOTS:
         }
     }
 
-    void theWindowAskedForLastHasTheKeyboard()
+    void theWindowRequestedLastHasTheKeyboard()
     {
         const WindowId first = showWindow();
         const WindowId second = showWindow();
@@ -96,7 +96,7 @@ private Q_SLOTS:
         QVERIFY(!hasFocus(second));
     }
 
-    void aTokenOfAnyKindIsTaken()
+    void anyTokenIsAccepted()
     {
         const WindowId window = showWindow();
         for (const QString &token :
@@ -108,7 +108,7 @@ private Q_SLOTS:
         }
     }
 
-    void aWindowThatIsGoneHarmsNothing()
+    void aDestroyedWindowIsIgnored()
     {
         const WindowId gone = showWindow();
         const WindowId window = showWindow();

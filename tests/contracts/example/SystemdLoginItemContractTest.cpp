@@ -45,14 +45,14 @@ private Q_SLOTS:
         m_item.emplace(u"/opt/quillet/bin/quillet"_s, m_machine->filePath(u"etc"_s));
     }
 
-    void theUnitIsValidWhereverTheProgramLies_data()
+    void theUnitIsValidForAnyProgramPath_data()
     {
         QTest::addColumn<QString>("program");
         QTest::newRow("plain") << u"/opt/quillet/bin/quillet"_s;
         QTest::newRow("awkward") << u"/opt/my lessons/100%f/\"it's\" $HOME \\x/老师/quillet"_s;
     }
 
-    void theUnitIsValidWhereverTheProgramLies()
+    void theUnitIsValidForAnyProgramPath()
     {
         QFETCH(QString, program);
         SystemdLoginItem item(program, m_machine->filePath(u"etc"_s));
@@ -60,7 +60,7 @@ private Q_SLOTS:
         QCOMPARE(run(u"systemd-analyze"_s, {u"--user"_s, u"verify"_s, item.path()}), QString());
     }
 
-    void aMovedProgramIsEnteredAnew()
+    void aMovedProgramIsRegisteredAnew()
     {
         QVERIFY(m_item->registerItem().has_value());
         SystemdLoginItem moved(u"/usr/bin/quillet"_s, m_machine->filePath(u"etc"_s));
