@@ -31,7 +31,7 @@ Lesson lesson(Date begin, Seconds duration)
     return lesson;
 }
 
-// What the agent is told of these lessons.
+// Two overlapping lessons and the agent's greeting for them, with the end of the later one rounded up.
 const std::vector lessons{lesson(start, Seconds{5400.5}), lesson(start + Seconds{60}, Seconds{600})};
 const QString greeting = u"Hello 4000005401 \":7\" \"\" \"/home/anna/.Xauthority\""_s;
 
@@ -92,7 +92,7 @@ private Q_SLOTS:
     void theProgramsEndIsToldBeforeItsNameLeavesTheBus()
     {
         m_greeting.reset();
-        // Without a turn of the program's own loop.
+        // The destructor sends it without the program's event loop.
         QTRY_COMPARE(m_agent->calls, QStringList{u"Goodbye"_s});
     }
 
@@ -110,9 +110,9 @@ private Q_SLOTS:
         m_greeting->setLessons(lessons);
         QTRY_COMPARE(m_agent->calls.size(), 1);
         m_agent.reset();
-        // Nobody can be started here, which is what tells of the call.
+        // The agent cannot be started on this bus, so the log line shows the call.
         QTRY_COMPARE(m_lines.filter(u"notification agent not greeted"_s).size(), 1);
-        // The next load's.
+        // As with the next load.
         m_greeting->setLessons(lessons);
         QTRY_COMPARE(m_lines.size(), 2);
     }
@@ -160,7 +160,7 @@ private:
         return QDBusConnection::connectToBus(m_bus->address(), QString::number(++m_connections));
     }
 
-    // What the greeting has sent by now: the bus delivers in order.
+    // Waits until everything that the greeting has sent so far has arrived: the bus delivers in order.
     void waitUntilAllHasArrived() const
     {
         const QDBusPendingCallWatcher last(m_program.asyncCall(

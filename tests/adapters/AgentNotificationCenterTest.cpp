@@ -29,7 +29,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// A notification server of which only matters whether it answers.
+// A notification server that only answers, refuses or hangs.
 class NotificationServer final : public QDBusVirtualObject {
 public:
     enum class Kind { answers, knowsNothing, hangs };
@@ -85,7 +85,7 @@ NotificationRequest request(const QString &identifier)
             .expirationDate = dateSince1970(4000000030.25)};
 }
 
-// What a run of the backup scheduler asks, in order.
+// The requests of one run of the backup scheduler, in order.
 QCoro::Task<std::expected<void, Failure>> run(UserNotificationCenter &center)
 {
     const auto granted = co_await center.requestAuthorization();
@@ -184,7 +184,7 @@ private Q_SLOTS:
         setGnomeSwitch(false);
         QVERIFY(gnomeAllowsNotifications(u"org.example.Other"_s));
         QVERIFY(!gnomeAllowsNotifications(u"com.ordwinsoftware.Quillet"_s));
-        // Written down as the desktop writes it: lower case, and one dash for whatever is no letter or digit.
+        // As in the desktop's settings: lower case, and a dash for each run of other characters.
         QVERIFY(!gnomeAllowsNotifications(u"COM._.ordwinsoftware--Quillet"_s));
     }
 
@@ -247,8 +247,8 @@ private Q_SLOTS:
     void aMomentWhoseSecondHasBegunIsNotAskedForAgain()
     {
         startAgent();
-        // Until the end of its second the moment lies ahead by its fraction, while the agent may have shown
-        // it.
+        // Within its second the date is still ahead by a fraction, but the agent may already have shown the
+        // notification.
         for (const double ahead : {-0.5, 0.0}) {
             NotificationRequest begun = request(u"a"_s);
             begun.fireDate = dateSince1970(std::floor(secondsSince1970(currentDate())) + 0.999 + ahead);
@@ -380,7 +380,7 @@ private Q_SLOTS:
         QVERIFY(!ended.has_value());
         QVERIFY2(elapsed < 10000, qPrintable(QString::number(elapsed)));
         QVERIFY2(gap < EventLoopWatch::blockedThreshold, qPrintable(QString::number(gap)));
-        // And once it goes on, all is well again.
+        // Once the bus continues, calls succeed again.
         QTRY_VERIFY_WITH_TIMEOUT(QCoro::waitFor(hurried.add(request(u"later"_s))).has_value(), 10000);
     }
 
@@ -432,7 +432,7 @@ private:
         m_server = std::make_unique<NotificationServer>(connection(), kind);
     }
 
-    /// The centre under test, made with the first call.
+    /// The centre under test, created by the first call.
     AgentNotificationCenter &
     center(AgentNotificationCenter::Timeouts timeouts = AgentNotificationCenter::defaultTimeouts)
     {
@@ -464,8 +464,8 @@ private:
     int m_connections = 0;
 };
 
-// "--without-schemas" runs the one test of a machine on which none of the desktop's schemas are installed;
-// what there is of them is read once in a process.
+// "--without-schemas" runs the one test for a machine without the desktop's schemas, in its own process,
+// since installed schemas are read only once per process.
 static int run(int argc, char *argv[])
 {
     AgentNotificationCenterTest test;

@@ -27,7 +27,7 @@ class AutostartLoginItemTest final : public LoginItemContract {
 protected:
     LoginItem &item() override { return *m_item; }
 
-    // As a desktop reads it: the user's file goes before the machine's, "Hidden" is as good as none.
+    // As desktops read it: the user's file overrides the system's, and a hidden entry counts as absent.
     bool startsAtLogin() override
     {
         for (const QString &path : {m_item->path(), systemPath()}) {
@@ -82,7 +82,7 @@ private Q_SLOTS:
         QTest::newRow("letters") << u"老师 Ö/quillet"_s;
     }
 
-    // Started by an implementation of the format that is not ours.
+    // An independent implementation of the format starts the program.
     void anyPathIsQuotedSoThatItIsStarted()
     {
         QFETCH(QString, path);
@@ -134,14 +134,14 @@ private Q_SLOTS:
 
     void aProgramInItsBuildFolderLeavesAnInstalledOneEntered()
     {
-        const QString installed = QCoreApplication::applicationFilePath(); // one that can be started
+        const QString installed = QCoreApplication::applicationFilePath(); // an existing program
         make(installed);
         QVERIFY(m_item->registerItem());
         const QString entered = read(m_item->path());
         make(u"/build/quillet"_s, true);
         QVERIFY(m_item->registerItem());
         QCOMPARE(read(m_item->path()), entered);
-        // Once that one is gone, or where none is entered, it takes the place.
+        // If the registered program is missing, the one in the build folder replaces it.
         make(u"/nowhere/quillet"_s);
         QVERIFY(m_item->registerItem());
         make(u"/build/quillet"_s, true);
@@ -291,7 +291,7 @@ private:
         file.write(text.toUtf8());
     }
 
-    // What the reference checker says against the entry.
+    // The reference validator's complaints about the entry.
     [[nodiscard]] QString validationErrors() const
     {
         QProcess checker;

@@ -13,10 +13,10 @@
 using namespace corvane;
 using namespace Qt::StringLiterals;
 
-/// A load takes five seconds at most; in milliseconds, with what a busy machine adds.
+/// In milliseconds: a load takes at most five seconds, doubled here for a busy machine.
 static constexpr qint64 limit = 10'000;
 
-/// The store of a machine without a calendar service, and of one without a session bus.
+/// The store on a machine without a calendar service, and on one without a session bus.
 class CalendarAbsenceTest : public QObject {
     Q_OBJECT
 
@@ -41,7 +41,7 @@ class CalendarAbsenceTest : public QObject {
     void forBoth()
     {
         QTest::addColumn<bool>("hasBus");
-        // Without a bus first: once there is one, the library keeps to it.
+        // Without a bus first: the library keeps the first bus that it finds.
         QTest::newRow("no session bus") << false;
         QTest::newRow("a bus without the service") << true;
     }
@@ -110,7 +110,7 @@ private Q_SLOTS:
         QVERIFY2(timer.elapsed() < limit, qPrintable(QString::number(timer.elapsed())));
     }
 
-    // The last two: they end the bus.
+    // Keep these two tests last, since they stop the bus.
     void aBusThatHangsIsAnErrorInTime()
     {
         useBus(true);

@@ -22,9 +22,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What a hostile calendar may take, in milliseconds of the processor; without a budget each of these takes
-/// minutes; and what it may add to the memory of the program, in kilobytes. The sanitizers take twenty times
-/// as long, and keep what was freed.
+/// Limits for a hostile calendar: CPU time in milliseconds (without a budget each of these takes minutes) and
+/// growth of the program's peak memory in kilobytes. Under the sanitizers code runs twenty times slower and
+/// freed memory is kept.
 #ifdef __SANITIZE_ADDRESS__
 constexpr std::clock_t longest = 120'000;
 constexpr long largest = 900'000;
@@ -121,7 +121,7 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, components);
         const long before = peakMemory();
-        const std::clock_t begin = std::clock(); // the processor's time: other programs may keep it busy
+        const std::clock_t begin = std::clock(); // CPU time, since other programs may keep the machine busy
         const Expansion expansion = expand(single("innocent") + components + single("another"));
         const QStringList found = titles(expansion);
         QVERIFY(found.contains(u"innocent"_s) && found.contains(u"another"_s));
@@ -184,7 +184,7 @@ private Q_SLOTS:
 
     void aSeriesThatIsStuckLeavesTheSinglesAndIsNamed()
     {
-        // Half a second of work each.
+        // Each series is half a second of work.
         const QByteArray dense = "RRULE:FREQ=MINUTELY;INTERVAL=10\n";
         const auto groups = groupsOfTexts({calendarText(
             series("next", dense).replace("20250101", "20220901") +

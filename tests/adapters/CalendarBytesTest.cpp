@@ -19,7 +19,7 @@ QByteArray calendar(const QByteArray &line)
     return "BEGIN:VCALENDAR\r\nBEGIN:VEVENT\r\n" + line + end;
 }
 
-/// The text without the folds, or why there is none.
+/// The unfolded text, or the reason why there is none.
 QByteArray read(const QByteArray &bytes)
 {
     const auto text = toCalendarText(bytes);

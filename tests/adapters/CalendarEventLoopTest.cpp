@@ -13,7 +13,7 @@
 using namespace corvane;
 using namespace Qt::StringLiterals;
 
-/// Started with the event loop of GLib, and without.
+/// Runs with GLib's event loop and, with QT_NO_GLIB set, without it.
 class CalendarEventLoopTest : public QObject {
     Q_OBJECT
 

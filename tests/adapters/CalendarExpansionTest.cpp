@@ -61,7 +61,7 @@ private Q_SLOTS:
         QCOMPARE(sortedTitles(expand({first, second})), QStringList{u"second"_s});
         QCOMPARE(sortedTitles(expand({second, first})), QStringList{u"second"_s});
         QCOMPARE(sortedTitles(expand({third, second, first})), QStringList{u"third"_s});
-        // Within one file as well.
+        // The same within one file.
         QCOMPARE(sortedTitles(expand({third + first})), QStringList{u"third"_s});
     }
 
@@ -100,7 +100,7 @@ private Q_SLOTS:
                                                "SUMMARY:series\nEND:VEVENT\n");
         const QByteArray first =
             revision("first", 1, early, "RECURRENCE-ID;TZID=Europe/Berlin:20250514T140000\n");
-        // The same instance, told in UTC.
+        // The same instance, identified in UTC.
         const QByteArray second = revision("second", 2, early, "RECURRENCE-ID:20250514T120000Z\n");
         QCOMPARE(sortedTitles(expand({second, series, first})), QStringList{u"second"_s});
         const QByteArray cancelled =

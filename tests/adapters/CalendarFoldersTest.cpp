@@ -198,7 +198,7 @@ private Q_SLOTS:
     void aFileThatCannotBeReadIsLoggedAndLeftOut()
     {
         writeLessons(u"a.ics"_s, {lesson("Zoom - One")});
-        // Readable by no one, not even by root: a name that leads to a process's memory map of nothing.
+        // Not readable even for root: address 0 of a process's memory is not mapped.
         QVERIFY(QFile::link(u"/proc/self/mem"_s, path(u"mem.ics"_s)));
         QCOMPARE(load(), QStringList{u"Zoom - One"_s});
         QCOMPARE(logged(u"calendar did not answer name=\"mem.ics\" step=\"read\""_s), 1);
@@ -235,7 +235,7 @@ private Q_SLOTS:
         write(u"many.ics"_s, calendarText(years));
         EventLoopWatch watch;
         QVERIFY(load().contains(u"Zoom - One"_s));
-        // The reading takes most of a second.
+        // Reading takes most of a second.
         QVERIFY2(watch.turns() >= 10, qPrintable(QString::number(watch.turns())));
     }
 
@@ -299,7 +299,7 @@ private Q_SLOTS:
             writeLessons(u"a.ics"_s, {lesson("Zoom - One"),
                                       "BEGIN:VEVENT\nUID:never\nDTSTART:19700101T000000Z\nRRULE:" +
                                           QByteArray(rule) + "\nSUMMARY:Zoom - Never\nEND:VEVENT\n"});
-            // On a busy machine not with the first load.
+            // On a busy machine it may take more than one load.
             QTRY_VERIFY_WITH_TIMEOUT(load().contains(u"Zoom - One"_s), 20'000);
         }
     }
@@ -407,7 +407,7 @@ private Q_SLOTS:
         writeLessons(u"a.ics"_s, {lesson("Zoom - Two")});
         auto call = m_room->store().events(testDay());
         m_room->stop();
-        // The call ends all the same.
+        // The call still ends.
         [[maybe_unused]] const auto either = QCoro::waitFor(std::move(call));
     }
 };

@@ -27,7 +27,7 @@ RememberedCalendar remembered(const QString &identifier)
 
 } // namespace
 
-/// What a calendar file held stands in while the file cannot be read, also after a new start.
+/// The last answer of a calendar file stands in while the file cannot be read, even after a restart.
 class CalendarMemoryTest : public QObject {
     Q_OBJECT
 
@@ -41,7 +41,7 @@ class CalendarMemoryTest : public QObject {
     [[nodiscard]] QStringList load(int daysLater = 0) { return m_room->load(daysLater); }
     [[nodiscard]] CalendarStatus status() const { return m_room->monitor().calendars().at(0); }
 
-    /// A good answer, remembered on disk.
+    /// Loads successfully and waits until the answer is remembered on disk.
     void loadAndRemember(const QByteArray &components)
     {
         m_room->writeEvents(u"a.ics"_s, components);
@@ -50,7 +50,7 @@ class CalendarMemoryTest : public QObject {
         QTRY_COMPARE(memoryFiles().size(), 1);
     }
 
-    /// Only half of the file is there.
+    /// Truncates the file to half its size.
     void cutOff()
     {
         QFile file(path(u"a.ics"_s));

@@ -78,7 +78,7 @@ void CalendarRoom::startOnAll()
 void CalendarRoom::stop()
 {
     m_store.reset();
-    // What is being written when the store goes is written to its end.
+    // Pending writes continue after the store's end; wait for them.
     const QDeadlineTimer deadline(5000);
     while (!m_services.expired() && !deadline.hasExpired()) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);

@@ -21,18 +21,19 @@ namespace corvane {
 
 struct CalendarServices;
 
-/// The day that the tests' calendars are about, 14 May 2025 in UTC, or one of the days around it.
+/// The day of the tests' events, 14 May 2025 in UTC, or the day `daysLater` days after it.
 [[nodiscard]] DateInterval testDay(int daysLater = 0);
 
-/// An event of half an hour on that day; `more` are lines of its own. Its title is its identifier.
+/// A half-hour event on testDay() at `hour` UTC, with the additional lines `more`. Its identifier is the
+/// title with dashes for blanks, cut to 50 bytes.
 [[nodiscard]] QByteArray lesson(const QByteArray &title, const QByteArray &more = {},
                                 const QByteArray &hour = "12");
 
-/// The titles of `events`, or why there are none.
+/// The titles of `events`, or "failed: " and the reason.
 [[nodiscard]] QStringList titles(const std::expected<std::vector<CalendarEvent>, Failure> &events);
 
-/// What a store of calendars needs of the disk, for one test: a folder of calendar files, a folder for the
-/// memory, a log. When it goes, the store has written what it is about to write.
+/// A calendar store and its files for one test: a folder of calendar files, a memory folder and a log. The
+/// destructor waits until the store's pending writes have ended, for at most five seconds.
 class CalendarRoom {
 public:
     CalendarRoom();
@@ -40,35 +41,35 @@ public:
     CalendarRoom(const CalendarRoom &) = delete;
     CalendarRoom &operator=(const CalendarRoom &) = delete;
 
-    /// Quillet starts: only the folders are read, those in `folders` or calendarFolder().
+    /// (Re)starts the store with calendar folders only: `folders`, or calendarFolder() if empty.
     void startOnFolders(const QStringList &folders = {});
-    /// Likewise with the calendar service.
+    /// (Re)starts the store with calendarFolder() and the calendar service.
     void startOnAll();
     void stop();
 
     [[nodiscard]] EventStore &store() { return *m_store; }
     [[nodiscard]] CalendarMonitor &monitor() { return m_store->monitor(); }
 
-    /// As the lesson store loads: asks for access where none is decided. The titles of the day's events, or
-    /// why there are none.
+    /// Loads a day as the lesson store does, requesting access first if necessary. Returns the titles of the
+    /// day's events, or "failed: " and the reason.
     [[nodiscard]] QStringList load(int daysLater = 0);
     [[nodiscard]] static QCoro::Task<std::expected<std::vector<CalendarEvent>, Failure>>
     load(EventStore &store, DateInterval day);
 
-    /// Where the user is.
+    /// Sets the user's time zone.
     void setTimeZone(const QByteArray &timeZoneId) { m_timeZoneId = timeZoneId; }
 
     [[nodiscard]] QString calendarFolder() const;
     [[nodiscard]] QString path(const QString &name) const;
     void write(const QString &name, const QByteArray &text) const;
-    /// A file around these components.
+    /// Writes a calendar file with these components.
     void writeEvents(const QString &name, const QByteArray &components) const;
 
     [[nodiscard]] QString memoryFolder() const;
     [[nodiscard]] QStringList memoryFiles() const;
 
     [[nodiscard]] QStringList logLines() const { return m_log.latestLines(); }
-    /// How many lines hold `part`.
+    /// The number of log lines that contain `part`.
     [[nodiscard]] qsizetype logged(const QString &part) const;
 
 private:

@@ -11,27 +11,27 @@
 
 namespace corvane {
 
-/// What one calendar text means: the occurrences of a day of the user, in the user's time zones.
+/// A calendar text and the occurrences that it means on one day of the user, in any of the tested time zones.
 struct CalendarRow {
     const char *name;
-    /// Components; %N stands for the row's name, which begins every title and identifier.
+    /// Calendar components. %N stands for the row's name, with which every title and identifier begins.
     QByteArray components;
-    /// A day of the user.
+    /// The day to load, in the user's time zone.
     QDate day;
-    /// Start, end and the title's rest: in UTC, or, with "local " before, on the user's clock.
+    /// For each occurrence: start, end and the rest of the title. Times are in UTC or, after "local ", in the
+    /// user's time zone; "-" or "+" before a time marks an earlier or later day.
     QStringList expected;
 };
 
-/// What the format's own means are for.
+/// Rows that use the format as intended.
 [[nodiscard]] std::vector<CalendarRow> plainRows();
-/// What other programs write all the same.
+/// Rows with irregular text that other programs write.
 [[nodiscard]] std::vector<CalendarRow> foreignRows();
-/// What the calendar service itself gives up where folders need not: when it reads its file, it drops a rule
-/// with such a part, and of one with an empty part between others all that follows. Nobody can ask it for
-/// such events.
+/// Rows that calendar folders can read but the calendar service cannot: when it reads its file, it drops a
+/// rule with such a part, and everything after an empty part, so that no client can request these events.
 [[nodiscard]] std::vector<CalendarRow> folderRows();
 
-/// The time zones that the rows name and define themselves.
+/// The definitions of the rows' own time zones.
 [[nodiscard]] QByteArray definedZones();
 
 } // namespace corvane

@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Milliseconds. A load gives up after 4.5 s; its two halves share that time, and a busy machine adds to it.
+// Milliseconds. A load's two steps together give up after 4.5 s; the rest is for a busy machine.
 constexpr auto limit = 8000;
 
 int threadCount()
@@ -33,7 +33,7 @@ int threadCount()
 
 } // namespace
 
-/// The store of the whole machine over a real calendar service that is killed, stopped and fed.
+/// The complete store over a real calendar service, which is killed, stopped and given new events.
 class CalendarServiceTest : public QObject {
     Q_OBJECT
 
@@ -92,7 +92,7 @@ private Q_SLOTS:
         for (int number = 0; number < 20; ++number) {
             QCOMPARE(load().size(), 3);
         }
-        // Opened anew each time they would take several seconds.
+        // Opening the clients for each load would take several seconds.
         QVERIFY2(timer.elapsed() < limit, qPrintable(QString::number(timer.elapsed())));
     }
 
@@ -147,7 +147,7 @@ private Q_SLOTS:
         QCOMPARE(load().size(), 3);
         QTRY_COMPARE(m_room->memoryFiles().size(), 2);
         m_service->signal(CalendarService::Part::factory, SIGSTOP);
-        // Ben comes each week.
+        // Ben's lesson is weekly.
         QCOMPARE(load(7), QStringList{u"Zoom - Ben"_s});
         QVERIFY(load(8).value(0).startsWith(u"failed"_s));
     }
@@ -183,7 +183,7 @@ private Q_SLOTS:
         std::vector<decltype(beginLoad())> calls;
         const int before = threadCount();
         int most = 0;
-        // Four a second for twelve seconds: some overlap, all end, and no thread is left behind.
+        // Four loads a second for twelve seconds: some overlap, all end, and threads do not accumulate.
         QElapsedTimer timer;
         timer.start();
         while (timer.elapsed() < 12'000) {
@@ -281,7 +281,7 @@ private Q_SLOTS:
         m_service->signal(CalendarService::Part::registry, SIGCONT);
     }
 
-    // The last one: the library keeps its call to a registry that hangs for half a minute.
+    // Keep this test last: the library waits half a minute for its call to a hanging registry.
     void aRegistryThatHangsIsAnErrorInTimeAndAnswersLater()
     {
         QVERIFY(m_service->process(CalendarService::Part::registry) > 0);

@@ -55,7 +55,7 @@ QByteArray componentsOf(const std::vector<CalendarRow> &rows)
 {
     QByteArray components = definedZones();
     for (const CalendarRow &row : rows) {
-        // An identifier holds no spaces, a title does.
+        // Titles contain spaces; identifiers must not.
         QByteArray text = row.components;
         text.replace("UID:%N", "UID:" + QByteArray(row.name).replace(' ', '-').replace(',', '-'));
         text.replace("%N", QByteArray(row.name).replace(",", "\\,"));
@@ -69,7 +69,7 @@ void addRows(const std::vector<CalendarRow> &rows)
 {
     QTest::addColumn<QByteArray>("zone");
     QTest::addColumn<int>("row");
-    // The last two are half a day and more from UTC; the rows about UTC lie in the same day in all of them.
+    // The last two are hours away from UTC; the rows with UTC times fall on the same day in all of them.
     for (const char *zone : {"UTC", "Europe/Berlin", "America/Los_Angeles", "Asia/Kathmandu"}) {
         for (std::size_t row = 0; row < rows.size(); ++row) {
             QTest::addRow("%s: %s", zone, rows[row].name) << QByteArray(zone) << static_cast<int>(row);
@@ -102,7 +102,7 @@ class CalendarTableTest : public QObject {
 
     using Events = std::expected<std::vector<CalendarEvent>, Failure>;
 
-    /// All rows of one calendar that are about one day share its load.
+    /// Loads each day once for each store and time zone; rows of the same day share the load.
     const Events &eventsOf(EventStore &store, QDate date)
     {
         const auto [place, isNew] = m_loads.try_emplace({&store, m_zone, date});
@@ -115,7 +115,7 @@ class CalendarTableTest : public QObject {
         return place->second;
     }
 
-    /// The occurrences that `store` tells of the row's events.
+    /// The occurrences of the row's events in `store`.
     QStringList occurrences(EventStore &store, const CalendarRow &row, const std::vector<CalendarRow> &all)
     {
         const QTimeZone timeZone(m_zone);

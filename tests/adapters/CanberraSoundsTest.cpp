@@ -26,14 +26,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// For what a busy machine must not fail. Shorter than the half minute for which a server that hangs blocks
-// its caller.
+// A limit that even a busy machine keeps, shorter than the 30 s for which a hanging server blocks its caller.
 constexpr Seconds generousLimit{10};
 
-// Milliseconds; as long as that half minute nearly.
+// Milliseconds; slightly less than those 30 s.
 constexpr qint64 shorterThanTheBlocking = 25000;
 
-// A sound of a minute, which is silence: eight-bit samples in a WAV file.
+// A minute of silence: a WAV file with 8-bit samples.
 QByteArray minuteOfSilence()
 {
     constexpr quint32 rate = 8000;
@@ -98,7 +97,7 @@ private Q_SLOTS:
         m_server->startRecording();
         QVERIFY(QCoro::waitFor(m_sounds->play(FirstLessonLook::silentSound())));
         QTRY_VERIFY_WITH_TIMEOUT(m_server->isSilent(), 20000);
-        QVERIFY(m_server->peak() < 0.001); // dithering
+        QVERIFY(m_server->peak() < 0.001); // not 0 because of dithering
     }
 
     void theSilentSoundTellsThatTheServerHangs()
@@ -108,8 +107,8 @@ private Q_SLOTS:
         QVERIFY(!QCoro::waitFor(m_sounds->play(FirstLessonLook::silentSound())));
     }
 
-    // libcanberra remembers in a file where a sound was, whatever the data folders are; so these need a
-    // process, and a cache, of their own.
+    // libcanberra caches the location of each sound in a file, whatever the data folders are, so these tests
+    // need a separate process and cache.
     void withoutTheThemeTheSoundIsNotThere()
     {
         const QTemporaryDir home;
@@ -121,7 +120,7 @@ private Q_SLOTS:
         const QTemporaryDir home;
         QVERIFY(QDir(home.path()).mkpath(u"sounds"_s));
         QCOMPARE(runProgram(home.path(), u"/usr/share"_s), 1);
-        // The age of what is remembered is counted in seconds.
+        // The cache's age is measured in whole seconds.
         const qint64 second = QDateTime::currentSecsSinceEpoch();
         QTRY_VERIFY(QDateTime::currentSecsSinceEpoch() > second + 1);
         QVERIFY(QDir(home.path()).mkpath(u"sounds/quillet/stereo"_s));
@@ -165,7 +164,7 @@ private Q_SLOTS:
         QVERIFY(QCoro::waitFor(m_sounds->play(u"Glass"_s)));
         m_server.reset();
         m_server = std::make_unique<PrivateSoundServer>();
-        // The first call after the loss may be the one that notices it.
+        // The first call after the loss may fail, which is how the loss is noticed.
         QTRY_VERIFY_WITH_TIMEOUT(QCoro::waitFor(m_sounds->play(u"Glass"_s)), 20000);
     }
 
@@ -180,7 +179,7 @@ private Q_SLOTS:
         const qint64 first = timer.elapsed();
         QVERIFY2(first >= 990 && first < shorterThanTheBlocking, qPrintable(QString::number(first)));
         QVERIFY2(watch.turns() > 3, qPrintable(QString::number(watch.turns())));
-        // It is known to be stuck now: answers come with the call itself.
+        // The server is now known to be stuck, so calls are answered at once.
         m_sounds->beep();
         QCOMPARE(m_plainBells, 1);
         auto second = m_sounds->play(u"Glass"_s);
@@ -216,7 +215,7 @@ private Q_SLOTS:
         QElapsedTimer timer;
         timer.start();
         std::vector<QCoro::Task<bool>> tasks;
-        tasks.reserve(40); // forty seconds, one after the other
+        tasks.reserve(40); // one after another they would take 40 s
         for (int i = 0; i < 40; ++i) {
             tasks.push_back(m_sounds->play(u"Glass"_s));
         }
@@ -230,7 +229,7 @@ private Q_SLOTS:
     {
         QVERIFY(connectWithTheShippedLimit());
         m_server->startRecording();
-        // What the server still had to play of this one would come with the next.
+        // Wait until this sound has ended, or its rest would be mixed with the next.
         QTRY_VERIFY_WITH_TIMEOUT(m_server->isSilent(), 20000);
         m_server->hang();
         std::vector<QCoro::Task<bool>> tasks;
@@ -243,7 +242,7 @@ private Q_SLOTS:
         }
         m_server->resume();
         m_hasPlayed = false;
-        // It plays again, and once: several at a time would be louder than one.
+        // One sound plays again; several at the same time would be louder.
         QTRY_VERIFY_WITH_TIMEOUT(plays(), 20000);
         QTRY_VERIFY_WITH_TIMEOUT(m_server->peak() > 0.3, 20000);
         QVERIFY2(m_server->peak() < 0.9, qPrintable(QString::number(m_server->peak())));
@@ -293,7 +292,7 @@ private:
         m_sounds = std::make_unique<CanberraSounds>([this] { ++m_plainBells; }, limit);
     }
 
-    // Whether it plays, now or already when this was asked before.
+    // Whether the sound has started, now or in an earlier call.
     bool plays()
     {
         m_hasPlayed = m_hasPlayed || QCoro::waitFor(m_sounds->play(u"Glass"_s));
@@ -306,7 +305,7 @@ private:
         return QTest::qWaitFor([this] { return plays(); }, 20000);
     }
 
-    // The exit code of a program that plays the sound with these data folders; see there.
+    // Runs the program in SoundProgram.cpp with these data folders and returns its exit code.
     static int runProgram(const QString &home, const QString &dataDirs, const QStringList &arguments = {},
                           const QString &seconds = QString::number(generousLimit.count()))
     {

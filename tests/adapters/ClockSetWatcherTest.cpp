@@ -19,7 +19,7 @@ using namespace corvane;
 
 namespace {
 
-/// Whether the alarm can still tell it anything.
+/// Whether the watcher still listens to its alarm.
 bool isWatching(const ClockSetWatcher &watcher)
 {
     return watcher.findChild<QSocketNotifier *>() != nullptr;
@@ -35,7 +35,8 @@ public:
 
 } // namespace
 
-/// What the port's contract does not say. The machine's own clock is not set: it is everybody's.
+/// Behaviour beyond the port's contract. The machine's real clock is never set, since other programs share
+/// it.
 class ClockSetWatcherTest final : public QObject {
     Q_OBJECT
 
@@ -109,7 +110,7 @@ private Q_SLOTS:
     {
         const KernelWallClockAlarm alarm;
         const Seconds before = alarm.offset();
-        // It is what today is more than the time since the start: decades.
+        // The wall clock is ahead of the time since boot by decades.
         QVERIFY(before > std::chrono::hours(24 * 365 * 10));
         const Seconds begin = uptime();
         QTRY_VERIFY(uptime() - begin > ClockSetWatcher::leastChange);

@@ -22,8 +22,8 @@ using namespace Qt::StringLiterals;
 
 using Kind = InhibitingService::Kind;
 
-/// Each service alone keeps the port's promises; which of several is asked, and what becomes of a wish when
-/// they come and go.
+/// Runs the port's contract on the portal, and tests which of several services is asked and what happens to a
+/// request when services start and end.
 class DesktopSleepInhibitorTest final : public SleepInhibitorContract {
     Q_OBJECT
 
@@ -147,7 +147,7 @@ private Q_SLOTS:
         start(Kind::portal);
         QTRY_COMPARE(holdsOf(Kind::portal), 1);
         QTRY_COMPARE(holds(), 1);
-        // One after it in the order changes nothing when it restarts.
+        // The restart of a service later in the order changes nothing.
         startAndWaitForWhatItBrings(next);
         QCOMPARE(holds(), 1);
         QCOMPARE(m_services.at(next)->wishes.size(), 0);
@@ -180,12 +180,12 @@ private Q_SLOTS:
         service.hangs = true;
         makeInhibitor();
         m_inhibitor->keepAwake();
-        // Asked once more where the bus tells late that the service has come.
+        // There is a second request if the bus announces the service late.
         QTRY_VERIFY(!service.wishes.isEmpty());
         m_inhibitor->letSleep();
         service.answerHeld();
         QTRY_COMPARE(holds(), 0);
-        // Nor does it stay when the inhibitor is gone by then.
+        // It is also released if the inhibitor is gone by then.
         service.hangs = true;
         const auto before = service.wishes.size();
         m_inhibitor->keepAwake();
@@ -198,7 +198,7 @@ private Q_SLOTS:
     void whatIsHeldAndGivenBackIsLogged()
     {
         m_inhibitor->keepAwake();
-        // The service holds it before its answer arrives.
+        // Wait for the log line, since the service counts the inhibition before its answer arrives.
         QTRY_COMPARE(m_logger->latestLines().size(), 1);
         m_inhibitor->letSleep();
         const QStringList lines = m_logger->latestLines();
@@ -225,24 +225,24 @@ private:
         m_services.emplace(kind, std::make_unique<InhibitingService>(*m_bus, kind));
     }
 
-    /// Waits until the inhibitor has heard of it, and what it then asked for has arrived.
+    /// Starts the service and waits until the inhibitor has noticed it and its requests have arrived.
     void startAndWaitForWhatItBrings(Kind kind)
     {
         const QDBusConnection bus(u"inhibitor"_s);
         const QString name = InhibitingService::nameOf(kind);
         const QDBusServiceWatcher watcher(name, bus, QDBusServiceWatcher::WatchForRegistration);
-        // The bus has taken the wishes to be told.
+        // Wait until the bus has taken the subscriptions.
         waitForAnAnswer(bus, u"org.freedesktop.DBus"_s);
         const QSignalSpy comings(&watcher, &QDBusServiceWatcher::serviceRegistered);
         start(kind);
         QTRY_VERIFY(!comings.isEmpty());
-        // The inhibitor may hear of it after the watcher; then it asks one service after the other.
+        // The inhibitor may be notified after the watcher; then it asks one service after another.
         for (int round = 0; round <= static_cast<int>(allKinds.size()); ++round) {
             waitForAnAnswer(bus, name);
         }
     }
 
-    /// Whatever was sent on `bus` before has arrived.
+    /// Waits until everything sent on `bus` to `service` before has arrived.
     static void waitForAnAnswer(const QDBusConnection &bus, const QString &service)
     {
         const QDBusPendingCallWatcher call(
@@ -252,7 +252,8 @@ private:
 
     [[nodiscard]] int holdsOf(Kind kind) { return m_services.at(kind)->holds(); }
 
-    /// One bus is both: the names differ. Made anew it knows nothing of who came before.
+    /// One bus serves as session and system bus, since the service names differ. A new inhibitor has no
+    /// knowledge of earlier services.
     void makeInhibitor()
     {
         m_inhibitor.reset();

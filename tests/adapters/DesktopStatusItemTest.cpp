@@ -27,12 +27,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// In milliseconds.
+// Milliseconds.
 constexpr int timeout = 10'000;
 constexpr int twiceTheGrace = std::chrono::milliseconds(2 * DesktopStatusItem::grace).count();
 constexpr QSize screenSize(800, 400);
 
-/// The picture of the screen, to be looked at.
+/// Saves a screenshot for inspection if QUILLET_KEEP_PICTURES names a folder.
 void keepPicture(const QString &name)
 {
     const QString folder = qEnvironmentVariable("QUILLET_KEEP_PICTURES");
@@ -47,7 +47,7 @@ class DesktopStatusItemTest final : public StatusMenuContract {
     Q_OBJECT
 
 public:
-    /// The session's bus, on which the toolkit looks for hosts as well.
+    /// `bus` is the session bus, on which the toolkit looks for hosts as well.
     explicit DesktopStatusItemTest(const PrivateBus &bus) : m_address(bus.address()) {}
 
 protected:
@@ -113,7 +113,7 @@ private Q_SLOTS:
         QVERIFY(!m_item->isShown());
         QTRY_COMPARE_WITH_TIMEOUT(changes, (QList<QVariantList>{{true}}), timeout);
         QVERIFY(m_item->isShown());
-        // A coarse timer may be early by a twentieth.
+        // A coarse timer may fire 5% early.
         QVERIFY(since.hasExpired(std::chrono::milliseconds(DesktopStatusItem::grace).count() * 9 / 10));
         QVERIFY(m_tray->settlesWithOneIcon());
         keepPicture(u"embedded-"_s + QString::fromLatin1(QTest::currentDataTag()));
@@ -173,15 +173,15 @@ private Q_SLOTS:
         m_host->setHasHost(false);
         m_host->start();
         make({});
-        // Later versions of the toolkit embed nothing where there is a watcher; then there is no bell, and
-        // that is told.
+        // From 6.8 on, the toolkit embeds nothing while there is a watcher; then there is no bell, and
+        // isShown() says so.
         constexpr bool isEmbedded = QT_VERSION < QT_VERSION_CHECK(6, 8, 0);
         QCOMPARE(m_tray->settlesWithOneIcon(isEmbedded ? timeout : twiceTheGrace), isEmbedded);
         QCOMPARE(m_item->isShown(), isEmbedded);
         m_host->setHasHost(true);
         QTRY_VERIFY_WITH_TIMEOUT(m_tray->isEmpty() && m_item->isShown(), timeout);
         if (isEmbedded) {
-            // Only ours: the toolkit has not made one of its own.
+            // Only our item: the toolkit has not registered one.
             QCOMPARE(m_host->registrations, QStringList{name()});
         }
     }

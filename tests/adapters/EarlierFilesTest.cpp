@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// As the first versions that had them wrote them.
+// As written by the first versions that had these files.
 const QByteArray settingsFile =
     "[General]\n"
     "hasCompletedWelcome=true\n"
@@ -39,7 +39,7 @@ const QByteArray memoryFile =
 
 } // namespace
 
-/// What an earlier version has left on the disk.
+/// Files that an earlier version has left on the disk.
 class EarlierFilesTest final : public QObject {
     Q_OBJECT
 
@@ -52,7 +52,7 @@ private Q_SLOTS:
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write(settingsFile);
         file.close();
-        // Twice: what the first start writes back is what it found.
+        // Twice, to see that the first start writes back what it found.
         for (int start = 0; start < 2; ++start) {
             FakeLoginItem loginItem;
             SettingsStore store(path);

@@ -28,7 +28,7 @@ namespace {
 constexpr int timeout = 30'000; // milliseconds; a busy tray draws late
 constexpr QSize screenSize(800, 400);
 
-/// The window that the toolkit puts into the tray; none while there is no tray.
+/// The window that the toolkit embeds into the tray; nullptr without a tray.
 QWidget *embeddedWindow()
 {
     const QWidgetList windows = QApplication::topLevelWidgets();
@@ -39,7 +39,7 @@ QWidget *embeddedWindow()
 
 } // namespace
 
-/// The icon in a tray that shows its text on hovering, opens no menus and knows no tokens.
+/// The icon in a tray, which shows the text as a tool tip, opens no menus and has no tokens.
 class EmbeddedTrayIconTest final : public StatusItemContract {
     Q_OBJECT
 
@@ -56,13 +56,13 @@ protected:
 
     QStringList toolTip() override
     {
-        // The window's text with a line for each of ours.
+        // The window's tool tip has a line for each of ours.
         return published().value(0).split(u'\n');
     }
 
     QStringList seenOf(const QStringList &texts) override { return {texts.constLast()}; }
 
-    // Two in a row with one button would be a double click.
+    // Alternate the buttons, since two clicks with the same button would be a double click.
     void click(const QString &) override { press(m_clicks++ % 2 == 0 ? u"1"_s : u"3"_s); }
     QString given(const QString &) override { return {}; }
 
@@ -120,7 +120,7 @@ private Q_SLOTS:
     }
 
 private:
-    /// Whether the window manager has taken the tray's window.
+    /// Whether the window manager manages the tray's window.
     [[nodiscard]] static bool isTrayManaged()
     {
         return !x11::property(x11::rootWindow(), "_NET_CLIENT_LIST").empty();
@@ -133,7 +133,7 @@ private:
         QTRY_VERIFY_WITH_TIMEOUT(isTrayManaged(), timeout);
     }
 
-    /// Where the server shows the icon; empty while it does not.
+    /// The icon's geometry according to the X server; empty while it is not visible.
     [[nodiscard]] static QRect place()
     {
         const QWidget *window = embeddedWindow();
@@ -160,7 +160,7 @@ private:
 
     void press(const QString &button)
     {
-        // A tray that is still drawing moves the icon once more.
+        // A tray that is still drawing may move the icon again.
         const auto isPointerOnIt = [] {
             const QPoint bell = place().center();
             TestDesktop::xdotool({u"mousemove"_s, QString::number(bell.x()), QString::number(bell.y())});

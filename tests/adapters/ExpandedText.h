@@ -12,16 +12,16 @@
 
 namespace corvane {
 
-/// What the events of calendar texts are on the tests' day (see CalendarRoom.h), for a user in UTC.
+/// A request for the tests' day (see CalendarRoom.h) and a user in UTC.
 [[nodiscard]] ExpansionRequest testRequest();
 
-/// The groups of the events of several texts.
+/// Parses the texts and groups their events. Ends the test program if a text cannot be read.
 [[nodiscard]] std::vector<ComponentGroup> groupsOfTexts(const std::vector<QByteArray> &texts);
 
 [[nodiscard]] Expansion expandTexts(const std::vector<QByteArray> &texts,
                                     const ExpansionRequest &request = testRequest());
 
-/// The titles of its events, in their order.
+/// The titles of the events, in order.
 [[nodiscard]] QStringList titles(const Expansion &expansion);
 
 } // namespace corvane

@@ -22,7 +22,7 @@ public:
     FakeWallClockAlarm(const FakeWallClockAlarm &) = delete;
     FakeWallClockAlarm &operator=(const FakeWallClockAlarm &) = delete;
 
-    /// Sets the clock forward, or back; by nothing when the machine wakes.
+    /// Sets the clock forward or back and rings; without a change, as when the machine wakes up.
     void set(Seconds change)
     {
         m_offset += change;
@@ -32,7 +32,7 @@ public:
         }
     }
 
-    /// Whether the kernel arms it.
+    /// Whether arm() succeeds.
     bool isArmable = true;
     int armings = 0;
 

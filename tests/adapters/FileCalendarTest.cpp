@@ -74,7 +74,7 @@ private Q_SLOTS:
     void cleanup()
     {
         const std::weak_ptr<CalendarServices> services = std::exchange(m_services, nullptr);
-        QTRY_VERIFY(services.expired()); // what is being remembered has been written
+        QTRY_VERIFY(services.expired()); // pending writes of the memory have ended
         m_log.reset();
     }
 
@@ -92,8 +92,8 @@ private Q_SLOTS:
 
     void whatWasNotReadToTheEndIsReadAgain()
     {
-        // A tenth of a second of work, so that it is under way still when it is stopped. Under the sanitizers
-        // steps take far longer, and an expansion must not reach its time limit.
+        // A tenth of a second of work, so that the expansion still runs when it is stopped. Under the
+        // sanitizers steps take far longer, and the expansion must stay below its time limit.
 #ifdef __SANITIZE_ADDRESS__
         const QByteArray start = "20250501T120";
 #else
