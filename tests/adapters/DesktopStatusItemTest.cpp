@@ -91,7 +91,7 @@ private Q_SLOTS:
         m_tray.reset();
         QDBusConnection::disconnectFromBus(u"item"_s);
         QDBusConnection::disconnectFromBus(u"host"_s);
-        // A tray that ends gives its place up before it has gone.
+        // Wait until the tray has released its place, so that the next test starts without one.
         QTRY_COMPARE_WITH_TIMEOUT(x11::selectionOwner("_NET_SYSTEM_TRAY_S0"), 0U, timeout);
     }
 

@@ -94,7 +94,7 @@ private Q_SLOTS:
     {
         m_item.reset();
         m_tray.reset();
-        // A tray that ends gives its place up before it has gone.
+        // A tray that ends releases its place before its window is gone; wait for both.
         QTRY_COMPARE_WITH_TIMEOUT(x11::selectionOwner("_NET_SYSTEM_TRAY_S0"), 0U, timeout);
         QTRY_VERIFY_WITH_TIMEOUT(!isTrayManaged(), timeout);
     }

@@ -16,18 +16,18 @@ constexpr auto berlinOwnRules =
     "BEGIN:DAYLIGHT\nDTSTART:19700329T020000\nRRULE:FREQ=YEARLY;BYDAY=-1SU;BYMONTH=3\n"
     "TZOFFSETFROM:+0230\nTZOFFSETTO:+0330\nEND:DAYLIGHT\nEND:VTIMEZONE\n";
 
-/// Rules that were given up in 2014, under a name that every system knows.
+/// Rules that were abolished in 2014, under a name that every system knows.
 constexpr auto outdatedMoscow =
     "BEGIN:VTIMEZONE\nTZID:Europe/Moscow\nBEGIN:STANDARD\nDTSTART:20110327T020000\n"
     "TZOFFSETFROM:+0300\nTZOFFSETTO:+0400\nEND:STANDARD\nEND:VTIMEZONE\n";
 
-/// An event around the lines that tell its time.
+/// An event with these lines, which include its time.
 QByteArray event(const QByteArray &lines)
 {
     return "BEGIN:VEVENT\nUID:%N\n" + lines + "\nSUMMARY:%N\nEND:VEVENT\n";
 }
 
-/// A series every Wednesday, in UTC unless the lines tell its time, too.
+/// A series on Wednesdays: `times` of the first event, by default in UTC, and further `lines`.
 QByteArray weekly(const QByteArray &lines,
                   const QByteArray &times = "DTSTART:20250115T110000Z\nDTEND:20250115T113000Z\n")
 {

@@ -23,7 +23,7 @@
 
 namespace corvane {
 
-/// A service that takes wishes to hold off sleep, as desktops have it, and keeps count of what is held.
+/// A fake of a desktop service that inhibits sleep. It records the requests and counts the inhibitions held.
 class InhibitingService final : public QDBusVirtualObject {
     Q_OBJECT
 
@@ -47,12 +47,12 @@ public:
     InhibitingService(const InhibitingService &) = delete;
     InhibitingService &operator=(const InhibitingService &) = delete;
 
-    /// As a portal whose desktop cannot do it, or a service that lacks the interface.
+    /// When set, it refuses: like a portal whose desktop cannot inhibit, or a service without the interface.
     bool refuses = false;
-    /// As one that hangs: the wishes wait for answerHeld().
+    /// When set, it hangs: requests wait for answerHeld().
     bool hangs = false;
 
-    /// The arguments of each wish.
+    /// The arguments of each request, in order.
     QList<QVariantList> wishes;
 
     [[nodiscard]] int holds() const
@@ -173,7 +173,7 @@ private:
     QDBusConnection m_bus;
     uint m_last = 0;
     QSet<QString> m_held;
-    QList<int> m_pipes; ///< the ends to read of logind's locks
+    QList<int> m_pipes; ///< the read ends of logind's locks
     QList<QDBusMessage> m_waiting;
 };
 

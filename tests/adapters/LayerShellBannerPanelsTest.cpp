@@ -27,8 +27,8 @@ namespace {
 
 constexpr QSize monitor(1280, 800);
 
-/// A card's content that says what reaches it: one colour, and a white line half a point wide down its
-/// middle.
+/// A card's content that records pointer events. It is of one colour, with a white line, half a point wide,
+/// down the middle.
 class Patch final : public QWidget {
 public:
     Patch() { setMouseTracking(true); }
@@ -64,7 +64,7 @@ private:
     QStringList m_heard;
 };
 
-/// Has the window's program close it, as a window manager would.
+/// Asks the window's program to close it, as a window manager would.
 void closeWindow(std::uint32_t window)
 {
     xcb_client_message_event_t request{};
@@ -80,7 +80,7 @@ void closeWindow(std::uint32_t window)
 
 } // namespace
 
-/// The program is seen and worked through the X display around the compositor.
+/// Screenshots and input go through the X display around the compositor.
 class LayerShellBannerPanelsTest final : public ShownBannersContract {
     Q_OBJECT
 
@@ -119,8 +119,7 @@ private:
         m_compositor->enter();
     }
 
-    /// The number in the name of the compositor's output that is not the first of the desktop, X11-1 or
-    /// X11-2.
+    /// The number in the name of the output on the right: 1 for X11-1, 2 for X11-2, 0 if there is none.
     [[nodiscard]] int outputOnTheRight() const
     {
         const QString told = m_compositor->execute({u"-r"_s, u"-t"_s, u"get_outputs"_s});
@@ -133,20 +132,21 @@ private:
         return 0;
     }
 
-    /// A compositor with two monitors, of which the second one's window is given back.
+    /// Starts a compositor with two monitors side by side and returns the X window of the right one; 0 if
+    /// it cannot be reached.
     std::uint32_t startTwoMonitors()
     {
         startCompositor(2);
-        // The connection to the one before.
+        // Wait for the end of the connection to the previous compositor.
         if (!QTest::qWaitFor([this] { return !m_connection.isOpen(); }) || !m_connection.open()) {
             return 0;
         }
-        // Without a window manager both of its windows stand in the same place, the one made last on top.
-        // They have names only in some versions, and which of them shows the right half differs too.
+        // Without a window manager both of its windows are in the same place, the newer one on top. Only
+        // some versions name them, and which of them shows the right half differs too.
         const QString told = TestDesktop::run(u"xwininfo"_s, {u"-root"_s, u"-children"_s});
         const QString size = u"%1x%2"_s.arg(monitor.width()).arg(monitor.height());
         const QRegularExpression line(u"(0x[0-9a-f]+) .* %1\\+0\\+0 "_s.arg(size));
-        QStringList windows; // from below to above
+        QStringList windows; // bottom to top
         for (auto match = line.globalMatch(told); match.hasNext();) {
             windows.prepend(match.next().captured(1));
         }
@@ -155,7 +155,8 @@ private:
         return second.toUInt(nullptr, 0);
     }
 
-    /// A banner panel that shows a patch at that place of the desktop, y downwards, on a desktop of `height`.
+    /// A banner panel that shows a patch at `at`, in desktop coordinates with y downwards. `height` is the
+    /// desktop's.
     std::shared_ptr<BannerPanel> presentPatch(QRect at, int height = monitor.height())
     {
         LayerShellBannerPanels bannerPanels(
@@ -185,7 +186,7 @@ private:
     QTemporaryDir m_folder;
     std::unique_ptr<DebugLogService> m_logger;
     bool m_isX11 = false;
-    Patch *m_patch = nullptr; ///< of the banner panel made last
+    Patch *m_patch = nullptr; ///< of the most recent banner panel
 
 private Q_SLOTS:
     void init()
@@ -240,7 +241,7 @@ private Q_SLOTS:
         QTRY_VERIFY(m_patch->heard().contains(u"move 40 60"_s));
         TestDesktop::xdotool({u"mousedown"_s, u"1"_s});
         QTRY_COMPARE(m_patch->heard().last(), u"press 40 60"_s);
-        // What was pressed has the pointer until it is let go of, wherever that is.
+        // The pressed content keeps the pointer until the release, wherever that is.
         point({160, 600});
         QTRY_COMPARE(m_patch->heard().last(), u"move 60 400"_s);
         TestDesktop::xdotool({u"mouseup"_s, u"1"_s});
@@ -259,11 +260,11 @@ private Q_SLOTS:
         QTRY_COMPARE(m_connection.outputs().front().area, QRect(QPoint(), monitor / 2));
         const auto bannerPanel = presentPatch({100, 50, 300, 100}, monitor.height() / 2);
         QTRY_COMPARE(pixel({210, 150}), QColor(Qt::darkGreen));
-        // The line is one pixel wide.
+        // The line of half a point is one pixel wide.
         QCOMPARE(pixel({499, 150}), QColor(Qt::darkGreen));
         QCOMPARE(pixel({500, 150}), QColor(Qt::white));
         QCOMPARE(pixel({501, 150}), QColor(Qt::darkGreen));
-        // One that changes while a banner is up is followed.
+        // A change of scale takes effect while a banner is shown.
         scale(u"1"_s);
         QTRY_COMPARE(pixel({390, 100}), QColor(Qt::darkGreen));
     }
@@ -301,7 +302,7 @@ private Q_SLOTS:
         const auto other = presentPatch({1280 + 200, 400, 300, 100});
         QTRY_COMPARE(pixel({120, 250}), QColor(Qt::darkGreen));
         QTRY_COMPARE(pixel({1280 + 220, 450}), QColor(Qt::darkGreen));
-        // One that moves to the other monitor is seen there.
+        // A banner that moves to the other monitor appears there.
         other->setFrame({500, 300, 300, 100});
         QTRY_COMPARE(pixel({520, 450}), QColor(Qt::darkGreen));
         QTRY_VERIFY(pixel({1280 + 220, 450}) != QColor(Qt::darkGreen));
@@ -315,7 +316,7 @@ private Q_SLOTS:
         const auto going = presentPatch({1280 + 200, 400, 300, 100});
         QTRY_COMPARE(pixel({120, 250}), QColor(Qt::darkGreen));
         QTRY_COMPARE(pixel({1280 + 220, 450}), QColor(Qt::darkGreen));
-        // Older compositors know no such command, newer ones keep a monitor whose window is closed.
+        // Older compositors lack this command; newer ones keep a monitor whose window is closed.
         if (!m_compositor->unplug(u"X11-%1"_s.arg(outputOnTheRight()))) {
             closeWindow(second);
         }

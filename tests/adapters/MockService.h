@@ -14,7 +14,7 @@
 
 namespace corvane {
 
-/// A mock service of python3-dbusmock on a private bus, in a process of its own that ends with the object.
+/// A mock service of python3-dbusmock on a private bus, in a separate process that the destructor ends.
 class MockService {
 public:
     /// `kind` is the option that chooses the bus, --system or --session; `arguments` follow it.
@@ -37,7 +37,7 @@ public:
     MockService(const MockService &) = delete;
     MockService &operator=(const MockService &) = delete;
 
-    /// As a service that hangs.
+    /// Stops the process until resume(), so that the service hangs.
     void suspend()
     {
         m_isSuspended = true;

@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// As NetworkManager counts them.
+// NetworkManager's values.
 constexpr uint asleep = 10;
 constexpr uint disconnected = 20;
 constexpr uint connectedSite = 60;
@@ -174,7 +174,7 @@ private Q_SLOTS:
         timer.start();
         make(m_services->systemBus(), m_services->sessionBus());
         QVERIFY2(timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
-        // The portal is asked once the time of NetworkManager is up.
+        // The portal is asked once NetworkManager's time limit has passed.
         QTRY_VERIFY_WITH_TIMEOUT(m_services->questionsToPortal() > 0, 10'000);
         m_services->settle();
         m_services->networkManager->resume();

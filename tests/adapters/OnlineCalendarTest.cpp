@@ -17,11 +17,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr auto limit = 8000; // milliseconds; a load gives up after 4.5 s, and a busy machine adds to it
+constexpr auto limit = 8000; // milliseconds; a load gives up after 4.5 s, the rest is for a busy machine
 
 } // namespace
 
-/// The store of the whole machine over a real calendar server that changes, hangs, refuses and comes back.
+/// The complete store over a real calendar server, whose events change and which hangs, refuses and comes
+/// back.
 class OnlineCalendarTest : public QObject {
     Q_OBJECT
 
@@ -30,7 +31,7 @@ class OnlineCalendarTest : public QObject {
     std::unique_ptr<CalendarService> m_service;
     std::unique_ptr<QSignalSpy> m_news;
 
-    /// Quillet starts: with what it remembers, and nothing else.
+    /// Restarts the store, which keeps only its memory on disk.
     void startStore()
     {
         m_news.reset();
@@ -38,7 +39,7 @@ class OnlineCalendarTest : public QObject {
         m_news = std::make_unique<QSignalSpy>(&m_room->monitor(), &CalendarMonitor::newsArrived);
     }
 
-    /// The machine starts: the calendar service knows what it has on its disk.
+    /// Restarts the calendar service and the store, which keep only what they have on disk.
     void restartService()
     {
         m_news.reset();
@@ -61,7 +62,7 @@ class OnlineCalendarTest : public QObject {
         return {};
     }
 
-    /// Both calendars are read and remembered.
+    /// Waits until both calendars are read and remembered.
     void loadAndRemember()
     {
         QTRY_COMPARE_WITH_TIMEOUT(load(), (QStringList{u"Zoom - Anna"_s, u"Zoom - Ben"_s}), 30000);
@@ -169,7 +170,7 @@ private Q_SLOTS:
         QCOMPARE(m_room->logged(u"calendar answers again name=\"Online\""_s), 1);
     }
 
-    // The last one: from here on the server lets nobody in.
+    // Keep this test last: from here on the server rejects every password.
     void aServerThatRefusesThePasswordIsToldAndItsLessonsStand()
     {
         loadAndRemember();

@@ -9,7 +9,7 @@ namespace corvane {
 
 std::vector<CalendarRow> plainRows()
 {
-    // The days are Wednesdays in the middle of a month unless a row is about another.
+    // Most rows use a Wednesday in the middle of a month.
     const QDate wednesday(2025, 5, 14);
     return {
         {"single in UTC",

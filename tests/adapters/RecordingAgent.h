@@ -12,8 +12,8 @@
 
 namespace corvane {
 
-/// The far side of the agent's bus interface, in the test's own process: it keeps what it is given and writes
-/// down what it is asked. The bus's adaptor is generated from the interface's description.
+/// A fake agent behind the real bus interface, in the test's process. It keeps the requests and records the
+/// calls. The D-Bus adaptor is generated from the interface description.
 class RecordingAgent final : public QObject, protected QDBusContext {
     Q_OBJECT
 
@@ -30,21 +30,22 @@ public:
         friend bool operator==(const Added &, const Added &) = default;
     };
 
-    /// Takes the agent's name on `bus`; ends the test program when it cannot.
+    /// Takes the agent's name on `bus`; ends the test program if that fails.
     explicit RecordingAgent(QDBusConnection bus);
     ~RecordingAgent() override;
 
     std::vector<Added> pending;
-    /// What was asked, in order: the method, and the identifier or identifiers.
+    /// All calls, in order: the method and its identifiers or other arguments, preceded by "unknown " if
+    /// `isOfBefore` makes it unknown.
     QStringList calls;
-    /// Set: no call is answered.
+    /// When set, no call is answered.
     bool hangs = false;
-    /// Set: each call is answered with an error of this text.
+    /// When not empty, each call fails with this text.
     QString refusal;
-    /// Set: it knows what the first agents knew, and no more.
+    /// When set, it has only the methods of the first agent version.
     bool isOfBefore = false;
 
-    // The interface's methods, by its names.
+    // The methods of the bus interface.
     QStringList PendingRequests();
     void RemovePendingRequests(const QStringList &identifiers);
     void Add(const QString &identifier, const QString &title, const QString &body,
@@ -57,10 +58,10 @@ public:
 
 private:
     void keep(const Added &request);
-    /// As isServed(), for what was added to the interface later.
+    /// Like isServed(), for methods that older agents lack.
     bool isKnownAndServed(const QString &call);
 
-    /// Notes the call; whether it is to be carried out.
+    /// Records the call and returns whether to execute it.
     bool isServed(const QString &call);
 
     QDBusConnection m_bus;

@@ -15,7 +15,7 @@ using namespace corvane;
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-/// What stands in where a source does not even tell which calendars it has.
+/// The stand-in for a source that does not even list its calendars.
 class RememberedCalendarsTest : public QObject {
     Q_OBJECT
 

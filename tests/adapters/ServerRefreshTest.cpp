@@ -14,7 +14,7 @@ using namespace corvane;
 
 namespace {
 
-/// A client that answers when the test says so.
+/// A client whose answers the test triggers.
 class ScriptedClient final : public RefreshableClient {
 public:
     bool dead = false;
@@ -31,7 +31,7 @@ public:
         co_return answer.value();
     }
 
-    /// Ends the last refresh.
+    /// Completes the latest refresh.
     void answer(bool isAsked) const
     {
         const Pending<bool> last = refreshes.back();

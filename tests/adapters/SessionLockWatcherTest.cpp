@@ -32,7 +32,7 @@ QCoro::Task<QDBusMessage> ask(QDBusConnection bus, QDBusMessage message)
 
 } // namespace
 
-// Against the mock services of python3-dbusmock on buses of the test's own.
+// Uses mock services of python3-dbusmock on private buses.
 class SessionLockWatcherTest final : public QObject {
     Q_OBJECT
 
@@ -131,7 +131,7 @@ private Q_SLOTS:
         QVERIFY(m_watcher->locked());
         m_clock.advance(Seconds{0.2});
         QVERIFY(!m_watcher->locked());
-        // A later one counts for its own time.
+        // A later request has a time limit of its own.
         emitFromSession(u"Lock"_s);
         QTRY_VERIFY(m_watcher->locked());
         m_clock.advance(SessionLockWatcher::requestTimeout - Seconds{0.1});
@@ -146,7 +146,7 @@ private Q_SLOTS:
         emitFromSession(u"Lock"_s);
         QTRY_VERIFY(m_watcher->locked());
         setHint(true);
-        // The hint is a message behind the request: an hour passes only once it has come.
+        // The hint arrives after the request; let the hour pass only once it has arrived.
         QTRY_VERIFY([&] {
             m_clock.advance(SessionLockWatcher::requestTimeout);
             return m_watcher->locked();
@@ -215,7 +215,7 @@ private Q_SLOTS:
         QTRY_VERIFY(m_watcher->locked());
         setSaver(true);
         setHint(false);
-        // The manager's word has arrived when its answer to a later call has.
+        // The manager's signal has arrived once its answer to a later call has.
         settle();
         QVERIFY(m_watcher->locked());
         setSaver(false);
@@ -253,7 +253,8 @@ private Q_SLOTS:
 
     void aSessionManagerThatCrashesWhileLockedDoesNotLockForEver()
     {
-        // The mock takes its name before it knows any session; asked by name it gives the path all the same.
+        // The mock takes its name before it has any session, but answers with the path when asked by session
+        // id.
         qputenv("XDG_SESSION_ID", "c1");
         startManager();
         watch();
@@ -261,7 +262,7 @@ private Q_SLOTS:
         QTRY_VERIFY(m_watcher->locked());
         m_manager.reset();
         QTRY_VERIFY(!m_watcher->locked());
-        // And it is followed again when it is back.
+        // After a restart it is followed again.
         startManager();
         setHint(true);
         QTRY_VERIFY(m_watcher->locked());
@@ -356,15 +357,15 @@ private:
         m_changes = std::make_unique<QSignalSpy>(m_watcher.get(), &SessionLockWatcher::lockedChanged);
     }
 
-    // Makes the watcher and waits until it has asked what it asks at its start.
+    // Creates the watcher and waits until its initial calls are answered.
     void watch()
     {
         make();
         settle();
     }
 
-    // Calls through the watcher's own connections: their answers come after all that was sent before. Three
-    // rounds, since the watcher's questions follow from each other.
+    // Calls through the watcher's own connections, where answers arrive after everything sent before. Three
+    // rounds, since some of the watcher's calls depend on the answers to others.
     void settle()
     {
         for (int round = 0; round < 3; ++round) {
@@ -431,7 +432,7 @@ private:
     std::unique_ptr<MockService> m_saver;
     std::unique_ptr<SessionLockWatcher> m_watcher;
     std::unique_ptr<QSignalSpy> m_changes;
-    /// Only the timeout of a lock request is measured by it; the buses keep real time.
+    /// Measures only the timeout of a lock request; the buses use real time.
     ManualClock m_clock{dateSince1970(0)};
 };
 

@@ -23,7 +23,7 @@ QByteArray revision(const QByteArray &title, int sequence, const QByteArray &hou
 
 } // namespace
 
-/// Several files of the folders name one event.
+/// Several files in the folders contain the same event.
 class SharedEventsTest : public QObject {
     Q_OBJECT
 
@@ -34,14 +34,14 @@ class SharedEventsTest : public QObject {
         m_room->writeEvents(name, components);
     }
 
-    /// A file is only half there.
+    /// Truncates a file by 20 bytes.
     void cutOff(const QString &name) const
     {
         QFile file(m_room->path(name));
         QVERIFY(file.resize(file.size() - 20));
     }
 
-    /// Titles and hours, as "Anna 9".
+    /// The titles and start hours of the day's events, such as "Anna 9".
     [[nodiscard]] QStringList load(int daysLater = 0)
     {
         const DateInterval day = testDay(daysLater);

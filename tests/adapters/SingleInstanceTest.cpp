@@ -78,7 +78,7 @@ private Q_SLOTS:
         QSignalSpy activations(&first, &SingleInstance::activationRequested);
         QCOMPARE(claim(make(u"other"_s)), Start::handedOver);
         QTRY_COMPARE(activations.size(), 1);
-        // The second gave its locks back: nothing keeps a later start from becoming the first.
+        // The second start has released its locks, so a later start can become the first.
         m_instances.clear();
         QTRY_VERIFY(!connection().interface()->isServiceRegistered(u"com.ordwinsoftware.Quillet"_s) ||
                     dropConnections());
@@ -122,7 +122,7 @@ private Q_SLOTS:
 
     void oneThatGaveUpIsNotTakenForAnotherOne()
     {
-        // Its connection is still there, as that of a process whose end the bus has not heard of.
+        // Its connection still exists, like that of a process whose end the bus has not noticed.
         SingleInstance &first = make();
         QCOMPARE(claim(first), Start::first);
         first.giveUp();
@@ -171,7 +171,7 @@ private Q_SLOTS:
 
     void aFirstThatHangsIsNotWaitedForForEver()
     {
-        // The name and the lock are held by a process that does not answer: a connection that nobody serves.
+        // A process that never answers holds the name.
         QProcess silent;
         silent.start(u"/usr/bin/python3"_s, {u"-c"_s,
                                              u"import fcntl, os, sys, time\n"

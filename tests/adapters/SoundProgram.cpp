@@ -18,7 +18,7 @@ std::atomic<bool> threadsAreDenied = false;
 
 } // namespace
 
-// Stands before that of the system, so that the machine gives no further thread once this is wished.
+// Overrides the system's function, so that creating a thread fails once `threadsAreDenied` is set.
 extern "C" int pthread_create(pthread_t *thread, const pthread_attr_t *attributes, void *(*start)(void *),
                               void *argument) noexcept
 {
@@ -27,9 +27,9 @@ extern "C" int pthread_create(pthread_t *thread, const pthread_attr_t *attribute
     return threadsAreDenied ? EAGAIN : create(thread, attributes, start, argument);
 }
 
-// Started as "sound-program SECONDS [beep [without-threads]]". Plays the sound, with so long for the call,
-// ends as soon as it has the answer, and tells it: 0 for played, 1 for not. Or beeps, and ends with 2 as soon
-// as the plain bell rings, or with 3 when it does not in twenty seconds.
+// Usage: sound-program SECONDS [beep [without-threads]]. Plays the sound with a time limit of SECONDS and
+// exits as soon as it has the answer: with 0 if the sound plays, 1 if not. With "beep", it beeps instead and
+// exits with 2 as soon as the plain bell rings, or with 3 after 20 s.
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);

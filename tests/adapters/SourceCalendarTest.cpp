@@ -21,7 +21,7 @@ namespace {
 
 const QDeadlineTimer forever{QDeadlineTimer::Forever};
 
-/// A calendar that answers when the test says so.
+/// A calendar whose answers the test triggers.
 class ScriptedCalendar final : public SourceCalendar {
 public:
     explicit ScriptedCalendar(std::shared_ptr<CalendarServices> services)
@@ -34,10 +34,10 @@ public:
         CalendarQuestion question;
         Pending<std::shared_ptr<CalendarReading>> answer;
     };
-    /// What was asked, in order.
+    /// The readings requested, in order.
     std::vector<Asked> asked;
 
-    /// Answers one of them with an event of this title.
+    /// Answers the reading `which` with one event of this title.
     void answer(std::size_t which, const QString &title)
     {
         CalendarEvent event;
@@ -49,7 +49,7 @@ public:
             std::make_shared<CalendarReading>(CalendarReading{.events = {event}, .skippedEvents = {}}));
     }
 
-    /// How often it was captured; each capture differs.
+    /// The number of captures; each has different content.
     int captures = 0;
 
 protected:
@@ -79,7 +79,7 @@ struct Load {
 
 } // namespace
 
-/// What becomes of answers that come late, and of a calendar that is silent.
+/// What happens to late answers and to a silent calendar.
 class SourceCalendarTest : public QObject {
     Q_OBJECT
 
@@ -97,7 +97,7 @@ class SourceCalendarTest : public QObject {
         return load;
     }
 
-    /// Asks for the day and gives up before there is an answer.
+    /// Loads the day and gives up before there is an answer.
     void loadInVain(int daysLater) const
     {
         const auto vain = load(daysLater, QDeadlineTimer(1ms));
@@ -120,7 +120,7 @@ private Q_SLOTS:
     {
         m_calendar.reset();
         const std::weak_ptr<CalendarServices> services = std::exchange(m_services, nullptr);
-        QTRY_VERIFY(services.expired()); // what is being remembered has been written
+        QTRY_VERIFY(services.expired()); // pending writes of the memory have ended
         m_log.reset();
     }
 
@@ -134,7 +134,7 @@ private Q_SLOTS:
         QVERIFY(next->task.isReady());
         QCOMPARE(next->titles(), QStringList{u"Anna"_s});
         QCOMPARE(m_calendar->asked.size(), std::size_t{1});
-        // And only there.
+        // It is used only once.
         const auto further = load(0, forever);
         QVERIFY(!further->task.isReady());
         m_calendar->answer(1, u"Ben"_s);
@@ -167,7 +167,7 @@ private Q_SLOTS:
     void whatIsSilentIsNotWaitedForInFullAgain()
     {
         loadInVain(0);
-        // This load has all the time there is.
+        // This load has no deadline.
         const auto next = load(0, forever);
         QTRY_VERIFY_WITH_TIMEOUT(next->task.isReady(), 20000);
         QCOMPARE(next->answers.silent, 1);
@@ -184,7 +184,7 @@ private Q_SLOTS:
             m_calendar->answer(m_calendar->asked.size() - 1, u"Anna"_s);
             return m_calendar->captures;
         };
-        // The third begins when the second has been tried to be written.
+        // The third capture begins after the attempt to write the second.
         QTRY_VERIFY_WITH_TIMEOUT(loadAgain() >= 3, 20000);
         QCOMPARE(m_log->latestLines().filter(u"calendar not remembered"_s).size(), 1);
     }

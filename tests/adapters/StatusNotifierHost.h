@@ -15,56 +15,55 @@
 
 namespace corvane {
 
-/// A watcher of status items, with the host that shows them: it shows nothing and records
-/// everything.
+/// A watcher of status items together with its host, which shows nothing and records everything.
 class StatusNotifierHost final : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
     Q_PROPERTY(bool IsStatusNotifierHostRegistered READ hasHost SCRIPTABLE true)
 
 public:
-    /// Not on the bus until start().
+    /// Takes the watcher's bus name only with start().
     explicit StatusNotifierHost(QDBusConnection bus);
     ~StatusNotifierHost() override;
 
     void start();
     void stop();
 
-    /// Whether a host shows what the watcher knows; at first one does.
+    /// Sets whether the watcher has a host that shows the items; initially it has.
     void setHasHost(bool hasHost);
     [[nodiscard]] bool hasHost() const { return m_hasHost; }
 
-    /// While true, registrations are noted and never answered; while `refuses` is, they are refused.
+    /// While `isSilent`, registrations are recorded but never answered; while `refuses`, they fail.
     bool isSilent = false;
     bool refuses = false;
 
-    /// What items registered with, in order: their argument.
+    /// The argument of each registration, in order.
     QStringList registrations;
     /// The text of each label signal, in order.
     QStringList labels;
     int titleSignals = 0;
     int toolTipSignals = 0;
 
-    /// The registered item's properties, asked for over the bus; empty when it does not answer.
+    /// The item's properties, read over the bus; empty if it does not answer.
     [[nodiscard]] QVariantMap properties(const QString &item);
-    /// The lines of its tool tip, as they are shown.
+    /// The lines of its tool tip as plain text.
     [[nodiscard]] QStringList toolTip(const QString &item);
     [[nodiscard]] QString introspection(const QString &item);
-    /// As a host does on a click.
+    /// Activates the item as a host does on a click, with y downwards.
     void activate(const QString &item, int x, int y);
-    /// What comes ahead of a click that may raise a window.
+    /// Provides the activation token for the next click.
     void giveToken(const QString &item, const QString &token);
 
-    /// The revision and the parent of each signal of a new menu, in order.
+    /// The revision and the parent of each LayoutUpdated signal, in order.
     QList<std::pair<uint, int>> layouts;
 
-    /// Sends a call, and waits for the answer.
+    /// Sends a call and waits for the answer, for at most 5 s.
     QDBusMessage ask(const QDBusMessage &message);
-    /// Calls the item's menu, and waits for the answer.
+    /// Calls the item's menu and waits for the answer.
     QDBusMessage askMenu(const QString &item, const QString &method, const QVariantList &arguments);
-    /// The whole menu, and in `revision`, if wanted, its revision.
+    /// The whole menu, with the id -1 if there is none. Sets `revision`, if given, to its revision.
     MenuLayout menu(const QString &item, uint *revision = nullptr);
-    /// As a host does when it opens the menu, and when a line of it is clicked.
+    /// Opens the menu as a host does, and clicks the entry `id`.
     void openMenu(const QString &item);
     void chooseLine(const QString &item, int id);
 

@@ -244,7 +244,7 @@ private Q_SLOTS:
         m_item = std::make_unique<StatusNotifierItem>(connection(), statusBellImages(),
                                                       StatusNotifierItem::Desktop{});
         QVERIFY(!m_item->isShown());
-        QVERIFY(!m_item->isAbsent()); // that is not known yet
+        QVERIFY(!m_item->isAbsent()); // not known yet
         QSignalSpy changes(m_item.get(), &StatusItem::shownChanged);
         QTRY_VERIFY(m_item->isAbsent());
         QVERIFY(!m_item->isShown());
@@ -270,7 +270,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!m_item->isShown());
         QCOMPARE(changes, (QList<QVariantList>{{true}, {false}}));
         QCOMPARE(absences.size(), 1);
-        // It has the item all the time.
+        // The watcher keeps the item all the time.
         QCOMPARE(m_host->registrations.size(), 1);
     }
 
@@ -300,7 +300,7 @@ private Q_SLOTS:
         QCOMPARE(failures.first().first().toString(), u"not here"_s);
         QVERIFY(!m_item->isShown());
         QCOMPARE(m_host->registrations.size(), 1);
-        // One that comes in its place is.
+        // A new watcher in its place is asked.
         m_host->refuses = false;
         m_host->stop();
         m_host->start();
@@ -336,7 +336,7 @@ private Q_SLOTS:
         }
         QCOMPARE(lines.at(0), (QVariantMap{{u"label"_s, u"Today’s schedule"_s}}));
         QCOMPARE(lines.at(1), (QVariantMap{{u"type"_s, u"separator"_s}}));
-        // A single underscore would mark a key.
+        // A single underscore would mark an access key.
         QCOMPARE(lines.at(2), (QVariantMap{{u"label"_s, u"a__b & <c>"_s}}));
     }
 

@@ -144,8 +144,8 @@ qsizetype SystemServices::questionsToPortal() const
     return count;
 }
 
-// Calls through the watcher's own connections: their answers come after all that was sent before. Several
-// rounds, since one of the watcher's questions follows from another.
+// Calls through the watcher's own connections, where answers arrive after everything sent before. Several
+// rounds, since some of the watcher's calls depend on the answers to others.
 void SystemServices::settle() const
 {
     constexpr int rounds = 4;
@@ -162,7 +162,7 @@ void SystemServices::settle() const
                 QCoro::waitFor(ask(bus, ping));
             }
         }
-        // The answers travel through the event loop.
+        // The answers arrive through the event loop.
         QCoreApplication::processEvents();
     }
 }

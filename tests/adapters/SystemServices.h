@@ -15,8 +15,8 @@
 
 namespace corvane {
 
-/// The services that tell of the machine, as mocks on a system bus and a session bus of the test's own; at
-/// first none is there. The watcher under test gets connections of its own to them.
+/// Mocks of the services that report system events, on a private system bus and a private session bus; none
+/// is started at first. The watcher under test has its own connections to the buses.
 class SystemServices {
 public:
     SystemServices();
@@ -24,29 +24,29 @@ public:
     SystemServices(const SystemServices &) = delete;
     SystemServices &operator=(const SystemServices &) = delete;
 
-    /// What the watcher is made with.
+    /// The connections for the watcher under test.
     [[nodiscard]] QDBusConnection systemBus() const;
     [[nodiscard]] QDBusConnection sessionBus() const;
 
     void startSessionManager();
-    /// What it says before a sleep, and after.
+    /// Sends the signal of the session manager before a sleep (`begins`) or after it.
     void prepareForSleep(bool begins);
 
     void startNetworkManager(uint state);
     void setNetworkManager(uint state, uint connectivity);
 
-    /// The desktop's portal, and what it says of the network.
+    /// Starts the desktop's portal, and sets whether it reports a network.
     void startPortal(bool isAvailable);
     void setPortal(bool isAvailable);
 
-    /// How often the portal was asked for the network.
+    /// How often the portal was asked about the network.
     [[nodiscard]] qsizetype questionsToPortal() const;
 
-    /// Returns when the watcher has been told what was said so far, and has the answers to what it asked of
-    /// services that do not hang.
+    /// Waits until the watcher has received everything sent so far, and the answers of all services that do
+    /// not hang.
     void settle() const;
 
-    /// The processes and the buses' daemons, to hang or to end.
+    /// The mock processes and bus daemons, which a test may suspend or end.
     std::unique_ptr<MockService> sessionManager;
     std::unique_ptr<MockService> networkManager;
     std::unique_ptr<MockService> portal;

@@ -25,7 +25,7 @@ private Q_SLOTS:
     {
         qunsetenv("TZ");
         m_folder = std::make_unique<QTemporaryDir>();
-        // Rules of the test's own, under a folder of the system's name.
+        // The test's own rules, in a folder named like the system's.
         m_rules = m_folder->filePath(u"share/zoneinfo/"_s);
         QDir().mkpath(m_rules + u"Europe"_s);
         QDir().mkpath(m_folder->filePath(u"etc"_s));
@@ -55,7 +55,7 @@ private Q_SLOTS:
         const QFileSystemWatcher folder({m_folder->filePath(u"etc"_s)});
         QSignalSpy changes(&folder, &QFileSystemWatcher::directoryChanged);
         QFile::remove(file());
-        // It is told to the watcher under test in the same turn of the event loop.
+        // The watcher under test is notified in the same turn of the event loop.
         QVERIFY(changes.wait());
         QCoreApplication::processEvents();
         link(u"Europe/Vienna"_s);
@@ -177,7 +177,7 @@ private:
         file.write(text);
     }
 
-    /// As the system does it: at one stroke.
+    /// Replaces the link atomically, as the system does.
     void link(const QString &zone) const
     {
         const QString newLink = file() + u".new"_s;
@@ -192,7 +192,7 @@ private:
         m_times = std::make_unique<QSignalSpy>(m_watcher.get(), &TimeZoneWatcher::zoneChanged);
     }
 
-    /// Until what happened would have been told.
+    /// Waits until a change would have been reported.
     static void waitLongEnough()
     {
         QTest::qWait(2 * static_cast<int>(TimeZoneWatcher::settlingTime.count()));

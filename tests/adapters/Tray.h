@@ -16,7 +16,7 @@
 
 namespace corvane {
 
-/// A status item host that knows the old kind of tray only, along the lower edge.
+/// A tray along the lower edge of the screen, which supports only embedded icons (the older protocol).
 class Tray final {
 public:
     static constexpr int thickness = 30;
@@ -55,7 +55,7 @@ public:
     Tray(const Tray &) = delete;
     Tray &operator=(const Tray &) = delete;
 
-    /// The part of the tray in which something else than the tray itself is to be seen.
+    /// The bounding rectangle of everything in the tray's area that does not have the tray's colour.
     [[nodiscard]] QRect shown() const
     {
         const QImage picture = QGuiApplication::primaryScreen()
@@ -72,18 +72,18 @@ public:
         return found;
     }
 
-    /// Whether the tray stands there, and nothing in it.
+    /// Whether the tray is on the screen and empty.
     [[nodiscard]] bool isEmpty() const { return shown().isNull(); }
 
-    /// Whether there is one icon in it, and nothing else.
+    /// Whether the tray contains one icon and nothing else.
     [[nodiscard]] bool hasOneIcon() const
     {
         const QSize size = shown().size();
         return size.width() >= 12 && size.width() <= 24 && size.height() >= 12 && size.height() <= 24;
     }
 
-    /// Waits until five looks in a row find one icon, at most `limit` milliseconds: a tray that is busy draws
-    /// an icon, takes it away and draws it once more, and loses the clicks that come meanwhile.
+    /// Waits until five checks in a row find one icon, for at most `limit` milliseconds: a busy tray draws an
+    /// icon, removes it and draws it again, and loses clicks in the meantime.
     [[nodiscard]] bool settlesWithOneIcon(int limit = timeout) const
     {
         constexpr int enough = 5;

@@ -12,7 +12,7 @@
 
 namespace corvane {
 
-/// Whether a window manager says on the display that it is there.
+/// Whether a running window manager has announced itself on the display.
 [[nodiscard]] inline bool isManaged()
 {
     // The property outlives a manager that was killed; the window it names does not.
@@ -20,16 +20,17 @@ namespace corvane {
     return !window.empty() && x11::property(window.front(), "_NET_SUPPORTING_WM_CHECK") == window;
 }
 
-/// Waits for the window manager that was just started; whether it answers requests within ten seconds. Saying
-/// that it is there is not enough: until it has looked over what stood on the display before it, one loses a
-/// new window's wish to be shown, or takes it for an old window and gives it no keyboard.
+/// Waits until the window manager that was just started answers requests, for at most ten seconds; returns
+/// whether it does. Its announcement is not enough: until a manager has examined the windows that were there
+/// before it, it may lose a new window's map request, or take the window for an old one and not give it the
+/// keyboard focus.
 [[nodiscard]] inline bool isManagerServing()
 {
     constexpr int timeout = 10'000; // milliseconds
     QWindow probe;
     probe.create();
     const auto id = static_cast<std::uint32_t>(probe.winId());
-    // What is asked too early is lost, so it is asked again.
+    // A request that comes too early is lost, so repeat it.
     return QTest::qWaitFor(
         [id] {
             if (isManaged() && x11::property(id, "_NET_FRAME_EXTENTS").empty()) {

@@ -28,7 +28,7 @@ quint32 activeWindow()
     return window.empty() ? 0 : window.front();
 }
 
-/// Any test of shown banners, on X11 under each window manager.
+/// Runs a test of shown banners on X11 under each window manager.
 template <typename Test>
 class OnX11 : public Test {
 public:
@@ -169,7 +169,7 @@ private Q_SLOTS:
         const auto bannerPanel = present();
         QTRY_VERIFY(isDark(onTheCard));
         QTRY_VERIFY(bannerPanel->frame() == home);
-        QVERIFY(isDark(QPoint(640, 262))); // the upper edge, beyond the rounding
+        QVERIFY(isDark(QPoint(640, 262))); // the upper edge, away from the rounded corners
         QCOMPARE(pixel(inTheCorner), opponentColor());
         QCOMPARE(pixel(onTheMargin), opponentColor());
         click(inTheCorner);
@@ -191,7 +191,7 @@ private Q_SLOTS:
         QTRY_VERIFY(isDark(onTheCard));
         TestDesktop::xdotool({u"set_desktop"_s, u"1"_s});
         QTRY_COMPARE(rootProperty("_NET_CURRENT_DESKTOP"), Values{1});
-        QTRY_VERIFY(pixel(farAway) != opponentColor()); // the opponent stayed behind
+        QTRY_VERIFY(pixel(farAway) != opponentColor()); // the opponent stays on the first workspace
         QTRY_VERIFY(pixel(onTheCloseButton).lightness() > 200);
         TestDesktop::xdotool({u"set_desktop"_s, u"0"_s});
         QTRY_COMPARE(pixel(farAway), opponentColor());
@@ -244,14 +244,14 @@ private Q_SLOTS:
     void theKeyWindowsScreenIsKnown()
     {
         manage(WindowManager::openbox);
-        oppose(); // a manager that has shown one window shows the next
+        oppose(); // once a manager has shown one window, it shows the next
         endOpponent();
         ToolkitScreens screens;
         QWidget window;
         window.setGeometry(400, 300, 300, 200);
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
-        click(window.mapToGlobal(QPoint(150, 100))); // whatever the manager thinks of new windows
+        click(window.mapToGlobal(QPoint(150, 100))); // managers may give new windows no focus
         QTRY_VERIFY(screens.keyWindowScreen().has_value());
         QVERIFY(screens.keyWindowScreen() == screens.mainScreen());
         window.hide();

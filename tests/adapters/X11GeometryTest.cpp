@@ -28,7 +28,8 @@ ReservedAreas with(QSize desktop, const std::vector<std::vector<std::uint32_t>> 
     return areas;
 }
 
-/// The property of a dock that keeps `thickness` of the edge with this index (left, right, top, bottom).
+/// The strut property of a dock that reserves `thickness` pixels at `edge` (left, right, top or bottom), from
+/// `from` to `to` along that edge.
 std::vector<std::uint32_t> dock(std::size_t edge, std::uint32_t thickness, std::uint32_t from,
                                 std::uint32_t to)
 {
@@ -76,7 +77,8 @@ private Q_SLOTS:
 
     void aDockBetweenTwoMonitorsTakesNothingOfTheOuterOne()
     {
-        // At the left edge of the right monitor: told from the desktop's left edge, across the left monitor.
+        // At the left edge of the right monitor: measured from the desktop's left edge, across the left
+        // monitor.
         const ReservedAreas areas = with(sideBySide, {dock(left, 1920 + 48, 0, 1079)});
         QCOMPARE(areas.visiblePart(leftMonitor), leftMonitor);
         QCOMPARE(areas.visiblePart(rightMonitor), QRect(1968, 0, 1872, 1080));
@@ -84,7 +86,7 @@ private Q_SLOTS:
 
     void aDockAtTheFootOfALowerMonitorIsToldFromTheDesktopsFoot()
     {
-        // The left monitor is lower than the right one: its dock's strip begins below it.
+        // The left monitor is shorter than the right one, so its dock's strip starts below the monitor.
         const QSize desktop(3840, 1200);
         const QRect tall(1920, 0, 1920, 1200);
         const ReservedAreas areas = with(desktop, {dock(bottom, 120 + 30, 0, 1919)});
@@ -196,10 +198,10 @@ private Q_SLOTS:
             QCOMPARE(alpha(0, 0), 0.F);
             QVERIFY(alpha(500, 0.5) < 0.02F);
             QVERIFY(alpha(500, margin - 1) > 0.2F &&
-                    alpha(500, margin - 1) < 0.3F); // half of it, at the edge
+                    alpha(500, margin - 1) < 0.3F); // half the opacity at the edge
             QVERIFY(alpha(500, margin - 1) > alpha(500, margin - 10));
             QVERIFY(alpha(margin - 1, 180) > 0.2F);
-            QCOMPARE(alpha(500, 180), 0.F); // under the card
+            QCOMPARE(alpha(500, 180), 0.F); // nothing under the card
         }
     }
 

@@ -34,7 +34,7 @@ TeachingAction startNow()
 
 } // namespace
 
-/// Two monitors beside one another, at a scale factor of one or two.
+/// Two monitors side by side, at a scale factor of one or two.
 class X11TwoMonitorsTest final : public QObject {
     Q_OBJECT
 
@@ -47,7 +47,7 @@ private:
     [[nodiscard]] double width() const { return double{monitorWidth} / m_scaleFactor; }
     [[nodiscard]] double height() const { return double{monitorHeight} / m_scaleFactor; }
 
-    /// The colour of a place told in points from the upper left corner of a screen.
+    /// The colour at a place in points from the upper left corner of a screen.
     [[nodiscard]] static QColor color(qsizetype screen, QPoint at)
     {
         return QGuiApplication::screens()
@@ -69,8 +69,7 @@ private:
 private Q_SLOTS:
     void cleanupTestCase()
     {
-        // The ticks and animations of banner panels that are gone end at their next turn; one that begins now
-        // ends after them.
+        // Wait longer than a tick and any animation, so that those of destroyed banner panels have ended.
         QCoro::waitFor(wait(Seconds{1.1}));
     }
 
@@ -119,12 +118,12 @@ private Q_SLOTS:
         const Rect home{visible.minX() + 12, visible.maxY() - 280 - 48, 1000, 280};
         const auto bannerPanel = m_bannerPanels.makeBannerPanel(home, {}, startNow(), {});
         bannerPanel->orderFrontRegardless();
-        // The upper left part of the icon's background, told from the screen's corner.
+        // In the upper left part of the icon's background, relative to the screen's corner.
         const QPoint onTheIcon(12 + look::banner::leadingPadding + 30,
                                48 + (280 - look::banner::iconArea) / 2 + 10);
         QTRY_VERIFY(color(screen, onTheIcon).red() > 200 && color(screen, onTheIcon).green() < 80);
         QVERIFY(color(1 - screen, onTheIcon).red() < 80);
-        // The card's outermost pixels, and their neighbours: its size and place are right to the pixel.
+        // The card's first and last row of pixels.
         QTRY_VERIFY(color(screen, QPoint(12 + 500, 48)).red() > 10);
         QVERIFY(color(screen, QPoint(12 + 500, 48 + 279)).red() > 10);
     }
@@ -160,7 +159,7 @@ private Q_SLOTS:
     }
 };
 
-/// What screens answer everywhere, with two of them: the key window stands on the second.
+/// The Screens contract with two screens; the key window is on the second.
 class TwoScreensContractTest final : public WidgetScreensContract {
     Q_OBJECT
 
@@ -172,7 +171,7 @@ private:
     ToolkitScreens m_screens;
 };
 
-/// Called with "--twice", at a scale factor of two.
+/// Runs at a scale factor of one or, with "--twice", of two.
 static int run(int argc, char *argv[])
 {
     const bool isTwice = takeOption("--twice", argc, argv);

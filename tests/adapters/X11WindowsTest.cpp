@@ -49,7 +49,7 @@ bool hasState(const QWidget &window, const char *state)
     return std::find(states.begin(), states.end(), x11::atom(state)) != states.end();
 }
 
-/// Stands for the real content.
+/// A stand-in for the real content.
 std::unique_ptr<QWidget> content()
 {
     auto widget = std::make_unique<QWidget>();
@@ -67,7 +67,7 @@ QColor pixel(QPoint at)
     return QGuiApplication::primaryScreen()->grabWindow(0, at.x(), at.y(), 1, 1).toImage().pixelColor(0, 0);
 }
 
-/// The picture of the screen, to be looked at.
+/// Saves a screenshot for inspection if QUILLET_KEEP_PICTURES names a folder.
 void keepPicture(const QString &name)
 {
     const QString folder = qEnvironmentVariable("QUILLET_KEEP_PICTURES");
@@ -115,7 +115,7 @@ public:
 
 } // namespace
 
-/// The menu bar panel and the program's windows under window managers, beside a program of another's.
+/// The menu bar panel and the program's windows under window managers, beside another program.
 class X11WindowsTest final : public QObject {
     Q_OBJECT
 
@@ -138,7 +138,7 @@ private:
                                   timeout);
     }
 
-    /// Another program's window is in front, and the user has just clicked in it.
+    /// Starts another program and clicks into its window, which is then in front.
     void oppose()
     {
         m_opponent = m_desktop.startOpponent();
@@ -162,7 +162,7 @@ private:
             {u"mousemove"_s, QString::number(at.x()), QString::number(at.y()), u"click"_s, u"1"_s});
     }
 
-    /// The bell is clicked: on the bus, in another program's window.
+    /// A click on the bell, which is in another program's window, so that the click arrives by bus.
     void clickBell(Point item)
     {
         m_windowSystem.userAsked({});
@@ -186,7 +186,7 @@ private:
 private Q_SLOTS:
     void initTestCase()
     {
-        // The manager that reads it keeps windows from taking the keyboard unasked.
+        // With this setting xfwm4 keeps windows from taking the keyboard focus unasked.
         const QString folder =
             qEnvironmentVariable("XDG_CONFIG_HOME") + u"/xfce4/xfconf/xfce-perchannel-xml"_s;
         QVERIFY(QDir().mkpath(folder));
@@ -231,7 +231,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
         TestDesktop::xdotool({u"key"_s, u"Escape"_s});
         QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), timeout);
-        // Again, and again: the moment of each click counts.
+        // Open and close it again: each click counts with its own time.
         clickBell({640, 790});
         QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
         TestDesktop::xdotool({u"mousemove"_s, u"100"_s, u"700"_s, u"click"_s, u"1"_s});
@@ -250,7 +250,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(m_scenes->window(setup)->pos(), middle, timeout);
         m_scenes->window(setup)->setGeometry(150, 160, 700, 520);
         QTRY_COMPARE_WITH_TIMEOUT(m_scenes->window(setup)->geometry(), QRect(150, 160, 700, 520), timeout);
-        for (int time = 0; time < 3; ++time) { // nor does it wander by the height of its title bar
+        for (int time = 0; time < 3; ++time) { // it does not move by the height of its title bar either
             m_scenes->window(setup)->close();
             open(setup, u"Welcome to Quillet"_s);
             QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_scenes->window(setup)), timeout);
@@ -264,7 +264,7 @@ private Q_SLOTS:
         QTest::addColumn<WindowManager>("manager");
         QTest::addColumn<Qt::Edge>("edge");
         QTest::addColumn<Point>("bell"); // y upwards
-        QTest::addColumn<QRect>("card"); // y downwards, without its height's worth
+        QTest::addColumn<QRect>("card"); // y downwards; the height is not compared
         constexpr int gap = 6;
         const std::initializer_list<std::pair<const char *, WindowManager>> managers{
             {"openbox", WindowManager::openbox},
@@ -310,7 +310,7 @@ private Q_SLOTS:
             QVERIFY(std::abs(place().center().y() - card.top()) <= 1);
             break;
         }
-        // The server agrees with the toolkit: the manager has moved nothing.
+        // The X server agrees with the toolkit: the manager has not moved the window.
         const QString told = TestDesktop::xdotool(
             {u"getwindowgeometry"_s, QString::number(m_menuBarPanel->window()->winId())});
         const QPoint corner = m_menuBarPanel->window()->geometry().topLeft();
@@ -328,7 +328,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
         TestDesktop::xdotool({u"mousemove"_s, u"100"_s, u"700"_s, u"click"_s, u"1"_s});
         QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), timeout);
-        // The same click, had it been on the bell.
+        // If the same click was on the bell, it does not open the panel again.
         clickBell({640, 790});
         QVERIFY(!m_menuBarPanel->isOpen());
     }
@@ -348,7 +348,7 @@ private Q_SLOTS:
         auto *button = m_menuBarPanel->window()->findChild<QPushButton *>();
         QSignalSpy clicks(button, &QAbstractButton::clicked);
         m_menuBarPanel->window()->raise();
-        // It lies behind until it is clicked, where the window covers it.
+        // Where the window covers the panel, the panel stays behind it until it is clicked.
         QTRY_VERIFY_WITH_TIMEOUT((click(button), QCoreApplication::processEvents(), !clicks.isEmpty()),
                                  timeout);
         QVERIFY(m_menuBarPanel->isOpen());
