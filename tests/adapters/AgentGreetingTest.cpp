@@ -81,7 +81,7 @@ private Q_SLOTS:
         QCOMPARE(m_lines, QStringList());
     }
 
-    void whereNoLessonRemainsNothingIsSaid()
+    void withoutRemainingLessonsNothingIsSent()
     {
         m_greeting->setLessons({});
         m_greeting->setLessons({lesson(currentDate() - Seconds{3600}, Seconds{600})});
@@ -89,14 +89,14 @@ private Q_SLOTS:
         QCOMPARE(m_agent->calls, QStringList());
     }
 
-    void theProgramsEndIsToldBeforeItsNameLeavesTheBus()
+    void theAgentIsToldOfTheProgramsEnd()
     {
         m_greeting.reset();
         // The destructor sends it without the program's event loop.
         QTRY_COMPARE(m_agent->calls, QStringList{u"Goodbye"_s});
     }
 
-    void anAgentThatComesUpIsToldAgain()
+    void aRestartedAgentIsGreetedAgain()
     {
         m_greeting->setLessons(lessons);
         QTRY_COMPARE(m_agent->calls.size(), 1);
@@ -105,7 +105,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_agent->calls, QStringList{greeting});
     }
 
-    void anAgentThatGoesIsCalledAgain()
+    void anAgentThatEndsIsCalledAgain()
     {
         m_greeting->setLessons(lessons);
         QTRY_COMPARE(m_agent->calls.size(), 1);
@@ -117,7 +117,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_lines.size(), 2);
     }
 
-    void anAgentOfBeforeIsAskedOnceAndItsSuccessorIsTold()
+    void anOldAgentIsGreetedOnceAndItsSuccessorAgain()
     {
         m_agent->isOfBefore = true;
         m_greeting->setLessons(lessons);
@@ -133,7 +133,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_agent->calls.last(), u"unknown Goodbye"_s);
     }
 
-    void aRefusalIsTriedAgainWithTheNextLoad()
+    void aRefusedGreetingIsRepeatedWithTheNextLoad()
     {
         m_agent->refusal = u"not now"_s;
         m_greeting->setLessons(lessons);
@@ -143,7 +143,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_agent->calls.size(), 2);
     }
 
-    void aBusThatHangsDelaysTheEndByHalfASecond()
+    void aBusThatHangsDelaysTheEndOnlyBriefly()
     {
         const auto bus = static_cast<pid_t>(m_bus->processId());
         ::kill(bus, SIGSTOP);

@@ -131,13 +131,13 @@ private Q_SLOTS:
         QCOMPARE(m_server->asked, 1);
     }
 
-    void aServerThatAnswersWithAnErrorIsThere()
+    void aServerThatAnswersWithAnErrorGrants()
     {
         startServer(NotificationServer::Kind::knowsNothing);
         QCOMPARE(authorization(), std::optional(true));
     }
 
-    void aServerThatHangsIsThereAndIsNotWaitedForForEver()
+    void aServerThatHangsGrantsAfterATimeLimit()
     {
         startServer(NotificationServer::Kind::hangs);
         QElapsedTimer timer;
@@ -169,7 +169,7 @@ private Q_SLOTS:
         }
     }
 
-    void theDesktopsSwitchTakesThePermissionAway()
+    void theDesktopsSwitchRevokesThePermission()
     {
         startServer(NotificationServer::Kind::answers);
         setGnomeSwitch(false);
@@ -179,7 +179,7 @@ private Q_SLOTS:
         QCOMPARE(authorization(), std::optional(true));
     }
 
-    void theSwitchOfAnotherProgramIsItsOwn()
+    void eachProgramHasItsOwnSwitch()
     {
         setGnomeSwitch(false);
         QVERIFY(gnomeAllowsNotifications(u"org.example.Other"_s));
@@ -206,7 +206,7 @@ private Q_SLOTS:
         QVERIFY(!QCoro::waitFor(m_center->add(request(u"a"_s))).has_value());
     }
 
-    void aRequestReachesTheAgentWhole()
+    void aCompleteRequestReachesTheAgent()
     {
         startAgent();
         QVERIFY(QCoro::waitFor(center().add(request(u"quillet.backup.join.1.王"_s))).has_value());
@@ -220,7 +220,7 @@ private Q_SLOTS:
         QVERIFY(m_agent->pending.front() == expected);
     }
 
-    void aQuietRequestReachesTheAgentAsOne()
+    void aQuietRequestReachesTheAgentAsQuiet()
     {
         startAgent();
         NotificationRequest quiet = request(u"quillet.calendar-gap.1"_s);
@@ -232,7 +232,7 @@ private Q_SLOTS:
         QVERIFY(!m_agent->pending.back().isQuiet);
     }
 
-    void withAnAgentOfBeforeNothingIsLost()
+    void withAnOldAgentNoRequestIsLost()
     {
         startAgent();
         m_agent->isOfBefore = true;
@@ -244,7 +244,7 @@ private Q_SLOTS:
         QCOMPARE(*pending, (QStringList{u"quillet.calendar-gap.1"_s, u"quillet.backup.join.1.王"_s}));
     }
 
-    void aMomentWhoseSecondHasBegunIsNotAskedForAgain()
+    void aRequestWhoseSecondHasBegunIsNotSent()
     {
         startAgent();
         // Within its second the date is still ahead by a fraction, but the agent may already have shown the
@@ -260,7 +260,7 @@ private Q_SLOTS:
         QVERIFY(m_agent->calls.isEmpty());
     }
 
-    void charactersThatTheBusCannotCarryKeepIdentifiersApart()
+    void identifiersStayDistinctDespiteInvalidCharacters()
     {
         startAgent();
         NotificationRequest null = request(u"a"_s + QChar(QChar::Null) + u'b');
@@ -274,7 +274,7 @@ private Q_SLOTS:
         QVERIFY(m_agent->pending[2].identifier.isValidUtf16());
     }
 
-    void whatATerminalTakesForACommandIsNoPartOfTheText()
+    void textsContainNoControlCharacters()
     {
         startAgent();
         NotificationRequest hostile = request(u"a\nb\u202E"_s);
@@ -286,7 +286,7 @@ private Q_SLOTS:
         QCOMPARE(m_agent->pending.front().body, u"Anna  starts"_s);
     }
 
-    void aDateThatTheAgentCannotHoldIsRefused()
+    void aDateOutsideTheAgentsRangeIsRefused()
     {
         startAgent();
         NotificationRequest endless = request(u"a"_s);
@@ -298,7 +298,7 @@ private Q_SLOTS:
         QVERIFY(m_agent->calls.isEmpty());
     }
 
-    void whatTheAgentHoldsIsAnsweredAndTakenBack()
+    void pendingRequestsAreListedAndRemoved()
     {
         startAgent();
         QVERIFY(QCoro::waitFor(center().add(request(u"a"_s))).has_value());
@@ -312,7 +312,7 @@ private Q_SLOTS:
                                               u"RemovePendingRequests a, b"_s}));
     }
 
-    void callsMadeAtOnceArriveInTheirOrder()
+    void concurrentCallsArriveInOrder()
     {
         startAgent();
         std::vector<QCoro::Task<std::expected<void, Failure>>> adds;
@@ -328,7 +328,7 @@ private Q_SLOTS:
         QCOMPARE(m_agent->calls, expected);
     }
 
-    void anAgentThatIsNotInstalledIsAFailure()
+    void aMissingAgentIsAFailure()
     {
         const auto added = QCoro::waitFor(center().add(request(u"a"_s)));
         QVERIFY(!added.has_value());
@@ -336,7 +336,7 @@ private Q_SLOTS:
                  qPrintable(added.error().localizedDescription));
     }
 
-    void anAgentThatRefusesIsAFailureInItsWords()
+    void anAgentsRefusalIsReportedInItsWords()
     {
         startAgent();
         m_agent->refusal = u"the disk is full"_s;
@@ -348,7 +348,7 @@ private Q_SLOTS:
         QCOMPARE(pending.error().localizedDescription, u"the notification agent: the disk is full"_s);
     }
 
-    void anAgentThatHangsIsAFailureInTimeAndHoldsNothingUp()
+    void anAgentThatHangsTimesOutAndBlocksNothing()
     {
         startAgent();
         startServer(NotificationServer::Kind::answers);
@@ -365,7 +365,7 @@ private Q_SLOTS:
         QVERIFY(QCoro::waitFor(run(hurried)).has_value());
     }
 
-    void aBusThatHangsIsAFailureInTimeAndHoldsNothingUp()
+    void aBusThatHangsTimesOutAndBlocksNothing()
     {
         startAgent();
         AgentNotificationCenter &hurried = center({.bus = 1500ms, .server = 1500ms, .agent = 1500ms});
@@ -384,7 +384,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(QCoro::waitFor(hurried.add(request(u"later"_s))).has_value(), 10000);
     }
 
-    void aBusThatGoesAwayEndsWhatIsUnderWay()
+    void theEndOfTheBusEndsPendingCalls()
     {
         startAgent();
         m_agent->hangs = true;
@@ -399,7 +399,7 @@ private Q_SLOTS:
         QVERIFY2(timer.elapsed() < 20000, qPrintable(QString::number(timer.elapsed())));
     }
 
-    void anAgentThatCameLaterIsFound()
+    void anAgentThatStartsLaterIsFound()
     {
         QVERIFY(!QCoro::waitFor(center().add(request(u"a"_s))).has_value());
         startAgent();
@@ -410,7 +410,7 @@ private Q_SLOTS:
         QCOMPARE(m_agent->calls, QStringList{u"Add b"_s});
     }
 
-    void aCentreThatIsGoneLetsItsCallsEnd()
+    void callsOutliveTheirCentre()
     {
         startAgent();
         auto added = center().add(request(u"a"_s));

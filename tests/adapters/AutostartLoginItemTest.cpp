@@ -71,7 +71,7 @@ private Q_SLOTS:
         QCOMPARE(validationErrors(), QString());
     }
 
-    void anyPathIsQuotedSoThatItIsStarted_data()
+    void aProgramAtAnyPathIsStarted_data()
     {
         QTest::addColumn<QString>("path");
         QTest::newRow("spaces") << u"my lessons/quillet"_s;
@@ -83,7 +83,7 @@ private Q_SLOTS:
     }
 
     // An independent implementation of the format starts the program.
-    void anyPathIsQuotedSoThatItIsStarted()
+    void aProgramAtAnyPathIsStarted()
     {
         QFETCH(QString, path);
         const QString program = m_folder->filePath(path);
@@ -123,7 +123,7 @@ private Q_SLOTS:
         QCOMPARE(QFileInfo(m_item->path()).lastModified(), old);
     }
 
-    void aMovedProgramIsEnteredAnew()
+    void aMovedProgramIsRegisteredAnew()
     {
         QVERIFY(m_item->registerItem());
         make(u"/usr/bin/quillet"_s);
@@ -132,7 +132,7 @@ private Q_SLOTS:
         QVERIFY(!read(m_item->path()).contains(u"/opt"_s));
     }
 
-    void aProgramInItsBuildFolderLeavesAnInstalledOneEntered()
+    void aProgramInItsBuildFolderKeepsAnInstalledOnesEntry()
     {
         const QString installed = QCoreApplication::applicationFilePath(); // an existing program
         make(installed);
@@ -149,7 +149,7 @@ private Q_SLOTS:
         QVERIFY(read(m_item->path()).contains(u"\nTryExec=/build/quillet\n"_s));
     }
 
-    void keysOfOthersAreKept()
+    void foreignKeysAreKept()
     {
         put(m_item->path(),
             u"[Desktop Entry]\nType=Application\nName=Mine\nExec=old\nX-GNOME-Autostart-Delay=5\n"
@@ -166,7 +166,7 @@ private Q_SLOTS:
         QCOMPARE(read(m_item->path()), text);
     }
 
-    void anEntryThatTheDesktopSwitchedOffIsSwitchedOn()
+    void anEntryDisabledByTheDesktopIsEnabled()
     {
         QVERIFY(m_item->registerItem());
         const QString text = read(m_item->path());
@@ -207,7 +207,7 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(m_item->path()));
     }
 
-    void aFolderThatCannotBeMadeIsAFailureInWords()
+    void aFolderThatCannotBeCreatedIsReported()
     {
         makeRegisteringImpossible();
         const auto result = m_item->registerItem();
@@ -216,9 +216,9 @@ private Q_SLOTS:
         QVERIFY(m_item->unregisterItem());
     }
 
-    void whatIsNoRegularFileIsLeftAlone_data() { obstacles::addRows(); }
+    void aFileThatIsNotRegularIsLeftAlone_data() { obstacles::addRows(); }
 
-    void whatIsNoRegularFileIsLeftAlone()
+    void aFileThatIsNotRegularIsLeftAlone()
     {
         QFETCH(obstacles::Kind, kind);
         QVERIFY(QDir().mkpath(QFileInfo(m_item->path()).path()));
@@ -233,7 +233,7 @@ private Q_SLOTS:
         }
     }
 
-    void aLinkToAFileOfOnesOwnStaysALink()
+    void aLinkToTheUsersOwnFileStaysALink()
     {
         const QString real = m_folder->filePath(u"repository/entry"_s);
         put(real, u"[Desktop Entry]\nX-GNOME-Autostart-Delay=5\n"_s);
@@ -245,7 +245,7 @@ private Q_SLOTS:
         QVERIFY(startsAtLogin());
     }
 
-    void theRunningProgramIsEnteredInTheUsersFolder()
+    void theRunningProgramIsRegisteredInTheUsersFolder()
     {
         const QByteArray before = qgetenv("XDG_CONFIG_HOME");
         qputenv("XDG_CONFIG_HOME", "relative/is/ignored");

@@ -71,8 +71,8 @@ private Q_SLOTS:
         QCOMPARE(store().authorizationStatus(), CalendarAuthorization::notDetermined);
     }
 
-    void aFolderMadeLaterGrantsAccess_data() { forBoth(); }
-    void aFolderMadeLaterGrantsAccess()
+    void aFolderCreatedLaterGrantsAccess_data() { forBoth(); }
+    void aFolderCreatedLaterGrantsAccess()
     {
         QFETCH(bool, hasBus);
         useBus(hasBus);
@@ -111,7 +111,7 @@ private Q_SLOTS:
     }
 
     // Keep these two tests last, since they stop the bus.
-    void aBusThatHangsIsAnErrorInTime()
+    void aBusThatHangsTimesOut()
     {
         useBus(true);
         ::kill(static_cast<pid_t>(m_bus->processId()), SIGSTOP);
@@ -123,7 +123,7 @@ private Q_SLOTS:
         QVERIFY(timer.elapsed() < limit);
     }
 
-    void theEndOfTheBusIsNotTheEndOfTheProgram()
+    void theStoreSurvivesTheEndOfTheBus()
     {
         useBus(true);
         QVERIFY(!QCoro::waitFor(store().requestFullAccessToEvents()).value_or(true));

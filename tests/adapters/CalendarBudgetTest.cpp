@@ -73,7 +73,7 @@ class CalendarBudgetTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void whatIsHostileCostsNextToNothing_data()
+    void aHostileCalendarCostsNextToNothing_data()
     {
         QTest::addColumn<QByteArray>("components");
         const QByteArray dense = "RRULE:FREQ=MINUTELY;INTERVAL=10\n";
@@ -81,7 +81,7 @@ private Q_SLOTS:
         QTest::newRow("300 rules") << series("hostile", QByteArray("RRULE:FREQ=HOURLY\n").repeated(300));
         QTest::newRow("300 exclusions")
             << series("hostile", "RRULE:FREQ=DAILY\n" + QByteArray("EXRULE:FREQ=HOURLY\n").repeated(300));
-        QTest::newRow("a change that repeats") << series(
+        QTest::newRow("a repeating changed instance") << series(
             "hostile", "RECURRENCE-ID:20250514T120000Z\n" + QByteArray("RRULE:FREQ=HOURLY\n").repeated(300));
         QTest::newRow("no start") << QByteArray(
             "BEGIN:VEVENT\nUID:a\nDTEND:20250514T123000Z\nRRULE:FREQ=WEEKLY\nSUMMARY:hostile\nEND:VEVENT\n");
@@ -90,7 +90,7 @@ private Q_SLOTS:
         QTest::newRow("an end far ahead") << QByteArray(
             "BEGIN:VEVENT\nUID:a\nDTSTART:02500115T110000Z\nDTEND:20250115T113000Z\nRRULE:FREQ=WEEKLY\n"
             "SUMMARY:hostile\nEND:VEVENT\n");
-        QTest::newRow("an end in a month that is none") << QByteArray(
+        QTest::newRow("an end in an invalid month") << QByteArray(
             "BEGIN:VEVENT\nUID:a\nDTSTART:20250115T110000Z\nDTEND:20259115T113000Z\nRRULE:FREQ=WEEKLY\n"
             "SUMMARY:hostile\nEND:VEVENT\n");
         QTest::newRow("a long duration") << QByteArray(
@@ -117,7 +117,7 @@ private Q_SLOTS:
         QTest::newRow("many series") << many;
     }
 
-    void whatIsHostileCostsNextToNothing()
+    void aHostileCalendarCostsNextToNothing()
     {
         QFETCH(QByteArray, components);
         const long before = peakMemory();
@@ -130,7 +130,7 @@ private Q_SLOTS:
         QVERIFY2(peakMemory() - before < largest, qPrintable(QString::number(peakMemory() - before)));
     }
 
-    void whatIsTooMuchIsNamed()
+    void eventsBeyondTheLimitsAreNamed()
     {
         const QStringList texts =
             reasons(expand(series("rules", QByteArray("RRULE:FREQ=HOURLY\n").repeated(11)) +
@@ -140,7 +140,7 @@ private Q_SLOTS:
                                      u"title=\"dates\" reason=\"it lists too many dates\""_s}));
     }
 
-    void theCheapestSeriesComeFirst()
+    void theCheapestSeriesAreExpandedFirst()
     {
         ExpansionRequest asked = testRequest();
         asked.budget.steps = 300;
@@ -153,7 +153,7 @@ private Q_SLOTS:
         QVERIFY(expansion.isComplete);
     }
 
-    void theBudgetIsTheSameWhatIsKnownAlready()
+    void knownSeriesDoNotChangeTheBudget()
     {
         ExpansionRequest asked = testRequest();
         asked.budget.steps = 300;
@@ -167,7 +167,7 @@ private Q_SLOTS:
         QCOMPARE(reasons(second), reasons(first));
     }
 
-    void tooManyOccurrencesAndTooLongTextsOfOneDayAreNamed()
+    void occurrencesAndTextsBeyondTheBudgetAreLeftOut()
     {
         ExpansionRequest asked = testRequest();
         asked.budget.occurrences = 2;
@@ -182,7 +182,7 @@ private Q_SLOTS:
         QCOMPARE(expansion.skippedEvents.size(), std::size_t{1});
     }
 
-    void aSeriesThatIsStuckLeavesTheSinglesAndIsNamed()
+    void aStuckSeriesIsNamedAndSingleEventsAreKept()
     {
         // Each series is half a second of work.
         const QByteArray dense = "RRULE:FREQ=MINUTELY;INTERVAL=10\n";
@@ -209,7 +209,7 @@ private Q_SLOTS:
                                           u"title=\"next\" reason=\"it was not reached in time\""_s}));
     }
 
-    void aCaptureThatIsCutShortIsNone()
+    void anInterruptedCaptureIsDiscarded()
     {
         const auto groups =
             groupsOfTexts({calendarText(single("one") + series("daily", "RRULE:FREQ=DAILY\n"))});

@@ -42,7 +42,7 @@ class CalendarBytesTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyEncodingIsReadAsWhatItIs_data()
+    void everyEncodingIsDetected_data()
     {
         using Encoding = QStringConverter::Encoding;
         QTest::addColumn<QByteArray>("bytes");
@@ -50,9 +50,9 @@ private Q_SLOTS:
         const QString title = u"SUMMARY:Zoom - Grüße 课"_s;
         const QString text = QString::fromUtf8(calendar(title.toUtf8()));
         QTest::newRow("UTF-8") << text.toUtf8() << title;
-        QTest::newRow("UTF-8 with a mark") << "\xEF\xBB\xBF" + text.toUtf8() << title;
+        QTest::newRow("UTF-8 with a byte order mark") << "\xEF\xBB\xBF" + text.toUtf8() << title;
         for (const bool hasMark : {false, true}) {
-            const char *mark = hasMark ? " with a mark" : "";
+            const char *mark = hasMark ? " with a byte order mark" : "";
             QTest::addRow("UTF-16LE%s", mark) << encoded(Encoding::Utf16LE, text, hasMark) << title;
             QTest::addRow("UTF-16BE%s", mark) << encoded(Encoding::Utf16BE, text, hasMark) << title;
         }
@@ -60,19 +60,19 @@ private Q_SLOTS:
                                              "e")
                                  << u"SUMMARY:Zoom - Grüße"_s;
         QTest::newRow("Windows-1252") << calendar("SUMMARY:Zoom \x96 5 \x80") << u"SUMMARY:Zoom – 5 €"_s;
-        QTest::newRow("one byte too many") << calendar("SUMMARY:\xE8\xAF\xBE\xE8 x") << u"SUMMARY:课è x"_s;
+        QTest::newRow("a stray byte") << calendar("SUMMARY:\xE8\xAF\xBE\xE8 x") << u"SUMMARY:课è x"_s;
         QTest::newRow("folded within a character")
             << calendar("SUMMARY:\xE8\xAF\r\n \xBE") << u"SUMMARY:课"_s;
     }
 
-    void everyEncodingIsReadAsWhatItIs()
+    void everyEncodingIsDetected()
     {
         QFETCH(QByteArray, bytes);
         QFETCH(QString, title);
         QCOMPARE(QString::fromUtf8(read(bytes)), QString::fromUtf8(calendar(title.toUtf8())));
     }
 
-    void linesMayEndInAnyWay()
+    void anyLineEndIsAccepted()
     {
         const QByteArray text = calendar("SUMMARY:a");
         QCOMPARE(read(QByteArray(text).replace("\r\n", "\n")), text);
@@ -80,12 +80,12 @@ private Q_SLOTS:
         QCOMPARE(read(text.chopped(2)), text);
     }
 
-    void zerosAreBlanks()
+    void nullBytesBecomeBlanks()
     {
         QCOMPARE(read(calendar(QByteArray("SUMMARY:a\0b", 11))), calendar("SUMMARY:a b"));
     }
 
-    void aTextWithoutItsEndIsTruncated()
+    void aTextWithoutItsEndIsReportedAsTruncated()
     {
         const QByteArray text = calendar("SUMMARY:a");
         for (qsizetype length = 0; length < text.size() - 4; ++length) {
@@ -95,7 +95,7 @@ private Q_SLOTS:
         QVERIFY(read(text + text.chopped(10)).startsWith("truncated"));
     }
 
-    void whatIsNoCalendarIsNoTruncatedOne()
+    void aTextThatIsNotACalendarIsAnError()
     {
         QCOMPARE(read("BEGIN:VCARD\r\nFN:Anna\r\nEND:VCARD\r\n"), QByteArray("error: it holds no calendar"));
         QCOMPARE(read("\xff\xfe"), QByteArray("truncated: it is empty"));
@@ -108,7 +108,7 @@ private Q_SLOTS:
                  QByteArray("error: it is nested too deeply"));
     }
 
-    void longValuesAreCutBetweenTwoCharacters()
+    void longValuesAreCutBetweenCharacters()
     {
         for (const char *unit : {"x", "课", "\\n", "\\\\", "x\\,"}) {
             const QByteArray text = read(calendar("DESCRIPTION:" + QByteArray(unit).repeated(200'000)));
@@ -124,7 +124,7 @@ private Q_SLOTS:
         }
     }
 
-    void onlyWhatTellsOfEventsAndZonesIsKept()
+    void onlyEventsAndTimeZonesAreKept()
     {
         const QByteArray zone =
             "BEGIN:VTIMEZONE\r\nTZID:Own\r\nBEGIN:STANDARD\r\nTZNAME:a\r\nEND:STANDARD\r\n"
@@ -139,7 +139,7 @@ private Q_SLOTS:
                  around(zone + event + "URL:c\r\nEND:VEVENT\r\n"));
     }
 
-    void anEventThatIsNotClosedTakesNoOtherAlong()
+    void anUnclosedEventDoesNotSwallowTheNext()
     {
         const auto around = [](const QByteArray &text) {
             return "BEGIN:VCALENDAR\r\n" + text + "END:VCALENDAR\r\n";
@@ -151,7 +151,7 @@ private Q_SLOTS:
         QCOMPARE(read(around(event + close + close)), around(event + close));
     }
 
-    void moreRulesAndDatesThanAnEventMayHaveAreNotAllKept()
+    void excessRulesAndDatesAreDropped()
     {
         const QByteArray text =
             read(calendar(QByteArray("RRULE:FREQ=DAILY\r\n").repeated(300) + "EXDATE:20250514" +
@@ -160,7 +160,7 @@ private Q_SLOTS:
         QCOMPARE(text.count("EXDATE"), 10'001);
     }
 
-    void parametersWithoutEndAreLeftOut()
+    void aLineWithOverlongParametersIsLeftOut()
     {
         QCOMPARE(read(calendar("SUMMARY;CN=\"" + QByteArray(200'000, 'x') + "\":mailto:a")),
                  QByteArray(calendar("")).replace("\r\n\r\n", "\r\n"));

@@ -20,7 +20,7 @@ class CalendarEventLoopTest : public QObject {
     QTemporaryDir m_room;
 
 private Q_SLOTS:
-    void theLogTellsWhetherTheServiceIsInReach()
+    void theLogTellsWhetherTheServiceIsReachable()
     {
         DebugLogService log(m_room.path());
         const bool hasGLib = !qEnvironmentVariableIsSet("QT_NO_GLIB");

@@ -53,7 +53,7 @@ class CalendarExpansionTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theHighestSequenceThenTheNewestCounts()
+    void theHighestSequenceThenTheNewestStampWins()
     {
         const QByteArray first = revision("first", 0, late);
         const QByteArray second = revision("second", 1, early);
@@ -65,7 +65,7 @@ private Q_SLOTS:
         QCOMPARE(sortedTitles(expand({third + first})), QStringList{u"third"_s});
     }
 
-    void ofTwoThatAreAlikeTheLaterOneCounts()
+    void ofTwoEqualRevisionsTheLaterOneWins()
     {
         QCOMPARE(sortedTitles(expand({revision("one", 1, late), revision("two", 1, late)})),
                  QStringList{u"two"_s});
@@ -82,7 +82,7 @@ private Q_SLOTS:
         QCOMPARE(sortedTitles(expand({cancellation, revision("again", 2, late)})), QStringList{u"again"_s});
     }
 
-    void aCalendarThatCancelsCancelsItsEvents()
+    void theCancelMethodCancelsAllEventsOfACalendar()
     {
         const QByteArray invitation = revision("one", 0, early);
         QByteArray cancellation = revision("one", 0, late);
@@ -93,7 +93,7 @@ private Q_SLOTS:
         QCOMPARE(sortedTitles(expand({request, invitation})), QStringList{u"one"_s});
     }
 
-    void ofTwoRevisionsOfAChangedInstanceOneCounts()
+    void ofTwoRevisionsOfAChangedInstanceTheHigherWins()
     {
         const QByteArray series = calendarText("BEGIN:VEVENT\nUID:a\nDTSTART;TZID=Europe/"
                                                "Berlin:20250507T140000\nDURATION:PT30M\nRRULE:FREQ=WEEKLY\n"
@@ -108,7 +108,7 @@ private Q_SLOTS:
         QCOMPARE(sortedTitles(expand({cancelled, series, first})), QStringList());
     }
 
-    void theCancellationOfASeriesTakesItsChangedInstancesAlong()
+    void cancellingASeriesCancelsItsOlderChangedInstances()
     {
         const QByteArray changed = revision("changed", 1, early, "RECURRENCE-ID:20250514T110000Z\n");
         const QByteArray cancelled = revision("a", 2, late, "RRULE:FREQ=WEEKLY\nSTATUS:CANCELLED\n");
@@ -117,7 +117,7 @@ private Q_SLOTS:
         QCOMPARE(sortedTitles(expand({newer, cancelled})), QStringList{u"newer"_s});
     }
 
-    void zonesOfOneNameInTwoFilesAreToldApart()
+    void zonesWithTheSameNameInTwoFilesAreDistinguished()
     {
         const auto inZone = [](const QByteArray &title, const QByteArray &offset) {
             return calendarText(
@@ -132,7 +132,7 @@ private Q_SLOTS:
         QVERIFY(expansion.unknownZones.empty());
     }
 
-    void namesThatNobodyKnowsAreTold()
+    void unknownZoneNamesAreReported()
     {
         const Expansion expansion = expand(
             {calendarText("BEGIN:VEVENT\nUID:a\nDTSTART;TZID=Atlantis/Capital:20250514T120000\nSUMMARY:a\n"
@@ -154,7 +154,7 @@ private Q_SLOTS:
         QCOMPARE(expansion.skippedEvents[1].text, u"title=\"b\" reason=\"its DTSTART cannot be read\""_s);
     }
 
-    void whatCannotBeReadIsNamed()
+    void unreadablePropertiesAreNamed()
     {
         const Expansion expansion =
             expand({calendarText(eventText("rule", "RRULE:FREQ=SOMETIMES\n") +

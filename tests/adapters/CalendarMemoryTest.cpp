@@ -61,7 +61,7 @@ private Q_SLOTS:
     void init() { m_room = std::make_unique<CalendarRoom>(); }
     void cleanup() { m_room.reset(); }
 
-    void aFileThatIsCutOffStandsWithWhatItHeld()
+    void theLastAnswerStandsInForATruncatedFile()
     {
         loadAndRemember(lesson("Zoom - Anna"));
         cutOff();
@@ -76,7 +76,7 @@ private Q_SLOTS:
         QCOMPARE(status().failingSince, since);
     }
 
-    void itStandsAfterANewStart()
+    void theLastAnswerStandsInAfterARestart()
     {
         loadAndRemember(lesson("Zoom - Anna"));
         cutOff();
@@ -85,7 +85,7 @@ private Q_SLOTS:
         QVERIFY(status().lastRead.has_value());
     }
 
-    void aFileThatIsNoLongerACalendarStandsToo()
+    void theLastAnswerStandsInForAFileThatIsNoLongerACalendar()
     {
         loadAndRemember(lesson("Zoom - Anna"));
         write(u"a.ics"_s, "garbage");
@@ -93,7 +93,7 @@ private Q_SLOTS:
         QCOMPARE(load(), QStringList{u"Zoom - Anna"_s});
     }
 
-    void theSevenDaysAfterAreKnown()
+    void theNextSevenDaysAreRemembered()
     {
         loadAndRemember(lesson("Zoom - Anna", "RRULE:FREQ=DAILY\n") +
                         lesson("Zoom - Ben").replace("20250514", "20250521") +
@@ -104,7 +104,7 @@ private Q_SLOTS:
         QCOMPARE(load(7), (QStringList{u"Zoom - Anna"_s, u"Zoom - Ben"_s}));
     }
 
-    void outsideOfThemItIsNoMemory()
+    void otherDaysAreNotRemembered()
     {
         loadAndRemember(lesson("Zoom - Anna", "RRULE:FREQ=DAILY\n"));
         cutOff();
@@ -125,7 +125,7 @@ private Q_SLOTS:
         QCOMPARE(load(2), QStringList{u"Zoom - Anna moved"_s});
     }
 
-    void floatingTimesMeanTheZoneOfTheDay()
+    void floatingTimesFollowTheCurrentTimeZone()
     {
         loadAndRemember(lesson("Zoom - Anna").replace("0000Z", "0000").replace("3000Z", "3000"));
         cutOff();
@@ -150,7 +150,7 @@ private Q_SLOTS:
         QCOMPARE(events->at(0).startDate, testDay().start + Seconds{8 * 3600});
     }
 
-    void aChangeIsRememberedAndNothingElseIsWritten()
+    void onlyAChangeIsWritten()
     {
         loadAndRemember(lesson("Zoom - Anna"));
         const QString file = memoryFolder() + u'/' + memoryFiles().at(0);
@@ -167,7 +167,7 @@ private Q_SLOTS:
         QCOMPARE(load(), QStringList{u"Zoom - Ben"_s});
     }
 
-    void onlyTheUserCanReadIt()
+    void onlyTheUserCanReadTheMemory()
     {
         loadAndRemember(lesson("Zoom - Anna"));
         const auto others = QFile::ReadGroup | QFile::ReadOther | QFile::WriteGroup | QFile::WriteOther |
@@ -177,9 +177,9 @@ private Q_SLOTS:
                  QFile::Permissions());
     }
 
-    void whatIsNoRegularFileIsLeftAlone_data() { obstacles::addRows(); }
+    void aFileThatIsNotRegularIsLeftAlone_data() { obstacles::addRows(); }
 
-    void whatIsNoRegularFileIsLeftAlone()
+    void aFileThatIsNotRegularIsLeftAlone()
     {
         QFETCH(obstacles::Kind, kind);
         const CalendarMemory memory(memoryFolder());
@@ -208,15 +208,15 @@ private Q_SLOTS:
         QTRY_COMPARE(memoryFiles().size(), 0);
     }
 
-    void aDamagedMemoryIsNone_data()
+    void aDamagedMemoryIsIgnored_data()
     {
         QTest::addColumn<QByteArray>("damage");
-        QTest::newRow("cut") << QByteArray();
+        QTest::newRow("truncated") << QByteArray();
         QTest::newRow("changed") << QByteArray("Zoom - Eve!");
         QTest::newRow("another version") << QByteArray("9");
     }
 
-    void aDamagedMemoryIsNone()
+    void aDamagedMemoryIsIgnored()
     {
         QFETCH(const QByteArray, damage);
         loadAndRemember(lesson("Zoom - Anna"));
@@ -240,7 +240,7 @@ private Q_SLOTS:
         QVERIFY(status().isGap());
     }
 
-    void withoutAMemoryAGapIsToldAndOtherLessonsAreGiven()
+    void withoutAMemoryAGapIsReportedAndOtherLessonsAreShown()
     {
         write(u"a.ics"_s, calendarText(lesson("Zoom - Anna")));
         cutOff();
@@ -265,7 +265,7 @@ private Q_SLOTS:
         QCOMPARE(m_room->monitor().gap(), QString());
     }
 
-    void aFileThatIsNoCalendarIsNoGap()
+    void aFileThatIsNotACalendarIsNoGap()
     {
         write(u"a.ics"_s, "garbage");
         start();
@@ -277,7 +277,7 @@ private Q_SLOTS:
         QCOMPARE(m_room->logged(u"did not answer"_s), 0);
     }
 
-    void whatCannotBeWrittenIsWrittenLater()
+    void aFailedWriteIsRepeatedLater()
     {
         write(u"a.ics"_s, calendarText(lesson("Zoom - Anna")));
         QVERIFY(QDir().mkpath(path(u"../state"_s)));
@@ -291,7 +291,7 @@ private Q_SLOTS:
         QCOMPARE(m_room->logged(u"calendar not remembered"_s), 1);
     }
 
-    void aMemoryIsThatOfItsCalendarAlone()
+    void aMemoryBelongsToOneCalendar()
     {
         const CalendarMemory memory(memoryFolder());
         QVERIFY(memory.write(remembered(u"service:anna"_s)).has_value());
@@ -304,7 +304,7 @@ private Q_SLOTS:
         QCOMPARE(memory.read(u"service:ben"_s), std::nullopt);
     }
 
-    void whatHasGrownTooLargeIsForgotten()
+    void aMemoryThatGrowsTooLargeIsForgotten()
     {
         const CalendarMemory memory(memoryFolder());
         RememberedCalendar calendar = remembered(u"service:anna"_s);
@@ -322,7 +322,7 @@ private Q_SLOTS:
         QCOMPARE(memory.readAll(u"service:"_s), std::vector{remembered(u"service:anna"_s)});
     }
 
-    void anExpiredMemoryGoesAtTheStart()
+    void anExpiredMemoryIsForgotten()
     {
         const CalendarMemory memory(memoryFolder());
         const Date now = currentDate();
@@ -338,7 +338,7 @@ private Q_SLOTS:
         QVERIFY(memory.read(u"service:new"_s).has_value());
     }
 
-    void whatLiesInAFolderThatCannotBeReadIsUnknown()
+    void filesInAnUnreadableFolderAreUnknown()
     {
         FolderListing listing;
         listing.errors.emplace("/calendars/school", u"denied"_s);
@@ -348,7 +348,7 @@ private Q_SLOTS:
         QVERIFY(!listing.isUnknown("/calendars/b.ics"));
     }
 
-    void whatIsTooLargeIsNotRemembered()
+    void aTooLargeCalendarIsNotRemembered()
     {
         QByteArray components;
         for (int number = 0; number < 100; ++number) {

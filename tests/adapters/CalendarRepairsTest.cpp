@@ -12,7 +12,7 @@ class CalendarRepairsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void rulesAreReadWhereTheirMeaningIsPlain_data()
+    void rulesWithAClearMeaningAreRepaired_data()
     {
         QTest::addColumn<QByteArray>("written");
         QTest::addColumn<QByteArray>("read");
@@ -29,7 +29,7 @@ private Q_SLOTS:
         row("", "");
     }
 
-    void rulesAreReadWhereTheirMeaningIsPlain()
+    void rulesWithAClearMeaningAreRepaired()
     {
         QFETCH(QByteArray, written);
         QFETCH(QByteArray, read);
@@ -37,7 +37,7 @@ private Q_SLOTS:
         QCOMPARE(repairedRule(read), read);
     }
 
-    void timesAreReadWhereTheirMeaningIsPlain_data()
+    void timesWithAClearMeaningAreRepaired_data()
     {
         QTest::addColumn<QByteArray>("written");
         QTest::addColumn<QByteArray>("read");
@@ -61,20 +61,20 @@ private Q_SLOTS:
         row("", "");
     }
 
-    void timesAreReadWhereTheirMeaningIsPlain()
+    void timesWithAClearMeaningAreRepaired()
     {
         QFETCH(QByteArray, written);
         QFETCH(QByteArray, read);
         QCOMPARE(repairedTime(written), read);
     }
 
-    void aTimeThatIsToldInUtcLosesItsZone()
+    void aTimeWithAnOffsetLosesItsZone()
     {
         const auto lines = repairedLines("DTSTART;VALUE=DATE-TIME;TZID=Europe/Berlin:20260314T090000+0100");
         QCOMPARE(lines, std::vector<QByteArray>{"DTSTART;VALUE=DATE-TIME:20260314T080000Z"});
     }
 
-    void aListOfDatesIsTakenApartWhereItHasTo()
+    void aListOfDatesIsSplitIfNecessary()
     {
         const QByteArray plain = "EXDATE;TZID=Europe/Berlin:20260314T090000,20260321T090000";
         QCOMPARE(repairedLines(plain), std::vector<QByteArray>{plain});
@@ -86,7 +86,7 @@ private Q_SLOTS:
         QCOMPARE(many.back(), QByteArray("EXDATE:20260321"));
     }
 
-    void otherLinesStandAsTheyAre()
+    void otherLinesAreUnchanged()
     {
         for (const char *line :
              {"SUMMARY:FREQ=WEEKLY;X-A=1", "DESCRIPTION;X=\"a:b\":DTSTART:1", "nonsense", ""}) {
@@ -94,7 +94,7 @@ private Q_SLOTS:
         }
     }
 
-    void aRuleWithoutEndIsNoRule()
+    void anOverlongRuleIsRejected()
     {
         const auto lines = repairedLines("RRULE:FREQ=DAILY;BYHOUR=1" + QByteArray(",2").repeated(10'000));
         QCOMPARE(lines, std::vector<QByteArray>{"RRULE:too long"});

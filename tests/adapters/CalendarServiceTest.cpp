@@ -73,12 +73,12 @@ private Q_SLOTS:
         m_room.reset();
     }
 
-    void enabledCalendarsAreReadAndDisabledOnesNot()
+    void onlyEnabledCalendarsAreRead()
     {
         QCOMPARE(load(), (QStringList{u"Zoom - Anna"_s, u"Zoom - Ben"_s, u"Zoom - Cleo"_s}));
     }
 
-    void foldersAndServiceAreOneList()
+    void foldersAndServiceAreMerged()
     {
         m_room->writeEvents(u"a.ics"_s, lesson("Zoom - Bea"));
         QCOMPARE(load(), (QStringList{u"Zoom - Anna"_s, u"Zoom - Bea"_s, u"Zoom - Ben"_s, u"Zoom - Cleo"_s}));
@@ -108,7 +108,7 @@ private Q_SLOTS:
         QVERIFY(logged(u"calendar opened again"_s) > 0);
     }
 
-    void aServiceKilledInTheMiddleOfALoadKeepsTheLessons()
+    void aServiceKilledDuringALoadKeepsTheLessons()
     {
         QCOMPARE(load().size(), 3);
         for (int number = 0; number < 10; ++number) {
@@ -142,7 +142,7 @@ private Q_SLOTS:
             (static_cast<void>(load()), logged(u"calendar answers again name=\"Lessons\""_s)), 1, 20000);
     }
 
-    void onTheNextDaysWhatIsRememberedStandsInAndNoLonger()
+    void theMemoryStandsInForSevenDays()
     {
         QCOMPARE(load().size(), 3);
         QTRY_COMPARE(m_room->memoryFiles().size(), 2);
@@ -152,7 +152,7 @@ private Q_SLOTS:
         QVERIFY(load(8).value(0).startsWith(u"failed"_s));
     }
 
-    void aServiceThatHangsFromTheBeginningIsAnErrorInTime()
+    void aServiceThatHangsFromTheStartTimesOut()
     {
         QVERIFY(m_service->process(CalendarService::Part::factory) > 0);
         m_service->signal(CalendarService::Part::factory, SIGSTOP);
@@ -165,7 +165,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(load().size(), 3, 20000);
     }
 
-    void withAFolderAServiceThatHangsDelaysButDoesNotFail()
+    void withAFolderAServiceThatHangsOnlyDelaysTheLoad()
     {
         m_room->writeEvents(u"a.ics"_s, lesson("Zoom - Bea"));
         QVERIFY(m_service->process(CalendarService::Part::factory) > 0);
@@ -176,7 +176,7 @@ private Q_SLOTS:
         QVERIFY2(timer.elapsed() < limit, qPrintable(QString::number(timer.elapsed())));
     }
 
-    void callsOnceASecondPileNothingUpWhileTheServiceHangs()
+    void loadsDoNotPileUpWhileTheServiceHangs()
     {
         QCOMPARE(load().size(), 3);
         m_service->signal(CalendarService::Part::factory, SIGSTOP);
@@ -198,7 +198,7 @@ private Q_SLOTS:
         QVERIFY2(most - before < 20, qPrintable(u"%1 threads, before %2"_s.arg(most).arg(before)));
     }
 
-    void aNewCalendarAppearsAndARemovedOneGoes()
+    void aNewCalendarAppearsAndARemovedOneDisappears()
     {
         QCOMPARE(load().size(), 3);
         CalendarService::addCalendar(u"third"_s, u"Evening"_s, calendarText(lesson("Zoom - Dora")));
@@ -249,7 +249,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(!load().contains(u"Zoom - Fay"_s), 30000);
     }
 
-    void aStoreThatGoesWhileItIsAskedLeavesNothingBehind()
+    void aStoreMayBeDestroyedDuringACall()
     {
         auto first = beginLoad();
         QCOMPARE(titles(QCoro::waitFor(std::move(first))).size(), 3);
@@ -268,7 +268,7 @@ private Q_SLOTS:
         }
     }
 
-    void aRegistryThatHangsFromTheBeginningLeavesWhatIsRemembered()
+    void theMemoryStandsInForARegistryThatHangsFromTheStart()
     {
         QCOMPARE(load().size(), 3);
         QTRY_COMPARE(m_room->memoryFiles().size(), 2);
@@ -282,7 +282,7 @@ private Q_SLOTS:
     }
 
     // Keep this test last: the library waits half a minute for its call to a hanging registry.
-    void aRegistryThatHangsIsAnErrorInTimeAndAnswersLater()
+    void aRegistryThatHangsTimesOutAndAnswersLater()
     {
         QVERIFY(m_service->process(CalendarService::Part::registry) > 0);
         m_service->signal(CalendarService::Part::registry, SIGSTOP);

@@ -170,9 +170,9 @@ private Q_SLOTS:
         m_service.reset();
     }
 
-    void bothAdaptersTellTheOccurrences_data() { addRows(rows()); }
+    void bothAdaptersReturnTheOccurrences_data() { addRows(rows()); }
 
-    void bothAdaptersTellTheOccurrences()
+    void bothAdaptersReturnTheOccurrences()
     {
         QFETCH(QByteArray, zone);
         QFETCH(int, row);
@@ -184,9 +184,9 @@ private Q_SLOTS:
         }
     }
 
-    void foldersTellMore_data() { addRows(folderRows()); }
+    void foldersReturnMore_data() { addRows(folderRows()); }
 
-    void foldersTellMore()
+    void foldersReturnMore()
     {
         QFETCH(QByteArray, zone);
         QFETCH(int, row);

@@ -44,7 +44,7 @@ class EarlierFilesTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void itsSettingsAndLessonsAreTakenOver()
+    void settingsAndLessonsAreKept()
     {
         const QTemporaryDir folder;
         const QString path = folder.filePath(u"quillet.ini"_s);
@@ -72,7 +72,7 @@ private Q_SLOTS:
         }
     }
 
-    void itsMemoryOfACalendarStands()
+    void theMemoryOfACalendarIsKept()
     {
         const auto calendar = decodeMemory(memoryFile);
         QVERIFY(calendar);

@@ -78,7 +78,7 @@ private Q_SLOTS:
         m_log.reset();
     }
 
-    void aFileThatCannotBeReachedIsNotOpened()
+    void anUnreachableFileIsNotOpened()
     {
         remember(lesson("Zoom - Anna"));
         const auto calendar = makeCalendar(lesson("Zoom - Ben"));
@@ -90,7 +90,7 @@ private Q_SLOTS:
         QCOMPARE(calendar->status().reason, u"its folder did not answer in time"_s);
     }
 
-    void whatWasNotReadToTheEndIsReadAgain()
+    void anInterruptedReadingIsRepeated()
     {
         // A tenth of a second of work, so that the expansion still runs when it is stopped. Under the
         // sanitizers steps take far longer, and the expansion must stay below its time limit.

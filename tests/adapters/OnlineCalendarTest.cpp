@@ -101,7 +101,7 @@ private Q_SLOTS:
         m_room.reset();
     }
 
-    void whatChangesOnTheServerArrivesWithARefresh()
+    void changesOnTheServerArriveWithARefresh()
     {
         loadAndRemember();
         m_server->put(u"cleo"_s, lesson("Zoom - Cleo"));
@@ -123,7 +123,7 @@ private Q_SLOTS:
         QCOMPARE(load(), (QStringList{u"Zoom - Anna"_s, u"Zoom - Ben"_s}));
     }
 
-    void aServerThatHangsFromTheStartOnLeavesTheLessonsOfBefore()
+    void theMemoryStandsInForAServerThatHangsFromTheStart()
     {
         loadAndRemember();
         m_server->hang();
@@ -141,7 +141,7 @@ private Q_SLOTS:
                                   CalendarStatus::Condition::answers, 60000);
     }
 
-    void aServerThatIsDownLeavesTheLessonsOfBefore()
+    void theMemoryStandsInForAServerThatIsDown()
     {
         loadAndRemember();
         m_server->stop();
@@ -154,7 +154,7 @@ private Q_SLOTS:
                                   (QStringList{u"Zoom - Anna"_s, u"Zoom - Ben"_s, u"Zoom - Cleo"_s}), 60000);
     }
 
-    void aLateAnswerCountsAtOnce()
+    void aLateAnswerIsUsedAtOnce()
     {
         loadAndRemember();
         m_service->signal(CalendarService::Part::factory, SIGSTOP);
@@ -171,7 +171,7 @@ private Q_SLOTS:
     }
 
     // Keep this test last: from here on the server rejects every password.
-    void aServerThatRefusesThePasswordIsToldAndItsLessonsStand()
+    void aRejectedPasswordIsReportedAndTheLessonsRemain()
     {
         loadAndRemember();
         m_server->stop();

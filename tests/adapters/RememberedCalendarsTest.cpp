@@ -56,7 +56,7 @@ private Q_SLOTS:
         m_room.reset();
     }
 
-    void thoseOfTheSourceStandWithTheirAnswersWhereTheyHaveOne()
+    void theSourcesCalendarsStandInWithTheirLastAnswers()
     {
         remember(u"service:anna"_s, lesson("Zoom - Anna"));
         remember(u"service:old"_s, lesson("Zoom - Ben"), -9);
@@ -80,7 +80,7 @@ private Q_SLOTS:
         QCOMPARE(answers.calendars[1].eventCount, 0);
     }
 
-    void howLongTheyHaveBeenSilentIsToldFromTheFirstTimeOn()
+    void aCalendarFailsSinceTheFirstFailure()
     {
         remember(u"service:anna"_s, lesson("Zoom - Anna"));
         RememberedCalendars calendars(m_services, u"service:"_s);
@@ -90,7 +90,7 @@ private Q_SLOTS:
         QCOMPARE(ask(calendars).calendars.at(0).failingSince, since);
     }
 
-    void whereNothingIsRememberedNoneIsThere()
+    void withoutAMemoryThereAreNoCalendars()
     {
         remember(u"file:cleo"_s, lesson("Zoom - Cleo"));
         RememberedCalendars calendars(m_services, u"service:"_s);

@@ -70,7 +70,7 @@ private Q_SLOTS:
         m_client->answer(true);
     }
 
-    void aServerThatFailsIsLeftAloneUntilItIsWished()
+    void aFailingServerIsRefreshedOnlyOnRequest()
     {
         ask(CalendarRefresh::regular);
         m_client->answer(false);
@@ -84,14 +84,14 @@ private Q_SLOTS:
         m_client->answer(true);
     }
 
-    void whatHasNoServerIsNotAsked()
+    void aCalendarWithoutAServerIsNotRefreshed()
     {
         m_client->refreshable = false;
         ask(CalendarRefresh::wished);
         QCOMPARE(refreshes(), std::size_t{0});
     }
 
-    void aWishWaitsForTheNextClientAndIsThenGranted()
+    void aRequestWaitsForTheNextClient()
     {
         m_refresh->ask(nullptr, CalendarRefresh::wished);
         m_refresh->clientOpened(m_client);

@@ -70,7 +70,7 @@ private Q_SLOTS:
         QCOMPARE(load(), QStringList{u"Anna 9"_s});
     }
 
-    void theHighestRevisionCountsWhicheverFileItIsIn()
+    void theHighestRevisionWinsInAnyFile()
     {
         write(u"a.ics"_s, revision("Anna", 2, "10"));
         write(u"b.ics"_s, revision("Anna", 1, "09"));
@@ -96,14 +96,14 @@ private Q_SLOTS:
         QCOMPARE(load(), QStringList{u"Anna 9"_s});
     }
 
-    void aChangedInstanceMayLieBesideItsSeries()
+    void aChangedInstanceMayBeInAnotherFileThanItsSeries()
     {
         write(u"series.ics"_s, revision("Anna", 0, "09", "RRULE:FREQ=DAILY;COUNT=3\n"));
         write(u"moved.ics"_s, revision("Anna moved", 0, "15", "RECURRENCE-ID:20250514T090000Z\n"));
         QCOMPARE(load(), QStringList{u"Anna moved 15"_s});
     }
 
-    void whatOneFileAloneNamesIsUntouched()
+    void eventsInOnlyOneFileAreUnaffected()
     {
         write(u"a.ics"_s, revision("Anna", 0, "09") + revision("Ben", 0, "12").replace("invite", "other"));
         write(u"b.ics"_s, revision("Anna", 1, "10") + revision("Cleo", 0, "13").replace("invite", "third"));
@@ -111,7 +111,7 @@ private Q_SLOTS:
         QCOMPARE(load(), (QStringList{u"Anna 10"_s, u"Ben 12"_s, u"Cleo 13"_s}));
     }
 
-    void anIdentifierThatIsFoldedIsFoundToo()
+    void aFoldedIdentifierIsRecognised()
     {
         const QByteArray identifier = QByteArray(100, 'x') + '@' + QByteArray(40, 'y');
         const QByteArray folded = identifier.left(60) + "\n " + identifier.mid(60);
@@ -120,7 +120,7 @@ private Q_SLOTS:
         QCOMPARE(load(), QStringList{u"Anna 10"_s});
     }
 
-    void zonesOfBothFilesCount()
+    void theZonesOfBothFilesAreUsed()
     {
         const auto zone = [](const QByteArray &offset) {
             return "BEGIN:VTIMEZONE\nTZID:Ours\nBEGIN:STANDARD\nDTSTART:19700101T000000\nTZOFFSETFROM:" +
@@ -137,7 +137,7 @@ private Q_SLOTS:
         QCOMPARE(load(), QStringList{u"Anna moved 6"_s});
     }
 
-    void aFileThatIsCutOffLeavesWhatTheFilesSaidTogether()
+    void aTruncatedFileKeepsTheMergedEvents()
     {
         write(u"series.ics"_s, revision("Anna", 0, "09", "RRULE:FREQ=DAILY;COUNT=3\n"));
         write(u"moved.ics"_s, revision("Anna moved", 0, "15", "RECURRENCE-ID:20250514T090000Z\n"));
@@ -147,14 +147,14 @@ private Q_SLOTS:
         QCOMPARE(load(), QStringList{u"Anna moved 15"_s});
     }
 
-    void theySayTheSameAfterANewStart_data()
+    void theMergedEventsSurviveARestart_data()
     {
         QTest::addColumn<QString>("name");
-        QTest::newRow("the series is cut off") << u"series.ics"_s;
-        QTest::newRow("the changed instance is cut off") << u"moved.ics"_s;
+        QTest::newRow("the series is truncated") << u"series.ics"_s;
+        QTest::newRow("the changed instance is truncated") << u"moved.ics"_s;
     }
 
-    void theySayTheSameAfterANewStart()
+    void theMergedEventsSurviveARestart()
     {
         QFETCH(const QString, name);
         write(u"series.ics"_s, revision("Anna", 0, "09", "RRULE:FREQ=DAILY;COUNT=3\n") +
@@ -168,7 +168,7 @@ private Q_SLOTS:
         QCOMPARE(load(1), QStringList{u"Anna 9"_s});
     }
 
-    void aCancellationIsRememberedThoughNothingOfItOccurs()
+    void aCancellationIsRememberedWithoutOccurrences()
     {
         write(u"invite.ics"_s, revision("Anna", 0, "09"));
         write(u"cancel.ics"_s, revision("Anna", 1, "09", "STATUS:CANCELLED\n"));
@@ -179,7 +179,7 @@ private Q_SLOTS:
         QCOMPARE(load(), QStringList());
     }
 
-    void whatBecomesSharedIsRememberedAnew()
+    void anEventThatBecomesSharedIsRememberedAnew()
     {
         write(u"cancel.ics"_s, revision("Anna", 1, "09", "STATUS:CANCELLED\n"));
         QCOMPARE(load(), QStringList());
@@ -192,7 +192,7 @@ private Q_SLOTS:
         QCOMPARE(load(), QStringList());
     }
 
-    void aFileThatIsCutOffWhenAnotherComesDoesNotRepeatIt()
+    void aFileTruncatedWhenAnotherAppearsDoesNotDuplicateTheEvent()
     {
         write(u"series.ics"_s, revision("Anna", 0, "09", "RRULE:FREQ=DAILY;COUNT=3\n"));
         QCOMPARE(load(), QStringList{u"Anna 9"_s});
@@ -202,7 +202,7 @@ private Q_SLOTS:
         QCOMPARE(load(), QStringList{u"Anna moved 15"_s});
     }
 
-    void anIdentifierWithACommaIsFoundToo()
+    void anIdentifierWithACommaIsRecognised()
     {
         write(u"a.ics"_s, revision("Anna", 0, "09").replace("UID:invite", "UID:one\\,two"));
         write(u"b.ics"_s, revision("Anna", 1, "10").replace("UID:invite", "UID:one\\,two"));

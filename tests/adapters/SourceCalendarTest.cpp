@@ -124,7 +124,7 @@ private Q_SLOTS:
         m_log.reset();
     }
 
-    void aLateAnswerIsAnnouncedAndCountsAtTheNextLoad()
+    void aLateAnswerIsAnnouncedAndUsedByTheNextLoad()
     {
         loadInVain(0);
         QCOMPARE(m_news, 0);
@@ -141,7 +141,7 @@ private Q_SLOTS:
         QCOMPARE(further->titles(), QStringList{u"Ben"_s});
     }
 
-    void aLateAnswerForAnotherDayDoesNotCount()
+    void aLateAnswerForAnotherDayIsIgnored()
     {
         loadInVain(0);
         m_calendar->answer(0, u"Anna"_s);
@@ -151,7 +151,7 @@ private Q_SLOTS:
         QCOMPARE(next->titles(), QStringList{u"Ben"_s});
     }
 
-    void aReadingForAnotherDayIsWaitedForAndNotTaken()
+    void aReadingForAnotherDayIsAwaitedButNotUsed()
     {
         loadInVain(0);
         const auto next = load(1, forever);
@@ -164,7 +164,7 @@ private Q_SLOTS:
         QCOMPARE(next->titles(), QStringList{u"Ben"_s});
     }
 
-    void whatIsSilentIsNotWaitedForInFullAgain()
+    void aSilentCalendarDelaysLaterLoadsLess()
     {
         loadInVain(0);
         // This load has no deadline.
@@ -175,7 +175,7 @@ private Q_SLOTS:
         m_calendar->answer(0, u"Anna"_s);
     }
 
-    void anErrorOfTheMemoryIsLoggedOnce()
+    void anErrorInTheMemoryIsLoggedOnce()
     {
         QFile obstacle(m_room->filePath(u"memory"_s));
         QVERIFY(obstacle.open(QIODevice::WriteOnly));
