@@ -84,7 +84,7 @@ private Q_SLOTS:
         m_server.reset();
     }
 
-    void theSoundIsHeardAndDoesNotClip()
+    void theSoundIsAudibleAndDoesNotClip()
     {
         m_server->startRecording();
         QVERIFY(QCoro::waitFor(m_sounds->play(u"Glass"_s)));
@@ -92,7 +92,7 @@ private Q_SLOTS:
         QVERIFY(m_server->peak() < 0.71);
     }
 
-    void theSilentSoundIsPlayedAndNotHeard()
+    void theSilentSoundPlaysInaudibly()
     {
         m_server->startRecording();
         QVERIFY(QCoro::waitFor(m_sounds->play(FirstLessonLook::silentSound())));
@@ -100,7 +100,7 @@ private Q_SLOTS:
         QVERIFY(m_server->peak() < 0.001); // not 0 because of dithering
     }
 
-    void theSilentSoundTellsThatTheServerHangs()
+    void theSilentSoundRevealsAServerThatHangs()
     {
         makeSounds(CanberraSounds::timeout);
         m_server->hang();
@@ -109,7 +109,7 @@ private Q_SLOTS:
 
     // libcanberra caches the location of each sound in a file, whatever the data folders are, so these tests
     // need a separate process and cache.
-    void withoutTheThemeTheSoundIsNotThere()
+    void withoutTheThemeTheSoundIsMissing()
     {
         const QTemporaryDir home;
         QCOMPARE(runProgram(home.path(), u"/usr/share"_s), 1);
@@ -168,7 +168,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(QCoro::waitFor(m_sounds->play(u"Glass"_s)), 20000);
     }
 
-    void aServerThatHangsIsWaitedForOneSecondAndNeverByTheMainThread()
+    void aServerThatHangsCostsOneSecondAndNeverBlocksTheMainThread()
     {
         QVERIFY(connectWithTheShippedLimit());
         m_server->hang();
@@ -187,7 +187,7 @@ private Q_SLOTS:
         QVERIFY(!QCoro::waitFor(second));
     }
 
-    void aServerThatHangsFromTheStartIsWaitedForOneSecond()
+    void aServerThatHangsFromTheStartCostsOneSecond()
     {
         makeSounds(CanberraSounds::timeout);
         m_server->hang();
@@ -208,7 +208,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(m_plainBells, 1, 20000);
     }
 
-    void whatWaitsBehindAStuckCallIsAnsweredInItsOwnSecond()
+    void callsBehindAStuckCallAreAnsweredWithinASecondEach()
     {
         QVERIFY(connectWithTheShippedLimit());
         m_server->hang();
@@ -225,7 +225,7 @@ private Q_SLOTS:
         QVERIFY2(timer.elapsed() < shorterThanTheBlocking, qPrintable(QString::number(timer.elapsed())));
     }
 
-    void aServerThatWakesUpPlaysNoneOfTheOldSounds()
+    void aServerThatRecoversPlaysNoOldSounds()
     {
         QVERIFY(connectWithTheShippedLimit());
         m_server->startRecording();
@@ -248,7 +248,7 @@ private Q_SLOTS:
         QVERIFY2(m_server->peak() < 0.9, qPrintable(QString::number(m_server->peak())));
     }
 
-    void theSoundsEndAtOnceWhileACallIsStuck()
+    void theSoundsAreDestroyedAtOnceWhileACallIsStuck()
     {
         QVERIFY(connectWithTheShippedLimit());
         m_server->hang();
@@ -280,7 +280,7 @@ private Q_SLOTS:
         QVERIFY2(timer.elapsed() < shorterThanTheBlocking, qPrintable(QString::number(timer.elapsed())));
     }
 
-    void theProgramEndsWithItsSound()
+    void theProgramEndsAfterTheAnswer()
     {
         const QTemporaryDir home;
         QCOMPARE(runProgram(home.path(), qEnvironmentVariable("XDG_DATA_DIRS")), 0);

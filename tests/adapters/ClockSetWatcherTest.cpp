@@ -41,7 +41,7 @@ class ClockSetWatcherTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void anAlarmWithoutAChangeTellsNothingAndIsArmedAgain()
+    void anAlarmWithoutAChangeIsOnlyArmedAgain()
     {
         auto owned = std::make_unique<FakeWallClockAlarm>();
         FakeWallClockAlarm &alarm = *owned;
@@ -84,7 +84,7 @@ private Q_SLOTS:
         QCOMPARE(told.size(), 0);
     }
 
-    void aKernelThatRefusesIsNoHarm()
+    void aRefusalByTheKernelIsHarmless()
     {
         const ClockSetWatcher watcher(std::make_unique<NoAlarm>());
         const QSignalSpy told(&watcher, &ClockSetWatcher::clockWasSet);
@@ -92,7 +92,7 @@ private Q_SLOTS:
         QCOMPARE(told.size(), 0);
     }
 
-    void theKernelsAlarmIsArmedAndSilentWhileTheClockGoesOn()
+    void theKernelsAlarmIsSilentWhileTheClockRuns()
     {
         KernelWallClockAlarm alarm;
         QVERIFY(alarm.descriptor() >= 0);
@@ -106,7 +106,7 @@ private Q_SLOTS:
         QVERIFY(armed.it_value.tv_sec > oneYear);
     }
 
-    void theOffsetStaysWhileTheClockGoesOn()
+    void theOffsetIsConstantWhileTheClockRuns()
     {
         const KernelWallClockAlarm alarm;
         const Seconds before = alarm.offset();

@@ -56,7 +56,7 @@ private Q_SLOTS:
         m_bus.reset();
     }
 
-    void oneServiceIsAskedAndOnlyForAutomaticSleep_data()
+    void oneServiceIsAskedToInhibitOnlyAutomaticSleep_data()
     {
         QTest::addColumn<Kind>("first");
         QTest::addColumn<QVariantList>("wish");
@@ -68,7 +68,7 @@ private Q_SLOTS:
         QTest::newRow("logind") << Kind::logind << QVariantList{u"idle"_s, u"Quillet"_s, reason, u"block"_s};
     }
 
-    void oneServiceIsAskedAndOnlyForAutomaticSleep()
+    void oneServiceIsAskedToInhibitOnlyAutomaticSleep()
     {
         QFETCH(Kind, first);
         QFETCH(QVariantList, wish);
@@ -90,7 +90,7 @@ private Q_SLOTS:
         QTRY_COMPARE(holds(), 0);
     }
 
-    void whoRefusesIsPassedOver()
+    void aServiceThatRefusesIsSkipped()
     {
         for (const Kind kind : allKinds) {
             start(kind);
@@ -128,7 +128,7 @@ private Q_SLOTS:
         QTRY_COMPARE(holds(), 0);
     }
 
-    void withTheFirstGoneTheNextIsAskedUntilItIsBack_data()
+    void theNextServiceStandsInUntilTheFirstIsBack_data()
     {
         QTest::addColumn<Kind>("next");
         QTest::newRow("session manager") << Kind::sessionManager;
@@ -136,7 +136,7 @@ private Q_SLOTS:
         QTest::newRow("logind") << Kind::logind;
     }
 
-    void withTheFirstGoneTheNextIsAskedUntilItIsBack()
+    void theNextServiceStandsInUntilTheFirstIsBack()
     {
         QFETCH(Kind, next);
         start(next);
@@ -153,7 +153,7 @@ private Q_SLOTS:
         QCOMPARE(m_services.at(next)->wishes.size(), 0);
     }
 
-    void whereNobodyTakesTheWishTheFirstToComeDoes()
+    void withoutAServiceTheFirstToStartIsAsked()
     {
         m_services.clear();
         m_inhibitor->keepAwake();
@@ -163,15 +163,15 @@ private Q_SLOTS:
         QTRY_COMPARE(holds(), 1);
     }
 
-    void aServiceThatComesUnaskedForIsLeftAlone()
+    void withoutARequestAServiceThatStartsIsNotAsked()
     {
         startAndWaitForWhatItBrings(Kind::sessionManager);
         QCOMPARE(m_services.at(Kind::sessionManager)->wishes.size(), 0);
     }
 
-    void anAnswerThatComesTooLateIsGivenBack_data() { aServiceThatRestartsIsAskedAgain_data(); }
+    void anInhibitionGrantedTooLateIsReleased_data() { aServiceThatRestartsIsAskedAgain_data(); }
 
-    void anAnswerThatComesTooLateIsGivenBack()
+    void anInhibitionGrantedTooLateIsReleased()
     {
         QFETCH(Kind, kind);
         m_services.clear();
@@ -195,7 +195,7 @@ private Q_SLOTS:
         QTRY_COMPARE(holds(), 0);
     }
 
-    void whatIsHeldAndGivenBackIsLogged()
+    void inhibitingAndReleasingAreLogged()
     {
         m_inhibitor->keepAwake();
         // Wait for the log line, since the service counts the inhibition before its answer arrives.

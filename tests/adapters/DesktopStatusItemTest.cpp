@@ -95,14 +95,14 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(x11::selectionOwner("_NET_SYSTEM_TRAY_S0"), 0U, timeout);
     }
 
-    void whereNobodyShowsItemsTheIconIsEmbedded_data()
+    void withoutAHostTheIconIsEmbedded_data()
     {
         QTest::addColumn<QColor>("tray");
         QTest::newRow("dark") << QColor(0x22, 0x24, 0x28);
         QTest::newRow("light") << QColor(0xf2, 0xf2, 0xf0);
     }
 
-    void whereNobodyShowsItemsTheIconIsEmbedded()
+    void withoutAHostTheIconIsEmbedded()
     {
         QFETCH(QColor, tray);
         startTray(tray);
@@ -119,7 +119,7 @@ private Q_SLOTS:
         keepPicture(u"embedded-"_s + QString::fromLatin1(QTest::currentDataTag()));
     }
 
-    void aClickOnTheEmbeddedIconTellsItsPlace()
+    void aClickOnTheEmbeddedIconReportsItsPosition()
     {
         embed();
         QSignalSpy clicks(m_item.get(), &StatusItem::activated);
@@ -139,7 +139,7 @@ private Q_SLOTS:
         }
     }
 
-    void aHostThatComesUpTakesTheEmbeddedIconsPlace()
+    void aHostThatStartsReplacesTheEmbeddedIcon()
     {
         embed();
         QSignalSpy changes(m_item.get(), &StatusItem::shownChanged);
@@ -153,7 +153,7 @@ private Q_SLOTS:
         QVERIFY(m_tray->settlesWithOneIcon());
     }
 
-    void aHostThatIsBackWithinTheGraceLeavesTheTrayEmpty()
+    void aHostBackWithinTheGracePeriodLeavesTheTrayEmpty()
     {
         startTray(QColor(0x22, 0x24, 0x28));
         m_host->start();
@@ -186,7 +186,7 @@ private Q_SLOTS:
         }
     }
 
-    void aTrayThatComesLateOrRestartsGetsTheIcon()
+    void aTrayThatStartsLateOrRestartsGetsTheIcon()
     {
         make({});
         QSignalSpy changes(m_item.get(), &StatusItem::shownChanged);
@@ -202,7 +202,7 @@ private Q_SLOTS:
         }
     }
 
-    void theTitleFollowsWhereverTheItemIsShown()
+    void theTitleMovesAlongWithTheItem()
     {
         embed();
         m_item->setTitle(u"one"_s);

@@ -13,7 +13,7 @@ class DisplayChoiceTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theXServerGoesBeforeTheCompositor_data()
+    void theXServerIsPreferredToTheCompositor_data()
     {
         QTest::addColumn<QByteArray>("asked");
         QTest::addColumn<QByteArray>("withBoth");
@@ -34,7 +34,7 @@ private Q_SLOTS:
         row("vnc:port=5900", "vnc:port=5900", "vnc:port=5900", "vnc:port=5900");
     }
 
-    void theXServerGoesBeforeTheCompositor()
+    void theXServerIsPreferredToTheCompositor()
     {
         QFETCH(QByteArray, asked);
         const auto choose = [&asked](bool hasX11, bool hasWayland) {
@@ -48,7 +48,7 @@ private Q_SLOTS:
         QTEST(choose(false, false), "withNeither");
     }
 
-    void nobodyAnswersWhereNobodyIs()
+    void missingServersDoNotAnswer()
     {
         qunsetenv("WAYLAND_DISPLAY");
         for (const char *display : {"", ":7777", "nonsense"}) {

@@ -113,7 +113,7 @@ private Q_SLOTS:
         QVERIFY(!isChosen);
     }
 
-    void textIsShownAsItIs()
+    void textIsShownLiterally()
     {
         m_item->setTitle(u"<b>Anna</b> & Ben"_s);
         QCOMPARE(published(), QStringList{u"<b>Anna</b> & Ben"_s});

@@ -97,7 +97,7 @@ protected:
 
     [[nodiscard]] QStringList surroundings() const override
     {
-        return {u"a program of the compositor's"_s, u"a program of the X server's"_s};
+        return {u"a Wayland program"_s, u"an X11 program"_s};
     }
     [[nodiscard]] QStringList compositedSurroundings() const override { return surroundings(); }
 
@@ -217,7 +217,7 @@ private Q_SLOTS:
         QCOMPARE(m_logger->latestLines(), QStringList());
     }
 
-    void whatItShowsFollowsItsContent()
+    void aBannerIsRedrawnWhenItsContentChanges()
     {
         const auto bannerPanel = presentPatch({100, 200, 300, 100});
         constexpr QPoint inside(120, 250);
@@ -228,7 +228,7 @@ private Q_SLOTS:
         }
     }
 
-    void thePointerReachesTheContentAsItDoesAWindow()
+    void theContentReceivesThePointerLikeAWindow()
     {
         point(farAway);
         const auto bannerPanel = presentPatch({100, 200, 300, 100});
@@ -250,7 +250,7 @@ private Q_SLOTS:
         QVERIFY(!m_patch->underMouse());
     }
 
-    void onAMonitorOfManyPixelsItIsDrawnInAllOfThem()
+    void aBannerIsDrawnAtTheMonitorsScale()
     {
         const auto scale = [this](const QString &factor) {
             (void)m_compositor->execute({u"output"_s, u"*"_s, u"scale"_s, factor});
@@ -269,7 +269,7 @@ private Q_SLOTS:
         QTRY_COMPARE(pixel({390, 100}), QColor(Qt::darkGreen));
     }
 
-    void aCompositorThatEndsTakesTheBannerAndTheNextOneShowsTheNext()
+    void aBannerEndsWithItsCompositorAndTheNextCompositorShowsTheNext()
     {
         auto bannerPanel = present();
         QTRY_VERIFY(bannerPanel->frame() == home);
@@ -308,7 +308,7 @@ private Q_SLOTS:
         QTRY_VERIFY(pixel({1280 + 220, 450}) != QColor(Qt::darkGreen));
     }
 
-    void aMonitorThatGoesTakesItsBanner()
+    void aRemovedMonitorTakesItsBannerAlong()
     {
         const std::uint32_t second = startTwoMonitors();
         QVERIFY(second != 0);

@@ -41,7 +41,7 @@ private Q_SLOTS:
         m_services.reset();
     }
 
-    void aNetworkThatIsThereAtTheStartIsNotBack()
+    void anInitialNetworkIsNotReported()
     {
         m_services->startNetworkManager(connectedGlobal);
         watch();
@@ -49,7 +49,7 @@ private Q_SLOTS:
         QCOMPARE(m_times->size(), 0);
     }
 
-    void aNetworkThatIsMissingAtTheStartIsToldWhenItComes()
+    void aNetworkMissingAtTheStartIsReportedWhenItComes()
     {
         m_services->startNetworkManager(disconnected);
         watch();
@@ -71,18 +71,18 @@ private Q_SLOTS:
         QCOMPARE(m_times->size(), 1);
     }
 
-    void aNetworkThatLeadsNowhereIsNotUsable_data()
+    void aNetworkWithoutInternetAccessIsNotUsable_data()
     {
         QTest::addColumn<uint>("state");
         QTest::addColumn<uint>("connectivity");
-        QTest::newRow("a login first") << connectedSite << connectivityPortal;
-        QTest::newRow("a login first, called global") << connectedGlobal << connectivityPortal;
+        QTest::newRow("captive portal") << connectedSite << connectivityPortal;
+        QTest::newRow("captive portal, reported as global") << connectedGlobal << connectivityPortal;
         QTest::newRow("limited") << connectedSite << connectivityLimited;
         QTest::newRow("none") << connectedGlobal << connectivityNone;
         QTest::newRow("local") << 50U << connectivityFull;
     }
 
-    void aNetworkThatLeadsNowhereIsNotUsable()
+    void aNetworkWithoutInternetAccessIsNotUsable()
     {
         QFETCH(uint, state);
         QFETCH(uint, connectivity);
@@ -94,7 +94,7 @@ private Q_SLOTS:
         QCOMPARE(m_times->size(), 1);
     }
 
-    void whereNobodyChecksWhereItLeadsAConnectionIsUsable()
+    void aConnectionOfUnknownConnectivityIsUsable()
     {
         m_services->startNetworkManager(disconnected);
         watch();
@@ -122,7 +122,7 @@ private Q_SLOTS:
         QCOMPARE(m_times->size(), 1);
     }
 
-    void networkManagerGoesBeforeThePortal()
+    void networkManagerOverridesThePortal()
     {
         m_services->startPortal(false);
         m_services->startNetworkManager(connectedGlobal);
@@ -133,7 +133,7 @@ private Q_SLOTS:
         QCOMPARE(m_times->size(), 0);
     }
 
-    void servicesThatComeLateAreAsked()
+    void servicesThatStartLaterAreAsked()
     {
         watch();
         m_services->startPortal(false);
@@ -146,7 +146,7 @@ private Q_SLOTS:
         QCOMPARE(m_times->size(), 2);
     }
 
-    void aNetworkManagerThatRestartsWithTheNetworkThereTellsNothing()
+    void aRestartOfNetworkManagerIsNotReported()
     {
         m_services->startNetworkManager(connectedGlobal);
         watch();
@@ -156,7 +156,7 @@ private Q_SLOTS:
         QCOMPARE(m_times->size(), 0);
     }
 
-    void aNetworkThatCameWhileNetworkManagerWasAwayIsTold()
+    void aNetworkThatCameDuringARestartIsReported()
     {
         m_services->startNetworkManager(disconnected);
         watch();
@@ -165,7 +165,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_times->size(), 1);
     }
 
-    void aNetworkManagerThatHangsLeavesTheWordToThePortal()
+    void thePortalReplacesANetworkManagerThatHangs()
     {
         m_services->startNetworkManager(connectedGlobal);
         m_services->startPortal(false);
@@ -182,7 +182,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_times->size(), 1);
     }
 
-    void busesThatBreakOffTellNothing()
+    void theLossOfTheBusesIsNotReported()
     {
         m_services->startNetworkManager(connectedGlobal);
         watch();
@@ -193,7 +193,7 @@ private Q_SLOTS:
         QCOMPARE(m_times->size(), 0);
     }
 
-    void whereNobodyTellsOfTheNetworkNothingIsTold()
+    void withoutServicesNothingIsReported()
     {
         watch();
         QCOMPARE(m_times->size(), 0);

@@ -79,7 +79,7 @@ private Q_SLOTS:
         QCOMPARE(changes(), (QList<bool>{true, false}));
     }
 
-    void aSessionThatIsLockedAtTheStartIsLocked()
+    void aLockAtTheStartIsNoticed()
     {
         startManager();
         setHint(true);
@@ -87,7 +87,7 @@ private Q_SLOTS:
         QTRY_VERIFY(m_watcher->locked());
     }
 
-    void theSessionOfTheEnvironmentIsAskedForByItsName()
+    void theSessionIsFoundByItsIdFromTheEnvironment()
     {
         startManager();
         qputenv("XDG_SESSION_ID", "c1");
@@ -96,7 +96,7 @@ private Q_SLOTS:
         QTRY_VERIFY(m_watcher->locked());
     }
 
-    void anotherSessionsLockIsNotOurs()
+    void anotherSessionsLockIsIgnored()
     {
         startManager();
         addSession(u"c2"_s);
@@ -121,7 +121,7 @@ private Q_SLOTS:
         QCOMPARE(changes(), (QList<bool>{true, false}));
     }
 
-    void aLockRequestThatNobodyFollowsEndsByItself()
+    void aLockRequestWithoutALockExpires()
     {
         startManager();
         watch();
@@ -139,7 +139,7 @@ private Q_SLOTS:
         m_clock.advance(SessionLockWatcher::requestTimeout);
     }
 
-    void aLockRequestThatALockerFollowsLastsUntilItEnds()
+    void aLockRequestFollowedByALockLastsAsLongAsTheLock()
     {
         startManager();
         watch();
@@ -168,7 +168,7 @@ private Q_SLOTS:
         QCOMPARE(changes(), (QList<bool>{true, false}));
     }
 
-    void aScreenSaverThatIsActiveAtTheStartLocks()
+    void aScreenSaverActiveAtTheStartLocks()
     {
         startSaver();
         setSaver(true);
@@ -176,7 +176,7 @@ private Q_SLOTS:
         QTRY_VERIFY(m_watcher->locked());
     }
 
-    void aScreenSaverThatComesUpLateIsFollowed()
+    void aScreenSaverThatStartsLaterIsFollowed()
     {
         watch();
         startSaver();
@@ -206,7 +206,7 @@ private Q_SLOTS:
         }
     }
 
-    void anySourceThatSaysLockedIsEnough()
+    void oneLockedSourceIsEnough()
     {
         startManager();
         startSaver();
@@ -223,7 +223,7 @@ private Q_SLOTS:
         QCOMPARE(changes(), (QList<bool>{true, false}));
     }
 
-    void aScreenSaverThatEndsEndsALockRequestButNotTheHint()
+    void theScreenSaversEndEndsALockRequestButNotTheHint()
     {
         startManager();
         startSaver();
@@ -295,7 +295,7 @@ private Q_SLOTS:
         QVERIFY(!m_watcher->locked());
     }
 
-    void aSourceThatHangsDoesNotKeepTheMainThread()
+    void aSourceThatHangsDoesNotBlockTheMainThread()
     {
         startManager();
         startSaver();

@@ -55,7 +55,7 @@ private Q_SLOTS:
         m_bus.reset();
     }
 
-    void theFirstStartIsTheFirst()
+    void theFirstStartTakesTheName()
     {
         QCOMPARE(claim(make()), Start::first);
         QVERIFY(connection().interface()->isServiceRegistered(u"com.ordwinsoftware.Quillet"_s));
@@ -85,19 +85,19 @@ private Q_SLOTS:
         QCOMPARE(claim(make(u"other"_s)), Start::first);
     }
 
-    void startsWithoutABusAreToldApartByTheLock()
+    void withoutABusTheLockDetectsASecondStart()
     {
         QCOMPARE(claim(makeWithoutBus()), Start::first);
         QCOMPARE(claim(makeWithoutBus()), Start::otherSilent);
     }
 
-    void aStartWithABusFindsTheOneWithout()
+    void aStartWithABusFindsAnInstanceWithoutOne()
     {
         QCOMPARE(claim(makeWithoutBus()), Start::first);
         QCOMPARE(claim(make()), Start::otherSilent);
     }
 
-    void aStartWithoutABusFindsTheOneWith()
+    void aStartWithoutABusFindsAnInstanceWithOne()
     {
         QCOMPARE(claim(make()), Start::first);
         QCOMPARE(claim(makeWithoutBus()), Start::otherSilent);
@@ -120,7 +120,7 @@ private Q_SLOTS:
         QCOMPARE(claim(makeWithoutBus()), Start::first);
     }
 
-    void oneThatGaveUpIsNotTakenForAnotherOne()
+    void anInstanceThatGaveUpIsIgnored()
     {
         // Its connection still exists, like that of a process whose end the bus has not noticed.
         SingleInstance &first = make();
@@ -130,7 +130,7 @@ private Q_SLOTS:
         QCOMPARE(claim(make()), Start::handedOver);
     }
 
-    void oneWithoutABusCanGiveUp()
+    void anInstanceWithoutABusCanGiveUp()
     {
         SingleInstance &first = makeWithoutBus();
         QCOMPARE(claim(first), Start::first);
@@ -138,7 +138,7 @@ private Q_SLOTS:
         QCOMPARE(claim(makeWithoutBus()), Start::first);
     }
 
-    void whereNothingCanBeLockedTheProgramStarts()
+    void ifNothingCanBeLockedTheProgramStarts()
     {
         const QString file = m_folder->filePath(u"file"_s);
         QFile blocker(file);
@@ -148,7 +148,7 @@ private Q_SLOTS:
         QCOMPARE(claim(*m_instances.back()), Start::first);
     }
 
-    void twoStartsAtTheSameMomentAreOneFirst()
+    void ofTwoSimultaneousStartsOneIsTheFirst()
     {
         SingleInstance &one = make();
         SingleInstance &two = make();
@@ -158,7 +158,7 @@ private Q_SLOTS:
         QCOMPARE(starts, (QList<Start>{Start::first, Start::handedOver}));
     }
 
-    void twoStartsAtTheSameMomentWithOtherFoldersAreOneFirst()
+    void ofTwoSimultaneousStartsWithOtherFoldersOneIsTheFirst()
     {
         SingleInstance &one = make(u"one"_s);
         SingleInstance &two = make(u"two"_s);
@@ -169,7 +169,7 @@ private Q_SLOTS:
         QCOMPARE(starts.count(Start::handedOver), 1);
     }
 
-    void aFirstThatHangsIsNotWaitedForForEver()
+    void anInstanceThatHangsTimesOut()
     {
         // A process that never answers holds the name.
         QProcess silent;
@@ -190,7 +190,7 @@ private Q_SLOTS:
         silent.waitForFinished(5000);
     }
 
-    void aBusThatHangsDoesNotKeepTheProgramFromTeaching()
+    void aBusThatHangsDoesNotPreventTheStart()
     {
         SingleInstance &instance = make();
         ::kill(static_cast<pid_t>(m_bus->processId()), SIGSTOP);
@@ -201,7 +201,7 @@ private Q_SLOTS:
         ::kill(static_cast<pid_t>(m_bus->processId()), SIGCONT);
     }
 
-    void aBusThatGoesAwayIsToldAndTheLockStays()
+    void theLossOfTheBusIsReportedAndTheLockStays()
     {
         SingleInstance &first = make();
         QCOMPARE(claim(first), Start::first);
@@ -215,7 +215,7 @@ private Q_SLOTS:
         QCOMPARE(claim(make()), Start::otherSilent);
     }
 
-    void theActionQuitAsksForTheEnd()
+    void theQuitActionRequestsTheEnd()
     {
         SingleInstance &first = make();
         QCOMPARE(claim(first), Start::first);
@@ -228,7 +228,7 @@ private Q_SLOTS:
         QCOMPARE(quits.size(), 1);
     }
 
-    void aLauncherMayAskInEachOfItsWays()
+    void eachCallOfALauncherActivates()
     {
         SingleInstance &first = make();
         QCOMPARE(claim(first), Start::first);

@@ -74,7 +74,7 @@ private Q_SLOTS:
         m_bus.reset();
     }
 
-    void theHostIsToldWhatTheItemIs()
+    void theItemsPropertiesDescribeIt()
     {
         make({false, true});
         m_item->setTitle(u"Anna in 4 min"_s);
@@ -91,7 +91,7 @@ private Q_SLOTS:
         QCOMPARE(toolTip.description, QString());
     }
 
-    void theIconTravelsInNetworkByteOrder()
+    void theIconIsSentInNetworkByteOrder()
     {
         QImage dot(1, 1, QImage::Format_ARGB32);
         dot.fill(QColor(0x11, 0x22, 0x33, 0x80));
@@ -104,7 +104,7 @@ private Q_SLOTS:
         QCOMPARE(icons.first().pixels, QByteArray("\x80\x11\x22\x33", 4));
     }
 
-    void theBellHasTheSizesOfHosts()
+    void theBellHasTheSizesThatHostsUse()
     {
         make({false, true});
         const QVariantMap properties = m_host->properties(name());
@@ -118,7 +118,7 @@ private Q_SLOTS:
         QCOMPARE(widths, (QList<int>{16, 22, 24, 32, 48, 64}));
     }
 
-    void theBellStandsOutOnALightAndOnADarkHost()
+    void theBellIsVisibleOnLightAndDarkHosts()
     {
         for (const QImage &bell : statusBellImages()) {
             int light = 0;
@@ -137,7 +137,7 @@ private Q_SLOTS:
         }
     }
 
-    void whereTheHostShowsNoTextThereIsNoLabelAtAll()
+    void aHostThatShowsNoTextGetsNoLabel()
     {
         make({false, true});
         m_item->setTitle(u"one"_s);
@@ -148,7 +148,7 @@ private Q_SLOTS:
         QVERIFY(m_host->labels.isEmpty());
     }
 
-    void whereTheHostShowsTextThereIsALabel()
+    void aHostThatShowsTextGetsALabel()
     {
         make({true, true});
         m_item->setTitle(u"one"_s);
@@ -156,7 +156,7 @@ private Q_SLOTS:
         QCOMPARE(m_host->labels, QStringList{u"one"_s});
     }
 
-    void theTitleSignalsComeOnlyWithAChange()
+    void titleSignalsAreSentOnlyOnAChange()
     {
         make({false, true});
         for (int i = 0; i < 50; ++i) {
@@ -177,7 +177,7 @@ private Q_SLOTS:
         QCOMPARE(m_host->labels, QStringList{u"Anna  [1m !"_s});
     }
 
-    void aNoticeIsToldToTheHostAndToAScreenReader()
+    void aNoticeReachesTheHostAndTheScreenReader()
     {
         make({false, true});
         m_item->setTitle(u"Anna"_s);
@@ -191,7 +191,7 @@ private Q_SLOTS:
         QCOMPARE(toolTip.description, u"No answer from “&lt;b&gt;A&lt;/b&gt;”"_s);
     }
 
-    void theLabelBelongsToTheDesktopsThatShowIt_data()
+    void onlyDesktopsThatShowALabelGetOne_data()
     {
         QTest::addColumn<QByteArray>("desktop");
         QTest::addColumn<bool>("shown");
@@ -206,7 +206,7 @@ private Q_SLOTS:
         QTest::newRow("none") << QByteArray() << false;
     }
 
-    void theLabelBelongsToTheDesktopsThatShowIt()
+    void onlyDesktopsThatShowALabelGetOne()
     {
         QFETCH(QByteArray, desktop);
         qputenv("XDG_CURRENT_DESKTOP", desktop);
@@ -214,7 +214,7 @@ private Q_SLOTS:
         qunsetenv("XDG_CURRENT_DESKTOP");
     }
 
-    void aHostThatComesUpLateFindsTheItem()
+    void aHostThatStartsLaterFindsTheItem()
     {
         m_host->stop();
         m_item = std::make_unique<StatusNotifierItem>(connection(), statusBellImages(),
@@ -238,7 +238,7 @@ private Q_SLOTS:
         QCOMPARE(m_host->registrations.constLast(), name());
     }
 
-    void anItemThatAHostHasTakenIsShown()
+    void anItemRegisteredWithAHostIsShown()
     {
         m_host->stop();
         m_item = std::make_unique<StatusNotifierItem>(connection(), statusBellImages(),
@@ -274,7 +274,7 @@ private Q_SLOTS:
         QCOMPARE(m_host->registrations.size(), 1);
     }
 
-    void aSilentWatcherIsAskedAgainAndNamedOnce()
+    void aSilentWatcherIsAskedAgainAndReportedOnce()
     {
         m_host->isSilent = true;
         m_item = std::make_unique<StatusNotifierItem>(connection(), statusBellImages(),
@@ -290,7 +290,7 @@ private Q_SLOTS:
         QCOMPARE(failures.size(), 1);
     }
 
-    void aWatcherThatRefusesIsNamedAndNotAskedAgain()
+    void aWatcherThatRefusesIsReportedAndNotAskedAgain()
     {
         m_host->refuses = true;
         m_item = std::make_unique<StatusNotifierItem>(connection(), statusBellImages(),
@@ -307,7 +307,7 @@ private Q_SLOTS:
         QTRY_VERIFY(m_item->isShown());
     }
 
-    void onlyADesktopWhoseHostOpensMenusIsGivenOne()
+    void onlyDesktopsWhoseHostOpensMenusGetOne()
     {
         make({.showsLabel = true, .tellsPointer = true, .opensMenu = false});
         m_item->setMenu({{u"One"_s, [] {}}});
@@ -321,7 +321,7 @@ private Q_SLOTS:
                  u"/StatusNotifierItem/Menu"_s);
     }
 
-    void theMenuHasItsLinesInOrder()
+    void theMenuHasItsEntriesInOrder()
     {
         makeWithMenu({u"Today’s schedule"_s, {}, u"a_b & <c>"_s});
         const MenuLayout menu = m_host->menu(name());
@@ -340,7 +340,7 @@ private Q_SLOTS:
         QCOMPARE(lines.at(2), (QVariantMap{{u"label"_s, u"a__b & <c>"_s}}));
     }
 
-    void theMenuIsToldAsFarAsAHostAsks()
+    void onlyTheRequestedPartOfTheMenuIsReturned()
     {
         makeWithMenu({u"One"_s, u"Two"_s});
         QDBusMessage answer = m_host->askMenu(name(), u"GetLayout"_s, {0, 0, QStringList()});
@@ -354,7 +354,7 @@ private Q_SLOTS:
         QCOMPARE(qdbus_cast<MenuLayout>(answer.arguments().at(1)).children.at(1).properties, QVariantMap());
     }
 
-    void propertiesOfLinesAreToldOneByOneAndTogether()
+    void propertiesOfEntriesAreReturnedSinglyAndInGroups()
     {
         makeWithMenu({u"One"_s, {}, u"Three"_s});
         QDBusMessage answer = m_host->askMenu(name(), u"GetProperty"_s, {3, u"label"_s});
@@ -376,7 +376,7 @@ private Q_SLOTS:
         QCOMPARE(together({}, {}).keys(), (QList<int>{0, 1, 2, 3}));
     }
 
-    void linesThatAreNotThereAreErrors()
+    void unknownEntriesAreErrors()
     {
         makeWithMenu({u"One"_s});
         QSignalSpy openings(m_item.get(), &StatusItem::menuAboutToShow);
@@ -398,7 +398,7 @@ private Q_SLOTS:
         QVERIFY(openings.isEmpty());
     }
 
-    void eventsMayComeTogether()
+    void eventsMayComeInGroups()
     {
         makeWithMenu({u"One"_s, {}, u"Three"_s});
         const auto event = [](int id, const QString &what) {
@@ -413,7 +413,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_chosen, (QStringList{u"Three"_s, u"One"_s}));
     }
 
-    void aHostThatAsksBeforeItHasReadTheMenuDoesNotShowIt()
+    void aboutToShowBeforeTheMenuIsReadIsNoOpening()
     {
         makeWithMenu({u"One"_s});
         QSignalSpy openings(m_item.get(), &StatusItem::menuAboutToShow);
@@ -424,7 +424,7 @@ private Q_SLOTS:
         QCOMPARE(openings.size(), 1);
     }
 
-    void aHostThatTellsOfAnOpeningTwiceIsHeardOnce()
+    void anOpeningReportedTwiceCountsOnce()
     {
         makeWithMenu({u"One"_s});
         (void)m_host->menu(name());
@@ -438,7 +438,7 @@ private Q_SLOTS:
         }
     }
 
-    void aMenuThatOpensTogetherWithOthersIsTold()
+    void anOpeningInAGroupIsReported()
     {
         makeWithMenu({u"One"_s});
         (void)m_host->menu(name());
@@ -451,7 +451,7 @@ private Q_SLOTS:
         QCOMPARE(openings.size(), 1);
     }
 
-    void aNewMenuIsAnnouncedOnceWithALaterRevision()
+    void aNewMenuIsAnnouncedOnceWithAHigherRevision()
     {
         makeWithMenu({u"One"_s});
         QTRY_COMPARE(m_host->layouts.size(), 1);
@@ -467,7 +467,7 @@ private Q_SLOTS:
         QCOMPARE(m_host->layouts.constLast(), (std::pair<uint, int>{second, 0}));
     }
 
-    void theMenuTellsWhatItIs()
+    void theMenusPropertiesDescribeIt()
     {
         makeWithMenu({u"One"_s});
         auto message = QDBusMessage::createMethodCall(name(), u"/StatusNotifierItem/Menu"_s,
@@ -480,7 +480,7 @@ private Q_SLOTS:
         QCOMPARE(properties.value(u"TextDirection"_s).toString(), u"ltr"_s);
     }
 
-    void aChosenLineMayEndTheItem()
+    void aChosenEntryMayDestroyTheItem()
     {
         makeWithMenu({});
         m_item->setMenu({{u"Quit"_s, [this] { m_item.reset(); }}});
@@ -490,7 +490,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!m_item);
     }
 
-    void anyTitleIsMadeHarmless_data()
+    void anyTitleIsSanitised_data()
     {
         QTest::addColumn<QString>("title");
         QTest::addColumn<QString>("shown");
@@ -498,15 +498,17 @@ private Q_SLOTS:
         QTest::newRow("NUL") << QString(u"a"_s + QChar(0) + u"b"_s) << u"a b"_s;
         QTest::newRow("escape") << u"\u001b[1mx"_s << u" [1mx"_s;
         QTest::newRow("separators") << QString(u"a"_s + QChar(0x2028) + u"b"_s + QChar(0x2029)) << u"a b "_s;
-        QTest::newRow("half a pair") << QString(u"a"_s + QChar(0xd83d) + u"b"_s + QChar(0xde00)) << u"ab"_s;
+        QTest::newRow("half a surrogate pair")
+            << QString(u"a"_s + QChar(0xd83d) + u"b"_s + QChar(0xde00)) << u"ab"_s;
         QTest::newRow("emoji") << u"😀"_s << u"😀"_s;
         QTest::newRow("markup stays text") << u"<b>x</b>&amp;"_s << u"<b>x</b>&amp;"_s;
-        QTest::newRow("cut within a pair") << QString(QString(199, u'x') + u"😀"_s) << QString(199, u'x');
+        QTest::newRow("cut within a surrogate pair")
+            << QString(QString(199, u'x') + u"😀"_s) << QString(199, u'x');
         QTest::newRow("long") << QString(1000000, u'é') << QString(200, u'é');
         QTest::newRow("empty") << QString() << u"Quillet"_s;
     }
 
-    void anyTitleIsMadeHarmless()
+    void anyTitleIsSanitised()
     {
         QFETCH(QString, title);
         make({true, true});
@@ -515,7 +517,7 @@ private Q_SLOTS:
         QTEST(m_host->properties(name()).value(u"Title"_s).toString(), "shown");
     }
 
-    void aClickIsWhereThePointerIs()
+    void aClickHasThePointersPosition()
     {
         make({false, true});
         QCursor::setPos(123, 45);
@@ -528,7 +530,7 @@ private Q_SLOTS:
         QCOMPARE(*position, (Point{123.0, height - 45.0}));
     }
 
-    void chosenWithTheKeyboardItIsWhereTheHostSays()
+    void anActivationByKeyboardHasTheHostsPosition()
     {
         make({false, true});
         QCursor::setPos(123, 445);
@@ -539,7 +541,7 @@ private Q_SLOTS:
         QCOMPARE(clicks.first().first().value<std::optional<Point>>(), (Point{600.0, height - 12.0}));
     }
 
-    void whereThePointerIsNotToldAClickIsWhereTheHostSays()
+    void withoutAPointerPositionAClickHasTheHostsPosition()
     {
         make({false, false});
         QSignalSpy clicks(m_item.get(), &StatusItem::activated);
@@ -559,7 +561,7 @@ private Q_SLOTS:
         item.setTitle(u"one"_s);
     }
 
-    void whenTheBusBreaksOffTheItemIsSilent()
+    void afterTheLossOfTheBusTheItemIsSilent()
     {
         make({true, true});
         m_bus->stop();

@@ -40,7 +40,7 @@ private Q_SLOTS:
         qputenv("TZ", "UTC");
     }
 
-    void aLinkThatIsReplacedIsTold()
+    void aReplacedLinkIsReported()
     {
         watch();
         link(u"Europe/Vienna"_s);
@@ -49,7 +49,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_times->size(), 2);
     }
 
-    void aLinkThatIsTakenAwayAndMadeAnewIsToldOnce()
+    void aLinkRemovedAndCreatedAgainIsReportedOnce()
     {
         watch();
         const QFileSystemWatcher folder({m_folder->filePath(u"etc"_s)});
@@ -73,7 +73,7 @@ private Q_SLOTS:
         QCOMPARE(m_times->size(), 0);
     }
 
-    void otherFilesBesideItAreNoChange()
+    void otherFilesInTheFolderAreNoChange()
     {
         watch();
         write(m_folder->filePath(u"etc/passwd"_s), "someone");
@@ -89,7 +89,7 @@ private Q_SLOTS:
         QCOMPARE(m_times->size(), 0);
     }
 
-    void aCopyThatIsWrittenOverIsTold()
+    void anOverwrittenCopyIsReported()
     {
         QFile::remove(file());
         write(file(), "rules of Berlin");
@@ -101,7 +101,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_times->size(), 1);
     }
 
-    void aCopyInALinksPlaceIsWatchedFromThenOn()
+    void aCopyThatReplacesALinkIsWatched()
     {
         watch();
         QFile::remove(file());
@@ -111,14 +111,14 @@ private Q_SLOTS:
         QTRY_COMPARE(m_times->size(), 2);
     }
 
-    void aFileThatGoesForGoodIsTold()
+    void aRemovedFileIsReported()
     {
         watch();
         QFile::remove(file());
         QTRY_COMPARE(m_times->size(), 1);
     }
 
-    void aFolderInItsPlaceHarmsNothing()
+    void aFolderInItsPlaceIsHarmless()
     {
         QFile::remove(file());
         QDir().mkpath(file());
@@ -128,14 +128,14 @@ private Q_SLOTS:
         QTRY_COMPARE(m_times->size(), 1);
     }
 
-    void anotherZoneOfTheEnvironmentStays_data()
+    void aZoneFromTheEnvironmentOverridesTheFile_data()
     {
         QTest::addColumn<QByteArray>("zone");
         QTest::newRow("named") << QByteArray("America/Havana");
-        QTest::newRow("empty, which is UTC") << QByteArray("");
+        QTest::newRow("empty, which means UTC") << QByteArray("");
     }
 
-    void anotherZoneOfTheEnvironmentStays()
+    void aZoneFromTheEnvironmentOverridesTheFile()
     {
         QFETCH(QByteArray, zone);
         qputenv("TZ", zone);
@@ -145,7 +145,7 @@ private Q_SLOTS:
         QCOMPARE(m_times->size(), 0);
     }
 
-    void theFileThatDecidesIsTheMachinesUnlessTheEnvironmentNamesOne()
+    void theDecidingFileIsTheSystemsUnlessTheEnvironmentNamesOne()
     {
         const QString machines = u"/etc/localtime"_s;
         QCOMPARE(TimeZoneWatcher::decidingFile(), machines);
@@ -159,7 +159,7 @@ private Q_SLOTS:
         }
     }
 
-    void anEnvironmentThatNamesTheFileIsNoOtherZone()
+    void anEnvironmentThatNamesTheFileDoesNotOverrideIt()
     {
         qputenv("TZ", ":" + QFile::encodeName(file()));
         watch();

@@ -137,7 +137,7 @@ private Q_SLOTS:
         QCOMPARE(activeWindow(), active);
     }
 
-    void theCloseButtonSaysOnHoveringWhatItDoes()
+    void theCloseButtonHasAToolTip()
     {
         manage(WindowManager::openbox);
         oppose();
@@ -197,7 +197,7 @@ private Q_SLOTS:
         QTRY_COMPARE(pixel(farAway), opponentColor());
     }
 
-    void aBannerFollowsACompositingManagerThatComesAndGoes()
+    void bannersFollowTheStartAndEndOfCompositing()
     {
         manage(WindowManager::xfwm4);
         oppose();
@@ -220,7 +220,7 @@ private Q_SLOTS:
         QCOMPARE(pixel(onTheMargin), opponentColor());
     }
 
-    void aStrutOfADockIsNoPartOfTheVisibleScreen()
+    void aScreenWithoutDocksIsWhollyVisible()
     {
         manage(WindowManager::openbox);
         ToolkitScreens screens;
@@ -230,7 +230,7 @@ private Q_SLOTS:
         QVERIFY(screens.screens().front().visibleFrame == frame);
     }
 
-    void thePointerIsToldWithYUpwards()
+    void thePointersPositionHasYUpwards()
     {
         ToolkitScreens screens;
         TestDesktop::xdotool({u"mousemove"_s, u"100"_s, u"0"_s});

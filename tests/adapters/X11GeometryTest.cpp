@@ -51,7 +51,7 @@ class X11GeometryTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aScreenWithoutDocksIsVisibleWhole()
+    void aScreenWithoutDocksIsWhollyVisible()
     {
         QCOMPARE(with(oneMonitor, {}).visiblePart(leftMonitor), leftMonitor);
     }
@@ -63,19 +63,19 @@ private Q_SLOTS:
         QCOMPARE(areas.visiblePart(leftMonitor), QRect(40, 28, 1920 - 90, 1080 - 88));
     }
 
-    void anOldStrutReachesAlongTheWholeEdge()
+    void anOldStrutSpansTheWholeEdge()
     {
         QCOMPARE(with(oneMonitor, {{0, 0, 30, 0}}).visiblePart(leftMonitor), QRect(0, 30, 1920, 1050));
     }
 
-    void aDockOfOneMonitorLeavesTheOtherAlone()
+    void aDockOnOneMonitorDoesNotAffectTheOther()
     {
         const ReservedAreas areas = with(sideBySide, {dock(top, 28, 1920, 3839)});
         QCOMPARE(areas.visiblePart(leftMonitor), leftMonitor);
         QCOMPARE(areas.visiblePart(rightMonitor), QRect(1920, 28, 1920, 1052));
     }
 
-    void aDockBetweenTwoMonitorsTakesNothingOfTheOuterOne()
+    void aDockBetweenTwoMonitorsAffectsOnlyItsOwn()
     {
         // At the left edge of the right monitor: measured from the desktop's left edge, across the left
         // monitor.
@@ -84,7 +84,7 @@ private Q_SLOTS:
         QCOMPARE(areas.visiblePart(rightMonitor), QRect(1968, 0, 1872, 1080));
     }
 
-    void aDockAtTheFootOfALowerMonitorIsToldFromTheDesktopsFoot()
+    void aDockBelowAShorterMonitorIsMeasuredFromTheDesktopsBottom()
     {
         // The left monitor is shorter than the right one, so its dock's strip starts below the monitor.
         const QSize desktop(3840, 1200);
@@ -94,7 +94,7 @@ private Q_SLOTS:
         QCOMPARE(areas.visiblePart(tall), tall);
     }
 
-    void aWindowManagersWorkAreasCount()
+    void aWindowManagersWorkAreasAreRespected()
     {
         ReservedAreas areas = with(sideBySide, {});
         areas.workAreas = {QRect(0, 27, 1920, 1053), QRect(1920, 0, 1920, 1080)};
@@ -102,25 +102,26 @@ private Q_SLOTS:
         QCOMPARE(areas.visiblePart(rightMonitor), rightMonitor);
     }
 
-    void aWorkAreaOfAnotherMonitorDoesNot()
+    void aWorkAreaOfAnotherMonitorIsIgnored()
     {
         ReservedAreas areas = with(sideBySide, {});
         areas.workAreas = {QRect(1920, 0, 1920, 1080)};
         QCOMPARE(areas.visiblePart(leftMonitor), leftMonitor);
     }
 
-    void strutsThatMakeNoSenseAreLeftOut_data()
+    void invalidStrutsAreIgnored_data()
     {
         QTest::addColumn<QList<uint>>("values");
         QTest::newRow("none") << QList<uint>{};
         QTest::newRow("too few") << QList<uint>{1, 2, 3};
-        QTest::newRow("nothing kept") << QList<uint>(12);
-        QTest::newRow("everything kept") << QList<uint>{0, 0, 4'000'000'000, 0, 0, 0, 0, 0, 0, 1919, 0, 0};
+        QTest::newRow("nothing reserved") << QList<uint>(12);
+        QTest::newRow("everything reserved")
+            << QList<uint>{0, 0, 4'000'000'000, 0, 0, 0, 0, 0, 0, 1919, 0, 0};
         QTest::newRow("ends before it begins") << QList<uint>{0, 0, 30, 0, 0, 0, 0, 0, 1000, 10, 0, 0};
-        QTest::newRow("beside the desktop") << QList<uint>{0, 0, 30, 0, 0, 0, 0, 0, 5000, 6000, 0, 0};
+        QTest::newRow("outside the desktop") << QList<uint>{0, 0, 30, 0, 0, 0, 0, 0, 5000, 6000, 0, 0};
     }
 
-    void strutsThatMakeNoSenseAreLeftOut()
+    void invalidStrutsAreIgnored()
     {
         QFETCH(QList<uint>, values);
         const ReservedAreas areas =
@@ -140,7 +141,7 @@ private Q_SLOTS:
         QVERIFY(motion.isOver(Seconds{0.22}));
     }
 
-    void easingOutIsFastFirstAndEasingInSlowFirst()
+    void easingOutStartsFastAndEasingInStartsSlowly()
     {
         BannerPanelMotion motion{.begin = {Rect{0, 0, 100, 100}, 0},
                                  .animation = {Seconds{1}, TimingCurve::easeOut, 1, Rect{100, 0, 100, 100}}};
@@ -150,7 +151,7 @@ private Q_SLOTS:
         QVERIFY(motion.at(Seconds{0.5}).alpha < 0.4);
     }
 
-    void aMotionNeverTurnsBack()
+    void aMotionNeverReverses()
     {
         for (const TimingCurve curve : {TimingCurve::easeOut, TimingCurve::easeIn}) {
             const BannerPanelMotion motion{.begin = {Rect{}, 0}, .animation = {Seconds{1}, curve, 1, Rect{}}};
@@ -163,7 +164,7 @@ private Q_SLOTS:
         }
     }
 
-    void aMotionOfNoLengthIsOverAtOnce()
+    void aMotionOfZeroDurationIsOverAtOnce()
     {
         const BannerPanelMotion motion{.begin = {Rect{}, 0},
                                        .animation = {Seconds{0}, TimingCurve::easeIn, 1, Rect{}}};
@@ -171,7 +172,7 @@ private Q_SLOTS:
         QCOMPARE(motion.at(Seconds{0}).alpha, 1.0);
     }
 
-    void roundedRowsCoverTheRectangleButItsCorners()
+    void roundedRowsCoverTheRectangleExceptItsCorners()
     {
         const auto rows = roundedRows(QRectF(10, 20, 100, 60), 20);
         QRegion region;
@@ -205,7 +206,7 @@ private Q_SLOTS:
         }
     }
 
-    void aShadowOfASmallCardIsWholeToo()
+    void theShadowOfASmallCardIsComplete()
     {
         const CardShape shape{.cornerRadius = 40, .shadowBlur = 28, .shadowOpacity = 0.55};
         const QImage shadow = cardShadow(shape, {60, 50}, 1);

@@ -80,7 +80,7 @@ private Q_SLOTS:
         QCOMPARE(QGuiApplication::screens().size(), 2);
     }
 
-    void bothScreensAreTold()
+    void bothScreensAreReported()
     {
         const auto screens = m_screens.screens();
         QCOMPARE(screens.size(), std::size_t{2});
@@ -89,7 +89,7 @@ private Q_SLOTS:
         QVERIFY(m_screens.mainScreen() == screens[0]);
     }
 
-    void thePointerIsOnTheScreenItIsOn()
+    void thePointersPositionIsOnItsScreen()
     {
         const auto screens = m_screens.screens();
         for (const auto &[at, on] : {std::pair{QPoint(0, 0), std::size_t{0}},
@@ -104,14 +104,14 @@ private Q_SLOTS:
         }
     }
 
-    void aBannerIsDrawnWhereItsFrameSays_data()
+    void aBannerIsDrawnAtItsFrame_data()
     {
         QTest::addColumn<int>("screen");
         QTest::newRow("first") << 0;
         QTest::newRow("second") << 1;
     }
 
-    void aBannerIsDrawnWhereItsFrameSays()
+    void aBannerIsDrawnAtItsFrame()
     {
         QFETCH(int, screen);
         const Rect visible = m_screens.screens()[static_cast<std::size_t>(screen)].visibleFrame;
@@ -128,7 +128,7 @@ private Q_SLOTS:
         QVERIFY(color(screen, QPoint(12 + 500, 48 + 279)).red() > 10);
     }
 
-    void aDockOfOneMonitorTakesNothingOfTheOther()
+    void aDockOnOneMonitorDoesNotAffectTheOther()
     {
         QWidget dock;
         dock.setAttribute(Qt::WA_X11NetWmWindowTypeDock);
@@ -148,7 +148,7 @@ private Q_SLOTS:
         QTRY_VERIFY(m_screens.screens()[1].visibleFrame == m_screens.screens()[1].frame);
     }
 
-    void theKeyWindowsScreenIsTheOneItStandsOn()
+    void theKeyWindowsScreenIsTheOneItIsOn()
     {
         QWidget window;
         window.setGeometry(monitorWidth + 50, 50, 200, 100);

@@ -238,8 +238,8 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), timeout);
     }
 
-    void aWindowOpensInTheMiddleAndComesBackWhereItWasMovedTo_data() { everyManager(); }
-    void aWindowOpensInTheMiddleAndComesBackWhereItWasMovedTo()
+    void aWindowOpensCentredAndReopensWhereItWasMoved_data() { everyManager(); }
+    void aWindowOpensCentredAndReopensWhereItWasMoved()
     {
         QFETCH(WindowManager, manager);
         use(manager);
@@ -259,7 +259,7 @@ private Q_SLOTS:
         }
     }
 
-    void theMenuBarPanelStandsAtTheBellOnEveryEdge_data()
+    void theMenuBarPanelOpensAtTheBellOnEveryEdge_data()
     {
         QTest::addColumn<WindowManager>("manager");
         QTest::addColumn<Qt::Edge>("edge");
@@ -282,7 +282,7 @@ private Q_SLOTS:
         }
     }
 
-    void theMenuBarPanelStandsAtTheBellOnEveryEdge()
+    void theMenuBarPanelOpensAtTheBellOnEveryEdge()
     {
         QFETCH(WindowManager, manager);
         QFETCH(Qt::Edge, edge);
@@ -333,8 +333,8 @@ private Q_SLOTS:
         QVERIFY(!m_menuBarPanel->isOpen());
     }
 
-    void besideTheWindowThatItOpenedTheMenuBarPanelStaysUsable_data() { everyManager(); }
-    void besideTheWindowThatItOpenedTheMenuBarPanelStaysUsable()
+    void theMenuBarPanelStaysUsableBesideAWindowThatItOpened_data() { everyManager(); }
+    void theMenuBarPanelStaysUsableBesideAWindowThatItOpened()
     {
         QFETCH(WindowManager, manager);
         use(manager);
@@ -356,8 +356,8 @@ private Q_SLOTS:
         keepPicture(u"beside-"_s + QString::fromLatin1(QTest::currentDataTag()).replace(u' ', u'-'));
     }
 
-    void aWindowStandsInNoTaskBar_data() { everyManager(); }
-    void aWindowStandsInNoTaskBar()
+    void noWindowIsInTheTaskBar_data() { everyManager(); }
+    void noWindowIsInTheTaskBar()
     {
         QFETCH(WindowManager, manager);
         use(manager);
@@ -377,8 +377,8 @@ private Q_SLOTS:
         keepPicture(u"window-"_s + QString::fromLatin1(QTest::currentDataTag()).replace(u' ', u'-'));
     }
 
-    void aWindowThatIsOpenComesToTheFrontAgain_data() { everyManager(); }
-    void aWindowThatIsOpenComesToTheFrontAgain()
+    void anOpenWindowComesToTheFrontAgain_data() { everyManager(); }
+    void anOpenWindowComesToTheFrontAgain()
     {
         QFETCH(WindowManager, manager);
         use(manager);
@@ -407,7 +407,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window) && !window->isMinimized(), timeout);
     }
 
-    void aTokenTellsTheMomentAndIsPassedOn()
+    void aTokenTellsTheTimeAndIsPassedOn()
     {
         use(WindowManager::openbox);
         QCOMPARE(ToolkitWindowSystem::timeOf(u"host-1-name_TIME123456"_s), std::optional(123456U));
