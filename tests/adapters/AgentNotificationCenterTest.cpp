@@ -29,7 +29,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// A notification server that only answers, refuses or hangs.
+// A notification server that does nothing but answer, fail or hang.
 class NotificationServer final : public QDBusVirtualObject {
 public:
     enum class Kind { answers, knowsNothing, hangs };

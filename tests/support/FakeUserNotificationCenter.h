@@ -35,8 +35,7 @@ public:
     std::vector<NotificationRequest> requests;
 
     /// All calls, recorded when made, in order: "authorize", "pending", "remove " and the identifiers joined
-    /// by
-    /// ", ", "add " and the identifier.
+    /// by commas, "add " and the identifier.
     QStringList calls;
 
     /// From now on each call waits for release() before it takes effect, as with an agent that hangs.
