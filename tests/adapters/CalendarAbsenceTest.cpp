@@ -97,8 +97,8 @@ private Q_SLOTS:
         QCOMPARE(m_room->logged(u"calendar service absent"_s), 1);
     }
 
-    void requestsOnceASecondAreAnsweredAtOnce_data() { forBoth(); }
-    void requestsOnceASecondAreAnsweredAtOnce()
+    void repeatedRequestsAreAnsweredAtOnce_data() { forBoth(); }
+    void repeatedRequestsAreAnsweredAtOnce()
     {
         QFETCH(bool, hasBus);
         useBus(hasBus);

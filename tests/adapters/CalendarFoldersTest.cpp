@@ -330,7 +330,7 @@ private Q_SLOTS:
         QCOMPARE(events.value().front().notes.value().size(), 65'536);
     }
 
-    void controlCharactersPassThroughAndBreakNoLogLine()
+    void controlCharactersAreKeptAndBreakNoLogLine()
     {
         writeLessons(u"a.ics"_s,
                      {lesson("Zoom - \x01\x1b[31m\tAnna\x7f"),
@@ -384,7 +384,7 @@ private Q_SLOTS:
         QVERIFY(load().contains(u"Zoom - \n, 课"_s));
     }
 
-    void callsDuringAQueryStartNoOther()
+    void concurrentCallsAllGetTheEvents()
     {
         writeLessons(u"a.ics"_s, {lesson("Zoom - One")});
         QCOMPARE(load(), QStringList{u"Zoom - One"_s});

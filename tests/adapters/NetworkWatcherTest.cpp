@@ -102,7 +102,7 @@ private Q_SLOTS:
         QCOMPARE(m_times->size(), 1);
     }
 
-    void withoutNetworkManagerThePortalCounts()
+    void withoutNetworkManagerThePortalIsUsed()
     {
         m_services->startPortal(true);
         watch();
@@ -114,7 +114,7 @@ private Q_SLOTS:
         QCOMPARE(m_times->size(), 1);
     }
 
-    void withoutASystemBusThePortalCounts()
+    void withoutASystemBusThePortalIsUsed()
     {
         m_services->startPortal(false);
         watch(QDBusConnection(u"none"_s), m_services->sessionBus());

@@ -80,7 +80,7 @@ private Q_SLOTS:
         QCOMPARE(answers.calendars[1].eventCount, 0);
     }
 
-    void aCalendarFailsSinceTheFirstFailure()
+    void failingSinceIsTheTimeOfTheFirstFailure()
     {
         remember(u"service:anna"_s, lesson("Zoom - Anna"));
         RememberedCalendars calendars(m_services, u"service:"_s);

@@ -79,7 +79,7 @@ private Q_SLOTS:
         QCOMPARE(load(), QStringList{u"Anna 11"_s});
     }
 
-    void aCancellationInAnotherFileCounts()
+    void aCancellationInAnotherFileIsApplied()
     {
         write(u"invite.ics"_s, revision("Anna", 0, "09"));
         QCOMPARE(load(), QStringList{u"Anna 9"_s});
@@ -87,7 +87,7 @@ private Q_SLOTS:
         QCOMPARE(load(), QStringList());
     }
 
-    void withoutTheNewerFileTheOlderCountsAgain()
+    void withoutTheNewerFileTheOlderIsUsedAgain()
     {
         write(u"a.ics"_s, revision("Anna", 0, "09"));
         write(u"b.ics"_s, revision("Anna", 1, "10"));
