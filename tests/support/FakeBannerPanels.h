@@ -16,7 +16,7 @@
 namespace corvane {
 
 /// Banner panels without a screen, which record each call. Animations use wait(), so a ManualClock steps
-/// them; until an animation ends, frame and opacity keep their initial values.
+/// them; until an animation ends, frame and opacity stay as they were at its start.
 class FakeBannerPanels final : public BannerPanels {
 public:
     /// The state of one banner panel. It outlives the panel, so that a test can inspect a closed one.
