@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-// Preloaded before libfaketime by scripts/soak: that takes a timer for the kernel's last second for one that
-// has rung long ago. Here it is set for the year 2242 instead.
+// Preloaded before libfaketime by scripts/soak. libfaketime treats a timer set to the largest time_t as long
+// expired; here such a timer is set to the year 2242 instead.
 
 #include <dlfcn.h>
 #include <sys/timerfd.h>

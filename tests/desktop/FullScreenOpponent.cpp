@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-// A window as stubborn as a video call: full screen, above others, raising itself again and again. It prints
-// "ready" once it has the keyboard, and every text typed into it on a line of its own.
+// A window as stubborn as a video call: full screen, above others, raised every 300 ms. It prints "ready"
+// once it has the keyboard, and then each text typed into it on its own line.
 
 #include <QApplication>
 #include <QKeyEvent>

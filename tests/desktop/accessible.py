@@ -1,26 +1,26 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""What a screen reader does with a program of the desktop it is called in.
+"""Acts as a screen reader on one program of the desktop in which it is started.
 
     accessible.py PID
 
-It reads requests from its standard input, a JSON list on each line, and answers each with a line of JSON:
+It reads requests from standard input, a JSON list per line, and answers each with a line of JSON:
 
-    ["shows", NAME]      whether something of that name shows; with a title as below, in that window
-    ["texts"]            the same, once something shows
-    ["roles", TITLE]     the window of that title and what shows in it, each as [ROLE, NAME]
-    ["press", NAME]      presses the button of that name, or turns the switch; with the title of a window after the
-                         name, the one in that window
-    ["focus", NAME]      gives the keyboard to what has that name
-    ["where", NAME]      the middle of what has that name, as [X, Y] on the screen
-    ["value", LABEL]     what is chosen in the combo box with that label
+    ["shows", NAME]      whether an element of that name is visible, as {"shows": BOOLEAN}
+    ["texts"]            the names of all visible elements, once there is one
+    ["roles", TITLE]     the window of that title and its visible elements with a name, each as [ROLE, NAME]
+    ["press", NAME]      presses the button of that name, or toggles the switch
+    ["focus", NAME]      gives the keyboard focus to the element of that name
+    ["where", NAME]      the middle of the element of that name, as [X, Y] on the screen
+    ["value", LABEL]     the current choice of the combo box with that label
     ["open", LABEL]      opens the list of the combo box with that label
 
-All but the first wait ten seconds at most for what they are about to appear. The answer is null when it does not, and
-false when it does not do what it is to. Each look at a node is a call on the bus: nobody looks further than needed.
+A window's title after a NAME restricts the request to that window. All requests but "shows" wait up to ten seconds for
+their element. The answer is null when it does not appear, and false when it rejects the action. Reading a node takes a
+call on the bus, so nothing more is read than needed.
 
-A program of its own, because the accessibility library keeps to the first bus that it has seen."""
+This is a separate program because the accessibility library stays with the first bus that it connects to."""
 import functools
 import json
 import sys
@@ -34,11 +34,10 @@ PRESSABLE = (pyatspi.ROLE_PUSH_BUTTON, pyatspi.ROLE_CHECK_BOX, pyatspi.ROLE_RADI
 
 @functools.cache
 def found_application(pid):
-    """What Qt shows of the process. On a desktop with the GTK theme, GTK registers a second application for it, which
-    is empty."""
+    """The process's Qt application. With the GTK theme, GTK registers a second, empty one for the same process."""
     for candidate in pyatspi.Registry.getDesktop(0):
         if candidate is not None and candidate.get_process_id() == pid and candidate.get_toolkit_name() == "Qt":
-            candidate.set_cache_mask(Atspi.Cache.NONE)  # what it shows now, not what it has shown
+            candidate.set_cache_mask(Atspi.Cache.NONE)  # the current state, not a remembered one
             return candidate
     raise LookupError
 
@@ -47,11 +46,11 @@ def application(pid):
     try:
         return found_application(pid)
     except LookupError:
-        return None  # not remembered
+        return None  # not cached: it may appear later
 
 
 def showing(node, depth=0):
-    """All that shows below a node; what is hidden stays in the tree and is left out."""
+    """The visible nodes below a node. Hidden ones stay in the tree and are left out."""
     for child in node:
         if child is None or depth > 30 or not child.getState().contains(pyatspi.STATE_SHOWING):
             continue
@@ -60,7 +59,7 @@ def showing(node, depth=0):
 
 
 def window(program, title):
-    """The program's window of that title; nothing while there is none."""
+    """The program's window of that title; empty while there is none."""
     return next((child for child in program if child is not None and child.name == title), ())
 
 
@@ -73,7 +72,7 @@ def press(node):
 
 
 def label(node):
-    """What stands beside a control and names it; a combo box calls itself by what is chosen in it."""
+    """The label beside a control. A combo box's own name is its current choice."""
     for relation in node.getRelationSet():
         if relation.getRelationType() == pyatspi.RELATION_LABELLED_BY:
             return relation.getTarget(0).name
@@ -81,7 +80,7 @@ def label(node):
 
 
 def act(nodes, command, name):
-    """Does what the command says to the first node that it fits; None when there is none."""
+    """Applies the command to the first node that it fits and gives its result; None when it fits none."""
     for node in nodes:
         role = node.getRole()
         if command == "press" and node.name == name and role in PRESSABLE:

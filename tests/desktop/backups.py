@@ -1,8 +1,8 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""The notifications that come when Quillet does not: handed to the agent while it runs, and shown by the desktop's
-own notification daemon at their moments, never early and once, whatever has become of Quillet by then.
+"""Backup notifications: Quillet hands them to the agent, and the desktop's notification daemon shows each of them once,
+on time and never early, even after Quillet has died.
 
     backups.py Backups.aKilledQuilletStillLeadsThroughTheLessons
     backups.py Backups.aNotificationDaemonThatHangsDelaysNeitherABannerNorTheEnd
@@ -33,7 +33,7 @@ def identifiers(start, student):
 
 
 class Notification:
-    """One notification as the bus carried it to the notification daemon."""
+    """One notification as the bus carried it to the daemon; `time` in seconds since 1970."""
 
     def __init__(self, moment, strings):
         # The program's name, its icon, the title, the body.
@@ -41,14 +41,14 @@ class Notification:
 
 
 class BackupDesktop(Desktop):
-    """A virtual desktop whose bus is listened to."""
+    """A virtual desktop with a monitor on its bus."""
 
     def __init__(self, without=(), **options):
-        # A Quillet that is killed stays away here, so that the backups are on their own.
+        # A killed Quillet is not brought back here: the backups are tested alone.
         super().__init__(without=["return", *without], **options)
 
     def __enter__(self):
-        # The listener's output grows with each call; it is read from its beginning each time.
+        # The monitor's output grows with each call; it is always read from the beginning.
         self.calls = self.room / "logs" / "notify-calls"
         with self.calls.open("wb") as output:
             self.listener = self.popen("dbus-monitor", "--session",
@@ -63,7 +63,7 @@ class BackupDesktop(Desktop):
         super().__exit__(kind, problem, trace)
 
     def write_lessons(self, *events):
-        """A calendar file in place of the earlier one, as the next reload finds it."""
+        """Replaces the calendar file; the next reload reads it."""
         self.write_folder_calendar("lessons.ics", calendar(*events))
 
     def notifications(self):
@@ -71,7 +71,7 @@ class BackupDesktop(Desktop):
         for call in re.split(r"^(?=\w)", self.calls.read_text(errors="replace"), flags=re.MULTILINE):
             head = re.match(r"method call time=([0-9.]+) .*member=Notify$", call, flags=re.MULTILINE)
             strings = re.findall(r'^   string "(.*)"$', call, flags=re.MULTILINE)
-            # The last argument, the time on the screen: the call is there as a whole.
+            # The last argument, the timeout, is there: the call was written completely.
             if head and len(strings) >= 4 and re.search(r"^   int32 ", call, flags=re.MULTILINE):
                 found.append(Notification(float(head[1]), strings))
         return found
@@ -91,7 +91,7 @@ class BackupDesktop(Desktop):
 class Backups(unittest.TestCase):
     def aKilledQuilletStillLeadsThroughTheLessons(self):
         with BackupDesktop() as desktop:
-            # All five kinds come within a minute: the one long before a start from the second lesson.
+            # All five kinds come within about two minutes: "prepare" from the second lesson, the others from the first.
             zero = math.ceil(desktop.now()) + 12
             anna, ben = zero + 61, zero + 250
             desktop.write_system_calendar(event("Zoom - Anna", anna, anna + 62), event("Zoom - Ben", ben, ben + 1500))
@@ -120,12 +120,12 @@ class Backups(unittest.TestCase):
                 self.assertLess(notification.time, due + 1)
                 poll("the daemon's window", desktop.notification_is_on_the_screen, 4)
                 desktop.picture().save(f"backup-{number}-{kind}")
-            # None comes twice, and what is left waits for its moment.
+            # None comes twice, and the rest stay pending.
             desktop.wait_until(anna + 6)
             self.assertEqual(len(desktop.notifications()), len(expected))
             self.assertEqual(sorted(desktop.pending()), sorted(identifiers(ben, "Ben")[1:]))
             (agent,) = desktop.processes(AGENT_PROGRAM)
-            # The agent leaves with its bus.
+            # The agent ends with its bus.
             os.kill(desktop.pid_of("bus"), signal.SIGKILL)
             poll("the agent's end", lambda: desktop.processes(AGENT_PROGRAM) == [], 10)
 
@@ -136,12 +136,12 @@ class Backups(unittest.TestCase):
             program = desktop.start_quillet()
             first = program.wait_for("^scheduled system backup notifications lessons=1$")
             self.assertEqual(sorted(desktop.pending()), sorted(identifiers(start, "Anna")))
-            # The lesson moves: its backups are replaced with the next reload.
+            # The lesson moves: the next reload replaces its backups.
             desktop.write_lessons(event("Zoom - Anna", start + 600, start + 2100, uid="lesson"))
             desktop.skip_to(first.time + 60)
             second = program.wait_for("^scheduled system backup notifications lessons=1$", count=2)
             self.assertEqual(sorted(desktop.pending()), sorted(identifiers(start + 600, "Anna")))
-            # It is called off: with nothing left to keep the agent ends.
+            # The lesson is cancelled: the agent ends when it has nothing left to keep.
             desktop.write_lessons()
             desktop.skip_to(second.time + 60)
             program.wait_for("^scheduled system backup notifications lessons=0$")
@@ -178,7 +178,7 @@ class Backups(unittest.TestCase):
             program = desktop.start_quillet()
             program.wait_for("^system notification permission was not granted$")
             self.assertEqual(program.wait_for_banner().state, "prepare")
-            # The agent is there for a crash alone.
+            # The agent runs only to restart Quillet after a crash.
             self.assertEqual(desktop.pending(), [])
             self.assertEqual(program.quit(), 0)
 
@@ -192,7 +192,7 @@ class Backups(unittest.TestCase):
             banner = program.wait_for_banner()
             self.assertEqual(banner.state, "prepare")
             self.assertLess(banner.fired, loaded.time + 2)
-            # The backups are still under way.
+            # Scheduling the backups is still in progress.
             self.assertEqual(program.find("^scheduled system backup notifications "), [])
             self.assertEqual(program.quit(), 0)
 
@@ -204,7 +204,8 @@ class Backups(unittest.TestCase):
             first = program.wait_for("^scheduled system backup notifications lessons=1$")
             (agent,) = desktop.processes(AGENT_PROGRAM)
             os.kill(agent, signal.SIGSTOP)
-            # Found by the reload of the next minute, whose backups then hang while the lesson comes near.
+            # The next reload, a minute later, finds this lesson; scheduling its backups then hangs while the lesson
+            # approaches.
             start = math.ceil(first.time + 60) + 65
             desktop.write_lessons(event("Zoom - Ben", start, start + 1500))
             desktop.skip_to(first.time + 60)

@@ -11,7 +11,7 @@ from waiting import poll
 
 
 class CalendarServer(contextlib.AbstractContextManager):
-    """One calendar, "Online", of the user "teacher", for a desktop whose calendar service has not been started."""
+    """Serves one calendar, "Online", of the user "teacher". Create it before the desktop's calendar service starts."""
 
     def __init__(self, desktop):
         self.desktop = desktop
@@ -75,7 +75,7 @@ StaySynchronized=true
         (self.collection / f"{name}.ics").unlink()
 
     def hang(self):
-        """From now on it accepts connections and does not answer."""
+        """From now on the server accepts connections but does not answer."""
         os.kill(self.process.pid, signal.SIGSTOP)
 
     def resume(self):

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""Calendars as text. Moments are seconds since 1970."""
+"""Calendars as iCalendar text. Moments are seconds since 1970."""
 import datetime
 
 

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""A clock that runs faster than the machine's, one and the same for all programs that go by it."""
+"""A clock that runs faster than the machine's, the same for all programs that use it."""
 import _multiprocessing
 import datetime
 import os
@@ -12,16 +12,16 @@ import zoneinfo
 
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
 LIBRARY = "/usr/$LIB/faketime/libfaketimeMT.so.1"
-SETTLE = 1.5  # seconds of the machine until a jump has reached every program: the library looks once a second
+SETTLE = 1.5  # machine seconds until a jump has reached every program: the library looks once a second
 
 
 class FasterClock:
-    """The time of day, timers and time limits of the programs that have environment(), `pace` times as fast as here.
+    """Runs the time of day, timers and time limits of programs started with environment() `pace` times as fast.
 
-    libfaketime counts from the start of each process, or from a moment in shared memory where it finds one: only so
-    does a program that the bus has started agree with the one that it follows. In that memory the library has two
-    counters, then the moment of the start (seconds and nanoseconds) on each clock; -1 nanoseconds stand for no moment
-    yet, and the first process notes its own."""
+    libfaketime counts from the start of each process, or from a moment in shared memory if there is one. The shared
+    moment makes programs that the bus starts later agree with the earlier ones. The memory's layout: two counters, then
+    the start (seconds and nanoseconds) on each clock; -1 nanoseconds means that it is not set, and the first process
+    stores its own start."""
 
     def __init__(self, zone, folder, pace):
         self.zone, self.pace = zoneinfo.ZoneInfo(zone), pace
@@ -35,7 +35,7 @@ class FasterClock:
         self.variables = {"LD_PRELOAD": f"{timers}:{LIBRARY}", "NO_FAKE_STAT": "1", "FAKETIME_CACHE_DURATION": "1",
                           "FAKETIME_DONT_RESET": "1", "FAKETIME_TIMESTAMP_FILE": str(self.file),
                           "FAKETIME_SHARED": f"/{name} /{name}"}
-        self.times = []  # from that moment on (of the machine), the clock counts from that one
+        self.times = []  # (machine time, origin): from that time on, this clock counts from that origin
         self._set(int(time.time()))
         subprocess.run(["date"], env={**os.environ, "TZ": zone, **self.variables}, check=True, capture_output=True)
         seconds, nanoseconds = struct.unpack_from("<qq", self.memory.read_bytes(), 16)
@@ -43,7 +43,7 @@ class FasterClock:
         assert abs(self.start - time.time()) < 10, "libfaketime keeps its start elsewhere"
 
     def environment(self, desktop_environment):
-        """What a program that goes by this clock finds in its environment."""
+        """The environment of a program that uses this clock."""
         return {**desktop_environment, **self.variables}
 
     def now(self):
@@ -51,7 +51,7 @@ class FasterClock:
         return self.at(time.time())
 
     def at(self, moment):
-        """What this clock showed at a moment of the machine's."""
+        """What this clock showed at a moment of the machine's clock."""
         origin = next((origin for since, origin in reversed(self.times) if since <= moment), self.times[0][1])
         return origin + (moment - self.start) * self.pace
 
@@ -63,7 +63,7 @@ class FasterClock:
             time.sleep(left / self.pace)
 
     def jump_to(self, moment):
-        """All programs are at that moment soon, as after a night that nobody has waited for."""
+        """Moves all programs to that moment and waits until they have noticed."""
         self._set(int(moment - (time.time() - self.start) * self.pace))
         time.sleep(SETTLE)
 

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""The files that Quillet and its agent keep: what else may stand in their places, and who can read them.
+"""The files of Quillet and its agent: other things in their place, and who can read them.
 
     files_road.py Files.aDevicesNameInEveryFilesPlaceDelaysNothing
     files_road.py Files.aFolderInEveryFilesPlaceDelaysNothing
@@ -23,7 +23,7 @@ NAME = "Philippa"
 
 
 def make_socket(path):
-    # Its full name may be too long for one.
+    # The full path may be too long for a socket's address.
     here = os.open(".", os.O_RDONLY)
     os.chdir(path.parent)
     with socket.socket(socket.AF_UNIX) as made:
@@ -49,13 +49,13 @@ class Files(unittest.TestCase):
         self.walk_with(os.mkdir, stat.S_IFDIR)
 
     def aDevicesNameInEveryFilesPlaceDelaysNothing(self):
-        # Only root makes a device; everyone a link to one.
+        # Only root can create a device; a link to one needs no privilege.
         self.walk_with(lambda path: path.symlink_to(os.devnull), stat.S_IFLNK)
 
     def walk_with(self, make, kind):
         with Desktop(calendar_service=False, movable_clock=True) as desktop:
             state = desktop.room / "state"
-            # Which file a calendar's memory is in, a first run tells.
+            # The first run tells the name of the calendar's memory file.
             start = desktop.now() + 600
             lessons = calendar(event(f"Zoom - {NAME}", start, start + 1500))
             desktop.write_folder_calendar("lessons.ics", lessons)
@@ -78,7 +78,7 @@ class Files(unittest.TestCase):
                 make(place)
             started = time.monotonic()
             program = desktop.start_quillet()
-            # It has no log any more: the bell tells of the lesson.
+            # There is no log any more; the bell shows that the lesson is loaded.
             poll("the lesson in the bell", lambda: desktop.status_items() and NAME in desktop.status_title(), 10)
             self.assertLess(time.monotonic() - started, 10)
             desktop.skip_to(start - 60)
@@ -98,7 +98,7 @@ class Files(unittest.TestCase):
             os.umask(before)
 
     def walk_with_open_files(self, desktop):
-        # As an earlier version, or a careless user, left them.
+        # Files as an earlier version or a careless user may leave them.
         entry = [{"id": "5B3D1D4A-6AA0-4A3A-9BB6-3A3F9A3C7B11", "studentName": NAME, "platform": "Zoom",
                   "startTime": desktop.now() + 7200 - 978307200, "durationMinutes": 25}]
         data = json.dumps(entry).replace('"', '\\"')
@@ -119,7 +119,7 @@ class Files(unittest.TestCase):
         poll("the calendar's memory", lambda: list(desktop.room.glob("state/quillet/calendars/*.memory")))
         desktop.skip_to(start - 60)
         program.wait_for_banner()
-        # What it starts, a viewer of the manual for one, keeps the user's own mask.
+        # Programs that it starts, such as a PDF viewer, inherit the user's own umask.
         status = pathlib.Path(f"/proc/{program.process.pid}/status").read_text()
         self.assertIn("Umask:\t0000\n", status)
         self.assertEqual(program.quit(), 0)
@@ -132,7 +132,7 @@ class Files(unittest.TestCase):
         for path in named:
             self.assertEqual(oct(path.stat().st_mode & 0o777), oct(0o600), path)
             self.assertEqual(oct(path.parent.stat().st_mode & 0o777), oct(0o700), path)
-        # No copy is left over.
+        # No temporary copy remains.
         self.assertEqual(sorted(path.name for path in desktop.config.glob("quillet/*")), ["quillet.ini"])
 
 

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""A peer on the session bus that asks the Quillet there for the same things 3,000 times over: flood.py NAME"""
+"""Sends the same requests to the Quillet on the session bus 3,000 times: flood.py BUS-NAME"""
 import sys
 
 from gi.repository import Gio, GLib

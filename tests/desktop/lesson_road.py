@@ -1,11 +1,11 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""The whole road of one lesson: an event in a calendar raises its banners at four minutes, one minute, join, start and
-finish; each never early and at once, once, and seen in a picture. What lies between two of them is skipped; each comes
-in real time.
+"""One lesson from the calendar event to the last banner: four minutes, one minute, join, start and finish. Each banner
+appears once, never early, without delay, and is seen in a picture. The time between two banners is skipped; each
+changeover itself happens in real time.
 
-Three roads, each a test of its own so that CTest can run them beside each other:
+Three tests, which CTest can run in parallel:
 
     lesson_road.py Road.aCalendarEventRaisesItsBanners
     lesson_road.py Road.aCalendarFileRaisesItsBannersWithoutACalendarService
@@ -25,7 +25,7 @@ TITLES = {
     "startNow": "START NOW",
     "wrapUp": "FINISH UP ANNA",
 }
-# What stands beside the bell.
+# The text beside the bell.
 ITEM_TITLES = {
     "prepare": "Prepare",
     "oneMinuteWarning": "1 min",
@@ -34,7 +34,7 @@ ITEM_TITLES = {
     "wrapUp": "Wrap up",
 }
 RUN_UP = 3  # seconds of real time before each changeover: long enough for a reload
-STAY = 10  # seconds for which a banner is on the screen
+STAY = 10  # seconds for which a banner stays on the screen
 
 
 class Road(unittest.TestCase):
@@ -68,12 +68,12 @@ class Road(unittest.TestCase):
             self.assertTrue(any(TITLES[state] in text for text in texts), texts)
             at_each()
             if state in ("prepare", "oneMinuteWarning"):
-                # The next one has the same colour: it is to be seen for itself.
+                # The next banner has the same colour, so this one must be gone first.
                 desktop.wait_until(banner.shown + STAY - 2)
                 self.assertTrue(desktop.picture().shows(banner))
                 desktop.wait_until_gone(banner, 5)
             if state == "startNow":
-                # The lesson begins, and the last call ends, without a further word.
+                # The lesson begins and its last call ends without another banner.
                 desktop.skip_to(self.start - RUN_UP)
                 desktop.wait_until(self.start + 7)
                 self.assertEqual(desktop.status_title(), "Anna")

@@ -1,8 +1,7 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""What a newcomer sees: the sample day of scripts/run, and that nothing of it is left behind. Each test is run by
-CTest on its own:
+"""The sample day of scripts/run: it shows every banner and leaves nothing behind. CTest runs each test separately:
 
     newcomer.py Newcomer.theSampleDayShowsEveryBanner
 """
@@ -17,7 +16,7 @@ from quillet_desktop import PREFIX, SOURCE, poll
 VIRTUAL_DESKTOP = str(SOURCE / "scripts/virtual-desktop")
 SAMPLE_DAY = str(SOURCE / "scripts/show-sample-day")
 
-# A program that tells of four banners: one that is green, one that is blue, and two for which the blue one just stays.
+# A program that logs four banners but shows only a green and a blue window: the blue one stays for the last three.
 STAYING_BANNER = r"""#!/bin/bash
 pictures=$(dirname "$0")
 banner() {
@@ -48,7 +47,7 @@ kill $!
 
 
 def left_of(room):
-    """The processes that belong to the virtual desktop in that folder."""
+    """The command lines of the processes that still belong to the virtual desktop in that folder."""
     mark = f"QUILLET_DESKTOP={room}".encode()
     left = []
     for entry in pathlib.Path("/proc").glob("[0-9]*"):
@@ -61,7 +60,7 @@ def left_of(room):
 
 
 def runs(room):
-    """Does Quillet itself run in that desktop?"""
+    """Whether Quillet itself runs on that desktop."""
     return any(str(PREFIX / "bin/quillet").encode() in line.split(b"\0")[:2] and b"show-sample-day" not in line
                for line in left_of(room))
 
@@ -73,7 +72,7 @@ class Newcomer(unittest.TestCase):
         self.folder = pathlib.Path(folder.name)
 
     def start(self, program):
-        """Starts the sample day as scripts/run does, in a process group of its own like a terminal's."""
+        """Starts the sample day as scripts/run does, in its own process group, as a terminal would."""
         room_file = self.folder / "room"
         process = subprocess.Popen(
             [VIRTUAL_DESKTOP, "--prefix", str(PREFIX), "--room-file", str(room_file), SAMPLE_DAY, program, str(self.folder)],

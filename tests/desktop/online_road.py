@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""Lessons that lie on a server: what changes there arrives, and a server that hangs takes nothing away.
+"""Lessons on a calendar server: changes arrive, and a hanging server takes no lesson away.
 
     online_road.py Online.aServerThatHangsLeavesLessonsBannersAndBackups
     online_road.py Online.theTeachersReloadBringsWhatChangedOnTheServer
@@ -22,7 +22,7 @@ LOADED = "^scheduled system backup notifications lessons="
 
 class Online(unittest.TestCase):
     def end_service(self, desktop):
-        """The machine starts anew: its calendar service has to ask the server."""
+        """Ends the calendar service, as a reboot does: the next one has to ask the server."""
         for part in ("evolution-calendar-factory", "evolution-calendar-factory-subprocess"):
             for pid in desktop.processes(part):
                 os.kill(pid, signal.SIGKILL)
@@ -46,7 +46,7 @@ class Online(unittest.TestCase):
             self.assertLess(told.time - program.started, 8)
             program.wait_for(LOADED + "1$", 20, count=2)
             self.assertEqual(sorted(desktop.pending()), sorted(identifiers(start, "Anna")))
-            # A minute later it is silent still; that is no news.
+            # A minute later the server still hangs; it is not reported again.
             desktop.skip_to(start - 62)
             self.assertEqual(program.wait_for_banner().state, "prepare")
             banner = program.wait_for_banner(2, 30)
@@ -96,7 +96,7 @@ class Online(unittest.TestCase):
             start = math.ceil(desktop.now()) + 7200
             lesson = event("Zoom - Anna", start, start + 1500)
             server.put("anna", lesson)
-            # Half of a calendar, from the start on: there is no earlier answer of its.
+            # A truncated calendar, with no earlier answer to fall back on.
             desktop.write_folder_calendar("School.ics", calendar(lesson)[:-60])
             program = desktop.start_quillet(session.environment)
             program.wait_for(LOADED + "1$", 30)
@@ -116,7 +116,7 @@ class Online(unittest.TestCase):
             told = gaps()
             self.assertEqual(len(told), 1)
 
-            # And again: it is told already.
+            # Another five minutes later: the gap was already reported.
             server.remove("cleo")
             desktop.skip_to(desktop.now() + 301)
             program.wait_for(LOADED + "2$", 20, count=2)

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""The day that a virtual desktop stands in is its own, whatever the clock of the machine says.
+"""A virtual desktop has its own day, whatever the machine's clock says.
 
     own_day.py OwnDay.itIsMorningAtEveryHourOfTheMachine
 """
@@ -22,7 +22,7 @@ class OwnDay(unittest.TestCase):
         self.fail("name the road to walk")
 
     def desktop_of(self, **environment):
-        """A desktop on a machine with that environment."""
+        """A desktop started from that environment."""
         kept = {name: value for name, value in os.environ.items() if name != "QUILLET_TEST_DAY"}
         with unittest.mock.patch.dict(os.environ, {**kept, **environment}, clear=True):
             return Desktop()
@@ -46,7 +46,7 @@ class OwnDay(unittest.TestCase):
         with self.desktop_of(QUILLET_TEST_DAY="2027-03-28 Europe/Berlin") as desktop:
             self.assertEqual(desktop.run("date", "+%F %H %Z").strip(), "2027-03-28 10 CEST")
             self.assertEqual(f"{desktop.clock.local(desktop.now()):%F %H %Z}", "2027-03-28 10 CEST")
-            # Also what the bus has started stands in that day.
+            # Programs started by the bus are in that day, too.
             (service,) = desktop.processes("xfconfd")
             self.assertIn("libfaketime", pathlib.Path(f"/proc/{service}/maps").read_text())
 

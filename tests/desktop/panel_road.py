@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""The bell's panel and the windows on the whole program, by mouse, keyboard and screen reader.
+"""The bell's panel and the windows of the whole program, by mouse, keyboard and screen reader.
 
     panel_road.py Panel.aClickOnTheBellOpensThePanelThereAndAnotherClosesIt
 """
@@ -16,9 +16,9 @@ from quillet_desktop import Desktop, event, poll
 
 WINDOWS = [("Quick Start", "Welcome to Quillet"), ("User Manual", "Quillet Help"), ("About Quillet", "About Quillet"),
            ("Settings", "Quillet Settings"), ("Show Debug Window", "Debug Window")]
-THICKNESS = 30  # of the desktop's panel, on the upper edge
+THICKNESS = 30  # pixels, of the desktop's panel, at the upper edge
 NO_PANEL = "^no panel shows the bell"
-OVERDUE = 66  # seconds after which a desktop without a panel has long been taken for one
+OVERDUE = 66  # seconds by which Quillet has concluded that no panel shows its bell
 
 
 def four_lessons(desktop):
@@ -34,7 +34,7 @@ class Panel(unittest.TestCase):
     # --- steps
 
     def start(self, desktop, arguments=(), environment=None):
-        """Starts the program of a teacher who has been through the setup."""
+        """Starts the program with the setup already completed."""
         desktop.write_settings("hasCompletedWelcome=true")
         program = desktop.start_quillet(environment, arguments)
         program.wait_for("^calendar reload success")
@@ -83,8 +83,8 @@ class Panel(unittest.TestCase):
             self.assertEqual(desktop.frame_of(panel), [0, 0, 0, 0])
             left, top, width, _ = desktop.place(panel)
             self.assertGreaterEqual(top, THICKNESS)
-            self.assertGreater(left + width, desktop.size[0] - 60)  # at the end that has the bell
-            # One that is open stays.
+            self.assertGreater(left + width, desktop.size[0] - 60)  # at the end with the bell
+            # An open panel stays open.
             self.assertEqual(desktop.start_quillet().wait_for_end(), 0)
             program.wait_for("^second start handed over$", count=2)
             self.assertEqual(desktop.windows(PANEL), [panel])
@@ -133,14 +133,14 @@ class Panel(unittest.TestCase):
             told = program.wait_for(NO_PANEL, OVERDUE)
             self.assertGreater(told.time - program.started, 55)
             window = self.wait_for_panel(desktop)
-            self.assertGreater(desktop.frame_of(window)[2], 0)  # an ordinary one, with a title bar
-            # Nobody asked for it, so that the keyboard stays where it was.
+            self.assertGreater(desktop.frame_of(window)[2], 0)  # an ordinary window with a title bar
+            # Nobody asked for it, so the keyboard focus stays where it was.
             self.assertNotEqual(desktop.active_window(), window)
             desktop.run("xdotool", "windowactivate", "--sync", str(window))
             desktop.run("xdotool", "key", "Escape")
             self.wait_until_closed(desktop)
             program.check_alive()
-            # From then on whoever wants to see it starts the program again.
+            # From then on, another start of the program opens it.
             self.assertEqual(desktop.start_quillet().wait_for_end(), 0)
             self.wait_for_panel(desktop)
             self.assertEqual(len(program.find(NO_PANEL)), 1)
@@ -185,7 +185,7 @@ class Panel(unittest.TestCase):
                 (opened[title],) = poll(title, lambda t=title: desktop.windows(t))
                 poll(f"{title} to have the keyboard", lambda t=title: desktop.active_window() == opened[t])
                 poll("the panel to close", lambda: not desktop.windows(PANEL))
-            # Each again, from behind the others.
+            # Each again, from behind the others: its window comes to the front.
             for button, title in WINDOWS:
                 self.assertNotEqual(desktop.active_window(), opened[title])
                 program.open_panel()
@@ -204,7 +204,7 @@ class Panel(unittest.TestCase):
             self.wait_until_closed(desktop)
             program.check_alive()
             self.assertEqual(len(desktop.status_items()), 1)
-            # It goes on as before.
+            # The program still works.
             program.open_panel()
             program.press("About Quillet")
             poll("the window again", lambda: desktop.windows("About Quillet"))

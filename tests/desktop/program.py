@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""A running Quillet: its log, and what a screen reader does with it."""
+"""A running Quillet: its process, its log, and its operation through a screen reader."""
 import datetime
 import json
 import os
@@ -17,7 +17,7 @@ HERE = pathlib.Path(__file__).resolve().parent
 PREFIX = pathlib.Path(os.environ["QUILLET_TEST_PREFIX"])
 BUS_NAME = "com.ordwinsoftware.Quillet"
 OBJECT_PATH = "/com/ordwinsoftware/Quillet"
-PANEL = "Quillet"  # its window's title
+PANEL = "Quillet"  # the title of the panel's window
 
 
 class Line:
@@ -33,12 +33,13 @@ class Line:
 
 
 class Banner:
-    """One banner as the log tells of it."""
+    """One banner according to the log: `fired` and `shown` in seconds since 1970; `left`, `top` and `close_button` in
+    pixels of the screen, for the banner at its final size."""
 
     def __init__(self, state, message, fired, shown, screen, frame):
         self.state, self.message, self.fired, self.shown = state, message, fired, shown
-        # The log tells the frame at the start of the animation, 95 % of the final one with the same centre, in
-        # points with y up; pictures have y down.
+        # The log has the frame at the start of the animation, which is 95 % of the final size with the same centre. Its
+        # points have y up; pictures have y down.
         x, y, width, height = frame
         self.left = round(x + width / 2 - BANNER_WIDTH / 2)
         self.top = round(screen[3] - (y + height / 2) - BANNER_HEIGHT / 2)
@@ -73,7 +74,7 @@ class Program:
         return [line for line in self.lines() if re.search(pattern, line.message)]
 
     def wait_for(self, pattern, seconds=15.0, count=1):
-        """Waits until the log holds `count` lines that match; gives the last of those."""
+        """Waits until `count` log lines match the pattern; gives the last of them."""
         def look():
             self.check_alive()
             found = self.find(pattern)
@@ -110,14 +111,15 @@ class Program:
         return self.process.returncode
 
     def quit(self):
-        """Asks it to quit as the desktop would; gives its exit status."""
+        """Quits it through the bus, as the desktop would; gives its exit status."""
         self.desktop.call(BUS_NAME, OBJECT_PATH, "org.freedesktop.Application.ActivateAction", "quit", "[]", "{}")
         return self.wait_for_end()
 
     def accessible(self, command, *name):
-        """Has a screen reader do one of the things that accessible.py knows; gives its answer."""
+        """Sends a request to accessible.py and gives its answer; fails when that is null or false."""
         if self.reader is None:
-            # Without libfaketime, also in another day: with 0.9.10 no program of Python can sleep.
+            # Without libfaketime, even when the desktop is in another day: under version 0.9.10 no Python program can
+            # sleep.
             environment = {name: value for name, value in self.desktop.environment.items() if name != "LD_PRELOAD"}
             with (self.desktop.room / "logs/accessible").open("ab") as output:
                 self.reader = subprocess.Popen(["/usr/bin/python3", str(HERE / "accessible.py"), str(self.process.pid)],
@@ -132,29 +134,29 @@ class Program:
         return answer
 
     def accessible_texts(self):
-        """Every text that a screen reader finds in the program's showing windows, once there is one."""
+        """Waits until a screen reader finds any text in the program's visible windows; gives all of them."""
         return self.accessible("texts")
 
     def accessible_roles(self, title):
-        """What a screen reader finds in the window of that title, itself first: each role with its name."""
+        """Role and name of the window of that title, and of each element that a screen reader finds in it."""
         return [tuple(found) for found in self.accessible("roles", title)]
 
     def shows(self, text, *window):
-        """Whether a screen reader finds that text right now; in the window of that title, if told."""
+        """Whether a screen reader finds that text right now; `window`: only in the window of that title."""
         return self.accessible("shows", text, *window)["shows"]
 
     def open_panel(self):
-        """Clicks the bell, unless its panel is open: a click would close it."""
+        """Opens the panel with a click on the bell, unless it is open already: a click would close it."""
         if not self.shows("Quit Quillet", PANEL):
             self.desktop.click_bell()
             poll("the panel", lambda: self.shows("Quit Quillet", PANEL))
 
     def press(self, name, *window):
-        """Presses the button, or turns the switch, of that accessible name; in the window of that title, if told."""
+        """Presses the button, or toggles the switch, of that accessible name; `window`: in the window of that title."""
         self.accessible("press", name, *window)
 
     def focus(self, name):
-        """Gives the keyboard to what has that accessible name."""
+        """Gives the keyboard focus to the element of that accessible name."""
         self.accessible("focus", name)
 
     def choose(self, label, choice):
@@ -175,7 +177,7 @@ class Program:
             except subprocess.TimeoutExpired:
                 self.process.kill()
                 self.process.wait()
-        # What libfaketime leaves of a program that was killed.
+        # libfaketime leaves these behind when a program is killed.
         for name in (f"faketime_shm_{self.process.pid}", f"sem.faketime_sem_{self.process.pid}"):
             pathlib.Path("/dev/shm", name).unlink(missing_ok=True)
 

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""What the whole-program tests stand on: a virtual desktop, calendars with lessons in them, the real program, its
-log, pictures of the screen and what a screen reader sees.
+"""The base of the whole-program tests: a virtual desktop, calendars with lessons, the real program, its log, pictures
+of the screen and a screen reader.
 
 Nothing here waits for a fixed time in the hope that it is enough: everything is polled for, with a deadline."""
 import contextlib
@@ -22,13 +22,14 @@ SOURCE = pathlib.Path(__file__).resolve().parent.parent.parent
 
 
 class Desktop(contextlib.AbstractContextManager):
-    """A virtual desktop of its own; taken down, with all that runs in it, at the end."""
+    """A virtual desktop; leaving the context ends it with everything that runs in it."""
 
     size = (1440, 900)
 
     def __init__(self, calendar_service=True, without=(), movable_clock=False, movable_timers=False):
-        """With a movable clock, what start_quillet() starts goes along when the test skips time; with movable timers,
-        their timers and time limits do, too."""
+        """`without`: parts of scripts/virtual-desktop to leave out. With a movable clock, the time of day of programs
+        started by start_quillet() follows when the test skips time; with movable timers, so do their timers and time
+        limits."""
         self.programs = []
         with tempfile.TemporaryDirectory() as folder:
             room_file = pathlib.Path(folder) / "room"
@@ -37,7 +38,7 @@ class Desktop(contextlib.AbstractContextManager):
                 command.append("--without-calendar-service")
             for part in without:
                 command += ["--without", part]
-            # A process group of its own, so that Ctrl+C reaches the test, which then ends the desktop.
+            # In its own session: Ctrl+C reaches only the test, which then ends the desktop.
             self.process = subprocess.Popen([*command, "sleep", "infinity"], start_new_session=True,
                                             stdin=subprocess.DEVNULL)
 
@@ -62,7 +63,7 @@ class Desktop(contextlib.AbstractContextManager):
         self.process.wait(30)
 
     def report(self):
-        """Prints what helps to understand a failure."""
+        """Prints the ends of the logs, to explain a failure."""
         for path in [*self.room.glob("state/Logs/Quillet/*.log"), self.room / "logs/quillet",
                      self.room / "logs/accessible"]:
             if path.is_file():
@@ -79,7 +80,7 @@ class Desktop(contextlib.AbstractContextManager):
         poll("that moment", lambda: self.now() > moment, max(moment - self.now(), 0) + 1)
 
     def skip_to(self, moment):
-        """Moves Quillet's time of day to the last whole second before that moment."""
+        """Moves Quillet's time of day forward to the last whole second before that moment."""
         self.clock.skip_to(moment)
 
     def set_clock_back(self, seconds):
@@ -89,7 +90,7 @@ class Desktop(contextlib.AbstractContextManager):
     # --- calendars
 
     def write_system_calendar(self, *events):
-        """The calendar that the calendar service always has; it also picks up later writes."""
+        """Replaces the calendar that the calendar service always has; a running service notices."""
         path = self.data / "evolution/calendar/system/calendar.ics"
         path.parent.mkdir(parents=True, exist_ok=True)
         new = path.with_suffix(".new")
@@ -113,7 +114,7 @@ class Desktop(contextlib.AbstractContextManager):
         return subprocess.Popen(command, env=self.environment, **{"stdin": subprocess.DEVNULL, **options})
 
     def run(self, *command, text=True, seconds=20):
-        """Runs a command in the desktop and gives what it printed; fails when it fails."""
+        """Runs a command on the desktop and gives its output; fails when its exit status is not 0."""
         done = subprocess.run(command, env=self.environment, stdin=subprocess.DEVNULL, capture_output=True,
                               timeout=seconds)
         if done.returncode != 0:
@@ -125,7 +126,7 @@ class Desktop(contextlib.AbstractContextManager):
         return int((self.room / "pids" / part).read_text())
 
     def processes(self, executable):
-        """The desktop's processes that run that executable, also those that the bus has started."""
+        """The desktop's processes that run that executable, including those that the bus has started."""
         mark = f"QUILLET_DESKTOP={self.room}".encode()
         found = []
         for entry in pathlib.Path("/proc").glob("[0-9]*"):
@@ -159,20 +160,20 @@ class Desktop(contextlib.AbstractContextManager):
         return re.fullmatch(r"\(<'(.*)'>,\)\s*", answer)[1]
 
     def status_tool_tip(self):
-        """What the only status item says when it is pointed at; a screen reader gets it, too."""
+        """The tool tip of the only status item, as a GVariant text; a screen reader gets it, too."""
         (item,) = self.status_items()
         name, path = re.fullmatch(r"([^/]+)(/.*)?", item).groups()
         return self.call(name, path or "/StatusNotifierItem", "org.freedesktop.DBus.Properties.Get",
                          "org.kde.StatusNotifierItem", "ToolTip")
 
     def click_bell(self):
-        """Clicks the bell, as its host would tell of it."""
+        """Activates the bell through the bus, as its host does on a click."""
         (item,) = poll("the bell", self.status_items)
         name, path = re.fullmatch(r"([^/]+)(/.*)?", item).groups()
         self.call(name, path or "/StatusNotifierItem", "org.kde.StatusNotifierItem.Activate", str(self.size[0] - 40), "10")
 
     def bell(self):
-        """The middle of the bell: of the leftmost bright thing in the right half of the desktop's panel."""
+        """The middle of the bell: the leftmost bright spot in the right half of the desktop's panel."""
         def look():
             picture = self.picture()
             for x in range(picture.width // 2, picture.width):
@@ -187,36 +188,36 @@ class Desktop(contextlib.AbstractContextManager):
     # --- windows
 
     def windows(self, title):
-        """The visible windows of exactly that title."""
+        """The visible windows with exactly that title."""
         done = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{re.escape(title)}$"],
                               env=self.environment, stdin=subprocess.DEVNULL, capture_output=True, text=True, check=False)
         return [int(word) for word in done.stdout.split()]
 
     def place(self, window):
-        """Where the window stands, without its frame: left, top, width and height."""
+        """The window without its frame: left, top, width and height."""
         words = self.run("xdotool", "getwindowgeometry", "--shell", str(window))
         return [int(re.search(rf"^{name}=(-?\d+)$", words, re.MULTILINE)[1]) for name in ("X", "Y", "WIDTH", "HEIGHT")]
 
     def frame_of(self, window):
-        """How far the window manager's frame reaches beyond the window: left, right, above and below."""
+        """The widths of the window manager's frame: left, right, top and bottom."""
         words = self.run("xprop", "-id", str(window), "_NET_FRAME_EXTENTS").partition("=")[2]
         return [int(number) for number in re.findall(r"\d+", words)] or [0, 0, 0, 0]
 
     def stacking(self, program):
-        """The program's windows that the window manager knows, the foremost last."""
+        """The program's windows that the window manager knows, topmost last."""
         windows = re.findall("0x[0-9a-f]+", self.run("xprop", "-root", "_NET_CLIENT_LIST_STACKING"))
         pid = str(program.process.pid)
         return [int(window, 16) for window in windows
                 if self.run("xprop", "-id", window, "_NET_WM_PID").split()[-1] == pid]
 
     def write_settings(self, *lines):
-        """The settings as the program finds them when it starts."""
+        """Writes the settings file; for a program that does not run yet."""
         path = self.config / "quillet/quillet.ini"
         path.parent.mkdir(parents=True, exist_ok=True)
         path.write_text("\n".join(["[General]", *lines, ""]))
 
     def setting(self, key):
-        """A setting as it stands in the file; None where it does not."""
+        """A setting's text in the file; None if it is not there."""
         try:
             lines = (self.config / "quillet/quillet.ini").read_text(errors="replace").splitlines()
         except FileNotFoundError:
@@ -229,7 +230,7 @@ class Desktop(contextlib.AbstractContextManager):
         return Picture(self)
 
     def wait_until_shown(self, banner, name, seconds=4.0):
-        """Waits until the banner is in a picture, and keeps that picture."""
+        """Waits until the banner is on the screen, and saves that picture under the name."""
         picture = poll(f"the banner {banner.state} in a picture",
                        lambda: (lambda taken: taken if taken.shows(banner) else None)(self.picture()), seconds)
         picture.save(name)

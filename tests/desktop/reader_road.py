@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""What a screen reader is told of the whole program.
+"""What a screen reader learns about the whole program.
 
     reader_road.py Reader.eachWindowTellsWhatItIs
 """
@@ -35,7 +35,7 @@ class Reader(unittest.TestCase):
 
     def eachWindowTellsWhatItIs(self):
         with Desktop() as desktop:
-            # The banner to join this platform stays for most of a minute.
+            # The join banner of this platform stays for most of a minute.
             start = int(desktop.now()) + 58
             desktop.write_settings("hasCompletedWelcome=true")
             desktop.write_system_calendar(event("Microsoft Teams - Anna", start, start + 2700))
@@ -45,7 +45,7 @@ class Reader(unittest.TestCase):
             banner = program.accessible_roles("Quillet reminder")
             self.assertEqual(banner[0], ("frame", "Quillet reminder"))
             role, name = banner[1]
-            self.assertIn(role, ["notification", "alert"])  # as the toolkit's version is
+            self.assertIn(role, ["notification", "alert"])  # depends on the version of Qt
             self.assertIn(". Anna. ", name)
             self.assertIn(("label", "Anna"), banner)
             self.assertIn("Close reminder", [name for _, name in banner])

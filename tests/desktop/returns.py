@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""A Quillet that crashes while lessons remain comes back; one that ends as it was told to does not.
+"""The agent restarts a Quillet that crashes while lessons remain, but not one that was told to end.
 
     returns.py Returns.aCrashedQuilletComesBackThreeTimes
     returns.py Returns.aQuilletThatEndsAsToldStaysAway
@@ -17,7 +17,7 @@ from quillet_desktop import Desktop, event, poll, report_lateness
 
 
 def running(desktop):
-    """The process that is Quillet, None while there is none."""
+    """Quillet's process id; None while it does not run."""
     found = desktop.processes("quillet")
     return found[0] if found else None
 
@@ -37,7 +37,7 @@ class Returns(unittest.TestCase):
             program.wait_for("^scheduled system backup notifications lessons=1$")
             pid = self.crash(desktop, program.process.pid, signal.SIGKILL)
             program.process.wait()
-            # Nothing opens that nobody asked for.
+            # The restarted program opens no window by itself.
             poll("the bell", desktop.status_items)
             self.assertEqual(desktop.stacking(types.SimpleNamespace(process=types.SimpleNamespace(pid=pid))), [])
             self.assertLess(desktop.now(), start - 60, "the machine was too slow for this test")
@@ -52,11 +52,12 @@ class Returns(unittest.TestCase):
             poll("the agent to let it be", lambda: "Quillet is not brought back" in agent_log(desktop), 5)
             self.assertIn("3 times within 600 seconds", agent_log(desktop))
             self.assertIsNone(running(desktop))
-            # One that somebody starts runs as ever.
+            # Started by hand it works as ever.
             desktop.start_quillet().wait_for("^status item registered$")
 
     def crash(self, desktop, pid, number):
-        """Ends that process so; gives the one that follows it within two seconds, or three on a busy machine."""
+        """Ends the process with that signal and gives its successor's id. The bell must be back within three seconds:
+        two are normal, three allow for a busy machine."""
         os.kill(pid, number)
         died = desktop.now()
 
@@ -83,7 +84,7 @@ class Returns(unittest.TestCase):
                 self.assertIsNone(running(desktop))
                 program.log.unlink()
             self.assertEqual(agent_log(desktop), "")
-            # A session that ends takes the display away; the bus of the user goes on.
+            # A session that ends takes its display away, while the user's bus stays.
             program = desktop.start_quillet()
             program.wait_for("^scheduled system backup notifications lessons=1$")
             os.kill(desktop.pid_of("display"), signal.SIGTERM)

@@ -1,8 +1,8 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""A screen saver on the session bus: says "active" or not for each line "true" or "false" of its standard input,
-and leaves the bus at its end."""
+"""A screen saver on the session bus: announces "active" or not for each line "true" or "false" of its standard input;
+leaves the bus when the input ends."""
 import sys
 
 from gi.repository import Gio, GLib

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""A system bus of a test's own, with a session manager that tells of sleep."""
+"""A private system bus with a session manager that announces sleep."""
 import contextlib
 import subprocess
 
@@ -17,7 +17,7 @@ CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Con
 
 
 class SessionManager(contextlib.AbstractContextManager):
-    """Programs that have its environment find it."""
+    """Programs started with its `environment` find it."""
 
     def __init__(self, desktop):
         self.desktop = desktop
@@ -38,7 +38,7 @@ class SessionManager(contextlib.AbstractContextManager):
                                 "--timeout", "5", "--dest", name, "--object-path", path, "--method", method, *arguments)
 
     def wake(self):
-        """Tells that the machine has slept."""
+        """Announces that the machine has woken from sleep."""
         self._call(NAME, PATH, "org.freedesktop.DBus.Mock.EmitSignal", f"{NAME}.Manager", "PrepareForSleep", "b",
                    "[<false>]")
 

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""The whole program under rougher conditions. Each test is run by CTest on its own:
+"""The whole program under adverse conditions. CTest runs each test separately:
 
     short_roads.py Roads.theCloseButtonDismissesTheBanner
 """
@@ -19,7 +19,7 @@ HERE = pathlib.Path(__file__).resolve().parent
 
 
 def in_join_phase(desktop, seconds_to_start=55):
-    """The start of a lesson whose join banner is due at once and stays until twenty seconds before it; and the lesson."""
+    """A lesson's start, and the lesson: its join banner is due at once and lasts until 20 seconds before the start."""
     start = math.ceil(desktop.now()) + seconds_to_start
     return start, event("Microsoft Teams - Anna", start, start + 2700)
 
@@ -114,12 +114,12 @@ class Roads(unittest.TestCase):
             program = desktop.start_quillet()
             banner = program.wait_for_banner()
             desktop.wait_until_shown(banner, "before-the-lock")
-            # A screen saver that speaks for as long as its standard input is open.
+            # The screen saver stays on the bus while its standard input is open.
             saver = desktop.popen("/usr/bin/python3", str(HERE / "screen_saver.py"), stdin=subprocess.PIPE, text=True)
             saver.stdin.write("true\n")
             saver.stdin.flush()
             desktop.wait_until_gone(banner)
-            # While it is locked the next changeover is announced, heard and hidden.
+            # While the session is locked, the next changeover is announced: heard, but not seen.
             desktop.skip_to(start - 23)
             hidden = program.wait_for_banner(2)
             self.assertEqual(hidden.state, "startNow")
@@ -194,8 +194,8 @@ class Roads(unittest.TestCase):
             reloads, seconds = len(program.find("^calendar reload success ")), len(program.find("^second start "))
             print(f"flood: in {lasted:.1f} s {reloads} reloads, {seconds} second starts, "
                   f"{program.log.stat().st_size} bytes of log", flush=True)
-            # One of each and the first load, and on a busy machine one more after each pause of the flood: of 3,000
-            # requests a handful.
+            # Normally one of each, and the first load; on a busy machine one more after each pause of the flood: a
+            # handful for 3,000 requests.
             self.assertLess(reloads, 100)
             self.assertLess(seconds, 100)
             self.assertEqual(program.quit(), 0)
@@ -212,7 +212,7 @@ class Roads(unittest.TestCase):
             loaded = program.find("^calendar reload success ")[0].time
             factories = desktop.processes("evolution-calendar-factory")
             self.assertTrue(factories)
-            # The service holds still when the next reload asks it, and is killed while that one waits.
+            # The service hangs when the next reload asks it, and is killed while that reload waits.
             for pid in factories:
                 os.kill(pid, signal.SIGSTOP)
             desktop.skip_to(loaded + 60)
@@ -223,7 +223,7 @@ class Roads(unittest.TestCase):
             program.wait_for("^calendar (opened again|did not answer) ", 15)
             desktop.skip_to(desktop.now() + 60)
             program.wait_for("^calendar reload success lessons=2 ", 70)
-            # The lessons were kept meanwhile: no reload has told of an empty day.
+            # The lessons were kept meanwhile: no reload reported an empty day.
             self.assertEqual(program.find("^calendar reload success lessons=0 "), [])
             self.assertEqual(program.quit(), 0)
 
@@ -301,7 +301,7 @@ class Roads(unittest.TestCase):
             path.parent.chmod(0o700)
 
     def aFolderInTheSettingsFilesPlaceDoesNotStopTheTeaching(self):
-        # Root may write any file; what nobody can write is a folder.
+        # Even root, who may write any file, cannot write to a folder.
         with Desktop() as desktop:
             desktop.write_system_calendar(in_join_phase(desktop)[1])
             self.settings_file(desktop).mkdir()
@@ -330,7 +330,8 @@ class Roads(unittest.TestCase):
                 self.assertEqual(banner.state, state)
                 self.assertGreaterEqual(banner.fired, due)
                 self.assertLess(banner.fired, due + 1.2)
-                self.assertLess(banner.shown, banner.fired + 0.9)  # such a sound is given up after a second
+                # The banner does not wait for the sound, which is given up after a second.
+                self.assertLess(banner.shown, banner.fired + 0.9)
             program.wait_for("^sound fallback played name=NSSound.beep$", 5)
             os.kill(desktop.pid_of("sound"), signal.SIGCONT)
             self.assertEqual(program.quit(), 0)

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""A desktop's portal on the session bus, as far as it holds off sleep: prints "ready", "held FLAGS" and "released"."""
+"""A desktop portal on the session bus, only for inhibiting sleep: prints "ready", "held FLAGS" and "released"."""
 from gi.repository import Gio, GLib
 
 PATH = "/org/freedesktop/portal/desktop"

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""What scripts/soak takes for due, missing, late and double.
+"""What scripts/soak counts as due, missing, late and double.
 
     soak_counts.py SoakCounts.aDayIsDueAsTheTeacherLivesIt
 """
@@ -60,9 +60,9 @@ class SoakCounts(unittest.TestCase):
         banners = [banner for banner in on_time(changeovers(DAY)) if banner[:2] != (2000.5, "startNow")]
         away = self.count(banners, [Absence(1995, 2006)])
         self.assertEqual((away.missed, away.problems), (1, []))
-        # It was back in time for that.
+        # But here the program was back in time.
         self.assertEqual(self.count(banners, [Absence(1985, 1996)]).problems, ["startNow of Ben is missing"])
-        # And late counts from its return.
+        # Lateness counts from the program's return.
         late = [(949.0 if due.state == "oneMinuteWarning" and due.student == "Anna" else due.begin, due.state, 1)
                 for due in changeovers(DAY)]
         self.assertEqual(self.count(late, [Absence(938, 948)]).problems, [])

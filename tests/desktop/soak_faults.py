@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""What goes wrong on a day of scripts/soak: faults at random, each with what undoes it."""
+"""The faults that scripts/soak injects at random, each with a function that undoes it."""
 import os
 import pathlib
 import signal
@@ -23,7 +23,7 @@ def end(pids, number=signal.SIGKILL):
 
 
 def hostile_files(now):
-    """Calendar files of which each is bad in another way."""
+    """Calendar files, each malformed or excessive in another way."""
     lesson = event("Zoom - Nobody", now + 86400 * 40, now + 86400 * 40 + 1500)
     return [calendar(event("Zoom every second", 0, 1, extra=["RRULE:FREQ=SECONDLY"])),
             calendar(lesson)[:-40],
@@ -33,7 +33,7 @@ def hostile_files(now):
 
 
 class Faults:
-    """Each fault gives what undoes it, or None. Processes that are started here belong to the desktop."""
+    """Each fault returns a function that undoes it, or None. Processes started here end with the desktop."""
 
     def __init__(self, desktop, chance):
         self.desktop, self.chance = desktop, chance
@@ -93,11 +93,11 @@ class Faults:
     # --- peers on the bus
 
     def flood(self):
-        """A peer that asks for the same things thousands of times."""
+        """A peer that sends the same requests thousands of times."""
         return self.peer(stalls=False)
 
     def stalled_peer(self):
-        """One that does so, too, and reads no answer for a while."""
+        """A flooding peer that reads no answers for a while."""
         return self.peer(stalls=True)
 
     def peer(self, stalls):
@@ -120,13 +120,13 @@ class Faults:
         try:
             return any("socket:" in os.readlink(entry) for entry in pathlib.Path(f"/proc/{pid}/fd").iterdir())
         except FileNotFoundError:
-            return False  # a file was closed meanwhile
+            return False  # a file was closed, or the peer has ended, meanwhile
 
     def items(self):
         try:
             return self.desktop.status_items()
         except (AssertionError, subprocess.TimeoutExpired):
-            return []  # there is no panel for the moment, or none that answers
+            return []  # no panel runs at the moment, or it does not answer
 
     # --- Quillet itself
 

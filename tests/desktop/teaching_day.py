@@ -1,11 +1,12 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""A day of lessons: what is due on it, by a computation of its own, and what of that has come."""
+"""A day of lessons: what is due, computed independently of Quillet, and what of it came. Times are seconds since
+1970."""
 import dataclasses
 
 from events import event
 
-STEPS = ("prepare", "one-minute", "join", "start", "finish")  # of one lesson, in the order of their moments
+STEPS = ("prepare", "one-minute", "join", "start", "finish")  # of one lesson, in the order in which they are due
 
 
 @dataclasses.dataclass(frozen=True)
@@ -25,7 +26,7 @@ class Lesson:
 
 @dataclasses.dataclass(frozen=True)
 class Due:
-    """A changeover: its banner belongs between `begin` and `end`."""
+    """A changeover: its banner must appear between `begin` and `end`."""
     state: str
     student: str
     begin: float
@@ -34,13 +35,13 @@ class Due:
 
 @dataclasses.dataclass(frozen=True)
 class Absence:
-    """From when to when a program was not there, since it was killed."""
+    """A time during which a killed program was away."""
     begin: float
     end: float
 
 
 def changeovers(lessons):
-    """What the day announces. While a lesson lasts, nothing but its own end is."""
+    """The day's changeovers. During a lesson only its own end is announced."""
     found, free = [], 0
     for lesson in lessons:
         start = lesson.start
@@ -49,7 +50,7 @@ def changeovers(lessons):
         for state, begin, end in before:
             if max(begin, free) < end:
                 found.append(Due(state, lesson.student, max(begin, free), end))
-        # One word for the last call and for the start.
+        # One banner for both the last call and the start.
         found.append(Due("startNow", lesson.student, max(start - 20, free), start + 5))
         found.append(Due("wrapUp", lesson.student, lesson.end - 60, lesson.end))
         free = lesson.end
@@ -57,18 +58,18 @@ def changeovers(lessons):
 
 
 def backups(lessons):
-    """By step and student, the moment of each notification."""
+    """When each notification is due, by step and student."""
     return {(step, lesson.student): moment for lesson in lessons for step, moment in
             zip(STEPS, (lesson.start - 240, lesson.start - 60, lesson.join, lesson.start - 20, lesson.end - 60))}
 
 
 class Count:
-    """What came of what was due. `problems` are what must not be; the other differences have their reason."""
+    """How much of what was due came. `problems` are faults; the other differences have an accepted reason."""
 
     def __init__(self):
         self.due = self.came = self.late = self.double = 0
-        self.again = 0   # a phase that ran when a killed program came back is announced once more
-        self.missed = 0  # over, or at risk, while what announces it was not there
+        self.again = 0  # announced once more by a restarted program, since the phase still lasted
+        self.missed = 0  # not announced, since the program or agent was away then
         self.latest = 0.0
         self.problems = []
 
@@ -80,7 +81,7 @@ class Count:
 
 
 def count_banners(dues, banners, absences, limit):
-    """`banners`: (moment, state, number of the run of the program that raised it)."""
+    """`banners`: (moment, state, number of the program's run that showed it). `limit`: seconds until late."""
     count, left = Count(), list(banners)
     for due in dues:
         count.due += 1
@@ -108,8 +109,8 @@ def count_banners(dues, banners, absences, limit):
 
 
 def count_backups(dues, shown, absences, limit):
-    """`shown`: (moment, step, student). `absences`: of the agent. When it is killed it may lose the step that it has
-    just taken out, and of several steps of one lesson that it finds due only the newest helps."""
+    """`shown`: (moment, step, student). `absences`: of the agent. A killed agent may lose the step that it has just
+    taken from its queue, and of several overdue steps of one lesson it shows only the newest."""
     count = Count()
     for (step, student), due in dues.items():
         count.due += 1

@@ -1,9 +1,8 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""Two versions of Quillet, installed in QUILLET_TEST_OLD and QUILLET_TEST_PREFIX, during an upgrade and after it, and
-the way back: what one wrote, the other takes up, and either's agent serves either's program. Called by
-scripts/try-versions."""
+"""Upgrade and downgrade between two versions of Quillet, installed in QUILLET_TEST_OLD and QUILLET_TEST_PREFIX: each
+reads what the other wrote, and each version's agent serves the other's program. Called by scripts/try-versions."""
 import math
 import os
 import pathlib
@@ -21,14 +20,14 @@ MANUAL = '[{\\"durationMinutes\\":30,\\"id\\":\\"0F1E2D3C-4B5A-6978-8796-A5B4C3D
 
 class Versions(unittest.TestCase):
     def install_agent(self, desktop, prefix):
-        """The bus starts that agent from now on; one that runs goes on."""
+        """From now on the bus starts that agent; a running agent keeps running."""
         (desktop.room / "services/notification-agent.service").write_text(
             f'[D-BUS Service]\nName=com.ordwinsoftware.Quillet.NotificationAgent\n'
             f'Exec="{prefix}/libexec/quillet-notification-agent"\n')
         desktop.call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus.ReloadConfig")
 
     def agent_of(self, desktop):
-        """The prefix of the agent that runs."""
+        """The prefix of the running agent."""
         (agent,) = desktop.processes(AGENT_PROGRAM)
         return pathlib.Path(os.readlink(f"/proc/{agent}/exe")).parent.parent
 
@@ -38,11 +37,11 @@ class Versions(unittest.TestCase):
         poll("the agent's end", lambda: desktop.processes(AGENT_PROGRAM) == [])
 
     def settings(self, desktop):
-        """Their lines; earlier versions sort them."""
+        """The lines of the settings file, sorted: earlier versions wrote them in sorted order."""
         return sorted((desktop.config / "quillet/quillet.ini").read_text().splitlines())
 
     def walk(self, first, second):
-        """A day begun with the one version and gone on with by the other."""
+        """Begins a day with the first version and continues it with the second."""
         with BackupDesktop(movable_clock=True) as desktop:
             self.install_agent(desktop, first)
             now = math.ceil(desktop.now())
@@ -61,12 +60,12 @@ class Versions(unittest.TestCase):
             poll("what the calendars said", lambda: len(list(memory.glob("*"))) >= 2)
             settings = self.settings(desktop)
 
-            # The upgrade takes place; agent and program run on. The program is the first to start anew.
+            # The second version is installed while agent and program keep running. The program is restarted first.
             self.install_agent(desktop, second)
             self.assertEqual(program.quit(), 0)
             program.log.unlink()
             self.assertEqual(self.agent_of(desktop), first)
-            # The file says nothing any more, and neither does the service.
+            # Neither the file nor the service yields events any more.
             file.write_text(file.read_text()[:-60])
             for part in ("evolution-calendar-factory", "evolution-source-registry"):
                 for pid in desktop.processes(part):
@@ -77,7 +76,7 @@ class Versions(unittest.TestCase):
             self.assertEqual(sorted(desktop.pending()), expected)
             self.assertEqual(self.settings(desktop), settings)
 
-            # Then the agent, whose next call starts that of the other version.
+            # Then the agent ends; the next call starts the other version's.
             self.end_agent(desktop)
             self.assertEqual(sorted(desktop.pending()), expected)
             self.assertEqual(self.agent_of(desktop), second)
@@ -96,7 +95,7 @@ class Versions(unittest.TestCase):
         self.walk(PREFIX, OLD)
 
     def deliver(self, program_prefix, agent_prefix):
-        """A banner of the one version's program, its backup from the other's agent."""
+        """One version's program shows the banner, the other version's agent the backup."""
         with BackupDesktop(calendar_service=False) as desktop:
             self.install_agent(desktop, agent_prefix)
             start = math.ceil(desktop.now()) + 75

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""Waiting, and the clock of a desktop."""
+"""Waiting for conditions, and the clock of a desktop."""
 import datetime
 import math
 import time
@@ -8,7 +8,7 @@ import zoneinfo
 
 
 def poll(what, condition, seconds=10.0, interval=0.1):
-    """Waits until `condition` gives something true, and gives it back; fails after `seconds`."""
+    """Calls `condition` until its result is true, and returns that; fails after `seconds`, naming `what`."""
     deadline = time.monotonic() + seconds
     while True:
         value = condition()
@@ -20,11 +20,11 @@ def poll(what, condition, seconds=10.0, interval=0.1):
 
 
 class WallClock:
-    """The time of day on a desktop: the machine's, plus a constant where the desktop stands in another day.
+    """The time of day on a desktop: the machine's, plus a constant if the desktop is in another day.
 
-    Where it is movable, a test can skip time. Only programs that have environment() go along, and only their time of
-    day does: timers and time limits stay those of the machine, unless they are `with_timers`. What would have been due
-    in between is then due at once."""
+    A test can skip time if the clock is movable. Only programs started with environment() follow, and only their time
+    of day: timers and time limits stay those of the machine, except `with_timers`. Whatever was due in between is then
+    due at once."""
 
     def __init__(self, desktop_environment, file, movable, with_timers=False):
         self.with_timers = with_timers
@@ -35,10 +35,10 @@ class WallClock:
             self._write()
 
     def environment(self, desktop_environment):
-        """What a program that goes by this clock finds in its environment."""
+        """The environment of a program that uses this clock."""
         if not self.movable:
             return desktop_environment
-        # A constant of the desktop's would go before the file.
+        # FAKETIME, which a desktop in another day has, would take precedence over the file.
         rest = {name: value for name, value in desktop_environment.items() if name != "FAKETIME"}
         return {**rest, "LD_PRELOAD": "/usr/$LIB/faketime/libfaketimeMT.so.1", "NO_FAKE_STAT": "1",
                 "FAKETIME_TIMESTAMP_FILE": str(self.file), "FAKETIME_NO_CACHE": "1",
@@ -49,17 +49,17 @@ class WallClock:
         return time.time() + self.offset
 
     def local(self, moment):
-        """That moment as the desktop's people write it."""
+        """That moment as date and time in the desktop's zone."""
         return datetime.datetime.fromtimestamp(moment, self.zone)
 
     def skip_to(self, moment):
-        """Goes to the last whole second before that moment, or stays where it is already later."""
+        """Moves forward to the last whole second before that moment; stays if it is already later."""
         assert self.movable, "this desktop goes by the machine's clock"
         self.offset += max(math.floor(moment - self.now()), 0)
         self._write()
 
     def set_back(self, seconds):
-        """As if the clock had been that much ahead."""
+        """Sets the clock back, as if it had been ahead."""
         assert self.movable, "this desktop goes by the machine's clock"
         self.offset -= seconds
         self._write()
@@ -67,4 +67,4 @@ class WallClock:
     def _write(self):
         new = self.file.with_suffix(".new")
         new.write_text(f"{self.offset:+d}\n")
-        new.replace(self.file)  # there is a whole line in it at any moment
+        new.replace(self.file)  # readers always see a complete line

@@ -1,8 +1,8 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""The whole program in Wayland sessions: compositors that run in a window of an X display, where pictures of them are
-taken and a pointer and a keyboard work them.
+"""The whole program in Wayland sessions. The compositors run in a window of an X display, through which they are
+photographed and receive pointer and keyboard input.
 
     wayland_road.py Wayland.withOverlaysABannerStandsAboveAFullScreenWindow
 """
@@ -18,7 +18,7 @@ PANEL_COLOUR = (239, 239, 239)
 
 
 class WaylandDesktop(Desktop):
-    """A virtual desktop whose programs are in a Wayland session; the display that is looked at is around it."""
+    """A virtual desktop whose programs run in a Wayland session. DISPLAY is the X display around the compositor."""
 
     def __init__(self, compositor, x11=True):
         super().__init__(without=["compositor"])
@@ -46,7 +46,7 @@ class WaylandDesktop(Desktop):
         return super().start_quillet({**self.session, **(environment or {})}, **options)
 
     def start_opponent(self, platform):
-        """The full-screen program, once it has the keyboard and is seen."""
+        """Starts the full-screen program and waits until it has the keyboard and is visible."""
         opponent = subprocess.Popen([os.environ["QUILLET_TEST_OPPONENT"]], stdin=subprocess.DEVNULL,
                                     stdout=subprocess.PIPE, text=True,
                                     env={**self.environment, **self.session, "QT_QPA_PLATFORM": platform})
@@ -63,7 +63,8 @@ class Wayland(unittest.TestCase):
     # --- steps
 
     def banner_above(self, compositor, platform, logged):
-        """A banner above a full-screen program: seen, without the keyboard, closed by a click; then the panel."""
+        """A banner above a full-screen program is visible, leaves it the keyboard and closes on a click; then the panel
+        opens."""
         with WaylandDesktop(compositor) as desktop:
             name = f"wayland-{compositor}-{platform}"
             desktop.write_settings("hasCompletedWelcome=true")
@@ -75,7 +76,7 @@ class Wayland(unittest.TestCase):
             desktop.wait_until_shown(banner, name)
             desktop.run("xdotool", "key", "q")
             self.assertEqual(opponent.stdout.readline(), "q\n")
-            # A click on the card changes nothing, neither the banner nor who has the keyboard.
+            # A click on the card neither closes the banner nor moves the keyboard focus.
             desktop.click(banner.left + 400, banner.top + 250)
             desktop.run("xdotool", "key", "r")
             self.assertEqual(opponent.stdout.readline(), "r\n")
@@ -99,7 +100,7 @@ class Wayland(unittest.TestCase):
             return picture if picture.count(PANEL_COLOUR, 0, 0, *desktop.size) > 50000 else None
         picture = poll("the panel", look, 30)
         picture.save(f"{name}-panel")
-        # As large as its content, also where windows are tiled.
+        # The panel is only as large as its content, even where windows are tiled.
         self.assertLess(picture.count(PANEL_COLOUR, 0, 0, *desktop.size), 350 * 700)
 
     # --- the roads

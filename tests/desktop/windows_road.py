@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""A newcomer's first quarter of an hour in the windows, the way a screen reader and a keyboard go it.
+"""A new user's first minutes in the windows, by screen reader and keyboard.
 
     windows_road.py Windows.setupLeadsToALessonEnteredByHandAndItsBanners
 """
@@ -14,7 +14,7 @@ from quillet_desktop import PREFIX, Desktop, poll
 
 MANUAL = "Quillet-User-Manual.pdf"
 
-# The windows by their titles: what the panel calls them, and a text that each shows.
+# By window title: the panel's button for it, and a text that it shows.
 WINDOWS = {
     "Welcome to Quillet": ("Quick Start", "Page 1 of 5"),
     "Quillet Help": ("User Manual", "Open PDF Manual"),
@@ -25,7 +25,7 @@ WINDOWS = {
 
 
 class Viewer:
-    """The desktop's viewer of PDF files: shows nothing, and records what it was asked to open."""
+    """The desktop's PDF viewer: only records what it was asked to open."""
 
     def __init__(self, desktop):
         self.record = desktop.room / "opened"
@@ -49,8 +49,8 @@ class Viewer:
 
 
 class Memory:
-    """What a process takes, in MiB. `pss` also changes when another program that shares its libraries starts or
-    ends; `own`, what is no file's, does not."""
+    """A process's memory in MiB. `pss` also changes when another program that shares its libraries starts or ends;
+    `own`, which no file backs, does not."""
 
     def __init__(self, pid):
         lines = pathlib.Path(f"/proc/{pid}/smaps_rollup").read_text().splitlines()[1:]
@@ -69,7 +69,7 @@ class Windows(unittest.TestCase):
         poll(f"the text {text!r}", lambda: program.shows(text, *window), 15)
 
     def finish_setup(self, desktop, program):
-        """The panel opens the setup by itself until it is finished."""
+        """Goes through the setup, which opens with the panel until it has been finished."""
         program.open_panel()
         self.wait_for_text(program, "Welcome to Quillet")
         for page in range(1, 5):
@@ -81,9 +81,9 @@ class Windows(unittest.TestCase):
         self.assertEqual(desktop.setting("hasCompletedWelcome"), "true")
 
     def add_lesson(self, desktop, program, name, start):
-        """Types the name and the time of day, and presses Enter in the name."""
+        """Adds a lesson by keyboard: types the time of day and the name, then presses Enter."""
         program.focus("Start")
-        # From the day over month and year to the hour; the cursor goes on to the minute by itself.
+        # From the day past month and year to the hour; from there the cursor moves to the minute by itself.
         desktop.run("xdotool", "key", "Tab", "Tab", "Tab")
         desktop.run("xdotool", "type", "--delay", "100", f"{desktop.clock.local(start):%H%M}")
         program.focus("Student name")
@@ -92,7 +92,7 @@ class Windows(unittest.TestCase):
         self.wait_for_text(program, name)
 
     def whole_minute(self, desktop, least_seconds):
-        """The first whole minute that is at least so far off."""
+        """The first whole minute at least that many seconds away."""
         return (int(desktop.now()) + least_seconds + 59) // 60 * 60
 
     def setupLeadsToALessonEnteredByHandAndItsBanners(self):
@@ -103,7 +103,7 @@ class Windows(unittest.TestCase):
             program.press("Settings")
             self.wait_for_text(program, "Manual Lesson Entry")
 
-            # Within four minutes of its start a lesson is announced at once, whatever the minute of the reload.
+            # A lesson that starts within four minutes is announced at once, without waiting for the next reload.
             start = self.whole_minute(desktop, 120)
             loads = len(program.find("^calendar reload success"))
             added = desktop.now()
@@ -114,7 +114,7 @@ class Windows(unittest.TestCase):
             self.assertLess(banner.fired - added, 20)  # typing included
             desktop.wait_until_shown(banner, "windows-center")
 
-            # The next banner stands where it was told to, as long as it was told to.
+            # The next banner follows the new position and duration.
             program.choose("Popup Position", "Top Right")
             program.choose("Notification Duration", "5 seconds")
             self.assertEqual(desktop.setting("notificationPosition"), "topRight")
@@ -147,18 +147,18 @@ class Windows(unittest.TestCase):
         try:
             return desktop.run("xdotool", "getwindowname", str(window)).strip()
         except AssertionError:
-            return None  # it has gone meanwhile
+            return None  # it has closed meanwhile
 
     def open_window(self, desktop, program, title):
         command, text = WINDOWS[title]
         program.open_panel()
         program.press(command)
-        # First what costs little: a screen reader asks for each text by itself.
+        # The cheap check first: a screen reader asks for each text separately.
         poll(f"{title} to have the keyboard", lambda: self.active_title(desktop) == title)
         self.wait_for_text(program, text, title)
 
     def close_window(self, desktop, program, title):
-        """Closes the active window by its keys."""
+        """Closes the active window with Ctrl+W."""
         self.assertEqual(self.active_title(desktop), title)
         desktop.run("xdotool", "key", "ctrl+w")
         poll(f"{title} to close", lambda: not desktop.windows(title))
@@ -210,7 +210,7 @@ class Windows(unittest.TestCase):
             with heard.open("w") as output:
                 listener = desktop.popen("pactl", "subscribe", stdout=output)
             try:
-                # It has subscribed once it hears of another client's coming.
+                # The listener has subscribed once it reports another client.
                 def listens():
                     desktop.run("pactl", "info")
                     return heard.read_text()
@@ -228,14 +228,14 @@ class Windows(unittest.TestCase):
     # --- memory
 
     def openingAndClosingEveryWindowTenTimesGivesTheMemoryBack(self):
-        """Both from before the first window ever, and from after one round, when what the first window loads and
-        keeps by intent, such as fonts, the style and the toolkit's caches, is there."""
+        """Compares the memory with that before the first window, and with that after one round, which includes what the
+        first windows load and keep by intent: fonts, the style and the toolkit's caches."""
         with Desktop() as desktop:
             program = desktop.start_quillet()
             program.wait_for("^calendar reload success")
 
             def settled(what):
-                """The memory once two looks in a row agree to a quarter of a MiB."""
+                """The memory once two measurements in a row agree within 0.25 MiB."""
                 last = [Memory(program.process.pid)]
 
                 def agrees():

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""The machine changes under the running program, which notices at once.
+"""The running program notices changes of the machine: its clock, zone, sleep and missing parts.
 
     world_road.py World.afterAClockThatWasSetBackInASleepLessonsBannersAndBackupsAreRight
     world_road.py World.inAnotherZoneItStartsAnewAndTheRunningPhaseIsAnnouncedOnceMore
@@ -27,14 +27,14 @@ SIX_HOURS = 6 * 3600
 
 
 def link(file, zone):
-    """Puts the machine into that zone, as its settings do it."""
+    """Sets the machine's time zone, as its settings do."""
     new = file.with_suffix(".new")
     new.symlink_to(f"/usr/share/zoneinfo/{zone}")
     new.replace(file)
 
 
 def neighbour(local):
-    """A zone an hour away from that moment's."""
+    """A zone whose UTC offset differs by an hour from that moment's."""
     hours = int(local.utcoffset().total_seconds() // 3600)
     hours += -1 if hours > 0 else 1
     return f"Etc/GMT{-hours:+d}" if hours else "Etc/GMT"
@@ -63,7 +63,7 @@ class World(unittest.TestCase):
             program.wait_for("^scheduled system backup notifications lessons=0$")
             self.assertEqual(desktop.pending(), [])
 
-            # By the clock alone the next load is due in six hours.
+            # By the clock alone, the next load would be due in six hours.
             desktop.set_clock_back(SIX_HOURS)
             desktop.run("env", f"DBUS_SYSTEM_BUS_ADDRESS={address}", "gdbus", "emit", "--system", "--object-path",
                         "/org/freedesktop/login1", "--signal", "org.freedesktop.login1.Manager.PrepareForSleep", "false")
@@ -85,7 +85,7 @@ class World(unittest.TestCase):
             here = desktop.environment["TZ"]
             link(file, here)
             start, lesson = in_join_phase(desktop)
-            # At two o'clock wherever the teacher is.
+            # Two o'clock in local time, without a zone: the lesson moves with the teacher.
             local = desktop.clock.local(desktop.now()).replace(hour=14, minute=0, second=0, microsecond=0)
             two, end = local.timestamp(), local + datetime.timedelta(minutes=25)
             desktop.write_lessons(lesson, event("Zoom - Ben", two, end.timestamp())
@@ -97,7 +97,7 @@ class World(unittest.TestCase):
             poll("the backups", lambda: identifier("prepare", int(two), "Ben") in desktop.pending())
             start_ticks = started_at(program)
 
-            # The same zone again is no change.
+            # Setting the same zone again is no change.
             link(file, here)
             link(file, there := neighbour(local))
             program.wait_for("^app started$", count=2)
@@ -106,7 +106,7 @@ class World(unittest.TestCase):
             banner = program.wait_for_banner(2)
             self.assertEqual(banner.state, "joinPlatform")
             desktop.wait_until_shown(banner, "another-zone")
-            # It is the same process to whoever started it, and the only Quillet.
+            # It is still the same process for its parent, and the only Quillet.
             self.assertEqual(started_at(program), start_ticks)
             self.assertEqual(desktop.processes("quillet"), [program.process.pid])
             poll("the bell", lambda: len(desktop.status_items()) == 1)
@@ -117,7 +117,7 @@ class World(unittest.TestCase):
             self.assertEqual(desktop.windows("Quillet.*"), [])
             second = desktop.start_quillet({"TZ": f":{file}"})
             self.assertEqual(second.wait_for_end(), 0)
-            # Nothing more happens: no further start, no further banner of this phase.
+            # No further start, and no further banner of this phase.
             desktop.wait_until(start - 18)
             self.assertEqual([banner.state for banner in program.banners()],
                              ["joinPlatform", "joinPlatform", "startNow"])
@@ -137,10 +137,10 @@ class World(unittest.TestCase):
             program.wait_for("^calendar reload success lessons=1 ")
             self.assertEqual(program.find("^automatic sleep "), [])
             desktop.skip_to(start - 3600)
-            # Of the portal's four flags that for suspending alone.
+            # Of the portal's four flags, only the one for suspending (4).
             self.assertEqual(portal.stdout.readline(), "held 4\n")
             program.wait_for("^automatic sleep held off through=org.freedesktop.portal.Desktop$")
-            # A load that is still under way would bring the lesson once more, and the next be due in a minute.
+            # Wait for this load to end: it would bring the lesson back, and the next one is only due in a minute.
             program.wait_for("^calendar reload success lessons=1 ", count=2)
             desktop.write_lessons()
             desktop.skip_to(desktop.now() + 60)
