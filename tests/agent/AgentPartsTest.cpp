@@ -49,7 +49,6 @@ class AgentPartsTest final : public QObject {
 
 private Q_SLOTS:
     // --- the clock
-    // ------------------------------------------------------------------------------------------
 
     void theAlarmRingsWithItsSecondAndNotBefore()
     {
@@ -92,7 +91,7 @@ private Q_SLOTS:
         QVERIFY(rings.isEmpty());
     }
 
-    // Nobody may set the clock in a test: the kernel says what the alarm was set with.
+    // A test must not set the clock, so this checks what the kernel says about the timer.
     void theAlarmIsAbsoluteAndHearsOfAClockThatIsSet()
     {
         TimerfdClock clock;
@@ -109,8 +108,7 @@ private Q_SLOTS:
         QVERIFY2(timer.contains("clockid: " + QByteArray::number(CLOCK_REALTIME) + '\n'), timer.constData());
     }
 
-    // --- what stands in the way of a file
-    // ---------------------------------------------------------------------------
+    // --- obstacles in a file's place
 
     void whatIsNoRegularFileIsLeftAlone_data() { obstacles::addRows(); }
 
@@ -171,15 +169,14 @@ private Q_SLOTS:
     }
 
     // --- the unit
-    // -------------------------------------------------------------------------------------------
 
     void theUnitSaysHowTheAgentIsLookedAfter()
     {
         const QList<QByteArray> lines = contentOf(QUILLET_AGENT_UNIT).split('\n');
-        // Ended when its name is lost, so that a call which follows starts it anew.
+        // Systemd ends the agent when it loses its name, so that the next call starts a new one.
         QVERIFY(lines.contains("Type=dbus"));
         QVERIFY(lines.contains(QByteArray("BusName=") + AgentLifecycle::serviceName));
-        // Ten seconds have room for fewer starts than the five at which a service manager gives up.
+        // With this delay fewer than five starts fit into ten seconds; after five, systemd gives up.
         QVERIFY(lines.contains("Restart=on-failure"));
         QVERIFY(lines.contains("RestartSec=3"));
         QVERIFY(lines.contains("MemoryMax=128M"));
@@ -189,7 +186,8 @@ private Q_SLOTS:
               "RestrictSUIDSGID=yes", "SystemCallArchitectures=native", "SystemCallErrorNumber=EPERM"}) {
             QVERIFY2(lines.contains(line), line);
         }
-        // Nothing else: what mounts or changes capabilities needs a user namespace, which may be forbidden.
+        // No other settings: those that mount or change capabilities need a user namespace, which may be
+        // forbidden.
         const auto isKnown = [](const QByteArray &line) {
             static const QList<QByteArray> known{"Description",
                                                  "Type",
@@ -218,8 +216,7 @@ private Q_SLOTS:
         }
     }
 
-    // --- what a server is told
-    // ------------------------------------------------------------------------------
+    // --- what a server receives
 
     void aServerThatTakesMarkupGetsTheBodyEscaped()
     {
@@ -274,7 +271,6 @@ private Q_SLOTS:
     }
 
     // --- the login entry
-    // ------------------------------------------------------------------------------------
 
     void theEntryIsValidAndUnseen()
     {
@@ -324,7 +320,6 @@ private Q_SLOTS:
     }
 
     // --- the log
-    // --------------------------------------------------------------------------------------------
 
     void aLineHasItsMomentAndNoControlCharacters()
     {
@@ -358,7 +353,6 @@ private Q_SLOTS:
     }
 
     // --- the lock
-    // -------------------------------------------------------------------------------------------
 
     void aQueueIsLockedByOne()
     {

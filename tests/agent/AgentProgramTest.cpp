@@ -23,7 +23,7 @@ constexpr int timeout = 20'000; // milliseconds
 
 const QString programName = u"com.ordwinsoftware.Quillet"_s;
 
-// Stands for the program: somebody on the bus who has its name.
+// Stands for Quillet: a peer that owns its name on the bus.
 class Program {
 public:
     explicit Program(AgentRoom &room)
@@ -43,7 +43,7 @@ public:
         return m_bus.call(m_room.message(method, arguments), QDBus::Block, timeout).errorMessage();
     }
 
-    // Leaves the bus without a word.
+    // Leaves the bus without a goodbye.
     void crash()
     {
         m_bus = QDBusConnection(QString());
@@ -85,11 +85,11 @@ private Q_SLOTS:
         program.crash();
         QTRY_COMPARE_WITH_TIMEOUT(starts().size(), 1, timeout);
         QVERIFY(timer.elapsed() < 5000);
-        // Not the agent's child: that would live in its sandbox.
+        // Not the agent's child, which would inherit its sandbox.
         const QStringList words = starts().constFirst().split(u' ');
         QCOMPARE(words.first(2), (QStringList{u":64999"_s, compositorPath()}));
         QVERIFY(words.at(2) != QString::number(m_room->agent().processId()));
-        // It ended without having taken its name, which counts as a crash.
+        // Each time it ended without taking its name, which counts as a crash.
         QTRY_VERIFY_WITH_TIMEOUT(m_room->log().contains(u"Quillet is not brought back"_s), timeout);
         QCOMPARE(starts().size(), 3);
     }
@@ -120,14 +120,14 @@ private Q_SLOTS:
                  u"a text is too long"_s);
     }
 
-    // The bus keeps what is sent to an agent that is about to start.
+    // The bus keeps a call to an agent that is about to start.
     void aGreetingThatStartsTheAgentIsHeard()
     {
         m_room = std::make_unique<AgentRoom>(AgentRoom::Start::byBus);
         m_room->addService(programName, u"echo started >>'%1'; exit 1"_s.arg(startsPath()));
         Program program(*m_room);
         QCOMPARE(program.call(u"Hello"_s, hello()), QString());
-        // Where there is no display there is no session any more.
+        // No display means that the session has ended.
         m_compositor.reset();
         program.crash();
         QTRY_VERIFY_WITH_TIMEOUT(m_room->log().contains(u"the session's display is gone"_s), timeout);
@@ -146,7 +146,7 @@ private:
                    : QStringList();
     }
 
-    // An X server that is started when it is needed, and the compositor that starts it.
+    // An X server that its compositor starts on demand, and that compositor.
     [[nodiscard]] QVariantList hello() const
     {
         return {AgentRoom::now() + 1000, u":64999"_s, compositorPath(), QString()};

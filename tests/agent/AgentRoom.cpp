@@ -29,7 +29,7 @@ AgentRoom::AgentRoom(Start start)
     : m_connectionName(u"agent-room-%1"_s.arg(++roomNumber))
     , m_connection(m_connectionName)
 {
-    // The bus hands its environment to what it starts.
+    // Programs that the bus starts inherit its environment.
     for (const QString &name : {u"state"_s, u"config"_s, u"services"_s}) {
         QDir(m_folder.path()).mkpath(name);
     }
@@ -40,7 +40,7 @@ AgentRoom::AgentRoom(Start start)
         if (!service.open(QIODevice::WriteOnly)) {
             qFatal("the service file cannot be written");
         }
-        // Systemd's part is passed over by a bus that does not run under it.
+        // A bus that does not run under systemd ignores SystemdService.
         service.write(
             u"[D-BUS Service]\nName=%1\nExec=\"%2\"\nSystemdService=quillet-notification-agent.service\n"_s
                 .arg(agentName, QUILLET_AGENT)

@@ -17,13 +17,13 @@
 
 namespace corvane {
 
-/// A bus and folders of its own for the real agent, and the client's side of its bus interface. All that it
-/// starts it ends, by process id.
+/// A private bus and private folders for the real agent, and a client of its bus interface. Its destructor
+/// kills the agent, by process id.
 class AgentRoom {
 public:
     enum class Start {
-        byHand, ///< startAgent() starts it
-        byBus   ///< the bus does when it is called
+        byHand, ///< the test calls startAgent()
+        byBus   ///< the bus starts it at the first call
     };
     explicit AgentRoom(Start start = Start::byHand);
     ~AgentRoom();
@@ -33,19 +33,20 @@ public:
     [[nodiscard]] PrivateBus &bus() { return *m_bus; }
     [[nodiscard]] QDBusConnection connection() const { return m_connection; }
 
-    /// Starts the agent and waits until it has its name on the bus. `shell` is what a shell does before.
+    /// Starts the agent and waits until it owns its name on the bus. `shell`: a command that bash runs first,
+    /// e.g. to set a limit.
     void startAgent(const QString &shell = {});
-    /// Starts it without waiting, with arguments.
+    /// Starts the agent without waiting for its name.
     void launchAgent(const QStringList &arguments = {}, const QString &shell = {});
     [[nodiscard]] QProcess &agent() { return *m_agent; }
-    /// SIGKILL, and waits for the end.
+    /// Sends SIGKILL and waits for the end.
     void killAgent();
 
     [[nodiscard]] bool isNameOwned(const QString &name = {}) const;
-    /// The process that has the agent's name, 0 without one.
+    /// The process that owns the agent's name; 0 if none does.
     [[nodiscard]] qint64 ownerProcess() const;
 
-    /// The calls of the agent's interface; they wait for the answer.
+    /// Calls of the agent's interface; each blocks until the answer.
     QDBusMessage add(const PendingRequest &request) const;
     QDBusMessage remove(const QStringList &identifiers) const;
     [[nodiscard]] QStringList pending() const;
@@ -57,20 +58,20 @@ public:
         return m_folder.filePath(QStringLiteral("state/quillet/pending-notifications"));
     }
     [[nodiscard]] QString entryPath() const;
-    /// The bus starts `command`, a line for a shell, when something under this name is asked for.
+    /// Makes the bus start `command`, a shell command line, when this name is called.
     void addService(const QString &name, const QString &command);
-    /// A place for a test's own files.
+    /// A path in the room's folder, for a test's own files.
     [[nodiscard]] QString filePath(const QString &name) const { return m_folder.filePath(name); }
     [[nodiscard]] QString log() const;
 
-    /// In MiB, of the process: resident, and what it shares with nobody.
+    /// A process's memory in MiB: resident, and private to it.
     struct Memory {
         double resident = 0;
         double isPrivate = 0;
     };
     [[nodiscard]] static Memory memoryOf(qint64 process);
 
-    /// The second that has begun.
+    /// The current second since 1970.
     [[nodiscard]] static qint64 now();
 
 private:

@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// As the first version wrote it, which knew of no quiet requests.
+// A queue file as the first version wrote it, without quiet requests.
 const QByteArray firstVersion =
     "quillet pending requests 1\n"
     "840a3c7b5c003593 [\"quillet.backup.prepare.4000000000.Anna\",\"Quillet: prepare\","
@@ -31,7 +31,7 @@ const QStringList identifiers{u"quillet.backup.prepare.4000000000.Anna"_s,
 
 } // namespace
 
-/// What is left of an earlier version: its queue, and a Quillet that was started before the update.
+/// What an earlier version leaves behind: its queue, and a Quillet started before the update.
 class EarlierQueueTest final : public QObject {
     Q_OBJECT
 
@@ -68,7 +68,7 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(room.queuePath() + u".unreadable"_s));
     }
 
-    // It knows nothing of greetings: whether it crashed or was quit is not known.
+    // The first version sends no greeting, so the agent cannot tell a crash from quitting.
     void aQuilletOfTheFirstVersionIsServedAndStaysAway()
     {
         AgentRoom room;

@@ -12,7 +12,7 @@
 
 namespace corvane {
 
-/// A server that the test gives its behaviour, and what it was asked.
+/// Behaves as the test sets it, and records what it was asked.
 class FakeNotificationServer final : public NotificationServer {
     Q_OBJECT
 
@@ -40,10 +40,10 @@ public:
             Qt::QueuedConnection);
     }
 
-    /// Answers the question that is open.
+    /// Answers the pending ask().
     void answer() { Q_EMIT answered(isThere, QStringLiteral("as told")); }
 
-    /// Ends the delivery that is open.
+    /// Finishes the pending deliver().
     void finishNow() { Q_EMIT finished(outcome, QStringLiteral("as told")); }
 
     bool isThere = true;

@@ -9,7 +9,7 @@
 
 namespace corvane {
 
-/// A program that runs and crashes as the test says, on a display that is there or not.
+/// A program that runs and crashes on the test's command, with or without a display.
 class FakeSessionProgram final : public SessionProgram {
     Q_OBJECT
 
@@ -18,7 +18,7 @@ public:
     [[nodiscard]] bool isThere(const SessionDisplay &) const override { return hasDisplay; }
     void start(const SessionDisplay &display) override { started.push_back(display); }
 
-    /// It has left the bus.
+    /// Makes the program leave the bus.
     void leave()
     {
         runningAs.clear();

@@ -19,7 +19,7 @@ public:
 
     [[nodiscard]] std::optional<qint64> alarm() const { return m_alarm; }
 
-    /// Time passes, one second, and the alarm rings if it is its second.
+    /// Advances by one second; rings if the alarm is due.
     void tick()
     {
         ++m_now;
@@ -29,7 +29,8 @@ public:
         }
     }
 
-    /// Somebody sets the clock, or the machine wakes up from a sleep: whoever has set an alarm hears of it.
+    /// Sets the clock, as a user or a wake-up from sleep does. Like the real clock, it rings if an alarm is
+    /// set.
     void set(qint64 now)
     {
         m_now = now;
@@ -39,7 +40,7 @@ public:
         }
     }
 
-    bool isHurried = false; ///< each look at the clock takes a second
+    bool isHurried = false; ///< each call of now() advances the clock by a second
 
 private:
     mutable qint64 m_now;

@@ -30,7 +30,7 @@ QString identifier(const QString &kind)
 
 } // namespace
 
-/// The steps of a lesson that come late: the machine slept, or the notification server hung.
+/// Late steps of a lesson: the machine slept, or the notification server hung.
 class LateStepsTest final : public QObject {
     Q_OBJECT
 
@@ -77,7 +77,7 @@ private Q_SLOTS:
         settle();
         QCOMPARE(m_server->handed, QStringList{identifier(u"join"_s)});
         QCOMPARE(m_lines.filter(u"a later step of its lesson is due"_s).size(), 2);
-        // What was dropped is off the disk, and what is still to come comes.
+        // Dropped steps are off the disk; later steps still come.
         QCOMPARE(onDisk(), (QStringList{identifier(u"start"_s), identifier(u"finish"_s)}));
         m_clock->set(start - 20);
         settle();
@@ -154,7 +154,7 @@ private:
         QTRY_VERIFY(isAdded);
     }
 
-    // Lets everything happen that is about to.
+    // Processes all pending events, and those that they cause.
     static void settle()
     {
         for (int turn = 0; turn < 20; ++turn) {

@@ -21,7 +21,7 @@ PendingRequest step(const QString &kind, qint64 fireDate, const QString &lesson 
         u"quillet.backup."_s + kind + u'.' + lesson, {}, {}, u"quillet.lesson"_s, fireDate, expirationDate};
 }
 
-// The five steps of a lesson that lasts for 25 minutes.
+// The five steps of a 25-minute lesson.
 std::vector<PendingRequest> lessonOfAnna()
 {
     return {step(u"prepare"_s, start - 240), step(u"one-minute"_s, start - 60), step(u"join"_s, start - 30),
@@ -55,7 +55,7 @@ private Q_SLOTS:
             << u"quillet.backup.join.1800000000.Anna. B. C"_s << u"1800000000.Anna. B. C"_s;
         QTest::newRow("no name") << u"quillet.backup.join.1800000000."_s << u"1800000000."_s;
         QTest::newRow("before 1970") << u"quillet.backup.join.-60.Anna"_s << u"-60.Anna"_s;
-        // A name that the bus need not carry is cut, and followed by a digest that tells the step.
+        // A name too long for an identifier is cut and followed by a digest that tells the steps apart.
         QTest::newRow("a cut name") << u"quillet.backup.join.1800000000."_s + longName + u'…' + digest
                                     << u"1800000000."_s + longName;
         QTest::newRow("an ellipsis of a name")

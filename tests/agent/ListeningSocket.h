@@ -15,10 +15,10 @@
 
 namespace corvane {
 
-/// Stands for a display: a socket that accepts connections as long as this lives, and says nothing.
+/// Stands for a display: a socket that accepts connections during this object's lifetime and says nothing.
 class ListeningSocket {
 public:
-    /// `address` is a path, or begins with a null byte: a name that is in no folder.
+    /// `address` is a path, or begins with a null byte: a name in the abstract namespace.
     explicit ListeningSocket(const QByteArray &address)
         : m_socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0))
     {

@@ -23,12 +23,12 @@ namespace {
 constexpr int timeout = 60'000; // milliseconds
 
 #ifdef __SANITIZE_ADDRESS__
-constexpr double maximumMemory = 2000; // MiB; the sanitizer keeps what was given back
+constexpr double maximumMemory = 2000; // MiB; the sanitizer keeps freed memory
 #else
 constexpr double maximumMemory = 64;
 #endif
 
-// How many calls a flood has; the figures are made with a million.
+// Calls per flood; benchmarks/agent-figures sends a million.
 int floodSize()
 {
     const int told = qEnvironmentVariableIntValue("QUILLET_FLOOD");
@@ -59,7 +59,7 @@ private Q_SLOTS:
     }
     void cleanup()
     {
-        // A question right after one with a long answer is refused.
+        // The agent refuses a question right after one with a long answer.
         QStringList identifiers;
         QVERIFY(QTest::qWaitFor(
             [&] {
@@ -79,7 +79,7 @@ private Q_SLOTS:
         }
         QElapsedTimer timer;
         timer.start();
-        // As the program does it: each call waits for the answer to the one before.
+        // As Quillet does it: each call waits for the answer to the previous one.
         QCOMPARE(m_room->pending().size(), 150);
         QCOMPARE(m_room->remove(identifiers).type(), QDBusMessage::ReplyMessage);
         for (const QString &identifier : identifiers) {
@@ -162,7 +162,7 @@ private Q_SLOTS:
         qInfo() << "ms to add ten thousand requests" << timer.elapsed();
         QCOMPARE(m_room->add(request(u"one more"_s)).errorName(),
                  u"org.freedesktop.DBus.Error.LimitsExceeded"_s);
-        // One of them may still be replaced.
+        // Replacing one of them is still allowed.
         timer.restart();
         QCOMPARE(m_room->add(request(u"77"_s)).type(), QDBusMessage::ReplyMessage);
         qInfo() << "ms to replace one of ten thousand" << timer.elapsed();
@@ -173,7 +173,7 @@ private Q_SLOTS:
         QCOMPARE(flood(floodSize(), [](int i) { return u"flood %1"_s.arg(i); }), floodSize());
         tell(floodSize(), timer);
         QVERIFY(std::max(memory.isPrivate, m_peak.isPrivate) < maximumMemory);
-        // It still answers, and has not filled its log with it.
+        // The agent still answers, and the flood has not filled its log.
         QCOMPARE(m_room->pending().size(), 10'000);
         QVERIFY(m_room->log().count(u'\n') < 200);
     }
@@ -191,7 +191,7 @@ private Q_SLOTS:
         QCOMPARE(m_room->pending().size(), 300 - refused);
     }
 
-    // Who asks and does not read the answers makes them wait in the agent.
+    // Answers that a client does not read pile up in the agent.
     void aFloodOfQuestionsWhoseAnswersNobodyReadsKeepsTheMemoryBounded()
     {
         const QString tail(AgentInterface::maximumIdentifierLength - 10, u'i');
@@ -219,8 +219,8 @@ private Q_SLOTS:
         qInfo() << "answered" << answered << "refused" << refused;
         QVERIFY(answered > 0);
         QVERIFY(m_peak.isPrivate < maximumMemory);
-        // It answers again once what it said has been taken; one answer is enough, since so long a one makes
-        // the next question wait in its turn.
+        // The agent answers again once its answers have been read. One answer is enough: it is so long that
+        // the next question is refused for a while.
         QVERIFY(QTest::qWaitFor([this] { return m_room->pending().size() > 400; }, timeout));
     }
 
@@ -239,7 +239,7 @@ private Q_SLOTS:
         QVERIFY(m_peak.isPrivate < maximumMemory);
     }
 
-    // Who wants no answer can send faster than anybody can read.
+    // A client that wants no answers can send faster than the agent reads.
     void aFloodThatWaitsForNoAnswerKeepsTheMemoryBounded()
     {
         const int size = floodSize();
@@ -269,7 +269,7 @@ private:
         }
     }
 
-    // Sends so many requests without waiting for each answer; how many were refused.
+    // Sends `count` requests without waiting for each answer; returns how many were refused.
     template <typename Name>
     int flood(int count, Name name, const PendingRequest &sample = request({}))
     {

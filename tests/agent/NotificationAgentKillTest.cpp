@@ -25,7 +25,7 @@ namespace {
 
 constexpr int timeout = 20'000; // milliseconds
 
-// The figures are made with two hundred.
+// benchmarks/agent-figures runs two hundred rounds.
 int rounds()
 {
     const int told = qEnvironmentVariableIntValue("QUILLET_ROUNDS");
@@ -56,12 +56,12 @@ private Q_SLOTS:
             m_room->startAgent();
             const QString name = u"round %1"_s.arg(round);
             const qint64 now = AgentRoom::now();
-            // In every fourth round the agent dies while the server has not even said that it is there.
+            // In every fourth round the agent dies before the server has answered that it is there.
             server.isAsleep = round % 4 == 0;
             const int asked = server.asked;
             bool isKept = false;
             watch(u"Add"_s, {name, name, u"b"_s, u"c"_s, now, now + 600}, isKept);
-            // The delivery follows the answer.
+            // The delivery comes after this answer.
             QDeadlineTimer deadline(timeout);
             while (!isKept && !deadline.hasExpired()) {
                 QCoreApplication::processEvents(QEventLoop::AllEvents);
@@ -80,7 +80,7 @@ private Q_SLOTS:
                 QCOMPARE(left, 1);
             }
             m_room->startAgent();
-            // What was not handed over is delivered by the next agent; then nothing of it is left.
+            // The next agent delivers what was not handed over; then nothing is left.
             QTRY_VERIFY_WITH_TIMEOUT(server.shownWith(name) >= before + left, timeout);
             QTRY_VERIFY_WITH_TIMEOUT(m_room->pending().isEmpty(), timeout);
             m_room->killAgent();
@@ -89,7 +89,7 @@ private Q_SLOTS:
             const int count = server.shownWith(name);
             once += before;
             afterwards += count - before;
-            lost += count == 0 ? 1 : 0; // it was out of the file and not yet with the server
+            lost += count == 0 ? 1 : 0; // killed after leaving the file, before reaching the server
         }
         int twice = 0;
         for (int round = 0; round < rounds(); ++round) {
@@ -144,7 +144,8 @@ private Q_SLOTS:
     }
 
 private:
-    // Calls, and sets `isAnswered`, which outlives the room's agent, when the agent has said yes.
+    // Calls the agent; sets `isAnswered` when it accepts. `isAnswered` must live until killAfterAWhile()
+    // returns.
     void watch(const QString &method, const QVariantList &arguments, bool &isAnswered)
     {
         auto *watcher = new QDBusPendingCallWatcher(
@@ -156,7 +157,7 @@ private:
         m_watchers.append(watcher);
     }
 
-    // The random moment lies within so many microseconds from now.
+    // Kills the agent at a random moment within `maximumMicroseconds` from now.
     void killAfterAWhile(int maximumMicroseconds)
     {
         const qint64 moment = std::uniform_int_distribution<qint64>(0, maximumMicroseconds)(m_random) * 1000;
@@ -166,7 +167,7 @@ private:
             QCoreApplication::processEvents(QEventLoop::AllEvents);
         }
         m_room->killAgent();
-        // Every call is answered by now, by the agent or by the bus.
+        // By now every call is answered, by the agent or by the bus.
         QTRY_VERIFY(!m_room->isNameOwned());
         for (const auto &watcher : std::exchange(m_watchers, {})) {
             QTRY_VERIFY(watcher.isNull());

@@ -84,7 +84,7 @@ private Q_SLOTS:
         }
         qInfo() << "ms after the second" << late;
         QVERIFY(*std::min_element(late.begin(), late.end()) >= 0);
-        // The best of three, since the machine has other things to do.
+        // The best of three: the machine may be busy.
         QVERIFY(*std::min_element(late.begin(), late.end()) < 100);
         QVERIFY(m_room->log().contains(u"notification delivered identifier=\"quillet.backup.start."_s));
     }
@@ -214,7 +214,7 @@ private Q_SLOTS:
         m_room->startAgent();
         QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now() + 1000))));
         const qint64 first = m_room->ownerProcess();
-        // Also on another bus, as of a second session.
+        // Not even on another bus, as in a second session.
         PrivateBus other;
         QProcess second;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -243,7 +243,7 @@ private Q_SLOTS:
         QVERIFY(m_room->log().contains(u"notification dropped"_s));
     }
 
-    // A service manager does that: to it, an agent without its name is over.
+    // Systemd does that: for it, an agent without its name has ended.
     void aTerminationOnTheLossOfItsNameFindsAllInOrder()
     {
         RecordingServer server(m_room->bus().address(), plain);
@@ -286,7 +286,7 @@ private Q_SLOTS:
             QVERIFY(!m_room->isNameOwned());
         }
         QVERIFY(QFile::exists(m_room->entryPath()));
-        // The bus has started it without another call; it waits for the lock.
+        // The bus has started a new agent without another call; it waits for the lock.
         lock.unlock();
         QTRY_VERIFY_WITH_TIMEOUT(m_room->isNameOwned(), timeout);
         QCOMPARE(m_room->pending(), QStringList{late.identifier});
@@ -327,7 +327,6 @@ private Q_SLOTS:
     }
 
     // --- servers
-    // --------------------------------------------------------------------------------------------
 
     void aServerThatComesUpLateShowsIt()
     {
@@ -371,7 +370,7 @@ private Q_SLOTS:
         m_room->startAgent();
         QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
         QTRY_COMPARE_WITH_TIMEOUT(server->shown.size(), 1U, timeout);
-        // Out of the file while nobody knows whether it is shown.
+        // Out of the file while it is unknown whether it is shown.
         QCOMPARE(m_room->pending(), QStringList());
         server->leave();
         RecordingServer next(m_room->bus().address(), plain);
@@ -451,7 +450,6 @@ private Q_SLOTS:
     }
 
     // --- disks
-    // ----------------------------------------------------------------------------------------------
 
     void onADiskThatTakesNothingItRefusesAndLives()
     {
@@ -477,7 +475,7 @@ private Q_SLOTS:
     }
 
 private:
-    // What the agent's program consists of, here, so that a call can come at the very moment of its leaving.
+    // The agent's parts in this process, so that a call can arrive at the very moment when it leaves.
     struct LeavingAgent {
         explicit LeavingAgent(AgentRoom &room)
             : bus(QDBusConnection::connectToBus(room.bus().address(), u"leaving-agent"_s))
@@ -503,7 +501,7 @@ private:
         LeavingAgent(const LeavingAgent &) = delete;
         LeavingAgent &operator=(const LeavingAgent &) = delete;
 
-        // False when the agent can be terminated meanwhile.
+        // False if SIGTERM could end the agent meanwhile.
         bool leaveWithACall(const PendingRequest &late)
         {
             lifecycle.releaseName();
@@ -524,10 +522,10 @@ private:
         ProgramWatch watch;
         AgentLifecycle lifecycle;
         bool isAnswered = false;
-        bool hasStarted = false; ///< it has its name, and knows it
+        bool hasStarted = false; ///< it owns its name, and has been told
     };
 
-    // It can be opened, and gives an error of the disk.
+    // The file can be opened, but reading it fails as on a bad disk.
     void makeQueueUnreadable() const
     {
         QVERIFY(QDir().mkpath(QFileInfo(m_room->queuePath()).path()));

@@ -126,7 +126,7 @@ private Q_SLOTS:
         m_program->hasDisplay = false;
         m_program->leave();
         QVERIFY(!m_watch->isWatching());
-        // The greeter's, perhaps.
+        // A new display is perhaps the login screen's.
         m_program->hasDisplay = true;
         QTest::qWait(longer);
         QVERIFY(m_program->started.empty());
@@ -159,7 +159,7 @@ private Q_SLOTS:
             m_clock->set(m_clock->now() + 100);
             m_program->leave();
             QTRY_COMPARE(m_program->started.size(), crash);
-            // It need not have come as far as its greeting.
+            // The restarted program counts even if it crashes before its greeting.
             m_program->runningAs = u":1.%1"_s.arg(crash + 1);
         }
         m_program->leave();

@@ -20,8 +20,8 @@
 
 namespace corvane {
 
-/// A notification server of the test's own, on a connection of its own, that behaves as it is told and
-/// records what it was asked to show. It leaves the bus with the object, or as if it had crashed.
+/// A notification server on its own bus connection. It behaves as the test sets it and records what it was
+/// asked to show. It leaves the bus in its destructor, or earlier by leave(), as if it had crashed.
 class RecordingServer final : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
@@ -43,7 +43,7 @@ public:
         , m_bus(QDBusConnection::connectToBus(busAddress, m_name))
         , m_capabilities(std::move(capabilities))
     {
-        // The name of one that has just left may still be on its way back.
+        // A predecessor's name may not be released yet, so queue for it.
         const bool isThere =
             m_bus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), this,
                                  QDBusConnection::ExportAllSlots) &&
@@ -56,7 +56,7 @@ public:
     }
     ~RecordingServer() override { leave(); }
 
-    /// Goes, without an answer to what is open.
+    /// Leaves the bus without answering pending calls.
     void leave()
     {
         // The connection ends with its last reference.
@@ -64,14 +64,14 @@ public:
         QDBusConnection::disconnectFromBus(m_name);
     }
 
-    /// Takes everything that was sent to it so far by who has left the bus. False when the bus does not
+    /// Processes everything that clients, even those that have left, sent so far. False if the bus does not
     /// answer.
     [[nodiscard]] bool drain()
     {
         const auto call = QDBusMessage::createMethodCall(
             QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
             QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId"));
-        // The bus's answer comes behind what it had for this connection before.
+        // The bus's answer arrives after everything that was queued for this connection before.
         QDBusPendingCallWatcher watcher(m_bus.asyncCall(call, 20'000));
         bool isDrained = false;
         connect(&watcher, &QDBusPendingCallWatcher::finished, this, [&] { isDrained = true; });
@@ -88,14 +88,14 @@ public:
     }
 
     Behaviour behaviour = Behaviour::shows;
-    bool isAsleep = false; ///< does not even tell its capabilities
-    /// Lets another one take the name, and lives on.
+    bool isAsleep = false; ///< does not even answer GetCapabilities()
+    /// Gives up the name, for another server, and stays on the bus.
     void releaseName()
     {
         m_bus.interface()->unregisterService(QStringLiteral("org.freedesktop.Notifications"));
     }
 
-    int asked = 0; ///< how often it was asked for its capabilities
+    int asked = 0; ///< calls of GetCapabilities()
     std::vector<Shown> shown;
 
 public Q_SLOTS:

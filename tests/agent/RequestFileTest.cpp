@@ -46,8 +46,7 @@ RequestQueue queueOf(int count)
     return queue;
 }
 
-// While it lives, no file can grow beyond `bytes`, and nothing can be written behind them: to the program it
-// looks like a full disk, whoever runs it.
+// During its lifetime no file can be written beyond `bytes`: to the program a full disk, even for root.
 class FullDisk {
 public:
     explicit FullDisk(rlim_t bytes)
@@ -65,7 +64,7 @@ private:
     rlimit m_before{};
 };
 
-// While it lives, the permissions of files hold for this thread also where it is root's.
+// During its lifetime file permissions apply to this thread even if it is root's.
 class NoPrivileges {
 public:
     NoPrivileges()
@@ -131,7 +130,7 @@ private Q_SLOTS:
         QCOMPARE(decoded.requests.size(), std::size_t{2});
         QVERIFY(decoded.requests.front() == quiet);
         QVERIFY(decoded.requests.back() == request(2));
-        // The others are written as an older agent reads them.
+        // The others keep the format that older agents read.
         QCOMPARE(text.count("true"), 1);
     }
 
@@ -150,7 +149,7 @@ private Q_SLOTS:
         QFile old(m_path);
         QVERIFY(old.open(QIODevice::ReadOnly));
         QVERIFY(file.write(queueOf(2)));
-        // Who has the former open still sees all of it.
+        // A reader that has the old file open still sees all of it.
         QCOMPARE(old.readAll(), encodedRequests(queueOf(5)));
         QCOMPARE(content(), encodedRequests(queueOf(2)));
     }
@@ -164,7 +163,7 @@ private Q_SLOTS:
         for (qsizetype length = 0; length < text.size(); ++length) {
             const DecodedRequests decoded = decodedRequests(text.first(length));
             QVERIFY2(!decoded.isWhole, QByteArray::number(length).constData());
-            // An entry is whole when all but its line feed is there.
+            // An entry counts as whole even without its line feed.
             std::vector<PendingRequest> expected;
             for (const PendingRequest &one : all) {
                 const qsizetype end = text.indexOf('\n', offsets.value(one.identifier));
@@ -203,7 +202,7 @@ private Q_SLOTS:
             changed[place] = static_cast<char>(changed.at(place) ^ 0x15);
             const DecodedRequests decoded = decodedRequests(changed);
             QVERIFY2(!decoded.isWhole, QByteArray::number(place).constData());
-            // A changed line feed joins two lines, of which the second can still be found.
+            // A changed line feed joins two lines; the second can still be found.
             QVERIFY2(decoded.requests.size() >= 2, QByteArray::number(place).constData());
             for (const PendingRequest &one : decoded.requests) {
                 QVERIFY(queue.contains(one.identifier));
@@ -224,7 +223,7 @@ private Q_SLOTS:
             noise += static_cast<char>(random());
         }
         QTest::newRow("noise") << noise << noise;
-        // Each of these might be where an entry starts; looking at all of them to the end would take minutes.
+        // Each of these could be the start of an entry; parsing from each to the end would take minutes.
         QTest::newRow("places") << QByteArray(" [\"").repeated(300'000) + "]\n"
                                 << QByteArray(" [\"").repeated(300'000);
         QTest::newRow("places that look like entries")
@@ -398,7 +397,7 @@ private Q_SLOTS:
             const rlimit none{0, before.rlim_max};
             ::setrlimit(RLIMIT_NOFILE, &none);
         } else {
-            // Its first page is never there.
+            // Reading its first page always fails.
             QVERIFY(QFile::rename(m_path, m_path + u".real"_s));
             QVERIFY(QFile::link(u"/proc/self/mem"_s, m_path));
         }
@@ -420,7 +419,7 @@ private Q_SLOTS:
 
     void aFolderThatCannotBeFlushedIsToldAndIsNoFailure()
     {
-        // A folder in which one may write, and which one may not open.
+        // A folder with write permission, but not read permission, which opening needs.
         const QByteArray folder = QFile::encodeName(QFileInfo(m_path).path());
         QVERIFY(QDir().mkpath(QFileInfo(m_path).path()));
         QCOMPARE(::chmod(folder.constData(), 0300), 0);

@@ -80,7 +80,7 @@ private Q_SLOTS:
         m_clock->isHurried = true;
         QVERIFY(add(request(u"a"_s, noon + 1)));
         settle();
-        // The alarm rings at once, since its second has begun by now.
+        // This alarm rings at once, since its second has begun by now.
         QCOMPARE(m_clock->alarm(), std::optional<qint64>(noon + 1));
     }
 
@@ -165,8 +165,7 @@ private Q_SLOTS:
         QVERIFY(m_keeper->isIdle());
     }
 
-    // --- servers that are not there, refuse, or say nothing
-    // -------------------------------------------------
+    // --- servers that are absent, refuse or hang
 
     void withoutAServerTheRequestStaysOnTheDiskUntilOneArrives()
     {
@@ -223,7 +222,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_server->handed.size(), 1);
         QTRY_COMPARE(onDisk(), QStringList{u"a"_s});
         m_server->outcome = Outcome::shown;
-        // Also by the agent that follows one that has died meanwhile.
+        // A new agent retries, too, if the first dies meanwhile.
         restart();
         QTRY_COMPARE(m_server->handed.size(), 2);
         QTRY_VERIFY(m_keeper->isIdle());
@@ -253,7 +252,7 @@ private Q_SLOTS:
         Q_EMIT m_server->arrived();
         settle();
         QCOMPARE(m_server->handed.size(), 1);
-        // Nor by another agent.
+        // A new agent does not hand it over again, either.
         restart();
         settle();
         QCOMPARE(m_server->handed.size(), 1);
@@ -328,7 +327,7 @@ private Q_SLOTS:
         QCOMPARE(m_keeper->queue().requests().front().fireDate, noon + 30);
     }
 
-    // A request that is back in the queue only because its successor could not be written is not lost.
+    // A request that returns to the queue because its successor could not be written is not lost.
     void whatWasReplacedInVainIsTriedAgainItself()
     {
         m_server->outcome = Outcome::notShown;
@@ -340,7 +339,7 @@ private Q_SLOTS:
                 m_keeper->add(request(u"a"_s, noon + 30), [&](const std::expected<void, QString> &answer) {
                     isReplaced = answer.has_value();
                 });
-                // Ahead of the write.
+                // Before the write.
                 m_server->finishNow();
             }
         };
@@ -356,7 +355,7 @@ private Q_SLOTS:
         QCOMPARE(m_server->handed.size(), 2);
     }
 
-    // Who is told that nothing was taken back may count on what is pending.
+    // A caller whose removal failed may count on the request still being pending.
     void whatCouldNotBeTakenBackIsStillTriedAgain_data()
     {
         QTest::addColumn<bool>("isHeld");
@@ -410,7 +409,6 @@ private Q_SLOTS:
     }
 
     // --- the clock
-    // ------------------------------------------------------------------------------------------
 
     void aClockSetForwardDeliversWhatStillHelpsInOrderAndDropsTheRest()
     {
@@ -468,7 +466,8 @@ private Q_SLOTS:
         QVERIFY(m_server->handed.isEmpty());
     }
 
-    // Requests stand in absolute time: each hour of the two that have one name on the wall delivers its own.
+    // Fire dates are absolute: when an hour repeats on the wall clock, each of the two delivers its own
+    // requests.
     void daylightSavingMovesNothing_data()
     {
         QTest::addColumn<QDateTime>("from");
@@ -518,7 +517,6 @@ private Q_SLOTS:
     }
 
     // --- disks
-    // ----------------------------------------------------------------------------------------------
 
     void onADiskThatTakesNothingARequestIsRefusedAndTheOthersStay()
     {
@@ -531,7 +529,7 @@ private Q_SLOTS:
             QCOMPARE(m_keeper->pendingRequests(), QStringList{u"a"_s});
             QCOMPARE(m_keeper->queue().requests().front().fireDate, noon + 5);
         }
-        // Told once, until one succeeds.
+        // Logged once until a write succeeds.
         QCOMPARE(m_lines.filter(u"queue file cannot be"_s).size(), 1);
         QCOMPARE(onDisk(), QStringList{u"a"_s});
         QVERIFY(add(request(u"b"_s, noon + 5)));
@@ -559,7 +557,7 @@ private Q_SLOTS:
             QVERIFY(add(request(u"later %1"_s.arg(i), noon + 100)));
         }
         {
-            // Room for the changes in place, none for a new file.
+            // Room for changes in place, but not for a new file.
             const NoDisk full(500);
             QVERIFY(!add(request(u"c"_s, noon + 5)));
             QVERIFY(remove({u"b"_s}));
@@ -599,7 +597,6 @@ private Q_SLOTS:
     }
 
     // --- the login entry
-    // ------------------------------------------------------------------------------------
 
     void theLoginEntryIsThereWhileSomethingIsPending()
     {
@@ -630,7 +627,7 @@ private Q_SLOTS:
         QVERIFY(add(request(u"a"_s, noon + 1)));
         QVERIFY(add(request(u"b"_s, noon + 1)));
         QCOMPARE(m_lines.filter(u"login entry"_s).size(), 1);
-        // The next agent tells of it too.
+        // The next agent logs it, too.
         restart();
         QCOMPARE(m_lines.filter(u"login entry"_s).size(), 2);
         QVERIFY(obstacle.remove());
@@ -678,7 +675,7 @@ private Q_SLOTS:
     }
 
 private:
-    // While it lives, files take nothing behind so many bytes.
+    // During its lifetime no file can be written beyond `bytes`.
     class NoDisk {
     public:
         explicit NoDisk(rlim_t bytes = 0)
@@ -698,7 +695,7 @@ private:
 
     [[nodiscard]] QString m_path() const { return m_folder->filePath(u"quillet/pending"_s); }
 
-    // The agent dies, if one runs, and another one starts.
+    // Replaces the agent, as if it had died and restarted.
     void restart()
     {
         m_keeper.reset();
@@ -735,7 +732,7 @@ private:
         return result.value_or(false);
     }
 
-    // Lets everything happen that is about to: what the keeper and the fake do comes as events of this
+    // Processes all pending events, and those that they cause: keeper and fakes work by events of this
     // thread.
     static void settle()
     {

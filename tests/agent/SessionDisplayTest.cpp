@@ -26,7 +26,7 @@ private Q_SLOTS:
             const ListeningSocket compositor(QFile::encodeName(path));
             QVERIFY((SessionDisplay{{}, u"wayland-3"_s, {}}.isThere(runtime.path())));
             QVERIFY((SessionDisplay{{}, path, {}}.isThere({})));
-            // An X server that the compositor starts when it is needed may be away.
+            // An X server that the compositor starts on demand may not run now.
             QVERIFY((SessionDisplay{u":64999"_s, u"wayland-3"_s, {}}.isThere(runtime.path())));
         }
         QVERIFY(QFile::exists(path));
@@ -36,7 +36,7 @@ private Q_SLOTS:
     void anXServerIsThereAsLongAsItListens()
     {
         QVERIFY(!(SessionDisplay{u":64998"_s, {}, {}}.isThere({})));
-        // Where it has no socket of a folder, it has this one.
+        // An X server without a socket file has this abstract one.
         const ListeningSocket server(QByteArray("\0/tmp/.X11-unix/X64998", 22));
         QVERIFY((SessionDisplay{u":64998"_s, {}, {}}.isThere({})));
         QVERIFY((SessionDisplay{u"unix:64998.1"_s, {}, {}}.isThere({})));
