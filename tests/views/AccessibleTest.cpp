@@ -37,7 +37,7 @@ QAccessibleInterface &interfaceOf(QObject *object)
     return *QAccessible::queryAccessibleInterface(object);
 }
 
-/// All that a screen reader finds in `object`, in its order.
+/// All accessible interfaces in `object`, in reading order.
 std::vector<QAccessibleInterface *> all(QObject *object)
 {
     std::vector<QAccessibleInterface *> found;
@@ -51,7 +51,7 @@ std::vector<QAccessibleInterface *> all(QObject *object)
     return found;
 }
 
-/// The names of what has `role` in `object`, in its order.
+/// The names of the interfaces with `role` in `object`, in reading order.
 QStringList names(QObject *object, QAccessible::Role role)
 {
     QStringList found;
@@ -65,7 +65,7 @@ QStringList names(QObject *object, QAccessible::Role role)
 
 } // namespace
 
-/// What assistive tools are told of the windows, of the panel and of the banner.
+/// What assistive tools learn about the windows, the panel and the banner.
 class AccessibleTest final : public QObject {
     Q_OBJECT
 

@@ -24,7 +24,7 @@ struct Desktop {
     const char *highlight;
 };
 
-/// As the toolkit has them from these themes.
+/// Colours that Qt takes from these themes.
 constexpr std::array desktops{
     Desktop{"fusion light", "#efefef", "#000000", "#ffffff", "#308cc6"},
     Desktop{"fusion dark", "#323232", "#ffffff", "#242424", "#308cc6"},
@@ -45,7 +45,7 @@ QPalette paletteOf(const Desktop &desktop)
     return palette;
 }
 
-/// Two colours of which one lies on the other, by the names of their places.
+/// A foreground and its background, named by where they are used, and the least contrast between them.
 struct Pair {
     QString name;
     QColor seen;

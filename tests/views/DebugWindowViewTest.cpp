@@ -22,8 +22,8 @@ class DebugWindowViewTest final : public QObject {
     Q_OBJECT
 
 private:
-    /// The whole column at `width`, as it is when a window is as tall as it. The log file's place, which
-    /// differs from run to run, is not shown.
+    /// The whole column at `width`, without scrolling. The log file's path, which differs from run to run, is
+    /// replaced by a fixed one.
     static QImage column(const Room &room, int width)
     {
         room.view->resize(width, 10'000);
@@ -32,7 +32,7 @@ private:
         auto place = room.list(u"Now"_s)->rows().back()->row();
         place.title = u"/home/anna/.local/state/Logs/Quillet/quillet-debug.log"_s;
         room.list(u"Now"_s)->rows().back()->setRow(place);
-        room.list(u"Now"_s)->updateGeometry(); // it may be of another height
+        room.list(u"Now"_s)->updateGeometry(); // its height may change
         QCoreApplication::sendPostedEvents();
         room.view->resize(width, room.page()->widget()->heightForWidth(width));
         return room.view->grab().toImage();
@@ -114,7 +114,7 @@ private Q_SLOTS:
         room.monitor.setCalendars({});
         room.clock.advance(Seconds{180});
         QCoreApplication::processEvents();
-        if (sinceShown.elapsed() < 900) { // a machine that stood still has nothing to tell
+        if (sinceShown.elapsed() < 900) { // proves nothing if the machine stalled for longer
             QCOMPARE(room.rows(u"Log"_s).size(), 2);
         }
         QTRY_COMPARE(room.rows(u"Log"_s).size(), 3);
@@ -186,7 +186,7 @@ private Q_SLOTS:
         QCOMPARE(room.view->focusWidget(), log->rows().at(0));
         QTest::keyClick(room.view->focusWidget(), Qt::Key_End);
         QCOMPARE(room.view->focusWidget(), log->rows().back());
-        // Where Tab comes back to.
+        // Tab returns to the row that had the focus.
         QTest::keyClick(room.view->focusWidget(), Qt::Key_Backtab);
         QVERIFY(!log->isAncestorOf(room.view->focusWidget()));
         QTest::keyClick(room.view->focusWidget(), Qt::Key_Tab);

@@ -27,7 +27,7 @@ using pictures::Theme;
 
 namespace {
 
-/// A setup window's content, and how often it asked to be closed.
+/// The setup window's content, and how often it asked to close.
 struct Room {
     explicit Room(bool hasCompleted = false)
     {
@@ -45,7 +45,7 @@ struct Room {
     }
 
     [[nodiscard]] QAbstractButton *back() const { return viewWalk::button(*view, u"Back"_s); }
-    /// Continue, or Finish.
+    /// The Continue or Finish button.
     [[nodiscard]] QAbstractButton *forward() const { return view->findChildren<QPushButton *>().last(); }
     [[nodiscard]] PageIndicator *indicator() const { return view->findChild<PageIndicator *>(); }
     [[nodiscard]] QScrollArea *page() const { return view->findChild<QScrollArea *>(); }
@@ -204,7 +204,7 @@ private Q_SLOTS:
         QTest::keyClick(room.view->focusWidget(), Qt::Key_Enter);
         QTest::keyClick(room.view->focusWidget(), Qt::Key_Space);
         QCOMPARE(room.view->step(), 3);
-        QTest::keyClick(room.view.get(), Qt::Key_Return); // with the keyboard on no button
+        QTest::keyClick(room.view.get(), Qt::Key_Return); // without focus on a button
         QCOMPARE(room.view->step(), 4);
         QTest::keyClick(room.view->focusWidget(), Qt::Key_Return);
         QCOMPARE(room.dismissals, 1);
@@ -376,7 +376,7 @@ private Q_SLOTS:
         room.show();
         pictures::prepareApplication(Theme::dark, 1.5);
         QTRY_COMPARE(room.forward()->font(), look::font(look::TextStyle::body));
-        room.view->hide(); // what is seen on the screen also has the mark of the keyboard
+        room.view->hide(); // on the screen it would also show the focus mark
         const QImage followed = room.view->grab().toImage();
         const Room fresh;
         QVERIFY(followed == fresh.view->grab().toImage());

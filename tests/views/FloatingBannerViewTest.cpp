@@ -78,7 +78,7 @@ private Q_SLOTS:
     void init() { m_clock = std::make_unique<ManualClock>(now); }
     void cleanup()
     {
-        m_clock->advance(Seconds{2}); // what still ticks ends
+        m_clock->advance(Seconds{2}); // ends a pending tick
         QCOMPARE(m_clock->waitCount(), std::size_t{0});
         m_clock.reset();
     }
@@ -137,7 +137,7 @@ private Q_SLOTS:
     {
         QFETCH(TeachingAction, shown);
         FloatingBannerView view(shown, {});
-        (void)view.grab(); // lays it out
+        (void)view.grab(); // forces the layout
         const QRect close = place(view, view.findChild<QAbstractButton *>());
         QCOMPARE(close, QRect(1000 - 20 - 42, 20, 42, 42));
         int below = 0;

@@ -51,7 +51,7 @@ QRect place(const QWidget &view, const QWidget *child)
     return {child->mapTo(&view, QPoint()), child->size()};
 }
 
-/// The texts that are shown, top to bottom, as they are read.
+/// The view's texts from top to bottom, as a screen reader reads them.
 QStringList texts(const QWidget &view)
 {
     QStringList found;
@@ -94,7 +94,7 @@ private:
     static void compare(QWidget &view, QSize size, const QString &name)
     {
         view.resize(size);
-        (void)view.grab(); // lays it out, after which it may turn out to scroll
+        (void)view.grab(); // forces the layout, which may turn out to need scrolling
         QCoreApplication::processEvents();
         const QString difference = pictures::difference(view.grab().toImage(), name);
         QVERIFY2(difference.isEmpty(), qPrintable(difference));
@@ -269,7 +269,7 @@ private Q_SLOTS:
         for (const auto *text : found) {
             QVERIFY(area.adjusted(32, 32, -32, -32).contains(place(*article, text)));
         }
-        // 20 points between the blocks, 8 between the lines of a section.
+        // 20 points between blocks, 8 between the lines of a section.
         QCOMPARE(place(*article, found.at(2)).top() - place(*article, found.at(1)).bottom() - 1, 20);
         QCOMPARE(place(*article, found.at(3)).top() - place(*article, found.at(2)).bottom() - 1, 8);
         QCOMPARE(place(*article, found.at(4)).top() - place(*article, found.at(3)).bottom() - 1, 8);
@@ -314,7 +314,7 @@ private Q_SLOTS:
         search(view)->clear();
         QCOMPARE(view.selection(), std::optional(HelpTopic::settings));
         QCOMPARE(list(view)->selectedItems().value(0)->text(), u"Settings"_s);
-        // Nor is the article made anew: it stays scrolled to where it was.
+        // The article is the same object, so it keeps its scroll position.
         QCOMPARE(view.findChild<HelpArticleView *>(), article);
     }
 
@@ -393,7 +393,7 @@ private Q_SLOTS:
     void theKeyboardReachesEverything()
     {
         HelpCenterView view(*m_manual, opener());
-        view.resize(520, 300); // so small that the article scrolls
+        view.resize(520, 300); // small enough for the article to scroll
         view.show();
         QTRY_VERIFY(view.isActiveWindow());
         search(view)->setFocus();
@@ -468,7 +468,7 @@ private Q_SLOTS:
             QCOMPARE(m_opened, wanted.first(link));
         }
         view.setFocus();
-        QTest::keyClick(&view, Qt::Key_Tab); // and once more from the beginning
+        QTest::keyClick(&view, Qt::Key_Tab); // again from the first link
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
         QCOMPARE(m_opened.size(), 3);
         QCOMPARE(m_opened.back(), wanted.front());

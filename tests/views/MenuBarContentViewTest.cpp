@@ -43,7 +43,7 @@ std::vector<Lesson> fullDay()
     return lessons;
 }
 
-/// The lessons as the next load gives them: the same, under new identifiers.
+/// The lessons as the next load returns them: the same, with new identifiers.
 std::vector<Lesson> loadedAnew(std::vector<Lesson> lessons)
 {
     for (Lesson &lesson : lessons) {
@@ -71,7 +71,7 @@ struct Fixture : ViewModelFixture {
         return view;
     }
 
-    /// The view shown, but on no screen, whose events would come when they like.
+    /// The view shown off screen: window system events would come at unpredictable times.
     [[nodiscard]] std::unique_ptr<MenuBarContentView> pictured()
     {
         auto view = this->view();
@@ -80,7 +80,7 @@ struct Fixture : ViewModelFixture {
         return view;
     }
 
-    /// The view on the screen, with the keyboard.
+    /// The view on the screen, with the keyboard focus.
     [[nodiscard]] std::unique_ptr<MenuBarContentView> shown()
     {
         auto view = this->view();
@@ -118,7 +118,7 @@ QAccessibleInterface &accessible(QObject *object)
     return *QAccessible::queryAccessibleInterface(object);
 }
 
-/// What a screen reader reads of the rows.
+/// What a screen reader reads for each row.
 QStringList rowTexts(const QWidget &view)
 {
     QStringList texts;
@@ -134,7 +134,7 @@ QPushButton &button(const QWidget &view, const QString &text)
     return **std::ranges::find(buttons, text, [](const QPushButton *each) { return each->text(); });
 }
 
-/// Counts how often a widget and what is in it are painted.
+/// Counts the paint events of a widget and its children.
 class PaintCount final : public QObject {
 public:
     explicit PaintCount(QWidget &widget)
@@ -255,7 +255,7 @@ private Q_SLOTS:
         Fixture f;
         f.start(fullDay());
         const auto view = f.view();
-        (void)view->grab(); // lays it out
+        (void)view->grab(); // forces the layout
         QCOMPARE(view->width(), 320);
         const auto *schedule = view->findChild<ScheduleStatusView *>();
         QCOMPARE(schedule->geometry().topLeft(), QPoint(12, 6));
@@ -290,7 +290,7 @@ private Q_SLOTS:
         for (const LessonScheduleRow *row : listOf(*view).rows()) {
             QVERIFY(row->height() > 54);
             QCOMPARE(row->height(), row->sizeHint().height());
-            QVERIFY(row->toolTip().isEmpty()); // it tells a name that is cut
+            QVERIFY(row->toolTip().isEmpty()); // a tool tip would mean that a name is cut
         }
     }
 
@@ -457,7 +457,7 @@ private Q_SLOTS:
         auto kept = before;
         kept.erase(kept.begin() + 19);
         QVERIFY(after == kept);
-        // For assistive tools the rows stand in the same order.
+        // Assistive tools see the rows in the same order.
         QAccessibleInterface &list = accessible(&listOf(*view));
         QCOMPARE(list.childCount(), 40);
         QCOMPARE(list.child(5)->text(QAccessible::Name), rowTexts(*view).at(5));
@@ -519,7 +519,7 @@ private Q_SLOTS:
         f.clock.advance(Seconds{5});
         QCoreApplication::processEvents();
         QCOMPARE(paints.count(), 0);
-        f.clock.advance(Seconds{60}); // the next lesson is a minute nearer
+        f.clock.advance(Seconds{60}); // the countdown to the next lesson drops by a minute
         QCoreApplication::processEvents();
         QVERIFY(paints.count() > 0);
     }
@@ -588,7 +588,7 @@ private Q_SLOTS:
         QCOMPARE(error->textFormat(), Qt::PlainText);
         QVERIFY(error->wordWrap());
         QVERIFY(view->sizeHint().height() > height);
-        // As high as its text is on the width that it has, and no higher.
+        // Exactly as high as its wrapped text.
         QCOMPARE(view->sizeHint().height() - height, error->heightForWidth(320 - 2 * 12) + 10);
         f.store.answer = fullDay();
         spawn(f.model->reloadLessons());

@@ -16,7 +16,7 @@ namespace {
 constexpr Size size{320, 400};
 constexpr double gap = MenuBarPanelPlacement::gap;
 
-// A screen of 1440 by 900 with docks of these thicknesses on its edges.
+// The thickness of the docks on a screen's edges, in points.
 struct Kept {
     double top = 0;
     double bottom = 0;
@@ -120,7 +120,7 @@ private Q_SLOTS:
         };
         QVERIFY((at({1400, 885}) == Rect{1440 - gap - 320, 870 - gap - 400, 320, 400}));
         QVERIFY((at({1445, -290}) == Rect{1440 + gap, -260 + gap, 320, 400}));
-        // A point beyond all of them belongs to the nearest.
+        // A point outside all screens belongs to the nearest.
         QVERIFY((at({4000, -290}) == Rect{3360 - gap - 320, -260 + gap, 320, 400}));
     }
 
@@ -132,7 +132,7 @@ private Q_SLOTS:
         QVERIFY((frame(Point{100, 95}, tiny) == Rect{gap, gap, 200 - 2 * gap, 100 - 2 * gap}));
     }
 
-    // At 200 % a dock may be of an odd number of pixels.
+    // At 200 % a dock may have an odd number of pixels, that is half points.
     void atTwiceTheScaleItStandsOnWholePoints()
     {
         const Screen dense = screen({.top = 27.5}, {0, 0, 1280, 720});
@@ -147,7 +147,7 @@ private Q_SLOTS:
             for (const Rect &whole :
                  {Rect{0, 0, 1440, 900}, Rect{-1024, 100, 1024, 768}, Rect{0, 0, 800, 480}}) {
                 const Screen on = screen(kept, whole);
-                // In quarters of a point.
+                // Quarters of a point.
                 for (int x = -400; x < 4 * (whole.width + 100); x += 150) {
                     for (int y = -400; y < 4 * (whole.height + 100); y += 165) {
                         const Point click{whole.minX() + x / 4.0, whole.minY() + y / 4.0};

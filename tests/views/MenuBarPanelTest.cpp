@@ -26,7 +26,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Stands for the real content: 320 points wide, as high as it is told.
+/// Stands for the real content: 320 points wide, of a given height.
 class Content final : public QWidget {
 public:
     explicit Content(int height) : m_label(new QLabel(this)), m_button(new QPushButton(u"Button"_s, this))
@@ -78,7 +78,7 @@ private:
         QTRY_VERIFY(m_menuBarPanel->window()->isActiveWindow());
     }
 
-    /// Another window of the program takes the keyboard.
+    /// Another window of the program, which takes the keyboard focus.
     static std::unique_ptr<QWidget> otherWindow()
     {
         auto other = std::make_unique<QWidget>();
@@ -157,7 +157,7 @@ private Q_SLOTS:
         QVERIFY(window.width() > 320);
         QCOMPARE(m_content->width(), 320);
         QVERIFY(window.top() >= 30);
-        // A press on the shadow is one beside the menu bar panel.
+        // A click on the shadow counts as one outside the menu bar panel.
         QTest::mouseClick(m_menuBarPanel->window(), Qt::LeftButton, {}, {1, window.height() - 1});
         QVERIFY(!m_menuBarPanel->isOpen());
     }
@@ -225,7 +225,7 @@ private Q_SLOTS:
         m_clock->advance(Seconds{0.4});
         m_menuBarPanel->toggle(Point{700, 890});
         QVERIFY(!m_menuBarPanel->isOpen());
-        // The next click is one of its own, however soon.
+        // The next click counts separately, however soon it comes.
         m_menuBarPanel->toggle(Point{700, 890});
         QVERIFY(m_menuBarPanel->isOpen());
     }
@@ -249,7 +249,7 @@ private Q_SLOTS:
         const auto other = otherWindow();
         QTRY_VERIFY(other->isActiveWindow());
         QVERIFY(m_menuBarPanel->isOpen());
-        // It is as usable as before.
+        // It still works.
         m_menuBarPanel->window()->activateWindow();
         QTRY_VERIFY(m_menuBarPanel->window()->isActiveWindow());
         QSignalSpy clicks(m_content->m_button, &QAbstractButton::clicked);
@@ -288,7 +288,7 @@ private Q_SLOTS:
         QVERIFY(m_menuBarPanel->openedByItself());
         QVERIFY(m_menuBarPanel->window()->testAttribute(Qt::WA_ShowWithoutActivating));
         QVERIFY(m_windowSystem.broughtToFront.isEmpty());
-        // Asked for, it comes to the front like any other.
+        // Opened by the user, it comes to the front.
         m_menuBarPanel->openAsWindow();
         QVERIFY(!m_menuBarPanel->openedByItself());
         QCOMPARE(m_windowSystem.broughtToFront.size(), 1);

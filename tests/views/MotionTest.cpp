@@ -31,7 +31,7 @@ QImage pictureOf(QWidget &widget)
     return widget.grab().toImage();
 }
 
-/// Counts how often a widget paints itself.
+/// Counts a widget's paint events.
 class Paints final : public QObject {
 public:
     explicit Paints(QWidget &widget) { widget.installEventFilter(this); }
@@ -45,7 +45,7 @@ protected:
     }
 };
 
-/// An area with a page in it, and a second page that it may show.
+/// An area that shows one of two pages.
 struct Pages {
     Pages()
     {
@@ -95,7 +95,7 @@ private Q_SLOTS:
         const QImage second = pictureOf(pages.area);
         QVERIFY(second != first && between != second);
         pages.slide(false);
-        pages.slide(); // the next one takes the place of one that is under way
+        pages.slide(); // a new slide replaces a running one
         QCOMPARE(pages.parts(), 3);
         QTRY_COMPARE(pages.parts(), 2);
         QCOMPARE(pictureOf(pages.area), second);
@@ -132,7 +132,7 @@ private Q_SLOTS:
         turn.begin();
         QTRY_VERIFY(SymbolTurn::degrees(button) > 20);
         QVERIFY(pictureOf(*button) != still);
-        turn.end(); // one of two
+        turn.end(); // one of two began
         QTRY_VERIFY(SymbolTurn::degrees(button) > 180);
         QTRY_VERIFY(SymbolTurn::degrees(button) < 180);
         QCOMPARE(turn.state(), QVariantAnimation::Running);
@@ -177,7 +177,7 @@ private Q_SLOTS:
             indicator.setPage(3);
             QVERIFY(pictureOf(indicator) != end);
             QTRY_VERIFY(pictureOf(indicator) == end);
-            QTest::qWait(setup::slideDuration); // the last steps cannot be told apart
+            QTest::qWait(setup::slideDuration); // the last steps look the same
             const Paints paints(indicator);
             QTest::qWait(100);
             QCOMPARE(paints.count, 0);

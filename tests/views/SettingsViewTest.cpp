@@ -82,7 +82,7 @@ std::vector<ManualLessonEntry> aHundredLessons()
     return entries;
 }
 
-/// A settings window's content, and what it asked for.
+/// The settings window's content, with a record of its requests.
 struct Room {
     explicit Room(const std::vector<ManualLessonEntry> &lessons = {})
     {
@@ -139,7 +139,7 @@ struct Room {
     }
     [[nodiscard]] const ManualLessonEntry &lastLesson() const { return settings.manualLessons().back(); }
 
-    /// Clicks the arrow that steps the start.
+    /// Clicks one of the start field's arrows.
     void step(QStyle::SubControl arrow) const
     {
         QStyleOptionSpinBox option;
@@ -148,7 +148,7 @@ struct Room {
         QTest::mouseClick(start(), Qt::LeftButton, {}, area.center());
     }
 
-    /// Chooses as a user does, who opens the list and clicks.
+    /// Chooses as a user does: opens the list and presses Return on an item.
     static void choose(QComboBox *picker, const QString &text)
     {
         picker->setFocus();
@@ -173,7 +173,7 @@ void roll(QWidget *widget)
     const QPointF middle = QRectF(widget->rect()).center();
     QWheelEvent event(middle, widget->mapToGlobal(middle), {}, QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
                       Qt::NoScrollPhase, false);
-    QSpontaneKeyEvent::setSpontaneous(&event); // only such a one goes on to what the widget stands in
+    QSpontaneKeyEvent::setSpontaneous(&event); // only a spontaneous event propagates to the parent
     qApp->notify(widget, &event);
 }
 
@@ -186,7 +186,7 @@ public:
     explicit SettingsViewTest(int scaleFactor) : m_scaleFactor(scaleFactor) {}
 
 private:
-    /// The whole column at `width`, as it is when a window is as tall as it.
+    /// The whole column at `width`, without scrolling.
     [[nodiscard]] static QImage column(const Room &room, int width)
     {
         room.view->resize(width, 10'000);
@@ -303,7 +303,7 @@ private Q_SLOTS:
         auto *duration = room.picker(u"Notification Duration"_s);
         QCOMPARE(duration->currentText(), u"5 seconds"_s);
         QCOMPARE(room.settings.notificationDuration(), 7.5);
-        Room::choose(duration, u"5 seconds"_s); // the one that is shown already
+        Room::choose(duration, u"5 seconds"_s); // the one already shown
         QCOMPARE(room.settings.notificationDuration(), 5.0);
     }
 
@@ -315,9 +315,9 @@ private Q_SLOTS:
         room.loadTakes = 50;
         room.button(u"Reload Today's Lessons"_s)->click();
         QTRY_VERIFY(look::SymbolTurn::degrees(button) > 90);
-        QTRY_COMPARE(look::SymbolTurn::degrees(button), 0.0); // and stops after a whole turn
+        QTRY_COMPARE(look::SymbolTurn::degrees(button), 0.0); // stops after a full turn
         room.studentName()->setText(u"Anna"_s);
-        room.button(u"Add Manual Lesson"_s)->click(); // loads them, too
+        room.button(u"Add Manual Lesson"_s)->click(); // this loads lessons, too
         QTRY_VERIFY(look::SymbolTurn::degrees(button) > 90);
         room.view.reset(); // while it turns
         QCOMPARE(room.reloads, 2);
@@ -339,9 +339,9 @@ private Q_SLOTS:
         };
         QVERIFY(area(glow).contains(area(row)));
         QVERIFY(!area(glow).intersects(area(room.list()->rowOf(0))));
-        room.button(u"Remove"_s)->click(); // Anna's, so that Ben's row goes up
+        room.button(u"Remove"_s)->click(); // removes Anna, so Ben's row moves up
         QCOMPARE(room.list()->rowOf(0), row);
-        QTRY_COMPARE(row->y(), 0); // it has gone up
+        QTRY_COMPARE(row->y(), 0); // it has moved up
         QTRY_VERIFY(area(glow).contains(area(row)) && area(glow).height() < 2 * row->height());
         QTRY_VERIFY(glow.isNull());
     }
@@ -627,7 +627,7 @@ private Q_SLOTS:
         room.show();
         room.start()->setFocus(Qt::TabFocusReason);
         room.start()->setSelectedSection(QDateTimeEdit::HourSection);
-        QTest::keyClicks(room.start(), u"1745"_s); // the cursor goes on by itself
+        QTest::keyClicks(room.start(), u"1745"_s); // the cursor moves to the minute by itself
         room.studentName()->setText(u"Anna"_s);
         room.button(u"Add Manual Lesson"_s)->click();
         QCOMPARE(toDateTime(room.lastLesson().startTime),
@@ -641,7 +641,7 @@ private Q_SLOTS:
         auto *field = room.start()->findChild<QLineEdit *>();
         QCOMPARE(room.start()->text(), u"21 Nov 2026 11:00"_s);
         const auto clickBefore = [&](int position) {
-            // Where the cursor stands when it is there.
+            // Clicks where the cursor is drawn for that position.
             field->setCursorPosition(position);
             QTest::mouseClick(field, Qt::LeftButton, {},
                               field->inputMethodQuery(Qt::ImCursorRectangle).toRectF().center().toPoint());
@@ -654,7 +654,7 @@ private Q_SLOTS:
         QTRY_COMPARE(field->selectedText(), u"21"_s);
         QTest::keyClicks(room.start(), u"24"_s);
         QCOMPARE(room.start()->text(), u"24 Nov 2026 17:45"_s);
-        // What is selected by dragging stays as it is.
+        // A selection made by dragging stays.
         field->setSelection(0, 6);
         QTest::mouseRelease(field, Qt::LeftButton, {}, QPoint(1, 1));
         QCoreApplication::processEvents();
@@ -781,7 +781,7 @@ private Q_SLOTS:
             for (int week = 1; week < days->model()->rowCount(); ++week) {
                 for (int weekday = 0; weekday < days->model()->columnCount(); ++weekday) {
                     const QModelIndex index = days->model()->index(week, weekday);
-                    if (index.data().toInt() == 25 && week > 2) { // not one of October's
+                    if (index.data().toInt() == 25 && week > 2) { // not the 25th of October
                         return index;
                     }
                 }
@@ -852,7 +852,7 @@ private Q_SLOTS:
             return viewport->rect().contains(QRect(widget->mapTo(viewport, QPoint()), widget->size()));
         };
         QTRY_VERIFY(isSeen(added));
-        QTest::keyClicks(room.studentName(), u"A"_s); // and the field comes back when the next is typed
+        QTest::keyClicks(room.studentName(), u"A"_s); // typing the next name scrolls the field back into view
         QVERIFY(isSeen(room.studentName()));
     }
 
@@ -955,7 +955,7 @@ private Q_SLOTS:
         const QSize seen = room.page()->viewport()->size();
         QCOMPARE(room.page()->verticalScrollBar()->maximum(), content.height() - seen.height());
         QCOMPARE(room.page()->horizontalScrollBar()->maximum(), std::max(0, content.width() - seen.width()));
-        if (width >= 620) { // as wide as it opens, it never has to be scrolled sideways
+        if (width >= 620) { // at its initial width it never scrolls sideways
             QCOMPARE(room.page()->horizontalScrollBar()->maximum(), 0);
         }
     }
@@ -1003,7 +1003,7 @@ private Q_SLOTS:
         room.show();
         pictures::prepareApplication(Theme::dark, 1.5);
         QTRY_COMPARE(room.studentName()->font(), look::font(look::TextStyle::body));
-        room.view->hide(); // what is seen on the screen also has the mark of the keyboard
+        room.view->hide(); // on the screen it would also show the focus mark
         const QImage followed = column(room, 620);
         const Room fresh(sampleLessons());
         QVERIFY(followed == column(fresh, 620));

@@ -32,7 +32,7 @@ using pictures::Theme;
 
 namespace {
 
-/// Each control at rest, under the pointer, pressed, and where it cannot be used.
+/// Each control in four states: normal, hovered, pressed and disabled.
 std::unique_ptr<QWidget> gallery()
 {
     auto *rows = column(space::medium, {});
@@ -133,7 +133,7 @@ private Q_SLOTS:
             QFAIL("no list is shown");
         }
         QVERIFY(list->testAttribute(Qt::WA_TranslucentBackground));
-        // The one that a key has gone to, beside the one that is chosen.
+        // Another row than the chosen one is current, as after an arrow key.
         choices->view()->setCurrentIndex(choices->model()->index(2, 0));
         comparePicture(list->grab().toImage(), u"list-"_s + themeName(theme));
         choices->hidePopup();

@@ -41,10 +41,10 @@ private Q_SLOTS:
         const QFontMetrics metrics(font);
         const auto width = [&](const QString &text) { return metrics.horizontalAdvance(text); };
         const int room = width(u"one two three four"_s) + 1;
-        // Alone, the last word would stand on a line of its own.
+        // Unbalanced, the last word would be alone on a second line.
         const int balanced = look::balancedWidth(u"one two three four five"_s, font, room);
         QVERIFY(balanced >= width(u"one two three"_s) && balanced < width(u"one two three four"_s));
-        // One line, a word that is wider than the room, nothing at all.
+        // A single line, a word wider than the room, an empty text.
         QVERIFY(look::balancedWidth(u"one two"_s, font, room) >= width(u"one two"_s));
         QCOMPARE(look::balancedWidth(u"w"_s.repeated(100) + u" one"_s, font, room), room);
         QVERIFY(look::balancedWidth({}, font, room) <= room);

@@ -48,7 +48,7 @@ private:
             scenes.add({identifier, identifier, size, makeContent});
         }
 
-        /// Two screens beside one another, as large together as the one that the toolkit has.
+        /// Two screens side by side that share the area of Qt's one screen; the pointer is on the right one.
         void useTwoScreens()
         {
             const QSizeF all = QGuiApplication::primaryScreen()->size();
@@ -59,13 +59,13 @@ private:
             screens.pointer = {all.width() / 2 + 10, 10};
         }
 
-        /// The area of a window, which is open, from the corner of its frame on.
+        /// An open window's size at the top left corner of its frame.
         [[nodiscard]] QRect area(const QString &identifier) const
         {
             return {scenes.window(identifier)->pos(), scenes.window(identifier)->size()};
         }
 
-        /// Closes a window, and opens it again.
+        /// Closes the window and opens it again.
         void reopen(const QString &identifier)
         {
             scenes.window(identifier)->close();
@@ -149,7 +149,7 @@ private Q_SLOTS:
         const QPointer<QWidget> window = program.scenes.window(u"help"_s);
         window->close();
         QVERIFY(program.scenes.window(u"help"_s) == nullptr);
-        // Opened again before the closed one is gone, it is another one, and that one is raised.
+        // Opened before the closed one is destroyed, it is a new window, and the new one is raised.
         program.open(u"help"_s, u"Quillet Help"_s);
         QCOMPARE(program.made, 2);
         QWidget *second = program.scenes.window(u"help"_s);
@@ -212,7 +212,7 @@ private Q_SLOTS:
         const QPoint middle((half.width() - 200) / 2, (half.height() - 100) / 2);
         QCOMPARE(program.area(u"small"_s), QRect(middle + QPoint(half.width(), 0), QSize(200, 100)));
         program.screens.pointer = {10, 10};
-        program.reopen(u"small"_s); // nobody moved it
+        program.reopen(u"small"_s); // the user did not move it
         QCOMPARE(program.area(u"small"_s), QRect(middle, QSize(200, 100)));
     }
 
@@ -237,7 +237,7 @@ private Q_SLOTS:
 
     void aContentThatIsToBeSeenWholeOpensAsHighAsItNeeds()
     {
-        // Its height is 50 more than its width.
+        // Needs 50 points more height than its width.
         class Tall final : public QWidget {
         public:
             [[nodiscard]] bool hasHeightForWidth() const override { return true; }
