@@ -165,7 +165,7 @@ private Q_SLOTS:
     void storedLessonsAreLoadedAndWrittenBackAtOnce()
     {
         const std::vector entries{sampleEntry(), sampleEntry()};
-        // A foreign key shows whether the data was written anew.
+        // The foreign key disappears when the data is rewritten.
         QByteArray data = encode(entries).value();
         data.replace("{", "{\"foreign\":1,");
         store().setValue(u"manualLessons"_s, data);
@@ -207,7 +207,7 @@ private Q_SLOTS:
         }
         QCOMPARE(m_loginItem->calls.back(), Call::unregistered);
 
-        // The file's bytes, since a store knows what was set.
+        // Check the file itself: a store would also return values that it has not written yet.
         for (const char *line : {"notificationDuration=5", "startAtLogin=false", "playsSound=false",
                                  "notificationPosition=bottomRight", "hasCompletedWelcome=true"}) {
             QVERIFY2(diskContent().contains(QByteArray(line) + '\n'), line);

@@ -26,7 +26,7 @@ struct Fixture {
     FakeUserNotificationCenter center;
     std::unique_ptr<CalendarGapNotice> notice = std::make_unique<CalendarGapNotice>(monitor, center, logger);
 
-    /// Of three calendars those named in `silent` have gaps; the others answer.
+    /// Of the calendars A, B and C, those named in `silent` have gaps; the others answer.
     void setSilent(const QString &silent)
     {
         std::vector<CalendarStatus> calendars;
@@ -86,7 +86,7 @@ private Q_SLOTS:
         f.clock.advance(Seconds{301});
         QCOMPARE(f.center.requests.size(), std::size_t{1});
         const NotificationRequest request = f.center.requests.front();
-        // The whole second after the next one.
+        // One to two seconds from now, on a whole second.
         QCOMPARE(request.fireDate, at("09:05:02"));
         QCOMPARE(request.expirationDate, at("09:20:02"));
         QCOMPARE(request.identifier, u"quillet.calendar-gap."_s + QString::number(static_cast<qint64>(

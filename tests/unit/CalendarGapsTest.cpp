@@ -95,7 +95,7 @@ private Q_SLOTS:
                  u"No answer from the calendar “one two three”"_s);
         const QString longest(40, u'x');
         QCOMPARE(calendarGaps::notice({gap(longest)}), u"No answer from the calendar “"_s + longest + u'”');
-        // The cut keeps the two halves of a character together.
+        // The cut does not split a surrogate pair.
         const QString bell = u"🔔"_s;
         QCOMPARE(calendarGaps::notice({gap(QString(38, u'x') + bell + bell)}),
                  u"No answer from the calendar “"_s + QString(38, u'x') + u"…”"_s);
@@ -129,7 +129,7 @@ private Q_SLOTS:
         QFETCH(Condition, condition);
         QFETCH(QString, advice);
         QCOMPARE(body({gap(u"A"_s, condition)}).section(u"lessons. "_s, 1), advice);
-        // Where the reasons differ, none of them is named.
+        // Different reasons: the advice names none of them.
         const Condition other = condition == Condition::silent ? Condition::unopened : Condition::silent;
         QVERIFY(body({gap(u"A"_s, condition), gap(u"B"_s, other)})
                     .endsWith(u"Please check in your calendar program. Quillet keeps trying."_s));

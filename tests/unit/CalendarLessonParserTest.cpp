@@ -22,7 +22,7 @@ CalendarLessonEvent booked(const QString &title, Seconds length = minutes(30))
             .url = std::nullopt};
 }
 
-/// "Zoom|Anna|1500", or "none" when the event is no lesson.
+/// Platform, student and seconds, as "Zoom|Anna|1500"; "none" if the event is no lesson.
 QString described(const CalendarLessonEvent &event)
 {
     const CalendarLessonParser parser(PlatformProfile::defaults());
@@ -243,20 +243,20 @@ private Q_SLOTS:
         const auto name = [](const QString &title) {
             return CalendarLessonParser::studentName(title, TeachingPlatform::zoom);
         };
-        // "ß" folds to two units; the second must not make a word with what follows, nor be cut off.
+        // "ß" folds to two units; the second must not form a word with what follows, nor be cut off.
         QCOMPARE(name(u"Groß Lesson Anna"_s), u"Groß Anna"_s);
         QCOMPARE(name(u"Weißzoom"_s), u"Weiß"_s);
         QCOMPARE(name(u"Clasß Anna"_s), u"Clasß Anna"_s);
         QCOMPARE(name(u"İpek Zoom"_s), u"İpek"_s);
         QCOMPARE(name(u"Zoom \u1E9Eara"_s), u"\u1E9Eara"_s);
-        // A combining mark on a removed letter goes with it.
+        // A combining mark is removed with its letter.
         QCOMPARE(name(u"Zoom\u0302 Anna"_s), u"Anna"_s);
         QCOMPARE(name(u"\U0001D400 Zoom \U00020000"_s), u"\U0001D400 \U00020000"_s);
     }
 
     void longTitlesOfOneKindAreHandledInLinearTime()
     {
-        // With patterns that backtrack each of these would take minutes; the test's own time limit tells.
+        // Backtracking patterns would take minutes for each of these; the test's time limit would notice.
         constexpr int length = 300000;
         for (const QString &title :
              {QString(length, u' '), u" ("_s.repeated(length), u"1 "_s.repeated(length),
@@ -294,7 +294,7 @@ private Q_SLOTS:
 
     void theTextsOfAnEventWithManyOccurrencesAreReadOnce()
     {
-        // Read once each, these would take minutes; the test's own time limit tells.
+        // Parsing each occurrence would take minutes; the test's time limit would notice.
         CalendarLessonEvent often = booked(u"Zoom "_s + QString(100000, u'a'));
         often.notes = QString(1000000, u'b');
         const CalendarLessonParser parser(PlatformProfile::defaults());

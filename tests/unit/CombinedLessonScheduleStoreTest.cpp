@@ -42,7 +42,7 @@ class CombinedLessonScheduleStoreTest : public QObject {
 
     [[nodiscard]] LessonScheduleResult load() { return QCoro::waitFor(m_store.lessonsForToday()); }
 
-    /// "Anna Zoom, Ben Google Meet", or the error.
+    /// Names and platforms, as "Anna Zoom, Ben Google Meet", or the error.
     [[nodiscard]] QString loaded()
     {
         const LessonScheduleResult result = load();
@@ -89,7 +89,7 @@ private Q_SLOTS:
 
     void manualLessonsOfOtherDaysAreLeftOut()
     {
-        // The store's zone is an hour ahead of UTC: its day goes from 23:00 to 23:00.
+        // The store's zone is an hour ahead of UTC: its day lasts from 23:00 to 23:00 UTC.
         m_settings.setManualLessons({entry(u"Yesterday"_s, at("10:00:00") - minutes(1440)),
                                      entry(u"LateYesterday"_s, at("00:00:00") - minutes(61)),
                                      entry(u"Midnight"_s, at("00:00:00") - minutes(60)),

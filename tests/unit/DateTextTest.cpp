@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A moment of `zone`'s own clocks.
+/// A local time in `zone`.
 Date in(const char *zone, const char *local)
 {
     const QDateTime clock = QDateTime::fromString(QString::fromLatin1(local), Qt::ISODate);
@@ -118,7 +118,7 @@ private Q_SLOTS:
 
     void aDayWithoutAMidnightBeginsWithItsFirstMoment()
     {
-        // The clocks go from 23:59:59 to 01:00:00 here.
+        // That night the clocks jump from 23:59:59 to 01:00:00.
         const DayCalendar calendar(QTimeZone("Africa/Cairo"));
         const DateInterval day = calendar.dayInterval(in("Africa/Cairo", "2010-04-30T12:00:00"));
         QCOMPARE(day.start, in("Africa/Cairo", "2010-04-30T01:00:00"));

@@ -26,7 +26,7 @@ QByteArray contents(const QUrl &url)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
 }
 
-/// While it lives, what the program says on its standard error goes into a file.
+/// Redirects standard error to a file during its lifetime.
 class StandardErrorIn {
 public:
     explicit StandardErrorIn(const QString &path) : m_before(::dup(STDERR_FILENO))
@@ -166,7 +166,7 @@ private Q_SLOTS:
 
     void aFolderThatCannotBeMadeLeavesTheLinesInMemory()
     {
-        // A file stands where the folder should be: nobody, root included, can make it.
+        // A file in the folder's place: not even root can create the folder.
         const QTemporaryDir library;
         QFile obstacle(library.path() + u"/Logs"_s);
         QVERIFY(obstacle.open(QIODevice::WriteOnly));

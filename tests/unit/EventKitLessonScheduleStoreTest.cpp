@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// An event store that answers what a test sets and records what it was asked.
+/// Answers as the test sets it, and records what it was asked.
 class ScriptedEventStore final : public EventStore {
 public:
     CalendarAuthorization authorization = CalendarAuthorization::fullAccess;

@@ -49,7 +49,7 @@ struct Fixture : ViewModelFixture {
         calendars.setCalendars({status});
     }
 
-    /// What the look says in the log, in order.
+    /// What the look has logged, in order.
     [[nodiscard]] QStringList said() const
     {
         const QString beginning = u"before the first lesson: "_s;
@@ -66,7 +66,7 @@ struct Fixture : ViewModelFixture {
         return said;
     }
 
-    /// The notifications that are not of a lesson.
+    /// The notifications other than lesson backups.
     [[nodiscard]] std::vector<NotificationRequest> told() const
     {
         std::vector<NotificationRequest> told = center.requests;
@@ -162,7 +162,7 @@ private Q_SLOTS:
         QCOMPARE(f.told().size(), std::size_t{1});
         const NotificationRequest request = f.told().front();
         QVERIFY(request.isQuiet);
-        // The whole second after the next one, for a quarter of an hour.
+        // One to two seconds from now, on a whole second; valid for a quarter of an hour.
         QCOMPARE(request.fireDate, at("09:40:32"));
         QCOMPARE(request.expirationDate, at("09:55:32"));
         QCOMPARE(request.identifier, u"quillet.look."_s + QString::number(static_cast<qint64>(
@@ -198,7 +198,7 @@ private Q_SLOTS:
         QCOMPARE(f.said(),
                  (QStringList{u"missing notifications"_s, u"not told, nobody shows notifications"_s}));
         QVERIFY(f.told().empty());
-        // Nor is the agent started for nothing.
+        // The agent is not started needlessly, either.
         QVERIFY(!f.center.calls.contains(u"pending"_s));
     }
 

@@ -60,7 +60,7 @@ class FloatingBannerPresenterTest : public QObject {
         std::unique_ptr<FloatingBannerPresenter> presenter =
             std::make_unique<FloatingBannerPresenter>(sound, logger, settings, screens, bannerPanels);
 
-        /// How long after its presentation the banner panel made last began to go away.
+        /// Presents `action`; seconds until its banner panel begins to fade.
         double timeOnScreen(const TeachingAction &action)
         {
             presenter->present(action);
@@ -81,10 +81,9 @@ private Q_SLOTS:
         f.presenter->present(action(LessonState::oneMinuteWarning));
         QCOMPARE(f.bannerPanels.records.size(), std::size_t{2});
         QVERIFY(f.bannerPanels.records[0]->isClosed);
-        QCOMPARE(f.bannerPanels.records[0]->animations.size(),
-                 std::size_t{1}); // it appeared, and never faded
+        QCOMPARE(f.bannerPanels.records[0]->animations.size(), std::size_t{1}); // it faded in, never out
         QCOMPARE(f.bannerPanels.visibleBannerPanels().size(), std::size_t{1});
-        // The first one's time ends: nothing happens to the second.
+        // The first banner's time ends without affecting the second.
         f.clock.advance(Seconds{9.5});
         QVERIFY(f.bannerPanels.records[1]->isVisible);
         QCOMPARE(f.bannerPanels.records[0]->animations.size(), std::size_t{1});
@@ -245,7 +244,7 @@ private Q_SLOTS:
         QVERIFY(record->isVisible);
         f.clock.advance(Seconds{0.25});
         QVERIFY(record->isClosed);
-        // The timer of the dismissed banner ends without effect.
+        // The dismissed banner's timer ends without effect.
         f.clock.advance(Seconds{20});
         QCOMPARE(record->animations.size(), std::size_t{2});
         record->onDismiss();

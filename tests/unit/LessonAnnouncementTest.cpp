@@ -9,7 +9,7 @@
 using namespace corvane;
 using namespace Qt::StringLiterals;
 
-/// What an alert is about, and which counts as the one before, so that it is not raised again.
+/// What an alert is about, and when it counts as already raised.
 class LessonAnnouncementTest : public QObject {
     Q_OBJECT
 
@@ -19,7 +19,7 @@ class LessonAnnouncementTest : public QObject {
         return sampleLesson(student, at(start), minutes(length), platform);
     }
 
-    /// "10:24:00 Finish up Anna" for each alert.
+    /// Each alert's time and message, as "10:24:00 Finish up Anna".
     static QStringList alerts(const ViewModelFixture &f)
     {
         QStringList alerts;
@@ -29,7 +29,7 @@ class LessonAnnouncementTest : public QObject {
         return alerts;
     }
 
-    /// What comes after a reload in the same phase that brings `changed` in the place of Anna's lesson.
+    /// The alerts raised by a reload, in the same phase, that replaces Anna's lesson with `changed`.
     static QStringList alertsAfterAChangeTo(const Lesson &changed)
     {
         ViewModelFixture f("09:59:30");

@@ -20,8 +20,8 @@ QString described(const std::optional<Date> &date)
     return date ? descriptionText(*date).sliced(11, 8) : u"none"_s;
 }
 
-/// State, message, priority, lesson, next lesson and transition in one line, so that a failure shows them
-/// all.
+/// State, message, priority, lesson, next lesson and transition in one line, so that a failure shows all of
+/// them.
 QString described(const TeachingAction &action)
 {
     const auto name = [](const std::optional<Lesson> &lesson) {
@@ -152,7 +152,7 @@ private Q_SLOTS:
 
     void whileTeachingTheEarliestComingMomentIsTheTransition()
     {
-        // The second lesson begins in the middle of the first: its own marks come before the first one's end.
+        // The second lesson begins during the first, so its phases come before the first one's end.
         const std::vector lessons{anna(), sampleLesson(u"Ben"_s, at("10:20:00"), minutes(30))};
         QCOMPARE(answer(lessons, "10:10:00"), u"teaching / Teach Anna / calm / Anna / Ben / 10:16:00"_s);
         QCOMPARE(answer(lessons, "10:16:00"), u"teaching / Teach Anna / calm / Anna / Ben / 10:19:00"_s);

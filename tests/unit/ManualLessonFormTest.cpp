@@ -18,7 +18,7 @@ namespace {
 
 constexpr Date now = dateSince1970(1'795'257'000.25); // 2026-11-21 10:30:00.25 UTC
 
-/// A time zone for the length of a test.
+/// Sets the process's time zone during its lifetime.
 class Zone {
 public:
     explicit Zone(const char *name) : m_before(qgetenv("TZ")) { set(name); }
@@ -61,10 +61,10 @@ private Q_SLOTS:
         const ManualLessonEntry wanted{.id = id,
                                        .studentName = u"Anna"_s,
                                        .platform = TeachingPlatform::zoom,
-                                       .startTime = now - Seconds{0.25}, // the whole minute that is shown
+                                       .startTime = now - Seconds{0.25}, // the whole minute, as shown
                                        .durationMinutes = 45};
         QCOMPARE(form.makeEntry(id), std::optional(wanted));
-        QCOMPARE(form.startTime, now + Seconds{58}); // its own state stays
+        QCOMPARE(form.startTime, now + Seconds{58}); // the form itself is unchanged
     }
 
     void whiteSpaceAndLineBreaksAreTakenFromBothEndsOfTheName_data()

@@ -26,7 +26,7 @@ struct Fixture : ViewModelFixture {
         return messages;
     }
 
-    /// When they were presented: "09:56:00".
+    /// When they were presented, as "09:56:00".
     [[nodiscard]] QStringList presentedTimes() const
     {
         QStringList times;
@@ -147,7 +147,7 @@ private Q_SLOTS:
         f.store.answer = std::unexpected(LessonScheduleError(CalendarAccessError::denied));
         spawn(f.model->start());
         f.clock.advance(Seconds{0});
-        QCOMPARE(f.store.calls, 2); // the first, and that of the first tick
+        QCOMPARE(f.store.calls, 2); // the first load, and the first tick's
         f.clock.advance(Seconds{5});
         QCOMPARE(f.store.calls, 7);
         QVERIFY(f.model->lastErrorMessage() == u"Could not load today's lessons."_s);
@@ -181,9 +181,9 @@ private Q_SLOTS:
         f.store.delay = Seconds{4};
         f.clock.advance(Seconds{59.5});
         QCOMPARE(f.store.calls, 1);
-        f.clock.advance(Seconds{4}); // due at the 60th second, and not yet ended in the 63rd
+        f.clock.advance(Seconds{4}); // due at the 60th second, still running in the 63rd
         QCOMPARE(f.store.calls, 5);
-        f.clock.advance(Seconds{10}); // ended in the 64th; those started before it end without another
+        f.clock.advance(Seconds{10}); // ended in the 64th; loads started before then end without another
         QCOMPARE(f.store.calls, 5);
     }
 
@@ -192,8 +192,8 @@ private Q_SLOTS:
         Fixture f("09:58:01");
         f.start({anna()});
         f.store.delay = Seconds{4};
-        f.clock.advanceTo(
-            at("09:59:04.5")); // the load began in the 61st second, the minute's mark a second before
+        f.clock.advanceTo(at(
+            "09:59:04.5")); // the load began in the 61st second, a second after the changeover at one minute
         QCOMPARE(f.presentedMessages(),
                  (QStringList{u"4 min before next lesson"_s, u"1 minute before next lesson"_s}));
         QCOMPARE(f.presenter.presented.back().moment, at("09:59:00"));
@@ -201,7 +201,7 @@ private Q_SLOTS:
         Fixture g("09:58:00");
         g.start({anna()});
         g.store.delay = Seconds{4};
-        g.clock.advanceTo(at("09:59:03.5")); // the load began at the mark itself
+        g.clock.advanceTo(at("09:59:03.5")); // the load began at the changeover
         QCOMPARE(g.presentedMessages(), QStringList{u"4 min before next lesson"_s});
         g.clock.advanceTo(at("09:59:04.5"));
         QCOMPARE(g.presentedMessages(),
@@ -339,7 +339,7 @@ private Q_SLOTS:
         f.start({anna()});
         QCOMPARE(lessons.count(), 1);
         QCOMPARE(error.count(), 1);
-        QCOMPARE(action.count(), 2); // the load's, and the first tick's
+        QCOMPARE(action.count(), 2); // by the load, and by the first tick
         QCOMPARE(snapshot.count(), 2);
     }
 
@@ -369,7 +369,7 @@ private Q_SLOTS:
 
     void aTransitionInThePastCountsZeroSeconds()
     {
-        Fixture f("09:55:00"); // idle: its transition was six minutes before the start
+        Fixture f("09:55:00"); // idle, whose transition was six minutes before the start
         f.start({anna()});
         QVERIFY(f.model->debugSnapshot().secondsUntilNextEvent == 0.0);
         QCOMPARE(f.model->debugSnapshot().countdownDescription, u"0s"_s);
@@ -469,7 +469,7 @@ private Q_SLOTS:
         QVERIFY(f.center.waitingCount() > 0);
         QCOMPARE(f.presentedTimes(),
                  (QStringList{u"09:57:00"_s, u"10:00:00"_s, u"10:00:30"_s, u"10:00:40"_s, u"10:25:00"_s}));
-        QCOMPARE(f.store.calls, 40); // the reloads go on, too: one a minute
+        QCOMPARE(f.store.calls, 40); // reloads continue, too: one a minute
     }
 
     void aChangeoverInTheSecondOfAReloadThatHangsComesWithTheNextTick()

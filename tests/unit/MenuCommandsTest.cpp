@@ -115,7 +115,7 @@ private Q_SLOTS:
     {
         Fixture f;
         openSetupUnlessCompleted(*f.model, f.actions);
-        QVERIFY(f.openedBeside.empty()); // not before the next turn
+        QVERIFY(f.openedBeside.empty()); // not before the next turn of the event loop
         QCoreApplication::processEvents();
         QCOMPARE(f.openedBeside, std::vector<WindowName>{windowNames::setup()});
         menuContentAppeared(*f.model, f.actions);
@@ -157,7 +157,7 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         QCOMPARE(f.store.calls, 1);
         QCOMPARE(f.openedBeside.size(), std::size_t{1});
-        // What the teacher asks for in the settings comes at once.
+        // A reload from the settings is not delayed.
         spawn(f.model->reloadLessons());
         QCOMPARE(f.store.calls, 2);
         f.clock.advance(Seconds{1});

@@ -125,7 +125,7 @@ private Q_SLOTS:
 
     void megabytesCostLittle()
     {
-        // Read to their ends, these would take minutes; the test's own time limit tells.
+        // Reading these to the end would take minutes; the test's time limit would notice.
         const QString megabyte = u"Anna "_s.repeated(1'000'000);
         QStringList names(300, megabyte);
         for (int index = 0; index < 1000; ++index) {

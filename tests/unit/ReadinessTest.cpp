@@ -61,7 +61,7 @@ private Q_SLOTS:
     {
         QFETCH(Date, now);
         QFETCH(bool, isDue);
-        // Not in the order of their starts.
+        // Not sorted by start.
         const std::vector lessons{lessonAt("12:00:00"), lessonAt("10:00:00")};
         QCOMPARE(readiness::dueLook(lessons, now), isDue ? std::optional(at("10:00:00")) : std::nullopt);
     }
@@ -106,7 +106,7 @@ private Q_SLOTS:
     {
         const Lesson lesson = lessonAt("10:00:00");
         QVERIFY(readiness::hasBackups({lesson}, {}, u"own."_s, at("10:25:00")));
-        // All but the first, which is due at four minutes before the start.
+        // All but the first, which is due four minutes before the start.
         const QStringList rest = backupsOf(lesson).sliced(1);
         QVERIFY(!readiness::hasBackups({lesson}, rest, u"own."_s, at("09:54:59")));
         QVERIFY(readiness::hasBackups({lesson}, rest, u"own."_s, at("09:55:00")));

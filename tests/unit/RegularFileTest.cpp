@@ -53,7 +53,7 @@ private Q_SLOTS:
 
     void whatIsNoRegularFileIsLeftAlone_data() { obstacles::addRows(); }
 
-    // None of these calls may wait: the test's time limit sees to that.
+    // None of these calls may block; the test's time limit would notice.
     void whatIsNoRegularFileIsLeftAlone()
     {
         QFETCH(obstacles::Kind, kind);
@@ -72,7 +72,7 @@ private Q_SLOTS:
 
     void anOrdinaryFileOfSomebodyElsesIsRead()
     {
-        // The machine's own, whoever runs the test.
+        // Belongs to root, whoever runs the test.
         QVERIFY(readRegularFile("/etc/passwd", 1'000'000));
     }
 
@@ -89,7 +89,7 @@ private Q_SLOTS:
         QCOMPARE(readRegularFile(QFile::encodeName(real), 100).value(), QByteArray("two three"));
         QCOMPARE(QDir(m_folder->path() + u"/repository"_s).entryList(QDir::Files),
                  QStringList{u"settings"_s});
-        // The link goes, the file stays.
+        // Only the link is removed.
         QVERIFY(removeRegularFile(m_bytes));
         QVERIFY(QFile::exists(real));
     }
@@ -136,7 +136,7 @@ private Q_SLOTS:
     {
         if (::geteuid() != 0) {
             QCOMPARE(makePrivateFolder("/usr").error().kind, Kind::unusable);
-            return; // Only the superuser can give a file away.
+            return; // only root can give a file away
         }
         QVERIFY(makePrivateFolder(m_bytes));
         QVERIFY(replaceRegularFile(m_bytes + "/log", "x"));

@@ -31,7 +31,7 @@ struct Fixture : ViewModelFixture {
         clock.advance(Seconds{0});
     }
 
-    /// The phases announced since the last call.
+    /// The phases announced since the previous call.
     QStringList announced()
     {
         QStringList states;
@@ -41,7 +41,7 @@ struct Fixture : ViewModelFixture {
         return states;
     }
 
-    /// The backups that a real center would still show.
+    /// The number of backups that are still to come.
     [[nodiscard]] int pending() const
     {
         return static_cast<int>(std::ranges::count_if(
@@ -83,7 +83,7 @@ private Q_SLOTS:
         f.setClockBack(sixHours);
         QCOMPARE(f.store.calls, 2);
         QCOMPARE(f.pending(), 5);
-        // A lesson that is entered now comes with the next minute's load.
+        // A lesson added now is loaded within a minute.
         f.store.answer = std::vector{lessonAt("10:30:00"), lessonAt("11:00:00")};
         f.clock.advance(Seconds{61});
         QCOMPARE(f.model->lessons().size(), std::size_t{2});
@@ -97,7 +97,8 @@ private Q_SLOTS:
 
     void stepsThatWereOverByTheWrongTimeArePendingAgain()
     {
-        // The lesson runs by the wrong time and is still to come by the right one: the same lessons remain.
+        // The lesson is in progress by the wrong time and still to come by the right one; the lessons stay
+        // the same.
         Fixture f("16:05:00");
         f.start({lessonAt("16:00:00")});
         QCOMPARE(f.pending(), 1);
@@ -112,7 +113,7 @@ private Q_SLOTS:
         Fixture f("16:05:00");
         f.center.hold();
         f.start({lessonAt("16:00:00")});
-        // By the wrong time it leaves out four steps, and is about to hand over the fifth.
+        // By the wrong time, the run skips four steps and is about to hand over the fifth.
         for (int call = 0; call < 3; ++call) {
             f.center.releaseOne();
         }
@@ -188,7 +189,8 @@ private Q_SLOTS:
         f.clock.advance(Seconds{1});
         f.store.answer = std::unexpected(CalendarAccessError::denied);
         f.setClockBack(sixHours);
-        // The first load succeeds after two seconds, the one after the jump fails a second later.
+        // The first load succeeds two seconds after the jump; the load started by the jump fails a second
+        // later.
         f.clock.advance(Seconds{2.5});
         QVERIFY(!f.model->lastErrorMessage());
         f.store.answer = std::vector{lessonAt("10:30:00")};

@@ -13,7 +13,7 @@ namespace {
 
 constexpr double day = 86'400;
 constexpr double year = 365 * day;
-/// A day and the days beside it, thirty years after the start of the events.
+/// A window of three days, thirty years after the first event; in seconds.
 constexpr double from = 30 * year;
 constexpr double to = from + 3 * day;
 
@@ -78,7 +78,7 @@ private Q_SLOTS:
         QCOMPARE(ruleCost(rule, 20 * day, from, to)->steps, 0.0);
         rule.count = 4;
         QCOMPARE(ruleCost(rule, 0, from, to)->steps, 4.0);
-        // Days that are passed over count as steps, too.
+        // Skipped days count as steps, too.
         rule.days = {2};
         QCOMPARE(ruleCost(rule, 0, from, to)->steps, 10.0);
     }
@@ -128,7 +128,7 @@ private Q_SLOTS:
         QCOMPARE(!ruleCost(rule, 0, from, to).has_value(), isRefused);
         rule.hours = numbers(5);
         QVERIFY(!ruleCost(rule, 0, from, to).has_value());
-        // Nor does it help that the window lies before its start.
+        // Even if the window ends before the rule starts.
         QVERIFY(!ruleCost(rule, to + 1, from, to).has_value());
     }
 

@@ -32,7 +32,7 @@ TeachingAction nothingToDo(Date now)
     return TeachingAction::idle(now, std::nullopt);
 }
 
-/// A list as the schedule shows it, row by row: "10:00 NEXT in 5m".
+/// The schedule's rows, as "10:00 NEXT in 5m".
 QStringList shown(const std::vector<Lesson> &lessons, Date now, bool showsAllLessons = false,
                   const std::optional<TeachingAction> &action = std::nullopt)
 {
@@ -148,7 +148,7 @@ private Q_SLOTS:
                                               lesson("10:15:00", 25), lesson("11:00:00", 25)};
         QCOMPARE(shown(overlapping, at("10:20:00")),
                  (QStringList{u"09:00 IN PROGRESS In progress"_s, u"11:00 NEXT in 40m"_s}));
-        // Over already, although it stands behind one that is not.
+        // The lesson of 10:15 is over, although it comes after one that is in progress.
         QCOMPARE(
             shown(overlapping, at("10:50:00")),
             (QStringList{u"10:15 Completed"_s, u"09:00 IN PROGRESS In progress"_s, u"11:00 NEXT in 10m"_s}));
@@ -224,7 +224,7 @@ private Q_SLOTS:
     {
         QFETCH(double, seconds);
         QFETCH(QString, text);
-        // Near the zero of time, where a double tells such small differences.
+        // Near the epoch, where a double resolves such small differences.
         const Lesson soon = sampleLesson(u"Anna"_s, dateSince1970(seconds), minutes(25));
         QCOMPARE(statusText(soon, dateSince1970(0)), text);
     }
@@ -266,8 +266,8 @@ private Q_SLOTS:
         QCOMPARE(rowText(row, at("11:05:00"), false, locale), u"10:00, Anna, Zoom, Completed"_s);
     }
 
-    /// What holds whatever the list is like: of one and of many lessons, unsorted, overlapping, of no length,
-    /// starting or ending at this very moment.
+    /// Properties of any list: of one or many lessons, unsorted, overlapping, of no length, starting or
+    /// ending at this very moment.
     void theListRulesHoldForAnyList()
     {
         std::mt19937 random(4711);
@@ -281,7 +281,8 @@ private Q_SLOTS:
             std::vector<Lesson> lessons;
             lessons.reserve(static_cast<std::size_t>(size));
             for (int index = 0; index < size; ++index) {
-                // In steps of five minutes, so that starts and ends often fall together, and on the moment.
+                // In steps of five minutes, so that starts and ends often coincide with each other and with
+                // `now`.
                 lessons.push_back(
                     sampleLesson(u"S"_s, now + minutes(5 * (pick(100) - 50)), minutes(5 * pick(12))));
             }
@@ -304,7 +305,7 @@ private Q_SLOTS:
             QCOMPARE(count(compact, Progress::completed),
                      std::min<std::ptrdiff_t>(count(all, Progress::completed), isOver ? 2 : 1));
 
-            // The next lesson is seen whenever there is one, and none that starts later stands before it.
+            // If there is a next lesson, the compact list shows it, and no upcoming lesson starts earlier.
             const std::optional<Lesson> next = nextLesson(all, now);
             QCOMPARE(next.has_value(), count(all, Progress::upcoming) > 0);
             QVERIFY(!next || std::ranges::find(compact, next->id, &Lesson::id) != compact.end());

@@ -47,12 +47,12 @@ private Q_SLOTS:
         QCOMPARE(SettingsStore(m_path).allKeys(), (QStringList{u"a"_s, u"b"_s}));
     }
 
-    // --- beside the toolkit's own settings, which earlier versions used
+    // --- compatibility with QSettings, which earlier versions used
 
     void theToolkitReadsWhatIsWritten()
     {
         for (const QVariant &value : samples()) {
-            // The toolkit reads a file of the same name, size and time once.
+            // QSettings does not read a file of the same name, size and time again.
             m_path += u'x';
             SettingsStore store(m_path);
             store.setValue(u"key"_s, value);
@@ -81,7 +81,7 @@ private Q_SLOTS:
         }
     }
 
-    // --- what a person wrote
+    // --- files edited by hand
 
     void aPersonsFileKeepsItsCommentsAndForeignKeys()
     {
@@ -150,7 +150,7 @@ private Q_SLOTS:
         QCOMPARE(content(), QByteArray("[General]\nc=3\n"));
     }
 
-    // --- where no file can be
+    // --- obstacles in the file's place
 
     void whatIsNoRegularFileLeavesTheValuesInMemory_data() { obstacles::addRows(); }
 
@@ -165,7 +165,7 @@ private Q_SLOTS:
         QVERIFY(!store.sync());
         QCOMPARE(store.value(u"a"_s), QVariant(1.0));
         QVERIFY(obstacle.isUntouched());
-        // Once it is gone the values go where they belong.
+        // When the obstacle is gone, the values are written.
         QVERIFY(kind == obstacles::Kind::folder ? QDir().rmdir(m_path) : QFile::remove(m_path));
         QVERIFY(store.sync());
         QVERIFY(!store.error());
@@ -192,7 +192,7 @@ private Q_SLOTS:
         }
         QVERIFY(QFile::setPermissions(QFileInfo(m_path).path(), QFile::Permissions(0x7755)));
         SettingsStore store(m_path);
-        store.setValue(u"a"_s, 1.0); // as it stands already: nothing is written
+        store.setValue(u"a"_s, 1.0); // the stored value: nothing is written
         QVERIFY(store.sync());
         for (const QString &path : {m_path, beside, QFileInfo(m_path).path()}) {
             QCOMPARE(QFile::permissions(path) & QFile::Permissions(0x0077), QFile::Permissions());

@@ -24,8 +24,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// How much the process may grow, in KiB: a leak of one action a tick would be gigabytes. The sanitizer, under
-// which a month must do, keeps what was given back for a while, up to 256 MiB.
+// How much the process may grow, in KiB; leaking one action per tick would take gigabytes. The sanitizer
+// keeps freed memory for a while, up to 256 MiB, and is so slow that a month must do.
 #ifdef __SANITIZE_ADDRESS__
 constexpr int days = 30;
 constexpr qint64 maximumGrowth = 300 * 1024;
@@ -36,8 +36,8 @@ constexpr qint64 maximumGrowth = 2048;
 
 constexpr int lessonsADay = 10;
 
-/// The teaching day of the clock: a lesson every half hour from nine to two, made anew at each load as a
-/// calendar makes them.
+/// Ten lessons on the clock's day, one every half hour from nine. Each load makes them anew, with new
+/// identifiers, as a calendar does.
 class TeachingYear final : public LessonScheduleProviding {
 public:
     QCoro::Task<LessonScheduleResult> lessonsForToday() override
@@ -54,7 +54,7 @@ public:
     }
 };
 
-/// How often each alert was raised, by its phase and its lesson, and how late the latest came.
+/// Counts each alert by phase and lesson, and keeps the greatest lateness.
 class CountingPresenter final : public TeachingNotificationPresenting {
 public:
     std::map<QString, int> counts;
@@ -92,7 +92,7 @@ private:
     }
 };
 
-/// Keeps what is pending, as an agent does: what it has shown is forgotten.
+/// Keeps pending requests, as an agent does; forgets those that it has shown.
 class CountingCenter final : public UserNotificationCenter {
 public:
     std::map<QString, Date> pending;
@@ -160,8 +160,8 @@ private Q_SLOTS:
         TemporarySettings temporary;
         FakeLoginItem loginItem;
         AppSettings settings(temporary.store(), temporary.store(), loginItem);
-        // A log that cannot be written keeps its lines in memory only, as its eighty latest: half a million
-        // lines on the disk are not what is looked at here.
+        // An unwritable log keeps only its latest eighty lines, in memory: half a million lines on disk are
+        // beside the point.
         DebugLogService logger(u"/dev/null"_s);
         TeachingYear store;
         CountingPresenter presenter;
@@ -183,13 +183,13 @@ private Q_SLOTS:
         std::size_t kept = 0;
         for (int day = 0; day < days; ++day) {
             const Date midnight = firstDay + minutes(1440.0 * day);
-            // Second by second through the teaching hours; a night is slept through, as a laptop does.
+            // Second by second through the teaching hours; at night the machine sleeps.
             clock.setWallClock(midnight + minutes(530));
             clock.advanceTo(midnight + minutes(540 + 30 * lessonsADay + 5));
             QCOMPARE(model.lessons().size(), std::size_t{lessonsADay});
 
-            // Nine of ten lessons begin five minutes after another: four alerts before the start, one before
-            // the end, and for the two on Teams no one-minute warning.
+            // Lessons are five minutes apart, so each has four alerts before its start and one before its
+            // end; the two on Teams have no one-minute warning.
             std::size_t due = 0;
             for (const Lesson &lesson : model.lessons()) {
                 due += lesson.platform == TeachingPlatform::microsoftTeams ? 4 : 5;
@@ -200,7 +200,7 @@ private Q_SLOTS:
             }
             kept += presenter.counts.size();
             presenter.counts.clear();
-            // The safety net under them: five for each lesson, and nothing is left over.
+            // The backups: five for each lesson, and none is left over.
             center.showDue();
             QCOMPARE(std::exchange(center.shown, 0), 5 * lessonsADay);
             QVERIFY(center.pending.empty());

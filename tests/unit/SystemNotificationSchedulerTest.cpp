@@ -50,7 +50,7 @@ struct Fixture {
     }
 };
 
-// 10:00:00 on the day of at(), as the identifiers tell it.
+// 10:00:00 on the day of at(), in seconds since 1970, as in the identifiers.
 constexpr auto tenOClock = "1794823200";
 
 Lesson anna(TeachingPlatform platform = TeachingPlatform::zoom)
@@ -82,12 +82,12 @@ NotificationRequest foreign()
 
 const auto scheduledOne = u"scheduled system backup notifications lessons=1"_s;
 
-// How a process ends that makes the requests of a lesson with this start: its signal, 0 when it goes on.
+// Makes the requests of a lesson with this start in a child process; returns the signal that ended it, or 0.
 int endOfMakingRequests(double start)
 {
     const pid_t child = ::fork();
     if (child == 0) {
-        // Neither a core file nor the test framework's report of the crash.
+        // Without a core file and without the test framework's crash report.
         ::signal(SIGABRT, SIG_DFL);
         const rlimit none{0, 0};
         ::setrlimit(RLIMIT_CORE, &none);
@@ -211,7 +211,7 @@ private Q_SLOTS:
         f.schedule({anna()});
         f.center.calls.clear();
         f.clock.advance(minutes(1));
-        f.schedule({anna()}); // with a new identifier of its own
+        f.schedule({anna()}); // the same lesson with a new identifier
         QVERIFY(f.center.calls.isEmpty());
         QCOMPARE(f.logged(), QStringList{scheduledOne});
     }
@@ -411,7 +411,7 @@ private Q_SLOTS:
         f.center.authorization = std::unexpected(Failure{u"away"_s});
         f.schedule({});
         f.center.calls.clear();
-        f.schedule({anna()}); // still the last that was scheduled completely
+        f.schedule({anna()}); // still the last schedule that was completed
         QVERIFY(f.center.calls.isEmpty());
     }
 
@@ -454,8 +454,8 @@ private Q_SLOTS:
         QCOMPARE(f.center.calls, (QStringList{u"authorize"_s, u"authorize"_s}));
         f.center.release();
         QCOMPARE(f.logged(), (QStringList{scheduledOne, scheduledOne}));
-        // Both looked at what was pending before either had added anything: nothing guards against that, and
-        // the set of the first is taken back by the next run.
+        // Both runs read what was pending before either had added anything. Nothing prevents that; the next
+        // run that is not skipped removes the first one's set.
         QCOMPARE(f.center.requests.size(), std::size_t{10});
         f.center.calls.clear();
         f.schedule({ben});
@@ -480,7 +480,7 @@ private Q_SLOTS:
 
     void aSchedulerThatIsGoneIsNotTouchedByItsRun()
     {
-        // At each of the waits of a run.
+        // The scheduler ends at each of a run's waits.
         for (int done = 0; done < 8; ++done) {
             ManualClock clock(at("09:00:00"));
             FakeUserNotificationCenter center;

@@ -62,7 +62,7 @@ private Q_SLOTS:
         sounds.hold();
         SystemSoundPlayer(logger, sounds).playNotificationSound();
         QVERIFY(logger.latestLines().isEmpty());
-        // The player itself is gone by now: it is a value, and the answer needs it no longer.
+        // The player no longer exists: the answer does not need it.
         sounds.release(false);
         QCOMPARE(sounds.beeps, 1);
         QCOMPARE(logger.latestLines().size(), 1);

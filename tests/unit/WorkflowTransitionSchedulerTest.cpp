@@ -151,12 +151,12 @@ private Q_SLOTS:
             return [] -> QCoro::Task<void> { co_return; }();
         });
         QTRY_VERIFY_WITH_TIMEOUT(moments.size() >= 3, 20000);
-        // Never early; a millisecond is what the stop watch cuts off. How late depends on the machine, but
-        // two beats do not take as long as four.
+        // Never early, except for the millisecond that the stopwatch truncates. Lateness depends on the
+        // machine, but two beats take less than four seconds.
         QVERIFY(moments[1] - moments[0] >= 999);
         QVERIFY(moments[2] - moments[0] >= 1999);
         QVERIFY(moments[2] - moments[0] < 4000);
-        // The wait that is under way ends with nobody to beat for.
+        // The pending wait ends without another beat.
         const std::size_t beats = moments.size();
         scheduler.reset();
         QCoro::waitFor(wait(Seconds{1.1}));

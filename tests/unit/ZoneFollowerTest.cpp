@@ -22,7 +22,7 @@ struct Fixture {
     int restarts = 0;
     ZoneFollower follower{watcher, systemTimeZoneId(), logger, [this] { ++restarts; }};
 
-    /// The machine's zone, and the watcher's word on it.
+    /// Sets the machine's zone and lets the watcher report it.
     void setZone(const QByteArray &zone)
     {
         qputenv("TZ", zone);
