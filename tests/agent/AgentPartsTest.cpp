@@ -50,7 +50,7 @@ class AgentPartsTest final : public QObject {
 private Q_SLOTS:
     // --- the clock
 
-    void theAlarmRingsWithItsSecondAndNotBefore()
+    void theAlarmRingsInItsSecondAndNotBefore()
     {
         TimerfdClock clock;
         qint64 best = 1'000'000;
@@ -78,7 +78,7 @@ private Q_SLOTS:
         QTRY_COMPARE(rings.size(), 1);
     }
 
-    void anAlarmThatWasTakenAwayDoesNotRing()
+    void aCancelledAlarmDoesNotRing()
     {
         TimerfdClock clock;
         QSignalSpy rings(&clock, &WallClock::woke);
@@ -92,7 +92,7 @@ private Q_SLOTS:
     }
 
     // A test must not set the clock, so this checks what the kernel says about the timer.
-    void theAlarmIsAbsoluteAndHearsOfAClockThatIsSet()
+    void theAlarmIsAbsoluteAndNoticesClockChanges()
     {
         TimerfdClock clock;
         clock.wakeAt(clock.now() + 1000);
@@ -110,9 +110,9 @@ private Q_SLOTS:
 
     // --- obstacles in a file's place
 
-    void whatIsNoRegularFileIsLeftAlone_data() { obstacles::addRows(); }
+    void filesThatAreNotRegularAreLeftAlone_data() { obstacles::addRows(); }
 
-    void whatIsNoRegularFileIsLeftAlone()
+    void filesThatAreNotRegularAreLeftAlone()
     {
         QFETCH(obstacles::Kind, kind);
         const QTemporaryDir folder;
@@ -131,7 +131,7 @@ private Q_SLOTS:
         QVERIFY(inTheEntrysPlace.isUntouched());
     }
 
-    void aPipeIsNotRemovedAsALoginEntry()
+    void aPipeInPlaceOfTheLoginEntryIsNotRemoved()
     {
         const QTemporaryDir folder;
         LoginEntry entry(u"/opt/agent"_s, folder.path());
@@ -158,7 +158,7 @@ private Q_SLOTS:
         }
     }
 
-    void aLineIsOneLineForFileAndTerminal()
+    void aMessageIsWrittenAsOneLineWithoutControlCharacters()
     {
         const QTemporaryDir folder;
         const QString path = folder.filePath(u"Logs/agent.log"_s);
@@ -170,7 +170,7 @@ private Q_SLOTS:
 
     // --- the unit
 
-    void theUnitSaysHowTheAgentIsLookedAfter()
+    void theUnitRestartsLimitsAndSandboxesTheAgent()
     {
         const QList<QByteArray> lines = contentOf(QUILLET_AGENT_UNIT).split('\n');
         // Systemd ends the agent when it loses its name, so that the next call starts a new one.
@@ -218,7 +218,7 @@ private Q_SLOTS:
 
     // --- what a server receives
 
-    void aServerThatTakesMarkupGetsTheBodyEscaped()
+    void aServerWithMarkupGetsTheBodyEscaped()
     {
         const QVariantList arguments =
             FreedesktopNotificationServer::notifyArguments(request(), {u"body"_s, u"body-markup"_s});
@@ -237,13 +237,13 @@ private Q_SLOTS:
         QCOMPARE(arguments.at(4).toString(), u"c d"_s);
     }
 
-    void aServerThatTakesNoMarkupGetsTheBodyAsItIs()
+    void aServerWithoutMarkupGetsTheBodyUnchanged()
     {
         const QVariantList arguments = FreedesktopNotificationServer::notifyArguments(request(), {u"body"_s});
         QCOMPARE(arguments.at(4).toString(), request().body);
     }
 
-    void theCallIsToTheLetter()
+    void theCallHasExactlyTheStandardArguments()
     {
         const QVariantList arguments = FreedesktopNotificationServer::notifyArguments(request(), {});
         QCOMPARE(arguments.size(), 8);
@@ -260,7 +260,7 @@ private Q_SLOTS:
         QCOMPARE(arguments.at(7), QVariant(-1));
     }
 
-    void aQuietOneAsksForNoSound()
+    void aQuietRequestSuppressesTheSound()
     {
         PendingRequest quiet = request();
         quiet.isQuiet = true;
@@ -272,7 +272,7 @@ private Q_SLOTS:
 
     // --- the login entry
 
-    void theEntryIsValidAndUnseen()
+    void theEntryIsValidAndHidden()
     {
         const QTemporaryDir home;
         LoginEntry entry(u"/opt/my \"lessons\" 100%/$agent\\"_s, home.path());
@@ -292,7 +292,7 @@ private Q_SLOTS:
             content.contains("\nExec=\"/opt/my \\\\\"lessons\\\\\" 100%%/\\\\$agent\\\\\\\\\" --login\n"));
     }
 
-    void theEntryIsTouchedOnlyWhenItChanges()
+    void theEntryIsWrittenOnlyWhenItChanges()
     {
         const QTemporaryDir home;
         LoginEntry entry(u"/opt/agent"_s, home.path());
@@ -311,7 +311,7 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(entry.path()));
     }
 
-    void anEntryThatCannotBeWrittenIsTold()
+    void anUnwritableEntryIsReported()
     {
         const QTemporaryDir home;
         QFile obstacle(home.filePath(u"autostart"_s));
@@ -321,7 +321,7 @@ private Q_SLOTS:
 
     // --- the log
 
-    void aLineHasItsMomentAndNoControlCharacters()
+    void aLineHasATimestampAndNoControlCharacters()
     {
         const QTemporaryDir folder;
         const QString path = folder.filePath(u"Logs/Quillet/agent.log"_s);
@@ -331,7 +331,7 @@ private Q_SLOTS:
         QVERIFY(line.match(QString::fromUtf8(contentOf(path))).hasMatch());
     }
 
-    void theLogDoesNotGrowWithoutEnd()
+    void theLogIsRotatedAtItsMaximumSize()
     {
         const QTemporaryDir folder;
         const QString path = folder.filePath(u"agent.log"_s);
@@ -346,7 +346,7 @@ private Q_SLOTS:
         QCOMPARE(QFileInfo(path + u".old"_s).size(), AgentLog::maximumFileSize - 10);
     }
 
-    void aLongTextIsCutForTheLog()
+    void aLongTextIsTruncatedForTheLog()
     {
         QCOMPARE(quotedForLog(u"a"_s), u"\"a\""_s);
         QCOMPARE(quotedForLog(QString(5000, u'a')).size(), 123);
@@ -354,7 +354,7 @@ private Q_SLOTS:
 
     // --- the lock
 
-    void aQueueIsLockedByOne()
+    void aQueueHasOneLockHolder()
     {
         const QTemporaryDir folder;
         const QString path = folder.filePath(u"quillet/queue.lock"_s);
@@ -367,7 +367,7 @@ private Q_SLOTS:
         QCOMPARE(second.tryLock(), QueueLock::Attempt::locked);
     }
 
-    void whereNothingCanBeLockedItIsTold()
+    void anImpossibleLockIsReported()
     {
         QueueLock lock(u"/proc/quillet/queue.lock"_s);
         QCOMPARE(lock.tryLock(), QueueLock::Attempt::impossible);

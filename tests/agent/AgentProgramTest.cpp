@@ -94,7 +94,7 @@ private Q_SLOTS:
         QCOMPARE(starts().size(), 3);
     }
 
-    void theAgentStaysUntilTheProgramTakesItsLeave()
+    void theAgentStaysUntilTheProgramSaysGoodbye()
     {
         m_room->startAgent();
         Program program(*m_room);
@@ -107,7 +107,7 @@ private Q_SLOTS:
         QVERIFY(starts().isEmpty());
     }
 
-    void othersAreRefused()
+    void otherCallersAreRefused()
     {
         m_room->startAgent();
         QCOMPARE(m_room->call(u"Hello"_s, hello()).errorMessage(), u"this is not Quillet"_s);
@@ -121,7 +121,7 @@ private Q_SLOTS:
     }
 
     // The bus keeps a call to an agent that is about to start.
-    void aGreetingThatStartsTheAgentIsHeard()
+    void aGreetingThatStartsTheAgentIsNotLost()
     {
         m_room = std::make_unique<AgentRoom>(AgentRoom::Start::byBus);
         m_room->addService(programName, u"echo started >>'%1'; exit 1"_s.arg(startsPath()));

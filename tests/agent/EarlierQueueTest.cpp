@@ -36,7 +36,7 @@ class EarlierQueueTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aQueueOfTheFirstVersionIsReadWhole()
+    void aQueueOfTheFirstVersionIsReadCompletely()
     {
         const DecodedRequests decoded = decodedRequests(firstVersion);
         QVERIFY(decoded.isWhole);
@@ -46,7 +46,7 @@ private Q_SLOTS:
                                  u"quillet.lesson"_s, 3999999970, 4000000000}));
     }
 
-    void whoGoesBackToTheFirstVersionLosesNothing()
+    void aDowngradeToTheFirstVersionLosesNothing()
     {
         RequestQueue queue;
         for (const PendingRequest &request : decodedRequests(firstVersion).requests) {
@@ -55,7 +55,7 @@ private Q_SLOTS:
         QCOMPARE(encodedRequests(queue, nullptr), firstVersion);
     }
 
-    void theAgentTakesOverWhatItsPredecessorLeft()
+    void theAgentTakesOverItsPredecessorsQueue()
     {
         AgentRoom room;
         QVERIFY(QDir().mkpath(QFileInfo(room.queuePath()).path()));
@@ -69,7 +69,7 @@ private Q_SLOTS:
     }
 
     // The first version sends no greeting, so the agent cannot tell a crash from quitting.
-    void aQuilletOfTheFirstVersionIsServedAndStaysAway()
+    void aQuilletOfTheFirstVersionIsServedButNotRestarted()
     {
         AgentRoom room;
         const QString name = u"com.ordwinsoftware.Quillet"_s;

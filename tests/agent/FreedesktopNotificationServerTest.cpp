@@ -53,9 +53,9 @@ private Q_SLOTS:
         m_bus.reset();
     }
 
-    void withoutAServerItSaysSo() { QVERIFY(!ask()); }
+    void aMissingServerIsReported() { QVERIFY(!ask()); }
 
-    void aServerThatDoesNotAnswerInTimeIsNone()
+    void aServerThatDoesNotAnswerInTimeCountsAsMissing()
     {
         RecordingServer server(m_bus->address(), {});
         server.isAsleep = true;
@@ -63,7 +63,7 @@ private Q_SLOTS:
         QCOMPARE(server.asked, 1);
     }
 
-    void aServerThatArrivesIsTold()
+    void theArrivalOfAServerIsReported()
     {
         QSignalSpy arrivals(m_server.get(), &NotificationServer::arrived);
         QVERIFY(!ask());
@@ -81,7 +81,7 @@ private Q_SLOTS:
         QCOMPARE(m_sound.played, 0);
     }
 
-    void theSoundIsPlayedForAServerWithoutAndOnlyForWhatIsShown()
+    void theSoundIsPlayedOnlyForAServerWithoutSoundAndOnlyWhenItShows()
     {
         RecordingServer server(m_bus->address(), {u"body"_s});
         server.behaviour = Behaviour::refuses;
@@ -112,7 +112,7 @@ private Q_SLOTS:
         QTRY_COMPARE(departures.size(), 1);
     }
 
-    void aServerThatSaysNothingIsUnknownUntilItLeaves()
+    void theOutcomeOfASilentServerIsUnknownUntilItLeaves()
     {
         RecordingServer server(m_bus->address(), {});
         server.behaviour = Behaviour::says_nothing;
@@ -124,7 +124,7 @@ private Q_SLOTS:
         QTRY_COMPARE(departures.size(), 1);
     }
 
-    void aDeliveryGoesToTheServerThatWasAskedAndToNoOther()
+    void aDeliveryGoesOnlyToTheServerThatWasAsked()
     {
         auto first = std::make_unique<RecordingServer>(m_bus->address(), QStringList{});
         QVERIFY(ask());
@@ -137,7 +137,7 @@ private Q_SLOTS:
         QCOMPARE(second.shown.size(), 1U);
     }
 
-    void aQuietOneIsShownWithoutASound()
+    void aQuietRequestIsShownWithoutASound()
     {
         const RecordingServer server(m_bus->address(), {u"body"_s});
         PendingRequest quiet = request;
@@ -149,7 +149,7 @@ private Q_SLOTS:
         QCOMPARE(m_sound.played, 1);
     }
 
-    void aServerThatGivesWayToAnotherIsReplacedAndHasNotLeft()
+    void aServerThatReleasesItsNameIsReplacedAndHasNotLeft()
     {
         RecordingServer first(m_bus->address(), {});
         QSignalSpy departures(m_server.get(), &NotificationServer::left);

@@ -60,7 +60,7 @@ private Q_SLOTS:
         m_file.reset();
     }
 
-    void inTimeEachComes()
+    void inTimeEachStepIsDelivered()
     {
         for (const qint64 moment : {start - 240, start - 60, start - 30, start - 20, start + 1440}) {
             m_clock->set(moment);
@@ -71,7 +71,7 @@ private Q_SLOTS:
                               identifier(u"start"_s), identifier(u"finish"_s)}));
     }
 
-    void afterASleepTheNewestComesAlone()
+    void afterSleepOnlyTheNewestStepIsDelivered()
     {
         m_clock->set(start - 25);
         settle();
@@ -84,7 +84,7 @@ private Q_SLOTS:
         QCOMPARE(m_server->handed.last(), identifier(u"start"_s));
     }
 
-    void afterAServerThatWasAwayTheNewestComesAlone()
+    void afterAMissingServerOnlyTheNewestStepIsDelivered()
     {
         m_server->isThere = false;
         for (const qint64 moment : {start - 240, start - 60}) {
@@ -97,7 +97,7 @@ private Q_SLOTS:
         QCOMPARE(m_server->handed, QStringList{identifier(u"one-minute"_s)});
     }
 
-    void whatBecomesDueWhileTheServerTakesItsTimeComesAlone()
+    void aStepThatBecomesDueWhileTheServerIsAskedIsDeliveredAlone()
     {
         m_server->isSilent = true;
         m_clock->set(start - 240);
@@ -108,7 +108,7 @@ private Q_SLOTS:
         QCOMPARE(m_server->handed, QStringList{identifier(u"one-minute"_s)});
     }
 
-    void whatASilentServerHeldGivesWayToALaterStep()
+    void aStepHeldByASilentServerGivesWayToALaterStep()
     {
         m_server->outcome = Outcome::unknown;
         m_clock->set(start - 240);
@@ -120,7 +120,7 @@ private Q_SLOTS:
         QCOMPARE(m_server->handed, (QStringList{identifier(u"prepare"_s), identifier(u"one-minute"_s)}));
     }
 
-    void whatASilentServerHeldDoesNotFollowALaterStep()
+    void aStepHeldByASilentServerDoesNotFollowALaterStep()
     {
         m_server->outcome = Outcome::unknown;
         m_clock->set(start - 240);
@@ -133,7 +133,7 @@ private Q_SLOTS:
         QCOMPARE(m_server->handed, (QStringList{identifier(u"prepare"_s), identifier(u"one-minute"_s)}));
     }
 
-    void anotherLessonsStepComesBesideIt()
+    void anotherLessonsStepIsDeliveredToo()
     {
         bool isAdded = false;
         const QString ben = u"quillet.backup.finish.%1.Ben"_s.arg(start - 1800);

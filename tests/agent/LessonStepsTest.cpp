@@ -44,7 +44,7 @@ class LessonStepsTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aLessonIsKnownByItsStartAndItsStudent_data()
+    void aLessonIsIdentifiedByItsStartAndStudent_data()
     {
         QTest::addColumn<QString>("identifier");
         QTest::addColumn<QString>("lesson");
@@ -58,7 +58,7 @@ private Q_SLOTS:
         // A name too long for an identifier is cut and followed by a digest that tells the steps apart.
         QTest::newRow("a cut name") << u"quillet.backup.join.1800000000."_s + longName + u'…' + digest
                                     << u"1800000000."_s + longName;
-        QTest::newRow("an ellipsis of a name")
+        QTest::newRow("an ellipsis in a name")
             << u"quillet.backup.join.1800000000.Anna…"_s << u"1800000000.Anna…"_s;
         QTest::newRow("no start") << u"quillet.backup.join.soon.Anna"_s << QString();
         QTest::newRow("no step") << u"quillet.backup..1800000000.Anna"_s << QString();
@@ -67,7 +67,7 @@ private Q_SLOTS:
         QTest::newRow("nothing") << QString() << QString();
     }
 
-    void aLessonIsKnownByItsStartAndItsStudent()
+    void aLessonIsIdentifiedByItsStartAndStudent()
     {
         QFETCH(const QString, identifier);
         QFETCH(const QString, lesson);
@@ -82,7 +82,7 @@ private Q_SLOTS:
         QCOMPARE(outdatedSteps(lessonOfAnna(), start - 240), QStringList());
     }
 
-    void ofSeveralThatAreDueOnlyTheNewestIsOfUse()
+    void ofSeveralDueStepsOnlyTheNewestIsKept()
     {
         QCOMPARE(kinds(outdatedSteps(lessonOfAnna(), start - 25)),
                  (QStringList{u"prepare"_s, u"one-minute"_s}));
@@ -90,7 +90,7 @@ private Q_SLOTS:
                  (QStringList{u"prepare"_s, u"one-minute"_s, u"join"_s}));
     }
 
-    void aStepThatHasExpiredTakesNoOthersPlace()
+    void anExpiredStepOutdatesNoOther()
     {
         const std::vector requests{step(u"prepare"_s, start - 240),
                                    step(u"join"_s, start - 30, u"1800000000.Anna"_s, start - 20)};
@@ -98,7 +98,7 @@ private Q_SLOTS:
         QCOMPARE(outdatedSteps(requests, start - 20), QStringList());
     }
 
-    void anotherLessonHasStepsOfItsOwn()
+    void stepsOfDifferentLessonsAreIndependent()
     {
         const std::vector requests{step(u"finish"_s, start - 60),
                                    step(u"start"_s, start - 20, u"1800000000.Ben"_s),
@@ -106,13 +106,13 @@ private Q_SLOTS:
         QCOMPARE(outdatedSteps(requests, start - 10), QStringList());
     }
 
-    void stepsOfOneSecondStayBesideEachOther()
+    void stepsDueInTheSameSecondAreAllKept()
     {
         const std::vector requests{step(u"one-minute"_s, start - 60), step(u"join"_s, start - 60)};
         QCOMPARE(outdatedSteps(requests, start - 60), QStringList());
     }
 
-    void whatIsNoStepStays()
+    void otherNotificationsAreKept()
     {
         std::vector requests{step(u"prepare"_s, start - 240), step(u"join"_s, start - 30)};
         requests.front().identifier = u"quillet.calendar-gap.1"_s;

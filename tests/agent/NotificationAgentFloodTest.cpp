@@ -89,7 +89,7 @@ private Q_SLOTS:
         QCOMPARE(m_room->pending().size(), 150);
     }
 
-    void textsThatAreTooLongAreRefused_data()
+    void overlongTextsAreRefused_data()
     {
         QTest::addColumn<int>("identifier");
         QTest::addColumn<int>("title");
@@ -104,7 +104,7 @@ private Q_SLOTS:
         QTest::newRow("thirty megabytes") << 1 << 1 << 30'000'000 << 1 << false;
     }
 
-    void textsThatAreTooLongAreRefused()
+    void overlongTextsAreRefused()
     {
         QFETCH(int, identifier);
         QFETCH(int, title);
@@ -127,7 +127,7 @@ private Q_SLOTS:
         QTest::newRow("least") << std::numeric_limits<qint64>::min() << std::numeric_limits<qint64>::max();
         QTest::newRow("most") << std::numeric_limits<qint64>::max() << std::numeric_limits<qint64>::max();
         QTest::newRow("expires in the year 10000") << qint64{1'800'000'000} << qint64{253'402'300'800};
-        QTest::newRow("expires as it fires") << qint64{1'800'000'000} << qint64{1'800'000'000};
+        QTest::newRow("expires when it fires") << qint64{1'800'000'000} << qint64{1'800'000'000};
         QTest::newRow("expires before it fires") << qint64{1'800'000'000} << qint64{1'799'999'999};
     }
 
@@ -178,7 +178,7 @@ private Q_SLOTS:
         QVERIFY(m_room->log().count(u'\n') < 200);
     }
 
-    void whatIsPendingIsBoundedAlsoByItsLength()
+    void theTotalTextLengthOfPendingRequestsIsLimited()
     {
         PendingRequest big = request({});
         big.title = QString(4096, u't');
@@ -192,7 +192,7 @@ private Q_SLOTS:
     }
 
     // Answers that a client does not read pile up in the agent.
-    void aFloodOfQuestionsWhoseAnswersNobodyReadsKeepsTheMemoryBounded()
+    void unreadAnswersToAFloodOfQuestionsKeepTheMemoryBounded()
     {
         const QString tail(AgentInterface::maximumIdentifierLength - 10, u'i');
         (void)flood(500, [&](int i) { return u"%1"_s.arg(i, 10) + tail; });
@@ -240,7 +240,7 @@ private Q_SLOTS:
     }
 
     // A client that wants no answers can send faster than the agent reads.
-    void aFloodThatWaitsForNoAnswerKeepsTheMemoryBounded()
+    void aFloodOfCallsWithoutAnswersKeepsTheMemoryBounded()
     {
         const int size = floodSize();
         QElapsedTimer timer;

@@ -45,7 +45,7 @@ private Q_SLOTS:
     }
     void cleanup() { m_room.reset(); }
 
-    void killedAroundADeliveryItNeverDeliversTwice()
+    void aKillAroundADeliveryNeverCausesASecondDelivery()
     {
         RecordingServer server(m_room->bus().address(), {u"body"_s, u"sound"_s});
         int once = 0;
@@ -103,7 +103,7 @@ private Q_SLOTS:
         QVERIFY(once + afterwards > 0);
     }
 
-    void killedAroundAWriteItTearsNothingAndKeepsEveryPromise()
+    void aKillAroundAWriteTearsNothingAndLosesNoConfirmedChange()
     {
         int kept = 0;
         for (int round = 0; round < rounds(); ++round) {

@@ -89,7 +89,7 @@ private Q_SLOTS:
         QVERIFY(m_room->log().contains(u"notification delivered identifier=\"quillet.backup.start."_s));
     }
 
-    void theServerIsToldAllOfIt()
+    void theServerGetsEveryDetailOfTheRequest()
     {
         RecordingServer server(m_room->bus().address(), {u"body"_s, u"body-markup"_s, u"sound"_s});
         m_room->startAgent();
@@ -106,7 +106,7 @@ private Q_SLOTS:
         QCOMPARE(one.hints.value(u"sound-name"_s).toString(), u"message-new-instant"_s);
     }
 
-    void anAnswerMeansThatTheRequestOutlivesTheAgent()
+    void aConfirmedRequestSurvivesTheAgent()
     {
         m_room->startAgent();
         const PendingRequest later = request(u"Anna"_s, AgentRoom::now() + 1000);
@@ -123,7 +123,7 @@ private Q_SLOTS:
         QCOMPARE(m_room->pending(), QStringList());
     }
 
-    void itEndsByItselfWhenNothingIsPendingAndLeavesNothing()
+    void withNothingPendingItExitsAndLeavesNoLoginEntry()
     {
         RecordingServer server(m_room->bus().address(), plain);
         m_room->startAgent();
@@ -135,7 +135,7 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(m_room->entryPath()));
     }
 
-    void atLoginWithNothingPendingItEndsAtOnce()
+    void atLoginWithNothingPendingItExitsAtOnce()
     {
         QElapsedTimer timer;
         timer.start();
@@ -145,7 +145,7 @@ private Q_SLOTS:
         QVERIFY(timer.elapsed() < AgentLifecycle::idleTime.count());
     }
 
-    void atLoginWithNothingPendingAnEntryThatWasLeftGoes()
+    void atLoginWithNothingPendingALeftoverEntryIsRemoved()
     {
         RecordingServer server(m_room->bus().address(), plain);
         m_room->startAgent();
@@ -168,7 +168,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, timeout);
     }
 
-    void atLoginTheBusStartsItWhereItCan()
+    void atLoginItLetsTheBusStartTheAgentIfItCan()
     {
         m_room = std::make_unique<AgentRoom>(AgentRoom::Start::byBus);
         QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now() + 1000))));
@@ -181,7 +181,7 @@ private Q_SLOTS:
         QVERIFY(m_room->ownerProcess() > 0);
     }
 
-    void theBusAloneStartsIt()
+    void theBusStartsItOnDemand()
     {
         m_room = std::make_unique<AgentRoom>(AgentRoom::Start::byBus);
         QCOMPARE(m_room->pending(), QStringList());
@@ -193,7 +193,7 @@ private Q_SLOTS:
         QCOMPARE(m_room->pending(), QStringList{later.identifier});
     }
 
-    void itLeavesWithItsBus()
+    void itEndsWithItsBus()
     {
         m_room->startAgent();
         QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now() + 1000))));
@@ -209,7 +209,7 @@ private Q_SLOTS:
         QCOMPARE(m_room->agent().exitCode(), 1);
     }
 
-    void thereAreNeverTwo()
+    void thereIsNeverASecondAgent()
     {
         m_room->startAgent();
         QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now() + 1000))));
@@ -228,7 +228,7 @@ private Q_SLOTS:
         QVERIFY(m_room->log().contains(u"another agent keeps this queue"_s));
     }
 
-    void whatCameDueWhileItWasOffIsDeliveredOnlyWhileItHelps()
+    void missedRequestsAreDeliveredOnlyUntilTheyExpire()
     {
         m_room->startAgent();
         const qint64 now = AgentRoom::now();
@@ -244,7 +244,7 @@ private Q_SLOTS:
     }
 
     // Systemd does that: for it, an agent without its name has ended.
-    void aTerminationOnTheLossOfItsNameFindsAllInOrder()
+    void terminationOnTheLossOfItsNameLosesNothing()
     {
         RecordingServer server(m_room->bus().address(), plain);
         m_room->startAgent();
@@ -268,7 +268,7 @@ private Q_SLOTS:
         QVERIFY(!file.readAll().contains("Anna"));
     }
 
-    void whatComesWhileItLeavesIsLeftToTheNextAgent()
+    void aRequestDuringItsExitIsLeftToTheNextAgent()
     {
         m_room = std::make_unique<AgentRoom>(AgentRoom::Start::byBus);
         QueueLock lock(m_room->queuePath() + u".lock"_s);
@@ -292,7 +292,7 @@ private Q_SLOTS:
         QCOMPARE(m_room->pending(), QStringList{late.identifier});
     }
 
-    void whereTheBusStartsNothingWhatComesWhileItLeavesKeepsIt()
+    void ifTheBusStartsNoAgentARequestDuringItsExitKeepsItRunning()
     {
         LeavingAgent agent(*m_room);
         QTRY_VERIFY_WITH_TIMEOUT(agent.hasStarted, timeout);
@@ -303,7 +303,7 @@ private Q_SLOTS:
         QVERIFY(ended.isEmpty());
     }
 
-    void aQueueThatTheDiskDoesNotGiveNowIsLeftToALaterStart()
+    void anUnreadableQueueIsLeftToALaterStart()
     {
         makeQueueUnreadable();
         m_room->launchAgent();
@@ -314,7 +314,7 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(m_room->queuePath() + u".unreadable"_s));
     }
 
-    void atLoginAQueueThatCannotBeReadIsNotTakenForEmpty()
+    void atLoginAnUnreadableQueueDoesNotCountAsEmpty()
     {
         makeQueueUnreadable();
         QVERIFY(QDir().mkpath(QFileInfo(m_room->entryPath()).path()));
@@ -328,7 +328,7 @@ private Q_SLOTS:
 
     // --- servers
 
-    void aServerThatComesUpLateShowsIt()
+    void aServerThatStartsLateShowsTheRequest()
     {
         m_room->startAgent();
         QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
@@ -337,7 +337,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, timeout);
     }
 
-    void aServerThatRefusesIsAskedAgain()
+    void aServerThatRefusesIsTriedAgain()
     {
         RecordingServer server(m_room->bus().address(), plain);
         server.behaviour = Behaviour::refuses;
@@ -350,7 +350,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 0, timeout);
     }
 
-    void aServerThatCrashesOverItIsFollowedByOneThatShowsIt()
+    void afterAServerCrashesDuringADeliveryTheNextOneShowsIt()
     {
         auto server = std::make_unique<RecordingServer>(m_room->bus().address(), plain);
         server->behaviour = Behaviour::leaves;
@@ -363,7 +363,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 0, timeout);
     }
 
-    void aServerThatGoesOverItIsFollowedByOneThatShowsIt()
+    void afterASilentServerLeavesTheNextOneShowsIt()
     {
         auto server = std::make_unique<RecordingServer>(m_room->bus().address(), plain);
         server->behaviour = Behaviour::says_nothing;
@@ -378,7 +378,7 @@ private Q_SLOTS:
         QCOMPARE(server->shown.size(), 1U);
     }
 
-    void aServerThatDoesNotEvenAnswerIsHandedNothing()
+    void aServerThatDoesNotAnswerGetsNoRequest()
     {
         auto server = std::make_unique<RecordingServer>(m_room->bus().address(), plain);
         server->isAsleep = true;
@@ -393,7 +393,7 @@ private Q_SLOTS:
         QVERIFY(server->shown.empty());
     }
 
-    void whereTheServerHasNoSoundItIsPlayed()
+    void theAgentPlaysTheSoundForAServerWithoutOne()
     {
         PrivateSoundServer sound;
         sound.startRecording();
@@ -404,7 +404,7 @@ private Q_SLOTS:
         QCOMPARE(server.shown.size(), 1U);
     }
 
-    void aSoundServerThatHangsDelaysNothing()
+    void aHangingSoundServerDelaysNothing()
     {
         PrivateSoundServer sound;
         RecordingServer server(m_room->bus().address(), {u"body"_s});
@@ -451,7 +451,7 @@ private Q_SLOTS:
 
     // --- disks
 
-    void onADiskThatTakesNothingItRefusesAndLives()
+    void onAFullDiskItRefusesRequestsAndKeepsRunning()
     {
         m_room->startAgent(u"ulimit -f 0"_s);
         const QDBusMessage answer = m_room->add(request(u"Anna"_s, AgentRoom::now() + 1000));

@@ -40,7 +40,7 @@ private Q_SLOTS:
             *m_clock, *m_program, [this](const QString &line) { m_lines.append(line); }, settlingTime);
     }
 
-    void aProgramThatCrashesIsStartedAgainOnItsDisplay()
+    void aCrashedProgramIsRestartedOnItsDisplay()
     {
         greetAs(u":1.1"_s);
         m_program->leave();
@@ -48,7 +48,7 @@ private Q_SLOTS:
         QVERIFY(m_watch->isWatching());
     }
 
-    void aProgramThatTookItsLeaveStaysAway()
+    void aProgramThatSaidGoodbyeIsNotRestarted()
     {
         greetAs(u":1.1"_s);
         QVERIFY(m_watch->takeLeave(u":1.1"_s));
@@ -58,7 +58,7 @@ private Q_SLOTS:
         QVERIFY(m_program->started.empty());
     }
 
-    void aProgramThatNeverGreetedStaysAway()
+    void aProgramThatNeverGreetedIsNotRestarted()
     {
         m_program->runningAs = u":1.1"_s;
         m_program->leave();
@@ -66,7 +66,7 @@ private Q_SLOTS:
         QVERIFY(m_program->started.empty());
     }
 
-    void afterTheLastLessonItStaysAway()
+    void afterTheLastLessonItIsNotRestarted()
     {
         greetAs(u":1.1"_s);
         m_clock->set(evening);
@@ -76,14 +76,14 @@ private Q_SLOTS:
         QVERIFY(m_program->started.empty());
     }
 
-    void aDayWithoutLessonsLeftIsToldLikeAnyOther()
+    void aGreetingWithNoLessonsLeftEndsTheWatch()
     {
         greetAs(u":1.1"_s);
         QVERIFY(m_watch->greet(u":1.1"_s, 0, {}));
         QVERIFY(!m_watch->isWatching());
     }
 
-    void onlyTheProgramItselfIsHeard()
+    void onlyTheProgramItselfIsAccepted()
     {
         m_program->runningAs = u":1.1"_s;
         QVERIFY(!m_watch->greet(u":1.2"_s, evening, display));
@@ -107,7 +107,7 @@ private Q_SLOTS:
         QCOMPARE(m_lines.last(), u"Quillet did not start reason=\"no such program\""_s);
     }
 
-    void theAgentIsToldOfEachChange()
+    void eachChangeIsReportedAsActivity()
     {
         const QSignalSpy activity(m_watch.get(), &ProgramWatch::activityOccurred);
         greetAs(u":1.1"_s);
@@ -120,7 +120,7 @@ private Q_SLOTS:
         QCOMPARE(activity.size(), 4);
     }
 
-    void whereTheDisplayIsGoneTheSessionHasEnded()
+    void aMissingDisplayMeansThatTheSessionHasEnded()
     {
         greetAs(u":1.1"_s);
         m_program->hasDisplay = false;
@@ -133,7 +133,7 @@ private Q_SLOTS:
         QVERIFY(m_lines.last().contains(u"the session's display is gone"_s));
     }
 
-    void aDisplayThatGoesAfterTheProgramIsGone()
+    void aDisplayThatDisappearsAfterTheProgramIsNoticed()
     {
         greetAs(u":1.1"_s);
         m_program->leave();
@@ -142,7 +142,7 @@ private Q_SLOTS:
         QVERIFY(m_program->started.empty());
     }
 
-    void whoeverStartsItMeanwhileHasDoneTheWork()
+    void aProgramStartedMeanwhileIsNotStartedAgain()
     {
         greetAs(u":1.1"_s);
         m_program->leave();
@@ -152,7 +152,7 @@ private Q_SLOTS:
         QVERIFY(m_watch->isWatching());
     }
 
-    void itComesBackThreeTimesInTenMinutes()
+    void itIsRestartedAtMostThreeTimesInTenMinutes()
     {
         greetAs(u":1.1"_s);
         for (std::size_t crash = 1; crash <= 3; ++crash) {
@@ -168,7 +168,7 @@ private Q_SLOTS:
         QVERIFY(m_lines.last().contains(u"3 times within 600 seconds"_s));
     }
 
-    void tenMinutesAfterTheFirstReturnItComesBackAgain()
+    void tenMinutesAfterTheFirstRestartItIsRestartedAgain()
     {
         greetAs(u":1.1"_s);
         for (std::size_t crash = 1; crash <= 4; ++crash) {
@@ -178,7 +178,7 @@ private Q_SLOTS:
         }
     }
 
-    void returnsThatLieAheadOfAClockThatWasSetBackDoNotCount()
+    void restartsInTheFutureOfAClockSetBackDoNotCount()
     {
         greetAs(u":1.1"_s);
         for (std::size_t crash = 1; crash <= 3; ++crash) {
@@ -202,7 +202,7 @@ private Q_SLOTS:
         QCOMPARE(m_program->started.size(), std::size_t{3});
     }
 
-    void theAgentIsToldWhenTheLastLessonEnds()
+    void theEndOfTheLastLessonIsReportedAsActivity()
     {
         m_program->runningAs = u":1.1"_s;
         QVERIFY(m_watch->greet(u":1.1"_s, noon + 1, display));

@@ -96,7 +96,7 @@ private Q_SLOTS:
         m_path = m_folder->filePath(u"state/quillet/pending"_s);
     }
 
-    void aFileThatIsNotThereIsAnEmptyQueue()
+    void aMissingFileIsAnEmptyQueue()
     {
         RequestFile file(m_path);
         const auto content = file.read();
@@ -106,7 +106,7 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(m_path + u".unreadable"_s));
     }
 
-    void whatWasWrittenIsReadAgain()
+    void aWrittenQueueReadsBackEqual()
     {
         QVERIFY(RequestFile(m_path).write(queueOf(5)));
         RequestFile file(m_path);
@@ -117,7 +117,7 @@ private Q_SLOTS:
         QCOMPARE(QDir(QFileInfo(m_path).path()).entryList(QDir::Files), QStringList{u"pending"_s});
     }
 
-    void aQuietRequestIsReadAgainAsOne()
+    void aQuietRequestReadsBackQuiet()
     {
         RequestQueue queue;
         PendingRequest quiet = request(1);
@@ -134,7 +134,7 @@ private Q_SLOTS:
         QCOMPARE(text.count("true"), 1);
     }
 
-    void onlyTheUserMayReadIt()
+    void onlyTheUserCanReadTheFile()
     {
         QVERIFY(RequestFile(m_path).write(queueOf(1)));
         struct stat status = {};
@@ -142,7 +142,7 @@ private Q_SLOTS:
         QCOMPARE(status.st_mode & 0777U, 0600U);
     }
 
-    void theFileIsReplacedAsAWhole()
+    void theFileIsReplacedAtomically()
     {
         RequestFile file(m_path);
         QVERIFY(file.write(queueOf(5)));
@@ -154,7 +154,7 @@ private Q_SLOTS:
         QCOMPARE(content(), encodedRequests(queueOf(2)));
     }
 
-    void aFileCutOffAtAnyByteKeepsEveryWholeEntry()
+    void aFileTruncatedAtAnyByteKeepsEveryWholeEntry()
     {
         const RequestQueue queue = queueOf(4);
         QMultiHash<QString, qint64> offsets;
@@ -177,7 +177,7 @@ private Q_SLOTS:
         QVERIFY(decodedRequests(text).requests == all);
     }
 
-    void aCutOffFileIsMendedToldOfAndKeptAside()
+    void aTruncatedFileIsRepairedReportedAndKeptAside()
     {
         const QByteArray text = encodedRequests(queueOf(4));
         for (const qsizetype length : {qsizetype{0}, qsizetype{10}, text.size() / 2, text.size() - 1}) {
@@ -193,7 +193,7 @@ private Q_SLOTS:
         }
     }
 
-    void anyByteThatChangesCostsOneEntryAtMost()
+    void aChangedByteCostsAtMostOneEntry()
     {
         const RequestQueue queue = queueOf(3);
         const QByteArray text = encodedRequests(queue);
@@ -210,7 +210,7 @@ private Q_SLOTS:
         }
     }
 
-    void garbageAroundWholeEntriesCostsNone_data()
+    void garbageAroundWholeEntriesCostsNoEntry_data()
     {
         QTest::addColumn<QByteArray>("before");
         QTest::addColumn<QByteArray>("after");
@@ -224,15 +224,15 @@ private Q_SLOTS:
         }
         QTest::newRow("noise") << noise << noise;
         // Each of these could be the start of an entry; parsing from each to the end would take minutes.
-        QTest::newRow("places") << QByteArray(" [\"").repeated(300'000) + "]\n"
-                                << QByteArray(" [\"").repeated(300'000);
-        QTest::newRow("places that look like entries")
+        QTest::newRow("possible starts") << QByteArray(" [\"").repeated(300'000) + "]\n"
+                                         << QByteArray(" [\"").repeated(300'000);
+        QTest::newRow("starts that look like entries")
             << QByteArray("0123456789abcdef [\"").repeated(50'000) + "]\n"
             << QByteArray("]");
         QTest::newRow("one long line") << QByteArray(200'000, '[') << QByteArray(200'000, '"');
     }
 
-    void garbageAroundWholeEntriesCostsNone()
+    void garbageAroundWholeEntriesCostsNoEntry()
     {
         QFETCH(QByteArray, before);
         QFETCH(QByteArray, after);
@@ -245,7 +245,7 @@ private Q_SLOTS:
         QCOMPARE(content(m_path + u".unreadable"_s), before + text + after);
     }
 
-    void nothingButGarbageIsAnEmptyQueueThatWorks()
+    void aGarbageFileIsAnEmptyUsableQueue()
     {
         put(QByteArray("\xff\xfe garbage \0 \n\n\n", 16));
         RequestFile file(m_path);
@@ -254,9 +254,9 @@ private Q_SLOTS:
         QVERIFY(RequestFile(m_path).read().queue == queueOf(1));
     }
 
-    void whatIsNoRegularFileIsToldAndLeftAlone_data() { obstacles::addRows(); }
+    void filesThatAreNotRegularAreReportedAndLeftAlone_data() { obstacles::addRows(); }
 
-    void whatIsNoRegularFileIsToldAndLeftAlone()
+    void filesThatAreNotRegularAreReportedAndLeftAlone()
     {
         QFETCH(obstacles::Kind, kind);
         QVERIFY(QDir().mkpath(QFileInfo(m_path).path()));
@@ -277,7 +277,7 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(m_path + u".unreadable"_s));
     }
 
-    void aLinkToAFileOfOnesOwnStaysALink()
+    void aLinkToTheUsersOwnFileStaysALink()
     {
         const QString real = m_folder->filePath(u"repository/pending"_s);
         QVERIFY(RequestFile(real).write(queueOf(2)));
@@ -291,7 +291,7 @@ private Q_SLOTS:
         QCOMPARE(RequestFile(real).read().queue.size(), 2);
     }
 
-    void tenThousandEntriesAreReadAgain()
+    void tenThousandEntriesReadBackEqual()
     {
         const RequestQueue queue = queueOf(10'000);
         QVERIFY(RequestFile(m_path).write(queue));
@@ -319,7 +319,7 @@ private Q_SLOTS:
         }
     }
 
-    void whatWasReadCanBeInvalidated()
+    void entriesReadFromTheFileCanBeInvalidated()
     {
         QVERIFY(RequestFile(m_path).write(queueOf(3)));
         RequestFile file(m_path);
@@ -328,7 +328,7 @@ private Q_SLOTS:
         QCOMPARE(RequestFile(m_path).read().queue.identifiers(), QStringList{request(1).identifier});
     }
 
-    void onAFullDiskTheFormerFileStays()
+    void onAFullDiskTheOldFileStays()
     {
         RequestFile file(m_path);
         QVERIFY(file.write(queueOf(3)));
@@ -342,7 +342,7 @@ private Q_SLOTS:
         QCOMPARE(QDir(QFileInfo(m_path).path()).entryList(QDir::Files), QStringList{u"pending"_s});
     }
 
-    void onAFullDiskAnEntryCanBeStruck()
+    void onAFullDiskAnEntryCanBeInvalidated()
     {
         RequestFile file(m_path);
         QVERIFY(file.write(queueOf(3)));
@@ -367,7 +367,7 @@ private Q_SLOTS:
         QCOMPARE(RequestFile(m_path).read().queue.size(), 2);
     }
 
-    void whereNothingCanBeWrittenTheFileIsReadAndStays()
+    void anUnwritableFileIsReadAndStays()
     {
         RequestFile file(m_path);
         QVERIFY(file.write(queueOf(3)));
@@ -380,14 +380,14 @@ private Q_SLOTS:
         QVERIFY(RequestFile(m_path).read().queue == queueOf(3));
     }
 
-    void whatTheDiskDoesNotGiveNowIsLeftAsItIs_data()
+    void anUnreadableFileIsLeftAsItIs_data()
     {
         QTest::addColumn<bool>("isOutOfFiles");
-        QTest::newRow("an error of the disk") << false;
+        QTest::newRow("a disk error") << false;
         QTest::newRow("too many open files") << true;
     }
 
-    void whatTheDiskDoesNotGiveNowIsLeftAsItIs()
+    void anUnreadableFileIsLeftAsItIs()
     {
         QFETCH(bool, isOutOfFiles);
         QVERIFY(RequestFile(m_path).write(queueOf(3)));
@@ -417,7 +417,7 @@ private Q_SLOTS:
         QVERIFY(RequestFile(m_path).read().queue == queueOf(3));
     }
 
-    void aFolderThatCannotBeFlushedIsToldAndIsNoFailure()
+    void aFailedFolderFlushIsReportedButNoFailure()
     {
         // A folder with write permission, but not read permission, which opening needs.
         const QByteArray folder = QFile::encodeName(QFileInfo(m_path).path());
@@ -437,7 +437,7 @@ private Q_SLOTS:
         QVERIFY(file.invalidate({request(1).identifier}));
     }
 
-    void whereTheFolderCannotBeMadeItIsTold()
+    void aFolderThatCannotBeCreatedFailsTheWrite()
     {
         QFile obstacle(m_folder->filePath(u"state"_s));
         QVERIFY(obstacle.open(QIODevice::WriteOnly));

@@ -62,7 +62,7 @@ private Q_SLOTS:
         m_file.reset();
     }
 
-    void aRequestIsDeliveredAtItsSecondAndNotBefore()
+    void aRequestIsDeliveredInItsSecondAndNotBefore()
     {
         QVERIFY(add(request(u"a"_s, noon + 3)));
         QCOMPARE(m_clock->alarm(), std::optional<qint64>(noon + 3));
@@ -75,7 +75,7 @@ private Q_SLOTS:
         QTRY_VERIFY(m_keeper->isIdle());
     }
 
-    void aSecondThatBeginsWhileTheQueueIsLookedAtIsNotPassedOver()
+    void aSecondThatBeginsDuringTheQueueCheckIsNotSkipped()
     {
         m_clock->isHurried = true;
         QVERIFY(add(request(u"a"_s, noon + 1)));
@@ -84,13 +84,13 @@ private Q_SLOTS:
         QCOMPARE(m_clock->alarm(), std::optional<qint64>(noon + 1));
     }
 
-    void aRequestThatIsDueAlreadyIsDeliveredAtOnce()
+    void anOverdueRequestIsDeliveredAtOnce()
     {
         QVERIFY(add(request(u"a"_s, noon - 10)));
         QTRY_COMPARE(m_server->handed, QStringList{u"a"_s});
     }
 
-    void requestsOfOneSecondAreDeliveredOneAfterTheOther()
+    void requestsDueInTheSameSecondAreDeliveredInTurn()
     {
         QVERIFY(add(request(u"b"_s, noon + 1)));
         QVERIFY(add(request(u"a"_s, noon + 1)));
@@ -98,7 +98,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_server->handed, (QStringList{u"b"_s, u"a"_s}));
     }
 
-    void anAnswerComesWhenTheRequestIsOnTheDisk()
+    void aRequestIsConfirmedOnceItIsOnDisk()
     {
         bool isAnswered = false;
         m_keeper->add(request(u"a"_s, noon + 5), [&](const std::expected<void, QString> &result) {
@@ -110,7 +110,7 @@ private Q_SLOTS:
         QTRY_VERIFY(isAnswered);
     }
 
-    void changesThatComeTogetherShareAWrite()
+    void simultaneousChangesShareOneWrite()
     {
         int answers = 0;
         for (int i = 0; i < 500; ++i) {
@@ -123,7 +123,7 @@ private Q_SLOTS:
         QCOMPARE(onDisk().size(), 500);
     }
 
-    void aRequestIsOffTheDiskWhenTheServerGetsIt()
+    void aRequestIsOffTheDiskBeforeTheServerGetsIt()
     {
         QStringList left{u"not looked"_s};
         m_server->onDeliver = [&](const PendingRequest &) { left = onDisk(); };
@@ -153,7 +153,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_server->handed, QStringList{u"b"_s});
     }
 
-    void aRequestTakenBackWhileTheServerIsAskedIsNotDelivered()
+    void aRequestRemovedWhileTheServerIsAskedIsNotDelivered()
     {
         m_server->isSilent = true;
         QVERIFY(add(request(u"a"_s, noon)));
@@ -167,7 +167,7 @@ private Q_SLOTS:
 
     // --- servers that are absent, refuse or hang
 
-    void withoutAServerTheRequestStaysOnTheDiskUntilOneArrives()
+    void withoutAServerTheRequestStaysOnDiskUntilOneArrives()
     {
         m_server->isThere = false;
         QVERIFY(add(request(u"a"_s, noon)));
@@ -180,7 +180,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_server->handed, QStringList{u"a"_s});
     }
 
-    void withoutAServerItIsTriedAgainAfterAWhile()
+    void withoutAServerDeliveryIsRetriedAfterAWhile()
     {
         m_server->isThere = false;
         QVERIFY(add(request(u"a"_s, noon)));
@@ -189,7 +189,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(m_server->handed, QStringList{u"a"_s}, 5000);
     }
 
-    void withoutAServerItIsDroppedWhenItsMomentIsOver()
+    void withoutAServerTheRequestIsDroppedWhenItExpires()
     {
         m_server->isThere = false;
         QVERIFY(add(request(u"a"_s, noon)));
@@ -215,7 +215,7 @@ private Q_SLOTS:
         QCOMPARE(m_lines.filter(u"no notification server"_s).size(), 1);
     }
 
-    void aRefusedRequestGoesBackToTheDiskAndIsTriedAgain()
+    void aRefusedRequestReturnsToDiskAndIsRetried()
     {
         m_server->outcome = Outcome::notShown;
         QVERIFY(add(request(u"a"_s, noon)));
@@ -229,7 +229,7 @@ private Q_SLOTS:
         QCOMPARE(onDisk(), QStringList());
     }
 
-    void aRefusedRequestDoesNotHoldUpTheNext()
+    void aRefusedRequestDoesNotBlockTheNext()
     {
         m_server->onDeliver = [this](const PendingRequest &delivered) {
             m_server->outcome = delivered.identifier == u"bad"_s ? Outcome::notShown : Outcome::shown;
@@ -241,7 +241,7 @@ private Q_SLOTS:
         QTRY_COMPARE(onDisk(), QStringList{u"bad"_s});
     }
 
-    void aSilentServerIsNotHandedTheRequestAgain()
+    void aSilentServerDoesNotGetTheRequestAgain()
     {
         m_server->outcome = Outcome::unknown;
         QVERIFY(add(request(u"a"_s, noon)));
@@ -258,7 +258,7 @@ private Q_SLOTS:
         QCOMPARE(m_server->handed.size(), 1);
     }
 
-    void whatASilentServerHeldIsDeliveredWhenItHasGone()
+    void aRequestHeldByASilentServerIsRedeliveredWhenItLeaves()
     {
         m_server->outcome = Outcome::unknown;
         QVERIFY(add(request(u"a"_s, noon)));
@@ -273,7 +273,7 @@ private Q_SLOTS:
         QTRY_VERIFY(m_keeper->isIdle());
     }
 
-    void whatASilentServerHeldIsDroppedWhenItsMomentIsOver()
+    void aRequestHeldByASilentServerIsDroppedWhenItExpires()
     {
         m_server->outcome = Outcome::unknown;
         QVERIFY(add(request(u"a"_s, noon)));
@@ -288,7 +288,7 @@ private Q_SLOTS:
         QCOMPARE(m_server->handed.size(), 1);
     }
 
-    void whatASilentServerHeldIsNotTriedAgainWithItsReplacement()
+    void aRequestHeldByASilentServerIsNotRetriedWithItsReplacement()
     {
         m_server->outcome = Outcome::unknown;
         QVERIFY(add(request(u"a"_s, noon)));
@@ -302,7 +302,7 @@ private Q_SLOTS:
         QVERIFY(logged(u"the server that has it was replaced"_s));
     }
 
-    void whatWasTakenBackIsNotTriedAgain()
+    void aRemovedRequestIsNotRetried()
     {
         m_server->outcome = Outcome::notShown;
         m_server->onDeliver = [this](const PendingRequest &) {
@@ -314,7 +314,7 @@ private Q_SLOTS:
         QCOMPARE(onDisk(), QStringList());
     }
 
-    void whatWasReplacedIsTriedAgainOnlyAsItsSuccessor()
+    void aReplacedRequestIsRetriedOnlyAsItsSuccessor()
     {
         m_server->outcome = Outcome::notShown;
         m_server->onDeliver = [this](const PendingRequest &) {
@@ -328,7 +328,7 @@ private Q_SLOTS:
     }
 
     // A request that returns to the queue because its successor could not be written is not lost.
-    void whatWasReplacedInVainIsTriedAgainItself()
+    void aRequestWhoseReplacementFailedIsRetriedItself()
     {
         m_server->outcome = Outcome::notShown;
         std::unique_ptr<NoDisk> none;
@@ -356,14 +356,14 @@ private Q_SLOTS:
     }
 
     // A caller whose removal failed may count on the request still being pending.
-    void whatCouldNotBeTakenBackIsStillTriedAgain_data()
+    void aRequestWhoseRemovalFailedIsStillRetried_data()
     {
         QTest::addColumn<bool>("isHeld");
-        QTest::newRow("while it is with the server") << false;
-        QTest::newRow("while nobody knows") << true;
+        QTest::newRow("during the delivery") << false;
+        QTest::newRow("while the outcome is unknown") << true;
     }
 
-    void whatCouldNotBeTakenBackIsStillTriedAgain()
+    void aRequestWhoseRemovalFailedIsStillRetried()
     {
         QFETCH(bool, isHeld);
         QVERIFY(add(request(u"other"_s, noon + 30)));
@@ -395,7 +395,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(m_server->handed, (QStringList{u"a"_s, u"a"_s}), 10'000);
     }
 
-    void whatWasTakenBackJustBeforeTheServerLeftIsNotTriedAgain()
+    void aRequestRemovedJustBeforeTheServerLeftIsNotRetried()
     {
         m_server->outcome = Outcome::unknown;
         QVERIFY(add(request(u"a"_s, noon)));
@@ -410,7 +410,7 @@ private Q_SLOTS:
 
     // --- the clock
 
-    void aClockSetForwardDeliversWhatStillHelpsInOrderAndDropsTheRest()
+    void aClockSetForwardDeliversUnexpiredRequestsInOrderAndDropsTheRest()
     {
         QVERIFY(add(request(u"over"_s, noon + 100)));
         QVERIFY(add(request(u"second"_s, noon + 1000)));
@@ -424,7 +424,7 @@ private Q_SLOTS:
         QCOMPARE(onDisk(), QStringList{u"later"_s});
     }
 
-    void aClockSetBackWaitsAnewAndDeliversNothingTwice()
+    void aClockSetBackWaitsAgainAndDeliversNothingTwice()
     {
         QVERIFY(add(request(u"done"_s, noon)));
         QVERIFY(add(request(u"next"_s, noon + 10)));
@@ -442,7 +442,7 @@ private Q_SLOTS:
         QCOMPARE(m_server->handed.size(), 2);
     }
 
-    void aClockSetBackWhileTheServerIsAskedPutsTheDeliveryOff()
+    void aClockSetBackWhileTheServerIsAskedPostponesTheDelivery()
     {
         m_server->isSilent = true;
         QVERIFY(add(request(u"a"_s, noon)));
@@ -455,7 +455,7 @@ private Q_SLOTS:
         QCOMPARE(onDisk(), QStringList{u"a"_s});
     }
 
-    void aClockSetForwardWhileTheServerIsAskedDropsWhatIsOver()
+    void aClockSetForwardWhileTheServerIsAskedDropsExpiredRequests()
     {
         m_server->isSilent = true;
         QVERIFY(add(request(u"a"_s, noon)));
@@ -504,7 +504,7 @@ private Q_SLOTS:
         QCOMPARE(m_server->handed, expected);
     }
 
-    void whatCameDueWhileTheAgentWasOffIsDeliveredOnlyWhileItHelps()
+    void missedRequestsAreDeliveredOnlyUntilTheyExpire()
     {
         QVERIFY(add(request(u"start"_s, noon + 100, 20)));
         QVERIFY(add(request(u"finish"_s, noon + 90, 600)));
@@ -518,7 +518,7 @@ private Q_SLOTS:
 
     // --- disks
 
-    void onADiskThatTakesNothingARequestIsRefusedAndTheOthersStay()
+    void onAFullDiskARequestIsRefusedAndTheOthersStay()
     {
         QVERIFY(add(request(u"a"_s, noon + 5)));
         {
@@ -535,7 +535,7 @@ private Q_SLOTS:
         QVERIFY(add(request(u"b"_s, noon + 5)));
     }
 
-    void whatCannotBeTakenOutOfTheFileIsNotDeliveredUntilItCan()
+    void aRequestIsNotDeliveredUntilItCanBeTakenOutOfTheFile()
     {
         QVERIFY(add(request(u"a"_s, noon + 1)));
         {
@@ -549,7 +549,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(m_server->handed, QStringList{u"a"_s}, 10000);
     }
 
-    void onAFullDiskWhatIsPendingIsDeliveredAndCanBeTakenBack()
+    void onAFullDiskPendingRequestsAreDeliveredAndCanBeRemoved()
     {
         QVERIFY(add(request(u"a"_s, noon + 1)));
         QVERIFY(add(request(u"b"_s, noon + 2)));
@@ -571,7 +571,7 @@ private Q_SLOTS:
         QCOMPARE(m_keeper->pendingRequests().size(), 20);
     }
 
-    void aPipeInTheQueuesPlaceIsToldOnce()
+    void aPipeInPlaceOfTheQueueIsReportedOnce()
     {
         QVERIFY(QDir().mkpath(QFileInfo(m_file->path()).path()));
         const auto pipe = obstacles::put(obstacles::Kind::pipe, m_file->path());
@@ -598,7 +598,7 @@ private Q_SLOTS:
 
     // --- the login entry
 
-    void theLoginEntryIsThereWhileSomethingIsPending()
+    void theLoginEntryExistsWhileSomethingIsPending()
     {
         QVERIFY(!QFile::exists(m_entry->path()));
         m_keeper->add(request(u"a"_s, noon + 1), [this](const std::expected<void, QString> &) {
@@ -612,7 +612,7 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(m_entry->path()));
     }
 
-    void aMissingLoginEntryIsMadeAgainAtTheStart()
+    void aMissingLoginEntryIsRestoredAtTheStart()
     {
         QVERIFY(add(request(u"a"_s, noon + 1)));
         QVERIFY(QFile::remove(m_entry->path()));
@@ -620,7 +620,7 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(m_entry->path()));
     }
 
-    void aLoginEntryThatCouldNotBeWrittenIsToldOnceAndTriedAgain()
+    void anUnwritableLoginEntryIsReportedOnceAndRetried()
     {
         QFile obstacle(m_folder->filePath(u"config"_s));
         QVERIFY(obstacle.open(QIODevice::WriteOnly));
@@ -635,7 +635,7 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(m_entry->path()));
     }
 
-    void whatComesWhileItRestsIsWrittenAndNotDelivered()
+    void requestsThatArriveWhileDeliveryIsStoppedAreOnlyStored()
     {
         m_keeper->stopDelivering();
         QVERIFY(add(request(u"a"_s, noon)));
@@ -646,7 +646,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_server->handed, QStringList{u"a"_s});
     }
 
-    void whenAllIsDoneTheFileHoldsNothingOfIt()
+    void afterAllDeliveriesTheFileHoldsNoStudentName()
     {
         QVERIFY(add(request(u"a"_s, noon)));
         QTRY_COMPARE(m_server->handed.size(), 1);
@@ -657,7 +657,7 @@ private Q_SLOTS:
         QVERIFY(!file.readAll().contains("Anna"));
     }
 
-    void thousandsThatComeDueTogetherAreDeliveredInOrder()
+    void thousandsOfSimultaneousRequestsAreDeliveredInOrder()
     {
         QStringList expected;
         for (int i = 0; i < 2'000; ++i) {

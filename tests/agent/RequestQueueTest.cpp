@@ -22,7 +22,7 @@ class RequestQueueTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void requestsStandInTheOrderOfTheirFireDates()
+    void requestsAreOrderedByFireDate()
     {
         RequestQueue queue;
         queue.add(request(u"late"_s, 30));
@@ -31,7 +31,7 @@ private Q_SLOTS:
         QCOMPARE(queue.identifiers(), (QStringList{u"early"_s, u"middle"_s, u"late"_s}));
     }
 
-    void thoseOfOneSecondStandInTheOrderOfTheirArrival()
+    void requestsOfTheSameSecondKeepTheirOrderOfArrival()
     {
         RequestQueue queue;
         queue.add(request(u"b"_s, 10));
@@ -39,7 +39,7 @@ private Q_SLOTS:
         QCOMPARE(queue.identifiers(), (QStringList{u"b"_s, u"a"_s}));
     }
 
-    void aRequestReplacesTheOneOfItsIdentifier()
+    void aRequestReplacesTheOneWithItsIdentifier()
     {
         RequestQueue queue;
         queue.add(request(u"a"_s, 10));
@@ -58,7 +58,7 @@ private Q_SLOTS:
         QCOMPARE(queue.firstDue(1000, {})->identifier, u"a"_s);
     }
 
-    void exceptedRequestsArePassedOver()
+    void exceptedRequestsAreSkipped()
     {
         RequestQueue queue;
         queue.add(request(u"a"_s, 10));
@@ -67,7 +67,7 @@ private Q_SLOTS:
         QVERIFY(!queue.firstDue(20, {u"a"_s, u"b"_s}));
     }
 
-    void theNextFireDateLiesAheadOfNow()
+    void theNextFireDateIsInTheFuture()
     {
         RequestQueue queue;
         queue.add(request(u"a"_s, 10));
@@ -77,7 +77,7 @@ private Q_SLOTS:
         QVERIFY(!queue.nextFireDate(20));
     }
 
-    void whatHasExpiredIsTakenOut()
+    void expiredRequestsAreTakenOut()
     {
         RequestQueue queue;
         queue.add(request(u"a"_s, 10));
@@ -89,7 +89,7 @@ private Q_SLOTS:
         QCOMPARE(queue.identifiers(), QStringList{u"c"_s});
     }
 
-    void takingGivesTheRequestOnce()
+    void aRequestCanBeTakenOnce()
     {
         RequestQueue queue;
         queue.add(request(u"a"_s, 10));
@@ -110,7 +110,7 @@ private Q_SLOTS:
         QCOMPARE(queue.identifiers(), QStringList{u"b"_s});
     }
 
-    void itsTextIsCounted()
+    void theTotalTextLengthIsCounted()
     {
         RequestQueue queue;
         queue.add({u"12"_s, u"3"_s, u"456"_s, u"7890"_s, 1, 2});

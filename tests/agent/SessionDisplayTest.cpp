@@ -17,7 +17,7 @@ class SessionDisplayTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aCompositorIsThereAsLongAsItListens()
+    void aCompositorExistsWhileItListens()
     {
         const QTemporaryDir runtime;
         const QString path = runtime.filePath(u"wayland-3"_s);
@@ -33,7 +33,7 @@ private Q_SLOTS:
         QVERIFY(!(SessionDisplay{{}, u"wayland-3"_s, {}}.isThere(runtime.path())));
     }
 
-    void anXServerIsThereAsLongAsItListens()
+    void anXServerExistsWhileItListens()
     {
         QVERIFY(!(SessionDisplay{u":64998"_s, {}, {}}.isThere({})));
         // An X server without a socket file has this abstract one.
@@ -42,7 +42,7 @@ private Q_SLOTS:
         QVERIFY((SessionDisplay{u"unix:64998.1"_s, {}, {}}.isThere({})));
     }
 
-    void whatNamesNoServerHereIsGone_data()
+    void aDisplayWithoutALocalServerDoesNotExist_data()
     {
         QTest::addColumn<QString>("display");
         for (const auto *display :
@@ -51,13 +51,13 @@ private Q_SLOTS:
         }
     }
 
-    void whatNamesNoServerHereIsGone()
+    void aDisplayWithoutALocalServerDoesNotExist()
     {
         QFETCH(const QString, display);
         QVERIFY(!(SessionDisplay{display, {}, {}}.isThere({})));
     }
 
-    void onlyWhatIsSetIsPassedOn()
+    void onlySetVariablesArePassedOn()
     {
         QCOMPARE((SessionDisplay{u":7"_s, {}, u"/a"_s}.environment()),
                  (QMap<QString, QString>{{u"DISPLAY"_s, u":7"_s}, {u"XAUTHORITY"_s, u"/a"_s}}));

@@ -4,12 +4,12 @@
 """Backup notifications: Quillet hands them to the agent, and the desktop's notification daemon shows each of them once,
 on time and never early, even after Quillet has died.
 
-    backups.py Backups.aKilledQuilletStillLeadsThroughTheLessons
-    backups.py Backups.aNotificationDaemonThatHangsDelaysNeitherABannerNorTheEnd
+    backups.py Backups.backupsLeadThroughTheLessonsOfAKilledQuillet
+    backups.py Backups.aHangingNotificationDaemonDelaysNeitherBannersNorQuitting
     backups.py Backups.aRunningQuilletRaisesItsBannerAndTheBackupComesOnce
-    backups.py Backups.anAgentThatHangsDelaysNoBanner
+    backups.py Backups.aHangingAgentDelaysNoBanner
     backups.py Backups.backupsFollowTheCalendar
-    backups.py Backups.withoutANotificationDaemonTheBannersComeAllTheSame
+    backups.py Backups.withoutANotificationDaemonBannersStillAppear
 """
 import ast
 import math
@@ -89,7 +89,7 @@ class BackupDesktop(Desktop):
 
 
 class Backups(unittest.TestCase):
-    def aKilledQuilletStillLeadsThroughTheLessons(self):
+    def backupsLeadThroughTheLessonsOfAKilledQuillet(self):
         with BackupDesktop() as desktop:
             # All five kinds come within about two minutes: "prepare" from the second lesson, the others from the first.
             zero = math.ceil(desktop.now()) + 12
@@ -171,7 +171,7 @@ class Backups(unittest.TestCase):
             self.assertEqual([one.title for one in desktop.notifications()], ["Quillet: 1 minute", "Quillet: join now"])
             self.assertEqual(program.quit(), 0)
 
-    def withoutANotificationDaemonTheBannersComeAllTheSame(self):
+    def withoutANotificationDaemonBannersStillAppear(self):
         with BackupDesktop(without=["notifications"]) as desktop:
             start = math.ceil(desktop.now()) + 100
             desktop.write_system_calendar(event("Zoom - Anna", start, start + 1500))
@@ -182,7 +182,7 @@ class Backups(unittest.TestCase):
             self.assertEqual(desktop.pending(), [])
             self.assertEqual(program.quit(), 0)
 
-    def aNotificationDaemonThatHangsDelaysNeitherABannerNorTheEnd(self):
+    def aHangingNotificationDaemonDelaysNeitherBannersNorQuitting(self):
         with BackupDesktop() as desktop:
             start = math.ceil(desktop.now()) + 150
             desktop.write_system_calendar(event("Zoom - Anna", start, start + 1500))
@@ -196,7 +196,7 @@ class Backups(unittest.TestCase):
             self.assertEqual(program.find("^scheduled system backup notifications "), [])
             self.assertEqual(program.quit(), 0)
 
-    def anAgentThatHangsDelaysNoBanner(self):
+    def aHangingAgentDelaysNoBanner(self):
         with BackupDesktop(calendar_service=False, movable_clock=True) as desktop:
             start = math.ceil(desktop.now()) + 3600
             desktop.write_lessons(event("Zoom - Anna", start, start + 1500))

@@ -3,11 +3,11 @@
 # SPDX-License-Identifier: MIT
 """The files of Quillet and its agent: other things in their place, and who can read them.
 
-    files_road.py Files.aDevicesNameInEveryFilesPlaceDelaysNothing
-    files_road.py Files.aFolderInEveryFilesPlaceDelaysNothing
-    files_road.py Files.aPipeInEveryFilesPlaceDelaysNothing
-    files_road.py Files.aSocketInEveryFilesPlaceDelaysNothing
-    files_road.py Files.nobodyElseCanReadAName
+    files_road.py Files.aDeviceLinkInPlaceOfEveryFileDelaysNothing
+    files_road.py Files.aFolderInPlaceOfEveryFileDelaysNothing
+    files_road.py Files.aPipeInPlaceOfEveryFileDelaysNothing
+    files_road.py Files.aSocketInPlaceOfEveryFileDelaysNothing
+    files_road.py Files.onlyTheUserCanReadStudentNames
 """
 import json
 import os
@@ -39,16 +39,16 @@ def everything_in(room):
 
 
 class Files(unittest.TestCase):
-    def aPipeInEveryFilesPlaceDelaysNothing(self):
+    def aPipeInPlaceOfEveryFileDelaysNothing(self):
         self.walk_with(os.mkfifo, stat.S_IFIFO)
 
-    def aSocketInEveryFilesPlaceDelaysNothing(self):
+    def aSocketInPlaceOfEveryFileDelaysNothing(self):
         self.walk_with(make_socket, stat.S_IFSOCK)
 
-    def aFolderInEveryFilesPlaceDelaysNothing(self):
+    def aFolderInPlaceOfEveryFileDelaysNothing(self):
         self.walk_with(os.mkdir, stat.S_IFDIR)
 
-    def aDevicesNameInEveryFilesPlaceDelaysNothing(self):
+    def aDeviceLinkInPlaceOfEveryFileDelaysNothing(self):
         # Only root can create a device; a link to one needs no privilege.
         self.walk_with(lambda path: path.symlink_to(os.devnull), stat.S_IFLNK)
 
@@ -89,7 +89,7 @@ class Files(unittest.TestCase):
             self.assertEqual(output.count("quillet-debug.log cannot be written: it is "), 1)
             self.assertEqual(program.quit(), 0)
 
-    def nobodyElseCanReadAName(self):
+    def onlyTheUserCanReadStudentNames(self):
         before = os.umask(0)
         try:
             with Desktop(calendar_service=False, movable_clock=True) as desktop:

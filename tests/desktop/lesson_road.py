@@ -9,7 +9,7 @@ Three tests, which CTest can run in parallel:
 
     lesson_road.py Road.aCalendarEventRaisesItsBanners
     lesson_road.py Road.aCalendarFileRaisesItsBannersWithoutACalendarService
-    lesson_road.py Road.bannersStandAboveAFullScreenWindowAndLeaveItTheKeyboard
+    lesson_road.py Road.bannersAppearAboveAFullScreenWindowAndLeaveItTheKeyboard
 """
 import math
 import os
@@ -98,7 +98,7 @@ class Road(unittest.TestCase):
             self.walk("calendar-file", desktop, desktop.start_quillet())
             self.assertEqual(desktop.processes("evolution-calendar-factory"), [])
 
-    def bannersStandAboveAFullScreenWindowAndLeaveItTheKeyboard(self):
+    def bannersAppearAboveAFullScreenWindowAndLeaveItTheKeyboard(self):
         with Desktop(movable_clock=True) as desktop:
             desktop.write_system_calendar(self.plan(desktop))
             opponent = desktop.popen(os.environ["QUILLET_TEST_OPPONENT"], stdout=subprocess.PIPE, text=True)

@@ -94,7 +94,7 @@ class Newcomer(unittest.TestCase):
         self.assertEqual(left_of(room), [])
         self.assertFalse(pathlib.Path(room).exists())
 
-    def aProgramThatShowsNothingFailsTheSampleDayAndIsNamed(self):
+    def theSampleDayNamesEachMissingBanner(self):
         process, room = self.start("/bin/true")
         output = process.communicate()[0]
         self.assertNotEqual(process.returncode, 0)
@@ -102,7 +102,7 @@ class Newcomer(unittest.TestCase):
             self.assertRegex(output, rf"the banner {state}, due at \d\d:\d\d:\d\d, did not appear")
         self.assertEqual(left_of(room), [])
 
-    def aBannerThatStaysFailsTheSampleDay(self):
+    def aStaleBannerFailsTheSampleDay(self):
         fake = self.folder / "quillet"
         fake.write_text(STAYING_BANNER)
         fake.chmod(0o700)
@@ -114,7 +114,7 @@ class Newcomer(unittest.TestCase):
         self.assertEqual(sorted(path.name for path in self.folder.glob("*.png")), ["1-wrapUp.png", "2-prepare.png"])
         self.assertEqual(left_of(room), [])
 
-    def interruptingEndsAllThatWasStarted(self):
+    def interruptingEndsEveryStartedProcess(self):
         process, room = self.start(str(PREFIX / "bin/quillet"))
         poll("Quillet", lambda: runs(room), 20)
         process.send_signal(signal.SIGINT)
@@ -122,7 +122,7 @@ class Newcomer(unittest.TestCase):
         self.assertEqual(left_of(room), [])
         self.assertFalse(pathlib.Path(room).exists())
 
-    def whatACutOffDesktopLeftIsEndedByTheNextRun(self):
+    def theNextRunEndsWhatAKilledDesktopLeft(self):
         process, room = self.start(str(PREFIX / "bin/quillet"))
         poll("Quillet", lambda: runs(room), 20)
         process.kill()

@@ -3,9 +3,9 @@
 # SPDX-License-Identifier: MIT
 """Lessons on a calendar server: changes arrive, and a hanging server takes no lesson away.
 
-    online_road.py Online.aServerThatHangsLeavesLessonsBannersAndBackups
-    online_road.py Online.theTeachersReloadBringsWhatChangedOnTheServer
-    online_road.py Online.wakingAndFiveMinutesBringNewsAndALastingGapIsToldOnce
+    online_road.py Online.aHangingServerLeavesLessonsBannersAndBackupsIntact
+    online_road.py Online.aManualReloadFetchesChangesFromTheServer
+    online_road.py Online.wakingAndFiveMinutesFetchChangesAndALastingGapIsReportedOnce
 """
 import math
 import os
@@ -28,7 +28,7 @@ class Online(unittest.TestCase):
                 os.kill(pid, signal.SIGKILL)
         poll("the end of the calendar service", lambda: desktop.processes("evolution-calendar-factory") == [])
 
-    def aServerThatHangsLeavesLessonsBannersAndBackups(self):
+    def aHangingServerLeavesLessonsBannersAndBackupsIntact(self):
         with BackupDesktop(movable_clock=True) as desktop, CalendarServer(desktop) as server:
             start = math.ceil(desktop.now()) + 3600
             server.put("anna", event("Zoom - Anna", start, start + 1500))
@@ -59,7 +59,7 @@ class Online(unittest.TestCase):
             program.wait_for('^calendar answers again name="Online"$', 120)
             self.assertEqual(program.quit(), 0)
 
-    def theTeachersReloadBringsWhatChangedOnTheServer(self):
+    def aManualReloadFetchesChangesFromTheServer(self):
         with BackupDesktop() as desktop, CalendarServer(desktop) as server:
             desktop.write_settings("hasCompletedWelcome=true")
             start = math.ceil(desktop.now()) + 3600
@@ -87,7 +87,7 @@ class Online(unittest.TestCase):
             poll("the end of the lesson", lambda: sorted(desktop.pending()) == sorted(identifiers(start, "Anna")), 20)
             self.assertEqual(program.quit(), 0)
 
-    def wakingAndFiveMinutesBringNewsAndALastingGapIsToldOnce(self):
+    def wakingAndFiveMinutesFetchChangesAndALastingGapIsReportedOnce(self):
         def gaps():
             return [name for name in desktop.pending() if name.startswith("quillet.calendar-gap.")]
 

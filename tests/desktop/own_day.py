@@ -36,7 +36,7 @@ class OwnDay(unittest.TestCase):
                 there = datetime.datetime.fromtimestamp(moment, zoneinfo.ZoneInfo(done.stdout.strip()))
                 self.assertEqual(there.hour, 10, there)
 
-    def onAMachineAtNightTheDesktopStandsInTheMorning(self):
+    def onAMachineAtNightItIsMorningOnTheDesktop(self):
         hour = datetime.datetime.now(datetime.timezone.utc).hour
         with self.desktop_of(TZ=f"NIGHT{hour - 23:+d}") as desktop:
             self.assertEqual(desktop.run("date", "+%H").strip(), "10")
@@ -50,7 +50,7 @@ class OwnDay(unittest.TestCase):
             (service,) = desktop.processes("xfconfd")
             self.assertIn("libfaketime", pathlib.Path(f"/proc/{service}/maps").read_text())
 
-    def skippingMovesTheTimeOfDayAndNothingElse(self):
+    def skippingMovesOnlyTheTimeOfDay(self):
         with Desktop(movable_clock=True) as desktop:
             program = subprocess.Popen(
                 ["/usr/bin/python3", "-c", "import time\nwhile input(): print(time.time(), time.monotonic(), flush=True)"],

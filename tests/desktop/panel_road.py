@@ -3,7 +3,7 @@
 # SPDX-License-Identifier: MIT
 """The bell's panel and the windows of the whole program, by mouse, keyboard and screen reader.
 
-    panel_road.py Panel.aClickOnTheBellOpensThePanelThereAndAnotherClosesIt
+    panel_road.py Panel.aClickOnTheBellOpensThePanelBelowItAndAnotherClosesIt
 """
 import os
 import pathlib
@@ -51,7 +51,7 @@ class Panel(unittest.TestCase):
 
     # --- the panel
 
-    def aClickOnTheBellOpensThePanelThereAndAnotherClosesIt(self):
+    def aClickOnTheBellOpensThePanelBelowItAndAnotherClosesIt(self):
         with Desktop() as desktop:
             program = self.start(desktop)
             bell = desktop.bell()
@@ -90,7 +90,7 @@ class Panel(unittest.TestCase):
             self.assertEqual(desktop.windows(PANEL), [panel])
             self.end(program)
 
-    def aScreenReaderGoesThroughThePanel(self):
+    def aScreenReaderCanOperateThePanel(self):
         with Desktop() as desktop:
             desktop.write_system_calendar(*four_lessons(desktop))
             program = self.start(desktop)
@@ -116,7 +116,7 @@ class Panel(unittest.TestCase):
             self.assertIn("Test Notification", program.accessible_texts())
             self.end(program)
 
-    def ctrlAndQEndsTheProgramAtOnce(self):
+    def ctrlQQuitsAtOnce(self):
         with Desktop() as desktop:
             program = self.start(desktop)
             program.open_panel()
@@ -146,7 +146,7 @@ class Panel(unittest.TestCase):
             self.assertEqual(len(program.find(NO_PANEL)), 1)
             self.end(program)
 
-    def aPanelThatGoesLaterOpensNothing(self):
+    def losingThePanelLaterOpensNothing(self):
         with Desktop() as desktop:
             program = self.start(desktop)
             program.wait_for("^status item registered")
@@ -159,7 +159,7 @@ class Panel(unittest.TestCase):
             self.assertEqual(desktop.windows(PANEL), [])
             self.end(program)
 
-    def withoutAPanelTheLoginEntrysStartOpensNothing(self):
+    def withoutAPanelAStartAtLoginOpensNothing(self):
         with Desktop(without=["panel"]) as desktop:
             program = self.start(desktop, ["--login"])
             program.wait_for(NO_PANEL, OVERDUE)

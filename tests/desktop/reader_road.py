@@ -3,7 +3,7 @@
 # SPDX-License-Identifier: MIT
 """What a screen reader learns about the whole program.
 
-    reader_road.py Reader.eachWindowTellsWhatItIs
+    reader_road.py Reader.everyWindowTellsAScreenReaderItsParts
 """
 import unittest
 
@@ -33,7 +33,7 @@ class Reader(unittest.TestCase):
     def test_list_is_empty_so_that_each_road_is_named(self):
         self.fail("name the road to walk")
 
-    def eachWindowTellsWhatItIs(self):
+    def everyWindowTellsAScreenReaderItsParts(self):
         with Desktop() as desktop:
             # The join banner of this platform stays for most of a minute.
             start = int(desktop.now()) + 58

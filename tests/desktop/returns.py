@@ -3,8 +3,8 @@
 # SPDX-License-Identifier: MIT
 """The agent restarts a Quillet that crashes while lessons remain, but not one that was told to end.
 
-    returns.py Returns.aCrashedQuilletComesBackThreeTimes
-    returns.py Returns.aQuilletThatEndsAsToldStaysAway
+    returns.py Returns.aCrashedQuilletIsRestartedThreeTimes
+    returns.py Returns.afterAnOrderlyExitQuilletIsNotRestarted
 """
 import math
 import os
@@ -28,7 +28,7 @@ def agent_log(desktop):
 
 
 class Returns(unittest.TestCase):
-    def aCrashedQuilletComesBackThreeTimes(self):
+    def aCrashedQuilletIsRestartedThreeTimes(self):
         resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
         with Desktop() as desktop:
             start = math.ceil(desktop.now()) + 78
@@ -70,7 +70,7 @@ class Returns(unittest.TestCase):
         self.assertLess(desktop.now(), died + 3)
         return found
 
-    def aQuilletThatEndsAsToldStaysAway(self):
+    def afterAnOrderlyExitQuilletIsNotRestarted(self):
         with Desktop() as desktop:
             now = math.ceil(desktop.now())
             desktop.write_system_calendar(event("Zoom - Anna", now + 3000, now + 4800))

@@ -62,7 +62,7 @@ class Roads(unittest.TestCase):
             self.assertEqual(program.wait_for_banner().state, "joinPlatform")
             self.assertEqual(program.quit(), 0)
 
-    def noWindowOfItStandsInTheTaskBar(self):
+    def noWindowAppearsInTheTaskBar(self):
         with Desktop() as desktop:
             desktop.write_system_calendar(in_join_phase(desktop)[1])
             program = desktop.start_quillet()
@@ -73,7 +73,7 @@ class Roads(unittest.TestCase):
             self.assertNotIn(str(program.process.pid), owners)
             self.assertEqual(program.quit(), 0)
 
-    def withItsLastWindowClosedItRunsOnAndKeepsItsStatusItem(self):
+    def closingTheLastWindowKeepsTheProgramAndItsStatusItem(self):
         with Desktop(movable_clock=True) as desktop:
             start, lesson = in_join_phase(desktop)
             desktop.write_system_calendar(lesson)
@@ -87,7 +87,7 @@ class Roads(unittest.TestCase):
             self.assertEqual(len(desktop.status_items()), 1)
             self.assertEqual(program.quit(), 0)
 
-    def inAWaylandSessionItTakesTheXServer(self):
+    def inAWaylandSessionItUsesTheXServer(self):
         with Desktop() as desktop:
             desktop.write_system_calendar(in_join_phase(desktop)[1])
             program = desktop.start_quillet({"WAYLAND_DISPLAY": "wayland-0", "XDG_SESSION_TYPE": "wayland",
@@ -95,7 +95,7 @@ class Roads(unittest.TestCase):
             desktop.wait_until_shown(program.wait_for_banner(), "wayland-session")
             self.assertEqual(program.quit(), 0)
 
-    def withNothingToShowItselfOnItEndsWithOneLine(self):
+    def withoutADisplayItExitsWithOneLine(self):
         with Desktop() as desktop:
             for display, compositor in [("", ""), (":7777", ""), ("", "wayland-7777"), (":7777", "wayland-7777")]:
                 program = desktop.start_quillet({"DISPLAY": display, "WAYLAND_DISPLAY": compositor})
@@ -176,13 +176,13 @@ class Roads(unittest.TestCase):
             host.terminate()
             host.wait()
 
-    def quitThroughTheBusEndsWithStatusZero(self):
+    def quittingThroughTheBusExitsWithStatusZero(self):
         with Desktop() as desktop:
             program = desktop.start_quillet()
             program.wait_for("^app started$")
             self.assertEqual(program.quit(), 0)
 
-    def aFloodOfRequestsIsTakenForFew(self):
+    def aFloodOfRequestsIsMergedIntoFew(self):
         with Desktop() as desktop:
             program = desktop.start_quillet({"XDG_CURRENT_DESKTOP": "GNOME"})
             program.wait_for("^calendar reload success ")
@@ -270,7 +270,7 @@ class Roads(unittest.TestCase):
 
     # --- trouble with files
 
-    def anUnwritableLogFolderDoesNotStopTheTeaching(self):
+    def anUnwritableLogFolderDoesNotStopTheBanners(self):
         with Desktop() as desktop:
             desktop.write_system_calendar(in_join_phase(desktop)[1])
             state = desktop.room / "blocked-state"
@@ -279,7 +279,7 @@ class Roads(unittest.TestCase):
             poll("the banner", lambda: any("Anna" in text for text in program.accessible_texts()), 15)
             self.assertEqual(program.quit(), 0)
 
-    def aGarbledSettingsFileDoesNotStopTheTeaching(self):
+    def aGarbledSettingsFileDoesNotStopTheBanners(self):
         with Desktop() as desktop:
             desktop.write_system_calendar(in_join_phase(desktop)[1])
             garbage = bytes(range(256)) * 40 + b"\n[General]\nnotificationDuration=@Variant(\0\0\0"
@@ -288,7 +288,7 @@ class Roads(unittest.TestCase):
             desktop.wait_until_shown(program.wait_for_banner(), "garbled-settings")
             self.assertEqual(program.quit(), 0)
 
-    def aReadOnlySettingsFileDoesNotStopTheTeaching(self):
+    def aReadOnlySettingsFileDoesNotStopTheBanners(self):
         with Desktop() as desktop:
             desktop.write_system_calendar(in_join_phase(desktop)[1])
             path = self.settings_file(desktop)
@@ -300,7 +300,7 @@ class Roads(unittest.TestCase):
             self.assertEqual(program.quit(), 0)
             path.parent.chmod(0o700)
 
-    def aFolderInTheSettingsFilesPlaceDoesNotStopTheTeaching(self):
+    def aFolderInPlaceOfTheSettingsFileDoesNotStopTheBanners(self):
         # Even root, who may write any file, cannot write to a folder.
         with Desktop() as desktop:
             desktop.write_system_calendar(in_join_phase(desktop)[1])
@@ -316,7 +316,7 @@ class Roads(unittest.TestCase):
 
     # --- trouble with the sound
 
-    def aSoundServerThatHangsDelaysNothing(self):
+    def aHangingSoundServerDelaysNothing(self):
         with Desktop() as desktop:
             start = math.ceil(desktop.now()) + 70
             desktop.write_system_calendar(event("Zoom - Anna", start, start + 2700))

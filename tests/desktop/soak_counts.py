@@ -3,7 +3,7 @@
 # SPDX-License-Identifier: MIT
 """What scripts/soak counts as due, missing, late and double.
 
-    soak_counts.py SoakCounts.aDayIsDueAsTheTeacherLivesIt
+    soak_counts.py SoakCounts.changeoversAndBackupsFollowTheLessons
 """
 import unittest
 
@@ -24,7 +24,7 @@ class SoakCounts(unittest.TestCase):
     def test_list_is_empty_so_that_each_count_is_named(self):
         self.fail("name the count to prove")
 
-    def aDayIsDueAsTheTeacherLivesIt(self):
+    def changeoversAndBackupsFollowTheLessons(self):
         self.assertEqual([(due.state, due.student, due.begin, due.end) for due in changeovers(DAY)], [
             ("prepare", "Anna", 760, 940), ("oneMinuteWarning", "Anna", 940, 970), ("joinPlatform", "Anna", 970, 980),
             ("startNow", "Anna", 980, 1005), ("wrapUp", "Anna", 1940, 2000),
@@ -37,7 +37,7 @@ class SoakCounts(unittest.TestCase):
     def count(self, banners, absences=()):
         return count_banners(changeovers(DAY), banners, absences, LIMIT)
 
-    def missingLateDoubleAndUnaskedBannersAreProblems(self):
+    def missingLateDoubleAndUnexpectedBannersAreProblems(self):
         dues = changeovers(DAY)
         banners = on_time(dues)
         whole = self.count(banners)
@@ -49,14 +49,14 @@ class SoakCounts(unittest.TestCase):
                          ["prepare of Anna came 2 times in 1 runs"])
         self.assertEqual(self.count([*banners, (759.9, "prepare", 1)]).problems, ["prepare at 759.9 was not due then"])
 
-    def aProgramThatWasKilledAnnouncesItsPhaseOnceMore(self):
+    def aKilledProgramAnnouncesTheRunningPhaseAgain(self):
         banners = [*on_time(changeovers(DAY)), (800.0, "prepare", 2)]
         again = self.count(banners, [Absence(790, 799)])
         self.assertEqual((again.again, again.problems), (1, []))
         twice = self.count([*banners, (805.0, "prepare", 2)], [Absence(790, 799)])
         self.assertEqual((twice.double, twice.problems), (1, ["prepare of Anna came 3 times in 2 runs"]))
 
-    def whatPassedWhileTheProgramWasAwayIsNotMissing(self):
+    def changeoversDuringAnAbsenceAreNotMissing(self):
         banners = [banner for banner in on_time(changeovers(DAY)) if banner[:2] != (2000.5, "startNow")]
         away = self.count(banners, [Absence(1995, 2006)])
         self.assertEqual((away.missed, away.problems), (1, []))
@@ -80,7 +80,7 @@ class SoakCounts(unittest.TestCase):
         self.assertEqual(count_backups(dues, [(759.0, "prepare", "Anna"), *shown[1:]], [], LIMIT).problems,
                          ["backup prepare of Anna came 1.0 s early"])
 
-    def whatAnAgentThatWasKilledLostIsNotMissing(self):
+    def backupsLostWithAKilledAgentAreNotMissing(self):
         dues = backups([ANNA])
         shown = [(moment + 0.1, *which) for which, moment in dues.items()][1:]
         lost = count_backups(dues, shown, [Absence(761, 770)], LIMIT)

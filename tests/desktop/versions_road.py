@@ -88,10 +88,10 @@ class Versions(unittest.TestCase):
             queue = (desktop.room / "state/quillet/pending-notifications").read_text(errors="replace")
             self.assertEqual([queue.count(name) for name in expected], [1] * len(expected))
 
-    def theNewVersionGoesOnWithTheOldOnesDay(self):
+    def theNewVersionContinuesTheOldOnesDay(self):
         self.walk(OLD, PREFIX)
 
-    def theOldVersionGoesOnWithTheNewOnesDay(self):
+    def theOldVersionContinuesTheNewOnesDay(self):
         self.walk(PREFIX, OLD)
 
     def deliver(self, program_prefix, agent_prefix):

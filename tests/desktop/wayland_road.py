@@ -4,7 +4,7 @@
 """The whole program in Wayland sessions. The compositors run in a window of an X display, through which they are
 photographed and receive pointer and keyboard input.
 
-    wayland_road.py Wayland.withOverlaysABannerStandsAboveAFullScreenWindow
+    wayland_road.py Wayland.withOverlaysABannerAppearsAboveAFullScreenWindow
 """
 import os
 import subprocess
@@ -105,16 +105,16 @@ class Wayland(unittest.TestCase):
 
     # --- the roads
 
-    def withOverlaysABannerStandsAboveAFullScreenWindow(self):
+    def withOverlaysABannerAppearsAboveAFullScreenWindow(self):
         self.banner_above("sway", "wayland", "^banners in the compositor's overlay layer$")
 
-    def withOverlaysABannerStandsAboveAFullScreenX11Window(self):
+    def withOverlaysABannerAppearsAboveAFullScreenX11Window(self):
         self.banner_above("sway", "xcb", "^banners in the compositor's overlay layer$")
 
-    def withoutOverlaysABannerStandsAboveAFullScreenWindow(self):
+    def withoutOverlaysABannerAppearsAboveAFullScreenWindow(self):
         self.banner_above("mutter", "wayland", "^banners through XWayland$")
 
-    def withoutOverlaysABannerStandsAboveAFullScreenX11Window(self):
+    def withoutOverlaysABannerAppearsAboveAFullScreenX11Window(self):
         self.banner_above("mutter", "xcb", "^banners through XWayland$")
 
     def withOverlaysNoXServerIsNeeded(self):

@@ -164,7 +164,7 @@ class Windows(unittest.TestCase):
         poll(f"{title} to close", lambda: not desktop.windows(title))
         self.assertFalse(program.shows(WINDOWS[title][1]))
 
-    def helpIsSearchedAndItsManualOpenedAndTheBellOutlivesTheWindows(self):
+    def helpCanBeSearchedItsManualOpensAndTheBellOutlivesTheWindows(self):
         with Desktop() as desktop:
             viewer = Viewer(desktop)
             program = desktop.start_quillet()
@@ -197,7 +197,7 @@ class Windows(unittest.TestCase):
             self.assertEqual(len(viewer.opened()), 1)
             self.assertEqual(program.quit(), 0)
 
-    def withTheManualMissingTheBellSoundsAndNothingOpens(self):
+    def withoutTheManualTheBellSoundsAndNothingOpens(self):
         with Desktop() as desktop:
             viewer = Viewer(desktop)
             prefix = desktop.room / "without-manual"
@@ -227,7 +227,7 @@ class Windows(unittest.TestCase):
 
     # --- memory
 
-    def openingAndClosingEveryWindowTenTimesGivesTheMemoryBack(self):
+    def openingAndClosingEveryWindowTenTimesFreesTheMemory(self):
         """Compares the memory with that before the first window, and with that after one round, which includes what the
         first windows load and keep by intent: fonts, the style and the toolkit's caches."""
         with Desktop() as desktop:

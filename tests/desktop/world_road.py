@@ -3,12 +3,12 @@
 # SPDX-License-Identifier: MIT
 """The running program notices changes of the machine: its clock, zone, sleep and missing parts.
 
-    world_road.py World.afterAClockThatWasSetBackInASleepLessonsBannersAndBackupsAreRight
-    world_road.py World.inAnotherZoneItStartsAnewAndTheRunningPhaseIsAnnouncedOnceMore
-    world_road.py World.automaticSleepIsHeldOffForALessonAndGivenBack
-    world_road.py World.beforeTheFirstLessonAllIsFoundReady
-    world_road.py World.withoutTheAgentOneNotificationSaysSoBeforeTheFirstLesson
-    world_road.py World.withoutASoundServerOneNotificationSaysSoBeforeTheFirstLesson
+    world_road.py World.afterAClockSetBackDuringSleepLessonsBannersAndBackupsAreRight
+    world_road.py World.aZoneChangeRestartsItAndAnnouncesTheRunningPhaseAgain
+    world_road.py World.automaticSleepIsInhibitedForALessonAndReleased
+    world_road.py World.theCheckBeforeTheFirstLessonFindsAllReady
+    world_road.py World.aMissingAgentIsReportedBeforeTheFirstLesson
+    world_road.py World.aMissingSoundServerIsReportedBeforeTheFirstLesson
 """
 import datetime
 import math
@@ -51,7 +51,7 @@ class World(unittest.TestCase):
 
     # --- the clock
 
-    def afterAClockThatWasSetBackInASleepLessonsBannersAndBackupsAreRight(self):
+    def afterAClockSetBackDuringSleepLessonsBannersAndBackupsAreRight(self):
         with BackupDesktop(movable_clock=True) as desktop:
             address = f"unix:path={desktop.room}/run/system-bus"
             daemon = desktop.popen("dbus-daemon", "--session", "--nofork", "--nopidfile", f"--address={address}")
@@ -79,7 +79,7 @@ class World(unittest.TestCase):
 
     # --- the zone
 
-    def inAnotherZoneItStartsAnewAndTheRunningPhaseIsAnnouncedOnceMore(self):
+    def aZoneChangeRestartsItAndAnnouncesTheRunningPhaseAgain(self):
         with BackupDesktop() as desktop:
             file = desktop.room / "localtime"
             here = desktop.environment["TZ"]
@@ -126,7 +126,7 @@ class World(unittest.TestCase):
 
     # --- sleep
 
-    def automaticSleepIsHeldOffForALessonAndGivenBack(self):
+    def automaticSleepIsInhibitedForALessonAndReleased(self):
         with BackupDesktop(movable_clock=True) as desktop:
             portal = desktop.popen("/usr/bin/python3", str(HERE / "sleep_portal.py"), stdout=subprocess.PIPE, text=True)
             self.assertEqual(portal.stdout.readline(), "ready\n")
@@ -156,7 +156,7 @@ class World(unittest.TestCase):
 
     # --- the look before the first lesson
 
-    def beforeTheFirstLessonAllIsFoundReady(self):
+    def theCheckBeforeTheFirstLessonFindsAllReady(self):
         with BackupDesktop(movable_clock=True) as desktop:
             start = math.ceil(desktop.now()) + 7200
             desktop.write_lessons(event("Zoom - Anna", start, start + 1500))
@@ -169,7 +169,7 @@ class World(unittest.TestCase):
             self.assertEqual(desktop.notifications(), [])
             self.assertEqual(program.quit(), 0)
 
-    def withoutTheAgentOneNotificationSaysSoBeforeTheFirstLesson(self):
+    def aMissingAgentIsReportedBeforeTheFirstLesson(self):
         with BackupDesktop() as desktop:
             (desktop.room / "services/notification-agent.service").unlink()
             desktop.call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus.ReloadConfig")
@@ -182,7 +182,7 @@ class World(unittest.TestCase):
             self.assertEqual(told.body, "Notifications are not prepared: quit Quillet and start it again.")
             self.assertEqual(program.quit(), 0)
 
-    def withoutASoundServerOneNotificationSaysSoBeforeTheFirstLesson(self):
+    def aMissingSoundServerIsReportedBeforeTheFirstLesson(self):
         with BackupDesktop(without=["sound"]) as desktop:
             start = math.ceil(desktop.now()) + 900
             desktop.write_lessons(event("Zoom - Anna", start, start + 1500))

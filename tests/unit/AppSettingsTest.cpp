@@ -124,7 +124,7 @@ private Q_SLOTS:
         QCOMPARE(store().value(u"startAtLogin"_s), QVariant(false));
     }
 
-    void whatIsLoadedIsWrittenBackAndNothingElse()
+    void onlyLoadedValuesAreWrittenBack()
     {
         TemporarySettings read;
         read.store().setValue(u"notificationPosition"_s, u"topLeft"_s);
@@ -140,7 +140,7 @@ private Q_SLOTS:
         QCOMPARE(store().allKeys().size(), 5);
     }
 
-    void lessonsWithoutOneKeyStartAnEmptyList()
+    void lessonsWithAMissingKeyLoadAsAnEmptyList()
     {
         QByteArray data = encode({sampleEntry()}).value();
         data.replace(",\"durationMinutes\":25", "").replace("\"durationMinutes\":25,", "");
@@ -187,7 +187,7 @@ private Q_SLOTS:
         QCOMPARE(settings->manualLessons().size(), std::size_t{1});
     }
 
-    void eachChangeTellsTheObserversAndIsStoredAtOnce()
+    void eachChangeNotifiesObserversAndIsStoredAtOnce()
     {
         const auto settings = make();
         const QSignalSpy duration(settings.get(), &AppSettings::notificationDurationChanged);
@@ -234,7 +234,7 @@ private Q_SLOTS:
         QCOMPARE(store().value(u"playsSound"_s).toBool(), false);
     }
 
-    void booleansThatAPersonWroteMeanWhatTheySay_data()
+    void handWrittenBooleansAreUnderstood_data()
     {
         QTest::addColumn<QString>("stored");
         QTest::addColumn<bool>("expected");
@@ -248,7 +248,7 @@ private Q_SLOTS:
         }
     }
 
-    void booleansThatAPersonWroteMeanWhatTheySay()
+    void handWrittenBooleansAreUnderstood()
     {
         QFETCH(QString, stored);
         QFETCH(bool, expected);
@@ -262,7 +262,7 @@ private Q_SLOTS:
         QCOMPARE(m_loginItem->calls.back(), expected ? Call::registered : Call::unregistered);
     }
 
-    void aWordThatIsNeitherLeavesTheDefault()
+    void anUnknownBooleanLeavesTheDefault()
     {
         writeFile("[General]\nplaysSound=perhaps\nstartAtLogin=\nhasCompletedWelcome=a,b\n");
         SettingsStore onDisk(m_temporary->path());
@@ -273,7 +273,7 @@ private Q_SLOTS:
         QCOMPARE(onDisk.value(u"playsSound"_s), QVariant(u"perhaps"_s));
     }
 
-    void aDurationThatIsNoNumberLeavesTheDefault()
+    void aNonNumericDurationLeavesTheDefault()
     {
         for (const QByteArray text : {"ten", "10 seconds", "7,5", "", "0x10", "1e999x"}) {
             writeFile("[General]\nnotificationDuration=" + text + '\n');
@@ -284,7 +284,7 @@ private Q_SLOTS:
         }
     }
 
-    void anyNumberStaysAsItIsStored()
+    void anyStoredNumberIsKept()
     {
         const auto loaded = [this](const QByteArray &text) {
             writeFile("[General]\nnotificationDuration=" + text + '\n');
@@ -300,7 +300,7 @@ private Q_SLOTS:
         QCOMPARE(loaded("1e2"), 100.0);
     }
 
-    void aLoginItemThatFailsChangesNothingElse()
+    void aFailingLoginItemChangesNothingElse()
     {
         m_loginItem->failure = Failure{u"no such folder"_s};
         const auto settings = make();
@@ -308,7 +308,7 @@ private Q_SLOTS:
         QCOMPARE(store().value(u"startAtLogin"_s).toBool(), true);
     }
 
-    void lessonDataCutAtAnyByteStartsWithAnEmptyList()
+    void lessonDataTruncatedAtAnyByteLoadsAsAnEmptyList()
     {
         const QByteArray data = encode({sampleEntry()}).value();
         for (qsizetype length = 0; length < data.size(); ++length) {
@@ -331,7 +331,7 @@ private Q_SLOTS:
         QVERIFY(settings.manualLessons().empty());
     }
 
-    void optionsAreMadeFromExactlyTheirValues()
+    void optionsAreMadeOnlyFromTheirExactValues()
     {
         QCOMPARE(notificationDurationOption(5.0), NotificationDurationOption::fiveSeconds);
         QCOMPARE(notificationDurationOption(10.0), NotificationDurationOption::tenSeconds);

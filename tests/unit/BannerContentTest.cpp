@@ -84,7 +84,7 @@ private Q_SLOTS:
         QCOMPARE(title(join, beforeStart(1)), u"20 SECONDS"_s);
     }
 
-    void theLastPartOfASecondStillCounts()
+    void theLastFractionOfASecondStillCounts()
     {
         const TeachingAction join = action(LessonState::joinPlatform);
         QCOMPARE(title(join, beforeStart(0.4)), u"20 SECONDS"_s);
@@ -100,7 +100,7 @@ private Q_SLOTS:
         QCOMPARE(informationLine(join, beforeStart(-60)), u"Lesson begins now"_s);
     }
 
-    void earlierAJoinBannerNamesThePlatform_data()
+    void moreThan30SecondsBeforeAJoinBannerNamesThePlatform_data()
     {
         QTest::addColumn<int>("platform");
         QTest::addColumn<QString>("text");
@@ -111,7 +111,7 @@ private Q_SLOTS:
         QTest::newRow("any other") << int(TeachingPlatform::onlineLesson) << u"JOIN LESSON NOW"_s;
     }
 
-    void earlierAJoinBannerNamesThePlatform()
+    void moreThan30SecondsBeforeAJoinBannerNamesThePlatform()
     {
         QFETCH(int, platform);
         QFETCH(QString, text);
@@ -121,7 +121,7 @@ private Q_SLOTS:
         QCOMPARE(title(join, beforeStart(60)), text);
     }
 
-    void aJoinTitleWithoutALessonNamesNone()
+    void aJoinTitleWithoutALessonNamesNoPlatform()
     {
         QCOMPARE(joinTitle(std::nullopt, 31), u"JOIN NOW"_s);
         QCOMPARE(joinTitle(std::nullopt, 30), u"30 SECONDS"_s);
@@ -136,7 +136,7 @@ private Q_SLOTS:
         QCOMPARE(informationLine(join, tenOClock), u"Lesson begins now"_s);
     }
 
-    void aJoinActionWithANextLessonOnlyCountsToIt()
+    void aJoinActionWithOnlyANextLessonCountsToIt()
     {
         const TeachingAction join = action(LessonState::joinPlatform, std::nullopt, lesson(u"Ben"_s));
         QCOMPARE(title(join, beforeStart(45)), u"JOIN ZOOM NOW"_s);
@@ -154,7 +154,7 @@ private Q_SLOTS:
         QCOMPARE(secondsUntilLessonStart(join, beforeStart(-1.5)), -1);
     }
 
-    void secondsUntilAStartThatIsNoUsableDateDoNotOverflow()
+    void secondsUntilAnUnusableStartDoNotOverflow()
     {
         const double infinity = std::numeric_limits<double>::infinity();
         const auto never = action(LessonState::joinPlatform, lesson(u"Anna"_s, dateSince1970(infinity)));
@@ -177,21 +177,21 @@ private Q_SLOTS:
         }
     }
 
-    void aWrapUpTellsLongTimesInMinutes()
+    void aWrapUpGivesLongTimesInMinutes()
     {
         const TeachingAction wrapUp =
             action(LessonState::wrapUp, lesson(u"Anna"_s), lesson(u"Ben"_s, tenOClock - Seconds{300 - 95}));
         QCOMPARE(informationLine(wrapUp, tenOClock), u"Starts in 2 minutes"_s);
     }
 
-    void aWrapUpTellsShortTimesInSeconds()
+    void aWrapUpGivesShortTimesInSeconds()
     {
         const TeachingAction wrapUp =
             action(LessonState::wrapUp, lesson(u"Anna"_s), lesson(u"Ben"_s, tenOClock - Seconds{300 - 60}));
         QCOMPARE(informationLine(wrapUp, tenOClock), u"Starts in 60 seconds"_s);
     }
 
-    void aWrapUpsTimeDoesNotRun()
+    void aWrapUpDoesNotCountDown()
     {
         const TeachingAction wrapUp =
             action(LessonState::wrapUp, lesson(u"Anna"_s), lesson(u"Ben"_s, tenOClock - Seconds{240}));
@@ -223,7 +223,7 @@ private Q_SLOTS:
         QCOMPARE(title(action(LessonState::wrapUp, std::nullopt), tenOClock), u"FINISH UP CURRENT LESSON"_s);
     }
 
-    void namesAreShoutedInEveryScript()
+    void namesAreCapitalisedInEveryScript()
     {
         const auto shout = [](const QString &name) {
             return title(action(LessonState::wrapUp, lesson(name)), tenOClock);
@@ -235,7 +235,7 @@ private Q_SLOTS:
         QCOMPARE(shout(u"𐐨"_s), u"FINISH UP 𐐀"_s);
     }
 
-    void aPreparation()
+    void aPreparationNamesTheNextLesson()
     {
         const TeachingAction prepare = action(LessonState::prepare);
         QCOMPARE(title(prepare, tenOClock), u"4 MIN BEFORE NEXT LESSON"_s);
@@ -250,7 +250,7 @@ private Q_SLOTS:
         QCOMPARE(informationLine(prepare, tenOClock), u"Next lesson is Student not found"_s);
     }
 
-    void aOneMinuteWarning()
+    void aOneMinuteWarningNamesTheStudent()
     {
         const TeachingAction warning = action(LessonState::oneMinuteWarning);
         QCOMPARE(title(warning, tenOClock), u"1 MINUTE BEFORE NEXT LESSON"_s);
@@ -258,7 +258,7 @@ private Q_SLOTS:
         QCOMPARE(informationLine(warning, tenOClock), u"Open your lesson and be ready to start"_s);
     }
 
-    void aStart()
+    void aStartSaysStartNow()
     {
         const TeachingAction start = action(LessonState::startNow);
         QCOMPARE(title(start, tenOClock), u"START NOW"_s);

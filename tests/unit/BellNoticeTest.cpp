@@ -25,13 +25,13 @@ private:
     }
 
 private Q_SLOTS:
-    void withTheStudentInTheTitleItTellsState()
+    void withTheStudentInTheTitleItGivesTheState()
     {
         QCOMPARE(notice(LessonState::scheduled, "09:00:00"), u"Next lesson, Zoom, 10:00"_s);
         QCOMPARE(notice(LessonState::teaching, "10:01:00"), u"In progress, Zoom, until 10:25"_s);
     }
 
-    void withTheStateInTheTitleItTellsTheStudent()
+    void withTheStateInTheTitleItNamesTheStudent()
     {
         for (const LessonState state : {LessonState::prepare, LessonState::oneMinuteWarning,
                                         LessonState::joinPlatform, LessonState::startNow}) {
@@ -42,7 +42,7 @@ private Q_SLOTS:
         }
     }
 
-    void fromTheStartOnTheTimeIsThatOfTheEnd()
+    void fromTheStartOnItGivesTheEndTime()
     {
         QCOMPARE(notice(LessonState::startNow, "09:59:59"), u"Anna, Zoom, 10:00"_s);
         QCOMPARE(notice(LessonState::startNow, "10:00:00"), u"Anna, Zoom, until 10:25"_s);

@@ -60,7 +60,7 @@ class CalendarGapNoticeTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aGapOfFiveMinutesIsToldOnceAndQuietly()
+    void aGapOfFiveMinutesIsReportedOnceAndQuietly()
     {
         Fixture f;
         f.setSilent(u"A"_s);
@@ -79,7 +79,7 @@ private Q_SLOTS:
         QCOMPARE(f.bodies().size(), 1);
     }
 
-    void whatIsToldHelpsForAQuarterOfAnHour()
+    void theNotificationExpiresAfterAQuarterOfAnHour()
     {
         Fixture f;
         f.setSilent(u"A"_s);
@@ -95,7 +95,7 @@ private Q_SLOTS:
         QVERIFY(f.logger.latestLines().last().endsWith(u"Z calendar gap told"_s));
     }
 
-    void aGapThatEndsBeforeIsNotTold()
+    void aShorterGapIsNotReported()
     {
         Fixture f;
         f.setSilent(u"A"_s);
@@ -105,7 +105,7 @@ private Q_SLOTS:
         QVERIFY(f.center.requests.empty());
     }
 
-    void theFiveMinutesAreInOneGo()
+    void theFiveMinutesMustBeUninterrupted()
     {
         Fixture f;
         f.setSilent(u"A"_s);
@@ -118,7 +118,7 @@ private Q_SLOTS:
         QCOMPARE(f.bodies().size(), 1);
     }
 
-    void aGapThatReturnsIsAnother()
+    void aRecurringGapIsReportedAgain()
     {
         Fixture f;
         f.setSilent(u"A"_s);
@@ -130,7 +130,7 @@ private Q_SLOTS:
         QCOMPARE(f.bodies().size(), 2);
     }
 
-    void calendarsThatFailTogetherAreOneNotification()
+    void calendarsThatFailTogetherShareOneNotification()
     {
         Fixture f;
         f.setSilent(u"A"_s);
@@ -144,7 +144,7 @@ private Q_SLOTS:
         QCOMPARE(f.bodies().size(), 1);
     }
 
-    void aCalendarThatIsBackDoesNotHoldUpTheOther()
+    void aRecoveredCalendarDoesNotDelayTheOther()
     {
         Fixture f;
         f.setSilent(u"A"_s);
@@ -155,7 +155,7 @@ private Q_SLOTS:
         QCOMPARE(f.bodies(), QStringList{u"No answer from the calendar “A”"_s});
     }
 
-    void aCalendarThatFailsLaterIsToldByItself()
+    void aCalendarThatFailsLaterIsReportedSeparately()
     {
         Fixture f;
         f.setSilent(u"A"_s);
@@ -167,7 +167,7 @@ private Q_SLOTS:
         QCOMPARE(f.bodies().last(), u"No answer from the calendar “B”"_s);
     }
 
-    void otherChangesOfTheCalendarsDoNotBeginItAnew()
+    void otherCalendarChangesDoNotRestartTheWait()
     {
         Fixture f;
         f.setSilent(u"A"_s);
@@ -179,7 +179,7 @@ private Q_SLOTS:
         QCOMPARE(f.bodies().size(), 1);
     }
 
-    void aClockThatIsSetMakesNoGapLonger()
+    void aClockChangeMakesNoGapLonger()
     {
         Fixture f;
         f.setSilent(u"A"_s);
@@ -188,7 +188,7 @@ private Q_SLOTS:
         QVERIFY(f.center.requests.empty());
     }
 
-    void whereNotificationsAreOffNoneIsAdded()
+    void withNotificationsOffNoneIsAdded()
     {
         Fixture f;
         f.center.authorization = false;
@@ -207,7 +207,7 @@ private Q_SLOTS:
         QVERIFY(f.logger.latestLines().last().endsWith(u"calendar gap not told error=no agent"_s));
     }
 
-    void itsEndWhileTheAgentHangsHarmsNothing()
+    void destroyingItWhileTheAgentHangsIsHarmless()
     {
         Fixture f;
         f.center.hold();

@@ -47,7 +47,7 @@ private Q_SLOTS:
         QCOMPARE(gaps.front().name, u"silent"_s);
     }
 
-    void theNoticeSaysWhichAndWhy_data()
+    void theNoticeSaysWhichCalendarsAndWhy_data()
     {
         QTest::addColumn<Condition>("condition");
         QTest::addColumn<QString>("one");
@@ -62,7 +62,7 @@ private Q_SLOTS:
                                   << u"The calendars “A” and “B” cannot be read"_s;
     }
 
-    void theNoticeSaysWhichAndWhy()
+    void theNoticeSaysWhichCalendarsAndWhy()
     {
         QFETCH(Condition, condition);
         QFETCH(QString, one);
@@ -77,7 +77,7 @@ private Q_SLOTS:
                  u"Lessons are missing from the calendars “A” and “B”"_s);
     }
 
-    void manyAreCounted()
+    void manyCalendarsAreCounted()
     {
         QCOMPARE(calendarGaps::notice({gap(u"A"_s), gap(u"B"_s), gap(u"C"_s)}),
                  u"No answer from the calendars “A”, “B” and “C”"_s);
@@ -87,7 +87,7 @@ private Q_SLOTS:
 
     void withoutGapsThereIsNoNotice() { QCOMPARE(calendarGaps::notice({}), QString()); }
 
-    void aStrangersNameIsCutAndOfOneLine()
+    void aStrangersNameIsTruncatedToOneShortLine()
     {
         QCOMPARE(calendarGaps::notice({gap(QString(1'000'000, u'x'))}),
                  u"No answer from the calendar “"_s + QString(39, u'x') + u"…”"_s);
@@ -101,7 +101,7 @@ private Q_SLOTS:
                  u"No answer from the calendar “"_s + QString(38, u'x') + u"…”"_s);
     }
 
-    void theNotificationSaysWhatSinceWhenAndWhatToDo()
+    void theNotificationSaysWhatIsMissingSinceWhenAndWhatToDo()
     {
         QCOMPARE(calendarGaps::title({gap(u"A"_s)}), u"A calendar is missing"_s);
         QCOMPARE(body({gap(u"A"_s)}),
@@ -142,7 +142,7 @@ private Q_SLOTS:
         QVERIFY(body({later, gap(u"A"_s)}).contains(u"since 09:14."_s));
     }
 
-    void aTimeOfDayThatWouldMisleadIsLeftOut()
+    void aMisleadingTimeOfDayIsLeftOut()
     {
         CalendarStatus unknown = gap(u"A"_s);
         unknown.failingSince.reset();

@@ -95,7 +95,7 @@ private Q_SLOTS:
                  u"Online Lesson|"_s + QString(48, u'a') + u"|1500"_s);
     }
 
-    void charactersAreCountedAsAPersonCountsThem()
+    void charactersAreCountedAsGraphemes()
     {
         // Each is a letter with a combining accent: two code points, one character.
         const QString accented = u"e\u0301"_s.repeated(48);
@@ -106,7 +106,7 @@ private Q_SLOTS:
                  u"Online Lesson|"_s + u"\U00020000"_s.repeated(48) + u"|1500"_s);
     }
 
-    void aMeetingIsNoBareNameButMayBeOnAPlatform()
+    void aMeetingIsALessonOnlyOnAPlatform()
     {
         QCOMPARE(described(u"Team meeting"_s), u"none"_s);
         QCOMPARE(described(u"Zoom meeting"_s), u"Zoom|meeting|1500"_s);
@@ -150,7 +150,7 @@ private Q_SLOTS:
         QCOMPARE(snapped(45), u"2700"_s);
     }
 
-    void aPlatformMayStandInTheLinkAlone()
+    void aPlatformMayBeNamedOnlyInTheLink()
     {
         CalendarLessonEvent lesson = booked(u"Tom"_s);
         lesson.url = QUrl(u"https://meet.google.com/abc-defg-hij"_s);
@@ -197,7 +197,7 @@ private Q_SLOTS:
         QCOMPARE(described(lesson), u"LingoAce|Tom|1500"_s);
     }
 
-    void theNumberOfAClassPlatformIsRemovedOnlyThere()
+    void aClassPlatformsNumberIsRemovedOnlyThere()
     {
         CalendarLessonEvent lesson = booked(u"拓课云 Anna 12"_s);
         lesson.notes = u"https://zoom.us/j/1"_s;
@@ -254,7 +254,7 @@ private Q_SLOTS:
         QCOMPARE(name(u"\U0001D400 Zoom \U00020000"_s), u"\U0001D400 \U00020000"_s);
     }
 
-    void longTitlesOfOneKindAreHandledInLinearTime()
+    void longRepetitiveTitlesAreHandledInLinearTime()
     {
         // Backtracking patterns would take minutes for each of these; the test's time limit would notice.
         constexpr int length = 300000;
@@ -272,7 +272,7 @@ private Q_SLOTS:
         QCOMPARE(described(u"  zoom   anna   de  vries "_s), u"Zoom|anna de vries|1500"_s);
     }
 
-    void eventsOfOneTitleAreReadByTheirOtherTextsToo()
+    void eventsWithTheSameTitleAreParsedByTheirOtherTextsToo()
     {
         CalendarLessonEvent onMeet = booked(u"Tom"_s);
         onMeet.url = QUrl(u"https://meet.google.com/abc"_s);
@@ -292,7 +292,7 @@ private Q_SLOTS:
                               u"Google Meet Tom"_s, u"Online Lesson Tom"_s, u"Microsoft Teams Tom"_s}));
     }
 
-    void theTextsOfAnEventWithManyOccurrencesAreReadOnce()
+    void textsOfARecurringEventAreParsedOnce()
     {
         // Parsing each occurrence would take minutes; the test's time limit would notice.
         CalendarLessonEvent often = booked(u"Zoom "_s + QString(100000, u'a'));
@@ -338,7 +338,7 @@ private Q_SLOTS:
         QCOMPARE(described(CalendarLessonEvent::fromEvent(untitled)), u"Zoom|Student|1500"_s);
     }
 
-    void theParserGetsAllThatAnEventTells()
+    void theParserGetsEveryFieldOfAnEvent()
     {
         const CalendarEvent event{.title = u"Anna"_s,
                                   .startDate = at("10:00:00"),

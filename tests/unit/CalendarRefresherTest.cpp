@@ -36,14 +36,14 @@ class CalendarRefresherTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void nothingIsAskedBeforeTheStart()
+    void noRefreshIsRequestedBeforeTheStart()
     {
         Fixture f;
         f.clock.advance(Seconds{3600});
         QCOMPARE(f.store.refreshes, 0);
     }
 
-    void itAsksAtTheStartAndEveryFiveMinutes()
+    void itRefreshesAtTheStartAndEveryFiveMinutes()
     {
         Fixture f;
         f.refresher->refresh();
@@ -59,7 +59,7 @@ private Q_SLOTS:
         QCOMPARE(f.store.lastRefresh, CalendarRefresh::wished);
     }
 
-    void itAsksAtOnceWhenTheTeacherWantsIt()
+    void itRefreshesAtOnceOnRequest()
     {
         Fixture f;
         f.refresher->refresh();
@@ -68,7 +68,7 @@ private Q_SLOTS:
         QCOMPARE(f.store.refreshes, 2);
     }
 
-    void itAsksOnWakingAndWhenTheNetworkIsBack()
+    void itRefreshesOnWakingAndWhenTheNetworkReturns()
     {
         Fixture f;
         f.refresher->refresh();
@@ -80,7 +80,7 @@ private Q_SLOTS:
         QCOMPARE(f.store.refreshes, 3);
     }
 
-    void theFiveMinutesCountFromTheLastAsking()
+    void theFiveMinutesCountFromTheLastRefresh()
     {
         Fixture f;
         f.refresher->refresh();
@@ -93,7 +93,7 @@ private Q_SLOTS:
         QCOMPARE(f.store.refreshes, 3);
     }
 
-    void aClockThatIsSetAsksForNothing()
+    void aClockChangeRefreshesNothing()
     {
         Fixture f;
         f.refresher->refresh();
@@ -106,7 +106,7 @@ private Q_SLOTS:
         QCOMPARE(f.store.refreshes, 2);
     }
 
-    void theWaitingDoesNotGrowWithTheAskings()
+    void manyRefreshesKeepOneTimer()
     {
         Fixture f;
         for (int times = 0; times < 100; ++times) {
@@ -115,7 +115,7 @@ private Q_SLOTS:
         QCOMPARE(f.clock.waitCount(), std::size_t{1});
     }
 
-    void newsLoadTheLessonsWithinASecond()
+    void newsReloadsTheLessonsWithinASecond()
     {
         Fixture f;
         f.tellNews();
@@ -125,7 +125,7 @@ private Q_SLOTS:
         QCOMPARE(f.reloads, 1);
     }
 
-    void newsOfOneSecondAreOneLoadAndNoneAreLost()
+    void newsWithinASecondIsMergedIntoOneReloadAndNoneIsLost()
     {
         Fixture f;
         for (int times = 0; times < 5; ++times) {
@@ -140,7 +140,7 @@ private Q_SLOTS:
         QCOMPARE(f.reloads, 2);
     }
 
-    void newsThatALoadBringsLeadToAnother()
+    void newsDuringAReloadCausesAnother()
     {
         Fixture f;
         int reloads = 0;
@@ -154,7 +154,7 @@ private Q_SLOTS:
         QCOMPARE(reloads, 2);
     }
 
-    void itsEndEndsTheAskingAndTheLoads()
+    void destroyingItEndsRefreshesAndReloads()
     {
         Fixture f;
         f.refresher->refresh();

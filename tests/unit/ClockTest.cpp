@@ -59,7 +59,7 @@ private Q_SLOTS:
         QVERIFY(uptime() - begin >= Seconds{0.05});
     }
 
-    void waitsOfNoUsableLengthEndAtOnce_data()
+    void unusableWaitsEndAtOnce_data()
     {
         QTest::addColumn<double>("seconds");
         QTest::newRow("zero") << 0.0;
@@ -67,7 +67,7 @@ private Q_SLOTS:
         QTest::newRow("NaN") << std::numeric_limits<double>::quiet_NaN();
     }
 
-    void waitsOfNoUsableLengthEndAtOnce()
+    void unusableWaitsEndAtOnce()
     {
         QFETCH(double, seconds);
         QCoro::waitFor(wait(Seconds{seconds}));

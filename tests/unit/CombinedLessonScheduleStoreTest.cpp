@@ -104,7 +104,7 @@ private Q_SLOTS:
         QCOMPARE(loaded(), u"Tomorrow Google Meet"_s);
     }
 
-    void withoutCalendarAccessTheManualLessonsAreThereSortedAndWithoutError()
+    void withoutCalendarAccessTheSortedManualLessonsAreReturned()
     {
         m_calendarStore.answer = std::unexpected(LessonScheduleError(CalendarAccessError::denied));
         m_settings.setManualLessons({entry(u"Ben"_s, at("11:00:00")), entry(u"Anna"_s, at("10:00:00"))});
@@ -144,7 +144,7 @@ private Q_SLOTS:
         }
     }
 
-    void lessonsThatStartTogetherKeepOneOrderThroughEveryReload()
+    void simultaneousLessonsKeepTheirOrderThroughEveryReload()
     {
         std::vector lessons{sampleLesson(u"Cleo"_s, at("10:00:00"), minutes(25)),
                             sampleLesson(u"Anna"_s, at("10:00:00"), minutes(25)),
@@ -156,7 +156,7 @@ private Q_SLOTS:
         } while (std::ranges::next_permutation(lessons, {}, &Lesson::id).found);
     }
 
-    void theFirstOfEqualsSurvives()
+    void theFirstOfEqualLessonsIsKept()
     {
         const auto unique = CombinedLessonScheduleStore::uniqueAndSorted(
             {sampleLesson(u"Anna"_s, at("10:00:00"), minutes(25), TeachingPlatform::zoom),
@@ -165,7 +165,7 @@ private Q_SLOTS:
         QCOMPARE(unique.front().platform, TeachingPlatform::zoom);
     }
 
-    void overlappingLoadsEachUseTheirOwnMoment()
+    void overlappingLoadsEachUseTheSettingsOfTheirStart()
     {
         m_calendarStore.delay = Seconds{3};
         m_settings.setManualLessons({entry(u"Anna"_s, at("10:00:00"))});

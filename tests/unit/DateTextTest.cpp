@@ -47,7 +47,7 @@ private Q_SLOTS:
         QCOMPARE(timeOfDayText(at("00:00:00"), QLocale(u"en_GB"_s)), u"00:00"_s);
     }
 
-    void noTimeOfDayHasASpaceThatIsOnNoKeyboard()
+    void noTimeOfDayHasANarrowNoBreakSpace()
     {
         for (const QLocale &locale :
              QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyTerritory)) {
@@ -55,7 +55,7 @@ private Q_SLOTS:
         }
     }
 
-    void stampsKeepTheirMilliseconds()
+    void timestampsKeepTheirMilliseconds()
     {
         for (int millisecond = 0; millisecond < 1000; ++millisecond) {
             const QString text = iso8601Text(dateSince1970(1763190000 + millisecond / 1000.0));
@@ -88,7 +88,7 @@ private Q_SLOTS:
         QCOMPARE(defaultDoubleText(0.00009), u"9e-05"_s);
     }
 
-    void whatIsNoDateHasATextAllTheSame()
+    void unusableDatesHaveAText()
     {
         QCOMPARE(descriptionText(dateSince1970(std::numeric_limits<double>::quiet_NaN())),
                  u"1970-01-01 00:00:00 +0000"_s);
@@ -97,7 +97,7 @@ private Q_SLOTS:
         QCOMPARE(toDateTime(dateSince1970(-infinity)).toMSecsSinceEpoch(), -9'000'000'000'000'000);
     }
 
-    void aDayGoesFromMidnightToMidnight()
+    void aDayLastsFromMidnightToMidnight()
     {
         const DayCalendar calendar(QTimeZone("Europe/Berlin"));
         const DateInterval day = calendar.dayInterval(in("Europe/Berlin", "2026-11-16T23:59:59"));
@@ -108,7 +108,7 @@ private Q_SLOTS:
         QCOMPARE(calendar.timeZoneIdentifier(), u"Europe/Berlin"_s);
     }
 
-    void theDaysOfAChangeOfTheClocksHave23And25Hours()
+    void daylightSavingDaysHave23And25Hours()
     {
         const DayCalendar calendar(QTimeZone("Europe/Berlin"));
         QCOMPARE(hours(calendar.dayInterval(in("Europe/Berlin", "2026-03-29T12:00:00"))), 23.0);
@@ -156,9 +156,9 @@ private Q_SLOTS:
     void aPathNamesItsZone_data()
     {
         QTest::addColumn<QString>("path");
-        QTest::newRow("the rules") << u"/usr/share/zoneinfo/Asia/Tokyo"_s;
+        QTest::newRow("the zone file") << u"/usr/share/zoneinfo/Asia/Tokyo"_s;
         QTest::newRow("with a colon") << u":/usr/share/zoneinfo/Asia/Tokyo"_s;
-        QTest::newRow("a link to them") << u"link"_s;
+        QTest::newRow("a link to it") << u"link"_s;
     }
 
     void aPathNamesItsZone()
@@ -178,7 +178,7 @@ private Q_SLOTS:
         QCOMPARE(identifier, u"Asia/Tokyo"_s);
     }
 
-    void aZoneThatIsNotKnownIsTakenForUtc()
+    void anUnknownZoneIsTreatedAsUtc()
     {
         const QByteArray before = qgetenv("TZ");
         qputenv("TZ", "Nowhere/Atlantis");
@@ -189,7 +189,7 @@ private Q_SLOTS:
         QVERIFY(!calendar.isInSameDay(at("12:00:00"), at("12:00:00") + minutes(1440)));
     }
 
-    void theSameDayIsTheCalendarsOwn()
+    void theSameDayDependsOnTheCalendarsZone()
     {
         const DayCalendar berlin(QTimeZone("Europe/Berlin"));
         const DayCalendar tokyo(QTimeZone("Asia/Tokyo"));

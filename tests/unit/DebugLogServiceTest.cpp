@@ -110,9 +110,9 @@ private Q_SLOTS:
         QCOMPARE(contents(log.logURL()).count('\n'), 2);
     }
 
-    void whatIsNoRegularFileLeavesTheLinesInMemory_data() { obstacles::addRows(); }
+    void filesThatAreNotRegularLeaveTheLinesInMemory_data() { obstacles::addRows(); }
 
-    void whatIsNoRegularFileLeavesTheLinesInMemory()
+    void filesThatAreNotRegularLeaveTheLinesInMemory()
     {
         QFETCH(obstacles::Kind, kind);
         const QTemporaryDir library;
@@ -125,7 +125,7 @@ private Q_SLOTS:
         QVERIFY(obstacle.isUntouched());
     }
 
-    void aLogThatCannotBeWrittenIsToldOfOnce()
+    void anUnwritableLogIsReportedOnce()
     {
         const QTemporaryDir library;
         const QString path = library.path() + u"/Logs/Quillet/quillet-debug.log"_s;
@@ -164,7 +164,7 @@ private Q_SLOTS:
                  QFile::Permissions());
     }
 
-    void aFolderThatCannotBeMadeLeavesTheLinesInMemory()
+    void aFolderThatCannotBeCreatedLeavesTheLinesInMemory()
     {
         // A file in the folder's place: not even root can create the folder.
         const QTemporaryDir library;
@@ -176,7 +176,7 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(log.logURL().toLocalFile()));
     }
 
-    void aFileThatWasMovedAwayIsMadeAnew()
+    void aMovedFileIsRecreated()
     {
         const QTemporaryDir library;
         DebugLogService log(library.path());
@@ -202,7 +202,7 @@ private Q_SLOTS:
         QCOMPARE(DebugLogService::userLibraryDirectory(), QDir::homePath() + u"/.local/state"_s);
     }
 
-    void observersAreToldOfEachLine()
+    void observersAreNotifiedOfEachLine()
     {
         const QTemporaryDir library;
         DebugLogService log(library.path());

@@ -88,7 +88,7 @@ class DebugReportTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theSnapshotTellsAllItsValues()
+    void theSnapshotShowsAllItsValues()
     {
         QCOMPARE(
             texts(snapshotRows(snapshot(), QLocale::c())),
@@ -103,7 +103,7 @@ private Q_SLOTS:
         QCOMPARE(snapshotRows(idle, QLocale::c())[4].title, u"None"_s);
     }
 
-    void aCalendarThatAnswersTellsWhatItGave()
+    void anAnsweringCalendarShowsItsEventsAndLastRead()
     {
         CalendarStatus status = calendar(Condition::answers);
         QCOMPARE(rowOf(status), (Row{.tone = Tone::good,
@@ -119,7 +119,7 @@ private Q_SLOTS:
         QCOMPARE(rowOf(status).detail, u"no events today · last read Sun 15 Nov 09:10"_s);
     }
 
-    void aCalendarThatWasNotReadYetWaits()
+    void anUnreadCalendarWaits()
     {
         CalendarStatus status = calendar(Condition::unread);
         status.lastRead.reset();
@@ -128,7 +128,7 @@ private Q_SLOTS:
         QCOMPARE(rowOf(status).problem, QString());
     }
 
-    void whatIsWrongWithACalendarIsToldInPlainWords_data()
+    void aCalendarsProblemIsExplainedInPlainWords_data()
     {
         QTest::addColumn<Condition>("condition");
         QTest::addColumn<bool>("isDated");
@@ -141,10 +141,10 @@ private Q_SLOTS:
         };
         row("password", Condition::awaitsPassword, false, {}, true,
             u"Waiting for its password, shows its last answer"_s);
-        row("password, missing", Condition::awaitsPassword, true, {}, false,
+        row("password, lessons missing", Condition::awaitsPassword, true, {}, false,
             u"Waiting for its password since 09:14. Its lessons are missing."_s);
         row("silent", Condition::silent, true, {}, true, u"No answer since 09:14, shows its last answer"_s);
-        row("silent, missing", Condition::silent, true, {}, false,
+        row("silent, lessons missing", Condition::silent, true, {}, false,
             u"No answer since 09:14. Its lessons are missing."_s);
         row("unopened", Condition::unopened, true, u"the server refuses."_s, false,
             u"Could not be opened since 09:14: the server refuses. Its lessons are missing."_s);
@@ -152,7 +152,7 @@ private Q_SLOTS:
             u"Left out, shows its last answer: it is no calendar"_s);
     }
 
-    void whatIsWrongWithACalendarIsToldInPlainWords()
+    void aCalendarsProblemIsExplainedInPlainWords()
     {
         QFETCH(Condition, condition);
         QFETCH(bool, isDated);
@@ -165,7 +165,7 @@ private Q_SLOTS:
         QCOMPARE(row.tone, usesLastAnswer ? Tone::warning : Tone::bad);
     }
 
-    void eachEventThatIsNoLessonHasItsReason()
+    void eachNonLessonEventHasItsReason()
     {
         CalendarEvent allDay = booked(u"Zoom - Anna"_s);
         allDay.isAllDay = true;
@@ -189,7 +189,7 @@ private Q_SLOTS:
                  (QStringList{u"09:56:00, app started"_s, u"no stamp at all"_s, QString()}));
     }
 
-    void ofVeryManyTheFirstAreShown()
+    void longListsAreTruncated()
     {
         const std::vector<CalendarEvent> events(1700, booked(u"Dentist"_s));
         const auto rows = notLessonRows(events, parser, QLocale::c());
@@ -253,7 +253,7 @@ Log
 )"_s);
     }
 
-    void aNameInAnAnnouncementOfTheLogIsCutThoughItsLessonHasGone()
+    void aLoggedNameIsCutEvenIfItsLessonIsGone()
     {
         Contents all = contents();
         all.logLines = {
@@ -264,7 +264,7 @@ Log
         QVERIFY(report.contains(u"about G."_s) && report.contains(u"Join H. now"_s));
     }
 
-    void aNameIsCutWhereAnEndlessTextEnds()
+    void aNameAtTheEndOfATruncatedTextIsCut()
     {
         Contents all = contents();
         all.calendars.front().name = u"."_s.repeated(197) + u"Anna Maria"_s;
@@ -285,7 +285,7 @@ Log
         QVERIFY(report.endsWith(u"Log\n  Nothing has been logged yet.\n"_s));
     }
 
-    void aReportOfMegabytesIsMadeQuickly()
+    void megabytesAreReportedQuickly()
     {
         Contents all = contents();
         const QString megabytes = u"Anna Maria \u202E\n"_s.repeated(200'000);

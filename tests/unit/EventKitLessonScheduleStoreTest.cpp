@@ -110,7 +110,7 @@ private Q_SLOTS:
         QVERIFY(load().value().empty());
     }
 
-    void aLessonBesideAGapIsGiven()
+    void aLessonBesideAGapIsReturned()
     {
         m_events->monitor().setCalendars({}, u"The calendar \"School\" did not answer."_s);
         m_events->answer = std::vector{timed(u"Zoom - Anna"_s, at("09:00:00"))};
@@ -136,7 +136,7 @@ private Q_SLOTS:
                  "end=2026-11-16 11:45:00 +0000 duration=2700"_s);
     }
 
-    void aNameForgesNoLine()
+    void aNameCannotForgeALogLine()
     {
         const QString name = u"Ben\x1b]0;forged\x07\u202E"_s;
         m_events->answer = std::vector{timed(u"Zoom - "_s + name, at("11:00:00"), minutes(45))};
@@ -164,7 +164,7 @@ private Q_SLOTS:
         QCOMPARE(lessons.front().startTime, at("00:00:00") - minutes(20));
     }
 
-    void theDaysOfAChangeOfTheClocksAreQueriedFromMidnightToMidnight()
+    void daylightSavingDaysAreQueriedFromMidnightToMidnight()
     {
         make("Europe/Berlin");
         const auto day = [this](const char *moment) {
@@ -196,7 +196,7 @@ private Q_SLOTS:
                  u"Calendar access is required to read today's lessons."_s);
     }
 
-    void whileNothingIsDecidedThePermissionIsAskedFor()
+    void anUndecidedPermissionIsRequested()
     {
         m_events->authorization = CalendarAuthorization::notDetermined;
         QVERIFY(load().has_value());
@@ -212,21 +212,21 @@ private Q_SLOTS:
         QVERIFY(m_events->intervals.empty());
     }
 
-    void anErrorOfTheRequestIsPassedOn()
+    void aRequestErrorIsPassedOn()
     {
         m_events->authorization = CalendarAuthorization::notDetermined;
         m_events->grant = std::unexpected(Failure{u"the calendar service does not answer"_s});
         QVERIFY(load().error() == LessonScheduleError(Failure{u"the calendar service does not answer"_s}));
     }
 
-    void anErrorOfTheQueryIsPassedOn()
+    void aQueryErrorIsPassedOn()
     {
         m_events->answer = std::unexpected(Failure{u"no calendar answers"_s});
         QVERIFY(load().error() == LessonScheduleError(Failure{u"no calendar answers"_s}));
         QVERIFY(m_logger->latestLines().isEmpty());
     }
 
-    void eachLoadAsksAfresh()
+    void eachLoadQueriesAgain()
     {
         QVERIFY(load().value().empty());
         m_events->answer = std::vector{timed(u"Zoom - Anna"_s, at("09:00:00"))};

@@ -91,7 +91,7 @@ class FirstLessonLookTest final : public QObject {
 private Q_SLOTS:
     void init() { qputenv("TZ", "UTC"); }
 
-    void allWellIsOneLineTwentyMinutesBeforeTheFirstLesson()
+    void twentyMinutesBeforeTheFirstLessonReadinessIsLoggedInOneLine()
     {
         Fixture f("09:00:00");
         f.start({lessonAt("10:00:00"), lessonAt("11:00:00")});
@@ -105,14 +105,14 @@ private Q_SLOTS:
         QVERIFY(f.told().empty());
     }
 
-    void whoStartsLaterHasItLookAtOnce()
+    void aLaterStartChecksAtOnce()
     {
         Fixture f("09:58:00");
         f.start({lessonAt("10:00:00")});
         QCOMPARE(f.said(), allReady);
     }
 
-    void withTheFirstLessonBegunItDoesNotLook()
+    void afterTheFirstLessonHasBegunItDoesNotCheck()
     {
         Fixture f("10:01:00");
         f.start({lessonAt("10:00:00"), lessonAt("11:00:00")});
@@ -120,7 +120,7 @@ private Q_SLOTS:
         QCOMPARE(f.said(), QStringList());
     }
 
-    void theNextDayItLooksAgain()
+    void theNextDayItChecksAgain()
     {
         Fixture f("09:50:00");
         f.start({lessonAt("10:00:00")});
@@ -131,7 +131,7 @@ private Q_SLOTS:
         QCOMPARE(f.said(), allReady + allReady);
     }
 
-    void whatIsMissingIsToldOnceAndQuietly_data()
+    void whatIsMissingIsReportedOnceAndQuietly_data()
     {
         using Break = void (*)(Fixture &);
         QTest::addColumn<Break>("breakIt");
@@ -147,7 +147,7 @@ private Q_SLOTS:
         row("backups", [](Fixture &f) { f.center.pendingFailure = Failure{u"no agent"_s}; });
     }
 
-    void whatIsMissingIsToldOnceAndQuietly()
+    void whatIsMissingIsReportedOnceAndQuietly()
     {
         using Break = void (*)(Fixture &);
         QFETCH(Break, breakIt);
@@ -175,7 +175,7 @@ private Q_SLOTS:
         QCOMPARE(f.told().size(), std::size_t{1});
     }
 
-    void whatComesLateIsNotTold()
+    void whatIsFixedInTimeIsNotReported()
     {
         Fixture f("09:50:00");
         f.setCalendarRead(std::nullopt);
@@ -189,7 +189,7 @@ private Q_SLOTS:
         QVERIFY(f.told().empty());
     }
 
-    void withNobodyToShowNotificationsOnlyTheLogTells()
+    void withoutNotificationsOnlyTheLogReports()
     {
         Fixture f("09:50:00");
         f.center.authorization = false;
@@ -202,7 +202,7 @@ private Q_SLOTS:
         QVERIFY(!f.center.calls.contains(u"pending"_s));
     }
 
-    void withoutTheAgentItIsToldAllTheSame()
+    void withoutTheAgentItIsReportedDirectly()
     {
         Fixture f("09:39:00");
         f.start({lessonAt("10:00:00")});
@@ -215,7 +215,7 @@ private Q_SLOTS:
                              readiness::body(Readiness{.hasBackups = false}, currentDate(), QLocale())});
     }
 
-    void aNoticeThatNobodyTakesIsLogged()
+    void anUndeliverableNoticeIsLogged()
     {
         Fixture f("09:39:00");
         f.start({lessonAt("10:00:00")});
@@ -226,7 +226,7 @@ private Q_SLOTS:
         QCOMPARE(f.said(), (QStringList{u"missing backups"_s, u"not told error=no agent"_s}));
     }
 
-    void itsEndEndsTheLook()
+    void destroyingItEndsTheCheck()
     {
         Fixture f("09:50:00");
         f.sounds.hold();

@@ -73,7 +73,7 @@ class FloatingBannerPresenterTest : public QObject {
     };
 
 private Q_SLOTS:
-    void aSecondBannerReplacesTheFirstAtOnceAndOutlivesItsTimer()
+    void aSecondBannerReplacesTheFirstAndOutlivesItsTimer()
     {
         Fixture f;
         f.presenter->present(action(LessonState::prepare));
@@ -141,7 +141,7 @@ private Q_SLOTS:
         QCOMPARE(origin({0, 25, 1440, 875}, NotificationPosition::bottomRight), (Point{392, 73}));
     }
 
-    void eachPositionHasItsPlace()
+    void eachPositionHasItsOrigin()
     {
         const Rect visible{100, 25, 1440, 875};
         QCOMPARE(origin(visible, NotificationPosition::center), (Point{320, 322.5}));
@@ -153,7 +153,7 @@ private Q_SLOTS:
         QCOMPARE(origin(visible, NotificationPosition::bottomRight), (Point{492, 73}));
     }
 
-    void inTooSmallAnAreaTheRightAndTheTopMarginWin()
+    void inASmallAreaTheRightAndTopMarginsWin()
     {
         QCOMPARE(origin({0, 0, 900, 875}, NotificationPosition::center).x, -148.0);
         QCOMPARE(origin({0, 0, 900, 875}, NotificationPosition::topLeft).x, -148.0);
@@ -161,7 +161,7 @@ private Q_SLOTS:
         QCOMPARE(origin({0, 0, 1096, 376}, NotificationPosition::center), (Point{48, 48}));
     }
 
-    void withTwoDisplaysTheOneUnderThePointerIsTaken()
+    void withTwoDisplaysTheOneUnderThePointerIsUsed()
     {
         Fixture f;
         const Screen left{.name = u"left"_s, .frame = {0, 0, 1440, 900}, .visibleFrame = {0, 0, 1440, 900}};
@@ -271,7 +271,7 @@ private Q_SLOTS:
                               "windowFrame=(245.0, 329.5, 950.0, 266.0)"_s}));
     }
 
-    void aMessageForgesNoLine()
+    void aMessageCannotForgeALogLine()
     {
         Fixture f;
         TeachingAction forged = action();
@@ -288,7 +288,7 @@ private Q_SLOTS:
         QCOMPARE(f.bannerPanels.records.back()->initialFrame, (Rect{48, 572, 1000, 280}));
     }
 
-    void whatComesAfterThePresenterIsGoneHasNoEffect()
+    void afterThePresenterIsDestroyedNothingHappens()
     {
         Fixture f;
         f.presenter->present(action());

@@ -151,7 +151,7 @@ class HelpTopicTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theTopicsStandInTheirOrder()
+    void theTopicsAreInOrder()
     {
         QCOMPARE(allHelpTopics.size(), std::size_t{9});
         for (std::size_t index = 0; index < allHelpTopics.size(); ++index) {
@@ -160,7 +160,7 @@ private Q_SLOTS:
         }
     }
 
-    void everyTextIsRightToTheCharacter()
+    void everyTextIsExact()
     {
         for (const Topic &topic : topics) {
             QCOMPARE(rawValue(topic.topic), topic.rawValue);
@@ -175,7 +175,7 @@ private Q_SLOTS:
         }
     }
 
-    void aTopicIsFoundByItsRawValueAlone()
+    void aTopicIsFoundOnlyByItsRawValue()
     {
         QSet<QString> names;
         for (const Topic &topic : topics) {
@@ -203,7 +203,7 @@ private Q_SLOTS:
                  QString());
     }
 
-    void whatIsSearchedIsTheTitleAndEveryPointJoinedWithSpaces()
+    void theSearchableTextIsTheTitleAndAllPointsJoinedWithSpaces()
     {
         QCOMPARE(
             searchableText(HelpTopic::settings),
@@ -219,16 +219,16 @@ private Q_SLOTS:
         }
     }
 
-    void anEmptySearchShowsAllTopicsInTheirOrder()
+    void anEmptySearchShowsAllTopicsInOrder()
     {
         QCOMPARE(found({}), all());
         QCOMPARE(found(u"   "_s), all());
         QCOMPARE(found(u" \t\r\n\u00A0\u2028 "_s), all());
     }
 
-    void zoomInSpacesMatchesTheQuestionsOnly() { QCOMPARE(found(u"  zoom  "_s), QStringList{u"faq"_s}); }
+    void zoomInSpacesMatchesOnlyTheQuestions() { QCOMPARE(found(u"  zoom  "_s), QStringList{u"faq"_s}); }
 
-    void lineBreaksAboutTheSearchTextDoNotCount()
+    void lineBreaksAroundTheSearchTextAreIgnored()
     {
         QCOMPARE(found(u"\n\tzoom\r\n"_s), QStringList{u"faq"_s});
     }
@@ -241,16 +241,16 @@ private Q_SLOTS:
         QCOMPARE(found(u"sETTINGS"_s), wanted);
     }
 
-    void aWordOfASectionsTitleAloneMatchesNothing()
+    void aWordOnlyInASectionTitleMatchesNothing()
     {
         QCOMPARE(found(u"Answers"_s), QStringList());
         QCOMPARE(found(u"First Launch"_s), QStringList());
         QCOMPARE(found(u"Teaching in Under Two Minutes"_s), QStringList());
     }
 
-    void whatOccursNowhereMatchesNothing() { QCOMPARE(found(u"xylophone"_s), QStringList()); }
+    void anAbsentWordMatchesNothing() { QCOMPARE(found(u"xylophone"_s), QStringList()); }
 
-    void whatIsFoundStandsInTheOrderOfTheTopics()
+    void resultsAreInTheOrderOfTheTopics()
     {
         QCOMPARE(found(u"quillet"_s), (QStringList{u"welcome"_s, u"installation"_s, u"quickStart"_s,
                                                    u"troubleshooting"_s, u"faq"_s, u"contact"_s}));
@@ -262,12 +262,12 @@ private Q_SLOTS:
         QCOMPARE(found(u"apple  calendar"_s), QStringList());
     }
 
-    void aMatchMayReachFromTheTitleIntoTheFirstPoint()
+    void aMatchMaySpanTheTitleAndTheFirstPoint()
     {
         QCOMPARE(found(u"quick start launch"_s), QStringList{u"quickStart"_s});
     }
 
-    void signsOfPatternsAreTextLikeAnyOther()
+    void patternCharactersAreLiteral()
     {
         QCOMPARE(found(u"& permissions"_s), QStringList{u"installation"_s});
         QCOMPARE(found(u".*"_s), QStringList());
@@ -290,7 +290,7 @@ private Q_SLOTS:
         QCOMPARE(found(u"QUICK START LAUNCH"_s, turkish), QStringList());
     }
 
-    void aSearchTextOfAMillionCharactersIsNoHindrance()
+    void aSearchTextOfAMillionCharactersIsHandled()
     {
         QCOMPARE(found(u"z"_s.repeated(1'000'000)), QStringList());
     }

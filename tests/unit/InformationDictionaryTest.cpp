@@ -50,14 +50,14 @@ private Q_SLOTS:
                  std::optional(QString()));
     }
 
-    void aMissingKeyIsNone() { QCOMPARE(withEntries({}).text(versionKey), std::nullopt); }
+    void aMissingKeyHasNoText() { QCOMPARE(withEntries({}).text(versionKey), std::nullopt); }
 
-    void whatIsNotATextIsNone_data()
+    void otherValuesHaveNoText_data()
     {
         QTest::addColumn<QByteArray>("value");
         QTest::newRow("a number") << QByteArray("<real>1.5</real>");
         QTest::newRow("a whole number") << QByteArray("<integer>7</integer>");
-        QTest::newRow("a truth") << QByteArray("<true/>");
+        QTest::newRow("a boolean") << QByteArray("<true/>");
         QTest::newRow("a list") << QByteArray("<array><string>1.2</string></array>");
         QTest::newRow("a dictionary")
             << QByteArray("<dict><key>CFBundleShortVersionString</key><string>1.2</string></dict>");
@@ -65,7 +65,7 @@ private Q_SLOTS:
         QTest::newRow("nothing") << QByteArray();
     }
 
-    void whatIsNotATextIsNone()
+    void otherValuesHaveNoText()
     {
         QFETCH(QByteArray, value);
         const auto dictionary = withEntries("<key>CFBundleShortVersionString</key>" + value +
@@ -74,17 +74,17 @@ private Q_SLOTS:
         QCOMPARE(dictionary.text(u"Last"_s), std::optional(u"y"_s));
     }
 
-    void whatIsGarbledHoldsNothing_data()
+    void aGarbledListIsEmpty_data()
     {
         QTest::addColumn<QByteArray>("list");
         const QByteArray good = "<plist><dict><key>CFBundleShortVersionString</key><string>1.2</string>"
                                 "</dict></plist>";
         QTest::newRow("empty") << QByteArray();
-        QTest::newRow("no list") << QByteArray("CFBundleShortVersionString=1.2\n");
-        QTest::newRow("bytes") << QByteArray("\0\xff\xfe\x01", 4);
-        QTest::newRow("cut off") << good.chopped(10);
-        QTest::newRow("cut off in a text") << good.left(good.indexOf(".2"));
-        QTest::newRow("something behind it") << good + "<";
+        QTest::newRow("not a list") << QByteArray("CFBundleShortVersionString=1.2\n");
+        QTest::newRow("binary data") << QByteArray("\0\xff\xfe\x01", 4);
+        QTest::newRow("truncated") << good.chopped(10);
+        QTest::newRow("truncated in a text") << good.left(good.indexOf(".2"));
+        QTest::newRow("trailing text") << good + "<";
         QTest::newRow("another root") << "<list>" + good + "</list>";
         QTest::newRow("no dictionary") << QByteArray("<plist><array><string>1.2</string></array></plist>");
         QTest::newRow("an element in a key")
@@ -95,17 +95,17 @@ private Q_SLOTS:
             const QByteArray below = "&a" + QByteArray::number(level - 1) + ";";
             bomb += "<!ENTITY a" + QByteArray::number(level) + " \"" + below + below + "\">";
         }
-        QTest::newRow("a bomb of entities") << bomb + "]><plist><dict><key>CFBundleShortVersionString</"
-                                                      "key><string>&a29;</string></dict></plist>";
+        QTest::newRow("an entity bomb") << bomb + "]><plist><dict><key>CFBundleShortVersionString</"
+                                                  "key><string>&a29;</string></dict></plist>";
     }
 
-    void whatIsGarbledHoldsNothing()
+    void aGarbledListIsEmpty()
     {
         QFETCH(QByteArray, list);
         QCOMPARE(read(list).text(versionKey), std::nullopt);
     }
 
-    void theLastOfTwoValuesHolds()
+    void theLastOfTwoValuesCounts()
     {
         QCOMPARE(withEntries("<key>CFBundleShortVersionString</key><string>1.1</string>"
                              "<key>CFBundleShortVersionString</key><string>1.2</string>")
@@ -113,7 +113,7 @@ private Q_SLOTS:
                  std::optional(u"1.2"_s));
     }
 
-    void theInstalledListTellsTheVersionOfTheProject()
+    void theInstalledListHasTheProjectsVersion()
     {
         QFile file(QStringLiteral(QUILLET_BUILT_RESOURCES) + u"/Info.plist"_s);
         QVERIFY(file.open(QIODevice::ReadOnly));

@@ -41,24 +41,24 @@ class LessonAnnouncementTest : public QObject {
     }
 
 private Q_SLOTS:
-    void theSameLessonWithANewIdentifierIsNotAnnouncedAnew()
+    void theSameLessonWithANewIdentifierIsNotAnnouncedAgain()
     {
         QCOMPARE(alertsAfterAChangeTo(lesson(u"Anna"_s, "10:00:00", 25)), QStringList());
     }
 
-    void anotherPlatformIsAnnouncedAnew()
+    void anotherPlatformIsAnnouncedAgain()
     {
         QCOMPARE(alertsAfterAChangeTo(lesson(u"Anna"_s, "10:00:00", 25, TeachingPlatform::googleMeet)),
                  QStringList{u"09:59:30 Join Google Meet now"_s});
     }
 
-    void anotherStudentIsAnnouncedAnew()
+    void anotherStudentIsAnnouncedAgain()
     {
         QCOMPARE(alertsAfterAChangeTo(lesson(u"Ben"_s, "10:00:00", 25)),
                  QStringList{u"09:59:30 Join Zoom now"_s});
     }
 
-    void aTestNotificationIsAboutTheFirstLessonAndThisMoment()
+    void aTestNotificationUsesTheFirstLessonAndTheCurrentTime()
     {
         ViewModelFixture f("09:30:00");
         const Lesson ben = lesson(u"Ben"_s, "10:00:00", 25, TeachingPlatform::onlineLesson);
@@ -75,7 +75,7 @@ private Q_SLOTS:
                                 .nextTransitionDate = std::nullopt}));
     }
 
-    void ofOverlappingLessonsEachIsWrappedUp()
+    void eachOverlappingLessonIsWrappedUp()
     {
         ViewModelFixture f("10:15:00");
         f.start({lesson(u"Anna"_s, "10:00:00", 25), lesson(u"Ben"_s, "10:10:00", 25),
@@ -84,7 +84,7 @@ private Q_SLOTS:
         QCOMPARE(alerts(f), (QStringList{u"10:24:00 Finish up Anna"_s, u"10:34:00 Finish up Ben"_s}));
     }
 
-    void aWrapUpThatFollowsAnotherAtOnceIsAnnounced()
+    void aWrapUpRightAfterAnotherIsAnnounced()
     {
         ViewModelFixture f("10:15:00");
         f.start({lesson(u"Anna"_s, "10:00:00", 25), lesson(u"Ben"_s, "10:10:00", 15.5)});

@@ -36,7 +36,7 @@ class LessonVerdictTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void eachRuleTellsItsReason_data()
+    void eachRuleGivesItsReason_data()
     {
         QTest::addColumn<QString>("title");
         QTest::addColumn<double>("seconds");
@@ -54,7 +54,7 @@ private Q_SLOTS:
             u"A personal word in the title: dentist"_s);
         row("inside another word", u"Gymnastics"_s, 1800, personalWord, u"gym"_s,
             u"A personal word in the title: gym"_s);
-        row("the first of two in the rule's order", u"Lunch after the doctor"_s, 1800, personalWord,
+        row("the first of two words in the rule's order", u"Lunch after the doctor"_s, 1800, personalWord,
             u"doctor"_s, u"A personal word in the title: doctor"_s);
         row("no title", u" \n"_s, 1800, untitled, {}, u"No platform named, and no title"_s);
         row("49 characters", QString(49, u'a'), 1800, longTitle, {},
@@ -71,15 +71,15 @@ private Q_SLOTS:
             u"No platform named, and the title is no name: no name has U+FEFF"_s);
         row("a direction", u"Anna\u202E"_s, 1800, unfitCharacter, u"\u202E"_s,
             u"No platform named, and the title is no name: no name has U+202E"_s);
-        row("half a character", u"Anna"_s + QChar(0xD800), 1800, unfitCharacter, u"\uFFFD"_s,
+        row("half a surrogate pair", u"Anna"_s + QChar(0xD800), 1800, unfitCharacter, u"\uFFFD"_s,
             u"No platform named, and the title is no name: no name has “\uFFFD”"_s);
         row("599 seconds", u"Anna"_s, 599, tooShort, {}, u"No platform named, and shorter than 10 minutes"_s);
         row("5401 seconds", u"Anna"_s, 5401, tooLong, {}, u"No platform named, and longer than 90 minutes"_s);
-        row("a title that is no name comes before a length", u"Anna!"_s, 9000, unfitCharacter, u"!"_s,
+        row("a bad title is reported before a bad length", u"Anna!"_s, 9000, unfitCharacter, u"!"_s,
             u"No platform named, and the title is no name: no name has “!”"_s);
     }
 
-    void eachRuleTellsItsReason()
+    void eachRuleGivesItsReason()
     {
         QFETCH(QString, title);
         QFETCH(double, seconds);
@@ -93,7 +93,7 @@ private Q_SLOTS:
         QCOMPARE(plainText(found.error()), text);
     }
 
-    void aLessonIsItsOwnVerdict()
+    void aLessonsVerdictIsTheLesson()
     {
         const LessonVerdict found = verdict(booked(u"Zoom - Anna"_s));
         QVERIFY(found.has_value());
@@ -101,7 +101,7 @@ private Q_SLOTS:
         QCOMPARE(found->duration, Seconds{1500});
     }
 
-    void aPlatformWithoutLeadTimesIsNamed()
+    void aPlatformWithoutAProfileIsNamed()
     {
         auto profiles = PlatformProfile::defaults();
         profiles.erase(TeachingPlatform::zoom);
@@ -123,7 +123,7 @@ private Q_SLOTS:
         QCOMPARE(plainText({.reason = NoLessonReason::allDay, .word = {}}), u"An all-day event"_s);
     }
 
-    void theVerdictsStandInTheOrderOfTheEvents()
+    void theVerdictsAreInTheOrderOfTheEvents()
     {
         CalendarLessonEvent later = booked(u"Zoom Late"_s);
         later.startDate += minutes(60);
@@ -138,7 +138,7 @@ private Q_SLOTS:
         QCOMPARE(parser.lessons(events).size(), std::size_t{2});
     }
 
-    void eventsOfOneTitleAreJudgedEachByItsOwnTexts()
+    void eventsWithTheSameTitleAreJudgedByTheirOwnTexts()
     {
         CalendarLessonEvent onZoom = booked(u"Team meeting"_s);
         onZoom.location = u"Zoom"_s;

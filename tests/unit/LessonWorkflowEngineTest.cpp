@@ -90,7 +90,7 @@ private Q_SLOTS:
         QCOMPARE(answer({anna()}, time.toLatin1().constData()), expected);
     }
 
-    void aTeamsLessonIsJoinedAFullMinuteEarlyWithoutAOneMinuteWarning()
+    void aTeamsLessonIsJoinedAMinuteEarlyWithoutAOneMinuteWarning()
     {
         const std::vector lessons{anna(TeachingPlatform::microsoftTeams)};
         QCOMPARE(answer(lessons, "09:58:59.999"),
@@ -124,7 +124,7 @@ private Q_SLOTS:
         }
     }
 
-    void ofTwoLessonsThatStartTogetherTheFirstPassedComesFirst()
+    void simultaneousLessonsKeepTheOrderGiven()
     {
         const auto ben = sampleLesson(u"Ben"_s, at("10:00:00"), minutes(30));
         QCOMPARE(answer({ben, anna()}, "10:10:00"), u"teaching / Teach Ben / calm / Ben / - / 10:29:00"_s);
@@ -139,7 +139,7 @@ private Q_SLOTS:
         QCOMPARE(answer({anna(), ben}, "10:10:00"), u"teaching / Teach Ben / calm / Ben / - / 10:49:00"_s);
     }
 
-    void aLessonInProgressKeepsTheNextOnesPhasesBack()
+    void aLessonInProgressHoldsBackTheNextOnesPhases()
     {
         const std::vector lessons{anna(), sampleLesson(u"Ben"_s, at("10:40:00"), minutes(30))};
         QCOMPARE(answer(lessons, "10:10:00"), u"teaching / Teach Anna / calm / Anna / Ben / 10:29:00"_s);
@@ -150,7 +150,7 @@ private Q_SLOTS:
                  u"prepare / 4 min before next lesson / attention / Ben / Ben / 10:39:00"_s);
     }
 
-    void whileTeachingTheEarliestComingMomentIsTheTransition()
+    void whileTeachingTheEarliestUpcomingMomentIsTheTransition()
     {
         // The second lesson begins during the first, so its phases come before the first one's end.
         const std::vector lessons{anna(), sampleLesson(u"Ben"_s, at("10:20:00"), minutes(30))};
@@ -217,7 +217,7 @@ private Q_SLOTS:
         QCOMPARE(answer({}, "10:00:00"), u"scheduled / No lessons remaining / calm / - / - / none"_s);
     }
 
-    void aMessagesStudentIsFoundInIt()
+    void theStudentIsFoundInAMessage()
     {
         for (const QString &name : {u"Anna"_s, u"王小明"_s, u"now now"_s, u"Anna (Zoom) now"_s}) {
             const Lesson lesson =
@@ -234,7 +234,7 @@ private Q_SLOTS:
         QVERIFY(!LessonWorkflowEngine::studentIn(u"Join now"_s));
     }
 
-    void withoutAGivenTimeTheSystemsTimeIsTaken()
+    void withoutAGivenTimeTheSystemsTimeIsUsed()
     {
         const ManualClock clock(at("09:56:00"));
         QCOMPARE(described(m_engine.action({anna()})),

@@ -47,14 +47,14 @@ class ManualLessonEntryTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void lengthsAreTakenAsEntered()
+    void lengthsAreUsedAsEntered()
     {
         QCOMPARE(sampleEntry(25).makeLesson().duration, Seconds{1500});
         QCOMPARE(sampleEntry(60).makeLesson().duration, Seconds{3600});
         QCOMPARE(sampleEntry(30).makeLesson().duration, Seconds{1800});
     }
 
-    void theLessonIsTheEntrysAtEveryReload()
+    void anEntryMakesTheSameLessonAtEveryReload()
     {
         const ManualLessonEntry entry = sampleEntry();
         const Lesson first = entry.makeLesson();
@@ -66,7 +66,7 @@ private Q_SLOTS:
         QVERIFY(first.profile == PlatformProfile::defaults().at(TeachingPlatform::microsoftTeams));
     }
 
-    void aPlatformWithoutAProfileGetsThatOfTheGenericLesson()
+    void aPlatformWithoutAProfileGetsTheGenericOne()
     {
         auto profiles = PlatformProfile::defaults();
         profiles.erase(TeachingPlatform::microsoftTeams);
@@ -107,7 +107,7 @@ private Q_SLOTS:
         QVERIFY(!encode({entry}));
     }
 
-    void oneMissingKeyRejectsTheList()
+    void aMissingKeyRejectsTheList()
     {
         QVERIFY(decodeManualLessons(stored(sampleObject())));
         for (const QString &key : sampleObject().keys()) {
@@ -117,7 +117,7 @@ private Q_SLOTS:
         }
     }
 
-    void oneWrongValueRejectsTheList()
+    void aWrongValueRejectsTheList()
     {
         const auto rejects = [](const QString &key, const QJsonValue &value) {
             QJsonObject object = sampleObject();
@@ -137,7 +137,7 @@ private Q_SLOTS:
         QVERIFY(!rejects(u"somethingElse"_s, 1));
     }
 
-    void dataCutAtAnyByteIsRejectedAsAWhole()
+    void dataTruncatedAtAnyByteIsRejected()
     {
         const QByteArray data = encode({sampleEntry(), sampleEntry(60)}).value();
         for (qsizetype length = 0; length < data.size(); ++length) {

@@ -67,14 +67,14 @@ private Q_SLOTS:
         QCOMPARE(form.startTime, now + Seconds{58}); // the form itself is unchanged
     }
 
-    void whiteSpaceAndLineBreaksAreTakenFromBothEndsOfTheName_data()
+    void whiteSpaceIsTrimmedFromBothEndsOfTheName_data()
     {
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("name");
         QTest::newRow("spaces") << u"  Anna  "_s << u"Anna"_s;
         QTest::newRow("tabs and line breaks") << u"\t\r\nAnna\n\v\f"_s << u"Anna"_s;
-        QTest::newRow("breaks of lines and paragraphs") << u"\u2028Anna\u2029\u0085"_s << u"Anna"_s;
-        QTest::newRow("spaces of other kinds") << u"\u00a0\u3000Anna\u2003\u202f"_s << u"Anna"_s;
+        QTest::newRow("line and paragraph separators") << u"\u2028Anna\u2029\u0085"_s << u"Anna"_s;
+        QTest::newRow("other kinds of space") << u"\u00a0\u3000Anna\u2003\u202f"_s << u"Anna"_s;
         QTest::newRow("within the name") << u" Anna  Maria\n B "_s << u"Anna  Maria\n B"_s;
         QTest::newRow("other control characters") << u"\u0007Anna\u001b"_s << u"\u0007Anna\u001b"_s;
         QTest::newRow("chinese") << u"\u3000王小明 "_s << u"王小明"_s;
@@ -82,7 +82,7 @@ private Q_SLOTS:
         QTest::newRow("200 characters") << u"x"_s.repeated(200) + u' ' << u"x"_s.repeated(200);
     }
 
-    void whiteSpaceAndLineBreaksAreTakenFromBothEndsOfTheName()
+    void whiteSpaceIsTrimmedFromBothEndsOfTheName()
     {
         QFETCH(QString, typed);
         QFETCH(QString, name);
@@ -91,7 +91,7 @@ private Q_SLOTS:
         QCOMPARE(form.makeEntry({})->studentName, name);
     }
 
-    void aNameOfOnlyWhiteSpaceMakesNoEntry()
+    void aBlankNameMakesNoEntry()
     {
         ManualLessonForm form = ManualLessonForm::at(now);
         for (const QString &name : {QString(), u"   "_s, u"\n"_s, u"\t \u3000\r\n\u2028"_s}) {
@@ -123,7 +123,7 @@ private Q_SLOTS:
                                        u"bubble.left.and.bubble.right.fill"_s}));
     }
 
-    void aStartIsWrittenAsTheLocaleWritesIt_data()
+    void aStartIsFormattedForTheLocale_data()
     {
         QTest::addColumn<QLocale>("locale");
         QTest::addColumn<QString>("text");
@@ -134,21 +134,21 @@ private Q_SLOTS:
         QTest::newRow("china") << QLocale(u"zh_CN"_s) << u"周六 2026/11/21 10:30"_s;
     }
 
-    void aStartIsWrittenAsTheLocaleWritesIt()
+    void aStartIsFormattedForTheLocale()
     {
         QFETCH(QLocale, locale);
         QFETCH(QString, text);
         QCOMPARE(startText(now, locale), text);
     }
 
-    void aStartIsWrittenInTheTimeZoneOfTheMachine()
+    void aStartIsShownInTheMachinesTimeZone()
     {
         const Zone zone("Asia/Shanghai");
         QCOMPARE(startText(now, QLocale::c()), u"Sat 21 Nov 2026 18:30"_s);
         QCOMPARE(startText(dateSince1970(1'795'272'180), QLocale::c()), u"Sat 21 Nov 2026 22:43"_s);
     }
 
-    void everyLocaleHasAFormatInWhichAMinuteCanBeToldAndTypedAgain()
+    void everyLocaleHasAnUnambiguousTypeableFormat()
     {
         const QDateTime moment(QDate(2026, 11, 21), QTime(22, 34));
         const auto locales =
@@ -176,7 +176,7 @@ private Q_SLOTS:
                  fromDateTime(QDateTime(QDate(2026, 11, 21), QTime(10, 30), QTimeZone::utc())));
     }
 
-    void aStartInTheHourThatIsRepeatedKeepsItsPlace()
+    void aStartInARepeatedHourStaysInItsOccurrence()
     {
         const Zone zone("Europe/Berlin");
         // 2026-10-25 02:30:20 in winter time, the second 02:30 of that night.

@@ -74,7 +74,7 @@ private Q_SLOTS:
         QCOMPARE(f.model->currentAction().state, LessonState::teaching);
     }
 
-    void withoutLessonsTheTitleIsTheProductsName()
+    void withoutLessonsTheTitleIsTheProductName()
     {
         Fixture f("09:00:00");
         f.start({});
@@ -129,7 +129,7 @@ private Q_SLOTS:
         QCOMPARE(f.logged().last(), u"test notification requested message=\"Notification system check\""_s);
     }
 
-    void aTestNotificationNamesTheFirstLessonAndTheRealOneStillComes()
+    void aTestNotificationDoesNotSuppressTheRealOne()
     {
         Fixture f("09:59:20");
         f.start({anna()});
@@ -141,7 +141,7 @@ private Q_SLOTS:
         QVERIFY(f.model->debugSnapshot().lastNotificationDescription == u"Join Zoom now"_s);
     }
 
-    void afterAFailedFirstLoadANewOneStartsEverySecond()
+    void aFailedFirstLoadIsRetriedEverySecond()
     {
         Fixture f("09:00:00");
         f.store.answer = std::unexpected(LessonScheduleError(CalendarAccessError::denied));
@@ -174,7 +174,7 @@ private Q_SLOTS:
         QCOMPARE(f.store.calls, 12);
     }
 
-    void whileALoadIsUnderWayEachTickStartsAnother()
+    void duringALoadEachTickStartsAnother()
     {
         Fixture f("09:00:00");
         f.start({anna()});
@@ -187,7 +187,7 @@ private Q_SLOTS:
         QCOMPARE(f.store.calls, 5);
     }
 
-    void aChangeoverDuringALoadComesWhenTheLoadEnds()
+    void aChangeoverDuringALoadIsAnnouncedWhenTheLoadEnds()
     {
         Fixture f("09:58:01");
         f.start({anna()});
@@ -223,7 +223,7 @@ private Q_SLOTS:
         QCOMPARE(f.store.calls, 2);
     }
 
-    void aTestNotificationLeavesTheSuppressionAsItWas()
+    void aTestNotificationKeepsTheSuppression()
     {
         Fixture f("09:57:00");
         f.start({anna()});
@@ -237,7 +237,7 @@ private Q_SLOTS:
         QCOMPARE(f.presentedMessages(), (QStringList{u"4 min before next lesson"_s, u"Join Zoom now"_s}));
     }
 
-    void aFailedReloadKeepsTheLessonsAndGoesOnFromThem()
+    void aFailedReloadKeepsTheLessonsAndTheirBanners()
     {
         Fixture f("09:55:00");
         f.start({anna()});
@@ -251,7 +251,7 @@ private Q_SLOTS:
                               u"Join Zoom now"_s, u"START NOW - 20 seconds remaining"_s}));
     }
 
-    void theWholeRoadOfALessonRaisesEachBannerOnceAndInItsSecond()
+    void aWholeLessonRaisesEachBannerOnceInItsSecond()
     {
         Fixture f("09:00:00");
         f.start({anna()});
@@ -266,7 +266,7 @@ private Q_SLOTS:
                               u"09:59:40 START NOW - 20 seconds remaining"_s, u"10:24:00 Finish up Anna"_s}));
     }
 
-    void aMovedLessonIsAnnouncedAnew()
+    void aMovedLessonIsAnnouncedAgain()
     {
         Fixture f("09:57:00");
         f.start({anna()});
@@ -343,7 +343,7 @@ private Q_SLOTS:
         QCOMPARE(snapshot.count(), 2);
     }
 
-    void theSnapshotTellsWhatIsBelieved()
+    void theSnapshotDescribesTheCurrentState()
     {
         Fixture f("09:56:55");
         f.start(
@@ -367,7 +367,7 @@ private Q_SLOTS:
         QVERIFY(f.model->debugSnapshot().nextLessonDescription == u"Ben (Online Lesson)"_s);
     }
 
-    void aTransitionInThePastCountsZeroSeconds()
+    void aTransitionInThePastIsInZeroSeconds()
     {
         Fixture f("09:55:00"); // idle, whose transition was six minutes before the start
         f.start({anna()});
@@ -391,7 +391,7 @@ private Q_SLOTS:
         QCOMPARE(f.model->debugSnapshot().countdownDescription, u"75m 0s"_s);
     }
 
-    void beforeTheStartNothingIsBelieved()
+    void beforeTheStartTheSnapshotIsEmpty()
     {
         const Fixture f("09:00:00");
         QCOMPARE(f.model->menuTitle(), u"Quillet"_s);
@@ -402,7 +402,7 @@ private Q_SLOTS:
         QCOMPARE(f.store.calls, 0);
     }
 
-    void aModelThatIsGoneIsNotTouchedByWhatStillRuns()
+    void pendingWorkDoesNotTouchADestroyedModel()
     {
         Fixture f("09:00:00");
         f.store.delay = Seconds{5};
@@ -412,7 +412,7 @@ private Q_SLOTS:
         QCOMPARE(f.store.calls, 1);
     }
 
-    void eachReloadHandsTheWholeDayToTheBackups()
+    void eachReloadSchedulesBackupsForTheWholeDay()
     {
         Fixture f("09:00:00");
         f.start({anna()});
@@ -437,7 +437,7 @@ private Q_SLOTS:
         QCOMPARE(f.center.requests.size(), std::size_t{5});
     }
 
-    void backupsThatFailAreNoErrorOfTheReload()
+    void failedBackupsDoNotFailTheReload()
     {
         Fixture f("09:57:00");
         f.center.authorization = std::unexpected(Failure{u"no bus"_s});
@@ -457,7 +457,7 @@ private Q_SLOTS:
         QCOMPARE(f.presentedMessages(), QStringList{u"4 min before next lesson"_s});
     }
 
-    void aNotificationCentreThatHangsDelaysNoBanner()
+    void aHangingNotificationCentreDelaysNoBanner()
     {
         Fixture f("09:50:17");
         f.start({anna()});
@@ -472,7 +472,7 @@ private Q_SLOTS:
         QCOMPARE(f.store.calls, 40); // reloads continue, too: one a minute
     }
 
-    void aChangeoverInTheSecondOfAReloadThatHangsComesWithTheNextTick()
+    void aChangeoverDuringAHangingReloadIsAnnouncedByTheNextTick()
     {
         Fixture f("09:50:00");
         f.start({anna()});
@@ -485,7 +485,7 @@ private Q_SLOTS:
                  (QStringList{u"09:57:01"_s, u"10:00:01"_s, u"10:00:30"_s, u"10:00:40"_s, u"10:25:01"_s}));
     }
 
-    void aNotificationCentreThatHangsAtTheStartDelaysNoBannerByMoreThanASecond()
+    void aNotificationCentreThatHangsAtTheStartDelaysBannersByAtMostASecond()
     {
         Fixture f("09:57:00");
         f.center.hold();
@@ -510,7 +510,7 @@ private Q_SLOTS:
         QCOMPARE(action.count(), 10);
     }
 
-    void aModelThatIsGoneIsNotTouchedByItsBackups()
+    void pendingBackupsDoNotTouchADestroyedModel()
     {
         Fixture f("09:57:00");
         f.center.hold();
@@ -523,7 +523,7 @@ private Q_SLOTS:
         QCOMPARE(f.store.calls, 1);
     }
 
-    void namesWithPercentSignsAreLoggedAsTheyAre()
+    void namesWithPercentSignsAreLoggedUnchanged()
     {
         Fixture f("10:24:30");
         f.start({sampleLesson(u"%1 \"Anna\" %2"_s, at("10:00:00"), minutes(25))});
@@ -531,7 +531,7 @@ private Q_SLOTS:
                  u"notification should fire state=wrapUp message=\"Finish up %1 \"Anna\" %2\""_s);
     }
 
-    void aNameForgesNoLine()
+    void aNameCannotForgeALogLine()
     {
         const QString name = u"Ben\nforged\x7f\u202B"_s;
         Fixture f("10:24:30");

@@ -54,7 +54,7 @@ class MenuCommandsTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theCommandsStandInTheirOrder()
+    void theCommandsAreInOrder()
     {
         Fixture f;
         QCOMPARE(f.texts(), (QStringList{u"- Test Notification"_s, u"Quick Start"_s, u"User Manual"_s,
@@ -64,7 +64,7 @@ private Q_SLOTS:
         QVERIFY(std::ranges::count(f.commands(), QString(), &MenuCommand::shortcut) == 6);
     }
 
-    void aCommandWhoseWindowIsNotThereIsNotThere()
+    void aCommandWithoutAWindowIsLeftOut()
     {
         Fixture f;
         f.windows = {windowNames::about()};
@@ -88,7 +88,7 @@ private Q_SLOTS:
                                                     {u"debug"_s, u"Debug Window"_s}}));
     }
 
-    void testNotificationRaisesOne()
+    void testNotificationRaisesABanner()
     {
         Fixture f;
         f.press(u"Test Notification"_s);
@@ -103,7 +103,7 @@ private Q_SLOTS:
         QCOMPARE(f.quits, 1);
     }
 
-    void quickStartOpensSetupAlsoAfterItWasCompleted()
+    void quickStartReopensACompletedSetup()
     {
         Fixture f;
         f.settings.setHasCompletedWelcome(true);
@@ -128,7 +128,7 @@ private Q_SLOTS:
         QCOMPARE(f.openedBeside.size(), std::size_t{2});
     }
 
-    void aSetupWindowThatIsNotThereIsNotOpened()
+    void aMissingSetupWindowIsNotOpened()
     {
         Fixture f;
         f.windows.clear();
@@ -137,7 +137,7 @@ private Q_SLOTS:
         QVERIFY(f.openedBeside.empty());
     }
 
-    void appearingLoadsTheLessonsAnew()
+    void appearingReloadsTheLessons()
     {
         Fixture f;
         f.store.answer = std::vector{sampleLesson(u"Anna"_s, at("10:00:00"), minutes(25))};
@@ -147,7 +147,7 @@ private Q_SLOTS:
         QCOMPARE(f.model->lessons().size(), std::size_t{1});
     }
 
-    void aFloodOfAppearancesLoadsTheLessonsOnce()
+    void aFloodOfAppearancesReloadsTheLessonsOnce()
     {
         Fixture f;
         f.store.answer = std::vector{sampleLesson(u"Anna"_s, at("10:00:00"), minutes(25))};
@@ -165,7 +165,7 @@ private Q_SLOTS:
         QCOMPARE(f.store.calls, 3);
     }
 
-    void aModelThatGoesBeforeItsNextTurnOpensNothing()
+    void aModelDestroyedBeforeTheNextTurnOpensNothing()
     {
         Fixture f;
         openSetupUnlessCompleted(*f.model, f.actions);

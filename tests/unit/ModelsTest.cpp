@@ -24,7 +24,7 @@ private Q_SLOTS:
         QVERIFY(!lesson.isInProgress(at("10:30:00")));
     }
 
-    void aLessonIsUpcomingOnlyStrictlyBeforeItsStart()
+    void aLessonIsUpcomingOnlyBeforeItsStart()
     {
         const Lesson lesson = sampleLesson(u"Anna"_s, at("10:00:00"), minutes(30));
         QVERIFY(lesson.isUpcoming(at("09:59:59.999")));
@@ -72,7 +72,7 @@ private Q_SLOTS:
         QVERIFY(precedes(ben, sampleLesson(u"Anna"_s, start + Seconds{0.5}, minutes(30))));
     }
 
-    void aStateIsMadeFromItsExactNameOnly()
+    void aStateIsMadeOnlyFromItsExactName()
     {
         QCOMPARE(lessonState(u"oneMinuteWarning"_s), LessonState::oneMinuteWarning);
         QVERIFY(!lessonState(u"OneMinuteWarning"_s));
@@ -92,7 +92,7 @@ private Q_SLOTS:
         QCOMPARE(found, names);
     }
 
-    void microsoftTeamsIsCodedByItsNameAndDecodesBack()
+    void microsoftTeamsIsEncodedByNameAndDecodesBack()
     {
         QCOMPARE(encode(TeachingPlatform::microsoftTeams), QJsonValue(u"Microsoft Teams"_s));
         QCOMPARE(decodeTeachingPlatform(u"Microsoft Teams"_s).value(), TeachingPlatform::microsoftTeams);
@@ -115,7 +115,7 @@ private Q_SLOTS:
                                      u"Google Meet"_s}));
     }
 
-    void theDefaultProfilesAreOneForEachPlatformAndTheSameInOneRun()
+    void eachPlatformHasOneStableDefaultProfile()
     {
         const auto first = PlatformProfile::defaults();
         const auto second = PlatformProfile::defaults();
@@ -142,7 +142,7 @@ private Q_SLOTS:
         QCOMPARE(action.effectiveDate, at("09:00:00"));
     }
 
-    void idleNamesTheNextLessonAndTurnsSixMinutesBeforeIt()
+    void idleNamesTheNextLessonAndChangesSixMinutesBeforeIt()
     {
         const Lesson anna = sampleLesson(u"Anna"_s, at("10:00:00"), minutes(30));
         const auto action = TeachingAction::idle(at("09:00:00"), anna);
@@ -152,7 +152,7 @@ private Q_SLOTS:
         QVERIFY(action.nextTransitionDate == at("09:54:00"));
     }
 
-    void theIdleTransitionMayLieInThePast()
+    void theIdleTransitionMayBeInThePast()
     {
         const Lesson anna = sampleLesson(u"Anna"_s, at("10:00:00"), minutes(30));
         const auto action = TeachingAction::idle(at("09:55:00"), anna);
@@ -160,7 +160,7 @@ private Q_SLOTS:
         QVERIFY(*action.nextTransitionDate < action.effectiveDate);
     }
 
-    void idleActionsOfTwoMomentsAreNotEqual()
+    void idleActionsOfDifferentTimesAreNotEqual()
     {
         const Lesson anna = sampleLesson(u"Anna"_s, at("10:00:00"), minutes(30));
         const auto action = TeachingAction::idle(at("09:00:00"), anna);

@@ -13,7 +13,7 @@ class NameInitialsTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initialsAreTheFirstCharactersOfTheWords()
+    void initialsAreTheFirstCharactersOfWords()
     {
         QCOMPARE(initials(u"Anna"_s), u"A."_s);
         QCOMPARE(initials(u" Anna  Maria\tSmith"_s), u"A. M. S."_s);
@@ -26,7 +26,7 @@ private Q_SLOTS:
         QCOMPARE(initials(QString()), u"…"_s);
     }
 
-    void knownNamesAreCutWhereverTheyStand_data()
+    void knownNamesAreCutEverywhere_data()
     {
         QTest::addColumn<QStringList>("names");
         QTest::addColumn<QString>("text");
@@ -44,18 +44,17 @@ private Q_SLOTS:
         row("not part of a word", {u"Al"_s, u"Ann"_s, u"Ende"_s}, u"calendar annual calendars Al-Ann"_s,
             u"calendar annual calendars A.-A."_s);
         row("not before an accent", {u"Ann"_s}, u"Ann\u0301"_s, u"An\u0144"_s);
-        row("beside digits and strokes", {u"Anna"_s}, u"anna12 x_anna_1"_s, u"A.12 x_A._1"_s);
+        row("beside digits and underscores", {u"Anna"_s}, u"anna12 x_anna_1"_s, u"A.12 x_A._1"_s);
         row("Chinese", {u"王小明"_s}, u"与王小明上课"_s, u"与王.上课"_s);
         row("Latin amid Chinese", {u"Anna"_s}, u"和Anna上课"_s, u"和A.上课"_s);
         row("Arabic", {u"محمد"_s}, u"مع ومحمد"_s, u"مع وم."_s);
         row("Cyrillic", {u"Мария"_s}, u"МАРИЯ!"_s, u"М.!"_s);
         row("composed and not", {u"\u00C9mile"_s}, u"E\u0301mile"_s, u"\u00C9."_s);
-        row("what is no name", {u"Student"_s, u""_s, u"A"_s}, u"a student=x Student"_s,
-            u"a student=x Student"_s);
-        row("signs of a pattern", {u"A.* (x)"_s}, u"A.* (x) Axx"_s, u"A. x. Axx"_s);
+        row("not a name", {u"Student"_s, u""_s, u"A"_s}, u"a student=x Student"_s, u"a student=x Student"_s);
+        row("pattern characters", {u"A.* (x)"_s}, u"A.* (x) Axx"_s, u"A. x. Axx"_s);
     }
 
-    void knownNamesAreCutWhereverTheyStand()
+    void knownNamesAreCutEverywhere()
     {
         QFETCH(QStringList, names);
         QFETCH(QString, text);
@@ -63,7 +62,7 @@ private Q_SLOTS:
         QCOMPARE(NameInitials(names).applied(text), cut);
     }
 
-    void theFieldsOfTheLogAreCutThoughNobodyKnowsTheName_data()
+    void logFieldsAreCutEvenForUnknownNames_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("cut");
@@ -71,15 +70,15 @@ private Q_SLOTS:
                                  << u"calendar lesson student=\"B. O.\" platform=\"Zoom\" start=1"_s;
         QTest::newRow("title") << u"left out title=\"Ben & Cem\" reason=\"too long\""_s
                                << u"left out title=\"B. C.\" reason=\"too long\""_s;
-        QTest::newRow("quotation marks in it") << u"student=\"Ben \"Big\" Ox\" platform=\"Zoom\""_s
-                                               << u"student=\"B. B. O.\" platform=\"Zoom\""_s;
+        QTest::newRow("with quotation marks") << u"student=\"Ben \"Big\" Ox\" platform=\"Zoom\""_s
+                                              << u"student=\"B. B. O.\" platform=\"Zoom\""_s;
         QTest::newRow("no end") << u"title=\"Ben Ox"_s << u"title=\"B. O."_s;
         QTest::newRow("line breaks") << u"student=\"Ben\nOx\" platform=\"Zoom\""_s
                                      << u"student=\"B. O.\" platform=\"Zoom\""_s;
         QTest::newRow("no field") << u"subtitle=\"Ben\" student=Ben"_s << u"subtitle=\"Ben\" student=Ben"_s;
     }
 
-    void theFieldsOfTheLogAreCutThoughNobodyKnowsTheName()
+    void logFieldsAreCutEvenForUnknownNames()
     {
         QFETCH(QString, text);
         QFETCH(QString, cut);
@@ -106,13 +105,13 @@ private Q_SLOTS:
         QCOMPARE(NameInitials({}).applied(text), cut);
     }
 
-    void whatTurnsOrBreaksALineIsGone()
+    void directionMarksAndLineBreaksAreRemoved()
     {
         QCOMPARE(NameInitials({u"An\u202Ena\nX"_s}).applied(u"\u2066An\u202Ena\tX\r\n\u0007 end\u2069"_s),
                  u"A. X. end"_s);
     }
 
-    void aNameIsCutAlsoWhereALongTextEnds()
+    void aNameAtTheEndOfATruncatedTextIsCut()
     {
         const QString name = u"Annabella Christina"_s;
         const NameInitials names({name});
@@ -123,7 +122,7 @@ private Q_SLOTS:
         }
     }
 
-    void megabytesCostLittle()
+    void megabytesAreHandledQuickly()
     {
         // Reading these to the end would take minutes; the test's time limit would notice.
         const QString megabyte = u"Anna "_s.repeated(1'000'000);
@@ -140,7 +139,7 @@ private Q_SLOTS:
         QVERIFY(initials(megabyte).size() < 1000);
     }
 
-    void ofANameBeyondAllLengthNothingStays()
+    void anEndlessNameIsRemovedCompletely()
     {
         const QString endless = u"Ann Bell "_s.repeated(60);
         QCOMPARE(

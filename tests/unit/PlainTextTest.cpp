@@ -13,14 +13,14 @@ class PlainTextTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void anOrdinaryTextStaysAsItIs()
+    void ordinaryTextIsUnchanged()
     {
         for (const QString &text : {QString(), u"Anna  Ö 王 😀"_s, u"محمد"_s, u"a\u200Bb\u200Ec\u00A0d"_s}) {
             QCOMPARE(plainText(text), text);
         }
     }
 
-    void controlCharactersAndLineEndsAreSpaces()
+    void controlCharactersAndLineEndsBecomeSpaces()
     {
         for (char16_t c = 0; c < 0x100; ++c) {
             const bool isControlCharacter = c < 0x20 || (c >= 0x7F && c < 0xA0);
@@ -31,7 +31,7 @@ private Q_SLOTS:
         QCOMPARE(plainText(u"\x1b[31mAnna\x1b]0;title\x07"_s), u" [31mAnna ]0;title "_s);
     }
 
-    void whatTurnsTheDirectionIsLeftOut()
+    void directionMarksAreRemoved()
     {
         QCOMPARE(plainText(u"a\u202Ab\u202Bc\u202Cd\u202De\u202Ef"_s), u"abcdef"_s);
         QCOMPARE(plainText(u"\u2066a\u2067b\u2068c\u2069"_s), u"abc"_s);

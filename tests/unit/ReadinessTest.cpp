@@ -46,7 +46,7 @@ class ReadinessTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theLookIsDueFromTwentyMinutesBeforeTheFirstLessonUntilItBegins_data()
+    void theCheckIsDueInTheTwentyMinutesBeforeTheFirstLesson_data()
     {
         QTest::addColumn<Date>("now");
         QTest::addColumn<bool>("isDue");
@@ -57,7 +57,7 @@ private Q_SLOTS:
         QTest::newRow("before the second lesson") << at("11:50:00") << false;
     }
 
-    void theLookIsDueFromTwentyMinutesBeforeTheFirstLessonUntilItBegins()
+    void theCheckIsDueInTheTwentyMinutesBeforeTheFirstLesson()
     {
         QFETCH(Date, now);
         QFETCH(bool, isDue);
@@ -66,9 +66,9 @@ private Q_SLOTS:
         QCOMPARE(readiness::dueLook(lessons, now), isDue ? std::optional(at("10:00:00")) : std::nullopt);
     }
 
-    void aDayWithoutLessonsNeedsNoLook() { QVERIFY(!readiness::dueLook({}, at("09:50:00"))); }
+    void aDayWithoutLessonsNeedsNoCheck() { QVERIFY(!readiness::dueLook({}, at("09:50:00"))); }
 
-    void aCalendarHasAnsweredWhenItWasReadOnThatDay_data()
+    void aCalendarCountsAsAnsweredIfItWasReadThatDay_data()
     {
         QTest::addColumn<CalendarStatus>("status");
         QTest::addColumn<bool>("isUnanswered");
@@ -78,17 +78,17 @@ private Q_SLOTS:
         QTest::newRow("yesterday") << calendar(at("00:00:00") - Seconds{1}, Condition::silent) << true;
         QTest::newRow("never") << calendar(std::nullopt, Condition::unread) << true;
         QTest::newRow("without a password") << calendar(std::nullopt, Condition::awaitsPassword) << true;
-        QTest::newRow("no calendar at all") << calendar(std::nullopt, Condition::leftOut) << false;
+        QTest::newRow("not a calendar") << calendar(std::nullopt, Condition::leftOut) << false;
     }
 
-    void aCalendarHasAnsweredWhenItWasReadOnThatDay()
+    void aCalendarCountsAsAnsweredIfItWasReadThatDay()
     {
         QFETCH(CalendarStatus, status);
         const auto found = readiness::unanswered({status}, at("09:40:00"), DayCalendar(QTimeZone::utc()));
         QTEST(found.size() == 1, "isUnanswered");
     }
 
-    void everyBackupToComeMustBePending()
+    void everyFutureBackupMustBePending()
     {
         const std::vector lessons{lessonAt("10:00:00"), lessonAt("11:00:00", u"Ben"_s)};
         const QStringList all = backupsOf(lessons[0]) + backupsOf(lessons[1]);
@@ -102,7 +102,7 @@ private Q_SLOTS:
         }
     }
 
-    void backupsThatAreDueOrOverAreNotMissed()
+    void dueAndPastBackupsAreNotMissed()
     {
         const Lesson lesson = lessonAt("10:00:00");
         QVERIFY(readiness::hasBackups({lesson}, {}, u"own."_s, at("10:25:00")));
@@ -112,7 +112,7 @@ private Q_SLOTS:
         QVERIFY(readiness::hasBackups({lesson}, rest, u"own."_s, at("09:55:00")));
     }
 
-    void aNameThatTheAgentHasCutIsNotMissed()
+    void aNameCutByTheAgentIsNotMissed()
     {
         const Lesson lesson = lessonAt("10:00:00", QString(1000, u'x'));
         QStringList pending = backupsOf(lesson);
@@ -122,7 +122,7 @@ private Q_SLOTS:
         QVERIFY(readiness::hasBackups({lesson}, pending, u"own."_s, at("09:40:00")));
     }
 
-    void eachProblemIsNamedWithWhatToDo_data()
+    void eachProblemIsNamedWithItsRemedy_data()
     {
         QTest::addColumn<Readiness>("found");
         QTest::addColumn<QString>("problems");
@@ -146,7 +146,7 @@ private Q_SLOTS:
                                 u"prepared: quit Quillet and start it again."_s;
     }
 
-    void eachProblemIsNamedWithWhatToDo()
+    void eachProblemIsNamedWithItsRemedy()
     {
         QFETCH(Readiness, found);
         QTEST(readiness::problems(found), "problems");

@@ -35,7 +35,7 @@ private Q_SLOTS:
         m_bytes = QFile::encodeName(m_path);
     }
 
-    void whatIsWrittenIsReadAgain()
+    void writtenBytesReadBackEqual()
     {
         QVERIFY(replaceRegularFile(m_bytes, "one"));
         QCOMPARE(readRegularFile(m_bytes, 3).value(), QByteArray("one"));
@@ -51,10 +51,10 @@ private Q_SLOTS:
         QVERIFY(QDir(m_folder->path()).isEmpty());
     }
 
-    void whatIsNoRegularFileIsLeftAlone_data() { obstacles::addRows(); }
+    void filesThatAreNotRegularAreLeftAlone_data() { obstacles::addRows(); }
 
     // None of these calls may block; the test's time limit would notice.
-    void whatIsNoRegularFileIsLeftAlone()
+    void filesThatAreNotRegularAreLeftAlone()
     {
         QFETCH(obstacles::Kind, kind);
         const auto obstacle = obstacles::put(kind, m_path);
@@ -70,13 +70,13 @@ private Q_SLOTS:
         QVERIFY(obstacle.isUntouched());
     }
 
-    void anOrdinaryFileOfSomebodyElsesIsRead()
+    void anotherUsersRegularFileIsRead()
     {
         // Belongs to root, whoever runs the test.
         QVERIFY(readRegularFile("/etc/passwd", 1'000'000));
     }
 
-    void aLinkToAFileOfOnesOwnIsKept()
+    void aLinkToTheUsersOwnFileStaysALink()
     {
         const QString real = m_folder->filePath(u"repository/settings"_s);
         QVERIFY(QDir().mkpath(QFileInfo(real).path()));
@@ -94,13 +94,13 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(real));
     }
 
-    void aCalendarMayBeALinkToSomebodyElsesFile()
+    void aCalendarMayBeALinkToAnotherUsersFile()
     {
         const auto obstacle = obstacles::put(obstacles::Kind::linkToForeignFile, m_path);
         QVERIFY(readRegularFile(m_bytes, 1'000'000, LinkTo::anyFile));
     }
 
-    void nobodyElseCanReadWhatIsWritten()
+    void onlyTheUserCanReadWrittenFiles()
     {
         const mode_t before = ::umask(0);
         QVERIFY(makePrivateFolder(m_bytes + "/a/b"));
@@ -113,7 +113,7 @@ private Q_SLOTS:
         QCOMPARE(mode("/a/b/appended"), mode_t{0600});
     }
 
-    void whatWasReadableForOthersIsNotAnyMore()
+    void readableFilesBecomePrivate()
     {
         QVERIFY(makePrivateFolder(m_bytes));
         for (const char *name : {"/one", "/two"}) {
@@ -132,7 +132,7 @@ private Q_SLOTS:
         QCOMPARE(mode(""), mode_t{0700});
     }
 
-    void aFileOfSomebodyElsesIsNotAddedTo()
+    void anotherUsersFileIsNotAppendedTo()
     {
         if (::geteuid() != 0) {
             QCOMPARE(makePrivateFolder("/usr").error().kind, Kind::unusable);
@@ -146,7 +146,7 @@ private Q_SLOTS:
         QCOMPARE(makePrivateFolder(m_bytes).error().kind, Kind::unusable);
     }
 
-    void whatAnInterruptedCallLeftIsReplaced()
+    void leftoversOfAnInterruptedCallAreReplaced()
     {
         QVERIFY(replaceRegularFile(m_bytes + ".new", "half"));
         QVERIFY(replaceRegularFile(m_bytes, "whole"));

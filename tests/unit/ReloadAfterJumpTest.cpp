@@ -65,7 +65,7 @@ class ReloadAfterJumpTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void withoutItAClockSetBackStopsTheLoads()
+    void withoutItAClockSetBackStopsReloads()
     {
         Fixture f("16:00:00");
         f.reloads.reset();
@@ -95,7 +95,7 @@ private Q_SLOTS:
         QCOMPARE(f.pending(), 0);
     }
 
-    void stepsThatWereOverByTheWrongTimeArePendingAgain()
+    void stepsPastOnlyByTheWrongTimeArePendingAgain()
     {
         // The lesson is in progress by the wrong time and still to come by the right one; the lessons stay
         // the same.
@@ -108,7 +108,7 @@ private Q_SLOTS:
         QCOMPARE(f.announced(), allPhases());
     }
 
-    void aRunThatTheJumpOvertookIsNotTakenForOneByTheRightTime()
+    void aRunOvertakenByTheJumpIsRepeated()
     {
         Fixture f("16:05:00");
         f.center.hold();
@@ -126,7 +126,7 @@ private Q_SLOTS:
         QCOMPARE(f.pending(), 5);
     }
 
-    void wakingAndANetworkThatIsBackLoadOnce()
+    void wakingAndAReturningNetworkReloadOnce()
     {
         Fixture f("09:00:00");
         f.start({});
@@ -140,7 +140,7 @@ private Q_SLOTS:
         QCOMPARE(f.store.calls, 3);
     }
 
-    void anotherZoneLoadsNothing()
+    void anotherZoneReloadsNothing()
     {
         Fixture f("09:00:00");
         f.start({});
@@ -149,7 +149,7 @@ private Q_SLOTS:
         QCOMPARE(f.store.calls, 1);
     }
 
-    void aLoadThatFailsIsTriedAgainEachSecondUntilOneSucceeds()
+    void aFailedLoadIsRetriedEachSecondUntilOneSucceeds()
     {
         Fixture f("16:00:00");
         f.start({});
@@ -166,7 +166,7 @@ private Q_SLOTS:
         QCOMPARE(f.store.calls, 13);
     }
 
-    void aJumpBeforeTheFirstLoadHasSucceededIsCaughtUpWith()
+    void aJumpBeforeTheFirstSuccessfulLoadIsHandled()
     {
         Fixture f("16:00:00");
         f.store.answer = std::unexpected(CalendarAccessError::denied);
@@ -198,7 +198,7 @@ private Q_SLOTS:
         QCOMPARE(f.model->lessons().size(), std::size_t{1});
     }
 
-    void jumpsInARowTryAgainOnceASecondAllTheSame()
+    void severalJumpsShareOneRetryPerSecond()
     {
         Fixture f("09:00:00");
         f.start({});
@@ -211,7 +211,7 @@ private Q_SLOTS:
         QCOMPARE(f.store.calls, 16);
     }
 
-    void aNotificationServiceThatHangsKeepsNoLoadBack()
+    void aHangingNotificationServiceDelaysNoLoad()
     {
         Fixture f("16:00:00");
         f.start({});
@@ -223,7 +223,7 @@ private Q_SLOTS:
         QCOMPARE(f.announced(), QStringList{u"prepare"_s});
     }
 
-    void itsEndEndsTheTrying()
+    void destroyingItEndsTheRetries()
     {
         Fixture f("16:00:00");
         f.start({});

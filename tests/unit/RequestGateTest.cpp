@@ -13,7 +13,7 @@ class RequestGateTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void eachRequestAfterAPauseCounts()
+    void eachRequestAfterAPauseIsAdmitted()
     {
         RequestGate gate(Seconds{0.1});
         QVERIFY(gate.admits(Seconds{0}));
@@ -21,7 +21,7 @@ private Q_SLOTS:
         QVERIFY(gate.admits(Seconds{7}));
     }
 
-    void aFloodCountsOnce()
+    void aFloodIsAdmittedOnce()
     {
         RequestGate gate(Seconds{0.1});
         int admitted = 0;
@@ -33,7 +33,7 @@ private Q_SLOTS:
         QVERIFY(gate.admits(Seconds{3.15}));
     }
 
-    void aFloodThatLastsStarvesNobody()
+    void aLastingFloodIsAdmittedNowAndThen()
     {
         RequestGate gate(Seconds{0.1}, Seconds{5});
         int admitted = 0;

@@ -28,7 +28,7 @@ class RuleCostTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyFrequencyCostsWhatItSteps_data()
+    void everyFrequencyCostsItsSteps_data()
     {
         QTest::addColumn<int>("frequency");
         QTest::addColumn<double>("steps");
@@ -45,7 +45,7 @@ private Q_SLOTS:
         row("yearly", RuleFrequency::yearly, to / year, 3.0 / 365);
     }
 
-    void everyFrequencyCostsWhatItSteps()
+    void everyFrequencyCostsItsSteps()
     {
         QFETCH(int, frequency);
         QFETCH(double, steps);
@@ -69,7 +69,7 @@ private Q_SLOTS:
         QCOMPARE(ruleCost(rule, to + 1, from, to)->steps, 0.0);
     }
 
-    void aLastDateAndACountEndTheSteps()
+    void aLastDateOrACountEndsTheSteps()
     {
         RecurrenceRule rule;
         rule.frequency = RuleFrequency::daily;
@@ -94,7 +94,7 @@ private Q_SLOTS:
         QCOMPARE(ruleCost(rule, 0, from, to)->occurrences, 144.0);
     }
 
-    void daysWithinALongerStepCountOneByOne()
+    void daysWithinALongerStepCountSeparately()
     {
         RecurrenceRule rule;
         rule.frequency = RuleFrequency::weekly;
@@ -106,7 +106,7 @@ private Q_SLOTS:
         QCOMPARE(ruleCost(rule, 0, from, to)->occurrences, 3.0);
     }
 
-    void rulesThatMayNeverComeTrueAreRefused_data()
+    void rulesThatMayNeverMatchAreRefused_data()
     {
         QTest::addColumn<int>("frequency");
         QTest::addColumn<bool>("isRefused");
@@ -117,7 +117,7 @@ private Q_SLOTS:
         QTest::newRow("yearly") << static_cast<int>(RuleFrequency::yearly) << false;
     }
 
-    void rulesThatMayNeverComeTrueAreRefused()
+    void rulesThatMayNeverMatchAreRefused()
     {
         QFETCH(int, frequency);
         QFETCH(bool, isRefused);
@@ -132,7 +132,7 @@ private Q_SLOTS:
         QVERIFY(!ruleCost(rule, to + 1, from, to).has_value());
     }
 
-    void certainHoursOfEveryHourAreNoRefusal()
+    void anHourlyRuleMayBeLimitedToCertainHours()
     {
         RecurrenceRule rule;
         rule.frequency = RuleFrequency::hourly;

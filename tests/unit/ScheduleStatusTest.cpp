@@ -69,7 +69,7 @@ private Q_SLOTS:
         QVERIFY(!nextLesson({}, at("10:20:00")));
     }
 
-    void duringTheSecondOfFourLessonsItsNeighboursStandBesideIt()
+    void duringTheSecondOfFourLessonsItsNeighboursAreShown()
     {
         QCOMPARE(
             shown(fourLessons(), at("10:20:00")),
@@ -109,7 +109,7 @@ private Q_SLOTS:
                  (QStringList{u"09:00 NEXT in 1h 0m"_s, u"10:00 in 2h 0m"_s}));
     }
 
-    void beforeTheLastLessonOnlyItFollows()
+    void beforeTheLastLessonOnlyThatOneFollows()
     {
         QCOMPARE(shown(fourLessons(), at("11:55:00")),
                  (QStringList{u"11:00 Completed"_s, u"12:00 NEXT in 5m"_s}));
@@ -162,7 +162,7 @@ private Q_SLOTS:
         QCOMPARE(ids(scheduleLessons(lessons, nothingToDo(at("09:00:00")))), sorted);
     }
 
-    void lessonsThatStartTogetherKeepTheOrderGiven()
+    void simultaneousLessonsKeepTheOrderGiven()
     {
         std::vector<Lesson> lessons;
         lessons.reserve(50);
@@ -177,7 +177,7 @@ private Q_SLOTS:
         }
     }
 
-    void whileNoLessonIsLoadedTheActionsLessonsAreShown()
+    void withNoLessonsLoadedTheActionsLessonsAreShown()
     {
         const Date now = at("10:20:00");
         TeachingAction action = nothingToDo(now);
@@ -193,7 +193,7 @@ private Q_SLOTS:
         QCOMPARE(shown({}, now, false, action), QStringList{u"11:00 NEXT in 40m"_s});
     }
 
-    void aLessonThatTheActionNamesTwiceIsShownOnce()
+    void aLessonNamedTwiceByTheActionIsShownOnce()
     {
         const Date now = at("09:57:00");
         TeachingAction action = nothingToDo(now);
@@ -203,7 +203,7 @@ private Q_SLOTS:
         QCOMPARE(shown({}, now, true, action).size(), 2);
     }
 
-    void theCountdownIsCutNotRounded_data()
+    void theCountdownIsTruncatedNotRounded_data()
     {
         QTest::addColumn<double>("seconds");
         QTest::addColumn<QString>("text");
@@ -220,7 +220,7 @@ private Q_SLOTS:
         QTest::newRow("a whole day") << 86399.0 << u"in 23h 59m"_s;
     }
 
-    void theCountdownIsCutNotRounded()
+    void theCountdownIsTruncatedNotRounded()
     {
         QFETCH(double, seconds);
         QFETCH(QString, text);
@@ -229,7 +229,7 @@ private Q_SLOTS:
         QCOMPARE(statusText(soon, dateSince1970(0)), text);
     }
 
-    void backgroundsAreTestedInTheirOrder()
+    void backgroundsHaveAnOrderOfPrecedence()
     {
         const Lesson row = lesson("10:00:00");
         QCOMPARE(background(row, at("09:00:00"), true), Background::next);

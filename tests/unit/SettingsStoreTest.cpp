@@ -30,7 +30,7 @@ private Q_SLOTS:
         QVERIFY(QDir().mkpath(QFileInfo(m_path).path()));
     }
 
-    void whatWasSetIsOnTheDisk()
+    void setValuesAreOnDiskAfterSync()
     {
         SettingsStore store(m_path);
         QVERIFY(!store.contains(u"a"_s));
@@ -49,7 +49,7 @@ private Q_SLOTS:
 
     // --- compatibility with QSettings, which earlier versions used
 
-    void theToolkitReadsWhatIsWritten()
+    void qSettingsReadsWhatIsWritten()
     {
         for (const QVariant &value : samples()) {
             // QSettings does not read a file of the same name, size and time again.
@@ -65,7 +65,7 @@ private Q_SLOTS:
         }
     }
 
-    void whatTheToolkitWroteIsRead()
+    void whatQSettingsWroteIsRead()
     {
         for (const QVariant &value : samples()) {
             m_path += u'x';
@@ -83,7 +83,7 @@ private Q_SLOTS:
 
     // --- files edited by hand
 
-    void aPersonsFileKeepsItsCommentsAndForeignKeys()
+    void aHandEditedFileKeepsItsCommentsAndForeignKeys()
     {
         const QByteArray text =
             "; mine\nfirst = 1\n\n[Window]\na=1\n[general]\r\n# note\r\nb = no ; for now\n"
@@ -103,7 +103,7 @@ private Q_SLOTS:
         QVERIFY(!store.copyOfGarbled());
     }
 
-    void whatChangesBetweenTwoWritesIsKept()
+    void foreignChangesBetweenTwoWritesAreKept()
     {
         SettingsStore store(m_path);
         store.setValue(u"a"_s, 1.0);
@@ -114,7 +114,7 @@ private Q_SLOTS:
         QCOMPARE(content(), QByteArray("[General]\na=2\nb=3\nc=4\n"));
     }
 
-    void valuesAsAPersonWritesThem()
+    void handWrittenValuesAreUnderstood()
     {
         put("[General]\na= plain text \nb=\" quoted \"\nc=one, two\nd=\\x41 "
             "\\\"\ne=\nf=@@x\ng=@String(y)\nh=a;b\n");
@@ -130,7 +130,7 @@ private Q_SLOTS:
         QCOMPARE(store.value(u"i"_s, 5), QVariant(5));
     }
 
-    void whatIsNotUnderstoodIsKeptAsideBeforeItIsReplaced()
+    void aGarbledFileIsKeptAsideBeforeItIsReplaced()
     {
         const QByteArray garbled = "[General]\na=1\nnonsense\n[half\nb=\"open\n";
         put(garbled);
@@ -152,9 +152,9 @@ private Q_SLOTS:
 
     // --- obstacles in the file's place
 
-    void whatIsNoRegularFileLeavesTheValuesInMemory_data() { obstacles::addRows(); }
+    void filesThatAreNotRegularLeaveTheValuesInMemory_data() { obstacles::addRows(); }
 
-    void whatIsNoRegularFileLeavesTheValuesInMemory()
+    void filesThatAreNotRegularLeaveTheValuesInMemory()
     {
         QFETCH(obstacles::Kind, kind);
         const auto obstacle = obstacles::put(kind, m_path);
@@ -172,7 +172,7 @@ private Q_SLOTS:
         QCOMPARE(content(), QByteArray("[General]\na=1\n"));
     }
 
-    void aPipeInTheLocksPlaceDelaysNothing()
+    void aPipeInPlaceOfTheLockDelaysNothing()
     {
         const auto pipe = obstacles::put(obstacles::Kind::pipe, m_path + u".lock"_s);
         SettingsStore store(m_path);
@@ -181,7 +181,7 @@ private Q_SLOTS:
         QVERIFY(pipe.isUntouched());
     }
 
-    void onlyTheUserCanReadTheFileAndWhatLiesBesideIt()
+    void onlyTheUserCanReadTheFileAndItsNeighbours()
     {
         put("[General]\na=1\n");
         const QString beside = m_path + u".unreadable"_s;

@@ -34,7 +34,7 @@ class SleepGuardTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void itBeginsAnHourBeforeALessonAndEndsWithIt_data()
+    void itLastsFromAnHourBeforeALessonToItsEnd_data()
     {
         QTest::addColumn<Date>("now");
         QTest::addColumn<bool>("onMains");
@@ -48,7 +48,7 @@ private Q_SLOTS:
         QTest::newRow("at its end") << at("10:25:00") << false << false;
     }
 
-    void itBeginsAnHourBeforeALessonAndEndsWithIt()
+    void itLastsFromAnHourBeforeALessonToItsEnd()
     {
         QFETCH(Date, now);
         QTEST(staysAwake({lessonAt("10:00:00")}, now, false), "onMains");
@@ -63,7 +63,7 @@ private Q_SLOTS:
         QVERIFY(!staysAwake({}, at("12:00:00"), false));
     }
 
-    void theMachineIsKeptAwakeForTheLessonAndLetGoAtItsEnd()
+    void theMachineIsKeptAwakeUntilTheLessonEnds()
     {
         Fixture f("08:00:00");
         f.start({lessonAt("10:00:00")});
@@ -78,7 +78,7 @@ private Q_SLOTS:
         QCOMPARE(f.inhibitor.times, 1);
     }
 
-    void lessonsThatGoAwayLetItGoWithTheLoad()
+    void withoutLessonsAReloadReleasesIt()
     {
         Fixture f("09:30:00");
         f.start({lessonAt("10:00:00")});
@@ -88,7 +88,7 @@ private Q_SLOTS:
         QVERIFY(!f.inhibitor.isHeld);
     }
 
-    void theBatteryDecidesAtOnce()
+    void aPowerChangeTakesEffectAtOnce()
     {
         Fixture f("09:30:00");
         f.start({lessonAt("10:00:00")});
@@ -98,7 +98,7 @@ private Q_SLOTS:
         QVERIFY(f.inhibitor.isHeld);
     }
 
-    void lessonsThatAreKnownBeforeItBeginsCount()
+    void lessonsLoadedBeforeItsCreationCount()
     {
         ViewModelFixture f("09:30:00");
         f.start({lessonAt("10:00:00")});

@@ -110,7 +110,7 @@ class SystemNotificationSchedulerTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aLessonIsFiveNotificationsWithTheirTextsAndMoments()
+    void aLessonHasFiveNotificationsWithTextsAndFireDates()
     {
         const auto requests = backupNotifications(anna(), u"quillet.backup."_s);
         struct Expected {
@@ -140,14 +140,14 @@ private Q_SLOTS:
         }
     }
 
-    void theIdentifierIsThatOfTheExample()
+    void anIdentifierHasKindStartAndStudent()
     {
         const auto requests = backupNotifications(
             sampleLesson(u"Anna Smith"_s, dateSince1970(1763190000), minutes(25)), u"quillet.backup."_s);
         QCOMPARE(requests[3].identifier, u"quillet.backup.start.1763190000.Anna Smith"_s);
     }
 
-    void theStartsFractionIsCutFromTheIdentifierTowardsZero()
+    void theStartInTheIdentifierIsTruncatedTowardsZero()
     {
         const auto of = [](double start) {
             return backupNotifications(sampleLesson(u"A"_s, dateSince1970(start), minutes(25)), {})[0]
@@ -158,7 +158,7 @@ private Q_SLOTS:
         QCOMPARE(of(-1.9), u"prepare.-1.A"_s);
     }
 
-    void theMomentsFollowTheLessonsOwnProfileAndTheWordingDoesNot()
+    void fireDatesFollowTheProfileButTheWordingDoesNot()
     {
         Lesson lesson = anna();
         lesson.profile.preparationLeadTime = minutes(10);
@@ -172,7 +172,7 @@ private Q_SLOTS:
         QCOMPARE(backupNotifications(anna(TeachingPlatform::microsoftTeams), {})[2].fireDate, at("09:59:00"));
     }
 
-    void aStudentsNameIsTakenAsItIs()
+    void aStudentsNameIsUsedUnchanged()
     {
         const auto requests =
             backupNotifications(sampleLesson(u"%1 <b>王</b>.\n%2"_s, at("10:00:00"), minutes(25)), u"p."_s);
@@ -181,7 +181,7 @@ private Q_SLOTS:
                  u"p.join."_s + QLatin1StringView(tenOClock) + u".%1 <b>王</b>.\n%2"_s);
     }
 
-    void aStartBeyondWholeSecondsStopsTheProcess()
+    void aStartBeyond64BitSecondsAbortsTheProcess()
     {
         QCOMPARE(endOfMakingRequests(1763190000), 0);
         QCOMPARE(endOfMakingRequests(-9223372036854775808.0), 0);
@@ -205,7 +205,7 @@ private Q_SLOTS:
         QCOMPARE(f.logged(), QStringList{u"scheduled system backup notifications lessons=2"_s});
     }
 
-    void theSameLessonsTwiceInARowDoNothingTheSecondTime()
+    void theSameLessonsAgainDoNothing()
     {
         Fixture f("09:00:00");
         f.schedule({anna()});
@@ -224,7 +224,7 @@ private Q_SLOTS:
         QCOMPARE(f.logged(), QStringList{scheduledOne});
     }
 
-    void aMomentThatIsNowIsSkippedAndOneJustAheadIsNot()
+    void aFireDateNowIsSkippedButOneJustAheadIsNot()
     {
         Fixture f("09:59:39.9");
         f.schedule({anna()});
@@ -253,14 +253,14 @@ private Q_SLOTS:
         QCOMPARE(f.logged(), QStringList{u"scheduled system backup notifications lessons=0"_s});
     }
 
-    void aLessonUnderWayKeepsItsFinish()
+    void aLessonInProgressKeepsItsFinish()
     {
         Fixture f("10:10:00");
         f.schedule({anna()});
         QCOMPARE(f.center.identifiers(), QStringList{identifier("finish")});
     }
 
-    void aLessonInItsLastMinuteCountsThoughNothingIsLeftOfIt()
+    void aLessonInItsLastMinuteCountsWithoutNotifications()
     {
         Fixture f("10:24:30");
         f.schedule({anna()});
@@ -268,7 +268,7 @@ private Q_SLOTS:
         QCOMPARE(f.logged(), QStringList{scheduledOne});
     }
 
-    void withEveryLessonRemovedAllBackupsAreTakenBack()
+    void withEveryLessonRemovedAllBackupsAreRemoved()
     {
         Fixture f("09:00:00");
         f.center.requests.push_back(foreign());
@@ -285,7 +285,7 @@ private Q_SLOTS:
         QVERIFY(f.center.calls.isEmpty());
     }
 
-    void theFirstRunWithoutLessonsRunsThrough()
+    void theFirstRunCompletesEvenWithoutLessons()
     {
         Fixture f("09:00:00");
         f.schedule({});
@@ -293,7 +293,7 @@ private Q_SLOTS:
         QCOMPARE(f.logged(), QStringList{u"scheduled system backup notifications lessons=0"_s});
     }
 
-    void twoLessonsOfOneStudentAndStartAreOneSetOfRequestsAndTheSecondHolds()
+    void lessonsWithTheSameStudentAndStartShareRequestsAndTheLastWins()
     {
         Fixture f("09:00:00");
         const Lesson longer =
@@ -367,7 +367,7 @@ private Q_SLOTS:
         QCOMPARE(f.center.identifiers(), allIdentifiers());
     }
 
-    void aFailedLookAtWhatIsPendingEndsTheRun()
+    void aFailedQueryOfPendingRequestsEndsTheRun()
     {
         Fixture f("09:00:00");
         f.center.pendingFailure = Failure{u"gone"_s};
@@ -385,7 +385,7 @@ private Q_SLOTS:
         QCOMPARE(f.logged(), QStringList{u"system notification scheduling failed error=gone"_s});
     }
 
-    void aFailedAddEndsTheRunKeepsWhatWasAddedAndTheNextRunRepeatsAll()
+    void aFailedAddEndsTheRunAndTheNextRunRepeatsAll()
     {
         Fixture f("09:00:00");
         f.center.addFailure = Failure{u"the disk is full"_s};
@@ -404,7 +404,7 @@ private Q_SLOTS:
         QCOMPARE(f.logged().last(), scheduledOne);
     }
 
-    void aFailedRunForgetsNothingOfTheLastCompleteOne()
+    void aFailedRunKeepsTheSignatureOfTheLastCompleteOne()
     {
         Fixture f("09:00:00");
         f.schedule({anna()});
@@ -415,7 +415,7 @@ private Q_SLOTS:
         QVERIFY(f.center.calls.isEmpty());
     }
 
-    void theFiveAreAddedOneAfterTheOther()
+    void theFiveRequestsAreAddedInTurn()
     {
         Fixture f("09:00:00");
         f.center.hold();
@@ -429,7 +429,7 @@ private Q_SLOTS:
         QCOMPARE(f.logged(), QStringList{scheduledOne});
     }
 
-    void aMomentThatPassesWhileEarlierOnesAreAddedIsSkipped()
+    void aFireDateThatPassesDuringTheRunIsSkipped()
     {
         Fixture f("09:58:59");
         f.center.hold();
@@ -444,7 +444,7 @@ private Q_SLOTS:
                  (QStringList{identifier("one-minute"), identifier("start"), identifier("finish")}));
     }
 
-    void ofTwoRunsThatOverlapTheOneThatEndsLastDecides()
+    void ofTwoOverlappingRunsTheLastToEndDecides()
     {
         Fixture f("09:00:00");
         const Lesson ben = sampleLesson(u"Ben"_s, at("10:00:00"), minutes(25));
@@ -464,7 +464,7 @@ private Q_SLOTS:
         QCOMPARE(f.center.identifiers(), allIdentifiers());
     }
 
-    void aLaterRunTakesBackWhatAnEarlierOneStillAdds()
+    void aLaterRunRemovesWhatAnEarlierOneStillAdds()
     {
         Fixture f("09:00:00");
         const Lesson ben = sampleLesson(u"Ben"_s, at("10:00:00"), minutes(25));
@@ -478,7 +478,7 @@ private Q_SLOTS:
         QCOMPARE(f.center.identifiers(), allIdentifiers(u"Ben"_s));
     }
 
-    void aSchedulerThatIsGoneIsNotTouchedByItsRun()
+    void aRunDoesNotTouchADestroyedScheduler()
     {
         // The scheduler ends at each of a run's waits.
         for (int done = 0; done < 8; ++done) {

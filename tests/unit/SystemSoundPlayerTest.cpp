@@ -31,7 +31,7 @@ private Q_SLOTS:
         QCOMPARE(logger.latestLines(), QStringList{u"2026-11-16T10:00:00.000Z sound played name=Glass"_s});
     }
 
-    void withoutTheNamedSoundEveryCallBeepsAndSaysSo()
+    void withoutTheNamedSoundEveryCallBeepsAndLogsIt()
     {
         DebugLogService logger(m_library.path());
         FakeSystemSounds sounds;
@@ -55,7 +55,7 @@ private Q_SLOTS:
         QCOMPARE(logger.latestLines().size(), 2);
     }
 
-    void aSlowSoundServerHoldsNothingUp()
+    void aSlowSoundServerDelaysNothing()
     {
         DebugLogService logger(m_library.path());
         FakeSystemSounds sounds;

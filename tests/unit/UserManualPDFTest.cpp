@@ -66,7 +66,7 @@ private Q_SLOTS:
         QCOMPARE(m_beeps, 0);
     }
 
-    void withoutAnInstalledManualThatOfTheBuildIsOpened()
+    void withoutAnInstalledManualTheBuildsIsOpened()
     {
         const QString built = manualIn(u"built"_s);
         manual().open();
@@ -74,14 +74,14 @@ private Q_SLOTS:
         QCOMPARE(m_beeps, 0);
     }
 
-    void withTheManualMissingItBeepsAndOpensNothing()
+    void withoutTheManualItBeepsAndOpensNothing()
     {
         manual().open();
         QCOMPARE(m_opened, QList<QUrl>());
         QCOMPARE(m_beeps, 1);
     }
 
-    void aFolderOfTheManualsNameIsNotTheManual()
+    void aFolderWithTheManualsNameIsIgnored()
     {
         QDir(folder(u"installed"_s)).mkdir(u"Quillet-User-Manual.pdf"_s);
         manual().open();
@@ -98,7 +98,7 @@ private Q_SLOTS:
         QCOMPARE(m_beeps, 1);
     }
 
-    void itIsSoughtAfreshEachTime()
+    void itIsLookedUpEachTime()
     {
         const UserManualPDF document = manual();
         document.open();
@@ -111,7 +111,7 @@ private Q_SLOTS:
         QCOMPARE(m_beeps, 2);
     }
 
-    void aPathWithSignsOfUrlsIsOpenedAsItIs()
+    void aPathWithUrlCharactersIsOpenedUnchanged()
     {
         const QString path = manualIn(u"a b#c?d%20é"_s);
         UserManualPDF(
@@ -126,7 +126,7 @@ private Q_SLOTS:
         QVERIFY(m_opened.value(0).isLocalFile());
     }
 
-    void resourcesAreSoughtWhereTheProgramWasInstalledThenInTheDesktopsFoldersThenInTheBuild()
+    void resourcesAreLookedUpBesideTheProgramThenInTheDesktopsFolders()
     {
         QCOMPARE(resources::folders(u"/opt/quillet/bin"_s, {u"/home/anna/.local/share"_s, u"/usr/share/"_s}),
                  (QStringList{u"/opt/quillet/share/quillet"_s, u"/home/anna/.local/share/quillet"_s,
@@ -134,7 +134,7 @@ private Q_SLOTS:
         QVERIFY(!resources::folders().isEmpty());
     }
 
-    void theManualOfTheBuildIsADocument()
+    void theBuildsManualIsAPdf()
     {
         const auto path =
             resources::find({QStringLiteral(QUILLET_BUILT_RESOURCES)}, u"Quillet-User-Manual.pdf"_s);
@@ -148,7 +148,7 @@ private Q_SLOTS:
         QVERIFY2(document.size() < 1'500'000, "a manual should be quick to open and to print");
     }
 
-    void aMailLinkNeedsAnAddressThatALinkCanHold()
+    void aMailLinkNeedsAValidAddress()
     {
         QCOMPARE(product::mailLink(product::supportAddress()),
                  std::optional(QUrl(u"mailto:support@quillet.example"_s)));
@@ -158,7 +158,7 @@ private Q_SLOTS:
         }
     }
 
-    void theWebSiteIsReachedEncrypted()
+    void theWebSiteIsOpenedWithHttps()
     {
         const std::optional wanted(QUrl(u"https://quillet.example"_s));
         QCOMPARE(product::secureLink(product::webSite()), wanted);

@@ -43,7 +43,7 @@ private Q_SLOTS:
         QCOMPARE(moments, (std::vector<double>{0, 1, 2, 3}));
     }
 
-    void startingTwiceLeavesTheSecondOperationAlone()
+    void startingTwiceKeepsOnlyTheSecondOperation()
     {
         ManualClock clock(at("09:00:00"));
         WorkflowTransitionScheduler scheduler;
@@ -58,7 +58,7 @@ private Q_SLOTS:
         QCOMPARE(clock.waitCount(), std::size_t{1});
     }
 
-    void aTickDoesNotWaitForTheOneBefore()
+    void aTickDoesNotWaitForThePreviousOne()
     {
         ManualClock clock(at("09:00:00"));
         WorkflowTransitionScheduler scheduler;
@@ -77,7 +77,7 @@ private Q_SLOTS:
         clock.advance(Seconds{0});
     }
 
-    void anOperationThatWaitsIsKeptUntilItsEnd()
+    void aWaitingOperationIsKeptUntilItsEnd()
     {
         ManualClock clock(at("09:00:00"));
         WorkflowTransitionScheduler scheduler;
@@ -92,7 +92,7 @@ private Q_SLOTS:
         QVERIFY(observed.expired());
     }
 
-    void anOperationThatWaitsDoesNotKeepTheTimerGoing()
+    void aWaitingOperationDoesNotKeepTheTimerRunning()
     {
         ManualClock clock(at("09:00:00"));
         auto scheduler = std::make_unique<WorkflowTransitionScheduler>();
@@ -109,7 +109,7 @@ private Q_SLOTS:
         QCOMPARE(begun, 1);
     }
 
-    void settingTheClockNeitherStopsNorHurriesTheBeat()
+    void aClockChangeNeitherStopsNorSpeedsUpTheBeat()
     {
         ManualClock clock(at("09:00:00"));
         WorkflowTransitionScheduler scheduler;

@@ -39,7 +39,7 @@ private Q_SLOTS:
     void init() { qputenv("TZ", "Europe/Berlin"); }
     void cleanup() { qputenv("TZ", "UTC"); }
 
-    void anotherZoneStartsTheProgramAnew()
+    void anotherZoneRestartsTheProgram()
     {
         Fixture f;
         f.setZone("America/Havana");
@@ -48,7 +48,7 @@ private Q_SLOTS:
             u"time zone changed from=Europe/Berlin to=America/Havana; starting anew"));
     }
 
-    void itIsAskedForOnce()
+    void aRestartIsRequestedOnce()
     {
         Fixture f;
         f.setZone("America/Havana");
@@ -56,7 +56,7 @@ private Q_SLOTS:
         QCOMPARE(f.restarts, 1);
     }
 
-    void theZoneOfTheStartIsNoReason()
+    void theInitialZoneCausesNoRestart()
     {
         Fixture f;
         QCoreApplication::processEvents();
@@ -73,7 +73,7 @@ private Q_SLOTS:
         QTRY_COMPARE(f.restarts, 1);
     }
 
-    void aZoneThatNobodyKnowsIsNoReasonToStartAgainAndAgain()
+    void anUnknownZoneCausesNoRestartLoop()
     {
         qputenv("TZ", "No/Where");
         Fixture f;
@@ -82,7 +82,7 @@ private Q_SLOTS:
         QCOMPARE(f.restarts, 0);
     }
 
-    void whatElseHappensToTheMachineIsNoReason()
+    void otherSystemChangesCauseNoRestart()
     {
         Fixture f;
         f.watcher.sleepAndWake();

@@ -154,8 +154,8 @@ private Q_SLOTS:
     }
     void cleanup() { m_room.reset(); }
 
-    void aWindowIsOneAndItsHeadingsAndGroupsToo_data() { listViews(); }
-    void aWindowIsOneAndItsHeadingsAndGroupsToo()
+    void windowsHeadingsAndGroupsHaveTheirRoles_data() { listViews(); }
+    void windowsHeadingsAndGroupsHaveTheirRoles()
     {
         QFETCH(QStringList, headings);
         QFETCH(QStringList, groups);
@@ -168,8 +168,8 @@ private Q_SLOTS:
         QCOMPARE(names(view.get(), QAccessible::Grouping), groups);
     }
 
-    void nameAndDescriptionDoNotSayTheSameAndHoldNoMarkup_data() { listViews(); }
-    void nameAndDescriptionDoNotSayTheSameAndHoldNoMarkup()
+    void namesAndDescriptionsDifferAndHoldNoMarkup_data() { listViews(); }
+    void namesAndDescriptionsDifferAndHoldNoMarkup()
     {
         const QString longName = u"Maximiliane <b> "_s.repeated(20);
         m_room->start({sampleLesson(longName, at("10:00:00"), minutes(25))});
@@ -191,7 +191,7 @@ private Q_SLOTS:
         }
     }
 
-    void theBannerIsANotificationOfItsTexts()
+    void theBannerIsANotificationNamedByItsTexts()
     {
         const auto view = banner();
         view->show();
@@ -206,7 +206,7 @@ private Q_SLOTS:
         QCOMPARE(names(view.get(), QAccessible::Button), QStringList{u"Close reminder"_s});
     }
 
-    void whatATeacherTurnsToIsALinkThatCanBePressed()
+    void theContactLinksCanBePressed()
     {
         const auto about = view(u"About Quillet"_s);
         about->show();
@@ -267,7 +267,7 @@ private Q_SLOTS:
         QFAIL("there is no such label");
     }
 
-    void aPickerTellsWhatIsChosenInIt()
+    void aPickerDescribesItsChoice()
     {
         const std::unique_ptr<QComboBox> picker(look::picker(u"Length"_s, {u"15 min"_s, u"30 min"_s}));
         QCOMPARE(interfaceOf(picker.get()).text(QAccessible::Description), u"15 min, 1 of 2"_s);
@@ -275,7 +275,7 @@ private Q_SLOTS:
         QCOMPARE(interfaceOf(picker.get()).text(QAccessible::Description), u"30 min, 2 of 2"_s);
     }
 
-    void whatChangesWhereTheKeyboardIsIsSaid()
+    void changesOfTheFocusedControlAreAnnounced()
     {
         QWidget window;
         auto *first = look::picker(u"Length"_s, {u"15 min"_s, u"30 min"_s});

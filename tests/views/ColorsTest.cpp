@@ -99,7 +99,7 @@ class ColorsTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyPairStandsApart_data()
+    void everyPairHasEnoughContrast_data()
     {
         QTest::addColumn<QPalette>("palette");
         for (const Desktop &desktop : desktops) {
@@ -107,7 +107,7 @@ private Q_SLOTS:
         }
     }
 
-    void everyPairStandsApart()
+    void everyPairHasEnoughContrast()
     {
         QFETCH(QPalette, palette);
         QStringList tooClose;
@@ -120,9 +120,9 @@ private Q_SLOTS:
         QCOMPARE(tooClose.join(u'\n'), QString());
     }
 
-    void theAccentKeepsItsHueAndItsStrength_data() { everyPairStandsApart_data(); }
+    void theAccentKeepsItsHueAndSaturation_data() { everyPairHasEnoughContrast_data(); }
 
-    void theAccentKeepsItsHueAndItsStrength()
+    void theAccentKeepsItsHueAndSaturation()
     {
         QFETCH(QPalette, palette);
         const QColor desktops = palette.color(QPalette::Highlight);
@@ -133,7 +133,7 @@ private Q_SLOTS:
         }
     }
 
-    void anAccentThatIsLegibleIsTheDesktopsOwn()
+    void aLegibleAccentIsUsedUnchanged()
     {
         QPalette palette = paletteOf(desktops.front());
         palette.setColor(QPalette::Highlight, QColor(u"#104a8e"_s));
@@ -141,7 +141,7 @@ private Q_SLOTS:
         QCOMPARE(accentGround(palette), QColor(u"#104a8e"_s));
     }
 
-    void contrastIsThatOfLuminances()
+    void contrastIsTheRatioOfLuminances()
     {
         QCOMPARE(contrast(Qt::black, Qt::white), 21.0);
         QCOMPARE(contrast(Qt::white, Qt::black), 21.0);
@@ -149,14 +149,14 @@ private Q_SLOTS:
         QVERIFY(std::abs(contrast(QColor(u"#777777"_s), Qt::white) - 4.48) < 0.01);
     }
 
-    void whatIsTranslucentIsMixedWithItsGround()
+    void translucentColoursAreBlendedWithTheirBackground()
     {
         QCOMPARE(over(QColor(255, 255, 255, 0), QColor(10, 20, 30)), QColor(10, 20, 30));
         QCOMPARE(over(Qt::white, Qt::black), QColor(Qt::white));
         QCOMPARE(over(QColor::fromRgbF(1, 1, 1, 0.5F), Qt::black).red(), 128);
     }
 
-    void aColourMovesOnlyAsFarAsItMust()
+    void aColourChangesNoMoreThanNeeded()
     {
         const QColor moved = legible(QColor(u"#3daee9"_s), {Qt::white}, textContrast);
         QVERIFY(contrast(moved, Qt::white) >= textContrast);

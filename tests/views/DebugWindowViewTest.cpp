@@ -47,7 +47,7 @@ private:
 private Q_SLOTS:
     void init() { pictures::prepareApplication(); }
 
-    void itsTextsAreThese()
+    void itShowsExactlyTheseTexts()
     {
         const Room room;
         room.show();
@@ -90,7 +90,7 @@ private Q_SLOTS:
         QVERIFY(!isSaid(u"Nothing has been logged yet."_s));
     }
 
-    void whileNobodySeesItItHasNothingToDo()
+    void whileHiddenItDoesNotUpdate()
     {
         Room room;
         room.log.log(u"one"_s, at("09:58:00"));
@@ -102,7 +102,7 @@ private Q_SLOTS:
         QCOMPARE(room.rows(u"Log"_s).size(), 3);
     }
 
-    void itFollowsOnceASecondAtMost()
+    void itUpdatesAtMostOnceASecond()
     {
         Room room;
         QElapsedTimer sinceShown;
@@ -123,7 +123,7 @@ private Q_SLOTS:
         QCOMPARE(room.rows(u"Now"_s).at(1), u"State, startNow"_s);
     }
 
-    void aFullLogMovesOnAndItsRowsStayWhatTheyAre()
+    void aFullLogScrollsOnAndReusesItsRows()
     {
         Room room;
         for (int line = 0; line < 100; ++line) {
@@ -167,7 +167,7 @@ private Q_SLOTS:
         QVERIFY(viewWalk::texts(*room.view).contains(u"The log could not be opened."_s));
     }
 
-    void theKeyboardReachesEachRowAndIsSeen()
+    void theKeyboardReachesEachRowAndScrollsItIntoView()
     {
         const Room room;
         room.view->resize(620, 300);
@@ -193,7 +193,7 @@ private Q_SLOTS:
         QCOMPARE(room.view->focusWidget(), log->rows().back());
     }
 
-    void aRowWithTheKeyboardThatGoesLeavesItToAnother()
+    void aRemovedRowPassesTheFocusToAnother()
     {
         Room room;
         room.show();
@@ -232,7 +232,7 @@ private Q_SLOTS:
         QVERIFY2(timer.elapsed() < 10'000, qPrintable(QString::number(timer.elapsed())));
     }
 
-    void aFontThatGrowsWhileTheWindowIsOpenMakesItsRowsGrow()
+    void rowsGrowWithTheFontWhileTheWindowIsOpen()
     {
         const Room room;
         room.show();

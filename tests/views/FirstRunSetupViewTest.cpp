@@ -88,7 +88,7 @@ private:
 private Q_SLOTS:
     void init() { pictures::prepareApplication(); }
 
-    void itsTextsAreThese()
+    void itShowsExactlyTheseTexts()
     {
         const QList<QStringList> pages{
             {u"Welcome to Quillet"_s,
@@ -164,7 +164,7 @@ private Q_SLOTS:
         QCOMPARE(room.dismissals, 1);
     }
 
-    void onceCompletedItCanBeGoneThroughAndFinishedAgain()
+    void aCompletedSetupCanBeRepeated()
     {
         Room room(true);
         for (int page = 0; page < 5; ++page) {
@@ -176,7 +176,7 @@ private Q_SLOTS:
         QCOMPARE(room.dismissals, 1);
     }
 
-    void closedBeforeItsEndItIsNotFinished()
+    void closingItEarlyDoesNotFinishIt()
     {
         Room room;
         room.show();
@@ -187,7 +187,7 @@ private Q_SLOTS:
         QCOMPARE(room.dismissals, 0);
     }
 
-    void anotherWindowBeginsAtTheFirstPage()
+    void aNewWindowBeginsAtTheFirstPage()
     {
         Room room;
         room.goTo(3);
@@ -195,7 +195,7 @@ private Q_SLOTS:
         QCOMPARE(other.step(), 0);
     }
 
-    void enterContinuesAndSpaceToo()
+    void enterAndSpaceContinue()
     {
         Room room;
         room.show();
@@ -210,7 +210,7 @@ private Q_SLOTS:
         QCOMPARE(room.dismissals, 1);
     }
 
-    void anEnterThatIsHeldDownContinuesOnce()
+    void aHeldEnterContinuesOnce()
     {
         const Room room;
         room.show();
@@ -231,7 +231,7 @@ private Q_SLOTS:
         QCOMPARE(order, (QStringList{u"Back"_s, u"Continue"_s}));
     }
 
-    void theKeyboardLeavesBackWhenItIsDisabled()
+    void theFocusLeavesBackWhenItIsDisabled()
     {
         const Room room;
         room.show();
@@ -248,7 +248,7 @@ private Q_SLOTS:
         QCOMPARE(viewWalk::unnamedControls(room.view.get()).join(u'\n'), QString());
     }
 
-    void theIndicatorTellsThePage()
+    void theIndicatorNamesThePage()
     {
         const Room room;
         for (int page = 0; page < 5; ++page) {
@@ -258,7 +258,7 @@ private Q_SLOTS:
         }
     }
 
-    void bothButtonsAreDescribedByThePageSoThatAScreenReaderReadsItWhereItStands()
+    void bothButtonsAreDescribedByThePagesText()
     {
         const Room room;
         for (int page = 0; page < 5; ++page) {
@@ -271,7 +271,7 @@ private Q_SLOTS:
         }
     }
 
-    void itsMeasuresAreThese()
+    void itHasExactlyTheseMeasures()
     {
         const Room room;
         QCOMPARE(room.view->minimumSize(), QSize(620, 420));
@@ -298,7 +298,7 @@ private Q_SLOTS:
         }
     }
 
-    void nothingMovesFromPageToPage()
+    void theControlsStayInPlaceFromPageToPage()
     {
         const Room room;
         (void)room.view->grab();
@@ -314,7 +314,7 @@ private Q_SLOTS:
         }
     }
 
-    void nothingIsCutHoweverLargeTheTexts_data()
+    void nothingIsCutAtAnyTextSize_data()
     {
         QTest::addColumn<double>("fontScale");
         for (const double scale : {0.8, 1.0, 1.25, 1.5, 2.0}) {
@@ -322,7 +322,7 @@ private Q_SLOTS:
         }
     }
 
-    void nothingIsCutHoweverLargeTheTexts()
+    void nothingIsCutAtAnyTextSize()
     {
         QFETCH(double, fontScale);
         pictures::prepareApplication(Theme::light, fontScale);
@@ -339,7 +339,7 @@ private Q_SLOTS:
         }
     }
 
-    void itTellsTheHeightAtWhichEachPageIsSeenWhole()
+    void itReportsTheHeightThatShowsEveryPageWhole()
     {
         for (const double scale : {1.0, 1.5, 2.0}) {
             pictures::prepareApplication(Theme::light, scale);
@@ -353,7 +353,7 @@ private Q_SLOTS:
         }
     }
 
-    void aPageTallerThanTheWindowIsScrolledByKeyAndTheNextBeginsAtItsTop()
+    void aTallPageScrollsByKeyAndTheNextBeginsAtItsTop()
     {
         pictures::prepareApplication(Theme::light, 2);
         const Room room;
@@ -370,7 +370,7 @@ private Q_SLOTS:
         QCOMPARE(bar->value(), 0);
     }
 
-    void itFollowsTheDesktopsColoursAndFontWhileItIsShown()
+    void anOpenWindowFollowsTheDesktopsColoursAndFont()
     {
         const Room room;
         room.show();

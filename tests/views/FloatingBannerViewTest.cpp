@@ -165,7 +165,7 @@ private Q_SLOTS:
         QCOMPARE(lines(view), (QStringList{u"START NOW"_s, u"Anna"_s, u"Lesson begins now"_s}));
     }
 
-    void aClockThatIsSetCountsFromTheNextTickOn()
+    void aClockChangeTakesEffectAtTheNextTick()
     {
         FloatingBannerView view(join(90), {});
         view.show();
@@ -175,7 +175,7 @@ private Q_SLOTS:
         QCOMPARE(lines(view).first(), u"20 SECONDS"_s);
     }
 
-    void aHiddenBannerDoesNotTickAndIsRightAsSoonAsItIsShownAgain()
+    void aHiddenBannerDoesNotTickAndIsUpdatedWhenShownAgain()
     {
         FloatingBannerView view(join(60), {});
         view.show();
@@ -198,7 +198,7 @@ private Q_SLOTS:
         QCOMPARE(m_clock->waitCount(), std::size_t{1});
     }
 
-    void aBannerMayGoBetweenTwoTicks()
+    void aBannerMayBeDestroyedBetweenTwoTicks()
     {
         auto view = std::make_unique<FloatingBannerView>(join(60), std::function<void()>());
         view->show();
@@ -220,7 +220,7 @@ private Q_SLOTS:
         QCOMPARE(dismissals, 1);
     }
 
-    void theCloseButtonAnswersToThePointer()
+    void theCloseButtonHighlightsUnderThePointer()
     {
         FloatingBannerView view(join(60), {});
         auto *close = view.findChild<QAbstractButton *>();
@@ -268,7 +268,7 @@ private Q_SLOTS:
         QCOMPARE(names, (QStringList{u"25 SECONDS"_s, u"Anna"_s, u"Get ready to start"_s}));
     }
 
-    void aTextThatIsCutCanStillBeReadWhole()
+    void aTruncatedTextIsAccessibleInFull()
     {
         const QString name = u"Maximiliane "_s.repeated(16).trimmed();
         FloatingBannerView view(action(LessonState::startNow, lesson(name, 0), std::nullopt), {});
@@ -277,7 +277,7 @@ private Q_SLOTS:
         QCOMPARE(QAccessible::queryAccessibleInterface(label)->text(QAccessible::Name), name);
     }
 
-    void aTextOfAMillionCharactersIsNoHindrance()
+    void aTextOfAMillionCharactersIsTruncated()
     {
         const QString name = u"王<b>\n\u202E "_s.repeated(200'000);
         FloatingBannerView view(action(LessonState::wrapUp, lesson(name, 0), lesson(name, 60), name), {});
@@ -288,7 +288,7 @@ private Q_SLOTS:
         }
     }
 
-    void breaksAndMarksThatTurnTextAreLeftOut()
+    void lineBreaksAndDirectionMarksAreLeftOut()
     {
         look::LineLabel label(look::font(20, QFont::Normal), Qt::white, 1);
         label.setLine(u"  a\n\tb\u2028c\u202Ed\u2067e\u0007f  "_s);

@@ -236,7 +236,7 @@ private Q_SLOTS:
                               u"Begin teaching. Quillet will follow your calendar's lesson times."_s}));
     }
 
-    void everyArticleShowsAllThatItsTopicHolds()
+    void everyArticleShowsItsWholeTopic()
     {
         for (const HelpTopic topic : allHelpTopics) {
             QStringList wanted{title(topic), summary(topic)};
@@ -300,7 +300,7 @@ private Q_SLOTS:
         QCOMPARE(rows(view).size(), 9);
     }
 
-    void aSearchLeavesTheSelectionAsItIs()
+    void aSearchKeepsTheSelection()
     {
         HelpCenterView view(*m_manual, opener());
         list(view)->setCurrentRow(4);
@@ -318,7 +318,7 @@ private Q_SLOTS:
         QCOMPARE(view.findChild<HelpArticleView *>(), article);
     }
 
-    void aSearchInVainLeavesTheListEmptyAndTheArticleInItsPlace()
+    void aSearchWithoutResultsEmptiesTheListAndKeepsTheArticle()
     {
         HelpCenterView view(*m_manual, opener());
         search(view)->setText(u"xylophone"_s);
@@ -328,7 +328,7 @@ private Q_SLOTS:
         QVERIFY(!named<look::Text>(view, u"No matching help topic"_s));
     }
 
-    void comingToTheListByKeyboardSelectsNothing()
+    void focusingTheListByKeyboardSelectsNothing()
     {
         HelpCenterView view(*m_manual, opener());
         view.resize(helpSize);
@@ -382,7 +382,7 @@ private Q_SLOTS:
         QCOMPARE(m_beeps, 0);
     }
 
-    void withTheManualMissingOpenPdfManualBeepsAndNothingOpens()
+    void withoutTheManualOpenPdfManualBeepsAndOpensNothing()
     {
         const HelpCenterView view(*m_manual, opener());
         named<QPushButton>(view, u"Open PDF Manual"_s)->click();
@@ -415,7 +415,7 @@ private Q_SLOTS:
         QCOMPARE(QApplication::focusWidget(), search(view));
     }
 
-    void theSearchLeadsToItsFirstHitWhichReturnOpens()
+    void returnMovesFromTheSearchToItsFirstHitAndOpensIt()
     {
         HelpCenterView view(*m_manual, opener());
         view.show();
@@ -474,7 +474,7 @@ private Q_SLOTS:
         QCOMPARE(m_opened.back(), wanted.front());
     }
 
-    void aScreenReaderHearsNames()
+    void allControlsHaveAccessibleNames()
     {
         HelpCenterView view(*m_manual, opener());
         const auto name = [](QObject *widget) {
@@ -509,7 +509,7 @@ private Q_SLOTS:
 
     // --- About
 
-    void aboutSaysWhatItShould()
+    void aboutShowsExactlyTheseTexts()
     {
         const AboutCorvaneView view(*m_manual, released(), opener());
         QCOMPARE(
@@ -526,7 +526,7 @@ private Q_SLOTS:
                                        u"support@quillet.example"_s}));
     }
 
-    void withoutAVersionAboutShowsOnePointNought()
+    void withoutAVersionAboutShowsOnePointZero()
     {
         for (const QByteArray &value :
              {QByteArray(), QByteArray("<real>2.5</real>"), QByteArray("<true/>")}) {
@@ -586,7 +586,7 @@ private Q_SLOTS:
         QCOMPARE(m_beeps, 1);
     }
 
-    void theLinksLeadWhereTheySay()
+    void theLinksOpenTheirAddresses()
     {
         const AboutCorvaneView view(*m_manual, released(), opener());
         named<QPushButton>(view, u"Contact Support"_s)->click();
@@ -597,7 +597,7 @@ private Q_SLOTS:
                         QUrl(u"mailto:support@quillet.example"_s)}));
     }
 
-    void aboutTellsTheHeightAtWhichItIsSeenWhole()
+    void aboutReportsTheHeightThatShowsItWhole()
     {
         for (const double scale : {1.0, 1.1, 1.5, 2.0}) {
             pictures::prepareApplication(Theme::light, scale);
@@ -611,7 +611,7 @@ private Q_SLOTS:
         }
     }
 
-    void theKeyboardReachesEverythingOfAbout()
+    void theKeyboardReachesEverythingInAbout()
     {
         AboutCorvaneView view(*m_manual, released(), opener());
         view.resize(aboutSize);

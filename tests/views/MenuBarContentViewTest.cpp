@@ -250,7 +250,7 @@ private Q_SLOTS:
         QVERIFY2(difference.isEmpty(), qPrintable(difference));
     }
 
-    void itIsMeasuredAsTheDesktopsOtherMenusAre()
+    void itHasAMenusMeasures()
     {
         Fixture f;
         f.start(fullDay());
@@ -266,7 +266,7 @@ private Q_SLOTS:
         QCOMPARE(view->findChild<look::ScrollView *>()->height(), 300);
     }
 
-    void noTextIsCutWhenTheDesktopsFontIsTwiceAsLarge()
+    void noTextIsCutAtTwiceTheFontSize()
     {
         pictures::prepareApplication(Theme::light, 2);
         Fixture f;
@@ -294,7 +294,7 @@ private Q_SLOTS:
         }
     }
 
-    void aFontThatGrowsWhileTheMenuBarPanelIsOpenMakesItGrow()
+    void anOpenPanelGrowsWithTheFont()
     {
         Fixture f;
         f.start(fullDay());
@@ -305,7 +305,7 @@ private Q_SLOTS:
         QVERIFY(pictureOf(*view) == pictureOf(*another));
     }
 
-    void aThemeThatChangesWhileTheMenuBarPanelIsOpenRecoloursIt()
+    void anOpenPanelFollowsTheTheme()
     {
         Fixture f;
         f.start(fullDay());
@@ -337,7 +337,7 @@ private Q_SLOTS:
         QVERIFY(!view->findChild<look::ScrollView *>()->isVisible());
     }
 
-    void duringALessonItsNeighboursStandBesideIt()
+    void duringALessonItsNeighboursAreShown()
     {
         Fixture f("10:20:00");
         f.start({sampleLesson(u"A"_s, at("09:00:00"), minutes(50)),
@@ -379,7 +379,7 @@ private Q_SLOTS:
         QCOMPARE(rowTexts(*view).size(), 3);
     }
 
-    void allTodayOpensAtTheLessonsSeenBefore()
+    void allTodayScrollsToTheLessonsShownBefore()
     {
         Fixture f;
         f.start(fullDay());
@@ -391,7 +391,7 @@ private Q_SLOTS:
         QCOMPARE((*row)->mapTo(view->findChild<look::ScrollView *>()->viewport(), QPoint()).y(), 0);
     }
 
-    void eachAppearanceLoadsTheLessonsAnew()
+    void eachAppearanceReloadsTheLessons()
     {
         Fixture f;
         f.start({});
@@ -405,14 +405,14 @@ private Q_SLOTS:
         QCOMPARE(f.store.calls, 3);
     }
 
-    void makingItLoadsNothing()
+    void constructionLoadsNothing()
     {
         Fixture f;
         const auto view = f.view();
         QCOMPARE(f.store.calls, 0);
     }
 
-    void rowsAreKeptAndNotDrawnAnewByALoadOfTheSameLessons()
+    void aLoadOfTheSameLessonsKeepsTheRowsWithoutRepainting()
     {
         Fixture f;
         f.start(fullDay());
@@ -430,7 +430,7 @@ private Q_SLOTS:
         QCOMPARE(paints.count(), 0);
     }
 
-    void aLessonThatComesBetweenLeavesTheOtherRowsAsTheyAre()
+    void anInsertedLessonKeepsTheOtherRows()
     {
         Fixture f;
         std::vector<Lesson> lessons = fullDay();
@@ -464,7 +464,7 @@ private Q_SLOTS:
         QCOMPARE(list.child(6)->text(QAccessible::Name), rowTexts(*view).at(6));
     }
 
-    void twoLessonsAlikeHaveARowEach()
+    void identicalLessonsHaveARowEach()
     {
         Fixture f;
         const Lesson twin = sampleLesson(u"Twin"_s, at("11:00:00"), minutes(25));
@@ -479,7 +479,7 @@ private Q_SLOTS:
         QCOMPARE(rowTexts(*view).filter(u"NEXT"_s).size(), 1);
     }
 
-    void theScrollPositionStaysAcrossLoads()
+    void loadsKeepTheScrollPosition()
     {
         Fixture f;
         f.start(fullDay());
@@ -493,7 +493,7 @@ private Q_SLOTS:
         QCOMPARE(barOf(*view).value(), 777);
     }
 
-    void whileItIsHiddenNothingIsWorkedOutOrDrawn()
+    void whileHiddenItNeitherUpdatesNorPaints()
     {
         Fixture f("10:59:15");
         f.start({sampleLesson(u"A"_s, at("11:00:00"), minutes(50))});
@@ -508,7 +508,7 @@ private Q_SLOTS:
         QCOMPARE(rowTexts(*view), QStringList{u"11:00, A, Zoom, NEXT, in 30s"_s});
     }
 
-    void aSecondInWhichNoTextChangesDrawsNothing()
+    void aTickThatChangesNoTextPaintsNothing()
     {
         Fixture f("10:20:10");
         f.start(fullDay());
@@ -524,7 +524,7 @@ private Q_SLOTS:
         QVERIFY(paints.count() > 0);
     }
 
-    void aNameThatIsCutCanBeReadWhole()
+    void aTruncatedNameCanBeReadInFull()
     {
         Fixture f;
         const QString name = u"Maximiliane <i>Konstantina</i> "_s.repeated(6).trimmed();
@@ -537,7 +537,7 @@ private Q_SLOTS:
         QVERIFY(rows.back()->toolTip().isEmpty());
     }
 
-    void aNameOfAMillionCharactersIsNoHindrance()
+    void aNameOfAMillionCharactersIsTruncated()
     {
         Fixture f;
         const QString name = u"王<b>\n\u202E "_s.repeated(200'000);
@@ -563,7 +563,7 @@ private Q_SLOTS:
 
     // --- the error line
 
-    void withoutAnErrorTheCommandsBeginWithTheirLine()
+    void withoutAnErrorThereIsNoErrorLine()
     {
         Fixture f;
         f.start(fullDay());
@@ -599,7 +599,7 @@ private Q_SLOTS:
 
     // --- the commands
 
-    void theCommandsStandInTheirOrder()
+    void theCommandsAreInOrder()
     {
         Fixture f;
         const auto view = f.view();
@@ -617,7 +617,7 @@ private Q_SLOTS:
                               u"Settings"_s, u"Show Debug Window"_s, u"Quit Quillet"_s}));
     }
 
-    void aCommandWhoseWindowIsNotThereIsNotThere()
+    void aCommandWithoutAWindowIsLeftOut()
     {
         Fixture f;
         f.actions.hasWindow = [](const WindowName &window) { return window == windowNames::about(); };
@@ -645,7 +645,7 @@ private Q_SLOTS:
         QCOMPARE(f.quits, 1);
     }
 
-    void quickStartReopensSetupAlsoAfterItWasCompleted()
+    void quickStartReopensACompletedSetup()
     {
         Fixture f;
         f.settings.setHasCompletedWelcome(true);
@@ -654,7 +654,7 @@ private Q_SLOTS:
         QCOMPARE(f.opened, std::vector{windowNames::setup()});
     }
 
-    void afterSetupWasCompletedAppearingOpensNothing()
+    void afterACompletedSetupAppearingOpensNothing()
     {
         Fixture f;
         f.settings.setHasCompletedWelcome(true);
@@ -663,7 +663,7 @@ private Q_SLOTS:
         QVERIFY(f.opened.empty() && f.openedBeside.empty());
     }
 
-    void untilSetupWasCompletedEachAppearanceBringsItForward()
+    void untilSetupIsCompletedEachAppearanceBringsItForward()
     {
         Fixture f;
         const auto view = f.shown();
@@ -687,7 +687,7 @@ private Q_SLOTS:
         QCOMPARE(f.quits, 1);
     }
 
-    void ctrlQQuitsWhileAWindowBesideItHasTheKeyboard()
+    void ctrlQQuitsWhileAnotherWindowHasTheFocus()
     {
         Fixture f;
         const auto view = f.shown();
@@ -727,7 +727,7 @@ private Q_SLOTS:
         QCOMPARE(accessible(QApplication::focusWidget()).text(QAccessible::Name), u"Quit Quillet"_s);
     }
 
-    void whereAllRowsAreSeenTabPassesThemBy()
+    void tabSkipsTheRowsWhenAllAreVisible()
     {
         Fixture f;
         f.start({sampleLesson(u"A"_s, at("11:00:00"), minutes(50))});
@@ -738,7 +738,7 @@ private Q_SLOTS:
         QCOMPARE(accessible(QApplication::focusWidget()).text(QAccessible::Name), u"Test Notification"_s);
     }
 
-    void arrowsChooseInTheSwitch()
+    void arrowKeysMoveTheSwitch()
     {
         Fixture f;
         f.start(fullDay());
@@ -751,7 +751,7 @@ private Q_SLOTS:
         QCOMPARE(rowTexts(*view).size(), 3);
     }
 
-    void aClickChoosesInTheSwitch()
+    void aClickMovesTheSwitch()
     {
         Fixture f;
         f.start(fullDay());
@@ -776,7 +776,7 @@ private Q_SLOTS:
         QCOMPARE(f.quits, 3);
     }
 
-    void whatHasTheKeyboardIsSeen()
+    void theFocusedControlIsMarked()
     {
         Fixture f;
         f.start(fullDay());
@@ -801,7 +801,7 @@ private Q_SLOTS:
         }
     }
 
-    void theRowsAreScrolledByTheKeyboardAndTheWheel()
+    void theRowsScrollByKeyboardAndWheel()
     {
         Fixture f;
         f.start(fullDay());
@@ -852,7 +852,7 @@ private Q_SLOTS:
                  u"Today\u2019s schedule"_s);
     }
 
-    void theRowsAreOneElementEachOfAList()
+    void eachRowIsOneAccessibleListItem()
     {
         Fixture f;
         f.start(fullDay());

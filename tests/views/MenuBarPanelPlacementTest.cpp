@@ -46,38 +46,38 @@ class MenuBarPanelPlacementTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aMenuBarPanelStandsAtTheBell_data()
+    void aMenuBarPanelIsPlacedAtTheBell_data()
     {
         QTest::addColumn<Kept>("kept");
         QTest::addColumn<Point>("item");
         QTest::addColumn<Rect>("expected");
-        QTest::newRow("below one at the top")
+        QTest::newRow("below a dock at the top")
             << Kept{.top = 30} << Point{800, 885} << Rect{640, 870 - gap - 400, 320, 400};
-        QTest::newRow("above one at the foot")
+        QTest::newRow("above a dock at the bottom")
             << Kept{.bottom = 40} << Point{800, 20} << Rect{640, 40 + gap, 320, 400};
-        QTest::newRow("right of one on the left")
+        QTest::newRow("right of a dock on the left")
             << Kept{.left = 48} << Point{24, 500} << Rect{48 + gap, 300, 320, 400};
-        QTest::newRow("left of one on the right")
+        QTest::newRow("left of a dock on the right")
             << Kept{.right = 48} << Point{1420, 500} << Rect{1392 - gap - 320, 300, 320, 400};
-        QTest::newRow("not beyond the right end")
+        QTest::newRow("not beyond the right edge")
             << Kept{.top = 30} << Point{1430, 885} << Rect{1440 - gap - 320, 870 - gap - 400, 320, 400};
-        QTest::newRow("not beyond the left end")
+        QTest::newRow("not beyond the left edge")
             << Kept{.bottom = 30} << Point{5, 15} << Rect{gap, 30 + gap, 320, 400};
-        QTest::newRow("not beyond the lower end")
+        QTest::newRow("not beyond the lower edge")
             << Kept{.left = 48} << Point{24, 10} << Rect{48 + gap, gap, 320, 400};
-        QTest::newRow("not beyond the upper end")
+        QTest::newRow("not beyond the upper edge")
             << Kept{.right = 48} << Point{1420, 899} << Rect{1392 - gap - 320, 900 - gap - 400, 320, 400};
-        QTest::newRow("between two docks at the one clicked")
+        QTest::newRow("between two docks, at the clicked one")
             << Kept{.top = 30, .bottom = 30} << Point{720, 10} << Rect{560, 30 + gap, 320, 400};
-        QTest::newRow("in the corner of two docks at the thinner one's, which it is further in")
+        QTest::newRow("in the corner of two docks, at the thinner one")
             << Kept{.bottom = 60, .left = 30} << Point{15, 5} << Rect{30 + gap, 60 + gap, 320, 400};
-        QTest::newRow("clear of one whose dock hides by itself, at the top")
+        QTest::newRow("clear of an auto-hiding dock at the top")
             << Kept{} << Point{800, 890} << Rect{640, 890 - MenuBarPanelPlacement::clearance - 400, 320, 400};
-        QTest::newRow("clear of one whose dock hides by itself, at the foot")
+        QTest::newRow("clear of an auto-hiding dock at the bottom")
             << Kept{} << Point{800, 12} << Rect{640, 12 + MenuBarPanelPlacement::clearance, 320, 400};
     }
 
-    void aMenuBarPanelStandsAtTheBell()
+    void aMenuBarPanelIsPlacedAtTheBell()
     {
         QFETCH(Kept, kept);
         QFETCH(Point, item);
@@ -88,14 +88,14 @@ private Q_SLOTS:
             qPrintable(u"%1 %2 %3 %4"_s.arg(placed.x).arg(placed.y).arg(placed.width).arg(placed.height)));
     }
 
-    void whereTheBellIsNotKnownTheMenuBarPanelStandsInItsCorner_data()
+    void withoutTheBellsPlaceTheMenuBarPanelIsInACorner_data()
     {
         QTest::addColumn<Kept>("kept");
         QTest::addColumn<Rect>("expected");
         const double right = 1440 - gap - 320;
         QTest::newRow("a dock at the top") << Kept{.top = 30} << Rect{right, 870 - gap - 400, 320, 400};
-        QTest::newRow("a dock at the foot") << Kept{.bottom = 40} << Rect{right, 40 + gap, 320, 400};
-        QTest::newRow("a bar at the top and a dock at the foot")
+        QTest::newRow("a dock at the bottom") << Kept{.bottom = 40} << Rect{right, 40 + gap, 320, 400};
+        QTest::newRow("a bar at the top and a dock at the bottom")
             << Kept{.top = 28, .bottom = 28} << Rect{right, 872 - gap - 400, 320, 400};
         QTest::newRow("a bar at the top and a dock on the left")
             << Kept{.top = 28, .left = 64} << Rect{right, 872 - gap - 400, 320, 400};
@@ -104,14 +104,14 @@ private Q_SLOTS:
         QTest::newRow("none") << Kept{} << Rect{right, 900 - gap - 400, 320, 400};
     }
 
-    void whereTheBellIsNotKnownTheMenuBarPanelStandsInItsCorner()
+    void withoutTheBellsPlaceTheMenuBarPanelIsInACorner()
     {
         QFETCH(Kept, kept);
         QFETCH(Rect, expected);
         QVERIFY(frame(std::nullopt, screen(kept)) == expected);
     }
 
-    void onTwoMonitorsTheMenuBarPanelStandsOnTheOneOfTheBell()
+    void onTwoMonitorsTheMenuBarPanelIsOnTheBellsMonitor()
     {
         const Screen first = screen({.top = 30});
         const Screen second = screen({.bottom = 40}, {1440, -300, 1920, 1200});
@@ -124,7 +124,7 @@ private Q_SLOTS:
         QVERIFY((at({4000, -290}) == Rect{3360 - gap - 320, -260 + gap, 320, 400}));
     }
 
-    void onASmallScreenTheMenuBarPanelIsLower()
+    void onASmallScreenTheMenuBarPanelShrinks()
     {
         const Screen small = screen({.top = 30}, {0, 0, 640, 360});
         QVERIFY((frame(Point{600, 350}, small) == Rect{640 - gap - 320, gap, 320, 330 - 2 * gap}));
@@ -133,7 +133,7 @@ private Q_SLOTS:
     }
 
     // At 200 % a dock may have an odd number of pixels, that is half points.
-    void atTwiceTheScaleItStandsOnWholePoints()
+    void atTwiceTheScaleItIsPlacedOnWholePoints()
     {
         const Screen dense = screen({.top = 27.5}, {0, 0, 1280, 720});
         const Rect placed = frame(Point{1000.5, 700.25}, dense, {320, 333.5});
@@ -141,7 +141,7 @@ private Q_SLOTS:
         QVERIFY(placed.maxY() <= 720 - 27.5 - gap);
     }
 
-    void theMenuBarPanelIsAlwaysWithinWhatIsVisible()
+    void theMenuBarPanelIsAlwaysWithinTheVisibleFrame()
     {
         for (const Kept &kept : {Kept{.top = 30}, Kept{.bottom = 61.5}, Kept{.left = 48, .right = 17}}) {
             for (const Rect &whole :

@@ -108,7 +108,7 @@ private Q_SLOTS:
         m_clock.reset();
     }
 
-    void theContentIsMadeWhenTheMenuBarPanelOpensAndDestroyedWhenItCloses()
+    void theContentExistsOnlyWhileTheMenuBarPanelIsOpen()
     {
         make();
         QCOMPARE(m_made, 0);
@@ -134,7 +134,7 @@ private Q_SLOTS:
         QCOMPARE(m_windowSystem.broughtToFront, QList<WindowId>{m_menuBarPanel->window()->winId()});
     }
 
-    void theWindowIsAsLargeAsItsContentAndWhereItBelongs()
+    void theWindowFitsItsContentAndIsPlacedAtTheBell()
     {
         make(300);
         m_menuBarPanel->toggle(Point{400, 595});
@@ -148,7 +148,7 @@ private Q_SLOTS:
         QCOMPARE(m_content->width(), 320);
     }
 
-    void withACompositorItHasAShadowWithinTheVisiblePart()
+    void withACompositorItHasAShadowWithinTheVisibleFrame()
     {
         m_windowSystem.composited = true;
         make(300);
@@ -162,7 +162,7 @@ private Q_SLOTS:
         QVERIFY(!m_menuBarPanel->isOpen());
     }
 
-    void aContentThatGrowsTakesTheWindowWithIt()
+    void theWindowFollowsTheContentsHeight()
     {
         make(300);
         m_menuBarPanel->toggle(Point{400, 595});
@@ -175,7 +175,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_menuBarPanel->window()->height(), before - 50);
     }
 
-    void aContentTooHighForTheScreenScrolls()
+    void contentTooTallForTheScreenScrolls()
     {
         make(5000);
         m_menuBarPanel->toggle(Point{400, 595});
@@ -216,7 +216,7 @@ private Q_SLOTS:
         QCOMPARE(closings.size(), 1);
     }
 
-    void theClickOnTheBellThatTakesTheKeyboardDoesNotOpenItAgain()
+    void theBellClickThatTakesTheFocusDoesNotReopenIt()
     {
         make();
         openWithFocus();
@@ -230,7 +230,7 @@ private Q_SLOTS:
         QVERIFY(m_menuBarPanel->isOpen());
     }
 
-    void aClickOnTheBellLongAfterAnotherWindowTookTheKeyboardOpensIt()
+    void aBellClickLongAfterAnotherWindowTookTheFocusOpensIt()
     {
         make();
         openWithFocus();
@@ -241,7 +241,7 @@ private Q_SLOTS:
         QVERIFY(m_menuBarPanel->isOpen());
     }
 
-    void besideAWindowThatItOpenedItStays()
+    void itStaysOpenBesideAWindowThatItOpened()
     {
         make();
         openWithFocus();
@@ -258,7 +258,7 @@ private Q_SLOTS:
         QVERIFY(m_menuBarPanel->isOpen());
     }
 
-    void besideAWindowItClosesWhenTheKeyboardGoesToAnotherProgram()
+    void besideAWindowItClosesWhenAnotherProgramTakesTheFocus()
     {
         make();
         openWithFocus();
@@ -269,7 +269,7 @@ private Q_SLOTS:
         QVERIFY(!m_menuBarPanel->isOpen());
     }
 
-    void besideAWindowThatTookTheKeyboardFirstItStillCloses()
+    void besideAWindowThatTookTheFocusFirstItStillCloses()
     {
         make();
         const auto other = otherWindow();
@@ -281,7 +281,7 @@ private Q_SLOTS:
         QVERIFY(!m_menuBarPanel->isOpen());
     }
 
-    void whatOpensByItselfLeavesTheKeyboardWhereItIs()
+    void openingByItselfDoesNotTakeTheFocus()
     {
         make();
         m_menuBarPanel->openAsWindow(MenuBarPanel::OpenedBy::program);
@@ -294,7 +294,7 @@ private Q_SLOTS:
         QCOMPARE(m_windowSystem.broughtToFront.size(), 1);
     }
 
-    void theNextMenuBarPanelDoesNotStay()
+    void stayingOpenDoesNotApplyToTheNextOpening()
     {
         make();
         openWithFocus();
@@ -305,7 +305,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!m_menuBarPanel->isOpen());
     }
 
-    void aDialogOfTheMenuBarPanelsOwnDoesNotCloseIt()
+    void itsOwnDialogDoesNotCloseIt()
     {
         make();
         openWithFocus();
@@ -316,7 +316,7 @@ private Q_SLOTS:
         QVERIFY(m_menuBarPanel->isOpen());
     }
 
-    void asAnOrdinaryWindowItHasAFrameAndATitleAndStays()
+    void asAnOrdinaryWindowItHasAFrameATitleAndStaysOpen()
     {
         make();
         m_menuBarPanel->openAsWindow();
@@ -333,7 +333,7 @@ private Q_SLOTS:
         QTRY_VERIFY(m_content.isNull());
     }
 
-    void openingAnOpenOneBringsItToTheFront()
+    void openingItAgainBringsItToTheFront()
     {
         make();
         m_menuBarPanel->openAsWindow();
@@ -353,7 +353,7 @@ private Q_SLOTS:
         QTRY_VERIFY(m_content.isNull());
     }
 
-    void itGoesWithItsOwner()
+    void itIsDestroyedWithItsOwner()
     {
         make();
         openWithFocus();

@@ -81,7 +81,7 @@ class MotionTest final : public QObject {
 private Q_SLOTS:
     void init() { pictures::prepareApplication(); }
 
-    void aPageSlidesToTheNextAndThenAllIsAsItWas()
+    void aPageSlidesToTheNextAndLeavesNothingBehind()
     {
         Pages pages;
         pages.area.show();
@@ -104,7 +104,7 @@ private Q_SLOTS:
         QCOMPARE(paints.count, 0);
     }
 
-    void aPageIsThereAtOnceWhereNobodySeesItOrNothingMayMove()
+    void aPageAppearsAtOnceWhileHiddenOrWithoutMotion()
     {
         Pages hidden;
         hidden.slide();
@@ -144,7 +144,7 @@ private Q_SLOTS:
         QCOMPARE(paints.count, 0);
     }
 
-    void aSymbolTurnsOnlyWhereItIsSeenAndMayMove()
+    void aSymbolTurnsOnlyWhileVisibleAndWithMotion()
     {
         QWidget window;
         auto *button = pushButton(u"Reload"_s, Role::bordered, u"arrow.clockwise"_s);
@@ -184,7 +184,7 @@ private Q_SLOTS:
         }
     }
 
-    void theIndicatorIsThereAtOnceWhereNothingMayMove()
+    void theIndicatorJumpsWithoutMotion()
     {
         wantNoMotion();
         PageIndicator still(5);

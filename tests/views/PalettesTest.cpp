@@ -31,7 +31,7 @@ class PalettesTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aPaletteThatAgreesWithTheDesktopStays()
+    void aPaletteThatMatchesTheSchemeStays()
     {
         QCOMPARE(withAppearance(light, {}), light);
         QCOMPARE(withAppearance(dark, {}), dark);
@@ -39,7 +39,7 @@ private Q_SLOTS:
         QCOMPARE(withAppearance(dark, {.scheme = Scheme::dark}), dark);
     }
 
-    void oneThatDisagreesIsReplacedAndKeepsItsAccent()
+    void aMismatchedPaletteIsReplacedButKeepsItsAccent()
     {
         const QPalette darkened = withAppearance(light, {.scheme = Scheme::dark});
         QVERIFY(isDark(darkened));
@@ -47,14 +47,14 @@ private Q_SLOTS:
         QVERIFY(!isDark(withAppearance(dark, {.scheme = Scheme::light})));
     }
 
-    void theDesktopsAccentIsTaken()
+    void theDesktopsAccentIsUsed()
     {
         const QPalette palette = withAppearance(light, {.accent = Appearance::Accent{1, 0.5, 0}});
         QCOMPARE(palette.color(QPalette::Active, QPalette::Highlight).rgb(), qRgb(255, 128, 0));
         QCOMPARE(palette.color(QPalette::Inactive, QPalette::Highlight).rgb(), qRgb(255, 128, 0));
     }
 
-    void anOpenWindowFollowsTheDesktopIntoTheDarkAndBack()
+    void anOpenWindowFollowsTheDesktopToDarkAndBack()
     {
         auto *style = new Style;
         QApplication::setStyle(style);
@@ -70,7 +70,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!isDark(window.palette()));
     }
 
-    void nothingMovesWhereTheDesktopWantsNoMotion()
+    void reducedMotionDisablesAnimations()
     {
         Style style;
         QVERIFY(style.styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, nullptr, nullptr) > 0);

@@ -213,7 +213,7 @@ private Q_SLOTS:
     }
     void cleanup() { m_clock.reset(); }
 
-    void itsTextsAreThese()
+    void itShowsExactlyTheseTexts()
     {
         const Room room({entry(u"Anna"_s)});
         QCOMPARE(
@@ -271,7 +271,7 @@ private Q_SLOTS:
             }));
     }
 
-    void aNameOfOnlySpacesAddsNothingAndLeavesTheFieldAsItIs()
+    void aBlankNameAddsNothingAndKeepsTheField()
     {
         const Room room;
         room.studentName()->setText(u"   "_s);
@@ -307,7 +307,7 @@ private Q_SLOTS:
         QCOMPARE(room.settings.notificationDuration(), 5.0);
     }
 
-    void theArrowOfReloadTurnsWhileLessonsAreLoaded()
+    void theReloadArrowTurnsWhileLessonsAreLoaded()
     {
         Room room;
         room.show();
@@ -346,7 +346,7 @@ private Q_SLOTS:
         QTRY_VERIFY(glow.isNull());
     }
 
-    void aLessonThatGoesTakesItsGlowAlong()
+    void aRemovedLessonsGlowEnds()
     {
         const Room room;
         room.show();
@@ -359,7 +359,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(glow.isNull(), 500);
     }
 
-    void nothingGlowsWhereNothingMayMove()
+    void withoutMotionNothingGlows()
     {
         qobject_cast<look::Style *>(QApplication::style())->follow({.reducesMotion = true});
         const Room room;
@@ -396,7 +396,7 @@ private Q_SLOTS:
         QCOMPARE(room.reloads, 3);
     }
 
-    void aLessonIsRemovedOnceThoughItsButtonIsPressedTwice()
+    void aDoublePressOnRemoveRemovesOneLesson()
     {
         const Room room({entry(u"Anna"_s), entry(u"Ben"_s)});
         auto *remove = room.button(u"Remove"_s);
@@ -405,7 +405,7 @@ private Q_SLOTS:
         QCOMPARE(room.settings.manualLessons().size(), std::size_t{1});
     }
 
-    void ofTwoEntriesThatAreAlikeOneIsRemoved()
+    void ofTwoIdenticalEntriesOneIsRemoved()
     {
         const ManualLessonEntry twin = entry(u"Anna"_s);
         const Room room({twin, twin});
@@ -427,7 +427,7 @@ private Q_SLOTS:
         QCOMPARE(room.lastLesson().platform, TeachingPlatform::onlineLesson);
     }
 
-    void addingALessonSavesItAtOnceAndHasTheLessonsReadAgain()
+    void addingALessonSavesItAtOnceAndReloadsTheLessons()
     {
         const Room room({entry(u"Anna"_s)});
         room.studentName()->setText(u" \tBen \u2028"_s);
@@ -489,7 +489,7 @@ private Q_SLOTS:
         QCOMPARE(room.list()->rowOf(4)->findChild<look::ElidedText *>()->text(), u"<b>Eve</b> &amp; evE"_s);
     }
 
-    void aNameThatIsCutIsShownWholeByItsToolTip()
+    void aTruncatedNamesToolTipShowsItInFull()
     {
         const Room room({entry(u"Anna"_s), entry(u"<i>"_s + longName)});
         (void)room.view->grab();
@@ -502,7 +502,7 @@ private Q_SLOTS:
                  (u"<i>"_s + longName).trimmed());
     }
 
-    void aRowTellsItsPlatformAndEachButtonTellsWhatItRemoves()
+    void eachRemoveButtonDescribesItsLesson()
     {
         const Room room({entry(u"Anna"_s, TeachingPlatform::microsoftTeams)});
         auto *remove = room.button(u"Remove"_s);
@@ -530,7 +530,7 @@ private Q_SLOTS:
         QVERIFY(room.loginItem.isRegistered);
     }
 
-    void theSwitchesAreSavedWhenAnAssistiveToolTurnsThem()
+    void theSwitchesAreSavedWhenAnAssistiveToolTogglesThem()
     {
         const Room room;
         for (const QString &text : {u"Play sound with reminders"_s, u"Start Quillet when I log in"_s}) {
@@ -581,7 +581,7 @@ private Q_SLOTS:
         QCOMPARE(room.reloads, 1);
     }
 
-    void quickStartBeginsTheSetupAnew()
+    void quickStartRestartsTheSetup()
     {
         Room room;
         room.settings.setHasCompletedWelcome(true);
@@ -621,7 +621,7 @@ private Q_SLOTS:
         }
     }
 
-    void aStartIsTyped()
+    void aStartCanBeTyped()
     {
         const Room room;
         room.show();
@@ -634,7 +634,7 @@ private Q_SLOTS:
                  QDateTime(QDate(2026, 11, 21), QTime(17, 45), QTimeZone::utc()));
     }
 
-    void aClickIntoTheStartChoosesTheUnitThatIsTyped()
+    void aClickIntoTheStartSelectsTheUnitToType()
     {
         const Room room;
         room.show();
@@ -661,7 +661,7 @@ private Q_SLOTS:
         QCOMPARE(field->selectedText(), u"24 Nov"_s);
     }
 
-    void aStartIsTypedInAnyLocale_data()
+    void aStartCanBeTypedInAnyLocale_data()
     {
         QTest::addColumn<QLocale>("locale");
         for (const auto *name : {u"en_US", u"en_GB", u"de_DE", u"zh_CN", u"zh_TW", u"fr_CA", u"ja_JP",
@@ -671,7 +671,7 @@ private Q_SLOTS:
         }
     }
 
-    void aStartIsTypedInAnyLocale()
+    void aStartCanBeTypedInAnyLocale()
     {
         QFETCH(QLocale, locale);
         const QLocale before;
@@ -693,7 +693,7 @@ private Q_SLOTS:
                  QDateTime(QDate(2026, 12, 23), QTime(9, 40), QTimeZone::utc()));
     }
 
-    void aStartThatAChangeOfTheClocksLeavesOutBecomesOneThatThereIs()
+    void aStartSkippedByDaylightSavingBecomesAValidOne()
     {
         const QByteArray before = qgetenv("TZ");
         qputenv("TZ", "Europe/Berlin");
@@ -717,7 +717,7 @@ private Q_SLOTS:
                 start == QDateTime(QDate(2027, 3, 28), QTime(0, 30), QTimeZone::utc()));
     }
 
-    void aStartIsSteppedWithTheKeysAndGoesOnIntoTheNextUnit()
+    void arrowKeysStepTheStartAndCarryIntoTheNextUnit()
     {
         const Room room;
         room.show();
@@ -738,7 +738,7 @@ private Q_SLOTS:
         QCOMPARE(room.start()->text(), u"1 Jan 2027 11:01"_s);
     }
 
-    void aStartIsSteppedWithTheMouse()
+    void aStartCanBeSteppedWithTheMouse()
     {
         const Room room;
         room.show();
@@ -753,7 +753,7 @@ private Q_SLOTS:
         QCOMPARE(room.start()->text(), u"21 Nov 2027 10:00"_s);
     }
 
-    void aStartThatWasChosenIsAWholeMinute()
+    void aChosenStartIsAWholeMinute()
     {
         const Room room;
         room.show();
@@ -764,7 +764,7 @@ private Q_SLOTS:
                  QDateTime(QDate(2026, 11, 21), QTime(12, 0), QTimeZone::utc()));
     }
 
-    void aDayIsClickedInTheCalendar()
+    void aDayCanBeClickedInTheCalendar()
     {
         const Room room;
         room.show();
@@ -794,7 +794,7 @@ private Q_SLOTS:
         QTRY_VERIFY(QApplication::activePopupWidget() == nullptr);
     }
 
-    void aDayIsChosenInTheCalendarWithTheKeysAndEscapeLeavesItAsItWas()
+    void keysChooseADayInTheCalendarAndEscapeCancels()
     {
         const Room room;
         room.show();
@@ -820,7 +820,7 @@ private Q_SLOTS:
         room.view->close();
     }
 
-    void aHundredLessonsKeepTheirRowsWhenOneComesOrGoes()
+    void addingOrRemovingALessonKeepsTheOtherRows()
     {
         std::vector<ManualLessonEntry> lessons = aHundredLessons();
         Room room(lessons);
@@ -856,7 +856,7 @@ private Q_SLOTS:
         QVERIFY(isSeen(room.studentName()));
     }
 
-    void theKeyboardGoesToTheNeighbourOfARemovedRow()
+    void theFocusMovesToTheNeighbourOfARemovedRow()
     {
         const Room room({entry(u"Anna"_s), entry(u"Ben"_s), entry(u"Cleo"_s)});
         room.show();
@@ -872,7 +872,7 @@ private Q_SLOTS:
         QCOMPARE(room.view->focusWidget(), room.button(u"Add Manual Lesson"_s));
     }
 
-    void tabReachesEveryControlInTheOrderInWhichTheyAreRead()
+    void tabReachesEveryControlInReadingOrder()
     {
         Room room({entry(u"Anna"_s)});
         room.show();
@@ -900,7 +900,7 @@ private Q_SLOTS:
         QCOMPARE(order.join(u'|'), wanted.join(u'|'));
     }
 
-    void tabLeavesAddForTheFirstLessonsButton()
+    void tabMovesFromAddToTheFirstLessonsButton()
     {
         const Room room; // without a lesson at first
         room.show();
@@ -922,7 +922,7 @@ private Q_SLOTS:
         QCOMPARE(viewWalk::unnamedControls(room.view.get()).join(u'\n'), QString());
     }
 
-    void thePageScrollsByKeyWhereverTheKeyboardIs()
+    void thePageScrollsByKeyWhereverTheFocusIs()
     {
         const Room room(sampleLessons());
         room.show();
@@ -931,7 +931,7 @@ private Q_SLOTS:
         QVERIFY(room.page()->verticalScrollBar()->value() > 100);
     }
 
-    void nothingIsCutHoweverSmallTheWindowAndLargeTheTexts_data()
+    void nothingIsCutAtAnyWindowAndTextSize_data()
     {
         QTest::addColumn<int>("width");
         QTest::addColumn<double>("fontScale");
@@ -942,7 +942,7 @@ private Q_SLOTS:
         }
     }
 
-    void nothingIsCutHoweverSmallTheWindowAndLargeTheTexts()
+    void nothingIsCutAtAnyWindowAndTextSize()
     {
         QFETCH(int, width);
         QFETCH(double, fontScale);
@@ -960,7 +960,7 @@ private Q_SLOTS:
         }
     }
 
-    void edgesAndMiddlesAgreeToThePixel()
+    void edgesAndMiddlesAreAlignedToThePixel()
     {
         const Room room(sampleLessons());
         (void)column(room, 620);
@@ -997,7 +997,7 @@ private Q_SLOTS:
         QCOMPARE(labels, 5);
     }
 
-    void itFollowsTheDesktopsColoursAndFontWhileItIsShown()
+    void anOpenWindowFollowsTheDesktopsColoursAndFont()
     {
         const Room room(sampleLessons());
         room.show();

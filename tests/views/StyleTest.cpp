@@ -139,7 +139,7 @@ private Q_SLOTS:
         choices->hidePopup();
     }
 
-    void theRingKeepsADistance()
+    void theFocusRingKeepsADistance()
     {
         QWidget window;
         auto *one = pushButton(u"One"_s);
@@ -160,7 +160,7 @@ private Q_SLOTS:
         QCOMPARE(at(edge - QPoint(1, 0)).rgb(), window.palette().color(QPalette::Window).rgb());
     }
 
-    void noRingIsShownToWhoClicks()
+    void aClickShowsNoFocusRing()
     {
         QWidget window;
         auto *button = pushButton(u"One"_s);
@@ -173,7 +173,7 @@ private Q_SLOTS:
         QVERIFY(ring == nullptr || !ring->isVisible());
     }
 
-    void enterPressesAButtonOnceHoweverLongItIsHeld()
+    void aHeldEnterPressesAButtonOnce()
     {
         QWidget window;
         auto *button = pushButton(u"One"_s);
@@ -188,7 +188,7 @@ private Q_SLOTS:
         QCOMPARE(pressed.size(), 1);
     }
 
-    void aKnobSlidesWhenASwitchIsTurned()
+    void aKnobSlidesWhenItsSwitchIsToggled()
     {
         QWidget window;
         auto *box = new QCheckBox(u"On"_s);
@@ -200,7 +200,7 @@ private Q_SLOTS:
         QTRY_COMPARE(KnobSlide::position(*box), 1.0);
     }
 
-    void aKnobIsThereAtOnceWhereNothingMayMove()
+    void aKnobJumpsWithoutMotion()
     {
         qobject_cast<Style *>(QApplication::style())->follow({.reducesMotion = true});
         QWidget window;
@@ -211,7 +211,7 @@ private Q_SLOTS:
         QCOMPARE(KnobSlide::position(*box), 1.0);
     }
 
-    void aScrollBarTakesNothingFromTheContent()
+    void aScrollBarDoesNotNarrowTheContent()
     {
         QScrollArea area;
         area.setFrameShape(QFrame::NoFrame);
@@ -227,7 +227,7 @@ private Q_SLOTS:
         QCOMPARE(content->width(), 200);
     }
 
-    void escapeEmptiesASearchAndThenIsLeftToItsWindow()
+    void escapeClearsASearchAndThenPassesToItsWindow()
     {
         QWidget window;
         auto *search = searchField(u"Search"_s);
@@ -241,7 +241,7 @@ private Q_SLOTS:
         QVERIFY(!escape.isAccepted());
     }
 
-    void theToolkitsOwnColoursAreTheAccents()
+    void theApplicationPaletteUsesTheAccent()
     {
         const QPalette palette = QApplication::palette();
         QCOMPARE(palette.color(QPalette::Highlight), accentGround(palette));

@@ -21,7 +21,7 @@ class TextTest final : public QObject {
 private Q_SLOTS:
     void init() { pictures::prepareApplication(); }
 
-    void whatATextHoldsStaysPlainTextBesideItsLinks()
+    void textBesideLinksStaysPlainText()
     {
         look::Text text(u"<b>a.example</b> & b@a.example, https://a.example"_s, look::TextStyle::body);
         text.setLinks({{u"nowhere"_s, QUrl(u"https://nowhere.example"_s)},
@@ -35,7 +35,7 @@ private Q_SLOTS:
                  u"<b>a.example</b> & b@a.example, https://a.example"_s);
     }
 
-    void aBalancedTextTakesTheLeastWidthOfItsLines()
+    void aBalancedTextUsesTheLeastWidthForItsLines()
     {
         const QFont font = look::font(look::TextStyle::body);
         const QFontMetrics metrics(font);
@@ -50,7 +50,7 @@ private Q_SLOTS:
         QVERIFY(look::balancedWidth({}, font, room) <= room);
     }
 
-    void aBalancedTextIsDrawnInTheMiddleOnAsManyLines()
+    void aBalancedTextIsCentredOnTheSameNumberOfLines()
     {
         look::Text text(u"one two three four five"_s, look::TextStyle::body);
         text.setAlignment(Qt::AlignCenter);
@@ -76,7 +76,7 @@ private Q_SLOTS:
         QVERIFY(std::abs(inked(after).center().x() - text.rect().center().x()) <= 3);
     }
 
-    void textsAreAlignedAsThePage()
+    void textsAreAlignedWithTheLayoutDirection()
     {
         const auto inkIsAtTheRight = [](look::Text &text) {
             const QImage picture = text.grab().toImage();

@@ -92,7 +92,7 @@ private Q_SLOTS:
         QVERIFY(program.scenes.window(u"help"_s) == nullptr);
     }
 
-    void theProgramIsEntitledFirstAndTheWindowIsRaisedOnTheNextTurn()
+    void activationIsRequestedFirstAndTheWindowIsRaisedOnTheNextTurn()
     {
         Program program;
         program.open(u"help"_s, u"Quillet Help"_s);
@@ -140,7 +140,7 @@ private Q_SLOTS:
         QCOMPARE(program.made, 1);
     }
 
-    void aClosedWindowIsDestroyedAndMadeAnew()
+    void aClosedWindowIsDestroyedAndRecreated()
     {
         Program program;
         program.open(u"help"_s, u"Quillet Help"_s);
@@ -201,7 +201,7 @@ private Q_SLOTS:
         QCOMPARE(program.scenes.window(u"large"_s)->size(), QSize(1440, 875));
     }
 
-    void aWindowOpensInTheMiddleOfTheScreenThatThePointerIsOn()
+    void aWindowOpensInTheMiddleOfThePointersScreen()
     {
         Program program;
         program.useTwoScreens();
@@ -216,7 +216,7 @@ private Q_SLOTS:
         QCOMPARE(program.area(u"small"_s), QRect(middle, QSize(200, 100)));
     }
 
-    void aWindowThatTheUserMovedOrResizedOpensWhereItWasClosed()
+    void aMovedOrResizedWindowReopensWhereItWasClosed()
     {
         Program program;
         program.useTwoScreens();
@@ -235,7 +235,7 @@ private Q_SLOTS:
         QVERIFY(program.scenes.window(u"small"_s)->isMaximized());
     }
 
-    void aContentThatIsToBeSeenWholeOpensAsHighAsItNeeds()
+    void contentWithHeightForWidthOpensTallEnough()
     {
         // Needs 50 points more height than its width.
         class Tall final : public QWidget {
@@ -256,7 +256,7 @@ private Q_SLOTS:
         }
     }
 
-    void withoutAScreenAWindowFitsWhatTheToolkitKnows()
+    void withoutAScreenAWindowKeepsItsSize()
     {
         Program program;
         program.screens.allScreens.clear();
@@ -265,7 +265,7 @@ private Q_SLOTS:
         QCOMPARE(program.scenes.window(u"setup"_s)->size(), QSize(680, 500));
     }
 
-    void theWindowsGoWithTheirScenes()
+    void theWindowsAreDestroyedWithTheirScenes()
     {
         auto program = std::make_unique<Program>();
         program->open(u"help"_s, u"Quillet Help"_s);
