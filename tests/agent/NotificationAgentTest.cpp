@@ -522,7 +522,7 @@ private:
         ProgramWatch watch;
         AgentLifecycle lifecycle;
         bool isAnswered = false;
-        bool hasStarted = false; ///< it owns its name, and has been told
+        bool hasStarted = false; ///< it owns its name, and knows
     };
 
     // The file can be opened, but reading it fails as on a bad disk.

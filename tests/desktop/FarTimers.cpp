@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-// Preloaded before libfaketime by scripts/soak. libfaketime treats a timer set to the largest time_t as long
-// expired; here such a timer is set to the year 2242 instead.
+// Preloaded before libfaketime by scripts/soak. libfaketime treats a timer set to the kernel's last second as
+// long expired. Here no timer is set later than the year 2242.
 
 #include <dlfcn.h>
 #include <sys/timerfd.h>

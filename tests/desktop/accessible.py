@@ -11,7 +11,7 @@ It reads requests from standard input, a JSON list per line, and answers each wi
     ["texts"]            the names of all visible elements, once there is one
     ["roles", TITLE]     the window of that title and its visible elements with a name, each as [ROLE, NAME]
     ["press", NAME]      presses the button of that name, or toggles the switch
-    ["focus", NAME]      gives the keyboard focus to the element of that name
+    ["focus", NAME]      gives the keyboard focus to the element of that name or label
     ["where", NAME]      the middle of the element of that name, as [X, Y] on the screen
     ["value", LABEL]     the current choice of the combo box with that label
     ["open", LABEL]      opens the list of the combo box with that label
@@ -80,7 +80,7 @@ def label(node):
 
 
 def act(nodes, command, name):
-    """Applies the command to the first node that it fits and gives its result; None when it fits none."""
+    """Applies the command to the first node that it fits and returns its result; None when it fits none."""
     for node in nodes:
         role = node.getRole()
         if command == "press" and node.name == name and role in PRESSABLE:

@@ -82,7 +82,7 @@ class BackupDesktop(Desktop):
         return ast.literal_eval(answer.replace("@as ", ""))[0]
 
     def notification_is_on_the_screen(self):
-        """Does the notification daemon show a window?"""
+        """Whether the notification daemon shows a window."""
         tree = self.run("xwininfo", "-root", "-tree")
         windows = re.findall(r'(0x[0-9a-f]+) "[^"]*": \("[Dd]unst" "Dunst"\)', tree)
         return any("IsViewable" in self.run("xwininfo", "-id", window) for window in windows)
@@ -91,7 +91,7 @@ class BackupDesktop(Desktop):
 class Backups(unittest.TestCase):
     def backupsLeadThroughTheLessonsOfAKilledQuillet(self):
         with BackupDesktop() as desktop:
-            # All five kinds come within about two minutes: "prepare" from the second lesson, the others from the first.
+            # All five kinds come within about a minute: "prepare" from the second lesson, the others from the first.
             zero = math.ceil(desktop.now()) + 12
             anna, ben = zero + 61, zero + 250
             desktop.write_system_calendar(event("Zoom - Anna", anna, anna + 62), event("Zoom - Ben", ben, ben + 1500))

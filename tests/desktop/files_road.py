@@ -55,7 +55,7 @@ class Files(unittest.TestCase):
     def walk_with(self, make, kind):
         with Desktop(calendar_service=False, movable_clock=True) as desktop:
             state = desktop.room / "state"
-            # The first run tells the name of the calendar's memory file.
+            # A first run shows where the calendar's memory file is.
             start = desktop.now() + 600
             lessons = calendar(event(f"Zoom - {NAME}", start, start + 1500))
             desktop.write_folder_calendar("lessons.ics", lessons)

@@ -150,10 +150,10 @@ class Panel(unittest.TestCase):
         with Desktop() as desktop:
             program = self.start(desktop)
             program.wait_for("^status item registered")
-            desktop.bell()  # it is there
+            desktop.bell()  # the bell is there
             os.kill(desktop.pid_of("panel"), signal.SIGKILL)
             program.wait_for(NO_PANEL, OVERDUE)
-            # What would open does so at once.
+            # If anything opened, it would do so at once.
             deadline = time.monotonic() + 2
             poll("two seconds to pass", lambda: desktop.windows(PANEL) or time.monotonic() > deadline)
             self.assertEqual(desktop.windows(PANEL), [])
@@ -163,7 +163,7 @@ class Panel(unittest.TestCase):
         with Desktop(without=["panel"]) as desktop:
             program = self.start(desktop, ["--login"])
             program.wait_for(NO_PANEL, OVERDUE)
-            # What would open does so at once.
+            # If anything opened, it would do so at once.
             deadline = time.monotonic() + 2
             poll("two seconds to pass", lambda: desktop.windows(PANEL) or time.monotonic() > deadline)
             self.assertEqual(desktop.windows(PANEL), [])

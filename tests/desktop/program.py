@@ -66,7 +66,7 @@ class Program:
             text = self.log.read_text(errors="replace")
         except FileNotFoundError:
             return []
-        # Only whole lines that begin with a stamp: a message may itself hold line feeds.
+        # Only whole lines that begin with a timestamp: a message may contain line feeds.
         whole = text[:text.rfind("\n") + 1].splitlines()
         return [Line(line) for line in whole if re.match(r"\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{3}Z ", line)]
 
@@ -74,7 +74,7 @@ class Program:
         return [line for line in self.lines() if re.search(pattern, line.message)]
 
     def wait_for(self, pattern, seconds=15.0, count=1):
-        """Waits until `count` log lines match the pattern; gives the last of them."""
+        """Waits until `count` log lines match the pattern; returns the last of them."""
         def look():
             self.check_alive()
             found = self.find(pattern)
@@ -111,12 +111,12 @@ class Program:
         return self.process.returncode
 
     def quit(self):
-        """Quits it through the bus, as the desktop would; gives its exit status."""
+        """Quits it through the bus, as the desktop would; returns its exit status."""
         self.desktop.call(BUS_NAME, OBJECT_PATH, "org.freedesktop.Application.ActivateAction", "quit", "[]", "{}")
         return self.wait_for_end()
 
     def accessible(self, command, *name):
-        """Sends a request to accessible.py and gives its answer; fails when that is null or false."""
+        """Sends a request to accessible.py and returns its answer; fails when that is null or false."""
         if self.reader is None:
             # Without libfaketime, even when the desktop is in another day: under version 0.9.10 no Python program can
             # sleep.
@@ -134,7 +134,7 @@ class Program:
         return answer
 
     def accessible_texts(self):
-        """Waits until a screen reader finds any text in the program's visible windows; gives all of them."""
+        """Waits until a screen reader finds any text in the program's visible windows; returns all of them."""
         return self.accessible("texts")
 
     def accessible_roles(self, title):

@@ -90,7 +90,8 @@ class Desktop(contextlib.AbstractContextManager):
     # --- calendars
 
     def write_system_calendar(self, *events):
-        """Replaces the calendar that the calendar service always has; a running service notices."""
+        """Replaces the calendar that the calendar service always has. A running service notices, but perhaps only after
+        a minute or more."""
         path = self.data / "evolution/calendar/system/calendar.ics"
         path.parent.mkdir(parents=True, exist_ok=True)
         new = path.with_suffix(".new")
@@ -114,7 +115,7 @@ class Desktop(contextlib.AbstractContextManager):
         return subprocess.Popen(command, env=self.environment, **{"stdin": subprocess.DEVNULL, **options})
 
     def run(self, *command, text=True, seconds=20):
-        """Runs a command on the desktop and gives its output; fails when its exit status is not 0."""
+        """Runs a command on the desktop and returns its output; fails when its exit status is not 0."""
         done = subprocess.run(command, env=self.environment, stdin=subprocess.DEVNULL, capture_output=True,
                               timeout=seconds)
         if done.returncode != 0:

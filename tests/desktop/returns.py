@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""The agent restarts a Quillet that crashes while lessons remain, but not one that was told to end.
+"""The agent restarts a Quillet that crashes while lessons remain, but not one that ends in order.
 
     returns.py Returns.aCrashedQuilletIsRestartedThreeTimes
     returns.py Returns.afterAnOrderlyExitQuilletIsNotRestarted
@@ -56,7 +56,7 @@ class Returns(unittest.TestCase):
             desktop.start_quillet().wait_for("^status item registered$")
 
     def crash(self, desktop, pid, number):
-        """Ends the process with that signal and gives its successor's id. The bell must be back within three seconds:
+        """Ends the process with that signal and returns its successor's id. The bell must be back within three seconds:
         two are normal, three allow for a busy machine."""
         os.kill(pid, number)
         died = desktop.now()

@@ -192,8 +192,8 @@ private Q_SLOTS:
         Fixture f("09:58:01");
         f.start({anna()});
         f.store.delay = Seconds{4};
-        f.clock.advanceTo(at(
-            "09:59:04.5")); // the load began in the 61st second, a second after the changeover at one minute
+        // The load began in the 61st second, a second after the changeover.
+        f.clock.advanceTo(at("09:59:04.5"));
         QCOMPARE(f.presentedMessages(),
                  (QStringList{u"4 min before next lesson"_s, u"1 minute before next lesson"_s}));
         QCOMPARE(f.presenter.presented.back().moment, at("09:59:00"));
@@ -201,7 +201,8 @@ private Q_SLOTS:
         Fixture g("09:58:00");
         g.start({anna()});
         g.store.delay = Seconds{4};
-        g.clock.advanceTo(at("09:59:03.5")); // the load began at the changeover
+        // The load began at the changeover.
+        g.clock.advanceTo(at("09:59:03.5"));
         QCOMPARE(g.presentedMessages(), QStringList{u"4 min before next lesson"_s});
         g.clock.advanceTo(at("09:59:04.5"));
         QCOMPARE(g.presentedMessages(),

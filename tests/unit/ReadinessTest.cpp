@@ -106,7 +106,8 @@ private Q_SLOTS:
     {
         const Lesson lesson = lessonAt("10:00:00");
         QVERIFY(readiness::hasBackups({lesson}, {}, u"own."_s, at("10:25:00")));
-        // All but the first, which is due four minutes before the start.
+        // All but the first, which is due four minutes before the start and no longer missed a minute
+        // earlier.
         const QStringList rest = backupsOf(lesson).sliced(1);
         QVERIFY(!readiness::hasBackups({lesson}, rest, u"own."_s, at("09:54:59")));
         QVERIFY(readiness::hasBackups({lesson}, rest, u"own."_s, at("09:55:00")));
