@@ -21,7 +21,7 @@ namespace {
 
 constexpr auto roleProperty = "accessibleRole";
 
-/// The toolkit's class that `widget` is derived from.
+/// The first class of the toolkit among the base classes of `widget`.
 const QMetaObject *toolkitClass(const QWidget &widget)
 {
     const QMetaObject *meta = widget.metaObject();
@@ -31,7 +31,7 @@ const QMetaObject *toolkitClass(const QWidget &widget)
     return meta;
 }
 
-/// A widget of which the toolkit tells too little.
+/// Adds what the toolkit does not report: role, shown text, state and actions.
 class OwnWidget final : public QAccessibleWidget {
 public:
     explicit OwnWidget(QWidget *widget) : QAccessibleWidget(widget) {}
@@ -117,7 +117,8 @@ public:
         } else if (button()->isCheckable()) {
             button()->toggle();
         } else {
-            // Seen, and after the tool has its answer: the action may open a window.
+            // Animated, so that the press is seen; delayed, so that the tool has its answer before the action
+            // opens a window.
             button()->animateClick();
         }
     }
@@ -166,7 +167,7 @@ void installAccessibility()
 void setAccessibleRole(QWidget &widget, QAccessible::Role role)
 {
     widget.setProperty(roleProperty, std::to_underlying(role));
-    // The toolkit's own, which a button gets along with its text.
+    // A button already has the toolkit's interface, made when its text was set: discard it.
     if (auto *known = QAccessible::queryAccessibleInterface(&widget);
         dynamic_cast<OwnWidget *>(known) == nullptr) {
         QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(known));
@@ -200,8 +201,8 @@ void announceShown(QWidget &widget, const QString &text)
 
 void announce(QWidget &widget, const QString &text)
 {
-    // What screen readers say by itself is a notification that comes up. This one is not seen, and stays for
-    // as long as they may take to ask for it.
+    // Screen readers read out a notification that appears. This one is invisible and stays long enough for
+    // them to query it.
     constexpr std::chrono::seconds stay{10};
     auto *notification = new QWidget(widget.window());
     notification->setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -216,7 +217,7 @@ void describe(QWidget &widget, const QString &description)
 {
     const bool isNews = widget.hasFocus() && description != widget.accessibleDescription();
     widget.setAccessibleDescription(description);
-    // The toolkit tells of a change, but not the new description.
+    // The toolkit reports the change, but not the new description.
     if (isNews) {
         announce(widget, description);
     }
@@ -229,7 +230,7 @@ void setAnnounced(QWidget &widget)
 
 void announceShown(QWidget &, const QString &)
 {
-    // The toolkit tells that it has come up, and a screen reader reads what stands in it.
+    // The toolkit reports that the widget appeared, and the screen reader reads its content.
 }
 
 #endif

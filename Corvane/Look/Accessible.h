@@ -7,20 +7,20 @@
 #include <QString>
 #include <QWidget>
 
-/// What assistive tools are told of the program's own widgets. The toolkit knows its own controls; of the
-/// rest it tells no role, and as a description the hover help, which here says the name once more.
+/// Tells assistive tools about the program's own widgets. The toolkit describes its own controls; for derived
+/// widgets it reports no role, and the tool tip as their description, which here repeats the name.
 ///
-/// Without a role of its own a widget of this program is a window where it is one, a text where it is a
-/// label, and a group where it has a name; a check box is as large as its switch.
+/// Unless a role is set, a widget of this program is reported as a window if it is one, as text if it is a
+/// label, and as a group if it has a name; a check box has the size of its switch.
 namespace corvane::look {
 
-/// Has assistive tools know the program's own widgets. Once for an application; the style does it.
+/// Makes the program's own widgets known to assistive tools. Called once per application, by the style.
 void installAccessibility();
 
-/// Has `widget` be a `role` from now on.
+/// Reports `widget` as `role` from now on.
 void setAccessibleRole(QWidget &widget, QAccessible::Role role);
 
-/// `text` as the heading of what stands below it.
+/// Marks `text` as the heading of what follows it.
 template <typename Text>
 [[nodiscard]] Text *heading(Text *text)
 {
@@ -28,16 +28,16 @@ template <typename Text>
     return text;
 }
 
-/// Has a screen reader say `text` now, wherever the keyboard is.
+/// Makes a screen reader say `text` now, wherever the keyboard focus is.
 void announce(QWidget &widget, const QString &text);
 
-/// Describes `widget` from now on so. A screen reader says it when `widget` has the keyboard.
+/// Sets the description of `widget`. A screen reader says it when `widget` has the keyboard focus.
 void describe(QWidget &widget, const QString &description);
 
-/// Has a screen reader say what stands in `widget` whenever that comes up. Called when it is made.
+/// Makes a screen reader read out `widget` each time it appears. Called once, when the widget is built.
 void setAnnounced(QWidget &widget);
 
-/// Called by the showEvent() of such a widget; `text` is what stands in it.
+/// Called by the showEvent() of such a widget; `text` is its content.
 void announceShown(QWidget &widget, const QString &text);
 
 } // namespace corvane::look

@@ -18,16 +18,17 @@ namespace corvane::look {
 
 namespace {
 
-/// A rectangle whose corners bend gently from nothing, where those of a plain rounded one bend all at once.
-/// They are quarters of superellipses that begin half as far again from the corner as an arc of `radius`
-/// would, and pass the diagonal where it does.
+/// A rectangle whose corners start to bend gradually, unlike the abrupt start of a circular arc. Each is a
+/// quarter of a superellipse that begins half as far again from the corner as an arc of `radius` would, and
+/// crosses the diagonal where the arc does.
 QPainterPath continuousRoundedRect(const QRectF &area, double radius)
 {
     const double extent = std::min({1.5 * radius, area.width() / 2, area.height() / 2});
     const double onDiagonal = radius * (1 - std::numbers::sqrt2 / 2);
     const double exponent = -std::numbers::ln2 / std::log(1 - onDiagonal / extent);
     constexpr int steps = 24;
-    // From the middle of the superellipse to the corner of the rectangle, and which way round it is walked.
+    // The direction from the superellipse's centre to the rectangle's corner, and the direction in which it
+    // is drawn.
     struct Corner {
         double x, y;
         bool isFromSide;
@@ -55,7 +56,7 @@ QPainterPath continuousRoundedRect(const QRectF &area, double radius)
     return path;
 }
 
-/// The accent, dark enough for white to be seen on it.
+/// The accent, darkened until white is legible on it.
 QColor ground(const QPalette &palette)
 {
     QColor ground = color(Ink::accent, palette);

@@ -7,8 +7,8 @@
 
 namespace corvane::look {
 
-/// The product's badge: a white symbol on the accent's colour. It says nothing to a screen reader, since the
-/// product's name stands beside it.
+/// The product's badge: a white symbol on the accent colour. Hidden from screen readers, since the product's
+/// name is beside it.
 class Badge final : public QWidget {
     Q_OBJECT
 

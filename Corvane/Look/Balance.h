@@ -8,8 +8,8 @@ class QString;
 
 namespace corvane::look {
 
-/// The least width at which `text` in `font` takes no more lines than at `width`: there its lines are of much
-/// the same length, and no word is left alone on the last one. No word is broken for it.
+/// The smallest width at which `text` in `font` takes no more lines than at `width`. Its lines then have
+/// about the same length, and the last line is not a single word. Words are not broken.
 [[nodiscard]] int balancedWidth(const QString &text, const QFont &font, int width);
 
 } // namespace corvane::look

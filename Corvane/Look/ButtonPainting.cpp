@@ -25,7 +25,7 @@ int symbolSize(const QWidget *button)
     return static_cast<int>(std::lround(QFontInfo(button->font()).pixelSize() * control::symbolShare));
 }
 
-/// What the symbol takes from the line, with the gap to the text if there is one.
+/// The width of the symbol, including the gap to the text if there is one.
 int symbolRoom(const QStyleOptionButton &option, const QWidget *button)
 {
     if (symbolOf(button).isEmpty()) {
@@ -82,7 +82,7 @@ void paintGround(QPainter &painter, const QStyleOptionButton &option, Role role,
         break;
     case Role::prominent:
         fillRounded(painter, area, control::cornerRadius, accentGround(colors));
-        // A press is seen best as a shade; white under the pointer would take from the text.
+        // Darkened when hovered or pressed: lightening would reduce the contrast of the white text.
         fillRounded(painter, area, control::cornerRadius, black(1.5 * groundOpacity(option)));
         strokeRounded(painter, area, control::cornerRadius, accentEdge(colors));
         break;
@@ -112,7 +112,7 @@ QColor textColor(const QStyleOptionButton &option, Role role, const QPalette &co
     Q_UNREACHABLE();
 }
 
-/// The text of a command: at the beginning of the row, on as many lines as it needs, and the keys at its end.
+/// The text of a command at the start of the row, wrapped if needed, and its keys at the end.
 void paintCommandText(QPainter &painter, const QStyleOptionButton &option, const QWidget *button,
                       const QPalette &colors)
 {
@@ -133,7 +133,7 @@ void paintCommandText(QPainter &painter, const QStyleOptionButton &option, const
                      keyTextOf(button));
 }
 
-/// `symbol` at `topLeft`, turned about its middle.
+/// `symbol` at `topLeft`, rotated about its centre.
 void paintSymbol(QPainter &painter, QPointF topLeft, const QPixmap &symbol, double degrees)
 {
     if (degrees == 0) {
@@ -206,7 +206,7 @@ void paintSegment(QPainter &painter, const QStyleOptionButton &option)
     const QRectF area = QRectF(option.rect).adjusted(space::hair, space::hair, -space::hair, -space::hair);
     constexpr double radius = control::cornerRadius - 1;
     if (option.state.testFlag(QStyle::State_On)) {
-        // Nearer to the light than its neighbours, in the dark as well.
+        // Lighter than its neighbours, in dark mode as well.
         fillRounded(painter, area, radius,
                     isDark(colors) ? over(color(Ink::primary, colors, 0.24), colors.color(QPalette::Window))
                                    : cardColor(colors));

@@ -10,8 +10,8 @@ class QStyleOptionButton;
 class QStyleOption;
 class QWidget;
 
-/// How buttons look: those that do something, and the segments of which one is chosen. Their kinds are the
-/// roles of `button`.
+/// Paints buttons: push buttons, whose kind is the `Role` of `button`, and the segments of a segmented
+/// control.
 namespace corvane::look {
 
 [[nodiscard]] QSize pushButtonSize(const QStyleOptionButton &option, const QWidget *button);
@@ -20,7 +20,7 @@ void paintPushButton(QPainter &painter, const QStyleOptionButton &option, const 
 [[nodiscard]] QSize segmentSize(const QStyleOptionButton &option);
 void paintSegment(QPainter &painter, const QStyleOptionButton &option);
 
-/// The ground of a button in a bar, which is seen only under the pointer.
+/// The background of a tool button, visible only under the pointer.
 void paintToolButtonGround(QPainter &painter, const QStyleOption &option);
 
 } // namespace corvane::look

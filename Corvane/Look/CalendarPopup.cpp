@@ -33,7 +33,7 @@ bool isComposited()
     return style == nullptr || style->isComposited();
 }
 
-/// The toolkit's calendar, in which the chosen day stands on the accent, and today has a ring.
+/// The toolkit's calendar, with the chosen day on an accent disc and a ring round today.
 class Days final : public QCalendarWidget {
 public:
     explicit Days(const QLocale &locale)
@@ -44,7 +44,7 @@ public:
         setHorizontalHeaderFormat(ShortDayNames);
         nameParts();
         colour();
-        // Days that are easily hit.
+        // Makes the days large enough to hit easily.
         setMinimumSize(sizeHint() * control::calendarShare);
     }
 
@@ -60,7 +60,7 @@ protected:
         const bool isChosen = day == selectedDate();
         const bool isToday = day == toDateTime(currentDate()).toLocalTime().date();
         if (isChosen) {
-            const double inset = isToday ? todayWidth + 1 : 0; // within its ring
+            const double inset = isToday ? todayWidth + 1 : 0; // inside today's ring
             fillRounded(*painter, disc.adjusted(inset, inset, -inset, -inset), side / 2,
                         accentGround(colors));
         }
@@ -149,7 +149,7 @@ CalendarPopup::CalendarPopup(const QString &label, QDate day, QWidget *parent)
     , m_days(new Days(parent->locale()))
 {
     setAttribute(Qt::WA_DeleteOnClose);
-    // A press on what it came up for closes it; passed on to that, it would come up again.
+    // A press on the anchor closes the popup. Replayed to the anchor, it would open the popup again.
     setAttribute(Qt::WA_NoMouseReplay);
     setAttribute(Qt::WA_TranslucentBackground, isComposited());
     setAccessibleName(label);

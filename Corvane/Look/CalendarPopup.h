@@ -10,16 +10,16 @@ class QCalendarWidget;
 
 namespace corvane::look {
 
-/// A calendar that comes up to choose a day from. Closes when a day is chosen, with Escape, and when
-/// something beside it is clicked; is destroyed then.
+/// A calendar popup to choose a day from. It closes when a day is chosen, on Escape, and on a click outside,
+/// and deletes itself then.
 class CalendarPopup final : public QFrame {
     Q_OBJECT
 
 public:
-    /// `label` is its name for a screen reader; `day` is chosen at first.
+    /// `label` is its name for a screen reader; `day` is selected at first.
     CalendarPopup(const QString &label, QDate day, QWidget *parent);
 
-    /// Comes up for `anchor`: below it, or above where the screen ends, and never beside the screen.
+    /// Opens below `anchor`, or above it where the screen has no room below, and always within the screen.
     void popUp(const QWidget &anchor);
 
 Q_SIGNALS:

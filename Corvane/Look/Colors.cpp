@@ -12,13 +12,13 @@ namespace corvane::look {
 
 namespace {
 
-/// What texts and symbols stand on.
+/// The backgrounds of texts and symbols.
 QList<QColor> grounds(const QPalette &palette)
 {
     return {palette.color(QPalette::Window), cardColor(palette)};
 }
 
-/// `color` for a badge as well, which stands on a tint of the same colour.
+/// `color`, made legible also on a tint of itself, which is the background of a badge.
 QColor legibleOnItsTint(QColor color, const QPalette &palette)
 {
     constexpr float strongestTint = 0.125F;
@@ -63,8 +63,8 @@ QColor workedOut(Ink ink, const QPalette &palette)
 
 using Inks = std::array<QColor, 8>;
 
-/// The inks under `palette`. They are asked for at each painting, and take their time: those of the latest
-/// palettes are kept.
+/// The inks under `palette`. Every repaint needs them and computing them is slow, so those of the last eight
+/// palettes are cached.
 const Inks &inksOf(const QPalette &palette)
 {
     using Source = std::array<QRgb, 3>; // what the inks are made of
@@ -106,7 +106,7 @@ QColor color(Ink ink, const QPalette &palette, double opacity)
 
 QColor cardColor(const QPalette &palette)
 {
-    // A little nearer to the light: white cards on a light window, grey ones on a dark one.
+    // A little lighter than the window: white cards on a light window, grey ones on a dark window.
     return isDark(palette) ? mixed(palette.color(QPalette::Window), Qt::white, 0.94)
                            : mixed(palette.color(QPalette::Window), Qt::white, 0.25);
 }
@@ -118,20 +118,20 @@ QColor separatorColor(const QPalette &palette)
 
 QColor accentGround(const QPalette &palette)
 {
-    // As far from a dark window as white texts allow.
+    // As light on a dark window as white text allows.
     const QColor seen = legible(accent(palette), grounds(palette), symbolContrast);
     return legible(seen, {Qt::white}, textContrast);
 }
 
 QColor accentEdge(const QPalette &palette)
 {
-    // White knobs lie on it, too.
+    // White knobs lie on it, so it contrasts with white, too.
     return legible(legible(accent(palette), grounds(palette), symbolContrast), {Qt::white}, symbolContrast);
 }
 
 QColor fieldColor(const QPalette &palette)
 {
-    // On a dark desktop the ground may be black, too hard an edge on a card.
+    // A dark desktop's base may be black, too hard an edge on a card.
     const QColor ground = palette.color(QPalette::Base);
     return isDark(palette) ? mixed(ground, palette.color(QPalette::Window), 0.4) : ground;
 }

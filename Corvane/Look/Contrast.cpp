@@ -10,7 +10,7 @@ namespace corvane::look {
 
 namespace {
 
-/// How bright a colour is to the eye, 0 to 1.
+/// The relative luminance, 0 to 1 (WCAG 2).
 double luminance(const QColor &color)
 {
     const auto linear = [](double c) {
@@ -30,7 +30,7 @@ double leastContrast(const QColor &color, const QList<QColor> &grounds)
 
 QColor withLightness(const QColor &color, double lightness)
 {
-    // In eight bits, as it will be drawn.
+    // Rounded to eight bits, as it will be drawn.
     return QColor(QColor::fromHslF(std::max(0.0F, color.hslHueF()), color.hslSaturationF(),
                                    static_cast<float>(lightness))
                       .rgb());
@@ -62,8 +62,7 @@ QColor legible(const QColor &color, const QList<QColor> &grounds, double ratio)
         return color;
     }
     const double end = leastContrast(Qt::white, grounds) > leastContrast(Qt::black, grounds) ? 1 : 0;
-    // The contrast grows all the way from the grounds to white or black: the place where it suffices is
-    // halved in.
+    // Contrast grows steadily towards white or black, so bisection finds the lightness where it suffices.
     double unread = color.lightnessF();
     double read = end;
     constexpr int steps = 9; // finer than a colour of eight bits

@@ -84,7 +84,7 @@ QComboBox *picker(const QString &label, const QStringList &choices)
     picker->setFocusPolicy(Qt::StrongFocus);
     picker->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     picker->setMaxVisibleItems(static_cast<int>(choices.size()));
-    // Some screen readers say the label, and of what is chosen nothing: neither at first nor when it changes.
+    // Some screen readers say only the label, and never the choice: neither at first nor when it changes.
     const auto tellChoice = [picker] {
         describe(*picker,
                  u"%1, %2 of %3"_s.arg(picker->currentText(), QString::number(picker->currentIndex() + 1),
@@ -107,7 +107,7 @@ QLineEdit *searchField(const QString &prompt)
 {
     QLineEdit *field = textField(prompt);
     field->addAction(symbolIcon(u"magnifyingglass"_s, Ink::secondary), QLineEdit::LeadingPosition);
-    // Not the toolkit's own cross, which has no name and fades.
+    // Not the toolkit's own clear button, which has no name and fades.
     QAction *clear = field->addAction(symbolIcon(u"xmark"_s, Ink::secondary), QLineEdit::TrailingPosition);
     QObject::connect(clear, &QAction::triggered, field, &QLineEdit::clear);
     for (auto *button : field->findChildren<QToolButton *>()) {

@@ -16,7 +16,7 @@ namespace corvane::look {
 
 namespace {
 
-/// `moment`, `steps` of `section` later; nothing for a section that has no length.
+/// `moment`, `steps` units of `section` later; nothing for a section that is no unit of time.
 std::optional<QDateTime> stepped(const QDateTime &moment, QDateTimeEdit::Section section, int steps)
 {
     switch (section) {
@@ -45,7 +45,7 @@ std::optional<QDateTime> stepped(const QDateTime &moment, QDateTimeEdit::Section
 
 DateTimeEdit::DateTimeEdit(const QString &format, QWidget *parent) : QDateTimeEdit(parent)
 {
-    // First, or on a desktop that is read from the right "21 Nov" would be turned round.
+    // Before the format is set; otherwise a right-to-left desktop would reverse "21 Nov".
     setLayoutDirection(locale().textDirection());
     setDisplayFormat(format);
     setFocusPolicy(Qt::StrongFocus);
@@ -67,7 +67,7 @@ void DateTimeEdit::stepBy(int steps)
 
 QSize DateTimeEdit::sizeHint() const
 {
-    // The widest day of the widest month, late in the morning and in the evening.
+    // Finds the widest month, in the morning and in the afternoon, with wide numbers.
     const QFontMetrics metrics(font());
     int widest = 0;
     for (int month = 1; month <= 12; ++month) {
@@ -78,7 +78,7 @@ QSize DateTimeEdit::sizeHint() const
     }
     QStyleOptionSpinBox option;
     initStyleOption(&option);
-    // Room for the cursor, and for a digit more while it is typed.
+    // Room for the cursor and for an extra digit while typing.
     const QSize text(widest + metrics.averageCharWidth() * 2, metrics.height());
     return style()->sizeFromContents(QStyle::CT_SpinBox, &option, text, this);
 }
@@ -87,8 +87,8 @@ bool DateTimeEdit::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == lineEdit() && event->type() == QEvent::MouseButtonRelease &&
         static_cast<QMouseEvent *>(event)->button() == Qt::LeftButton) {
-        // Only after the toolkit's own handling, which puts the cursor between two digits, where there is no
-        // room for another, and would put what is selected then on the clipboard.
+        // Queued until the toolkit has handled the release: it puts the cursor between two digits, where no
+        // other digit fits, and would copy to the clipboard what is selected by then.
         QMetaObject::invokeMethod(this, &DateTimeEdit::selectClickedSection, Qt::QueuedConnection);
     }
     return QDateTimeEdit::eventFilter(watched, event);

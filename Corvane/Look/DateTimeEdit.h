@@ -7,13 +7,13 @@
 
 namespace corvane::look {
 
-/// The toolkit's editor of which a step goes on into the next larger unit: a minute after 10:59 it is 11:00.
-/// A click chooses the unit under it: what is typed then takes its place.
+/// The toolkit's editor, but a step carries into the next larger unit: a minute after 10:59 is 11:00. A click
+/// selects the unit under it, so that typing replaces it.
 class DateTimeEdit final : public QDateTimeEdit {
     Q_OBJECT
 
 public:
-    /// `format` is a display format of the toolkit's, in the locale of `parent`.
+    /// `format` is a display format of the toolkit, in the locale of `parent`.
     explicit DateTimeEdit(const QString &format, QWidget *parent = nullptr);
 
     void stepBy(int steps) override;

@@ -14,19 +14,19 @@ namespace corvane::look {
 class CalendarPopup;
 class DateTimeEdit;
 
-/// A day and a time of day: typed, stepped with the arrow keys or the two arrows, or the day clicked in a
+/// A day and a time of day: typed, stepped with the arrow keys or the stepper, or the day chosen from a
 /// calendar.
 class DateTimePicker final : public QWidget {
     Q_OBJECT
 
 public:
-    /// `label` is its name for a screen reader, `format` a display format of the toolkit's, in the locale of
+    /// `label` is its name for a screen reader; `format` is a display format of the toolkit, in the locale of
     /// `parent`.
     DateTimePicker(const QString &label, const QString &format, QWidget *parent = nullptr);
 
     [[nodiscard]] QDateTime dateTime() const;
 
-    /// Shows `dateTime`, in the time zone of the machine. edited() is not emitted.
+    /// Shows `dateTime` in the machine's time zone. Does not emit edited().
     void setDateTime(const QDateTime &dateTime);
 
 Q_SIGNALS:

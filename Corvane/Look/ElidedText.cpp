@@ -49,7 +49,7 @@ QSize ElidedText::minimumSizeHint() const
 
 void ElidedText::updateToolTip()
 {
-    // As rich text, which breaks a long one into lines; so what the text holds is escaped.
+    // Rich text, so that a long tool tip wraps; hence the text is escaped.
     const bool isCut = QFontMetrics(font()).horizontalAdvance(text()) > width();
     setToolTip(isCut ? u"<p>"_s + text().toHtmlEscaped() + u"</p>"_s : QString());
 }
@@ -59,7 +59,7 @@ void ElidedText::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setPen(color(m_ink, palette()));
     painter.setFont(font());
-    // A name written from the right keeps its own order, and stands where the others stand.
+    // A right-to-left name keeps its own direction, but is aligned as the other texts are.
     QTextOption option((isLeftToRight() ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignAbsolute |
                        Qt::AlignVCenter);
     option.setWrapMode(QTextOption::NoWrap);

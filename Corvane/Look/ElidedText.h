@@ -9,9 +9,9 @@
 
 namespace corvane::look {
 
-/// A text of someone else's on one line, as plain text whatever it holds, in the desktop's font and palette.
-/// Where it is too long for the line it ends in an ellipsis, and a tool tip shows the whole of it; assistive
-/// tools read the whole of it too.
+/// Text from outside the program on one line, always shown as plain text, in the desktop's font and palette.
+/// If it does not fit, it ends in an ellipsis and a tool tip shows all of it; assistive tools read all of it,
+/// too.
 class ElidedText final : public QLabel {
     Q_OBJECT
 

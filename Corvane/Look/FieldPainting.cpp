@@ -18,7 +18,7 @@ namespace corvane::look {
 
 namespace {
 
-constexpr int lineInset = 6; ///< the toolkit adds two points of its own
+constexpr int lineInset = 6; ///< in points; the toolkit adds two more
 
 int pickerSymbolSize(const QFontMetrics &metrics)
 {
@@ -83,7 +83,7 @@ void paintPickerText(QPainter &painter, const QStyleOptionComboBox &option)
         control::horizontalPadding, 0,
         -control::horizontalPadding - control::symbolSpacing - pickerSymbolSize(option.fontMetrics), 0);
     painter.setPen(color(Ink::primary, inkPalette(option)));
-    // "5 seconds" keeps its order, whichever way the desktop is read.
+    // "5 seconds" keeps its own direction on a right-to-left desktop.
     painter.setLayoutDirection(option.currentText.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     painter.drawText(QStyle::visualRect(option.direction, option.rect, text),
                      static_cast<int>(option.direction == Qt::LeftToRight ? Qt::AlignLeft : Qt::AlignRight) |
@@ -127,7 +127,7 @@ QRect spinBoxPart(const QStyleOptionSpinBox &option, QStyle::SubControl part)
 
 void paintSpinBox(QPainter &painter, const QStyleOptionSpinBox &option)
 {
-    // A field shows the focus after a click, too: the next key goes there.
+    // Unlike a button, a field shows the focus after a click, too: the next key goes there.
     paintField(painter, option,
                option.state.testFlag(QStyle::State_HasFocus) && option.state.testFlag(QStyle::State_Active));
     if (option.buttonSymbols == QAbstractSpinBox::NoButtons) {
@@ -149,7 +149,7 @@ void paintSpinBox(QPainter &painter, const QStyleOptionSpinBox &option)
                                               inkPalette(option)),
                                         painter.device()->devicePixelRatioF()));
     };
-    // Nearer to each other than the halves' middles.
+    // Each arrow is a point nearer to the other than the centre of its half.
     paintArrow(QStyle::SC_SpinBoxUp, u"chevron.up"_s, 1);
     paintArrow(QStyle::SC_SpinBoxDown, u"chevron.down"_s, -1);
 }

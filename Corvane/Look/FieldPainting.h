@@ -11,13 +11,13 @@ class QStyleOption;
 class QStyleOptionComboBox;
 class QStyleOptionSpinBox;
 
-/// How looks what is filled in or chosen: lines, pickers and editors with a stepper.
+/// Paints input fields: line edits, pickers and spin boxes.
 namespace corvane::look {
 
-/// How tall a field with a text in this font is: as tall as a button.
+/// The height of a field with text in this font: the same as a button's.
 [[nodiscard]] int fieldHeight(const QFontMetrics &metrics);
 
-/// The ground of a field, and its edge.
+/// The background and the edge of a field.
 void paintField(QPainter &painter, const QStyleOption &option, bool hasFocus);
 
 [[nodiscard]] QSize pickerSize(const QStyleOptionComboBox &option, int textWidth);

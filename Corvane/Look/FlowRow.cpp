@@ -12,7 +12,7 @@ namespace corvane::look {
 
 namespace {
 
-/// How large an item is on a line of `width` points: texts that are wider become higher.
+/// The size of an item on a line of `width` points: wider text wraps and becomes taller.
 QSize sizeOf(const QLayoutItem &item, int width)
 {
     const QSize hint = item.sizeHint();
@@ -100,7 +100,7 @@ int FlowRow::arrange(const QRect &area, bool isMoving) const
         parentWidget() != nullptr ? parentWidget()->layoutDirection() : Qt::LeftToRight;
     int top = area.top();
     for (std::size_t first = 0; first < m_items.size();) {
-        // As many as fit on the line, one at the least.
+        // As many as fit on the line, but at least one.
         int width = sizeOf(*m_items[first], area.width()).width();
         int height = sizeOf(*m_items[first], area.width()).height();
         std::size_t end = first + 1;

@@ -11,18 +11,18 @@
 
 namespace corvane::look {
 
-/// Widgets beside one another, centred on their line, while there is room; else on further lines, so that
-/// large texts in a small window are not cut.
+/// Places widgets side by side, centred on their line, and wraps to further lines so that large text in a
+/// small window is not cut off.
 class FlowRow final : public QLayout {
 public:
     enum class Ends {
-        together, ///< one after the other from the beginning of the line
-        apart,    ///< the last one at the end of its line, unless it stands on a line alone
-        centred,  ///< each line in the middle
+        together, ///< packed at the start of the line
+        apart,    ///< the last of each line at its end, unless it is alone on the line
+        centred,  ///< each line centred
     };
 
-    /// `spacing` points between widgets, `lineSpacing` between lines; the layout's widget takes the widgets
-    /// over.
+    /// `spacing` points between widgets, `lineSpacing` between lines. The layout's parent widget takes
+    /// ownership of `widgets`.
     FlowRow(int spacing, int lineSpacing, Ends ends, std::initializer_list<QWidget *> widgets);
     ~FlowRow() override;
 

@@ -33,14 +33,14 @@ bool wantsRing(const QWidget *widget)
     if (widget == nullptr || widget->window()->windowType() == Qt::Popup) {
         return false;
     }
-    // Who clicks into a field is to see where the letters go; who clicks a button knows.
+    // A clicked field shows where typing goes; a clicked button needs no ring.
     return isTypedInto(widget) ||
            (showsFocus(*widget) && (qobject_cast<const QAbstractButton *>(widget) != nullptr ||
                                     qobject_cast<const QComboBox *>(widget) != nullptr ||
                                     qobject_cast<const QScrollArea *>(widget) != nullptr));
 }
 
-/// Whether the ring of `control` lies in its own area: it stands close beside others, or fills its window.
+/// Whether the ring is drawn inside `control`, which is close to others or fills its window.
 bool isInside(const QWidget *control)
 {
     return (qobject_cast<const QAbstractButton *>(control) != nullptr && roleOf(control) == Role::command) ||
@@ -59,8 +59,7 @@ FocusRing::~FocusRing()
 {
     if (m_frame != nullptr) {
         m_frame->setWidget(nullptr);
-        m_frame
-            ->deleteLater(); // the toolkit goes through all widgets while one style takes over from another
+        m_frame->deleteLater(); // the toolkit iterates over all widgets while it replaces a style
     }
 }
 

@@ -12,16 +12,16 @@ class QStyleOption;
 
 namespace corvane::look {
 
-/// The ring about the control that has the keyboard: one for the program, which goes from control to control.
+/// The ring round the control with the keyboard focus: one per program, which moves from control to control.
 class FocusRing final : public QObject {
     Q_OBJECT
 
 public:
-    /// Follows the keyboard from now on.
+    /// Follows the keyboard focus from now on.
     explicit FocusRing(QObject *parent);
     ~FocusRing() override;
 
-    /// How far the ring of a control reaches beyond it.
+    /// How far the ring extends beyond `control`, in points.
     [[nodiscard]] static int reach(const QWidget *control);
 
     /// Draws the ring; `frame` is the widget that shows it.
@@ -30,7 +30,7 @@ public:
 private:
     void follow(QWidget *focused);
 
-    QPointer<QFocusFrame> m_frame; ///< goes with the window that it was shown in last
+    QPointer<QFocusFrame> m_frame; ///< destroyed with the window that last showed it
 };
 
 } // namespace corvane::look

@@ -8,13 +8,13 @@
 
 namespace corvane::look {
 
-/// A light behind something new, which fades within a moment and is gone then.
+/// A highlight behind something new, which fades and then deletes itself.
 class Glow final : public QWidget {
     Q_OBJECT
 
 public:
-    /// Lights `target` up on `ground`, in which it stands and which paints what lies behind it; does nothing
-    /// where nobody sees it or the desktop wants no motion.
+    /// Highlights `target`. `ground` is an ancestor of `target` that paints the background. Does nothing if
+    /// nobody sees it or the desktop wants no motion.
     static void behind(QWidget &target, QWidget &ground);
 
 protected:

@@ -24,7 +24,7 @@ bool isPressKey(const QKeyEvent &event)
     return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
 }
 
-/// Outside of dialogues the toolkit leaves Enter alone; here it presses what has the keyboard, once.
+/// Outside dialogs the toolkit ignores Enter; here it presses the focused button, but not on auto-repeat.
 bool pressByEnter(QPushButton &button, const QKeyEvent &event)
 {
     if (!isPressKey(event) || event.isAutoRepeat()) {
@@ -51,7 +51,7 @@ void followFont(QWidget &control)
     }
 }
 
-/// A button in a line to type in is its symbol alone, which answers to the pointer.
+/// A button in a line edit is only a symbol, which changes colour under the pointer.
 void lightUp(QToolButton &button, bool isUnderMouse)
 {
     if (const QString symbol = symbolOf(&button); !symbol.isEmpty()) {
@@ -93,7 +93,7 @@ bool Habits::eventFilter(QObject *watched, QEvent *event)
     case QEvent::Wheel:
         if (qobject_cast<QComboBox *>(watched) != nullptr ||
             qobject_cast<QAbstractSpinBox *>(watched) != nullptr) {
-            event->ignore(); // goes on to what the control stands in
+            event->ignore(); // passed on to the parent
             return true;
         }
         return false;

@@ -10,9 +10,9 @@
 
 namespace corvane::look {
 
-/// What the toolkit's controls do here otherwise than elsewhere: Enter presses a button that has the
-/// keyboard, Escape empties a search, the wheel scrolls the page and never chooses or steps, and what is
-/// written small follows the desktop's font.
+/// How the toolkit's controls behave differently here: Enter presses the focused button, Escape clears a
+/// search field, the wheel scrolls the page and never changes a value, and small text follows the desktop's
+/// font.
 class Habits final : public QObject {
     Q_OBJECT
 
@@ -29,7 +29,7 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    /// Before the window of a picker's list is shown for the first time: later it cannot become transparent.
+    /// Called before a picker's list window is first shown: it cannot become translucent later.
     void prepareListWindow(QObject *child) const;
 
     std::function<bool()> m_isComposited;

@@ -60,7 +60,7 @@ void LineLabel::fit()
         font.setPixelSize(size);
         return QFontMetricsF(font).horizontalAdvance(m_line) <= room;
     };
-    // The largest size that fits, or the smallest there is.
+    // The largest size that fits, or the smallest allowed.
     while (low < high) {
         const int middle = (low + high + 1) / 2;
         if (fits(middle)) {
@@ -82,7 +82,7 @@ void LineLabel::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::TextAntialiasing);
     painter.setPen(m_color);
     painter.setFont(m_fitted);
-    // A name written from the right keeps its own order, and stands where the others stand.
+    // A right-to-left name keeps its own direction, but is aligned as the other texts are.
     painter.setLayoutDirection(m_line.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter);
     option.setWrapMode(QTextOption::NoWrap);

@@ -7,9 +7,8 @@
 
 namespace corvane::look {
 
-/// A text on one line, as plain text whatever it holds. A text too long for the line is drawn smaller, down
-/// to a share of the font's size, and then cut with an ellipsis; what assistive tools read is the whole of
-/// it.
+/// Plain text on one line. Text that does not fit is drawn smaller, down to a share of the font's size, and
+/// then cut with an ellipsis; assistive tools read all of it.
 class LineLabel final : public QLabel {
     Q_OBJECT
 
@@ -17,7 +16,7 @@ public:
     /// `shrinksTo` is the smallest share of the size of `font`, 0 to 1.
     LineLabel(const QFont &font, const QColor &color, double shrinksTo, QWidget *parent = nullptr);
 
-    /// Shows `text`, made fit for one line.
+    /// Shows `text`, converted to a single line.
     void setLine(const QString &text);
 
     [[nodiscard]] QSize sizeHint() const override;

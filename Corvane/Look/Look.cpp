@@ -14,7 +14,7 @@ namespace corvane::look {
 
 namespace {
 
-/// The share of the desktop's font's size.
+/// The share of the desktop font's size.
 double shareOf(TextStyle style)
 {
     switch (style) {
@@ -37,7 +37,7 @@ double shareOf(TextStyle style)
     Q_UNREACHABLE();
 }
 
-/// Passes on to all of a view's widgets that the desktop's font has changed.
+/// Tells all widgets of a view that the desktop's font has changed.
 class FontMessenger final : public QObject {
 public:
     explicit FontMessenger(QWidget &view) : QObject(&view) {}
@@ -77,7 +77,7 @@ QFont font(TextStyle style)
 QFont font(TextStyle style, QFont::Weight weight)
 {
     QFont font = QGuiApplication::font();
-    // A desktop's font is given in typographic points or in pixels, never in both.
+    // A desktop's font has a size in typographic points or in pixels, never both.
     if (font.pointSizeF() > 0) {
         font.setPointSizeF(font.pointSizeF() * shareOf(style));
     } else {
@@ -94,7 +94,7 @@ void followDesktopFont(QWidget &view)
 
 QFont withMonospacedDigits(QFont font)
 {
-    // The desktop's fonts nearly all have digits of one width; kerning would still pull some together.
+    // Nearly all desktop fonts have digits of one width; kerning would still pull some together.
     font.setKerning(false);
     return font;
 }

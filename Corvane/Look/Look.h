@@ -9,33 +9,33 @@
 
 class QWidget;
 
-/// The one home of how things look: sizes in points (a point is a logical pixel), colours, and the scale of
-/// type. Main thread only.
+/// All sizes (in points; a point is a logical pixel), colours and type styles of the program. Main thread
+/// only.
 namespace corvane::look {
 
-/// The scale of type. Every size is a share of the desktop's own font, so that a teacher who made that larger
-/// reads larger texts here too.
+/// The type scale. Every size is a share of the desktop font's, so that a larger desktop font gives larger
+/// text here, too.
 enum class TextStyle { largeTitle, title, title3, headline, body, subheadline, caption, caption2 };
 
-/// The desktop's own font in `style`, in the weight that the style has by itself.
+/// The desktop's font in `style`, at that style's weight.
 [[nodiscard]] QFont font(TextStyle style);
 
-/// The same in a weight of choice.
+/// The same at the given weight.
 [[nodiscard]] QFont font(TextStyle style, QFont::Weight weight);
 
-/// The same with digits that are all equally wide, for times that change.
+/// `font` without kerning, so that digits of one width stay aligned, for times that change.
 [[nodiscard]] QFont withMonospacedDigits(QFont font);
 
-/// Has what stands in `view` follow the desktop's font when that changes while it is shown. Called once, by
-/// what fills a window; widgets with a font of their own hear nothing of such a change by themselves.
+/// Makes the contents of `view` follow changes of the desktop's font. Called once, by the content of a
+/// window: widgets with a font of their own get no such event from the toolkit.
 void followDesktopFont(QWidget &view);
 
-/// What a colour is for. Each is legible on the desktop's window background and on a card, light or dark.
+/// Colours by purpose. Each but `onAccent` is legible on the window background and on a card, light or dark.
 enum class Ink {
     primary,   ///< texts
-    secondary, ///< texts and symbols that stand back
-    accent,    ///< what the eye is led to: the desktop's highlight
-    onAccent,  ///< texts and symbols on a ground of `accentGround()`
+    secondary, ///< less important texts and symbols
+    accent,    ///< emphasis: the desktop's highlight colour
+    onAccent,  ///< texts and symbols on `accentGround()`
     red,
     green,
     orange,
@@ -45,30 +45,31 @@ enum class Ink {
 /// The colour of `ink` under `palette`, opaque.
 [[nodiscard]] QColor color(Ink ink, const QPalette &palette);
 
-/// The same, `opacity` (0 to 1) of it.
+/// The same with an opacity of 0 to 1.
 [[nodiscard]] QColor color(Ink ink, const QPalette &palette, double opacity);
 
-/// Whether `palette` is a dark one.
+/// Whether the window is darker than its text.
 [[nodiscard]] bool isDark(const QPalette &palette);
 
-/// The ground of a card on the window's background, and the line that separates things.
+/// The background of a card, and the colour of lines that separate things.
 [[nodiscard]] QColor cardColor(const QPalette &palette);
 [[nodiscard]] QColor separatorColor(const QPalette &palette);
 
-/// The accent as a ground of white texts, and as what is seen of a control: an edge, the track of a switch.
+/// The accent as a background of white text, and as the visible part of a control: an edge, the track of a
+/// switch.
 [[nodiscard]] QColor accentGround(const QPalette &palette);
 [[nodiscard]] QColor accentEdge(const QPalette &palette);
 
-/// The ground of what is filled in, and of lists that come up.
+/// The background of input fields and of popups.
 [[nodiscard]] QColor fieldColor(const QPalette &palette);
 
-/// The line about a control, also the track of a switch that is off.
+/// The edge of a control, and the track of a switch that is off.
 [[nodiscard]] QColor edgeColor(const QPalette &palette);
 
-/// What stands in an empty field.
+/// The placeholder text of an empty field.
 [[nodiscard]] QColor placeholderColor(const QPalette &palette);
 
-/// Distances that recur, in points.
+/// Common distances, in points.
 namespace space {
 
 inline constexpr int hair = 2;
@@ -80,11 +81,11 @@ inline constexpr int wide = 32;
 
 } // namespace space
 
-/// Cards: rounded grounds with a title and content.
+/// Cards: rounded surfaces with a title and content.
 namespace card {
 
 inline constexpr int padding = 16;
-inline constexpr int spacing = 12; ///< between what stands in one
+inline constexpr int spacing = 12; ///< between the items of a card
 inline constexpr double cornerRadius = 12;
 
 } // namespace card
@@ -95,16 +96,16 @@ namespace menu {
 inline constexpr int width = 320;
 inline constexpr int horizontalPadding = 12;
 inline constexpr int verticalPadding = 6;
-inline constexpr int spacing = 10; ///< between the texts of two commands, and from one to a line between them
+inline constexpr int spacing = 10; ///< between two commands, and between a command and a separator
 
-inline constexpr int schedulePadding = 6; ///< in line with the texts of the commands
+inline constexpr int schedulePadding = 6; ///< aligned with the commands' texts
 inline constexpr int scheduleSpacing = 10;
 inline constexpr double scheduleRadius = 12;
 inline constexpr int pickerWidth = 150;
-inline constexpr int compactHeight = 174; ///< of the area of the rows; larger texts take more
+inline constexpr int compactHeight = 174; ///< of the rows' area; larger text takes more
 inline constexpr int allTodayHeight = 300;
 
-inline constexpr int rowHeight = 54; ///< at least: three rows fill the compact area
+inline constexpr int rowHeight = 54; ///< minimum: three rows fill the compact area
 inline constexpr int rowSpacing = 6;
 inline constexpr int rowHorizontalPadding = 10;
 inline constexpr int rowVerticalPadding = 8;
@@ -114,13 +115,13 @@ inline constexpr double rowRadius = 9;
 
 } // namespace menu
 
-/// Buttons, switches and what else is pressed.
+/// Buttons, switches, fields and other controls.
 namespace control {
 
 inline constexpr int horizontalPadding = 14;
 inline constexpr int verticalPadding = 6;
-inline constexpr int rowPadding = 4; ///< above and below the text of one in a list of commands
-inline constexpr int rowInset = 6;   ///< before and behind it
+inline constexpr int rowPadding = 4; ///< above and below the text of a command
+inline constexpr int rowInset = 6;   ///< before and after it
 inline constexpr double cornerRadius = 6;
 inline constexpr int symbolSpacing = 6;        ///< between a button's symbol and its text
 inline constexpr double hoverOpacity = 0.05;   ///< of the text's colour, under the pointer
@@ -128,10 +129,10 @@ inline constexpr double pressedOpacity = 0.12; ///< the same, while held down
 inline constexpr double focusRingWidth = 2;
 inline constexpr int focusRingGap = 2;        ///< between the ring and the control
 inline constexpr int animationDuration = 160; ///< milliseconds
-inline constexpr int turnDuration = 800;      ///< milliseconds, of a symbol's whole turn
+inline constexpr int turnDuration = 800;      ///< milliseconds for a full turn of a symbol
 inline constexpr double symbolShare = 1.15;   ///< of the font's size
 inline constexpr double stepperShare = 0.7;   ///< of the font's size, for the arrows of a stepper
-inline constexpr double calendarShare = 1.3;  ///< of the least size that holds the days
+inline constexpr double calendarShare = 1.3;  ///< of the calendar's size hint
 inline constexpr double disabledOpacity = 0.55;
 
 } // namespace control
@@ -140,7 +141,7 @@ inline constexpr double disabledOpacity = 0.55;
 namespace scrollBar {
 
 inline constexpr int extent = 10;
-inline constexpr int resting = 4; ///< how thick the thumb is
+inline constexpr int resting = 4; ///< thickness of the thumb
 inline constexpr int touched = 7;
 inline constexpr int fromEdge = 2;
 inline constexpr int minimumLength = 24;
@@ -150,24 +151,24 @@ inline constexpr double heldOpacity = 0.75;
 
 } // namespace scrollBar
 
-/// Lists of choices, menus and calendars, which come up over a window.
+/// Lists of choices, menus and calendars that open over a window.
 namespace popup {
 
 inline constexpr double cornerRadius = 10;
 inline constexpr int padding = 4; ///< between the edge and the rows
 inline constexpr int shadowReach = 14;
-inline constexpr int shadowRise = 3;           ///< so much less of it shows above than below
+inline constexpr int shadowRise = 3;           ///< the shadow extends this much less above than below
 inline constexpr double shadowOpacity = 0.075; ///< of the innermost of its layers
 inline constexpr double edgeOpacity = 0.2;     ///< of the text's colour
 
 } // namespace popup
 
-/// The light behind what is new.
+/// The highlight behind something new.
 namespace glow {
 
 inline constexpr int duration = 1600; ///< milliseconds
 inline constexpr double opacity = 0.3;
-inline constexpr int reach = 8; ///< beyond what it lights up
+inline constexpr int reach = 8; ///< beyond the highlighted widget
 
 } // namespace glow
 
@@ -177,7 +178,7 @@ namespace badge {
 inline constexpr int side = 88;
 inline constexpr int symbolSize = 42;
 inline constexpr double cornerRadius = 25;
-inline constexpr double greatestLightness = 0.5; ///< of its ground, 0 to 1
+inline constexpr double greatestLightness = 0.5; ///< of its background, 0 to 1
 inline constexpr int lighterAtTop = 130;         ///< percent of the lightness at the bottom
 
 } // namespace badge
@@ -202,7 +203,7 @@ inline constexpr int articlePadding = 32;
 inline constexpr int articleSpacing = 20;
 inline constexpr int sectionSpacing = 8;
 inline constexpr int sidebarPadding = 12;
-inline constexpr int sidebarWidth = 280;    ///< at most, unless the user draws it wider
+inline constexpr int sidebarWidth = 280;    ///< maximum, unless the user drags it wider
 inline constexpr double sidebarShare = 0.4; ///< of the window's width, at most
 inline constexpr int emptySymbolSize = 48;
 
@@ -211,8 +212,8 @@ inline constexpr int emptySymbolSize = 48;
 /// The settings window: a column of cards.
 namespace settings {
 
-inline constexpr int columnWidth = 720; ///< at most; a wider window has more space at its sides
-inline constexpr int padding = 20;      ///< about the column
+inline constexpr int columnWidth = 720; ///< maximum; a wider window has wider margins
+inline constexpr int padding = 20;      ///< round the column
 inline constexpr int spacing = 16;      ///< between cards
 inline constexpr int formSpacing = 10;  ///< between the lines of a form
 
@@ -225,37 +226,37 @@ inline constexpr int minimumWidth = 620;
 inline constexpr int minimumHeight = 420;
 inline constexpr int padding = 42;
 inline constexpr int spacing = 24;
-inline constexpr int textWidth = 500; ///< of the page and of the buttons, at most
+inline constexpr int textWidth = 500; ///< maximum, of the page and of the buttons
 inline constexpr int symbolSize = 58;
 inline constexpr int capsuleSpacing = 8;
 inline constexpr int capsuleHeight = 8;
 inline constexpr int capsuleWidth = 8;
 inline constexpr int currentCapsuleWidth = 26;
-inline constexpr double capsuleOpacity = 0.25; ///< of those of the other pages
+inline constexpr double capsuleOpacity = 0.25; ///< of the other pages' capsules
 inline constexpr int slideDistance = 48;
 inline constexpr int slideDuration = 260; ///< milliseconds
 
 } // namespace setup
 
-/// White and black of an opacity, 0 to 1.
+/// White and black with an opacity of 0 to 1.
 [[nodiscard]] QColor white(double opacity);
 [[nodiscard]] QColor black(double opacity);
 
-/// The desktop's own font at `size` points (a point is a logical pixel) and `weight`.
+/// The desktop's font at `size` points (logical pixels) and `weight`.
 [[nodiscard]] QFont font(int size, QFont::Weight weight);
 
-/// The banner's card and what stands on it.
+/// The banner's card and its contents.
 namespace banner {
 
 inline constexpr int width = 1000;
 inline constexpr int height = 280;
 inline constexpr double cornerRadius = 40;
-inline constexpr double strokeWidth = 1.4; ///< drawn wholly inside the edge
+inline constexpr double strokeWidth = 1.4; ///< drawn inside the edge
 inline constexpr double shadowBlur = 28;
 inline constexpr double shadowOpacity = 0.55;
 
 inline constexpr int leadingPadding = 56;
-inline constexpr int trailingPadding = 82; ///< as wide as the corner that the close button takes
+inline constexpr int trailingPadding = 82; ///< the width of the close button's corner
 inline constexpr int iconSpacing = 40;     ///< between the icon and the texts
 inline constexpr int lineSpacing = 10;
 
@@ -276,13 +277,13 @@ inline constexpr double informationShrinks = 1;
 
 } // namespace banner
 
-/// The card of the menu bar panel.
+/// The card of the menu bar panel's window.
 namespace menuBarPanel {
 
 inline constexpr double cornerRadius = 10;
 inline constexpr int shadowReach = 14;
 inline constexpr double shadowOpacity = 0.075; ///< of the innermost of its layers
-inline constexpr int shadowRise = 2;           ///< so much less of it shows above than below
+inline constexpr int shadowRise = 2;           ///< the shadow extends this much less above than below
 inline constexpr double edgeOpacity = 0.22;    ///< of the text's colour, over the background
 
 } // namespace menuBarPanel

@@ -7,7 +7,7 @@ class QWidget;
 
 namespace corvane::look {
 
-/// How long a movement in `widget` takes, in milliseconds: `wanted`, or 0 where nobody sees it or the desktop
+/// The duration of an animation in `widget`, in milliseconds: `wanted`, or 0 if nobody sees it or the desktop
 /// wants no motion.
 [[nodiscard]] int motionDuration(const QWidget &widget, int wanted);
 

@@ -17,7 +17,7 @@ namespace corvane::look {
 
 namespace {
 
-/// The pictures of two pages over the area that shows the second one already.
+/// Pictures of both pages, drawn over the area, which already shows the second.
 class PageSlide final : public QWidget {
 public:
     PageSlide(QWidget &area, QPixmap before, QPixmap after, bool isLeftwards, int duration)

@@ -9,8 +9,8 @@ class QWidget;
 
 namespace corvane::look {
 
-/// Has `change` change what `area` shows, at once; what is seen slides there from what was shown before, and
-/// fades. `isForward` tells the direction in which the pages are read.
+/// Calls `change`, which replaces the content of `area`, at once; the user sees the old page fade and slide
+/// to the new one. `isForward` is the direction in reading order.
 void slidePage(QWidget &area, bool isForward, const std::function<void()> &change);
 
 } // namespace corvane::look

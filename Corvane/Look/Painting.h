@@ -9,27 +9,28 @@
 class QPainter;
 class QStyleOption;
 
-/// What the painters of controls share.
+/// Helpers that the painters of controls share.
 namespace corvane::look {
 
 void fillRounded(QPainter &painter, const QRectF &area, double cornerRadius, const QColor &color);
 
-/// A line of `width` just inside `area`.
+/// Strokes the edge of `area` with a line of `width`, inside it.
 void strokeRounded(QPainter &painter, const QRectF &area, double cornerRadius, const QColor &color,
                    double width = 1);
 
-/// The palette of a control that can be used, also for one that cannot: the toolkit's own of the latter is
-/// faint already, and would be seen no more once it is drawn faintly.
+/// The palette of an enabled control, even if the control is disabled: ControlPainter fades a disabled
+/// control, and the toolkit's disabled palette, faint already, would make it invisible.
 [[nodiscard]] QPalette inkPalette(const QStyleOption &option);
 
-/// How the ground of a control answers to the pointer: an opacity of the text's colour.
+/// The opacity of the text's colour on a control's background, by the state of the pointer.
 [[nodiscard]] double groundOpacity(const QStyleOption &option, double atRest = 0);
 
-/// Whether the control is to show that it has the keyboard: to someone who uses one, not to someone who
-/// clicks.
+/// Whether the control shows its keyboard focus: only while the user navigates by keyboard, not after a
+/// click.
 [[nodiscard]] bool showsFocus(const QStyleOption &option);
 
-/// Draws faintly what cannot be used, and leaves the painter as it was.
+/// Saves the painter's state, makes it draw a disabled control faintly, and restores it at the end of the
+/// scope.
 class ControlPainter {
 public:
     ControlPainter(QPainter &painter, const QStyleOption &option);

@@ -7,15 +7,15 @@
 
 #include <QPalette>
 
-/// Palettes as pure functions.
+/// Pure functions that make palettes.
 namespace corvane::look {
 
-/// This program's own light and dark palette.
+/// The program's own palettes.
 [[nodiscard]] QPalette lightPalette();
 [[nodiscard]] QPalette darkPalette();
 
-/// `toolkits` where it agrees with what the desktop says of itself; else a palette of our own. With the
-/// desktop's accent, if that is known.
+/// The toolkit's palette `toolkits` if it agrees with the desktop's colour scheme, else one of our own; with
+/// the desktop's accent if that is known.
 [[nodiscard]] QPalette withAppearance(const QPalette &toolkits, const Appearance &appearance);
 
 } // namespace corvane::look

@@ -14,7 +14,7 @@ namespace corvane::look {
 
 namespace {
 
-/// Breaks the text of `layout` into lines of `width`; their height together.
+/// Breaks the text of `layout` into lines of `width`; returns their total height.
 int breakIntoLines(QTextLayout &layout, int width, Qt::LayoutDirection direction)
 {
     QTextOption option((direction == Qt::LeftToRight ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignAbsolute);

@@ -9,15 +9,14 @@
 
 class QPainter;
 
-/// Texts that a widget paints by itself, as plain text on as many lines as their width makes of them. A word
-/// wider than that is broken.
+/// Plain text that a widget paints itself, wrapped to a width. A word that is wider is broken.
 namespace corvane::look {
 
-/// The height of `text` in `font` at `width`; 0 of an empty one.
+/// The height of `text` in `font` at `width`; 0 if it is empty.
 [[nodiscard]] int paragraphHeight(const QString &text, const QFont &font, int width);
 
-/// Paints `text` in the painter's pen. A text written from the right keeps its own order, and stands where
-/// the others stand, which `direction` tells.
+/// Paints `text` with the painter's pen. Right-to-left text keeps its own direction; `direction` is that of
+/// the widget and decides the alignment.
 void paintParagraph(QPainter &painter, QPoint topLeft, int width, const QString &text, const QFont &font,
                     Qt::LayoutDirection direction);
 

@@ -33,7 +33,7 @@ void paintPopup(QPainter &painter, const QRect &area, const QPalette &palette, b
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF card = area.marginsRemoved(popupShadow(isComposited));
     if (isComposited) {
-        // Layer upon layer, each a little smaller, so that it fades outwards.
+        // Layers, each a little smaller, so that the shadow fades outwards.
         constexpr int reach = popup::shadowReach;
         for (int step = reach; step > 0; --step) {
             const double share = 1.0 - double(step) / reach;

@@ -9,7 +9,7 @@
 class QPainter;
 class QStyleOptionSlider;
 
-/// How a scroll bar looks: a slim thumb over the content, thicker under the pointer.
+/// Paints scroll bars: a slim thumb over the content, thicker under the pointer.
 namespace corvane::look {
 
 [[nodiscard]] QRect scrollBarPart(const QStyleOptionSlider &bar, QStyle::SubControl part);

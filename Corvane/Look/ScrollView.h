@@ -7,8 +7,8 @@
 
 namespace corvane::look {
 
-/// An area through which a content taller than it is scrolled, by wheel, by its bar and, once Tab has reached
-/// it, by the keyboard. It shows through to what it stands on. Where all is seen, Tab passes it by.
+/// A transparent area that scrolls a taller `content` by wheel, by its scroll bar and, once Tab has reached
+/// it, by keyboard. Tab skips it if nothing needs scrolling.
 class ScrollView : public QScrollArea {
     Q_OBJECT
 

@@ -9,7 +9,7 @@ QScrollArea *scrolling(QWidget *content)
 {
     auto *area = new QScrollArea;
     area->setFrameShape(QFrame::NoFrame);
-    area->setFocusPolicy(Qt::NoFocus); // it answers the keys that its content leaves alone
+    area->setFocusPolicy(Qt::NoFocus); // it gets the keys that its content ignores
     area->setWidgetResizable(true);
     area->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     area->viewport()->setBackgroundRole(QPalette::Window);

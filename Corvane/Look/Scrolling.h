@@ -7,8 +7,8 @@
 
 namespace corvane::look {
 
-/// `content` in an area that scrolls it where it is larger: as wide as the area while it can be, centred
-/// where it cannot be as wide. The keys that scroll work wherever in it the keyboard is.
+/// A scroll area round `content`, which gets the area's width within its own limits and is centred. The
+/// scroll keys work wherever in the content the keyboard focus is.
 [[nodiscard]] QScrollArea *scrolling(QWidget *content);
 
 } // namespace corvane::look

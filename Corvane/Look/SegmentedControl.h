@@ -9,20 +9,20 @@ class QButtonGroup;
 
 namespace corvane::look {
 
-/// One of a few choices, all of them seen at once: the toolkit's radio buttons beside one another. Tab
-/// reaches the one that is chosen, the arrow keys choose.
+/// A choice between a few options, all visible: radio buttons side by side. Tab reaches the selected one, the
+/// arrow keys change the selection.
 class SegmentedControl final : public QWidget {
     Q_OBJECT
 
 public:
-    /// `label` is its name for a screen reader; the first of `segments` is chosen.
+    /// `label` is its name for a screen reader; the first of `segments` is selected.
     SegmentedControl(const QString &label, const QStringList &segments, QWidget *parent = nullptr);
 
     [[nodiscard]] int selection() const;
     void setSelection(int index);
 
 Q_SIGNALS:
-    /// The user, or setSelection(), chose another segment.
+    /// The user or setSelection() selected another segment.
     void selectionChanged(int index);
 
 protected:

@@ -9,22 +9,22 @@
 #include <initializer_list>
 #include <variant>
 
-/// Stacks: a view's constructor reads like its list of contents, from the outside in.
+/// Stacks, so that a view's constructor reads like its list of contents, from the outside in.
 namespace corvane::look {
 
-/// Space that takes what is left over.
+/// Takes the remaining space.
 struct Spacer {};
 
-/// Something that stands in a stack; the stack's widget takes it over.
+/// An item of a stack. The widget that gets the stack takes ownership.
 using Item = std::variant<QWidget *, QLayout *, Spacer>;
 
-/// `items` below one another, `spacing` points between them, leading-aligned.
+/// A column of `items`, `spacing` points between them, filling its width.
 [[nodiscard]] QVBoxLayout *column(int spacing, std::initializer_list<Item> items);
 
-/// `items` beside one another, `spacing` points between them, centred on a line.
+/// A row of `items`, `spacing` points between them, centred vertically.
 [[nodiscard]] QHBoxLayout *row(int spacing, std::initializer_list<Item> items);
 
-/// `layout` with space about it.
+/// Sets the margins of `layout`.
 template <typename Layout>
 [[nodiscard]] Layout *padded(QMargins padding, Layout *layout)
 {
@@ -32,7 +32,7 @@ template <typename Layout>
     return layout;
 }
 
-/// `above` over `below`, in the corner or along the edge that `alignment` tells.
+/// `above` drawn over `below`, at the corner or edge given by `alignment`.
 [[nodiscard]] QGridLayout *overlay(QLayout *below, QLayout *above, Qt::Alignment alignment);
 
 } // namespace corvane::look

@@ -94,7 +94,7 @@ void Style::unpolish(QApplication *application)
 void Style::follow(const Appearance &appearance)
 {
     m_appearance = appearance;
-    // Has the toolkit take its palette from the desktop once more, and this style polish it.
+    // Makes the toolkit reload the desktop's palette, which this style then polishes.
     if (qApp != nullptr && QApplication::style() == this) {
         QApplication::setPalette(QPalette());
     }
@@ -104,7 +104,7 @@ void Style::polish(QPalette &palette)
 {
     QProxyStyle::polish(palette);
     palette = withAppearance(palette, m_appearance);
-    // One accent everywhere, also where the toolkit paints by itself.
+    // The same accent everywhere, also where the toolkit paints.
     const QColor ground = accentGround(palette);
     const QColor link = color(Ink::accent, palette);
     const QColor placeholder = placeholderColor(palette);
@@ -150,7 +150,7 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption *option, 
 {
     switch (element) {
     case PE_PanelLineEdit:
-        // One without a frame stands in a field that has drawn its ground.
+        // A frameless line edit is part of a field that has painted its own background.
         if (const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option);
             frame != nullptr && frame->lineWidth > 0) {
             paintField(*painter, *option,
@@ -168,7 +168,7 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption *option, 
     case PE_PanelItemViewRow:
     case PE_PanelItemViewItem:
         if (widget == nullptr || widget->objectName() != u"qt_calendar_calendarview"_s) {
-            break; // a day in a calendar draws its own ground
+            break; // a day in a calendar draws its own background
         }
         return;
     case PE_PanelTipLabel:
@@ -215,7 +215,7 @@ void Style::drawControl(ControlElement element, const QStyleOption *option, QPai
     case CE_MenuItem:
         if (const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(option)) {
             if (qobject_cast<const QComboBox *>(widget) != nullptr) {
-                painter->fillRect(item->rect, fieldColor(item->palette)); // over the toolkit's own ground
+                painter->fillRect(item->rect, fieldColor(item->palette)); // over the toolkit's own background
             }
             paintMenuItem(*painter, *item);
             return;
@@ -260,7 +260,8 @@ void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex
     case CC_ToolButton:
         if (const auto *button = qstyleoption_cast<const QStyleOptionToolButton *>(option)) {
             QStyleOptionToolButton plain = *button;
-            plain.features &= ~QStyleOptionToolButton::HasMenu; // without an arrow that nobody has to hit
+            plain.features &=
+                ~QStyleOptionToolButton::HasMenu; // no menu arrow: a click anywhere opens the menu
             QProxyStyle::drawComplexControl(control, &plain, painter, widget);
             return;
         }

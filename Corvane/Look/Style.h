@@ -14,20 +14,19 @@ namespace corvane::look {
 class FocusRing;
 class Habits;
 
-/// Draws the toolkit's controls, whichever theme the desktop has. What it draws lies in the files of painters
-/// beside it, a kind of control each.
+/// Draws the toolkit's controls in the program's own look, whatever theme the desktop has. The painting is in
+/// the files named after each kind of control.
 class Style final : public QProxyStyle {
     Q_OBJECT
 
 public:
-    /// `isComposited` tells whether windows that are partly transparent look so.
+    /// `isComposited` returns whether windows can be translucent.
     explicit Style(std::function<bool()> isComposited = [] { return true; });
 
     [[nodiscard]] bool isComposited() const { return m_isComposited(); }
 
-    /// Follows what the desktop says of how programs are to look: the application's palette changes, also
-    /// that of open windows, and nothing moves where no motion is wanted. By itself the style follows the
-    /// toolkit.
+    /// Applies the desktop's appearance: changes the application's palette, in open windows too, and stops
+    /// animations where no motion is wanted. Until the first call, the style follows the toolkit.
     void follow(const Appearance &appearance);
 
     void polish(QApplication *application) override;

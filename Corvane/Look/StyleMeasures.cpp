@@ -18,7 +18,7 @@
 
 #include <algorithm>
 
-/// The Style's answers to how large things are, where their parts lie, and how they behave.
+/// The Style's measures: sizes, positions of parts, and hints on behaviour.
 namespace corvane::look {
 
 namespace {
@@ -28,7 +28,7 @@ bool isListWindow(const QWidget *widget)
     return widget != nullptr && widget->inherits("QComboBoxPrivateContainer");
 }
 
-constexpr int lineInset = 6; ///< of a text in its field; the toolkit adds two points of its own
+constexpr int lineInset = 6; ///< of a text in its field, in points; the toolkit adds two more
 
 } // namespace
 
@@ -110,7 +110,7 @@ QRect Style::subElementRect(SubElement element, const QStyleOption *option, cons
 
 QRect Style::choicesRect(const QStyleOptionComplex &option) const
 {
-    // The choices' texts stand where that of the picker does.
+    // Aligns the choices' texts with the picker's.
     const QMargins margins = popupMargins(isComposited());
     const int lead = margins.left() + menuTextInset(option) - control::horizontalPadding;
     const int tail = margins.right() + space::medium - control::horizontalPadding;
@@ -144,13 +144,13 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption *option, const QWi
 {
     switch (metric) {
     case PM_ScrollBarExtent:
-    case PM_ScrollView_ScrollBarOverlap: // wholly over the content
+    case PM_ScrollView_ScrollBarOverlap: // lies entirely over the content
         return scrollBar::extent;
     case PM_ScrollBarSliderMin:
         return scrollBar::minimumLength;
     case PM_FocusFrameHMargin:
     case PM_FocusFrameVMargin:
-        // The frame asks for itself, but names itself in the option only.
+        // The frame passes the focused control as `widget`, and itself only in the option.
         if (const auto *frame =
                 qobject_cast<const QFocusFrame *>(option != nullptr ? option->styleObject : nullptr)) {
             return FocusRing::reach(frame->widget());

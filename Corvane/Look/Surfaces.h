@@ -9,17 +9,17 @@
 
 namespace corvane::look {
 
-/// A rounded rectangle that other things stand on.
+/// A rounded, filled rectangle behind its content.
 class Surface final : public QWidget {
     Q_OBJECT
 
 public:
-    /// What it is filled with under a palette, asked for at each painting.
+    /// The fill colour under a palette, called at each painting.
     using Fill = std::function<QColor(const QPalette &)>;
 
     Surface(double cornerRadius, Fill fill, QLayout *content, QWidget *parent = nullptr);
 
-    /// Another fill from now on.
+    /// Replaces the fill and repaints.
     void setFill(Fill fill);
 
 protected:
@@ -30,7 +30,7 @@ private:
     Fill m_fill;
 };
 
-/// A line of one point across what it stands in.
+/// A horizontal line of one point across its parent.
 class Divider final : public QWidget {
     Q_OBJECT
 
@@ -41,13 +41,13 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 };
 
-/// Whether `widget` is to show that it has the keyboard: to someone who uses one, not to someone who clicks.
+/// Whether `widget` shows its keyboard focus: only while the user navigates by keyboard, not after a click.
 [[nodiscard]] bool showsFocus(const QWidget &widget);
 
-/// The ring about what has the keyboard, just inside `area`. Called while painting a control.
+/// Paints the focus ring just inside `area`. Called while painting a control.
 void paintFocusRing(QPainter &painter, const QRectF &area, double cornerRadius, const QPalette &palette);
 
-/// The same on a ground of the accent's colour, on which that ring would not be seen.
+/// The same on the accent colour, where the accent ring would be invisible.
 void paintFocusRingOnAccent(QPainter &painter, const QRectF &area, double cornerRadius,
                             const QPalette &palette);
 

@@ -11,18 +11,18 @@ class QPainter;
 class QStyleOption;
 class QStyleOptionButton;
 
-/// How a check box looks: as a switch, with its text at the beginning of the line and its knob at the end, as
-/// in a list of settings.
+/// Paints a check box as a switch, with its text at the start of the line and its track at the end, as in a
+/// list of settings.
 namespace corvane::look {
 
-/// Slides the knob of a switch that is turned while it is seen. Belongs to the switch.
+/// Animates the knob when a visible switch is toggled. The switch owns it.
 class KnobSlide final : public QVariantAnimation {
     Q_OBJECT
 
 public:
     explicit KnobSlide(QCheckBox &box);
 
-    /// Where the knob of `box` is: 0 for off, 1 for on.
+    /// The position of the knob of `box`: 0 for off, 1 for on.
     [[nodiscard]] static double position(const QCheckBox &box);
 
 private:
@@ -33,10 +33,10 @@ private:
 
 [[nodiscard]] QSize switchSize(const QStyleOptionButton &option);
 
-/// What is turned, beside the text.
+/// The track of the switch, beside the text.
 [[nodiscard]] QRect switchTrack(const QStyleOption &option);
 
-/// `position` is that of the knob.
+/// `position` of the knob: 0 for off, 1 for on.
 void paintSwitch(QPainter &painter, const QStyleOptionButton &option, double position);
 
 } // namespace corvane::look

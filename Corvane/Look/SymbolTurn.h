@@ -9,20 +9,20 @@ class QWidget;
 
 namespace corvane::look {
 
-/// Turns the symbol of a button while what the button started goes on. Whole turns only, so that a short work
-/// is seen as well, and the symbol never jumps back.
+/// Turns the symbol of a button while the work it started is running. Only full turns, so that short work is
+/// visible too and the symbol never jumps back.
 class SymbolTurn final : public QVariantAnimation {
     Q_OBJECT
 
 public:
-    /// The button's, which owns it.
+    /// `button` owns it.
     explicit SymbolTurn(QWidget &button);
 
-    /// Each call is answered by one of `end()`.
+    /// Each begin() needs one end().
     void begin();
     void end();
 
-    /// How far the symbol of `button` is turned now, in degrees, clockwise.
+    /// The current rotation of the symbol of `button`, in degrees, clockwise.
     [[nodiscard]] static double degrees(const QWidget *button);
 
 protected:

@@ -23,7 +23,7 @@ int sizeFor(TextStyle style)
     return static_cast<int>(std::lround(QFontInfo(font(style)).pixelSize() * control::symbolShare));
 }
 
-/// Keeps a symbol at the middle of the first line of a text, whatever the text's font becomes.
+/// Keeps a symbol centred on the first line of a text when fonts change.
 class FirstLine final : public QObject {
 public:
     FirstLine(SymbolView &symbol, QWidget &text, QLayout &above, QLayout &beneath)
@@ -55,7 +55,7 @@ private:
         m_beneath.setContentsMargins(0, std::max(0, -offset / 2), 0, 0);
     }
 
-    // All of them go with the view that the text stands in.
+    // All of them are destroyed with the view that contains the text.
     SymbolView &m_symbol;
     QWidget &m_text;
     QLayout &m_above;
@@ -105,15 +105,14 @@ void SymbolView::paintEvent(QPaintEvent *)
 
 QLayout *label(SymbolView *symbol, QWidget *text, int spacing)
 {
-    // The symbol is centred on the first line, also where the text has more of them.
     auto *beside = new QHBoxLayout;
     beside->setContentsMargins(0, 0, 0, 0);
     beside->setSpacing(spacing);
     auto *above = new QVBoxLayout;
-    above->addWidget(symbol, 0, Qt::AlignTop); // no stretch, or the label would grow where there is room
+    above->addWidget(symbol, 0, Qt::AlignTop); // no stretch, or the label would grow
     auto *beneath = new QVBoxLayout;
     beneath->addWidget(text);
-    new FirstLine(*symbol, *text, *above, *beneath); // the text's
+    new FirstLine(*symbol, *text, *above, *beneath); // owned by the text
     beside->addLayout(above);
     beside->addLayout(beneath, 1);
     return beside;

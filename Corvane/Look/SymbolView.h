@@ -11,12 +11,12 @@
 
 namespace corvane::look {
 
-/// A symbol that stands in a view; it says nothing to a screen reader, since a text stands beside it.
+/// A symbol in a view, hidden from screen readers, since a text is beside it.
 class SymbolView final : public QWidget {
     Q_OBJECT
 
 public:
-    /// A symbol as tall as a text in `style`.
+    /// A symbol sized for text in `style`.
     SymbolView(const QString &name, TextStyle style, Ink ink, QWidget *parent = nullptr);
 
     /// A symbol of `size` points.
@@ -30,12 +30,12 @@ protected:
 
 private:
     QString m_name;
-    std::optional<TextStyle> m_style; ///< what its size follows
+    std::optional<TextStyle> m_style; ///< if its size follows a text style
     int m_size;
     Ink m_ink;
 };
 
-/// A symbol and a text beside it, aligned at the text's first line.
+/// A symbol beside a text, centred on the text's first line.
 [[nodiscard]] QLayout *label(SymbolView *symbol, QWidget *text, int spacing = space::small);
 
 } // namespace corvane::look

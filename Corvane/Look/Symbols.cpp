@@ -20,11 +20,11 @@ namespace corvane::look {
 
 namespace {
 
-/// What a symbol is made of, which tells how it becomes bold.
+/// The kind of drawing, which decides how the symbol becomes bold.
 enum class Body {
     lines,
-    solid,  ///< nothing is cut out of it: it is as bold as it can be
-    cutOut, ///< a solid with a sign cut out of it
+    solid,  ///< no cut-outs: bold changes nothing
+    cutOut, ///< a solid shape with a sign cut out of it
 };
 
 struct Symbol {
@@ -78,7 +78,8 @@ constexpr std::array symbols{
     Symbol{.name = u"xmark.circle.fill", .file = u"x-circle-fill", .body = Body::cutOut},
 };
 
-/// The side of the square that the set draws on, and how much wider lines are in bold, and what is cut out.
+/// In units of the set's drawings: the side of their square, and the stroke that bold adds to lines and to
+/// the outlines of cut-outs.
 constexpr double side = 16;
 constexpr double boldLines = 0.9;
 constexpr double boldCuts = 0.6;
@@ -89,7 +90,8 @@ const Symbol *find(const QString &name)
     return found != symbols.end() ? &*found : nullptr;
 }
 
-/// The drawing of a symbol, filled with `fill` and its outlines drawn `strokeWidth` wide.
+/// The symbol's SVG file in `color`, filled if `isFilled`, with outlines `strokeWidth` wide (in units of the
+/// drawing).
 QByteArray drawing(const Symbol *symbol, const QColor &color, bool isFilled, double strokeWidth)
 {
     QFile file(symbol != nullptr ? u":/symbols/%1.svg"_s.arg(symbol->file) : QString());
@@ -202,8 +204,8 @@ QPixmap symbolPixmap(const QString &name, int size, const QColor &color, double 
     } else if (symbol->body == Body::lines) {
         render(painter, rect, drawing(symbol, color, true, boldLines));
     } else {
-        // Half a stroke along the outline is taken away: inside, what is cut out grows; outside, the symbol
-        // would shrink, so it is drawn larger by as much.
+        // Erases a stroke along the outline, half of which lies inside: cut-outs grow, but the symbol
+        // shrinks, so it is drawn larger by the same amount.
         const double more = pixels * boldCuts / (side - boldCuts) / 2;
         rect.adjust(-more, -more, more, more);
         render(painter, rect, drawing(symbol, color, true, 0));

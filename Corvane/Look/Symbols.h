@@ -10,21 +10,20 @@
 #include <QPixmap>
 #include <QString>
 
-/// The program's symbols, drawn in any colour at any size. Main thread only.
+/// The program's symbols, in any colour and size. Main thread only.
 namespace corvane::look {
 
-/// How strong a symbol is drawn: `bold` thickens the lines of one made of lines, and what is cut out of a
-/// filled one.
+/// `bold` thickens the lines of an outlined symbol, and the cut-outs of a filled one.
 enum class SymbolWeight { regular, bold };
 
 /// Whether there is a symbol of this name, for example "bell.fill".
 [[nodiscard]] bool hasSymbol(const QString &name);
 
-/// The symbol `name`, which must exist, in `color` on nothing, as an icon that is sharp at every size and
-/// pixel ratio.
+/// The symbol `name`, which must exist, in `color` on a transparent background, as an icon that is sharp at
+/// every size and pixel ratio.
 [[nodiscard]] QIcon symbolIcon(const QString &name, const QColor &color);
 
-/// The same in the colour that `ink` has under the application's palette whenever it is drawn.
+/// The same in the colour of `ink` under the application's palette at the time of drawing.
 [[nodiscard]] QIcon symbolIcon(const QString &name, Ink ink);
 
 /// The symbol `name`, which must exist, as a square picture of `size` points at `devicePixelRatio`.

@@ -94,7 +94,7 @@ void Text::setLinks(const std::vector<Link> &links, std::function<void(const QUr
 void Text::focusInEvent(QFocusEvent *event)
 {
     QLabel::focusInEvent(event);
-    // Tab leads to the links, of which there is one at least; the toolkit would stop at the text first.
+    // Tab goes to the links, at least one; the toolkit would stop at the text first.
     if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason) {
         focusNextPrevChild(event->reason() == Qt::TabFocusReason);
     }
@@ -140,8 +140,8 @@ void Text::apply()
         wanted = withMonospacedDigits(wanted);
     }
     setFont(wanted);
-    // Of the application's palette: the label's own already has the ink in its text's place. The rest is
-    // left as it is inherited, so that the label hears of another theme.
+    // From the application's palette: in the label's own, the ink already replaces the text colour. The other
+    // roles stay inherited, so that the label is told about a change of theme.
     QPalette own;
     for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
         own.setColor(group, QPalette::WindowText, color(m_ink, QGuiApplication::palette()));

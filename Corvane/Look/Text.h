@@ -14,14 +14,13 @@
 
 namespace corvane::look {
 
-/// A text as plain text, whatever it holds, on as many lines as it needs. Where it is not centred, it is
-/// aligned as the page is, whichever way it is written itself. It follows the desktop's font and palette
-/// while it is shown.
+/// Plain text on as many lines as it needs. Unless centred, it is aligned with the page, whatever its own
+/// direction. It follows the desktop's font and palette while it is shown.
 class Text final : public QLabel {
     Q_OBJECT
 
 public:
-    /// In the weight that the style has by itself.
+    /// In the style's own weight.
     Text(const QString &text, TextStyle style, Ink ink = Ink::primary, QWidget *parent = nullptr);
     Text(const QString &text, TextStyle style, QFont::Weight weight, Ink ink = Ink::primary,
          QWidget *parent = nullptr);
@@ -29,27 +28,26 @@ public:
     void setInk(Ink ink);
     void setWeight(QFont::Weight weight);
 
-    /// Digits all equally wide, for times that change.
+    /// Keeps digits aligned, for times that change.
     void setMonospacedDigits();
 
-    /// Asks for one line as long as the text is, instead of a block of lines; it still breaks where there is
-    /// less room.
+    /// Prefers a single line to a block of lines; still wraps where there is less room.
     void setPrefersOneLine();
 
-    /// Lets the pointer select the text, to be copied.
+    /// Lets the user select the text with the pointer, to copy it.
     void setSelectable();
 
-    /// A part of a text, and where it leads.
+    /// A part of the text and its destination.
     struct Link {
         QString text;
         QUrl destination;
     };
 
-    /// The same, and has `links` opened by `open`. They are given in the order in which they stand in the
-    /// text; one that is not in it is left out.
+    /// Makes the text selectable and its `links` clickable; `open` opens them. Links come in the order of the
+    /// text; one that does not occur in it is ignored.
     void setLinks(const std::vector<Link> &links, std::function<void(const QUrl &)> open);
 
-    /// Breaks it into lines of much the same length where it takes several. For centred texts.
+    /// Wraps into lines of about the same length. For centred texts.
     void setBalanced();
 
     [[nodiscard]] QSize sizeHint() const override;
