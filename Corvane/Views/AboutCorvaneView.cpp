@@ -38,7 +38,7 @@ QLayout *middle(QWidget *widget)
     return row(0, {Spacer{}, widget, Spacer{}});
 }
 
-/// A button that opens `destination`, or nothing where there is no destination.
+/// A button that opens `destination`; nullptr without one.
 QPushButton *link(const QString &text, Role role, const std::optional<QUrl> &destination,
                   const UserManualPDF::Opener &openLink)
 {
@@ -66,7 +66,7 @@ QLayout *description()
                                   "starting the next on time."_s,
                                   TextStyle::body, Ink::secondary));
     text->setMaximumWidth(about::descriptionWidth);
-    // The space at its sides takes only what the text may not.
+    // The high stretch factor gives the text all width up to its maximum; the spaces share the rest.
     auto *line = row(0, {});
     line->addStretch(1);
     line->addWidget(text, 10'000);
@@ -87,7 +87,7 @@ QLayout *actionRow(const UserManualPDF &manual, const UserManualPDF::Opener &ope
     return actions;
 }
 
-/// A link of the footer; a plain text where it leads nowhere.
+/// A link of the footer, or plain text if it has no destination.
 QLayout *footerLink(const QString &text, const std::optional<QUrl> &destination,
                     const UserManualPDF::Opener &openLink)
 {
@@ -113,7 +113,7 @@ QWidget *content(const UserManualPDF &manual, const InformationDictionary &infor
     auto *stack = column(about::spacing, {middle(new Badge(u"bell.badge.fill"_s)), nameBlock(information),
                                           description(), actionRow(manual, openLink), footer(openLink)});
     auto *view = new QWidget;
-    // In the middle of a window that is higher than it needs to be.
+    // Centred in a window taller than its content.
     view->setLayout(padded({about::padding, about::padding, about::padding, about::padding},
                            column(0, {Spacer{}, stack, Spacer{}})));
     return view;
@@ -130,7 +130,7 @@ AboutCorvaneView::AboutCorvaneView(const UserManualPDF &manual, const Informatio
                                    const UserManualPDF::Opener &openLink, QWidget *parent)
     : look::ScrollView(u"About Quillet"_s, content(manual, information, openLink), parent)
 {
-    // Where a long word is wider than the window.
+    // For a word wider than the window.
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     followDesktopFont(*this);
 }

@@ -10,8 +10,7 @@ namespace corvane {
 
 class InformationDictionary;
 
-/// The version that the About window shows: "Version 1.0.6", or "Version 1.0" where `information` does not
-/// tell it.
+/// The version line of the About window: "Version 1.0.6", or "Version 1.0" if `information` has no version.
 [[nodiscard]] QString versionLine(const InformationDictionary &information);
 
 /// The content of the About window.
@@ -19,11 +18,11 @@ class AboutCorvaneView final : public look::ScrollView {
     Q_OBJECT
 
 public:
-    /// `manual` is borrowed and outlives the view. `openLink` opens the web site, and begins a letter.
+    /// `manual` is borrowed and outlives the view. `openLink` opens web and mailto links.
     AboutCorvaneView(const UserManualPDF &manual, const InformationDictionary &information,
                      const UserManualPDF::Opener &openLink, QWidget *parent = nullptr);
 
-    /// What it takes to be seen whole.
+    /// The height that shows everything without scrolling.
     [[nodiscard]] bool hasHeightForWidth() const override { return true; }
     [[nodiscard]] int heightForWidth(int width) const override;
 };

@@ -160,7 +160,7 @@ void DebugRow::paintEvent(QPaintEvent *)
     } else if (!m_row.lead.isEmpty()) {
         painter.setPen(color(Ink::secondary, palette()));
         painter.setFont(leadFont());
-        // On the title's baseline.
+        // Aligned to the title's baseline.
         const int baseline = y + (m_columns.areBeside && !m_row.title.isEmpty() ? titleMetrics.ascent()
                                                                                 : leadMetrics.ascent());
         const int left =

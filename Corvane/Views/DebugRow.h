@@ -10,37 +10,36 @@
 
 namespace corvane {
 
-/// One row of a list of the debug window: how it stands, what it is, and the texts about it, on as many lines
-/// as they need. For a screen reader it is one element of a list. It paints itself, so that a list may have
-/// hundreds.
+/// A row of a list in the debug window: a status symbol or a time or name, a title and texts, wrapped as
+/// needed. For a screen reader it is one list item. It paints its texts itself, so that a list can have
+/// hundreds of rows.
 class DebugRow final : public QWidget {
     Q_OBJECT
 
 public:
-    /// How the rows of one list divide their width, so that their texts stand in columns.
+    /// The columns that the rows of a list share.
     struct Columns {
-        int lead = 0;          ///< the width of the column of times or names; 0 where no row has one
-        bool areBeside = true; ///< else the texts stand below what leads them
+        int lead = 0;          ///< width of the column of times, names or symbols; 0 if no row has one
+        bool areBeside = true; ///< otherwise the texts are below the lead
 
         friend bool operator==(const Columns &, const Columns &) = default;
     };
 
-    /// `style` is that of the title.
+    /// `style` is the title's.
     explicit DebugRow(look::TextStyle style, QWidget *parent = nullptr);
 
     [[nodiscard]] const debugReport::Row &row() const { return m_row; }
     void setRow(const debugReport::Row &row);
 
-    /// Divides the width so from now on.
     void setColumns(Columns columns);
 
-    /// The width of what leads the row; 0 if nothing does.
+    /// The width of the lead (status symbol, time or name); 0 without one.
     [[nodiscard]] int leadWidth() const;
 
     [[nodiscard]] int heightForWidth(int width) const override;
 
 Q_SIGNALS:
-    /// The row has the keyboard.
+    /// The row got the keyboard focus.
     void focused();
 
 protected:
@@ -59,7 +58,7 @@ private:
     look::TextStyle m_style;
     debugReport::Row m_row;
     Columns m_columns;
-    // Measured when they are asked for, and kept until a text or the font changes; -1 until then.
+    // Measured on demand, cached until a text or the font changes; -1 while unknown.
     mutable int m_leadWidth = -1;
     mutable int m_measuredWidth = -1;
     mutable int m_measuredHeight = 0;

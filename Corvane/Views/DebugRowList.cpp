@@ -17,7 +17,7 @@ using debugReport::Row;
 
 namespace {
 
-/// Of the list's width, at most, what leads the rows takes beside their texts.
+/// The largest share of the list's width that the lead may take beside the texts.
 constexpr double widestLead = 0.4;
 
 } // namespace
@@ -47,7 +47,7 @@ DebugRow *DebugRowList::makeRow()
 
 void DebugRowList::dropLeadingRows(const std::vector<Row> &rows)
 {
-    // Where the oldest rows have gone, as those of a log do, the others stay what they are.
+    // When the oldest rows are gone, as in a log, the remaining rows are kept.
     const auto isFirst = [&](const DebugRow *row) { return row->row() == rows.front(); };
     const auto first = rows.empty() ? m_rows.end() : std::ranges::find_if(m_rows, isFirst);
     const auto gone = first == m_rows.end() ? 0 : first - m_rows.begin();
@@ -132,7 +132,7 @@ QSize DebugRowList::sizeHint() const
 
 QSize DebugRowList::minimumSizeHint() const
 {
-    // Any text breaks into lines; a few letters are to stand on one.
+    // Text wraps at any width, but a line should hold a few letters.
     return {8 * QFontMetrics(look::font(m_style)).averageCharWidth(), 0};
 }
 
@@ -150,7 +150,6 @@ void DebugRowList::arrange()
 
 void DebugRowList::keyPressEvent(QKeyEvent *event)
 {
-    // A key that the row with the keyboard left alone.
     const std::size_t last = m_rows.empty() ? 0 : m_rows.size() - 1;
     std::size_t wanted = m_current;
     switch (event->key()) {

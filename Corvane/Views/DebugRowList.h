@@ -14,18 +14,18 @@ namespace corvane {
 
 class DebugRow;
 
-/// Rows of the debug window below one another, as high as they are together. Tab reaches one of them, the
-/// arrow keys, Home and End go through them. What has not changed is not drawn anew.
+/// A list of rows in the debug window, without scrolling. Tab reaches one row; the arrow keys, Home and End
+/// move between rows. Unchanged rows are not redrawn.
 class DebugRowList final : public QWidget {
     Q_OBJECT
 
 public:
-    /// `label` is its name for a screen reader, `style` that of the rows' titles.
+    /// `label` is its name for a screen reader, `style` the style of the rows' titles.
     DebugRowList(const QString &label, look::TextStyle style, QWidget *parent = nullptr);
 
     void setRows(const std::vector<debugReport::Row> &rows);
 
-    /// The rows from top to bottom.
+    /// The rows, from top to bottom.
     [[nodiscard]] const std::vector<DebugRow *> &rows() const { return m_rows; }
 
     [[nodiscard]] bool hasHeightForWidth() const override { return true; }
@@ -34,7 +34,7 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
-    /// `row` has the keyboard, and is to be seen.
+    /// `row` got the keyboard focus; the view should scroll to it.
     void rowFocused(QWidget *row);
 
 protected:

@@ -87,7 +87,7 @@ QWidget *DebugWindowView::card(Part &part, const debugReport::Section &section, 
     part.nothing->hide();
     connect(part.list, &DebugRowList::rowFocused, this,
             [this](QWidget *row) { m_page->ensureWidgetVisible(row, 0, space::large); });
-    // The rows light up a little beyond their texts, which stand in line with the heading.
+    // Rows are highlighted slightly beyond their texts, which align with the heading.
     auto *title = padded({control::rowInset, 0, control::rowInset, 0},
                          label(new SymbolView(symbolName, TextStyle::headline, Ink::accent),
                                heading(new Text(section.title, TextStyle::headline))));
@@ -115,7 +115,7 @@ void DebugWindowView::follow()
 void DebugWindowView::setStale(Part &part)
 {
     part.isStale = true;
-    // On the next turn: what changes together is shown together.
+    // Queued, so that simultaneous changes are shown together.
     if (!m_pause.isActive()) {
         QMetaObject::invokeMethod(this, &DebugWindowView::refresh, Qt::QueuedConnection);
     }

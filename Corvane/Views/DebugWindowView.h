@@ -23,24 +23,23 @@ class DebugLogService;
 class DebugRowList;
 class MenuBarViewModel;
 
-/// What the debug window tells of; borrowed.
+/// The sources of the debug window; borrowed.
 struct DebugSources {
     const CalendarMonitor &calendars;
     const CalendarLessonParser &parser;
     const DebugLogService &log;
 };
 
-/// The content of the debug window: what the program believes at this moment, how its calendars fare, why
-/// events of today are no lessons, and the latest lines of the log. It follows them while it is seen, once a
-/// second at most.
+/// The content of the debug window: the program's current state, the state of its calendars, why events of
+/// today are no lessons, and the latest log lines. It updates while it is visible, at most once a second.
 class DebugWindowView final : public QWidget {
     Q_OBJECT
 
 public:
-    /// Has the desktop open something with its own program for it; whether there was one.
+    /// Opens a URL with the desktop's program for it; returns whether there was one.
     using Opener = std::function<bool(const QUrl &)>;
 
-    /// `viewModel` is borrowed.
+    /// `viewModel` is borrowed and outlives the view.
     DebugWindowView(const MenuBarViewModel &viewModel, const DebugSources &sources, Opener openLink,
                     QWidget *parent = nullptr);
 
@@ -49,7 +48,7 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
-    /// A list of rows on a card, and what stands there while it has none.
+    /// A list of rows on a card, and the text shown while it is empty.
     struct Part {
         DebugRowList *list = nullptr;
         look::Text *nothing = nullptr;
@@ -76,7 +75,7 @@ private:
     Part m_log;
     look::Text *m_told;
     QScrollArea *m_page;
-    QTimer m_pause; ///< runs after each refresh: until it ends there is no other
+    QTimer m_pause; ///< runs for a second after each refresh and delays the next one
 };
 
 } // namespace corvane

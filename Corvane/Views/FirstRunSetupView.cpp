@@ -35,7 +35,7 @@ int lastStep()
     return static_cast<int>(setupSteps().size()) - 1;
 }
 
-/// `widget` in the middle of its line.
+/// `widget`, centred horizontally.
 QLayout *centred(QWidget *widget)
 {
     return row(0, {Spacer{}, widget, Spacer{}});
@@ -71,7 +71,7 @@ FirstRunSetupView::FirstRunSetupView(AppSettings &settings, std::function<void()
     auto *stack =
         padded({setup::padding, setup::padding, setup::padding, setup::padding},
                column(setup::spacing, {Spacer{}, m_page, centred(m_indicator), centred(buttons), Spacer{}}));
-    stack->setStretchFactor(m_page, 1); // up to its content's height; where that is too much, it scrolls
+    stack->setStretchFactor(m_page, 1); // grows up to its content's height; scrolls below that
     setLayout(stack);
 
     connect(m_back, &QAbstractButton::clicked, this, &FirstRunSetupView::goBack);
@@ -117,8 +117,8 @@ void FirstRunSetupView::showStep()
     m_page->verticalScrollBar()->setValue(0);
     m_back->setEnabled(m_step > 0);
     m_forward->setText(m_step < lastStep() ? u"Continue"_s : u"Finish"_s);
-    // The keyboard stays on the button, so that it can be pressed again; a screen reader says what describes
-    // the button it stands on, which so is the page.
+    // The focus stays on the button, so that it can be pressed again. A screen reader says the focused
+    // button's description when it changes, hence the page's text goes there.
     const QString page = step.title + u". "_s + step.detail;
     describe(*m_back, page);
     describe(*m_forward, page);
@@ -126,7 +126,7 @@ void FirstRunSetupView::showStep()
 
 void FirstRunSetupView::reserveRoom()
 {
-    // As much for each page as for the tallest, so that the buttons stay under the pointer.
+    // Each page gets the height of the tallest, so that the buttons stay under the pointer.
     const auto tallest = [](const QFont &font, QString SetupStep::*text) {
         int height = 0;
         for (const SetupStep &step : setupSteps()) {

@@ -20,20 +20,20 @@ class SymbolView;
 class Text;
 } // namespace look
 
-/// The content of the window that welcomes a new teacher: five pages, gone through one by one. It only tells;
-/// it asks for nothing and sends nothing.
+/// The content of the first-run window for a new teacher: five pages, one at a time. It only informs; it
+/// requests nothing and sends nothing.
 class FirstRunSetupView final : public QWidget {
     Q_OBJECT
 
 public:
     /// `settings` is borrowed. `dismiss` closes the window; it may delete the view only on a later turn of
-    /// the event loop. Closed in any other way, the setup is not finished.
+    /// the event loop. If the window is closed in any other way, the setup remains unfinished.
     FirstRunSetupView(AppSettings &settings, std::function<void()> dismiss, QWidget *parent = nullptr);
 
-    /// The page that is shown, from 0.
+    /// The index of the current page, from 0.
     [[nodiscard]] int step() const { return m_step; }
 
-    /// What it takes to show each page whole.
+    /// The height that shows any page without scrolling.
     [[nodiscard]] bool hasHeightForWidth() const override { return true; }
     [[nodiscard]] int heightForWidth(int width) const override;
 

@@ -31,7 +31,7 @@ void drawSymbol(QPainter &painter, const QRect &area, const QString &name, int s
         QPointF(area.x() + (area.width() - size) / 2.0, area.y() + (area.height() - size) / 2.0), symbol);
 }
 
-/// The action's symbol on its colour.
+/// The action's symbol on the action's colour.
 class IconView final : public QWidget {
 public:
     explicit IconView(const TeachingAction &action) : m_symbol(bannerContent::symbolName(action))
@@ -63,7 +63,7 @@ public:
     CloseButton()
     {
         setFixedSize(look::banner::closeArea, look::banner::closeArea);
-        setFocusPolicy(Qt::NoFocus); // the card never takes the keyboard
+        setFocusPolicy(Qt::NoFocus); // the card never takes the keyboard focus
         setAttribute(Qt::WA_Hover);
         const QString purpose = u"Close reminder"_s;
         setAccessibleName(purpose);
@@ -100,7 +100,7 @@ FloatingBannerView::FloatingBannerView(const TeachingAction &action, std::functi
     using namespace look;
     setFixedSize(banner::width, banner::height);
     setAnnounced(*this);
-    setAttribute(Qt::WA_TranslucentBackground); // what lies behind the round corners shows
+    setAttribute(Qt::WA_TranslucentBackground); // for the rounded corners
 
     auto *close = new CloseButton;
     connect(close, &QAbstractButton::clicked, this, [this] {
@@ -125,7 +125,7 @@ void FloatingBannerView::updateTexts()
     m_title->setLine(bannerContent::title(m_action, now));
     m_student->setLine(bannerContent::studentLine(m_action));
     m_information->setLine(bannerContent::informationLine(m_action, now));
-    // What a screen reader says of a notification that comes up.
+    // A screen reader says this when the banner appears.
     setAccessibleName(QStringList{m_title->text(), m_student->text(), m_information->text()}.join(u". "_s));
 }
 
@@ -156,7 +156,7 @@ void FloatingBannerView::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
     look::announceShown(*this, accessibleName());
-    // The task ends by itself at its first tick after the view is hidden or gone.
+    // The task ends at its first tick after the view is hidden or destroyed.
     spawn(followClock(this, ++m_showing));
 }
 

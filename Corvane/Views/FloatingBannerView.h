@@ -18,12 +18,12 @@ class LineLabel;
 }
 
 /// The content of a banner: a dark, rounded card of 1000 by 280 points with the action's symbol, three lines
-/// of text and a close button. While it is shown its texts follow the clock, once a second.
+/// of text and a close button. While visible, it updates its texts once a second.
 class FloatingBannerView final : public QWidget {
     Q_OBJECT
 
 public:
-    /// `onDismiss`, which may be empty, is called when the close button is pressed. It may delete the view
+    /// `onDismiss`, which may be empty, is called when the close button is clicked. It may delete the view
     /// only on a later turn of the event loop.
     FloatingBannerView(const TeachingAction &action, std::function<void()> onDismiss,
                        QWidget *parent = nullptr);
@@ -42,7 +42,8 @@ private:
     look::LineLabel *m_title;
     look::LineLabel *m_student;
     look::LineLabel *m_information;
-    std::uint64_t m_showing = 0; ///< tells the ticking of this time on the screen from that of earlier ones
+    std::uint64_t m_showing =
+        0; ///< counts showings and hidings, so that the clock task of an earlier showing ends
 };
 
 } // namespace corvane

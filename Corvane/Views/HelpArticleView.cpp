@@ -27,7 +27,8 @@ Text *selectable(Text *text)
     return text;
 }
 
-/// Whom the teacher turns to, where a link can hold that; in the order in which a text names them.
+/// The support address and the web site, as far as they make valid links, in the order in which the articles
+/// name them.
 std::vector<Text::Link> contactLinks()
 {
     std::vector<Text::Link> links;
@@ -79,7 +80,7 @@ QWidget *article(HelpTopic topic, const UserManualPDF::Opener &openLink)
 HelpArticleView::HelpArticleView(HelpTopic topic, const UserManualPDF::Opener &openLink, QWidget *parent)
     : look::ScrollView(title(topic), article(topic, openLink), parent)
 {
-    // Where a long word is wider than the window.
+    // For a word wider than the window.
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
 }
 

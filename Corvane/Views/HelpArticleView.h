@@ -9,12 +9,12 @@
 
 namespace corvane {
 
-/// The article of one help topic. Its texts can be selected.
+/// The article of one help topic, with selectable text.
 class HelpArticleView final : public look::ScrollView {
     Q_OBJECT
 
 public:
-    /// `openLink` opens the web site, and begins a letter.
+    /// `openLink` opens web and mailto links.
     HelpArticleView(HelpTopic topic, const UserManualPDF::Opener &openLink, QWidget *parent = nullptr);
 };
 

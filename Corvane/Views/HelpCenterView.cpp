@@ -42,7 +42,7 @@ using namespace look;
 
 constexpr int topicRole = Qt::UserRole;
 
-/// A row of the list: the topic's symbol and its title, on as many lines as it needs.
+/// Paints a row of the list: the topic's symbol and its title, wrapped as needed.
 class TopicRow final : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -52,7 +52,7 @@ public:
         return static_cast<int>(std::lround(QFontInfo(font).pixelSize() * control::symbolShare));
     }
 
-    /// What a row of `font` needs beside its text.
+    /// The width that a row in `font` needs besides its text.
     static int widthBesideText(const QFont &font) { return symbolSize(font) + 3 * space::small; }
 
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
@@ -81,7 +81,7 @@ public:
         const int lineHeight = QFontMetrics(option.font).height();
         const QRect inside = option.rect.adjusted(space::small, control::verticalPadding, -space::small,
                                                   -control::verticalPadding);
-        // Beside the first line, also of a title that takes two.
+        // Beside the title's first line.
         const QRect symbolArea(inside.left(), inside.top() + (lineHeight - symbol) / 2, symbol, symbol);
         const QRect textArea = inside.adjusted(symbol + space::small, 0, 0, 0);
         const HelpTopic topic = static_cast<HelpTopic>(index.data(topicRole).toInt());
@@ -106,7 +106,7 @@ public:
     }
 };
 
-/// The list of topics. A click below the last one deselects.
+/// The list of topics. A click below the last topic clears the selection.
 class TopicList final : public QListWidget {
 public:
     TopicList()
@@ -122,7 +122,7 @@ public:
         setSpacing(0);
     }
 
-    /// Wide enough for the longest title on one line, or for its longest word.
+    /// The width for the longest title on one line (`isWhole`), or for the longest word.
     [[nodiscard]] int widthFor(bool isWhole) const
     {
         const QFontMetrics metrics(font());
@@ -177,13 +177,13 @@ HelpCenterView::HelpCenterView(const UserManualPDF &manual, UserManualPDF::Opene
     , m_columns(new QSplitter)
     , m_detail(new QStackedLayout)
 {
-    // Without one a screen reader would say the prompt once more.
+    // Without a description, a screen reader would repeat the prompt.
     m_search->setAccessibleDescription(u"Down goes to the topics found"_s);
     m_columns->setChildrenCollapsible(false);
     m_columns->setHandleWidth(1);
     m_columns->addWidget(sidebar());
     m_columns->addWidget(detail(manual));
-    // The toolkit puts what comes later first, in which order a screen reader goes.
+    // The toolkit lists widgets added later first, and a screen reader follows that order.
     m_columns->widget(0)->lower();
     setLayout(row(0, {}));
     layout()->addWidget(m_columns);
@@ -255,7 +255,7 @@ void HelpCenterView::divide()
     if (m_isDividedByUser) {
         return;
     }
-    // Each title on one line where that leaves the article enough, and never so narrow that a word is cut.
+    // Titles on one line if that leaves the article enough room; never so narrow that a word is cut.
     const QWidget *sidebar = m_columns->widget(0);
     const int wanted = std::min(
         {sidebar->sizeHint().width(), help::sidebarWidth, static_cast<int>(width() * help::sidebarShare)});
@@ -292,7 +292,7 @@ bool HelpCenterView::eventFilter(QObject *watched, QEvent *event)
 void HelpCenterView::goToFirstHit()
 {
     if (m_list->count() > 0) {
-        // Selected only: Return opens it, Down goes on.
+        // Made current without being selected: Return opens its article, Down moves on.
         m_list->setCurrentRow(0, QItemSelectionModel::NoUpdate);
         m_list->setFocus(Qt::TabFocusReason);
     }

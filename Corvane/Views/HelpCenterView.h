@@ -17,21 +17,20 @@ class QStackedLayout;
 
 namespace corvane {
 
-/// The content of the help window: the topics that a search leaves, and beside them the article of the one
-/// that is selected.
+/// The content of the help window: the topics that match the search, and the article of the selected topic.
 class HelpCenterView final : public QWidget {
     Q_OBJECT
 
 public:
-    /// Begins with an empty search and the welcome. `manual` is borrowed and outlives the view.
-    /// `openLink` opens the web site, and begins a letter.
+    /// Starts with an empty search and the welcome article. `manual` is borrowed and outlives the view.
+    /// `openLink` opens web and mailto links.
     HelpCenterView(const UserManualPDF &manual, UserManualPDF::Opener openLink, QWidget *parent = nullptr);
 
     [[nodiscard]] QString searchText() const;
     [[nodiscard]] QList<HelpTopic> visibleTopics() const;
 
-    /// The topic whose article is shown; none once the user has deselected it. A search leaves it as it is,
-    /// also where it leaves the topic out.
+    /// The topic whose article is shown; none once the user has deselected it. A search does not change it,
+    /// even if the topic does not match.
     [[nodiscard]] std::optional<HelpTopic> selection() const { return m_selection; }
 
 protected:

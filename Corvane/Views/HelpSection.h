@@ -8,10 +8,10 @@
 
 namespace corvane {
 
-/// A part of a help article.
+/// A section of a help article.
 struct HelpSection {
     QString title;
-    QStringList points; ///< each a line of the article
+    QStringList points; ///< each is a paragraph of the article
 
     friend bool operator==(const HelpSection &, const HelpSection &) = default;
 };

@@ -11,11 +11,11 @@ namespace corvane {
 
 namespace {
 
-/// `text` without what tells letter cases apart in `locale`.
+/// `text` without case distinctions by the rules of `locale`.
 QString folded(const QString &text, const QLocale &locale)
 {
-    // Lower case by the locale's rules first; folding by the general ones then levels what is left, for
-    // example the two small sigmas.
+    // First lower case by the locale's rules; case folding then unifies the rest, for example the two small
+    // sigmas.
     return locale.toLower(text).toCaseFolded();
 }
 

@@ -14,7 +14,7 @@
 
 namespace corvane {
 
-/// What the help centre can tell about.
+/// The topics of the help centre.
 enum class HelpTopic {
     welcome,
     installation,
@@ -27,37 +27,37 @@ enum class HelpTopic {
     contact,
 };
 
-/// All topics in the order in which the help centre lists them.
+/// All topics, in the order of the help centre's list.
 inline constexpr std::array allHelpTopics{
     HelpTopic::welcome,       HelpTopic::installation,   HelpTopic::quickStart,
     HelpTopic::notifications, HelpTopic::settings,       HelpTopic::troubleshooting,
     HelpTopic::faq,           HelpTopic::versionHistory, HelpTopic::contact};
 
-/// The topic's identity: "quickStart".
+/// The topic's identifier, for example "quickStart".
 [[nodiscard]] QString rawValue(HelpTopic topic);
 
-/// The topic with exactly this raw value, or none.
+/// The topic with this raw value, case-sensitive, or none.
 [[nodiscard]] std::optional<HelpTopic> helpTopic(const QString &rawValue);
 
-/// The heading of the topic's article: "Quick Start".
+/// The heading of the topic's article, for example "Quick Start".
 [[nodiscard]] QString title(HelpTopic topic);
 
-/// The name of the symbol beside the title: "bolt.fill".
+/// The name of the symbol beside the title, for example "bolt.fill".
 [[nodiscard]] QString symbolName(HelpTopic topic);
 
-/// The topic's article. Made anew at each call.
+/// The topic's article. Built at each call.
 [[nodiscard]] QList<HelpSection> sections(HelpTopic topic);
 
-/// The first point of the first section, which stands under the article's title; empty where there is none.
+/// The first point of the first section, shown under the article's title; empty if there is none.
 [[nodiscard]] QString summary(const QList<HelpSection> &sections);
 [[nodiscard]] QString summary(HelpTopic topic);
 
-/// What a search looks through: the title and all points, but not the titles of the sections.
+/// The text that a search covers: the title and all points, but not the section titles.
 [[nodiscard]] QString searchableText(HelpTopic topic);
 
-/// The topics that a search for `searchText` leaves, in their order: all of them where the text is empty but
-/// for white space, else those that hold it in any letter case. What is the other case of a letter is a
-/// matter of `locale`: in Turkish and Azerbaijani "I" is that of the dotless "ı", and "İ" that of "i".
+/// The topics that match a search for `searchText`, in list order. Blank text matches all of them; other text
+/// matches case-insensitively. `locale` decides which letters differ only in case: in Turkish and Azerbaijani
+/// "I" pairs with the dotless "ı", and "İ" with "i".
 [[nodiscard]] QList<HelpTopic> visibleHelpTopics(const QString &searchText, const QLocale &locale);
 
 } // namespace corvane

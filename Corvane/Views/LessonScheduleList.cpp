@@ -42,7 +42,7 @@ void LessonScheduleList::setLessons(const std::vector<Lesson> &lessons, Date now
     m_entries.clear();
     bool isChanged = false;
     bool isRearranged = earlier.size() != lessons.size();
-    // Both lists run through the day: what is sought stands at the front, or not far behind it.
+    // Both lists are ordered by time, so a match is at the front or close behind it.
     std::size_t front = 0;
     for (const Lesson &lesson : lessons) {
         std::size_t found = front;
@@ -68,7 +68,7 @@ void LessonScheduleList::setLessons(const std::vector<Lesson> &lessons, Date now
         delete gone.row;
     }
     if (isRearranged) {
-        // For assistive tools the order is that of the children, the last one raised being the last.
+        // Assistive tools follow the order of the children; raise() makes a child the last.
         for (const Entry &entry : m_entries) {
             entry.row->raise();
             entry.row->show();

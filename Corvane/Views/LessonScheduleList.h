@@ -14,26 +14,25 @@ namespace corvane {
 
 class LessonScheduleRow;
 
-/// The rows of today's schedule below one another, as high as they are together. A row is that of the same
-/// lesson as long as student, platform and start are the same, whatever its identifier, which is a new one
-/// after every load: what has not changed is not drawn anew.
+/// The rows of today's schedule, without scrolling. A row belongs to a lesson by student, platform and start,
+/// not by the lesson's identifier, which is new after every load. Unchanged rows are not redrawn.
 class LessonScheduleList final : public QWidget {
     Q_OBJECT
 
 public:
     explicit LessonScheduleList(QWidget *parent = nullptr);
 
-    /// Shows `lessons`, in this order, as they stand at `now`; `next` is the schedule's next lesson.
+    /// Shows `lessons` in this order, with their status at `now`; `next` is the schedule's next lesson.
     void setLessons(const std::vector<Lesson> &lessons, Date now, const std::optional<Lesson> &next);
 
-    /// The rows from top to bottom.
+    /// The rows, from top to bottom.
     [[nodiscard]] std::vector<const LessonScheduleRow *> rows() const;
 
-    /// Where the row of `lesson`, by its identifier, begins; 0 when there is none.
+    /// The y position of the row of `lesson`, found by its identifier; 0 if there is none.
     [[nodiscard]] int topOf(const Lesson &lesson) const;
 
 Q_SIGNALS:
-    /// The rows together, minimumHeight(), have become higher or lower.
+    /// The total height of the rows, minimumHeight(), has changed.
     void heightChanged();
 
 protected:

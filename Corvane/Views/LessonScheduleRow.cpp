@@ -26,7 +26,7 @@ namespace {
 using scheduleStatus::Background;
 using scheduleStatus::Badge;
 
-/// The widest of what the status of any lesson comes to in its time, and of the badges.
+/// The width of the widest status text; the texts with a time are shorter.
 int widestStatus(const QFontMetrics &metrics)
 {
     return std::max(metrics.horizontalAdvance(u"In progress"_s), metrics.horizontalAdvance(u"Completed"_s));
@@ -74,7 +74,7 @@ struct LessonScheduleRow::Fonts {
     QFont status;
 };
 
-/// Where the lines of a row stand: their baselines, from its top.
+/// The baselines of a row's texts, from the row's top.
 struct LessonScheduleRow::Lines {
     int time = 0;
     int student = 0;
@@ -147,8 +147,8 @@ LessonScheduleRow::Lines LessonScheduleRow::lines(const Fonts &fonts) const
     const QFontMetrics badge(fonts.badge);
     const QFontMetrics status(fonts.status);
     Lines lines;
-    // The times, names and badges of a row share one baseline, and so do platform and status: the eye goes
-    // along a line, and down a column.
+    // Time, name and badge share one baseline, platform and status another, so that texts align in lines and
+    // columns.
     if (m_columns.areBeside) {
         const int first = std::max({time.ascent(), student.ascent(), badge.ascent()});
         const int firstHeight = first + std::max({time.descent(), student.descent(), badge.descent()});
@@ -179,7 +179,7 @@ LessonScheduleRow::Lines LessonScheduleRow::lines(const Fonts &fonts) const
 
 int LessonScheduleRow::timeWidth() const
 {
-    // Of the strongest form, so that the column does not move when a lesson begins.
+    // In bold, so that the column does not move when a lesson starts.
     return QFontMetrics(timeFont(true)).horizontalAdvance(m_texts.time);
 }
 
@@ -216,7 +216,7 @@ void LessonScheduleRow::fit()
     m_shownStudent = student.elidedText(m_texts.student, Qt::ElideRight, std::max(first, 0));
     m_shownPlatform =
         QFontMetrics(fonts.platform).elidedText(m_texts.platform, Qt::ElideRight, std::max(second, 0));
-    // As a paragraph of its own making: a tool tip takes a text that looks like markup for markup.
+    // Escaped in a paragraph: a tool tip renders text that looks like markup as markup.
     setToolTip(m_shownStudent != m_texts.student ? u"<p>"_s + m_texts.student.toHtmlEscaped() + u"</p>"_s
                                                  : QString());
 }
@@ -233,8 +233,8 @@ void LessonScheduleRow::paintEvent(QPaintEvent *)
     const Lines lines = this->lines(fonts);
     const int left = menu::rowHorizontalPadding;
     const int right = width() - menu::rowHorizontalPadding;
-    // From the row's beginning or from its end, whichever side that is for the desktop's language. The text
-    // itself runs in its own direction.
+    // Measures from the row's start or end, which depend on the desktop's language. The text keeps its own
+    // direction.
     const auto draw = [&](const QFont &font, Ink ink, const QString &text, int baseline, int fromBegin,
                           bool isAtEnd = false) {
         const int advance = QFontMetrics(font).horizontalAdvance(text);

@@ -9,34 +9,33 @@
 
 namespace corvane {
 
-/// One lesson in today's schedule: its time, student and platform, and how it stands. For a
-/// screen reader it is one element of a list. It is as high as its font needs.
+/// One lesson in today's schedule: its time, student, platform and status. For a screen reader it is one list
+/// item. Its height depends on the font.
 class LessonScheduleRow final : public QWidget {
     Q_OBJECT
 
 public:
-    /// How the rows of one list divide their width, so that their texts stand in columns.
+    /// The columns that the rows of a list share.
     struct Columns {
-        int time = 0;          ///< the width of the column of times
-        bool areBeside = true; ///< else the names stand below the time and the status, across the row
+        int time = 0;          ///< width of the column of times
+        bool areBeside = true; ///< otherwise the names are below the time and the status, at full width
 
         friend bool operator==(const Columns &, const Columns &) = default;
     };
 
     explicit LessonScheduleRow(QWidget *parent = nullptr);
 
-    /// Shows `lesson` as it stands at `now`; `isNext` tells whether it is the schedule's next one. Tells
-    /// whether it looks different from before; otherwise nothing is drawn anew.
+    /// Shows `lesson` with its status at `now`; `isNext` marks the schedule's next lesson. Returns whether
+    /// the row's texts, badge or background have changed; if not, nothing is redrawn.
     bool setLesson(const Lesson &lesson, Date now, bool isNext);
 
-    /// Divides the width so from now on.
     void setColumns(Columns columns);
 
-    /// The width of the time of the row, however much it stands out.
+    /// The width of the row's time in its boldest form.
     [[nodiscard]] int timeWidth() const;
 
-    /// Whether time, names and status have room beside one another in a row of `width` points, with a column
-    /// of times of `timeWidth`.
+    /// Whether time, names and status fit side by side in a row of `width` points with a time column of
+    /// `timeWidth`.
     [[nodiscard]] bool fitsBeside(int width, int timeWidth) const;
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -51,7 +50,7 @@ private:
     struct Fonts;
     struct Lines;
 
-    /// What the row says; what is equal looks equal.
+    /// The row's texts and state; equal ones look equal.
     struct Texts {
         QString time;
         QString student;
@@ -70,11 +69,11 @@ private:
     [[nodiscard]] Lines lines(const Fonts &fonts) const;
     void fit();
 
-    QString m_studentName; ///< as it was given
+    QString m_studentName; ///< the name as given, before it was made a single line
     Texts m_texts;
     Columns m_columns;
-    QString m_shownStudent;  ///< the student's name, or its beginning and an ellipsis
-    QString m_shownPlatform; ///< likewise
+    QString m_shownStudent;  ///< the student's name, cut with an ellipsis if too long
+    QString m_shownPlatform; ///< likewise for the platform
 };
 
 } // namespace corvane

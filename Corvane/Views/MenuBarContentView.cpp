@@ -22,8 +22,8 @@ using namespace look;
 
 namespace {
 
-/// The commands below one another, with the lines between their groups. Each lights up a little beyond its
-/// text; that is taken from the space between the texts.
+/// The commands with lines between their groups. A row's highlight reaches a little beyond its text; this is
+/// taken from the space between the texts.
 QLayout *commandRows(const std::vector<MenuCommand> &commands)
 {
     constexpr int aroundLine = menu::spacing - control::rowPadding;
@@ -58,7 +58,7 @@ MenuBarContentView::MenuBarContentView(MenuBarViewModel &viewModel, const MenuAc
 {
     setFixedWidth(menu::width);
     followDesktopFont(*this);
-    // In line with the texts of the commands.
+    // Aligned with the commands' texts.
     m_error->setContentsMargins(control::rowInset, 0, control::rowInset, 0);
     setLayout(padded(
         {menu::horizontalPadding, menu::verticalPadding, menu::horizontalPadding, menu::verticalPadding},
@@ -70,7 +70,7 @@ MenuBarContentView::MenuBarContentView(MenuBarViewModel &viewModel, const MenuAc
 
 QSize MenuBarContentView::sizeHint() const
 {
-    // Texts that break are as high as the width makes them, not as they would like to be.
+    // The height of wrapped text depends on the width; size hints ignore that.
     return {menu::width, layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(menu::width)
                                                        : layout()->totalSizeHint().height()};
 }

@@ -14,15 +14,15 @@ namespace look {
 class Text;
 }
 
-/// The content of the menu bar panel: today's schedule, the error of the last load if it failed, and the
-/// commands. It is 320 points wide and as high as its content, which changes; its ground is the window's.
-/// Made each time the menu bar panel opens, or shown again: each time it appears, the lessons are loaded
-/// anew, and setup is opened while it has not been completed.
+/// The content of the menu bar panel: today's schedule, the error if the last load failed, and the commands.
+/// It is 320 points wide; its height follows its content; the window paints the background. Each time it is
+/// shown, it reloads the lessons, and opens the first-run setup if that has not been completed.
 class MenuBarContentView final : public QWidget {
     Q_OBJECT
 
 public:
-    /// `viewModel` is borrowed. Commands whose window is not there at this moment are left out.
+    /// `viewModel` is borrowed and outlives the view. Commands whose window does not exist at this moment are
+    /// omitted.
     MenuBarContentView(MenuBarViewModel &viewModel, const MenuActions &actions, QWidget *parent = nullptr);
 
     [[nodiscard]] QSize sizeHint() const override;

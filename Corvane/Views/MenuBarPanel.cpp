@@ -78,7 +78,7 @@ void MenuBarPanel::show(bool isOrdinary, std::optional<Point> item, OpenedBy ope
         });
         m_window = window;
         window->setWindowTitle(title());
-        // Before the native window is made, which winId() does.
+        // Must be set before winId() creates the native window.
         window->setAttribute(Qt::WA_ShowWithoutActivating, openedBy == OpenedBy::program);
         connect(window, &MenuBarPanelWindow::dismissed, this, &MenuBarPanel::close);
         m_windowSystem.keepOutOfTaskBar(window->winId());
@@ -95,7 +95,7 @@ void MenuBarPanel::show(bool isOrdinary, std::optional<Point> item, OpenedBy ope
 
 void MenuBarPanel::followScreens(MenuBarPanelWindow *window)
 {
-    // A monitor that goes takes the room with it that the menu bar panel stands in.
+    // The panel's screen may be removed or shrink.
     connect(qGuiApp, &QGuiApplication::screenRemoved, window, &MenuBarPanelWindow::fit, Qt::QueuedConnection);
     const QList<QScreen *> screens = QGuiApplication::screens();
     for (const QScreen *screen : screens) {
@@ -113,7 +113,7 @@ void MenuBarPanel::close()
     m_window = nullptr;
     window->disconnect(this);
     window->hide();
-    // The call may come from a button in it.
+    // Deferred: a button in the window may have called this.
     window->deleteLater();
     Q_EMIT closed();
 }
@@ -131,10 +131,10 @@ void MenuBarPanel::focusMoved(QWindow *to)
         }
     }
     if (to != nullptr && m_staysBesideWindows) {
-        // A window beside it may be given the keyboard before the menu bar panel has had it.
+        // Another window of the program may get the focus before the menu bar panel does.
         m_hadFocus = true;
     }
-    // Until it has been given the keyboard once, the one that loses it is another window.
+    // Before the panel has had the focus, a focus change concerns other windows only.
     if (m_hadFocus && !(to != nullptr && m_staysBesideWindows)) {
         m_lostFocus = uptime();
         close();

@@ -22,56 +22,55 @@ namespace corvane {
 
 class MenuBarPanelWindow;
 
-/// The menu bar panel that the bell opens: its content is made when it opens and destroyed when it closes.
-/// There is one at most. Main thread only.
+/// The menu bar panel that the bell opens. Its content is built when it opens and destroyed when it closes.
+/// There is at most one. Main thread only.
 ///
-/// It closes on Escape, on a second click on the bell, and as soon as the keyboard goes to another window.
-/// Opened as an ordinary window, where there is no bell to open it again, it stays until it is closed.
+/// It closes on Escape, on a second click on the bell, and when the keyboard focus moves to another window.
+/// Opened as an ordinary window, on a desktop without a bell to reopen it, it stays until it is closed.
 class MenuBarPanel final : public QObject {
     Q_OBJECT
 
 public:
     using MakeContent = std::function<std::unique_ptr<QWidget>()>;
 
-    /// `makeContent` makes a widget that knows its own size. The ports are borrowed.
+    /// `makeContent` makes a widget with a size hint. The ports are borrowed.
     MenuBarPanel(MakeContent makeContent, const Screens &screens, WindowSystem &windowSystem,
                  QObject *parent = nullptr);
     ~MenuBarPanel() override;
 
-    /// The bell was clicked, at `item` if that is known: opens the menu bar panel, or closes the one that is
-    /// open. A click that has taken the keyboard from the menu bar panel, and so closed it already, does not
-    /// open it again.
+    /// The bell was clicked, at `item` if known: opens the menu bar panel, or closes it if it is open. If the
+    /// same click has just closed the panel by taking its keyboard focus, nothing opens.
     void toggle(std::optional<Point> item);
 
-    /// Opens the menu bar panel, or brings the one that is open to the front. Without `item` it stands in the
-    /// corner that the bell most likely is in.
+    /// Opens the menu bar panel, or brings it to the front if it is open. Without `item`, it opens in the
+    /// corner where the bell is most likely.
     void open(std::optional<Point> item);
 
-    /// Who opens the menu bar panel. What opens by itself leaves the keyboard where it is.
+    /// Who opens the menu bar panel. If it is the program, the keyboard focus stays where it is.
     enum class OpenedBy { user, program };
 
-    /// The same as an ordinary window.
+    /// Opens it as an ordinary window.
     void openAsWindow(OpenedBy openedBy = OpenedBy::user);
 
     void close();
 
-    /// From now on the menu bar panel that is open stays when the keyboard goes to another window of the
-    /// program, so that both can be used beside one another. It still closes when it goes to another program.
+    /// Keeps the open menu bar panel open when the focus moves to another window of the program, so that both
+    /// can be used together. It still closes when the focus moves to another program.
     void stayOpenBesideWindows() { m_staysBesideWindows = true; }
 
     [[nodiscard]] bool isOpen() const { return m_window != nullptr; }
 
-    /// Whether the menu bar panel that is open opened by itself, and nobody has asked for it since.
+    /// Whether the menu bar panel is open, was opened by the program, and has not been requested by the user
+    /// since.
     [[nodiscard]] bool openedByItself() const { return isOpen() && m_openedBy == OpenedBy::program; }
 
-    /// The menu bar panel's window while it is open.
+    /// The menu bar panel's window; nullptr while it is closed.
     [[nodiscard]] QWidget *window() const;
 
-    /// A click on the bell that comes within this time after the keyboard left the menu bar panel is the one
-    /// that took it.
+    /// A click on the bell within this time after the panel lost the focus is the click that took the focus.
     static constexpr Seconds sameClick{0.75};
 
-    /// What the window is called, to assistive tools and where it stands as an ordinary one.
+    /// The window's title, for assistive tools and for the title bar of an ordinary window.
     static QString title();
 
 Q_SIGNALS:
@@ -91,7 +90,7 @@ private:
     OpenedBy m_openedBy = OpenedBy::user;
     bool m_hadFocus = false;
     bool m_staysBesideWindows = false;
-    std::optional<Seconds> m_lostFocus; ///< when the menu bar panel closed because the keyboard left it
+    std::optional<Seconds> m_lostFocus; ///< uptime() when it closed because it lost the focus
 };
 
 } // namespace corvane

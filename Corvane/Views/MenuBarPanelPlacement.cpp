@@ -14,7 +14,7 @@ namespace {
 
 enum class Edge { top, bottom, right, left };
 
-// The edge of `visible` that `point` is furthest beyond, or nearest to from the inside.
+// The edge of `visible` that `point` is furthest beyond, or nearest to if it is inside.
 Edge edgeAt(Point point, const Rect &visible)
 {
     Edge edge = Edge::top;
@@ -31,13 +31,13 @@ Edge edgeAt(Point point, const Rect &visible)
     return edge;
 }
 
-// `start` such that a length from there on lies between the two ends, or at the first where it cannot.
+// `start`, moved so that `length` fits between `from` and `to`; `from` if it does not fit.
 double kept(double start, double length, double from, double to)
 {
     return std::max(std::min(start, to - length), from);
 }
 
-// On whole points, the one nearest to `wanted` at which the length still lies between the two ends.
+// The whole point nearest to `wanted` at which `length` still fits between `from` and `to`.
 double onWholePoint(double wanted, double length, double from, double to)
 {
     const double whole = std::round(kept(wanted, length, from, to));
@@ -70,7 +70,7 @@ MenuBarPanelPlacement inCorner(Size wanted, const Screen &screen)
     const Size size = fitted(wanted, visible);
     const bool isUpright = top <= 0 && bottom <= 0 && std::max(left, right) > 0;
     const bool isLeft = isUpright && left > right;
-    // An upright dock has its bell at its foot, as a flat one has it at its right end.
+    // A vertical dock has its bell at the bottom, a horizontal one at the right.
     const bool isBelow = isUpright || bottom > top;
     return placed(size, isLeft ? visible.minX() : visible.maxX(), isBelow ? visible.minY() : visible.maxY(),
                   visible);

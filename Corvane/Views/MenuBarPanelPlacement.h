@@ -11,22 +11,21 @@
 
 namespace corvane {
 
-/// Where the menu bar panel stands, in points with y upwards.
+/// The position of the menu bar panel, in points with y upwards.
 struct MenuBarPanelPlacement {
-    Rect frame;   ///< of the menu bar panel, on whole points; as wide and as high as asked where the screen
+    Rect frame;   ///< on whole points; the requested size, if the screen allows it
                   ///< allows it
-    Rect visible; ///< the part of its screen that windows may use; the frame lies within it
+    Rect visible; ///< the part of its screen that windows may use; contains the frame
 
-    /// The distance kept between the menu bar panel and the edges of the visible part.
+    /// The distance between the menu bar panel and the edges of the visible part.
     static constexpr double gap = 6;
-    /// How far from the middle of the bell the menu bar panel keeps, where the bell stands in the visible
-    /// part itself, as in a dock that hides by itself.
+    /// The distance from the bell's centre if the bell is inside the visible part, as in an auto-hiding dock.
     static constexpr double clearance = 18;
 
-    /// A menu bar panel of `size` for a bell at `item`: at the edge of its screen that it is nearest to or
-    /// beyond, and along that edge centred on it as far as the screen allows. Without `item`, in the corner
-    /// of `mainScreen` that the bell most likely stands in: on the edge that is kept for a dock, at its end.
-    /// `screens` may be empty.
+    /// Places a menu bar panel of `size` for a bell at `item`: at the edge of the bell's screen that the bell
+    /// is nearest to or beyond, centred on the bell along that edge as far as the screen allows. Without
+    /// `item`: in the corner of `mainScreen` where the bell is most likely, at the end of the edge with a
+    /// panel or dock. `screens` may be empty.
     [[nodiscard]] static MenuBarPanelPlacement
     find(Size size, std::optional<Point> item, const std::vector<Screen> &screens, const Screen &mainScreen);
 

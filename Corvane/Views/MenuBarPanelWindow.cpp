@@ -28,7 +28,7 @@ namespace {
 
 Qt::WindowFlags flagsOf(MenuBarPanelWindow::Kind kind)
 {
-    // A popup would do for a menu bar panel, but under XWayland it hears nothing of clicks elsewhere.
+    // Not a popup: under XWayland a popup is not told about clicks elsewhere.
     return kind == MenuBarPanelWindow::Kind::window
                ? Qt::WindowFlags(Qt::Window)
                : Qt::Tool | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint;
@@ -48,7 +48,7 @@ MenuBarPanelWindow::MenuBarPanelWindow(Kind kind, std::unique_ptr<QWidget> conte
     m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_scroll->setWidgetResizable(true);
     m_scroll->setFocusPolicy(Qt::NoFocus);
-    // What lies behind the content is painted once, by the window, with its corners.
+    // The window alone paints the background, because of its rounded corners.
     m_scroll->setWidget(m_content);
     m_scroll->viewport()->setAutoFillBackground(false);
     m_content->setAutoFillBackground(false);
@@ -79,7 +79,7 @@ void MenuBarPanelWindow::placeCard(const MenuBarPanelPlacement &placement)
 {
     const Rect &frame = placement.frame;
     const Rect &visible = placement.visible;
-    // The shadow ends where the visible part does: a desktop may push back a window that reaches beyond.
+    // The shadow stays inside the visible part: a desktop may push back a window that extends beyond it.
     const auto room = [](double free) {
         return static_cast<int>(std::floor(std::clamp<double>(free, 0, look::menuBarPanel::shadowReach)));
     };
@@ -91,7 +91,7 @@ void MenuBarPanelWindow::placeCard(const MenuBarPanelPlacement &placement)
     const QRect card = pointsDown(frame);
     const QRect area = card.marginsAdded(m_shadow);
     if (QGuiApplication::platformName().startsWith(u"wayland")) {
-        setFixedSize(area.size()); // a compositor that tiles gives any other window all the room there is
+        setFixedSize(area.size()); // a tiling compositor would give a resizable window all available space
     }
     setGeometry(area);
     if (m_kind == Kind::card) {
@@ -107,7 +107,7 @@ QRectF MenuBarPanelWindow::card() const
 
 bool MenuBarPanelWindow::eventFilter(QObject *watched, QEvent *event)
 {
-    // The content grows and shrinks while it is shown: a line appears, the list gets longer.
+    // The content changes its size while shown: an error line appears, the list gets longer.
     if (watched == m_content && event->type() == QEvent::LayoutRequest && !m_isFitting && isVisible()) {
         QMetaObject::invokeMethod(this, &MenuBarPanelWindow::fit, Qt::QueuedConnection);
     }
@@ -129,7 +129,7 @@ void MenuBarPanelWindow::paintEvent(QPaintEvent *)
         painter.fillRect(rect(), Qt::transparent);
         painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
         painter.setPen(Qt::NoPen);
-        // Layer upon layer, each a little smaller, so that it fades outwards.
+        // Layers, each a little smaller, so that the shadow fades outwards.
         constexpr int reach = look::menuBarPanel::shadowReach;
         for (int step = reach; step > 0; --step) {
             const double share = 1.0 - double(step) / reach;
@@ -139,7 +139,7 @@ void MenuBarPanelWindow::paintEvent(QPaintEvent *)
                 radius + step, radius + step);
         }
     }
-    // The edge is a mixture of text and background, so that it shows on a dark and on a light desktop.
+    // The edge is a translucent text colour, so that it is visible on dark and light desktops.
     QColor edge = palette().color(QPalette::WindowText);
     edge.setAlphaF(look::menuBarPanel::edgeOpacity);
     painter.setPen(Qt::NoPen);

@@ -13,33 +13,32 @@
 
 namespace corvane {
 
-/// The window of the menu bar panel, around a content that has its own width and height. It follows its
-/// content's size, and lets it scroll where the screen is too small for it.
+/// The window of the menu bar panel. It follows the size of its content, and scrolls it if the screen is too
+/// small.
 class MenuBarPanelWindow final : public QWidget {
     Q_OBJECT
 
 public:
     enum class Kind {
-        card,           ///< a card without a frame, placed by the program
-        compositedCard, ///< the same with round corners and a shadow, which take partly transparent windows
+        card,           ///< a frameless card, placed by the program
+        compositedCard, ///< the same with antialiased corners and a shadow; needs translucent windows
         window          ///< an ordinary window, placed by the desktop
     };
 
-    /// Tells where a card of a size belongs.
+    /// Returns the placement for a card of this size.
     using Placing = std::function<MenuBarPanelPlacement(Size)>;
 
-    /// `place` is asked whenever the size has changed; not for an ordinary window.
+    /// `place` is called after each change of size; not for an ordinary window.
     MenuBarPanelWindow(Kind kind, std::unique_ptr<QWidget> content, Placing place);
 
-    /// Sizes the window to its content, and places it.
+    /// Resizes the window to its content and places it.
     void fit();
 
-    /// Part of the window, at its left, top, right and bottom, is shadow; a click there is not on the menu
-    /// bar panel.
+    /// The part of the window that is only shadow; a click there is outside the menu bar panel.
     [[nodiscard]] QMargins shadowMargins() const { return m_shadow; }
 
 Q_SIGNALS:
-    /// Escape was pressed, the shadow was clicked, or the window closed by the desktop.
+    /// Escape was pressed, the shadow was clicked, or the desktop closed the window.
     void dismissed();
 
 protected:

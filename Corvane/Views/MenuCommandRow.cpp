@@ -22,9 +22,9 @@ MenuCommandRow::MenuCommandRow(const QString &text, QWidget *parent) : QPushButt
 
 void MenuCommandRow::setKeys(const QKeySequence &keys)
 {
-    // Not the button's own shortcut: that one holds it down for a while before it acts.
+    // Not QAbstractButton's shortcut: it animates a press before it acts.
     auto *shortcut = new QShortcut(keys, this);
-    // Also while a window beside it has the keyboard; it is silent while the button cannot be seen.
+    // Also works while another window of the program has the focus; inactive while the button is hidden.
     shortcut->setContext(Qt::ApplicationShortcut);
     connect(shortcut, &QShortcut::activated, this, &QAbstractButton::click);
     setKeyText(*this, keys.toString(QKeySequence::NativeText));

@@ -7,15 +7,14 @@
 
 namespace corvane {
 
-/// A command in a list of them: a button as wide as the list, whose text breaks into lines where it is too
-/// long for one.
+/// A command in a list: a button as wide as the list, whose text wraps if it is too long.
 class MenuCommandRow final : public QPushButton {
     Q_OBJECT
 
 public:
     explicit MenuCommandRow(const QString &text, QWidget *parent = nullptr);
 
-    /// Presses the button by `keys` as well, and shows them at its end.
+    /// Makes `keys` press the button, and shows them at its end.
     void setKeys(const QKeySequence &keys);
 
     [[nodiscard]] QSize minimumSizeHint() const override { return {0, sizeHint().height()}; }

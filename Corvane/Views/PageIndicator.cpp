@@ -18,7 +18,7 @@ using namespace look;
 
 namespace {
 
-/// `from` at 0, `to` at 1, opacity included.
+/// Interpolates from `from` (0) to `to` (1), opacity included.
 QColor between(const QColor &from, const QColor &to, double share)
 {
     const auto mix = [share](float a, float b) { return static_cast<float>(a + share * (b - a)); };
@@ -74,7 +74,7 @@ void PageIndicator::paintEvent(QPaintEvent *)
     const QColor other = color(Ink::secondary, palette(), setup::capsuleOpacity);
     double left = 0;
     for (int page = 0; page < m_count; ++page) {
-        const double share = std::max(0.0, 1 - std::abs(place - page)); // of the long one
+        const double share = std::max(0.0, 1 - std::abs(place - page)); // of the long capsule
         const double width = setup::capsuleWidth + share * (setup::currentCapsuleWidth - setup::capsuleWidth);
         const double visualLeft = isLeftToRight() ? left : this->width() - left - width;
         painter.setBrush(between(other, current, share));

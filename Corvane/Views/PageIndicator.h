@@ -8,15 +8,15 @@
 
 namespace corvane {
 
-/// A capsule for each of a few pages, that of the shown one longer and in the accent's colour. A screen
-/// reader reads it as "Page 1 of 5".
+/// A capsule per page, the current page's longer and in the accent colour. A screen reader reads it as "Page
+/// 1 of 5".
 class PageIndicator final : public QLabel {
     Q_OBJECT
 
 public:
     explicit PageIndicator(int count, QWidget *parent = nullptr);
 
-    /// `page` counts from 0. The long capsule glides there where it is seen.
+    /// `page` counts from 0. The change is animated while visible.
     void setPage(int page);
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -28,7 +28,7 @@ protected:
 private:
     int m_count;
     int m_page = -1;
-    QVariantAnimation m_place; ///< of the long capsule, in pages
+    QVariantAnimation m_place; ///< position of the long capsule, in pages
 };
 
 } // namespace corvane

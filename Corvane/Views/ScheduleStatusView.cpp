@@ -71,7 +71,7 @@ void ScheduleStatusView::refresh()
 
 void ScheduleStatusView::sizeArea()
 {
-    // Three rows of the usual size. Where the desktop's font is larger they still are seen without scrolling.
+    // Room for three rows; with a larger desktop font they are still shown without scrolling.
     if (!m_showsAllLessons) {
         m_compactHeight = std::max(menu::compactHeight, m_list->minimumHeight());
     }
@@ -86,12 +86,12 @@ void ScheduleStatusView::setShowsAllLessons(bool showsAllLessons)
     if (!showsAllLessons) {
         return;
     }
-    // The day opens at the lessons that were seen before, not at a morning that is over.
+    // Start at the lessons that were visible before, not at the morning.
     const std::vector<Lesson> schedule =
         scheduleStatus::scheduleLessons(m_viewModel.lessons(), m_viewModel.currentAction());
     const std::vector<Lesson> compact = scheduleStatus::visibleLessons(schedule, currentDate(), false);
     if (!compact.empty()) {
-        // The area learns of its content's height at once, not at the next turn of the event loop.
+        // The area would learn its content's height only on the next turn of the event loop.
         m_list->resize(m_list->width(), m_list->minimumHeight());
         m_scroll->verticalScrollBar()->setValue(m_list->topOf(compact.front()));
     }
@@ -99,7 +99,7 @@ void ScheduleStatusView::setShowsAllLessons(bool showsAllLessons)
 
 void ScheduleStatusView::arrangeHeader()
 {
-    // Where the desktop's font is large, the switch stands below the title rather than cut it.
+    // With a large desktop font, the switch moves below the title, so that the title is not cut.
     m_picker->setFixedWidth(std::max(menu::pickerWidth, m_picker->layout()->minimumSize().width()));
     const int room = width() - 2 * menu::schedulePadding;
     const bool isBeside = m_title->sizeHint().width() + space::small + m_picker->width() <= room;
@@ -118,7 +118,7 @@ void ScheduleStatusView::showEvent(QShowEvent *event)
 bool ScheduleStatusView::event(QEvent *event)
 {
     const bool isHandled = QWidget::event(event);
-    // Asked for whenever the title or the switch has become wider or narrower.
+    // Sent whenever the width of the title or the switch changes.
     if (event->type() == QEvent::LayoutRequest) {
         arrangeHeader();
     }

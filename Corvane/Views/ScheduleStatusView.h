@@ -19,13 +19,13 @@ class Text;
 
 class LessonScheduleList;
 
-/// Today's schedule: a few lessons about the present moment, or all of the day's, each with how it stands.
-/// It follows the view model while it is shown; each time it appears, the lessons are loaded anew.
+/// Today's schedule: the lessons around the present moment, or all of the day, with their status. It follows
+/// the view model while visible; each time it is shown, it reloads the lessons.
 class ScheduleStatusView final : public QWidget {
     Q_OBJECT
 
 public:
-    /// `viewModel` is borrowed.
+    /// `viewModel` is borrowed and outlives the view.
     explicit ScheduleStatusView(MenuBarViewModel &viewModel, QWidget *parent = nullptr);
 
 protected:
@@ -41,7 +41,7 @@ private:
 
     MenuBarViewModel &m_viewModel;
     bool m_showsAllLessons = false;
-    int m_compactHeight = 0; ///< of the area of the rows when the compact list was last shown
+    int m_compactHeight = 0; ///< of the rows' area when the compact list was last shown
     look::Text *m_title;
     look::SegmentedControl *m_picker;
     QBoxLayout *m_header;

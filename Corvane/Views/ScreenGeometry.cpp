@@ -13,7 +13,7 @@ namespace corvane {
 
 namespace {
 
-// How far `point` lies outside `rect`; 0 inside.
+// The distance of `point` from `rect`; 0 inside.
 double distance(Point point, const Rect &rect)
 {
     const double x = std::max({rect.minX() - point.x, 0.0, point.x - rect.maxX()});
@@ -37,7 +37,7 @@ Screen screenAt(Point point, const std::vector<Screen> &screens, const Screen &m
 
 QRect pointsDown(const Rect &rect)
 {
-    // The lower edge of the primary screen is where the points begin.
+    // Points have their origin at the bottom of the primary screen.
     const double zeroLine = QRectF(QGuiApplication::primaryScreen()->geometry()).bottom();
     return QRectF(rect.x, zeroLine - rect.maxY(), rect.width, rect.height).toRect();
 }

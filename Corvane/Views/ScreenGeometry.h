@@ -11,11 +11,11 @@
 
 namespace corvane {
 
-/// The screen that `point` is on; a desktop may tell a point that is on none, which gives the nearest.
-/// `mainScreen` where there is no screen.
+/// The screen that contains `point`, or the nearest one, since desktops may report a point on no screen;
+/// `mainScreen` if `screens` is empty.
 [[nodiscard]] Screen screenAt(Point point, const std::vector<Screen> &screens, const Screen &mainScreen);
 
-/// `rect` as the toolkit counts: downwards, from the upper edge of the primary screen.
+/// `rect` in the toolkit's coordinates: y downwards from the top edge of the primary screen.
 [[nodiscard]] QRect pointsDown(const Rect &rect);
 
 } // namespace corvane

@@ -16,10 +16,10 @@ struct SetupStep {
     QString detail;
 };
 
-/// The pages in their order.
+/// The pages, in order.
 [[nodiscard]] const std::vector<SetupStep> &setupSteps();
 
-/// What assistive tools say of the indicator while page `index` of `count` is shown: "Page 1 of 5".
+/// What assistive tools say for the page indicator at page `index` (from 0) of `count`: "Page 1 of 5".
 [[nodiscard]] QString pageText(int index, int count);
 
 } // namespace corvane

@@ -10,18 +10,18 @@
 
 namespace corvane {
 
-/// The printable manual, a finished document that is installed with the program. Main thread only.
+/// The printable manual, a PDF installed with the program. Main thread only.
 class UserManualPDF {
 public:
-    /// Has the desktop open something with its own program for it; whether there was one.
+    /// Opens a URL with the desktop's program for it; returns whether there was one.
     using Opener = std::function<bool(const QUrl &)>;
 
-    /// `folders` are those that the manual is sought in, the first one first. `beep` is the user's alert
-    /// sound. Both functions are called by open() only.
+    /// `folders` are searched for the manual in order. `beep` plays the user's alert sound. Both functions
+    /// are called by open() only.
     UserManualPDF(QStringList folders, Opener opener, std::function<void()> beep);
 
-    /// Opens the manual with the desktop's viewer; where the manual is missing, or the desktop has nothing to
-    /// open it with, the alert sounds. Says nothing otherwise. The file is sought afresh at each call.
+    /// Opens the manual with the desktop's viewer; plays the alert sound if the manual or a viewer is
+    /// missing, and reports nothing else. The file is searched for at each call.
     void open() const;
 
 private:

@@ -19,7 +19,7 @@ namespace corvane {
 
 namespace {
 
-/// Calls something when a window is about to close.
+/// Calls `onClose` when a window is about to close.
 class CloseWatch final : public QObject {
 public:
     CloseWatch(QWidget &window, std::function<void()> onClose)
@@ -73,7 +73,7 @@ bool WindowScenes::has(const QString &identifier) const
 QWidget *WindowScenes::window(const QString &identifier) const
 {
     const Entry *entry = find(identifier);
-    // One that was closed lives on until the event loop's next turn.
+    // A closed window exists until the next turn of the event loop.
     return entry != nullptr && entry->window != nullptr && entry->window->isVisible() ? entry->window.data()
                                                                                       : nullptr;
 }

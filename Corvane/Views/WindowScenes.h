@@ -19,50 +19,50 @@ namespace corvane {
 
 class Screens;
 
-/// A window that the program can open, of which there is one at most.
+/// A window that the program can open, at most once at a time.
 struct WindowScene {
     QString identifier;
-    QString title;     ///< also what the window is found by, when it is to be brought to the front
-    QSize defaultSize; ///< in points; a smaller screen makes it smaller
-    /// Makes what the window shows: the window itself, not yet shown. Where its height depends on its width,
-    /// it is to be seen whole, and opens higher than the default where it needs that.
+    QString title;     ///< also identifies the window when it is brought to the front
+    QSize defaultSize; ///< in points; limited by the screen
+    /// Makes the window, not yet shown. If its height depends on its width, it opens taller than the default
+    /// where that is needed to show everything.
     std::function<std::unique_ptr<QWidget>()> makeContent;
 };
 
-/// The windows of the program by their identifiers: made when they are opened, destroyed when they are
-/// closed, in no task bar or dock meanwhile. A window opens in the middle of the screen that the pointer is
-/// on; one that the user had moved or resized opens where it was closed. Main thread only.
+/// The program's windows by identifier: created when opened, destroyed when closed, never in a task bar or
+/// dock. A window opens in the middle of the pointer's screen; if the user has moved or resized it, it
+/// reopens where it was closed. Main thread only.
 class WindowScenes {
 public:
-    /// Both are borrowed.
+    /// Both ports are borrowed.
     WindowScenes(WindowSystem &windowSystem, const Screens &screens)
         : m_windowSystem(windowSystem)
         , m_screens(screens)
     {
     }
-    /// Closes the windows that are open.
+    /// Destroys the open windows.
     ~WindowScenes();
     WindowScenes(const WindowScenes &) = delete;
     WindowScenes &operator=(const WindowScenes &) = delete;
 
-    /// Adds a scene; one of the same identifier must not be there yet.
+    /// Adds a scene; its identifier must be new.
     void add(WindowScene scene);
 
-    /// Whether there is such a scene; a command that would open another one is not offered.
+    /// Whether there is such a scene; commands for other windows are not offered.
     [[nodiscard]] bool has(const QString &identifier) const;
 
-    /// Opens the window if it is not open. Nothing happens for an identifier that is not known.
-    /// `takesFocus` is false for one that nobody asked for.
+    /// Opens the window; does nothing if it is open or the identifier is unknown. `takesFocus` is false for a
+    /// window that nobody requested.
     void open(const QString &identifier, bool takesFocus = true);
 
-    /// The window if it is open.
+    /// The window; nullptr if it is not open.
     [[nodiscard]] QWidget *window(const QString &identifier) const;
 
 private:
     struct Entry {
         WindowScene scene;
         QPointer<QWidget> window;
-        QByteArray geometry; ///< where the user left it, as the toolkit keeps it; empty until then
+        QByteArray geometry; ///< where the user left it, in the toolkit's format; empty until then
     };
 
     [[nodiscard]] const Entry *find(const QString &identifier) const;
