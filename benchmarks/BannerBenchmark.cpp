@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-// How long a banner takes to be seen, and what that is made of. Uses the display it is started on, or one of
-// its own where there is none.
+// Measures the time until a banner is visible, and its parts. Uses the display in DISPLAY, or starts a
+// private one.
 
 #include "Corvane/Look/Look.h"
 #include "Corvane/Look/Symbols.h"
@@ -40,7 +40,7 @@ TeachingAction startNow()
             .nextTransitionDate = std::nullopt};
 }
 
-/// From the making of a banner panel to the first picture of it that the X server shows.
+/// From the creation of a banner panel to its first frame on the X server.
 void firstFrameOfABanner(benchmark::State &state)
 {
     X11BannerPanels bannerPanels(

@@ -1,9 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-// How long today's query takes over calendars of 50,000 events: over a calendar that the service keeps open,
-// and over a file; and how long it takes until the first answer. To be run in an environment of its own
-// (tests/support/isolated).
+// Measures today's query over calendars of 50,000 events, in the calendar service with an open calendar and
+// in a file, and the time to the first answer. Run it in an isolated environment (tests/support/isolated).
 
 #include "Corvane/Platform/Linux/EvolutionData/SourceCalendar.h"
 
@@ -28,7 +27,7 @@ constexpr int seriesCount = 200;
 constexpr double middle = 1747180800; // 14 May 2025, UTC
 constexpr Seconds longestOpening{300};
 
-/// Half an hour each, round the clock, and some series, as in a calendar kept for years.
+/// Half-hour events round the clock and some weekly series, as in a calendar kept for years.
 QByteArray calendar()
 {
     QByteArray text;
@@ -63,7 +62,7 @@ void query(benchmark::State &state, std::shared_ptr<CalendarSource> source)
 {
     MergedEventStore store({std::move(source)}, utc);
     const DateInterval day{dateSince1970(middle), dateSince1970(middle + 86400)};
-    // To open such a calendar for the first time takes longer than one load.
+    // Opening such a calendar for the first time takes longer than one load.
     const Seconds begin = uptime();
     bool isOpen = false;
     while (!isOpen && uptime() - begin < longestOpening) {

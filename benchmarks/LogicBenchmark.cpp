@@ -31,7 +31,7 @@ std::vector<Lesson> lessons(int count)
     return result;
 }
 
-/// One evaluation over a day of lessons, at moments all through the day.
+/// One evaluation over a day of lessons, at varying moments of the day.
 void engineOverADay(benchmark::State &state)
 {
     const SystemDateProvider dateProvider;
@@ -45,7 +45,7 @@ void engineOverADay(benchmark::State &state)
 }
 BENCHMARK(engineOverADay)->Arg(30)->Arg(300);
 
-/// Events of the kinds that calendars hold, lessons or not.
+/// Typical calendar events, lessons or not.
 void parserOverEvents(benchmark::State &state)
 {
     const QStringList titles{u"Zoom - Anna (ABC)"_s, u"LingoAce Lesson: Tom"_s,    u"王小明"_s,

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-// How long it takes until a sound is heard, and until its call is answered, on a sound server of its own. To
-// be run in an environment of its own (tests/support/isolated).
+// Measures the time until a sound is heard, and until its call is answered, on a private sound server. Run it
+// in an isolated environment (tests/support/isolated).
 
 #include "Corvane/Platform/Linux/Sound/CanberraSounds.h"
 
@@ -17,10 +17,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What does not come after so long does not come.
+/// After this time a sound counts as missing.
 constexpr Seconds limit{10};
 
-/// From the call to its answer. The first, which connects, is not counted.
+/// From the call to its answer. The first call, which connects, is not measured.
 void untilTheAnswer(benchmark::State &state)
 {
     const PrivateSoundServer server;
@@ -34,14 +34,14 @@ void untilTheAnswer(benchmark::State &state)
     }
 }
 
-/// From the call to the first sample in a recorder, which gets them every 5 ms.
+/// From the call to the first sample in a recorder, which receives samples every 5 ms.
 void untilItIsHeard(benchmark::State &state)
 {
     PrivateSoundServer server;
     CanberraSounds sounds({}, limit);
     server.startRecording();
     for ([[maybe_unused]] const auto _ : state) {
-        // Until the sound before has died away.
+        // Wait until the previous sound has faded.
         while (!server.isSilent()) {
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);
         }

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
 
-# How every target of the project is compiled.
+# Compiler settings of all targets.
 set(CMAKE_CXX_STANDARD 23)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
@@ -9,25 +9,25 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_AUTOMOC ON)
 set(CMAKE_AUTORCC ON)
 
-# Dev: quick to build, yet fast enough for the simulated year; assertions stay on.
+# Dev: builds quickly, yet fast enough for the simulated year; assertions stay on.
 set(CMAKE_CXX_FLAGS_DEV "-O1 -g1 -DQT_FORCE_ASSERTS")
 set(CMAKE_EXE_LINKER_FLAGS_DEV "")
-# A quarter of the usual linker's time.
+# Links in a quarter of the default linker's time.
 find_program(MOLD mold)
 if(MOLD)
     set(CMAKE_EXE_LINKER_FLAGS_DEV "-fuse-ld=mold")
 endif()
 
-# Release: -O3's larger code is memory that a program which mostly sleeps does not need.
-# Hardened as a distribution does it; what is linked at the start cannot be written afterwards. Every object is
-# position-independent; there are no shared libraries, and older versions of the toolkit ask for -fPIC themselves.
+# Release: not -O3, whose larger code is memory that a mostly sleeping program does not need. Hardened as a distribution
+# does it; relocated data is read-only after the start. Every object is position-independent; there are no shared
+# libraries, and older versions of Qt add -fPIC themselves.
 include(CheckCXXCompilerFlag)
 set(QUILLET_HARDENING "-fstack-protector-strong -fstack-clash-protection")
 check_cxx_compiler_flag(-fcf-protection QUILLET_HAS_CONTROL_FLOW_PROTECTION)
 if(QUILLET_HAS_CONTROL_FLOW_PROTECTION)
     string(APPEND QUILLET_HARDENING " -fcf-protection")
 endif()
-# The sanitizers check the same calls, and more.
+# The sanitizers check the same calls and more.
 if(NOT QUILLET_SANITIZE)
     set(level 3)
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 12)
@@ -41,15 +41,15 @@ set(CMAKE_EXE_LINKER_FLAGS_RELEASE "-pie -Wl,-z,relro,-z,now,-z,noexecstack")
 
 find_program(CCACHE ccache)
 if(CCACHE)
-    # Precompiled headers are cached only when ccache may trust their defines and times; a checkout elsewhere finds
-    # what this one compiled only when paths below the checkout do not count.
+    # ccache caches precompiled headers only if it may ignore their defines and times; checkouts share results only if
+    # paths are relative to the checkout.
     set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
         CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
         CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${CCACHE})
 endif()
 
 add_compile_options(-Wall -Wextra -Wpedantic -Werror)
-# Some libraries ask for it and all files share precompiled headers.
+# Some libraries require it, and all files share precompiled headers.
 add_compile_options(-pthread)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     add_compile_options(-fpch-preprocess)
@@ -60,12 +60,12 @@ if(QUILLET_SANITIZE)
     add_compile_options(-fsanitize=${QUILLET_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${QUILLET_SANITIZE})
     if(QUILLET_SANITIZE MATCHES undefined)
-        # Qt hands slots of a private signal a reference that is bound to nothing, which is all they ever do with
-        # it; a null pointer that is followed still ends the program.
+        # Qt passes slots of a private signal a reference bound to null, and never uses it; dereferencing a null pointer
+        # still ends the program.
         add_compile_options(-fno-sanitize=null)
     endif()
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-        # GCC 12 warns of uninitialised coroutine frames once the sanitizers rewrite them.
+        # GCC 12 reports uninitialised coroutine frames once the sanitizers rewrite them.
         add_compile_options(-Wno-maybe-uninitialized)
     endif()
 endif()
@@ -74,10 +74,10 @@ if(QUILLET_COVERAGE)
     add_link_options(--coverage)
 endif()
 
-# The headers that nearly every file reads are precompiled twice: `core` for files without windows, `widgets` for
-# those with. Their owners define nothing beyond what all their users define, or the compiler could not use them.
-# Not the whole of Qt's modules: taking up so much more takes a file twice as long as reading what else it needs.
-# Qt Test is not among them: it depends on each test's own folder.
+# The headers that nearly every file includes are precompiled twice: `core` for files without windows, `widgets` for
+# those with. Their targets define nothing that some user does not define, or the compiler could not reuse them. Not all
+# headers of Qt's modules: loading them takes twice as long as parsing what a file needs. Not Qt Test: it depends on
+# each test's own folder.
 if(QUILLET_PRECOMPILE)
     set(values <qcoro/qcorotask.h> <algorithm> <array> <chrono> <cmath> <expected> <functional> <map> <memory>
         <optional> <vector> <QByteArray> <QCoreApplication> <QDateTime> <QDeadlineTimer> <QDir> <QElapsedTimer>
@@ -101,8 +101,8 @@ function(quillet_precompile target kind)
     endif()
 endfunction()
 
-# Runs moc anew when a file joins or leaves one of the targets. CMake 3.25 goes on from the files it knew, so that an
-# incremental build of a newer checkout would fail to link. Called once all files of the targets are known.
+# Reruns moc when a file joins or leaves one of the targets. CMake 3.25 keeps using its old list of files, so that an
+# incremental build of a newer checkout would fail to link. Call it once all files of the targets are known.
 function(quillet_follow_sources)
     foreach(target IN LISTS ARGN)
         get_target_property(sources ${target} SOURCES)
