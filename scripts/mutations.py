@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""Single mistakes that can be planted into C++ source: every place where one of a fixed list of operators applies."""
+"""Finds the single mistakes that can be planted into C++ source: every place where a mutation operator applies."""
 import dataclasses
 import re
 
@@ -26,15 +26,15 @@ LITERAL = re.compile(
     r"|(?<![\w])u?'(?:\\.|[^'\\\n])+'|^[ \t]*#(?:\\\n|[^\n])*", re.DOTALL | re.MULTILINE)
 
 
-# What checks a programmer's mistake changes nothing that a test can see.
+# A mistake in an assertion has no effect that a test could see.
 ASSERTION = re.compile(r"\b(?:Q_ASSERT|Q_ASSERT_X|static_assert) ?\(")
-# These are what an empty pair of braces gives as well.
+# Equal to {}, the replacement of a returned value.
 DEFAULTS = {"false", "0", "0.0", "nullptr", "std::nullopt", "QString()"}
 
 
 def code(source):
-    """The source with comments, texts, characters, assertions and the preprocessor's lines blanked out, of the same
-    length."""
+    """The source with comments, string and character literals, assertions and preprocessor lines blanked out, at the
+    same length."""
     text = LITERAL.sub(lambda match: re.sub(r"[^\n]", "\1" if match[0][0] in "\"R'u" else " ", match[0]), source)
     for match in ASSERTION.finditer(text):
         end = closing(text, match.end() - 1) + 1
@@ -43,7 +43,7 @@ def code(source):
 
 
 def closing(text, at):
-    """Where the bracket that opens at `at` closes."""
+    """The position of the bracket that closes the one at `at`; None if there is none."""
     depth = 0
     for index in range(at, len(text)):
         if text[index] in "([{":
@@ -56,7 +56,7 @@ def closing(text, at):
 
 
 def pieces(text, begin, end):
-    """The parts of text[begin:end] between its outermost commas, as pairs of positions without blanks around them."""
+    """The parts of text[begin:end] between its outermost commas, as pairs of positions, without surrounding blanks."""
     found, depth, start = [], 0, begin
     for index in range(begin, end + 1):
         if index == end or (text[index] == "," and depth == 0):
@@ -83,7 +83,7 @@ def negated_conditions(text):
     for match in re.finditer(r"\b(?:if|while) \(", text):
         end = closing(text, match.end() - 1)
         begin = max(match.end(), text.rfind(";", match.end(), end) + 1)
-        # What declares a name cannot be negated where it stands.
+        # A condition that declares a name cannot be negated.
         if end and not re.search(r"(?<![=!<>])=(?!=)", text[begin:end]):
             yield begin, begin, "!(", "negated condition", end
 
@@ -99,7 +99,7 @@ def dropped_statements(text):
             continue
         balanced = all(statement.count(a) == statement.count(b) for a, b in ("()", "{}", "[]"))
         if not balanced:
-            # A lambda in an argument: up to where the call's bracket closes.
+            # A lambda in an argument: up to the call's closing bracket.
             opening = text.find("(", match.end(1) - 1)
             close = closing(text, opening) if opening >= 0 else None
             if close is None or text[close + 1:close + 2] != ";":
@@ -115,8 +115,8 @@ PARAMETER = re.compile(r"(?P<type>(?:const )?[\w:<>, ]+ [&*]*)\w+(?: = .*)?", re
 
 
 def cannot_swap(text, begin, parts, end):
-    """Whether a swap would mean nothing, since these are parameters of a function without a body there, or would never
-    compile."""
+    """Whether a swap has no effect, because these are parameters of a function declared without a body, or never
+    compiles."""
     if re.search(r"\b(?:dis)?connect$", text[:begin]):
         return True
     parameters = [PARAMETER.fullmatch(text[first:last]) for first, last in parts if last > first]
@@ -127,7 +127,7 @@ def cannot_swap(text, begin, parts, end):
 
 
 def value(text, begin, end):
-    """Where the value begins in `.member = value`; anything else is a value as it is."""
+    """The start of the value in `.member = value`; of anything else, `begin`."""
     named = re.match(r"\.\w+ = ", text[begin:end])
     return begin + (named.end() if named else 0)
 
@@ -168,7 +168,7 @@ def returned_defaults(text):
 
 
 def mutations(file, source):
-    """All of them, in the order of their places."""
+    """All mutations of `source`, ordered by position."""
     text = code(source)
     found = []
     for begin, end, replacement, name in (*replaced_operators(text), *dropped_statements(text), *changed_numbers(text),

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 #pragma once
-// Read by scripts/tidy before each source: a task that nobody waits for becomes a finding. So does an answer
-// that nobody looks at, also behind co_await, where GCC does not warn: see mark_answers() there.
+// scripts/tidy includes this before each source, so that a task that nobody awaits is a finding. A discarded
+// std::expected is one as well, also after co_await, where GCC does not warn: see mark_answers() there.
 
 namespace QCoro {
 template <typename T>
