@@ -42,8 +42,7 @@ private:
     look::LineLabel *m_title;
     look::LineLabel *m_student;
     look::LineLabel *m_information;
-    std::uint64_t m_showing =
-        0; ///< counts showings and hidings, so that the clock task of an earlier showing ends
+    std::uint64_t m_showing = 0; ///< changes with each show and hide, to end an earlier clock task
 };
 
 } // namespace corvane

@@ -26,7 +26,7 @@ namespace {
 using scheduleStatus::Background;
 using scheduleStatus::Badge;
 
-/// The width of the widest status text; the texts with a time are shorter.
+/// The width of the wider of the two statuses that every lesson reaches.
 int widestStatus(const QFontMetrics &metrics)
 {
     return std::max(metrics.horizontalAdvance(u"In progress"_s), metrics.horizontalAdvance(u"Completed"_s));

@@ -26,7 +26,7 @@ public:
     explicit LessonScheduleRow(QWidget *parent = nullptr);
 
     /// Shows `lesson` with its status at `now`; `isNext` marks the schedule's next lesson. Returns whether
-    /// the row's texts, badge or background have changed; if not, nothing is redrawn.
+    /// the row looks different from before; if not, nothing is redrawn.
     bool setLesson(const Lesson &lesson, Date now, bool isNext);
 
     void setColumns(Columns columns);

@@ -14,7 +14,6 @@ namespace corvane {
 /// The position of the menu bar panel, in points with y upwards.
 struct MenuBarPanelPlacement {
     Rect frame;   ///< on whole points; the requested size, if the screen allows it
-                  ///< allows it
     Rect visible; ///< the part of its screen that windows may use; contains the frame
 
     /// The distance between the menu bar panel and the edges of the visible part.

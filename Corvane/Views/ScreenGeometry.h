@@ -15,7 +15,7 @@ namespace corvane {
 /// `mainScreen` if `screens` is empty.
 [[nodiscard]] Screen screenAt(Point point, const std::vector<Screen> &screens, const Screen &mainScreen);
 
-/// `rect` in the toolkit's coordinates: y downwards from the top edge of the primary screen.
+/// `rect` in the toolkit's coordinates of the desktop, y downwards.
 [[nodiscard]] QRect pointsDown(const Rect &rect);
 
 } // namespace corvane
