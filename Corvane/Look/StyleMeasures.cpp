@@ -150,7 +150,7 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption *option, const QWi
         return scrollBar::minimumLength;
     case PM_FocusFrameHMargin:
     case PM_FocusFrameVMargin:
-        // The frame passes the focused control as `widget`, and itself only in the option.
+        // The frame names itself only in the option, not as `widget`.
         if (const auto *frame =
                 qobject_cast<const QFocusFrame *>(option != nullptr ? option->styleObject : nullptr)) {
             return FocusRing::reach(frame->widget());
