@@ -4,6 +4,7 @@
 #include "NotificationAgent/AgentLifecycle.h"
 
 #include "Corvane/Utilities/RegularFile.h"
+#include "NotificationAgent/BusCall.h"
 #include "NotificationAgent/ProgramWatch.h"
 #include "NotificationAgent/RequestKeeper.h"
 
@@ -35,12 +36,6 @@ constexpr int timeoutMilliseconds = 10'000;
 constexpr uint doNotQueue = 4;
 constexpr uint isOwner = 1;
 constexpr uint isOwnerAlready = 4;
-
-QDBusMessage busCall(const QString &method)
-{
-    return QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
-                                          u"org.freedesktop.DBus"_s, method);
-}
 
 } // namespace
 

@@ -3,6 +3,8 @@
 
 #include "NotificationAgent/BusProgram.h"
 
+#include "NotificationAgent/BusCall.h"
+
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusPendingCall>
@@ -16,19 +18,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int timeoutMilliseconds = 25'000;
-
-QDBusMessage busCall(const QString &method)
-{
-    return QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
-                                          u"org.freedesktop.DBus"_s, method);
-}
+constexpr int startTimeoutMilliseconds = 25'000;
 
 QDBusPendingCall askForOwner(const QDBusConnection &bus)
 {
     auto call = busCall(u"GetNameOwner"_s);
     call << QString::fromLatin1(BusProgram::serviceName);
-    return bus.asyncCall(call, timeoutMilliseconds);
+    return bus.asyncCall(call, startTimeoutMilliseconds);
 }
 
 } // namespace
@@ -73,7 +69,7 @@ void BusProgram::start(const SessionDisplay &display)
     m_bus.send(variables);
     auto call = busCall(u"StartServiceByName"_s);
     call << QString::fromLatin1(serviceName) << 0U;
-    auto *asked = new QDBusPendingCallWatcher(m_bus.asyncCall(call, timeoutMilliseconds), this);
+    auto *asked = new QDBusPendingCallWatcher(m_bus.asyncCall(call, startTimeoutMilliseconds), this);
     connect(asked, &QDBusPendingCallWatcher::finished, this, [this, asked] {
         asked->deleteLater();
         if (asked->isError()) {

@@ -4,6 +4,7 @@
 #include "NotificationAgent/FreedesktopNotificationServer.h"
 
 #include "Corvane/Utilities/PlainText.h"
+#include "NotificationAgent/BusCall.h"
 #include "NotificationAgent/CanberraNotificationSound.h"
 #include "NotificationAgent/NotificationSound.h"
 
@@ -27,12 +28,6 @@ constexpr auto applicationId = "com.ordwinsoftware.Quillet"_L1;
 int milliseconds(std::chrono::milliseconds duration)
 {
     return static_cast<int>(duration.count());
-}
-
-QDBusMessage busCall(const QString &method)
-{
-    return QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
-                                          u"org.freedesktop.DBus"_s, method);
 }
 
 QString words(const QDBusMessage &error)

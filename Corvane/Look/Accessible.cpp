@@ -19,7 +19,7 @@ namespace corvane::look {
 
 namespace {
 
-constexpr auto roleProperty = "accessibleRole";
+constexpr auto accessibleRoleProperty = "accessibleRole";
 
 /// The first class of the toolkit among the base classes of `widget`.
 const QMetaObject *toolkitClass(const QWidget &widget)
@@ -38,7 +38,7 @@ public:
 
     [[nodiscard]] QAccessible::Role role() const override
     {
-        if (const QVariant role = widget()->property(roleProperty); role.isValid()) {
+        if (const QVariant role = widget()->property(accessibleRoleProperty); role.isValid()) {
             return static_cast<QAccessible::Role>(role.toInt());
         }
         if (qobject_cast<QCheckBox *>(widget()) != nullptr) {
@@ -153,7 +153,7 @@ QAccessibleInterface *makeOwn(const QString &, QObject *object)
     const bool isOwn = base != widget->metaObject() &&
                        (base == &QWidget::staticMetaObject || base == &QLabel::staticMetaObject ||
                         base == &QScrollArea::staticMetaObject);
-    const bool isTold = widget->property(roleProperty).isValid();
+    const bool isTold = widget->property(accessibleRoleProperty).isValid();
     return isOwn || isTold || base == &QCheckBox::staticMetaObject ? new OwnWidget(widget) : nullptr;
 }
 
@@ -166,7 +166,7 @@ void installAccessibility()
 
 void setAccessibleRole(QWidget &widget, QAccessible::Role role)
 {
-    widget.setProperty(roleProperty, std::to_underlying(role));
+    widget.setProperty(accessibleRoleProperty, std::to_underlying(role));
     // A button already has the toolkit's interface, made when its text was set: discard it.
     if (auto *known = QAccessible::queryAccessibleInterface(&widget);
         dynamic_cast<OwnWidget *>(known) == nullptr) {

@@ -20,7 +20,7 @@ namespace corvane::look {
 
 namespace {
 
-constexpr auto roleProperty = "quilletRole";
+constexpr auto controlRoleProperty = "quilletRole";
 constexpr auto symbolProperty = "quilletSymbol";
 constexpr auto keysProperty = "quilletKeys";
 
@@ -33,12 +33,12 @@ QVariant property(const QWidget *control, const char *name)
 
 void setRole(QWidget &control, Role role)
 {
-    control.setProperty(roleProperty, static_cast<int>(role));
+    control.setProperty(controlRoleProperty, static_cast<int>(role));
 }
 
 Role roleOf(const QWidget *control)
 {
-    return static_cast<Role>(property(control, roleProperty).toInt());
+    return static_cast<Role>(property(control, controlRoleProperty).toInt());
 }
 
 void setSymbol(QWidget &control, const QString &name)

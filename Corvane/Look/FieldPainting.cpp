@@ -18,8 +18,6 @@ namespace corvane::look {
 
 namespace {
 
-constexpr int lineInset = 6; ///< in points; the toolkit adds two more
-
 int pickerSymbolSize(const QFontMetrics &metrics)
 {
     return metrics.ascent();
@@ -94,8 +92,8 @@ void paintPickerText(QPainter &painter, const QStyleOptionComboBox &option)
 QSize spinBoxSize(const QStyleOptionSpinBox &option, int textWidth)
 {
     const int buttons = stepSymbolSize(option.fontMetrics) + 2 * space::small;
-    return {lineInset + textWidth +
-                (option.buttonSymbols == QAbstractSpinBox::NoButtons ? lineInset : buttons),
+    return {fieldInset + textWidth +
+                (option.buttonSymbols == QAbstractSpinBox::NoButtons ? fieldInset : buttons),
             fieldHeight(option.fontMetrics)};
 }
 
@@ -103,7 +101,7 @@ QRect spinBoxPart(const QStyleOptionSpinBox &option, QStyle::SubControl part)
 {
     const QRect all = option.rect;
     const bool hasButtons = option.buttonSymbols != QAbstractSpinBox::NoButtons;
-    const int buttons = hasButtons ? stepSymbolSize(option.fontMetrics) + 2 * space::small : lineInset;
+    const int buttons = hasButtons ? stepSymbolSize(option.fontMetrics) + 2 * space::small : fieldInset;
     const int half = all.height() / 2;
     QRect place;
     switch (part) {
@@ -114,7 +112,7 @@ QRect spinBoxPart(const QStyleOptionSpinBox &option, QStyle::SubControl part)
         place = QRect(all.width() - buttons, half, buttons, all.height() - half);
         break;
     case QStyle::SC_SpinBoxEditField:
-        place = all.adjusted(lineInset, 1, -buttons, -1);
+        place = all.adjusted(fieldInset, 1, -buttons, -1);
         break;
     default:
         return all;

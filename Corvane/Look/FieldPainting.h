@@ -17,6 +17,9 @@ namespace corvane::look {
 /// The height of a field with text in this font: the same as a button's.
 [[nodiscard]] int fieldHeight(const QFontMetrics &metrics);
 
+/// Between a field's edge and its text, in points; the toolkit adds two more.
+inline constexpr int fieldInset = 6;
+
 /// The background and the edge of a field.
 void paintField(QPainter &painter, const QStyleOption &option, bool hasFocus);
 

@@ -46,6 +46,11 @@ void paintPopup(QPainter &painter, const QRect &area, const QPalette &palette, b
     painter.restore();
 }
 
+bool isListWindow(const QWidget *widget)
+{
+    return widget != nullptr && widget->inherits("QComboBoxPrivateContainer");
+}
+
 QRegion roundedRegion(const QSize &size, double cornerRadius)
 {
     QRegion region;

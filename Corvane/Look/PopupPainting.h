@@ -25,6 +25,9 @@ namespace corvane::look {
 
 void paintPopup(QPainter &painter, const QRect &area, const QPalette &palette, bool isComposited);
 
+/// Whether a widget is the window around a picker's list. The toolkit has no public class for it.
+[[nodiscard]] bool isListWindow(const QWidget *widget);
+
 /// The area of `size` with rounded corners cut off.
 [[nodiscard]] QRegion roundedRegion(const QSize &size, double cornerRadius);
 

@@ -40,11 +40,6 @@ namespace corvane::look {
 namespace {
 
 /// The window of a picker's list.
-bool isListWindow(const QWidget *widget)
-{
-    return widget != nullptr && widget->inherits("QComboBoxPrivateContainer");
-}
-
 bool isToolTip(const QWidget *widget)
 {
     return widget->inherits("QTipLabel");

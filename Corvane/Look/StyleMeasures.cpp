@@ -21,17 +21,6 @@
 /// The Style's measures: sizes, positions of parts, and hints on behaviour.
 namespace corvane::look {
 
-namespace {
-
-bool isListWindow(const QWidget *widget)
-{
-    return widget != nullptr && widget->inherits("QComboBoxPrivateContainer");
-}
-
-constexpr int lineInset = 6; ///< of a text in its field, in points; the toolkit adds two more
-
-} // namespace
-
 QSize Style::sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &contents,
                               const QWidget *widget) const
 {
@@ -60,7 +49,7 @@ QSize Style::sizeFromContents(ContentsType type, const QStyleOption *option, con
     case CT_LineEdit:
         if (const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option);
             frame != nullptr && frame->lineWidth > 0) {
-            return {contents.width() + 2 * lineInset, fieldHeight(option->fontMetrics)};
+            return {contents.width() + 2 * fieldInset, fieldHeight(option->fontMetrics)};
         }
         break;
     case CT_SpinBox:
@@ -94,7 +83,7 @@ QRect Style::subElementRect(SubElement element, const QStyleOption *option, cons
     case SE_LineEditContents:
         if (const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option);
             frame != nullptr && frame->lineWidth > 0) {
-            return option->rect.adjusted(lineInset, 1, -lineInset, -1);
+            return option->rect.adjusted(fieldInset, 1, -fieldInset, -1);
         }
         break;
     case SE_ShapedFrameContents:

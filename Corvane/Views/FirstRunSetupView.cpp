@@ -36,7 +36,7 @@ int lastStep()
 }
 
 /// `widget`, centred horizontally.
-QLayout *centred(QWidget *widget)
+QLayout *inTheMiddle(QWidget *widget)
 {
     return row(0, {Spacer{}, widget, Spacer{}});
 }
@@ -61,16 +61,16 @@ FirstRunSetupView::FirstRunSetupView(AppSettings &settings, std::function<void()
     m_detail->setBalanced();
 
     auto *page = new QWidget;
-    page->setLayout(column(setup::spacing, {centred(m_symbol), m_title, m_detail}));
+    page->setLayout(column(setup::spacing, {inTheMiddle(m_symbol), m_title, m_detail}));
     m_page = scrolling(page);
 
     auto *buttons = new QWidget;
     buttons->setFixedWidth(setup::textWidth);
     buttons->setLayout(row(0, {m_back, Spacer{}, m_forward}));
 
-    auto *stack =
-        padded({setup::padding, setup::padding, setup::padding, setup::padding},
-               column(setup::spacing, {Spacer{}, m_page, centred(m_indicator), centred(buttons), Spacer{}}));
+    auto *stack = padded(
+        {setup::padding, setup::padding, setup::padding, setup::padding},
+        column(setup::spacing, {Spacer{}, m_page, inTheMiddle(m_indicator), inTheMiddle(buttons), Spacer{}}));
     stack->setStretchFactor(m_page, 1); // grows up to its content's height; scrolls below that
     setLayout(stack);
 

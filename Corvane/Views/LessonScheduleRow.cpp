@@ -32,7 +32,7 @@ int widestStatus(const QFontMetrics &metrics)
     return std::max(metrics.horizontalAdvance(u"In progress"_s), metrics.horizontalAdvance(u"Completed"_s));
 }
 
-QColor fill(Background background, const QPalette &palette)
+QColor backgroundColour(Background background, const QPalette &palette)
 {
     const double opacity = scheduleStatus::opacity(background);
     switch (background) {
@@ -226,7 +226,7 @@ void LessonScheduleRow::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(fill(m_texts.background, palette()));
+    painter.setBrush(backgroundColour(m_texts.background, palette()));
     painter.drawRoundedRect(QRectF(rect()), menu::rowRadius, menu::rowRadius);
 
     const Fonts fonts = this->fonts();

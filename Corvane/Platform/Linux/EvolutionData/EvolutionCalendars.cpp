@@ -5,6 +5,7 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/EvolutionCalendars.h"
 
+#include "Corvane/Platform/Linux/EvolutionData/QueryDeadline.h"
 #include "Corvane/Platform/Linux/EvolutionData/RememberedCalendars.h"
 #include "Corvane/Platform/Linux/EvolutionData/ServiceCalendar.h"
 #include "Corvane/Utilities/Spawn.h"
@@ -23,22 +24,12 @@ namespace corvane {
 
 namespace {
 
-/// Reserved at the end of the time limit for evaluating the answers.
-constexpr auto conclusionTime = 300ms;
-
 /// A calendar that was removed or disabled is forgotten after this time.
 constexpr std::chrono::seconds forgettingTime = 1min;
 /// How long a query waits for the list of calendars if it knows an earlier one.
 constexpr auto listTime = 500ms;
 
 using State = ServiceRegistry::State;
-
-QDeadlineTimer before(QDeadlineTimer deadline)
-{
-    return QDeadlineTimer(
-        std::max(deadline.remainingTimeAsDuration() - conclusionTime, std::chrono::nanoseconds(50ms)),
-        Qt::PreciseTimer);
-}
 
 QString didNotAnswer(const QString &reason)
 {
@@ -70,7 +61,7 @@ public:
                                                                        QDeadlineTimer deadline)
     {
         const ServiceRegistry::Found found =
-            co_await ServiceRegistry::find(self->m_registry, before(deadline));
+            co_await ServiceRegistry::find(self->m_registry, answerDeadline(deadline));
         self->logService(found);
         if (found.state == State::absent) {
             co_return false;
@@ -93,7 +84,7 @@ public:
                                               QDeadlineTimer deadline)
     {
         CalendarAnswers answers;
-        const QDeadlineTimer inTime = before(deadline);
+        const QDeadlineTimer inTime = answerDeadline(deadline);
         const ServiceRegistry::Found found = co_await ServiceRegistry::find(
             self->m_registry, self->m_calendars.empty()
                                   ? inTime
@@ -137,7 +128,7 @@ private:
         for (const auto &[uid, calendar] : calendars) {
             spawn(openOne(calendar, openings));
         }
-        const bool isDecided = co_await openings->isAnyOpen.until(before(deadline));
+        const bool isDecided = co_await openings->isAnyOpen.until(answerDeadline(deadline));
         if (isDecided && openings->isAnyOpen.value()) {
             co_return std::nullopt;
         }

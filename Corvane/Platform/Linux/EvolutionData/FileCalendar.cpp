@@ -55,7 +55,7 @@ QByteArray versionOf(const FileStamp &stamp, const std::set<IdentifierKey> &shar
 }
 
 /// None if the file cannot be read, is incomplete, or names no event.
-std::optional<std::set<IdentifierKey>> identifiersOf(const QByteArray &path)
+std::optional<std::set<IdentifierKey>> identifiersInFile(const QByteArray &path)
 {
     const auto bytes = readRegularFile(path, FileCalendar::maximumSize, LinkTo::anyFile);
     if (!bytes) {
@@ -127,7 +127,7 @@ QCoro::Task<void> FileCalendar::indexFile(std::shared_ptr<FileCalendar> self, QD
     if (!wasLate) {
         self->m_indexing =
             Indexing{self->m_stamp, startOnPool(self->services().files.threads(),
-                                                [path = self->m_path] { return identifiersOf(path); })};
+                                                [path = self->m_path] { return identifiersInFile(path); })};
     }
     const Indexing indexing = *self->m_indexing;
     if (!indexing.identifiers.isResolved() && (wasLate || !co_await indexing.identifiers.until(deadline))) {

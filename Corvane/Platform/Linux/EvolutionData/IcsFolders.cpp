@@ -7,6 +7,7 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/FileCalendar.h"
 #include "Corvane/Platform/Linux/EvolutionData/FolderListing.h"
+#include "Corvane/Platform/Linux/EvolutionData/QueryDeadline.h"
 #include "Corvane/Platform/Linux/EvolutionData/RememberedCalendars.h"
 #include "Corvane/Platform/Linux/EvolutionData/SharedEvents.h"
 #include "Corvane/Platform/Linux/Waiting/Pending.h"
@@ -33,8 +34,6 @@ namespace {
 constexpr auto availabilityTimeout = 500ms;
 /// How long it may take to determine which events the files name.
 constexpr auto indexTime = 1000ms;
-/// Reserved at the end of the time limit for evaluating the answers.
-constexpr auto conclusionTime = 300ms;
 
 } // namespace
 
@@ -79,9 +78,7 @@ public:
                                               QDeadlineTimer deadline)
     {
         CalendarAnswers answers;
-        const QDeadlineTimer inTime(
-            std::max(deadline.remainingTimeAsDuration() - conclusionTime, std::chrono::nanoseconds(50ms)),
-            Qt::PreciseTimer);
+        const QDeadlineTimer inTime = answerDeadline(deadline);
         co_await list(self, inTime, deadline, answers);
         answers.isThere = self->m_isThere;
         const Files files = self->m_files;

@@ -38,7 +38,7 @@ std::set<QByteArray> zonesOf(const Components &components)
     return zones;
 }
 
-std::set<QByteArray> identifiersOf(const Components &components)
+std::set<QByteArray> identifiersOfComponents(const Components &components)
 {
     std::set<QByteArray> identifiers;
     for (const auto &component : components) {
@@ -286,7 +286,7 @@ ServiceCalendar::fetch(Client client, CalendarQuestion question, bool withSeries
 /// Second step: other services may list a changed instance as a single event. Fetches the whole series.
 QCoro::Task<void> ServiceCalendar::completeSeries(Client client, std::shared_ptr<Fetched> fetched)
 {
-    const std::set<QByteArray> identifiers = identifiersOf(fetched->series);
+    const std::set<QByteArray> identifiers = identifiersOfComponents(fetched->series);
     if (m_isLocal || identifiers.empty() || identifiers.size() > maximumSingleFetches) {
         co_return;
     }

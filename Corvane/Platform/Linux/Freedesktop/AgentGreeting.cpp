@@ -3,6 +3,8 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/AgentGreeting.h"
 
+#include "Corvane/Platform/Linux/Freedesktop/BusNames.h"
+
 #include <QDBusError>
 #include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
@@ -17,16 +19,13 @@ namespace corvane {
 
 namespace {
 
-constexpr auto agentName = "com.ordwinsoftware.Quillet.NotificationAgent"_L1;
-constexpr auto agentPath = "/com/ordwinsoftware/Quillet/NotificationAgent"_L1;
-
-constexpr int timeoutMilliseconds = 15'000;
+constexpr int helloTimeoutMilliseconds = 15'000;
 /// The longest that the program's end waits for a bus that hangs.
 constexpr int goodbyeTimeoutMilliseconds = 500;
 
 QDBusMessage agentCall(const QString &method)
 {
-    return QDBusMessage::createMethodCall(agentName, agentPath, agentName, method);
+    return QDBusMessage::createMethodCall(bus::agentName, bus::agentPath, bus::agentName, method);
 }
 
 } // namespace
@@ -40,7 +39,8 @@ AgentGreeting::AgentGreeting(QDBusConnection sessionBus, std::function<void(cons
     m_patience.setSingleShot(true);
     m_patience.setInterval(patience);
     connect(&m_patience, &QTimer::timeout, this, &AgentGreeting::greet);
-    auto *watcher = new QDBusServiceWatcher(agentName, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
+    auto *watcher =
+        new QDBusServiceWatcher(bus::agentName, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString &, const QString &, const QString &newOwner) {
                 ++m_agentLife;
@@ -92,7 +92,7 @@ void AgentGreeting::greet()
     hello.setAutoStartService(doLessonsRemain);
     hello << until << qEnvironmentVariable("DISPLAY") << qEnvironmentVariable("WAYLAND_DISPLAY")
           << qEnvironmentVariable("XAUTHORITY");
-    auto *call = new QDBusPendingCallWatcher(m_bus.asyncCall(hello, timeoutMilliseconds), this);
+    auto *call = new QDBusPendingCallWatcher(m_bus.asyncCall(hello, helloTimeoutMilliseconds), this);
     connect(call, &QDBusPendingCallWatcher::finished, this, [this, call, life = m_agentLife] {
         call->deleteLater();
         handleAnswer(call->reply(), life);

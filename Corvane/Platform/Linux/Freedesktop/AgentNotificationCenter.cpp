@@ -5,6 +5,7 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/AgentNotificationCenter.h"
 
+#include "Corvane/Platform/Linux/Freedesktop/BusNames.h"
 #include "Corvane/Platform/Linux/Freedesktop/GnomeNotificationSwitch.h"
 #include "Corvane/Utilities/PlainText.h"
 #include "Corvane/Utilities/Spawn.h"
@@ -30,10 +31,6 @@ using namespace Qt::StringLiterals;
 namespace corvane {
 
 namespace {
-
-constexpr auto applicationId = "com.ordwinsoftware.Quillet"_L1;
-constexpr auto agentName = "com.ordwinsoftware.Quillet.NotificationAgent"_L1;
-constexpr auto agentPath = "/com/ordwinsoftware/Quillet/NotificationAgent"_L1;
 
 Failure noSessionBus()
 {
@@ -114,7 +111,7 @@ struct AgentNotificationCenter::Link {
         const QDBusMessage answer =
             co_await link->bus.asyncCall(question, static_cast<int>(link->timeouts.bus.count()));
         if (answer.type() == QDBusMessage::ReplyMessage) {
-            link->agent = std::make_unique<NotificationAgentProxy>(agentName, agentPath, link->bus);
+            link->agent = std::make_unique<NotificationAgentProxy>(bus::agentName, bus::agentPath, link->bus);
             link->agent->setTimeout(static_cast<int>(link->timeouts.agent.count()));
         }
         link->reaching.reset();
@@ -169,7 +166,7 @@ struct AgentNotificationCenter::Link {
         if (!link->bus.isConnected()) {
             co_return std::unexpected(noSessionBus());
         }
-        if (!gnomeAllowsNotifications(applicationId)) {
+        if (!gnomeAllowsNotifications(bus::applicationId)) {
             co_return false;
         }
         const auto question = QDBusMessage::createMethodCall(

@@ -3,6 +3,7 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/DesktopSleepInhibitor.h"
 
+#include "Corvane/Platform/Linux/Freedesktop/BusNames.h"
 #include "Corvane/Utilities/Clock.h"
 #include "Corvane/Utilities/Spawn.h"
 
@@ -23,14 +24,13 @@ namespace corvane {
 
 namespace {
 
-constexpr int timeoutMilliseconds = 5000;
+constexpr int inhibitTimeout = 5000;
 
 /// Inhibits suspend only: not logging out, switching users or blanking the screen. The portal uses the
 /// session manager's numbers.
 constexpr uint suspending = 4;
 
 constexpr auto reason = "A lesson is under way or begins soon"_L1;
-constexpr auto applicationId = "com.ordwinsoftware.Quillet"_L1;
 
 struct Service {
     QLatin1String name;
@@ -62,7 +62,7 @@ QVariantList inhibitArguments(std::size_t service)
     case portal:
         return {QString(), suspending, QVariantMap{{u"reason"_s, QString(reason)}}};
     case sessionManager:
-        return {QString(applicationId), 0U, QString(reason), suspending};
+        return {QString(bus::applicationId), 0U, QString(reason), suspending};
     case powerManager:
         return {u"Quillet"_s, QString(reason)};
     default:
@@ -178,7 +178,7 @@ QCoro::Task<void> DesktopSleepInhibitor::acquire(Self self, int attempt, std::si
         auto call = QDBusMessage::createMethodCall(asked.name, asked.path, asked.interface, u"Inhibit"_s);
         call.setArguments(inhibitArguments(service));
         call.setAutoStartService(false);
-        const QDBusMessage answer = co_await bus.asyncCall(call, timeoutMilliseconds);
+        const QDBusMessage answer = co_await bus.asyncCall(call, inhibitTimeout);
         const QVariant ticket = ticketOf(service, answer);
         if (self == nullptr || attempt != self->m_attempt) {
             if (ticket.isValid()) {

@@ -3,6 +3,8 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/NetworkWatcher.h"
 
+#include "Corvane/Platform/Linux/Freedesktop/BusNames.h"
+
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
@@ -17,11 +19,8 @@ namespace corvane {
 
 namespace {
 
-constexpr int timeoutMilliseconds = 3000;
-
 constexpr auto managerName = "org.freedesktop.NetworkManager"_L1; // also the name of its interface
 constexpr auto managerPath = "/org/freedesktop/NetworkManager"_L1;
-constexpr auto propertiesInterface = "org.freedesktop.DBus.Properties"_L1;
 constexpr auto portalService = "org.freedesktop.portal.Desktop"_L1;
 constexpr auto portalPath = "/org/freedesktop/portal/desktop"_L1;
 constexpr auto portalInterface = "org.freedesktop.portal.NetworkMonitor"_L1;
@@ -56,7 +55,8 @@ NetworkWatcher::NetworkWatcher(QDBusConnection systemBus, QDBusConnection sessio
     , m_sessionBus(std::move(sessionBus))
 {
     // Without service names: to subscribe by name, Qt would first ask for the name's owner and block.
-    m_systemBus.connect({}, managerPath, propertiesInterface, u"PropertiesChanged"_s, this, SLOT(update()));
+    m_systemBus.connect({}, managerPath, bus::propertiesInterface, u"PropertiesChanged"_s, this,
+                        SLOT(update()));
     m_sessionBus.connect({}, portalPath, portalInterface, u"changed"_s, this, SLOT(update()));
     watch(m_systemBus, managerName);
     watch(m_sessionBus, portalService);
@@ -83,7 +83,7 @@ void NetworkWatcher::update()
 void NetworkWatcher::askManager()
 {
     auto question =
-        QDBusMessage::createMethodCall(managerName, managerPath, propertiesInterface, u"GetAll"_s);
+        QDBusMessage::createMethodCall(managerName, managerPath, bus::propertiesInterface, u"GetAll"_s);
     question << QString(managerName);
     ask(m_systemBus, question, managerSaysUsable, [this] { askPortal(); });
 }
@@ -106,7 +106,7 @@ void NetworkWatcher::ask(const QDBusConnection &bus, const QDBusMessage &questio
     }
     QDBusMessage message = question;
     message.setAutoStartService(false);
-    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(message, timeoutMilliseconds), this);
+    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(message, bus::questionTimeout), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
             [this, watcher, number = m_question, isUsable = std::move(isUsable),
              otherwise = std::move(otherwise)] {

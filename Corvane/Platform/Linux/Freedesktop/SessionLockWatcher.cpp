@@ -3,6 +3,7 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/SessionLockWatcher.h"
 
+#include "Corvane/Platform/Linux/Freedesktop/BusNames.h"
 #include "Corvane/Utilities/Spawn.h"
 
 #include <QCoreApplication>
@@ -22,15 +23,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int timeoutMilliseconds = 3000;
-
-constexpr auto managerService = "org.freedesktop.login1"_L1;
-constexpr auto managerPath = "/org/freedesktop/login1"_L1;
-constexpr auto managerInterface = "org.freedesktop.login1.Manager"_L1;
+constexpr auto loginService = "org.freedesktop.login1"_L1;
+constexpr auto loginPath = "/org/freedesktop/login1"_L1;
+constexpr auto loginInterface = "org.freedesktop.login1.Manager"_L1;
 constexpr auto sessionInterface = "org.freedesktop.login1.Session"_L1;
 constexpr auto busName = "org.freedesktop.DBus"_L1;
 constexpr auto busPath = "/org/freedesktop/DBus"_L1;
-constexpr auto propertiesInterface = "org.freedesktop.DBus.Properties"_L1;
 
 // The screen savers that emit ActiveChanged: their names, which are also their interfaces, and the objects
 // that answer GetActive.
@@ -109,20 +107,21 @@ void SessionLockWatcher::queryScreenSaver(const QString &name)
         // Not every version of Qt tells who sent an answer, so the unique name is looked up first.
         auto question = call(busName, busPath, busName, u"GetNameOwner"_s);
         question << QString(saver.name);
-        then(m_sessionBus.asyncCall(question, timeoutMilliseconds), [this, saver](const QDBusMessage &reply) {
-            const QString owner = reply.arguments().value(0).toString();
-            if (reply.type() != QDBusMessage::ReplyMessage || owner.isEmpty()) {
-                return;
-            }
-            then(m_sessionBus.asyncCall(call(owner, saver.path, saver.name, u"GetActive"_s),
-                                        timeoutMilliseconds),
-                 [this, owner](const QDBusMessage &answer) {
-                     // A signal received meanwhile is newer than this answer.
-                     if (answer.type() == QDBusMessage::ReplyMessage && !m_savers.contains(owner)) {
-                         handleSaverState(owner, answer);
-                     }
-                 });
-        });
+        then(m_sessionBus.asyncCall(question, bus::questionTimeout),
+             [this, saver](const QDBusMessage &reply) {
+                 const QString owner = reply.arguments().value(0).toString();
+                 if (reply.type() != QDBusMessage::ReplyMessage || owner.isEmpty()) {
+                     return;
+                 }
+                 then(m_sessionBus.asyncCall(call(owner, saver.path, saver.name, u"GetActive"_s),
+                                             bus::questionTimeout),
+                      [this, owner](const QDBusMessage &answer) {
+                          // A signal received meanwhile is newer than this answer.
+                          if (answer.type() == QDBusMessage::ReplyMessage && !m_savers.contains(owner)) {
+                              handleSaverState(owner, answer);
+                          }
+                      });
+             });
     }
 }
 
@@ -166,7 +165,7 @@ void SessionLockWatcher::watchSessionManager()
     m_systemBus.connect({}, u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s,
                         u"Disconnected"_s, this, SLOT(busWasLost(QDBusMessage)));
     auto *watcher =
-        new QDBusServiceWatcher(managerService, m_systemBus, QDBusServiceWatcher::WatchForOwnerChange, this);
+        new QDBusServiceWatcher(loginService, m_systemBus, QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString &, const QString &, const QString &newOwner) {
                 dropSession();
@@ -191,9 +190,9 @@ void SessionLockWatcher::querySession()
 
 void SessionLockWatcher::querySessionPath(const QString &method, const QVariant &argument, bool isLastResort)
 {
-    QDBusMessage message = call(managerService, managerPath, managerInterface, method);
+    QDBusMessage message = call(loginService, loginPath, loginInterface, method);
     message << argument;
-    then(m_systemBus.asyncCall(message, timeoutMilliseconds),
+    then(m_systemBus.asyncCall(message, bus::questionTimeout),
          [this, isLastResort, life = m_managerLife](const QDBusMessage &answer) {
              if (life != m_managerLife) {
                  return;
@@ -216,11 +215,11 @@ void SessionLockWatcher::setSessionPath(const QString &path)
     m_hintWasSignalled = false;
     m_systemBus.connect({}, path, sessionInterface, u"Lock"_s, this, SLOT(sessionLockRequested()));
     m_systemBus.connect({}, path, sessionInterface, u"Unlock"_s, this, SLOT(sessionUnlockRequested()));
-    m_systemBus.connect({}, path, propertiesInterface, u"PropertiesChanged"_s, this,
+    m_systemBus.connect({}, path, bus::propertiesInterface, u"PropertiesChanged"_s, this,
                         SLOT(sessionPropertiesChanged(QDBusMessage)));
-    QDBusMessage message = call(managerService, path, propertiesInterface, u"Get"_s);
+    QDBusMessage message = call(loginService, path, bus::propertiesInterface, u"Get"_s);
     message << QString(sessionInterface) << u"LockedHint"_s;
-    then(m_systemBus.asyncCall(message, timeoutMilliseconds),
+    then(m_systemBus.asyncCall(message, bus::questionTimeout),
          [this, life = m_managerLife](const QDBusMessage &answer) {
              const QVariantList arguments = answer.arguments();
              if (life != m_managerLife || m_hintWasSignalled || answer.type() != QDBusMessage::ReplyMessage ||
@@ -239,7 +238,7 @@ void SessionLockWatcher::dropSession()
         const QString path = std::exchange(m_sessionPath, {});
         m_systemBus.disconnect({}, path, sessionInterface, u"Lock"_s, this, SLOT(sessionLockRequested()));
         m_systemBus.disconnect({}, path, sessionInterface, u"Unlock"_s, this, SLOT(sessionUnlockRequested()));
-        m_systemBus.disconnect({}, path, propertiesInterface, u"PropertiesChanged"_s, this,
+        m_systemBus.disconnect({}, path, bus::propertiesInterface, u"PropertiesChanged"_s, this,
                                SLOT(sessionPropertiesChanged(QDBusMessage)));
     }
     m_lockRequested = false;

@@ -4,6 +4,7 @@
 #include "Corvane/Platform/Linux/Freedesktop/SingleInstance.h"
 
 #include "Corvane/Platform/Linux/Freedesktop/ApplicationAdaptor.h"
+#include "Corvane/Platform/Linux/Freedesktop/BusNames.h"
 #include "Corvane/Utilities/DebugLogService.h"
 #include "Corvane/Utilities/RegularFile.h"
 
@@ -32,10 +33,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr auto serviceName = "com.ordwinsoftware.Quillet"_L1;
-constexpr auto objectPath = "/com/ordwinsoftware/Quillet"_L1;
+constexpr auto applicationPath = "/com/ordwinsoftware/Quillet"_L1;
 
-constexpr int timeoutMilliseconds = 3000;
 // How long the first instance may take from its lock to its name.
 constexpr std::chrono::milliseconds nameDelay{2000};
 
@@ -48,8 +47,8 @@ QCoro::Task<bool> isOwnedByOther(QDBusConnection bus)
 {
     auto request = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
                                                   u"org.freedesktop.DBus"_s, u"RequestName"_s);
-    request << QString(serviceName) << doNotQueue;
-    const QDBusMessage answer = co_await bus.asyncCall(request, timeoutMilliseconds);
+    request << QString(bus::applicationId) << doNotQueue;
+    const QDBusMessage answer = co_await bus.asyncCall(request, bus::questionTimeout);
     const QVariantList arguments = answer.arguments();
     co_return answer.type() == QDBusMessage::ReplyMessage && !arguments.isEmpty() &&
         arguments.constFirst().toUInt() == nameExists;
@@ -57,8 +56,8 @@ QCoro::Task<bool> isOwnedByOther(QDBusConnection bus)
 
 QCoro::Task<QDBusMessage> activate(QDBusConnection bus, QString token)
 {
-    auto call = QDBusMessage::createMethodCall(serviceName, objectPath, u"org.freedesktop.Application"_s,
-                                               u"Activate"_s);
+    auto call = QDBusMessage::createMethodCall(bus::applicationId, applicationPath,
+                                               u"org.freedesktop.Application"_s, u"Activate"_s);
     // Must reach the running program, not start one.
     call.setAutoStartService(false);
     QVariantMap platformData;
@@ -67,7 +66,7 @@ QCoro::Task<QDBusMessage> activate(QDBusConnection bus, QString token)
         platformData.insert(u"desktop-startup-id"_s, token);
     }
     call << platformData;
-    co_return co_await bus.asyncCall(call, timeoutMilliseconds);
+    co_return co_await bus.asyncCall(call, bus::questionTimeout);
 }
 
 QCoro::Task<SingleInstance::Start> handOver(QDBusConnection bus, QString token)
@@ -75,7 +74,7 @@ QCoro::Task<SingleInstance::Start> handOver(QDBusConnection bus, QString token)
     if (!bus.isConnected()) {
         co_return SingleInstance::Start::otherSilent;
     }
-    QDBusServiceWatcher arrival(serviceName, bus, QDBusServiceWatcher::WatchForRegistration);
+    QDBusServiceWatcher arrival(bus::applicationId, bus, QDBusServiceWatcher::WatchForRegistration);
     const auto hasArrived = std::make_shared<bool>(false);
     QObject::connect(&arrival, &QDBusServiceWatcher::serviceRegistered, &arrival,
                      [hasArrived] { *hasArrived = true; });
@@ -106,7 +105,7 @@ SingleInstance::SingleInstance(QDBusConnection sessionBus, QStringList lockDirec
 
 SingleInstance::~SingleInstance()
 {
-    m_bus.unregisterObject(objectPath);
+    m_bus.unregisterObject(applicationPath);
     unlock();
 }
 
@@ -171,13 +170,13 @@ void SingleInstance::unlock()
 
 void SingleInstance::giveUp()
 {
-    m_bus.unregisterObject(objectPath);
+    m_bus.unregisterObject(applicationPath);
     unlock();
     if (m_bus.isConnected()) {
         constexpr int releaseMilliseconds = 1000;
         auto release = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
                                                       u"org.freedesktop.DBus"_s, u"ReleaseName"_s);
-        release << QString(serviceName);
+        release << QString(bus::applicationId);
         m_bus.call(release, QDBus::Block, releaseMilliseconds);
     }
 }
@@ -194,7 +193,7 @@ QCoro::Task<SingleInstance::Start> SingleInstance::claim(QString activationToken
     m_bus.connect({}, u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s, u"Disconnected"_s,
                   this, SLOT(disconnected()));
     // The object first: a program that sees the name appear may call at once.
-    m_bus.registerObject(objectPath, this, QDBusConnection::ExportAdaptors);
+    m_bus.registerObject(applicationPath, this, QDBusConnection::ExportAdaptors);
     const QPointer<SingleInstance> alive(this);
     if (!co_await isOwnedByOther(bus)) {
         co_return Start::first;
@@ -202,7 +201,7 @@ QCoro::Task<SingleInstance::Start> SingleInstance::claim(QString activationToken
     if (alive) {
         // The other instance holds its locks elsewhere. Release these, or a third start would find them held
         // by a program that is about to end.
-        alive->m_bus.unregisterObject(objectPath);
+        alive->m_bus.unregisterObject(applicationPath);
         alive->unlock();
     }
     co_return co_await handOver(bus, activationToken);

@@ -26,7 +26,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int timeoutMilliseconds = 5000;
+constexpr int registrationTimeout = 5000;
 constexpr auto itemPath = "/StatusNotifierItem"_L1;
 constexpr auto menuPath = "/StatusNotifierItem/Menu"_L1;
 constexpr auto watcherService = "org.kde.StatusNotifierWatcher"_L1;
@@ -120,7 +120,7 @@ void StatusNotifierItem::registerItem()
     // The connection's unique name: it vanishes with the program, and sandboxes allow it.
     message << m_bus.baseService();
     const int attempt = ++m_attempt;
-    auto *call = new QDBusPendingCallWatcher(m_bus.asyncCall(message, timeoutMilliseconds), this);
+    auto *call = new QDBusPendingCallWatcher(m_bus.asyncCall(message, registrationTimeout), this);
     connect(call, &QDBusPendingCallWatcher::finished, this, [this, call, attempt] {
         call->deleteLater();
         if (attempt == m_attempt) {
@@ -164,7 +164,7 @@ void StatusNotifierItem::queryHost()
     message.setAutoStartService(false);
     message << QString(watcherService) << u"IsStatusNotifierHostRegistered"_s;
     const int attempt = m_attempt;
-    auto *call = new QDBusPendingCallWatcher(m_bus.asyncCall(message, timeoutMilliseconds), this);
+    auto *call = new QDBusPendingCallWatcher(m_bus.asyncCall(message, registrationTimeout), this);
     connect(call, &QDBusPendingCallWatcher::finished, this, [this, call, attempt] {
         call->deleteLater();
         const QVariantList arguments = call->reply().arguments();

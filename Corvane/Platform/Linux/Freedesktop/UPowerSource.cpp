@@ -3,6 +3,8 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/UPowerSource.h"
 
+#include "Corvane/Platform/Linux/Freedesktop/BusNames.h"
+
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <QDBusPendingCallWatcher>
@@ -17,11 +19,8 @@ namespace corvane {
 
 namespace {
 
-constexpr int timeoutMilliseconds = 3000;
-
-constexpr auto serviceName = "org.freedesktop.UPower"_L1; // also the name of its interface
-constexpr auto objectPath = "/org/freedesktop/UPower"_L1;
-constexpr auto propertiesInterface = "org.freedesktop.DBus.Properties"_L1;
+constexpr auto upowerService = "org.freedesktop.UPower"_L1; // also the name of its interface
+constexpr auto upowerPath = "/org/freedesktop/UPower"_L1;
 
 } // namespace
 
@@ -33,19 +32,20 @@ UPowerSource::UPowerSource(QDBusConnection systemBus, QObject *parent)
         return;
     }
     // Without a service name: to subscribe by name, Qt would first ask for the name's owner and block.
-    m_bus.connect({}, objectPath, propertiesInterface, u"PropertiesChanged"_s, this, SLOT(update()));
+    m_bus.connect({}, upowerPath, bus::propertiesInterface, u"PropertiesChanged"_s, this, SLOT(update()));
     auto *watcher =
-        new QDBusServiceWatcher(serviceName, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
+        new QDBusServiceWatcher(upowerService, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &UPowerSource::update);
     update();
 }
 
 void UPowerSource::update()
 {
-    auto question = QDBusMessage::createMethodCall(serviceName, objectPath, propertiesInterface, u"Get"_s);
-    question << QString(serviceName) << u"OnBattery"_s;
+    auto question =
+        QDBusMessage::createMethodCall(upowerService, upowerPath, bus::propertiesInterface, u"Get"_s);
+    question << QString(upowerService) << u"OnBattery"_s;
     question.setAutoStartService(false);
-    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(question, timeoutMilliseconds), this);
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(question, bus::questionTimeout), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, number = ++m_question] {
         watcher->deleteLater();
         if (number == m_question) {
