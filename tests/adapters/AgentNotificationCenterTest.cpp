@@ -466,7 +466,7 @@ private:
 
 // "--without-schemas" runs the one test for a machine without the desktop's schemas, in its own process,
 // since installed schemas are read only once per process.
-static int run(int argc, char *argv[])
+static int runAgentNotificationCenter(int argc, char *argv[])
 {
     AgentNotificationCenterTest test;
     if (takeOption("--without-schemas", argc, argv)) {
@@ -480,6 +480,6 @@ static int run(int argc, char *argv[])
     return QTest::qExec(&test, argc, argv);
 }
 
-QUILLET_TEST(AgentNotificationCenterTest, run);
+QUILLET_TEST(AgentNotificationCenterTest, runAgentNotificationCenter);
 
 #include "AgentNotificationCenterTest.moc"

@@ -14,7 +14,7 @@ using namespace corvane;
 using namespace Qt::StringLiterals;
 
 /// In milliseconds: a load takes at most five seconds, doubled here for a busy machine.
-static constexpr qint64 limit = 10'000;
+static constexpr qint64 absenceLimit = 10'000;
 
 /// The store on a machine without a calendar service, and on one without a session bus.
 class CalendarAbsenceTest : public QObject {
@@ -67,7 +67,7 @@ private Q_SLOTS:
         const auto granted = QCoro::waitFor(store().requestFullAccessToEvents());
         QVERIFY(granted.has_value());
         QVERIFY(!*granted);
-        QVERIFY(timer.elapsed() < limit);
+        QVERIFY(timer.elapsed() < absenceLimit);
         QCOMPARE(store().authorizationStatus(), CalendarAuthorization::notDetermined);
     }
 
@@ -107,7 +107,7 @@ private Q_SLOTS:
         for (int round = 0; round < 50; ++round) {
             QVERIFY(!QCoro::waitFor(store().requestFullAccessToEvents()).value_or(true));
         }
-        QVERIFY2(timer.elapsed() < limit, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY2(timer.elapsed() < absenceLimit, qPrintable(QString::number(timer.elapsed())));
     }
 
     // Keep these two tests last, since they stop the bus.
@@ -120,7 +120,7 @@ private Q_SLOTS:
         const auto granted = QCoro::waitFor(store().requestFullAccessToEvents());
         ::kill(static_cast<pid_t>(m_bus->processId()), SIGCONT);
         QVERIFY(!granted.value_or(false));
-        QVERIFY(timer.elapsed() < limit);
+        QVERIFY(timer.elapsed() < absenceLimit);
     }
 
     void theStoreSurvivesTheEndOfTheBus()
@@ -134,7 +134,7 @@ private Q_SLOTS:
             QElapsedTimer timer;
             timer.start();
             const auto events = QCoro::waitFor(store().events(testDay()));
-            QVERIFY(timer.elapsed() < limit);
+            QVERIFY(timer.elapsed() < absenceLimit);
             QVERIFY(events.has_value());
             QCOMPARE(events->size(), std::size_t{1});
         }

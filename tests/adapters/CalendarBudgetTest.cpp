@@ -53,7 +53,7 @@ long peakMemory()
     return usage.ru_maxrss;
 }
 
-Expansion expand(const QByteArray &components, const ExpansionRequest &asked = testRequest())
+Expansion expandComponents(const QByteArray &components, const ExpansionRequest &asked = testRequest())
 {
     return expandTexts({calendarText(components)}, asked);
 }
@@ -122,7 +122,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, components);
         const long before = peakMemory();
         const std::clock_t begin = std::clock(); // CPU time, since other programs may keep the machine busy
-        const Expansion expansion = expand(single("innocent") + components + single("another"));
+        const Expansion expansion = expandComponents(single("innocent") + components + single("another"));
         const QStringList found = titles(expansion);
         QVERIFY(found.contains(u"innocent"_s) && found.contains(u"another"_s));
         const std::clock_t taken = (std::clock() - begin) * 1000 / CLOCKS_PER_SEC;
@@ -132,10 +132,10 @@ private Q_SLOTS:
 
     void eventsBeyondTheLimitsAreNamed()
     {
-        const QStringList texts =
-            reasons(expand(series("rules", QByteArray("RRULE:FREQ=HOURLY\n").repeated(11)) +
-                           series("dates", "RRULE:FREQ=DAILY\nEXDATE:20250514T120000Z" +
-                                               QByteArray(",20250515T120000Z").repeated(10'000) + '\n')));
+        const QStringList texts = reasons(
+            expandComponents(series("rules", QByteArray("RRULE:FREQ=HOURLY\n").repeated(11)) +
+                             series("dates", "RRULE:FREQ=DAILY\nEXDATE:20250514T120000Z" +
+                                                 QByteArray(",20250515T120000Z").repeated(10'000) + '\n')));
         QCOMPARE(texts, (QStringList{u"title=\"rules\" reason=\"it has too many rules\""_s,
                                      u"title=\"dates\" reason=\"it lists too many dates\""_s}));
     }
@@ -144,9 +144,10 @@ private Q_SLOTS:
     {
         ExpansionRequest asked = testRequest();
         asked.budget.steps = 300;
-        const Expansion expansion = expand(series("hourly", "RRULE:FREQ=HOURLY\n") +
-                                               series("daily", "RRULE:FREQ=DAILY\n") + single("single"),
-                                           asked);
+        const Expansion expansion =
+            expandComponents(series("hourly", "RRULE:FREQ=HOURLY\n") + series("daily", "RRULE:FREQ=DAILY\n") +
+                                 single("single"),
+                             asked);
         QCOMPARE(titles(expansion), (QStringList{u"daily"_s, u"single"_s}));
         QCOMPARE(reasons(expansion),
                  QStringList{u"title=\"hourly\" reason=\"its calendar repeats too much altogether\""_s});
@@ -160,9 +161,9 @@ private Q_SLOTS:
         const QByteArray components = series("hourly", "RRULE:FREQ=HOURLY\n") +
                                       series("daily", "RRULE:FREQ=DAILY\n") +
                                       series("every other day", "RRULE:FREQ=DAILY;INTERVAL=7\n");
-        const Expansion first = expand(components, asked);
+        const Expansion first = expandComponents(components, asked);
         asked.knownSeries = first.series;
-        const Expansion second = expand(components, asked);
+        const Expansion second = expandComponents(components, asked);
         QCOMPARE(titles(second), titles(first));
         QCOMPARE(reasons(second), reasons(first));
     }
@@ -172,10 +173,10 @@ private Q_SLOTS:
         ExpansionRequest asked = testRequest();
         asked.budget.occurrences = 2;
         const QByteArray three = single("one") + single("two") + single("three");
-        QCOMPARE(titles(expand(three, asked)), (QStringList{u"one"_s, u"two"_s}));
+        QCOMPARE(titles(expandComponents(three, asked)), (QStringList{u"one"_s, u"two"_s}));
         asked = testRequest();
         asked.budget.text = 100;
-        const Expansion expansion = expand(
+        const Expansion expansion = expandComponents(
             single("one") + single("two", "DESCRIPTION:" + QByteArray(100, 'n') + '\n') + single("three"),
             asked);
         QCOMPARE(titles(expansion), (QStringList{u"one"_s, u"three"_s}));

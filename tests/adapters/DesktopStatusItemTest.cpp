@@ -243,7 +243,7 @@ private:
     std::unique_ptr<DesktopStatusItem> m_item;
 };
 
-static int run(int argc, char *argv[])
+static int runDesktopStatusItem(int argc, char *argv[])
 {
     TestDesktop desktop(screenSize);
     desktop.startWindowManager(TestDesktop::WindowManager::openbox);
@@ -256,6 +256,6 @@ static int run(int argc, char *argv[])
     return QTest::qExec(&test, argc, argv);
 }
 
-QUILLET_TEST(DesktopStatusItemTest, run);
+QUILLET_TEST(DesktopStatusItemTest, runDesktopStatusItem);
 
 #include "DesktopStatusItemTest.moc"

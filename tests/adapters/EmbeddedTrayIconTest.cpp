@@ -25,8 +25,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int timeout = 30'000; // milliseconds; a busy tray draws late
-constexpr QSize screenSize(800, 400);
+constexpr int trayTimeout = 30'000; // milliseconds; a busy tray draws late
+constexpr QSize trayScreenSize(800, 400);
 
 /// The window that the toolkit embeds into the tray; nullptr without a tray.
 QWidget *embeddedWindow()
@@ -69,7 +69,7 @@ protected:
     std::optional<Point> placeOfClick() override
     {
         const QPoint bell = place().center();
-        return Point{static_cast<double>(bell.x()), static_cast<double>(screenSize.height() - bell.y())};
+        return Point{static_cast<double>(bell.x()), static_cast<double>(trayScreenSize.height() - bell.y())};
     }
 
     void setHostThere(bool isThere) override
@@ -86,7 +86,7 @@ private Q_SLOTS:
     {
         startTray();
         m_item = std::make_unique<EmbeddedTrayIcon>(statusBellImages());
-        QTRY_VERIFY_WITH_TIMEOUT(isInTheTray(), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(isInTheTray(), trayTimeout);
         QVERIFY(m_tray->settlesWithOneIcon());
     }
 
@@ -95,8 +95,8 @@ private Q_SLOTS:
         m_item.reset();
         m_tray.reset();
         // A tray that ends releases its place before its window is gone; wait for both.
-        QTRY_COMPARE_WITH_TIMEOUT(x11::selectionOwner("_NET_SYSTEM_TRAY_S0"), 0U, timeout);
-        QTRY_VERIFY_WITH_TIMEOUT(!isTrayManaged(), timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(x11::selectionOwner("_NET_SYSTEM_TRAY_S0"), 0U, trayTimeout);
+        QTRY_VERIFY_WITH_TIMEOUT(!isTrayManaged(), trayTimeout);
     }
 
     void aMenuIsNeverShownAndEveryButtonIsAClick()
@@ -106,9 +106,9 @@ private Q_SLOTS:
         QSignalSpy openings(m_item.get(), &StatusItem::menuAboutToShow);
         QSignalSpy clicks(m_item.get(), &StatusItem::activated);
         press(u"3"_s);
-        QTRY_COMPARE_WITH_TIMEOUT(clicks.size(), 1, timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(clicks.size(), 1, trayTimeout);
         press(u"1"_s);
-        QTRY_COMPARE_WITH_TIMEOUT(clicks.size(), 2, timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(clicks.size(), 2, trayTimeout);
         QVERIFY(openings.isEmpty());
         QVERIFY(!isChosen);
     }
@@ -128,9 +128,9 @@ private:
 
     void startTray()
     {
-        m_tray = std::make_unique<Tray>(screenSize, QColor(0x22, 0x24, 0x28));
-        QTRY_VERIFY_WITH_TIMEOUT(x11::selectionOwner("_NET_SYSTEM_TRAY_S0") != 0, timeout);
-        QTRY_VERIFY_WITH_TIMEOUT(isTrayManaged(), timeout);
+        m_tray = std::make_unique<Tray>(trayScreenSize, QColor(0x22, 0x24, 0x28));
+        QTRY_VERIFY_WITH_TIMEOUT(x11::selectionOwner("_NET_SYSTEM_TRAY_S0") != 0, trayTimeout);
+        QTRY_VERIFY_WITH_TIMEOUT(isTrayManaged(), trayTimeout);
     }
 
     /// The icon's geometry according to the X server; empty while it is not visible.
@@ -153,7 +153,8 @@ private:
 
     [[nodiscard]] static bool isInTheTray()
     {
-        const QRect tray(0, screenSize.height() - Tray::thickness, screenSize.width(), Tray::thickness);
+        const QRect tray(0, trayScreenSize.height() - Tray::thickness, trayScreenSize.width(),
+                         Tray::thickness);
         constexpr int smallest = 12;
         return tray.contains(place()) && place().width() >= smallest;
     }
@@ -166,7 +167,7 @@ private:
             TestDesktop::xdotool({u"mousemove"_s, QString::number(bell.x()), QString::number(bell.y())});
             return embeddedWindow() != nullptr && windowUnderPointer() == embeddedWindow()->winId();
         };
-        QTRY_VERIFY_WITH_TIMEOUT(isPointerOnIt(), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(isPointerOnIt(), trayTimeout);
         TestDesktop::xdotool({u"click"_s, button});
     }
 
@@ -190,9 +191,9 @@ private:
     std::unique_ptr<EmbeddedTrayIcon> m_item;
 };
 
-static int run(int argc, char *argv[])
+static int runEmbeddedTrayIcon(int argc, char *argv[])
 {
-    TestDesktop desktop(screenSize);
+    TestDesktop desktop(trayScreenSize);
     desktop.startWindowManager(TestDesktop::WindowManager::openbox);
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
@@ -203,6 +204,6 @@ static int run(int argc, char *argv[])
     return QTest::qExec(&test, argc, argv);
 }
 
-QUILLET_TEST(EmbeddedTrayIconTest, run);
+QUILLET_TEST(EmbeddedTrayIconTest, runEmbeddedTrayIcon);
 
 #include "EmbeddedTrayIconTest.moc"

@@ -335,7 +335,7 @@ private Q_SLOTS:
     }
 };
 
-static int run(int argc, char *argv[])
+static int runLayerShellBannerPanels(int argc, char *argv[])
 {
     TestDesktop desktop(QSize(2 * monitor.width(), monitor.height()));
     QApplication application(argc, argv);
@@ -344,6 +344,6 @@ static int run(int argc, char *argv[])
     return QTest::qExec(&test, argc, argv);
 }
 
-QUILLET_TEST(LayerShellBannerPanelsTest, run);
+QUILLET_TEST(LayerShellBannerPanelsTest, runLayerShellBannerPanels);
 
 #include "LayerShellBannerPanelsTest.moc"

@@ -25,7 +25,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QCoro::Task<QDBusMessage> ask(QDBusConnection bus, QDBusMessage message)
+QCoro::Task<QDBusMessage> askLogin(QDBusConnection bus, QDBusMessage message)
 {
     co_return co_await bus.asyncCall(message, 10000);
 }
@@ -379,7 +379,7 @@ private:
                     if (names.contains(service)) {
                         const auto ping = QDBusMessage::createMethodCall(
                             service, u"/"_s, u"org.freedesktop.DBus.Peer"_s, u"Ping"_s);
-                        QCoro::waitFor(ask(bus, ping));
+                        QCoro::waitFor(askLogin(bus, ping));
                     }
                 }
             }
@@ -391,7 +391,8 @@ private:
     {
         auto message = QDBusMessage::createMethodCall(u"org.freedesktop.login1"_s, path, interface, method);
         message.setArguments(arguments);
-        const QDBusMessage answer = QCoro::waitFor(ask(control(*m_systemBus, u"system control"_s), message));
+        const QDBusMessage answer =
+            QCoro::waitFor(askLogin(control(*m_systemBus, u"system control"_s), message));
         QVERIFY2(answer.type() == QDBusMessage::ReplyMessage, qPrintable(answer.errorMessage()));
     }
 
@@ -413,7 +414,7 @@ private:
                                                       u"org.gnome.ScreenSaver"_s, u"SetActive"_s);
         message << active;
         const QDBusMessage answer =
-            QCoro::waitFor(ask(control(*m_sessionBus, u"session control"_s), message));
+            QCoro::waitFor(askLogin(control(*m_sessionBus, u"session control"_s), message));
         QVERIFY2(answer.type() == QDBusMessage::ReplyMessage, qPrintable(answer.errorMessage()));
     }
 

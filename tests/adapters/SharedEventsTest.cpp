@@ -13,8 +13,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// One revision of the invitation "invite" for 14 May 2025.
-QByteArray revision(const QByteArray &title, int sequence, const QByteArray &hour,
-                    const QByteArray &more = {})
+QByteArray invitation(const QByteArray &title, int sequence, const QByteArray &hour,
+                      const QByteArray &more = {})
 {
     return "BEGIN:VEVENT\nUID:invite\nDTSTAMP:20250101T000000Z\nSEQUENCE:" + QByteArray::number(sequence) +
            "\nDTSTART:20250514T" + hour + "0000Z\nDTEND:20250514T" + hour + "3000Z\n" + more +
@@ -65,32 +65,32 @@ private Q_SLOTS:
 
     void anInvitationSavedTwiceIsOneLesson()
     {
-        write(u"invite.ics"_s, revision("Anna", 0, "09"));
-        write(u"invite(1).ics"_s, revision("Anna", 0, "09"));
+        write(u"invite.ics"_s, invitation("Anna", 0, "09"));
+        write(u"invite(1).ics"_s, invitation("Anna", 0, "09"));
         QCOMPARE(load(), QStringList{u"Anna 9"_s});
     }
 
     void theHighestRevisionWinsInAnyFile()
     {
-        write(u"a.ics"_s, revision("Anna", 2, "10"));
-        write(u"b.ics"_s, revision("Anna", 1, "09"));
+        write(u"a.ics"_s, invitation("Anna", 2, "10"));
+        write(u"b.ics"_s, invitation("Anna", 1, "09"));
         QCOMPARE(load(), QStringList{u"Anna 10"_s});
-        write(u"c.ics"_s, revision("Anna", 3, "11"));
+        write(u"c.ics"_s, invitation("Anna", 3, "11"));
         QCOMPARE(load(), QStringList{u"Anna 11"_s});
     }
 
     void aCancellationInAnotherFileIsApplied()
     {
-        write(u"invite.ics"_s, revision("Anna", 0, "09"));
+        write(u"invite.ics"_s, invitation("Anna", 0, "09"));
         QCOMPARE(load(), QStringList{u"Anna 9"_s});
-        write(u"cancel.ics"_s, revision("Anna", 1, "09", "STATUS:CANCELLED\n"));
+        write(u"cancel.ics"_s, invitation("Anna", 1, "09", "STATUS:CANCELLED\n"));
         QCOMPARE(load(), QStringList());
     }
 
     void withoutTheNewerFileTheOlderIsUsedAgain()
     {
-        write(u"a.ics"_s, revision("Anna", 0, "09"));
-        write(u"b.ics"_s, revision("Anna", 1, "10"));
+        write(u"a.ics"_s, invitation("Anna", 0, "09"));
+        write(u"b.ics"_s, invitation("Anna", 1, "10"));
         QCOMPARE(load(), QStringList{u"Anna 10"_s});
         QVERIFY(QFile::remove(m_room->path(u"b.ics"_s)));
         QCOMPARE(load(), QStringList{u"Anna 9"_s});
@@ -98,15 +98,17 @@ private Q_SLOTS:
 
     void aChangedInstanceMayBeInAnotherFileThanItsSeries()
     {
-        write(u"series.ics"_s, revision("Anna", 0, "09", "RRULE:FREQ=DAILY;COUNT=3\n"));
-        write(u"moved.ics"_s, revision("Anna moved", 0, "15", "RECURRENCE-ID:20250514T090000Z\n"));
+        write(u"series.ics"_s, invitation("Anna", 0, "09", "RRULE:FREQ=DAILY;COUNT=3\n"));
+        write(u"moved.ics"_s, invitation("Anna moved", 0, "15", "RECURRENCE-ID:20250514T090000Z\n"));
         QCOMPARE(load(), QStringList{u"Anna moved 15"_s});
     }
 
     void eventsInOnlyOneFileAreUnaffected()
     {
-        write(u"a.ics"_s, revision("Anna", 0, "09") + revision("Ben", 0, "12").replace("invite", "other"));
-        write(u"b.ics"_s, revision("Anna", 1, "10") + revision("Cleo", 0, "13").replace("invite", "third"));
+        write(u"a.ics"_s,
+              invitation("Anna", 0, "09") + invitation("Ben", 0, "12").replace("invite", "other"));
+        write(u"b.ics"_s,
+              invitation("Anna", 1, "10") + invitation("Cleo", 0, "13").replace("invite", "third"));
         QCOMPARE(load(), (QStringList{u"Anna 10"_s, u"Ben 12"_s, u"Cleo 13"_s}));
         QCOMPARE(load(), (QStringList{u"Anna 10"_s, u"Ben 12"_s, u"Cleo 13"_s}));
     }
@@ -115,8 +117,8 @@ private Q_SLOTS:
     {
         const QByteArray identifier = QByteArray(100, 'x') + '@' + QByteArray(40, 'y');
         const QByteArray folded = identifier.left(60) + "\n " + identifier.mid(60);
-        write(u"a.ics"_s, revision("Anna", 0, "09").replace("UID:invite", "uid:" + folded));
-        write(u"b.ics"_s, revision("Anna", 1, "10").replace("UID:invite", "UID;X-A=b:" + identifier));
+        write(u"a.ics"_s, invitation("Anna", 0, "09").replace("UID:invite", "uid:" + folded));
+        write(u"b.ics"_s, invitation("Anna", 1, "10").replace("UID:invite", "UID;X-A=b:" + identifier));
         QCOMPARE(load(), QStringList{u"Anna 10"_s});
     }
 
@@ -131,16 +133,16 @@ private Q_SLOTS:
                 .replace("DTEND:20250514T123000Z", "DTEND;TZID=Ours:20250514T123000");
         };
         write(u"series.ics"_s,
-              zone("+0400") + inZone(revision("Anna", 0, "12", "RRULE:FREQ=DAILY;COUNT=3\n")));
+              zone("+0400") + inZone(invitation("Anna", 0, "12", "RRULE:FREQ=DAILY;COUNT=3\n")));
         write(u"moved.ics"_s,
-              zone("+0600") + inZone(revision("Anna moved", 0, "12", "RECURRENCE-ID:20250514T080000Z\n")));
+              zone("+0600") + inZone(invitation("Anna moved", 0, "12", "RECURRENCE-ID:20250514T080000Z\n")));
         QCOMPARE(load(), QStringList{u"Anna moved 6"_s});
     }
 
     void aTruncatedFileKeepsTheMergedEvents()
     {
-        write(u"series.ics"_s, revision("Anna", 0, "09", "RRULE:FREQ=DAILY;COUNT=3\n"));
-        write(u"moved.ics"_s, revision("Anna moved", 0, "15", "RECURRENCE-ID:20250514T090000Z\n"));
+        write(u"series.ics"_s, invitation("Anna", 0, "09", "RRULE:FREQ=DAILY;COUNT=3\n"));
+        write(u"moved.ics"_s, invitation("Anna moved", 0, "15", "RECURRENCE-ID:20250514T090000Z\n"));
         QCOMPARE(load(), QStringList{u"Anna moved 15"_s});
         cutOff(u"series.ics"_s);
         QCOMPARE(load(), QStringList{u"Anna moved 15"_s});
@@ -157,9 +159,9 @@ private Q_SLOTS:
     void theMergedEventsSurviveARestart()
     {
         QFETCH(const QString, name);
-        write(u"series.ics"_s, revision("Anna", 0, "09", "RRULE:FREQ=DAILY;COUNT=3\n") +
-                                   revision("Ben", 0, "12").replace("invite", "other"));
-        write(u"moved.ics"_s, revision("Anna moved", 0, "15", "RECURRENCE-ID:20250514T090000Z\n"));
+        write(u"series.ics"_s, invitation("Anna", 0, "09", "RRULE:FREQ=DAILY;COUNT=3\n") +
+                                   invitation("Ben", 0, "12").replace("invite", "other"));
+        write(u"moved.ics"_s, invitation("Anna moved", 0, "15", "RECURRENCE-ID:20250514T090000Z\n"));
         QCOMPARE(load(), (QStringList{u"Ben 12"_s, u"Anna moved 15"_s}));
         QTRY_COMPARE(m_room->memoryFiles().size(), 2);
         cutOff(name);
@@ -170,8 +172,8 @@ private Q_SLOTS:
 
     void aCancellationIsRememberedWithoutOccurrences()
     {
-        write(u"invite.ics"_s, revision("Anna", 0, "09"));
-        write(u"cancel.ics"_s, revision("Anna", 1, "09", "STATUS:CANCELLED\n"));
+        write(u"invite.ics"_s, invitation("Anna", 0, "09"));
+        write(u"cancel.ics"_s, invitation("Anna", 1, "09", "STATUS:CANCELLED\n"));
         QCOMPARE(load(), QStringList());
         QTRY_COMPARE(m_room->memoryFiles().size(), 2);
         cutOff(u"cancel.ics"_s);
@@ -181,10 +183,10 @@ private Q_SLOTS:
 
     void anEventThatBecomesSharedIsRememberedAnew()
     {
-        write(u"cancel.ics"_s, revision("Anna", 1, "09", "STATUS:CANCELLED\n"));
+        write(u"cancel.ics"_s, invitation("Anna", 1, "09", "STATUS:CANCELLED\n"));
         QCOMPARE(load(), QStringList());
         QTRY_COMPARE(m_room->memoryFiles().size(), 1);
-        write(u"invite.ics"_s, revision("Anna", 0, "09"));
+        write(u"invite.ics"_s, invitation("Anna", 0, "09"));
         QTRY_COMPARE((static_cast<void>(load()), m_room->memoryFiles().size()), 2);
         QCOMPARE(load(), QStringList());
         m_room->startOnFolders();
@@ -194,27 +196,27 @@ private Q_SLOTS:
 
     void aFileTruncatedWhenAnotherAppearsDoesNotDuplicateTheEvent()
     {
-        write(u"series.ics"_s, revision("Anna", 0, "09", "RRULE:FREQ=DAILY;COUNT=3\n"));
+        write(u"series.ics"_s, invitation("Anna", 0, "09", "RRULE:FREQ=DAILY;COUNT=3\n"));
         QCOMPARE(load(), QStringList{u"Anna 9"_s});
         QTRY_COMPARE(m_room->memoryFiles().size(), 1);
-        write(u"moved.ics"_s, revision("Anna moved", 0, "15", "RECURRENCE-ID:20250514T090000Z\n"));
+        write(u"moved.ics"_s, invitation("Anna moved", 0, "15", "RECURRENCE-ID:20250514T090000Z\n"));
         cutOff(u"series.ics"_s);
         QCOMPARE(load(), QStringList{u"Anna moved 15"_s});
     }
 
     void anIdentifierWithACommaIsRecognised()
     {
-        write(u"a.ics"_s, revision("Anna", 0, "09").replace("UID:invite", "UID:one\\,two"));
-        write(u"b.ics"_s, revision("Anna", 1, "10").replace("UID:invite", "UID:one\\,two"));
+        write(u"a.ics"_s, invitation("Anna", 0, "09").replace("UID:invite", "UID:one\\,two"));
+        write(u"b.ics"_s, invitation("Anna", 1, "10").replace("UID:invite", "UID:one\\,two"));
         QCOMPARE(load(), QStringList{u"Anna 10"_s});
     }
 
     void hiddenFilesAndFoldersAreNotRead()
     {
-        write(u"a.ics"_s, revision("Anna", 0, "09"));
-        write(u".a.ics"_s, revision("Anna", 5, "10"));
-        write(u".stversions/a.ics"_s, revision("Anna", 6, "11"));
-        write(u".git/b.ics"_s, revision("Ben", 0, "12").replace("invite", "other"));
+        write(u"a.ics"_s, invitation("Anna", 0, "09"));
+        write(u".a.ics"_s, invitation("Anna", 5, "10"));
+        write(u".stversions/a.ics"_s, invitation("Anna", 6, "11"));
+        write(u".git/b.ics"_s, invitation("Ben", 0, "12").replace("invite", "other"));
         QCOMPARE(load(), QStringList{u"Anna 9"_s});
     }
 };

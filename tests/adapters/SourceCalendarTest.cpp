@@ -19,7 +19,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const QDeadlineTimer forever{QDeadlineTimer::Forever};
+const QDeadlineTimer noDeadline{QDeadlineTimer::Forever};
 
 /// A calendar whose answers the test triggers.
 class ScriptedCalendar final : public SourceCalendar {
@@ -93,7 +93,7 @@ class SourceCalendarTest : public QObject {
     {
         auto load = std::make_unique<Load>();
         load->task =
-            SourceCalendar::query(m_calendar, {testDay(daysLater), "UTC"}, inTime, forever, load->answers);
+            SourceCalendar::query(m_calendar, {testDay(daysLater), "UTC"}, inTime, noDeadline, load->answers);
         return load;
     }
 
@@ -130,12 +130,12 @@ private Q_SLOTS:
         QCOMPARE(m_news, 0);
         m_calendar->answer(0, u"Anna"_s);
         QCOMPARE(m_news, 1);
-        const auto next = load(0, forever);
+        const auto next = load(0, noDeadline);
         QVERIFY(next->task.isReady());
         QCOMPARE(next->titles(), QStringList{u"Anna"_s});
         QCOMPARE(m_calendar->asked.size(), std::size_t{1});
         // It is used only once.
-        const auto further = load(0, forever);
+        const auto further = load(0, noDeadline);
         QVERIFY(!further->task.isReady());
         m_calendar->answer(1, u"Ben"_s);
         QCOMPARE(further->titles(), QStringList{u"Ben"_s});
@@ -145,7 +145,7 @@ private Q_SLOTS:
     {
         loadInVain(0);
         m_calendar->answer(0, u"Anna"_s);
-        const auto next = load(1, forever);
+        const auto next = load(1, noDeadline);
         QCOMPARE(m_calendar->asked.size(), std::size_t{2});
         m_calendar->answer(1, u"Ben"_s);
         QCOMPARE(next->titles(), QStringList{u"Ben"_s});
@@ -154,7 +154,7 @@ private Q_SLOTS:
     void aReadingForAnotherDayIsAwaitedButNotUsed()
     {
         loadInVain(0);
-        const auto next = load(1, forever);
+        const auto next = load(1, noDeadline);
         QCOMPARE(m_calendar->asked.size(), std::size_t{1});
         m_calendar->answer(0, u"Anna"_s);
         QVERIFY(!next->task.isReady());
@@ -168,7 +168,7 @@ private Q_SLOTS:
     {
         loadInVain(0);
         // This load has no deadline.
-        const auto next = load(0, forever);
+        const auto next = load(0, noDeadline);
         QTRY_VERIFY_WITH_TIMEOUT(next->task.isReady(), 20000);
         QCOMPARE(next->answers.silent, 1);
         QCOMPARE(m_calendar->asked.size(), std::size_t{1});
@@ -180,7 +180,7 @@ private Q_SLOTS:
         QFile obstacle(m_room->filePath(u"memory"_s));
         QVERIFY(obstacle.open(QIODevice::WriteOnly));
         const auto loadAgain = [this] {
-            const auto again = load(0, forever);
+            const auto again = load(0, noDeadline);
             m_calendar->answer(m_calendar->asked.size() - 1, u"Anna"_s);
             return m_calendar->captures;
         };

@@ -172,7 +172,7 @@ private:
 };
 
 /// Runs at a scale factor of one or, with "--twice", of two.
-static int run(int argc, char *argv[])
+static int runX11TwoMonitors(int argc, char *argv[])
 {
     const bool isTwice = takeOption("--twice", argc, argv);
     if (isTwice) {
@@ -186,6 +186,6 @@ static int run(int argc, char *argv[])
     return QTest::qExec(&test, argc, argv) + QTest::qExec(&contract, argc, argv);
 }
 
-QUILLET_TEST(X11TwoMonitorsTest, run);
+QUILLET_TEST(X11TwoMonitorsTest, runX11TwoMonitors);
 
 #include "X11TwoMonitorsTest.moc"

@@ -437,7 +437,7 @@ private Q_SLOTS:
     }
 };
 
-static int run(int argc, char *argv[])
+static int runX11Windows(int argc, char *argv[])
 {
     TestDesktop desktop(screenSize);
     QApplication application(argc, argv);
@@ -446,6 +446,6 @@ static int run(int argc, char *argv[])
     return QTest::qExec(&test, argc, argv);
 }
 
-QUILLET_TEST(X11WindowsTest, run);
+QUILLET_TEST(X11WindowsTest, runX11Windows);
 
 #include "X11WindowsTest.moc"

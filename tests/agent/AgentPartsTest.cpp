@@ -32,7 +32,7 @@ QByteArray contentOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
 }
 
-PendingRequest request()
+PendingRequest sampleRequest()
 {
     return {u"quillet.backup.start.1.Anna"_s,
             u"Quillet: <START> & NOW"_s,
@@ -221,15 +221,15 @@ private Q_SLOTS:
     void aServerWithMarkupGetsTheBodyEscaped()
     {
         const QVariantList arguments =
-            FreedesktopNotificationServer::notifyArguments(request(), {u"body"_s, u"body-markup"_s});
-        QCOMPARE(arguments.at(3).toString(), request().title);
+            FreedesktopNotificationServer::notifyArguments(sampleRequest(), {u"body"_s, u"body-markup"_s});
+        QCOMPARE(arguments.at(3).toString(), sampleRequest().title);
         QCOMPARE(arguments.at(4).toString(),
                  u"Anna &amp; &lt;b&gt;Ben&lt;/b&gt; &quot;start&quot; in 20 seconds."_s);
     }
 
     void aServerGetsNoControlCharacters()
     {
-        PendingRequest hostile = request();
+        PendingRequest hostile = sampleRequest();
         hostile.title = u"a\x1b[31m\nb"_s;
         hostile.body = u"c\u202E\u0085d"_s;
         const QVariantList arguments = FreedesktopNotificationServer::notifyArguments(hostile, {u"body"_s});
@@ -239,13 +239,14 @@ private Q_SLOTS:
 
     void aServerWithoutMarkupGetsTheBodyUnchanged()
     {
-        const QVariantList arguments = FreedesktopNotificationServer::notifyArguments(request(), {u"body"_s});
-        QCOMPARE(arguments.at(4).toString(), request().body);
+        const QVariantList arguments =
+            FreedesktopNotificationServer::notifyArguments(sampleRequest(), {u"body"_s});
+        QCOMPARE(arguments.at(4).toString(), sampleRequest().body);
     }
 
     void theCallHasExactlyTheStandardArguments()
     {
-        const QVariantList arguments = FreedesktopNotificationServer::notifyArguments(request(), {});
+        const QVariantList arguments = FreedesktopNotificationServer::notifyArguments(sampleRequest(), {});
         QCOMPARE(arguments.size(), 8);
         QCOMPARE(arguments.at(0), QVariant(u"Quillet"_s));
         QCOMPARE(arguments.at(1), QVariant(0U));
@@ -262,7 +263,7 @@ private Q_SLOTS:
 
     void aQuietRequestSuppressesTheSound()
     {
-        PendingRequest quiet = request();
+        PendingRequest quiet = sampleRequest();
         quiet.isQuiet = true;
         const QVariantMap hints =
             FreedesktopNotificationServer::notifyArguments(quiet, {u"sound"_s}).at(6).toMap();

@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int timeout = 20'000; // milliseconds
+constexpr int programTimeout = 20'000; // milliseconds
 
 const QString programName = u"com.ordwinsoftware.Quillet"_s;
 
@@ -40,7 +40,7 @@ public:
 
     [[nodiscard]] QString call(const QString &method, const QVariantList &arguments) const
     {
-        return m_bus.call(m_room.message(method, arguments), QDBus::Block, timeout).errorMessage();
+        return m_bus.call(m_room.message(method, arguments), QDBus::Block, programTimeout).errorMessage();
     }
 
     // Leaves the bus without a goodbye.
@@ -83,14 +83,14 @@ private Q_SLOTS:
         QElapsedTimer timer;
         timer.start();
         program.crash();
-        QTRY_COMPARE_WITH_TIMEOUT(starts().size(), 1, timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(starts().size(), 1, programTimeout);
         QVERIFY(timer.elapsed() < 5000);
         // Not the agent's child, which would inherit its sandbox.
         const QStringList words = starts().constFirst().split(u' ');
         QCOMPARE(words.first(2), (QStringList{u":64999"_s, compositorPath()}));
         QVERIFY(words.at(2) != QString::number(m_room->agent().processId()));
         // Each time it ended without taking its name, which counts as a crash.
-        QTRY_VERIFY_WITH_TIMEOUT(m_room->log().contains(u"Quillet is not brought back"_s), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(m_room->log().contains(u"Quillet is not brought back"_s), programTimeout);
         QCOMPARE(starts().size(), 3);
     }
 
@@ -103,7 +103,7 @@ private Q_SLOTS:
         QVERIFY(m_room->isNameOwned());
         QCOMPARE(program.call(u"Goodbye"_s, {}), QString());
         program.crash();
-        QTRY_VERIFY_WITH_TIMEOUT(!m_room->isNameOwned(), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(!m_room->isNameOwned(), programTimeout);
         QVERIFY(starts().isEmpty());
     }
 
@@ -130,7 +130,7 @@ private Q_SLOTS:
         // No display means that the session has ended.
         m_compositor.reset();
         program.crash();
-        QTRY_VERIFY_WITH_TIMEOUT(m_room->log().contains(u"the session's display is gone"_s), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(m_room->log().contains(u"the session's display is gone"_s), programTimeout);
         QVERIFY(starts().isEmpty());
     }
 

@@ -27,7 +27,7 @@ public:
     int played = 0;
 };
 
-const PendingRequest request{u"i"_s, u"Anna"_s, u"b"_s, u"c"_s, 1, 2};
+const PendingRequest annasRequest{u"i"_s, u"Anna"_s, u"b"_s, u"c"_s, 1, 2};
 
 } // namespace
 
@@ -140,7 +140,7 @@ private Q_SLOTS:
     void aQuietRequestIsShownWithoutASound()
     {
         const RecordingServer server(m_bus->address(), {u"body"_s});
-        PendingRequest quiet = request;
+        PendingRequest quiet = annasRequest;
         quiet.isQuiet = true;
         QVERIFY(ask());
         QCOMPARE(deliver(quiet), Outcome::shown);
@@ -174,7 +174,7 @@ private:
         return answers.wait(10'000) && answers.first().first().toBool();
     }
 
-    Outcome deliver(const PendingRequest &delivered = request)
+    Outcome deliver(const PendingRequest &delivered = annasRequest)
     {
         QSignalSpy ends(m_server.get(), &NotificationServer::finished);
         m_server->deliver(delivered);

@@ -21,11 +21,11 @@ using Outcome = NotificationServer::Outcome;
 
 namespace {
 
-constexpr qint64 start = 1'800'000'000;
+constexpr qint64 lateStart = 1'800'000'000;
 
 QString identifier(const QString &kind)
 {
-    return u"quillet.backup.%1.%2.Anna"_s.arg(kind).arg(start);
+    return u"quillet.backup.%1.%2.Anna"_s.arg(kind).arg(lateStart);
 }
 
 } // namespace
@@ -38,7 +38,7 @@ private Q_SLOTS:
     void init()
     {
         m_folder = std::make_unique<QTemporaryDir>();
-        m_clock = std::make_unique<FakeWallClock>(start - 1000);
+        m_clock = std::make_unique<FakeWallClock>(lateStart - 1000);
         m_server = std::make_unique<FakeNotificationServer>();
         m_entry = std::make_unique<LoginEntry>(u"/opt/agent"_s, m_folder->filePath(u"config"_s));
         m_file = std::make_unique<RequestFile>(m_folder->filePath(u"queue"_s));
@@ -47,11 +47,11 @@ private Q_SLOTS:
                                                    [this](const QString &line) { m_lines.append(line); });
         QVERIFY(m_keeper->load());
         m_keeper->start();
-        add(u"prepare"_s, start - 240, start);
-        add(u"one-minute"_s, start - 60, start);
-        add(u"join"_s, start - 30, start);
-        add(u"start"_s, start - 20, start);
-        add(u"finish"_s, start + 1440, start + 1500);
+        add(u"prepare"_s, lateStart - 240, lateStart);
+        add(u"one-minute"_s, lateStart - 60, lateStart);
+        add(u"join"_s, lateStart - 30, lateStart);
+        add(u"start"_s, lateStart - 20, lateStart);
+        add(u"finish"_s, lateStart + 1440, lateStart + 1500);
     }
 
     void cleanup()
@@ -62,7 +62,8 @@ private Q_SLOTS:
 
     void inTimeEachStepIsDelivered()
     {
-        for (const qint64 moment : {start - 240, start - 60, start - 30, start - 20, start + 1440}) {
+        for (const qint64 moment :
+             {lateStart - 240, lateStart - 60, lateStart - 30, lateStart - 20, lateStart + 1440}) {
             m_clock->set(moment);
             settle();
         }
@@ -73,13 +74,13 @@ private Q_SLOTS:
 
     void afterSleepOnlyTheNewestStepIsDelivered()
     {
-        m_clock->set(start - 25);
+        m_clock->set(lateStart - 25);
         settle();
         QCOMPARE(m_server->handed, QStringList{identifier(u"join"_s)});
         QCOMPARE(m_lines.filter(u"a later step of its lesson is due"_s).size(), 2);
         // Dropped steps are off the disk; later steps still come.
         QCOMPARE(onDisk(), (QStringList{identifier(u"start"_s), identifier(u"finish"_s)}));
-        m_clock->set(start - 20);
+        m_clock->set(lateStart - 20);
         settle();
         QCOMPARE(m_server->handed.last(), identifier(u"start"_s));
     }
@@ -87,7 +88,7 @@ private Q_SLOTS:
     void afterAMissingServerOnlyTheNewestStepIsDelivered()
     {
         m_server->isThere = false;
-        for (const qint64 moment : {start - 240, start - 60}) {
+        for (const qint64 moment : {lateStart - 240, lateStart - 60}) {
             m_clock->set(moment);
             settle();
         }
@@ -100,9 +101,9 @@ private Q_SLOTS:
     void aStepThatBecomesDueWhileTheServerIsAskedIsDeliveredAlone()
     {
         m_server->isSilent = true;
-        m_clock->set(start - 240);
+        m_clock->set(lateStart - 240);
         settle();
-        m_clock->set(start - 60);
+        m_clock->set(lateStart - 60);
         m_server->answer();
         settle();
         QCOMPARE(m_server->handed, QStringList{identifier(u"one-minute"_s)});
@@ -111,9 +112,9 @@ private Q_SLOTS:
     void aStepHeldByASilentServerGivesWayToALaterStep()
     {
         m_server->outcome = Outcome::unknown;
-        m_clock->set(start - 240);
+        m_clock->set(lateStart - 240);
         settle();
-        m_clock->set(start - 60);
+        m_clock->set(lateStart - 60);
         m_server->outcome = Outcome::shown;
         Q_EMIT m_server->left();
         settle();
@@ -123,10 +124,10 @@ private Q_SLOTS:
     void aStepHeldByASilentServerDoesNotFollowALaterStep()
     {
         m_server->outcome = Outcome::unknown;
-        m_clock->set(start - 240);
+        m_clock->set(lateStart - 240);
         settle();
         m_server->outcome = Outcome::shown;
-        m_clock->set(start - 60);
+        m_clock->set(lateStart - 60);
         settle();
         Q_EMIT m_server->left();
         settle();
@@ -136,11 +137,11 @@ private Q_SLOTS:
     void anotherLessonsStepIsDeliveredToo()
     {
         bool isAdded = false;
-        const QString ben = u"quillet.backup.finish.%1.Ben"_s.arg(start - 1800);
-        m_keeper->add({ben, {}, {}, u"quillet.lesson"_s, start - 240, start - 180},
+        const QString ben = u"quillet.backup.finish.%1.Ben"_s.arg(lateStart - 1800);
+        m_keeper->add({ben, {}, {}, u"quillet.lesson"_s, lateStart - 240, lateStart - 180},
                       [&](const std::expected<void, QString> &result) { isAdded = result.has_value(); });
         QTRY_VERIFY(isAdded);
-        m_clock->set(start - 200);
+        m_clock->set(lateStart - 200);
         settle();
         QCOMPARE(m_server->handed, (QStringList{identifier(u"prepare"_s), ben}));
     }

@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int timeout = 60'000; // milliseconds
+constexpr int floodTimeout = 60'000; // milliseconds
 
 #ifdef __SANITIZE_ADDRESS__
 constexpr double maximumMemory = 2000; // MiB; the sanitizer keeps freed memory
@@ -35,7 +35,7 @@ int floodSize()
     return told > 0 ? told : 10'000;
 }
 
-PendingRequest request(const QString &identifier)
+PendingRequest floodRequest(const QString &identifier)
 {
     const qint64 later = AgentRoom::now() + 100'000;
     return {identifier, u"Quillet: prepare"_s, u"Anna starts in 4 minutes."_s, u"quillet.lesson"_s, later,
@@ -66,7 +66,7 @@ private Q_SLOTS:
                 identifiers = m_room->pending();
                 return !identifiers.value(0).startsWith(u"error: "_s);
             },
-            timeout));
+            floodTimeout));
         QVERIFY(m_room->remove(identifiers).type() == QDBusMessage::ReplyMessage);
     }
 
@@ -75,7 +75,7 @@ private Q_SLOTS:
         QStringList identifiers;
         for (int i = 0; i < 150; ++i) {
             identifiers.append(u"quillet.backup.start.1800000000.Anna %1"_s.arg(i));
-            QCOMPARE(m_room->add(request(identifiers.constLast())).type(), QDBusMessage::ReplyMessage);
+            QCOMPARE(m_room->add(floodRequest(identifiers.constLast())).type(), QDBusMessage::ReplyMessage);
         }
         QElapsedTimer timer;
         timer.start();
@@ -83,7 +83,7 @@ private Q_SLOTS:
         QCOMPARE(m_room->pending().size(), 150);
         QCOMPARE(m_room->remove(identifiers).type(), QDBusMessage::ReplyMessage);
         for (const QString &identifier : identifiers) {
-            QCOMPARE(m_room->add(request(identifier)).type(), QDBusMessage::ReplyMessage);
+            QCOMPARE(m_room->add(floodRequest(identifier)).type(), QDBusMessage::ReplyMessage);
         }
         qInfo() << "ms to replace 150 requests, one after the other" << timer.elapsed();
         QCOMPARE(m_room->pending().size(), 150);
@@ -160,11 +160,11 @@ private Q_SLOTS:
         sendWithoutAnswers(10'000, [](int i) { return QString::number(i); });
         QCOMPARE(m_room->pending().size(), 10'000);
         qInfo() << "ms to add ten thousand requests" << timer.elapsed();
-        QCOMPARE(m_room->add(request(u"one more"_s)).errorName(),
+        QCOMPARE(m_room->add(floodRequest(u"one more"_s)).errorName(),
                  u"org.freedesktop.DBus.Error.LimitsExceeded"_s);
         // Replacing one of them is still allowed.
         timer.restart();
-        QCOMPARE(m_room->add(request(u"77"_s)).type(), QDBusMessage::ReplyMessage);
+        QCOMPARE(m_room->add(floodRequest(u"77"_s)).type(), QDBusMessage::ReplyMessage);
         qInfo() << "ms to replace one of ten thousand" << timer.elapsed();
         const AgentRoom::Memory memory = AgentRoom::memoryOf(m_room->ownerProcess());
         qInfo() << "MiB with ten thousand pending: resident" << memory.resident << "private"
@@ -180,7 +180,7 @@ private Q_SLOTS:
 
     void theTotalTextLengthOfPendingRequestsIsLimited()
     {
-        PendingRequest big = request({});
+        PendingRequest big = floodRequest({});
         big.title = QString(4096, u't');
         big.body = QString(4096, u'b');
         big.categoryIdentifier = QString(4096, u'c');
@@ -205,7 +205,7 @@ private Q_SLOTS:
         std::deque<QDBusPendingCall> open;
         const QDBusMessage question = m_room->message(u"PendingRequests"_s, {});
         for (int i = 0; i < questions; ++i) {
-            open.push_back(m_room->connection().asyncCall(question, timeout));
+            open.push_back(m_room->connection().asyncCall(question, floodTimeout));
         }
         int refused = 0;
         int answered = 0;
@@ -221,12 +221,12 @@ private Q_SLOTS:
         QVERIFY(m_peak.isPrivate < maximumMemory);
         // The agent answers again once its answers have been read. One answer is enough: it is so long that
         // the next question is refused for a while.
-        QVERIFY(QTest::qWaitFor([this] { return m_room->pending().size() > 400; }, timeout));
+        QVERIFY(QTest::qWaitFor([this] { return m_room->pending().size() > 400; }, floodTimeout));
     }
 
     void tooManyIdentifiersAreRefused()
     {
-        QCOMPARE(m_room->add(request(u"one"_s)).type(), QDBusMessage::ReplyMessage);
+        QCOMPARE(m_room->add(floodRequest(u"one"_s)).type(), QDBusMessage::ReplyMessage);
         QStringList identifiers(AgentInterface::maximumIdentifiers, QString());
         QCOMPARE(m_room->remove(identifiers).type(), QDBusMessage::ReplyMessage);
         identifiers.append(u"one"_s);
@@ -258,7 +258,7 @@ private:
     {
         m_peak = {};
         const qint64 process = m_room->ownerProcess();
-        const PendingRequest sample = request({});
+        const PendingRequest sample = floodRequest({});
         for (int i = 0; i < count; ++i) {
             m_room->connection().send(
                 m_room->message(u"Add"_s, {name(i), sample.title, sample.body, sample.categoryIdentifier,
@@ -271,7 +271,7 @@ private:
 
     // Sends `count` requests without waiting for each answer; returns how many were refused.
     template <typename Name>
-    int flood(int count, Name name, const PendingRequest &sample = request({}))
+    int flood(int count, Name name, const PendingRequest &sample = floodRequest({}))
     {
         constexpr std::size_t maximumOpenCalls = 100; // the bus itself has a limit on open calls
         m_peak = {};
@@ -287,7 +287,7 @@ private:
             open.push_back(m_room->connection().asyncCall(
                 m_room->message(u"Add"_s, {name(i), sample.title, sample.body, sample.categoryIdentifier,
                                            sample.fireDate, sample.expirationDate}),
-                timeout));
+                floodTimeout));
             if (open.size() >= maximumOpenCalls) {
                 takeOldest();
             }

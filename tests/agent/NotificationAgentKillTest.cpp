@@ -23,7 +23,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int timeout = 20'000; // milliseconds
+constexpr int killTimeout = 20'000; // milliseconds
 
 // benchmarks/agent-figures runs two hundred rounds.
 int rounds()
@@ -62,13 +62,13 @@ private Q_SLOTS:
             bool isKept = false;
             watch(u"Add"_s, {name, name, u"b"_s, u"c"_s, now, now + 600}, isKept);
             // The delivery comes after this answer.
-            QDeadlineTimer deadline(timeout);
+            QDeadlineTimer deadline(killTimeout);
             while (!isKept && !deadline.hasExpired()) {
                 QCoreApplication::processEvents(QEventLoop::AllEvents);
             }
             QVERIFY(isKept);
             if (server.isAsleep) {
-                QTRY_VERIFY_WITH_TIMEOUT(server.asked > asked, timeout);
+                QTRY_VERIFY_WITH_TIMEOUT(server.asked > asked, killTimeout);
             }
             killAfterAWhile(8'000);
             QVERIFY(server.drain());
@@ -81,8 +81,8 @@ private Q_SLOTS:
             }
             m_room->startAgent();
             // The next agent delivers what was not handed over; then nothing is left.
-            QTRY_VERIFY_WITH_TIMEOUT(server.shownWith(name) >= before + left, timeout);
-            QTRY_VERIFY_WITH_TIMEOUT(m_room->pending().isEmpty(), timeout);
+            QTRY_VERIFY_WITH_TIMEOUT(server.shownWith(name) >= before + left, killTimeout);
+            QTRY_VERIFY_WITH_TIMEOUT(m_room->pending().isEmpty(), killTimeout);
             m_room->killAgent();
             QTRY_VERIFY(!m_room->isNameOwned());
             QVERIFY(server.drain());
@@ -149,7 +149,7 @@ private:
     void watch(const QString &method, const QVariantList &arguments, bool &isAnswered)
     {
         auto *watcher = new QDBusPendingCallWatcher(
-            m_room->connection().asyncCall(m_room->message(method, arguments), timeout), this);
+            m_room->connection().asyncCall(m_room->message(method, arguments), killTimeout), this);
         connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher, &isAnswered] {
             isAnswered = !watcher->isError();
             watcher->deleteLater();

@@ -36,9 +36,9 @@ using Behaviour = RecordingServer::Behaviour;
 
 namespace {
 
-constexpr int timeout = 20'000; // milliseconds
+constexpr int agentTimeout = 20'000; // milliseconds
 
-PendingRequest request(const QString &name, qint64 fireDate, qint64 helpsFor = 240)
+PendingRequest agentRequest(const QString &name, qint64 fireDate, qint64 helpsFor = 240)
 {
     return {u"quillet.backup.start.%1.%2"_s.arg(fireDate).arg(name),
             name,
@@ -73,9 +73,9 @@ private Q_SLOTS:
         m_room->startAgent();
         const qint64 first = AgentRoom::now() + 1;
         for (int i = 0; i < 3; ++i) {
-            QVERIFY(isReply(m_room->add(request(QString::number(i), first + i))));
+            QVERIFY(isReply(m_room->add(agentRequest(QString::number(i), first + i))));
         }
-        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 3U, timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 3U, agentTimeout);
         QList<qint64> late;
         for (int i = 0; i < 3; ++i) {
             const RecordingServer::Shown &one = server.shown.at(static_cast<std::size_t>(i));
@@ -93,8 +93,8 @@ private Q_SLOTS:
     {
         RecordingServer server(m_room->bus().address(), {u"body"_s, u"body-markup"_s, u"sound"_s});
         m_room->startAgent();
-        QVERIFY(isReply(m_room->add(request(u"王 <Anna>"_s, AgentRoom::now()))));
-        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, timeout);
+        QVERIFY(isReply(m_room->add(agentRequest(u"王 <Anna>"_s, AgentRoom::now()))));
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, agentTimeout);
         const RecordingServer::Shown &one = server.shown.front();
         QCOMPARE(one.application, u"Quillet"_s);
         QCOMPARE(one.icon, u"com.ordwinsoftware.Quillet"_s);
@@ -109,7 +109,7 @@ private Q_SLOTS:
     void aConfirmedRequestSurvivesTheAgent()
     {
         m_room->startAgent();
-        const PendingRequest later = request(u"Anna"_s, AgentRoom::now() + 1000);
+        const PendingRequest later = agentRequest(u"Anna"_s, AgentRoom::now() + 1000);
         QVERIFY(isReply(m_room->add(later)));
         m_room->killAgent();
         QVERIFY(QFile::exists(m_room->entryPath()));
@@ -127,9 +127,9 @@ private Q_SLOTS:
     {
         RecordingServer server(m_room->bus().address(), plain);
         m_room->startAgent();
-        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
-        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, timeout);
-        QTRY_COMPARE_WITH_TIMEOUT(m_room->agent().state(), QProcess::NotRunning, timeout);
+        QVERIFY(isReply(m_room->add(agentRequest(u"Anna"_s, AgentRoom::now()))));
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, agentTimeout);
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->agent().state(), QProcess::NotRunning, agentTimeout);
         QCOMPARE(m_room->agent().exitStatus(), QProcess::NormalExit);
         QCOMPARE(m_room->agent().exitCode(), 0);
         QVERIFY(!QFile::exists(m_room->entryPath()));
@@ -140,7 +140,7 @@ private Q_SLOTS:
         QElapsedTimer timer;
         timer.start();
         m_room->launchAgent({u"--login"_s});
-        QVERIFY(m_room->agent().waitForFinished(timeout));
+        QVERIFY(m_room->agent().waitForFinished(agentTimeout));
         QCOMPARE(m_room->agent().exitCode(), 0);
         QVERIFY(timer.elapsed() < AgentLifecycle::idleTime.count());
     }
@@ -149,35 +149,35 @@ private Q_SLOTS:
     {
         RecordingServer server(m_room->bus().address(), plain);
         m_room->startAgent();
-        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
-        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 0, timeout);
+        QVERIFY(isReply(m_room->add(agentRequest(u"Anna"_s, AgentRoom::now()))));
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 0, agentTimeout);
         m_room->killAgent();
         QVERIFY(QFile::exists(m_room->entryPath()));
         m_room->launchAgent({u"--login"_s});
-        QVERIFY(m_room->agent().waitForFinished(timeout));
+        QVERIFY(m_room->agent().waitForFinished(agentTimeout));
         QVERIFY(!QFile::exists(m_room->entryPath()));
     }
 
     void atLoginWithSomethingPendingItDelivers()
     {
         m_room->startAgent();
-        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now() + 1))));
+        QVERIFY(isReply(m_room->add(agentRequest(u"Anna"_s, AgentRoom::now() + 1))));
         m_room->killAgent();
         RecordingServer server(m_room->bus().address(), plain);
         m_room->launchAgent({u"--login"_s});
-        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, agentTimeout);
     }
 
     void atLoginItLetsTheBusStartTheAgentIfItCan()
     {
         m_room = std::make_unique<AgentRoom>(AgentRoom::Start::byBus);
-        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now() + 1000))));
+        QVERIFY(isReply(m_room->add(agentRequest(u"Anna"_s, AgentRoom::now() + 1000))));
         const qint64 former = m_room->ownerProcess();
         QVERIFY(former > 0);
         ::kill(static_cast<pid_t>(former), SIGKILL);
         QTRY_VERIFY(!m_room->isNameOwned());
         m_room->launchAgent({u"--login"_s});
-        QTRY_COMPARE_WITH_TIMEOUT(m_room->agent().state(), QProcess::NotRunning, timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->agent().state(), QProcess::NotRunning, agentTimeout);
         QVERIFY(m_room->ownerProcess() > 0);
     }
 
@@ -185,7 +185,7 @@ private Q_SLOTS:
     {
         m_room = std::make_unique<AgentRoom>(AgentRoom::Start::byBus);
         QCOMPARE(m_room->pending(), QStringList());
-        const PendingRequest later = request(u"Anna"_s, AgentRoom::now() + 1000);
+        const PendingRequest later = agentRequest(u"Anna"_s, AgentRoom::now() + 1000);
         QVERIFY(isReply(m_room->add(later)));
         const qint64 former = m_room->ownerProcess();
         ::kill(static_cast<pid_t>(former), SIGKILL);
@@ -196,23 +196,23 @@ private Q_SLOTS:
     void itEndsWithItsBus()
     {
         m_room->startAgent();
-        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now() + 1000))));
+        QVERIFY(isReply(m_room->add(agentRequest(u"Anna"_s, AgentRoom::now() + 1000))));
         m_room->bus().stop();
-        QVERIFY(m_room->agent().waitForFinished(timeout));
+        QVERIFY(m_room->agent().waitForFinished(agentTimeout));
         QCOMPARE(m_room->agent().exitStatus(), QProcess::NormalExit);
     }
 
     void withoutABusItEnds()
     {
         m_room->launchAgent({}, u"export DBUS_SESSION_BUS_ADDRESS=unix:path=/nowhere"_s);
-        QVERIFY(m_room->agent().waitForFinished(timeout));
+        QVERIFY(m_room->agent().waitForFinished(agentTimeout));
         QCOMPARE(m_room->agent().exitCode(), 1);
     }
 
     void thereIsNeverASecondAgent()
     {
         m_room->startAgent();
-        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now() + 1000))));
+        QVERIFY(isReply(m_room->add(agentRequest(u"Anna"_s, AgentRoom::now() + 1000))));
         const qint64 first = m_room->ownerProcess();
         // Not even on another bus, as in a second session.
         PrivateBus other;
@@ -222,7 +222,7 @@ private Q_SLOTS:
         second.setProcessEnvironment(environment);
         second.setStandardErrorFile(QProcess::nullDevice());
         second.start(m_room->agent().program(), {});
-        QVERIFY(second.waitForFinished(timeout));
+        QVERIFY(second.waitForFinished(agentTimeout));
         QCOMPARE(second.exitCode(), 0);
         QCOMPARE(m_room->ownerProcess(), first);
         QVERIFY(m_room->log().contains(u"another agent keeps this queue"_s));
@@ -232,13 +232,13 @@ private Q_SLOTS:
     {
         m_room->startAgent();
         const qint64 now = AgentRoom::now();
-        QVERIFY(isReply(m_room->add(request(u"over"_s, now + 1, 1))));
-        QVERIFY(isReply(m_room->add(request(u"helps"_s, now + 2, 300))));
+        QVERIFY(isReply(m_room->add(agentRequest(u"over"_s, now + 1, 1))));
+        QVERIFY(isReply(m_room->add(agentRequest(u"helps"_s, now + 2, 300))));
         m_room->killAgent();
-        QTRY_VERIFY_WITH_TIMEOUT(AgentRoom::now() >= now + 2, timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(AgentRoom::now() >= now + 2, agentTimeout);
         RecordingServer server(m_room->bus().address(), plain);
         m_room->startAgent();
-        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, agentTimeout);
         QCOMPARE(server.shown.front().summary, u"helps"_s);
         QVERIFY(m_room->log().contains(u"notification dropped"_s));
     }
@@ -248,8 +248,8 @@ private Q_SLOTS:
     {
         RecordingServer server(m_room->bus().address(), plain);
         m_room->startAgent();
-        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
-        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, timeout);
+        QVERIFY(isReply(m_room->add(agentRequest(u"Anna"_s, AgentRoom::now()))));
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, agentTimeout);
         const auto process = static_cast<pid_t>(m_room->agent().processId());
         int terminations = 0;
         QDBusServiceWatcher watcher(QString::fromLatin1(AgentLifecycle::serviceName), m_room->connection(),
@@ -258,8 +258,8 @@ private Q_SLOTS:
             terminations += 1;
             ::kill(process, SIGTERM);
         });
-        QTRY_VERIFY_WITH_TIMEOUT(terminations > 0, timeout);
-        QTRY_COMPARE_WITH_TIMEOUT(m_room->agent().state(), QProcess::NotRunning, timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(terminations > 0, agentTimeout);
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->agent().state(), QProcess::NotRunning, agentTimeout);
         QCOMPARE(m_room->agent().exitStatus(), QProcess::NormalExit);
         QCOMPARE(m_room->agent().exitCode(), 0);
         QVERIFY(!QFile::exists(m_room->entryPath()));
@@ -273,13 +273,13 @@ private Q_SLOTS:
         m_room = std::make_unique<AgentRoom>(AgentRoom::Start::byBus);
         QueueLock lock(m_room->queuePath() + u".lock"_s);
         QCOMPARE(lock.tryLock(), QueueLock::Attempt::locked);
-        const PendingRequest late = request(u"Anna"_s, AgentRoom::now() + 1000);
+        const PendingRequest late = agentRequest(u"Anna"_s, AgentRoom::now() + 1000);
         {
             LeavingAgent agent(*m_room);
-            QTRY_VERIFY_WITH_TIMEOUT(agent.hasStarted, timeout);
+            QTRY_VERIFY_WITH_TIMEOUT(agent.hasStarted, agentTimeout);
             QSignalSpy ended(&agent.lifecycle, &AgentLifecycle::ended);
             QVERIFY(agent.leaveWithACall(late));
-            QTRY_COMPARE_WITH_TIMEOUT(ended.size(), 1, timeout);
+            QTRY_COMPARE_WITH_TIMEOUT(ended.size(), 1, agentTimeout);
             QCOMPARE(ended.first().first().toInt(), 0);
             QVERIFY(agent.isAnswered);
             QCOMPARE(agent.server.asked, 0);
@@ -288,17 +288,17 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(m_room->entryPath()));
         // The bus has started a new agent without another call; it waits for the lock.
         lock.unlock();
-        QTRY_VERIFY_WITH_TIMEOUT(m_room->isNameOwned(), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(m_room->isNameOwned(), agentTimeout);
         QCOMPARE(m_room->pending(), QStringList{late.identifier});
     }
 
     void ifTheBusStartsNoAgentARequestDuringItsExitKeepsItRunning()
     {
         LeavingAgent agent(*m_room);
-        QTRY_VERIFY_WITH_TIMEOUT(agent.hasStarted, timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(agent.hasStarted, agentTimeout);
         QSignalSpy ended(&agent.lifecycle, &AgentLifecycle::ended);
-        QVERIFY(agent.leaveWithACall(request(u"Anna"_s, AgentRoom::now())));
-        QTRY_COMPARE_WITH_TIMEOUT(agent.server.handed.size(), 1, timeout);
+        QVERIFY(agent.leaveWithACall(agentRequest(u"Anna"_s, AgentRoom::now())));
+        QTRY_COMPARE_WITH_TIMEOUT(agent.server.handed.size(), 1, agentTimeout);
         QVERIFY(m_room->isNameOwned());
         QVERIFY(ended.isEmpty());
     }
@@ -307,7 +307,7 @@ private Q_SLOTS:
     {
         makeQueueUnreadable();
         m_room->launchAgent();
-        QVERIFY(m_room->agent().waitForFinished(timeout));
+        QVERIFY(m_room->agent().waitForFinished(agentTimeout));
         QCOMPARE(m_room->agent().exitStatus(), QProcess::NormalExit);
         QCOMPARE(m_room->agent().exitCode(), 1);
         QVERIFY(m_room->log().contains(u"queue file cannot be read: "_s));
@@ -321,7 +321,7 @@ private Q_SLOTS:
         QFile entry(m_room->entryPath());
         QVERIFY(entry.open(QIODevice::WriteOnly));
         m_room->launchAgent({u"--login"_s});
-        QVERIFY(m_room->agent().waitForFinished(timeout));
+        QVERIFY(m_room->agent().waitForFinished(agentTimeout));
         QCOMPARE(m_room->agent().exitCode(), 1);
         QVERIFY(entry.exists());
     }
@@ -331,10 +331,10 @@ private Q_SLOTS:
     void aServerThatStartsLateShowsTheRequest()
     {
         m_room->startAgent();
-        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
-        QTRY_VERIFY_WITH_TIMEOUT(m_room->log().contains(u"no notification server"_s), timeout);
+        QVERIFY(isReply(m_room->add(agentRequest(u"Anna"_s, AgentRoom::now()))));
+        QTRY_VERIFY_WITH_TIMEOUT(m_room->log().contains(u"no notification server"_s), agentTimeout);
         RecordingServer server(m_room->bus().address(), plain);
-        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, agentTimeout);
     }
 
     void aServerThatRefusesIsTriedAgain()
@@ -342,12 +342,12 @@ private Q_SLOTS:
         RecordingServer server(m_room->bus().address(), plain);
         server.behaviour = Behaviour::refuses;
         m_room->startAgent();
-        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
-        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, timeout);
-        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 1, timeout);
+        QVERIFY(isReply(m_room->add(agentRequest(u"Anna"_s, AgentRoom::now()))));
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, agentTimeout);
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 1, agentTimeout);
         server.behaviour = Behaviour::shows;
-        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 2U, timeout);
-        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 0, timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 2U, agentTimeout);
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 0, agentTimeout);
     }
 
     void afterAServerCrashesDuringADeliveryTheNextOneShowsIt()
@@ -355,12 +355,12 @@ private Q_SLOTS:
         auto server = std::make_unique<RecordingServer>(m_room->bus().address(), plain);
         server->behaviour = Behaviour::leaves;
         m_room->startAgent();
-        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
-        QTRY_COMPARE_WITH_TIMEOUT(server->shown.size(), 1U, timeout);
-        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 1, timeout);
+        QVERIFY(isReply(m_room->add(agentRequest(u"Anna"_s, AgentRoom::now()))));
+        QTRY_COMPARE_WITH_TIMEOUT(server->shown.size(), 1U, agentTimeout);
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 1, agentTimeout);
         RecordingServer next(m_room->bus().address(), plain);
-        QTRY_COMPARE_WITH_TIMEOUT(next.shown.size(), 1U, timeout);
-        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 0, timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(next.shown.size(), 1U, agentTimeout);
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 0, agentTimeout);
     }
 
     void afterASilentServerLeavesTheNextOneShowsIt()
@@ -368,13 +368,13 @@ private Q_SLOTS:
         auto server = std::make_unique<RecordingServer>(m_room->bus().address(), plain);
         server->behaviour = Behaviour::says_nothing;
         m_room->startAgent();
-        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
-        QTRY_COMPARE_WITH_TIMEOUT(server->shown.size(), 1U, timeout);
+        QVERIFY(isReply(m_room->add(agentRequest(u"Anna"_s, AgentRoom::now()))));
+        QTRY_COMPARE_WITH_TIMEOUT(server->shown.size(), 1U, agentTimeout);
         // Out of the file while it is unknown whether it is shown.
         QCOMPARE(m_room->pending(), QStringList());
         server->leave();
         RecordingServer next(m_room->bus().address(), plain);
-        QTRY_COMPARE_WITH_TIMEOUT(next.shown.size(), 1U, timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(next.shown.size(), 1U, agentTimeout);
         QCOMPARE(server->shown.size(), 1U);
     }
 
@@ -383,13 +383,13 @@ private Q_SLOTS:
         auto server = std::make_unique<RecordingServer>(m_room->bus().address(), plain);
         server->isAsleep = true;
         m_room->startAgent();
-        const PendingRequest due = request(u"Anna"_s, AgentRoom::now());
+        const PendingRequest due = agentRequest(u"Anna"_s, AgentRoom::now());
         QVERIFY(isReply(m_room->add(due)));
-        QTRY_COMPARE_WITH_TIMEOUT(server->asked, 1, timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(server->asked, 1, agentTimeout);
         QCOMPARE(m_room->pending(), QStringList{due.identifier});
         server->leave();
         RecordingServer next(m_room->bus().address(), plain);
-        QTRY_COMPARE_WITH_TIMEOUT(next.shown.size(), 1U, timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(next.shown.size(), 1U, agentTimeout);
         QVERIFY(server->shown.empty());
     }
 
@@ -399,8 +399,8 @@ private Q_SLOTS:
         sound.startRecording();
         RecordingServer server(m_room->bus().address(), {u"body"_s});
         m_room->startAgent();
-        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now()))));
-        QTRY_VERIFY_WITH_TIMEOUT(sound.peak() > 0.01, timeout);
+        QVERIFY(isReply(m_room->add(agentRequest(u"Anna"_s, AgentRoom::now()))));
+        QTRY_VERIFY_WITH_TIMEOUT(sound.peak() > 0.01, agentTimeout);
         QCOMPARE(server.shown.size(), 1U);
     }
 
@@ -413,9 +413,9 @@ private Q_SLOTS:
         const qint64 now = AgentRoom::now();
         QElapsedTimer timer;
         timer.start();
-        QVERIFY(isReply(m_room->add(request(u"Anna"_s, now))));
-        QVERIFY(isReply(m_room->add(request(u"Ben"_s, now))));
-        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 2U, timeout);
+        QVERIFY(isReply(m_room->add(agentRequest(u"Anna"_s, now))));
+        QVERIFY(isReply(m_room->add(agentRequest(u"Ben"_s, now))));
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 2U, agentTimeout);
         QVERIFY(timer.elapsed() < 5000);
         QTRY_COMPARE(m_room->pending().size(), 0);
         sound.resume();
@@ -431,22 +431,22 @@ private Q_SLOTS:
         daemon.setStandardErrorFile(QProcess::nullDevice());
         daemon.setStandardOutputFile(QProcess::nullDevice());
         daemon.start(u"dunst"_s, {});
-        QTRY_VERIFY_WITH_TIMEOUT(m_room->isNameOwned(u"org.freedesktop.Notifications"_s), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(m_room->isNameOwned(u"org.freedesktop.Notifications"_s), agentTimeout);
         m_room->startAgent();
-        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now() + 1))));
+        QVERIFY(isReply(m_room->add(agentRequest(u"Anna"_s, AgentRoom::now() + 1))));
         const auto displayed = [this] {
             auto call = QDBusMessage::createMethodCall(u"org.freedesktop.Notifications"_s,
                                                        u"/org/freedesktop/Notifications"_s,
                                                        u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
             call << u"org.dunstproject.cmd0"_s << u"displayedLength"_s;
-            const QDBusMessage answer = m_room->connection().call(call, QDBus::Block, timeout);
+            const QDBusMessage answer = m_room->connection().call(call, QDBus::Block, agentTimeout);
             return answer.arguments().value(0).value<QDBusVariant>().variant().toInt();
         };
-        QTRY_COMPARE_WITH_TIMEOUT(displayed(), 1, timeout);
-        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 0, timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(displayed(), 1, agentTimeout);
+        QTRY_COMPARE_WITH_TIMEOUT(m_room->pending().size(), 0, agentTimeout);
         QVERIFY(m_room->log().contains(u"notification delivered"_s));
         daemon.kill();
-        daemon.waitForFinished(timeout);
+        daemon.waitForFinished(agentTimeout);
     }
 
     // --- disks
@@ -454,7 +454,7 @@ private Q_SLOTS:
     void onAFullDiskItRefusesRequestsAndKeepsRunning()
     {
         m_room->startAgent(u"ulimit -f 0"_s);
-        const QDBusMessage answer = m_room->add(request(u"Anna"_s, AgentRoom::now() + 1000));
+        const QDBusMessage answer = m_room->add(agentRequest(u"Anna"_s, AgentRoom::now() + 1000));
         QCOMPARE(answer.errorName(), u"org.freedesktop.DBus.Error.Failed"_s);
         QVERIFY(answer.errorMessage().startsWith(u"the queue cannot be written"_s));
         QCOMPARE(m_room->pending(), QStringList());
@@ -468,7 +468,7 @@ private Q_SLOTS:
         file.write(QByteArray(100'000, '\xfe'));
         file.close();
         m_room->startAgent();
-        QVERIFY(isReply(m_room->add(request(u"Anna"_s, AgentRoom::now() + 1000))));
+        QVERIFY(isReply(m_room->add(agentRequest(u"Anna"_s, AgentRoom::now() + 1000))));
         QCOMPARE(m_room->pending().size(), 1);
         QVERIFY(m_room->log().contains(u"queue file is damaged: whole_entries=0"_s));
         QVERIFY(QFile::exists(m_room->queuePath() + u".unreadable"_s));

@@ -18,8 +18,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 noon = 1'800'000'000;
-constexpr qint64 evening = noon + 21'600;
+constexpr qint64 watchedNoon = 1'800'000'000;
+constexpr qint64 evening = watchedNoon + 21'600;
 const SessionDisplay display{u":7"_s, {}, u"/home/anna/.Xauthority"_s};
 
 constexpr std::chrono::milliseconds settlingTime{20};
@@ -33,7 +33,7 @@ class ProgramWatchTest final : public QObject {
 private Q_SLOTS:
     void init()
     {
-        m_clock = std::make_unique<FakeWallClock>(noon);
+        m_clock = std::make_unique<FakeWallClock>(watchedNoon);
         m_program = std::make_unique<FakeSessionProgram>();
         m_lines.clear();
         m_watch = std::make_unique<ProgramWatch>(
@@ -185,7 +185,7 @@ private Q_SLOTS:
             m_program->leave();
             QTRY_COMPARE(m_program->started.size(), crash);
         }
-        m_clock->set(noon - 1);
+        m_clock->set(watchedNoon - 1);
         m_program->leave();
         QTRY_COMPARE(m_program->started.size(), std::size_t{4});
     }
@@ -205,9 +205,9 @@ private Q_SLOTS:
     void theEndOfTheLastLessonIsReportedAsActivity()
     {
         m_program->runningAs = u":1.1"_s;
-        QVERIFY(m_watch->greet(u":1.1"_s, noon + 1, display));
+        QVERIFY(m_watch->greet(u":1.1"_s, watchedNoon + 1, display));
         const QSignalSpy activity(m_watch.get(), &ProgramWatch::activityOccurred);
-        m_clock->set(noon + 1);
+        m_clock->set(watchedNoon + 1);
         QTRY_COMPARE(activity.size(), 1);
         QVERIFY(!m_watch->isWatching());
     }

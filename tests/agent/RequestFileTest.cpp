@@ -27,7 +27,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-PendingRequest request(int number)
+PendingRequest numberedRequest(int number)
 {
     return {u"quillet.backup.start.%1.王 \"Ä\"\n\\ 😀"_s.arg(number),
             u"Quillet: START NOW"_s,
@@ -41,7 +41,7 @@ RequestQueue queueOf(int count)
 {
     RequestQueue queue;
     for (int number = 0; number < count; ++number) {
-        queue.add(request(number));
+        queue.add(numberedRequest(number));
     }
     return queue;
 }
@@ -120,16 +120,16 @@ private Q_SLOTS:
     void aQuietRequestReadsBackQuiet()
     {
         RequestQueue queue;
-        PendingRequest quiet = request(1);
+        PendingRequest quiet = numberedRequest(1);
         quiet.isQuiet = true;
         queue.add(quiet);
-        queue.add(request(2));
+        queue.add(numberedRequest(2));
         const QByteArray text = encodedRequests(queue, nullptr);
         const DecodedRequests decoded = decodedRequests(text);
         QVERIFY(decoded.isWhole);
         QCOMPARE(decoded.requests.size(), std::size_t{2});
         QVERIFY(decoded.requests.front() == quiet);
-        QVERIFY(decoded.requests.back() == request(2));
+        QVERIFY(decoded.requests.back() == numberedRequest(2));
         // The others keep the format that older agents read.
         QCOMPARE(text.count("true"), 1);
     }
@@ -271,7 +271,7 @@ private Q_SLOTS:
         const auto written = file.write(queueOf(1));
         QVERIFY(!written);
         QVERIFY(written.error().startsWith(u"cannot be written: it is "_s));
-        QVERIFY(!file.invalidate({request(0).identifier}));
+        QVERIFY(!file.invalidate({numberedRequest(0).identifier}));
         QVERIFY(obstacle.isUntouched());
         QCOMPARE(QFileInfo(m_path + u".unreadable"_s).isSymLink(), false);
         QVERIFY(!QFile::exists(m_path + u".unreadable"_s));
@@ -286,7 +286,7 @@ private Q_SLOTS:
         RequestFile file(m_path);
         QVERIFY(file.read().queue == queueOf(2));
         QVERIFY(file.write(queueOf(3)));
-        QVERIFY(file.invalidate({request(0).identifier}));
+        QVERIFY(file.invalidate({numberedRequest(0).identifier}));
         QVERIFY(QFileInfo(m_path).isSymLink());
         QCOMPARE(RequestFile(real).read().queue.size(), 2);
     }
@@ -302,10 +302,11 @@ private Q_SLOTS:
     {
         RequestFile file(m_path);
         QVERIFY(file.write(queueOf(3)));
-        QVERIFY(file.invalidate({request(1).identifier}));
+        QVERIFY(file.invalidate({numberedRequest(1).identifier}));
         const auto left = RequestFile(m_path).read();
         QVERIFY(left.remarks.isEmpty());
-        QCOMPARE(left.queue.identifiers(), (QStringList{request(0).identifier, request(2).identifier}));
+        QCOMPARE(left.queue.identifiers(),
+                 (QStringList{numberedRequest(0).identifier, numberedRequest(2).identifier}));
     }
 
     void aHalfInvalidatedEntryIsGoneToo()
@@ -314,7 +315,7 @@ private Q_SLOTS:
         const QByteArray text = encodedRequests(queueOf(3), &offsets);
         for (int done = 1; done < 16; ++done) {
             QByteArray half = text;
-            half.replace(offsets.value(request(1).identifier), done, QByteArray(done, '-'));
+            half.replace(offsets.value(numberedRequest(1).identifier), done, QByteArray(done, '-'));
             QCOMPARE(decodedRequests(half).requests.size(), 2U);
         }
     }
@@ -324,8 +325,8 @@ private Q_SLOTS:
         QVERIFY(RequestFile(m_path).write(queueOf(3)));
         RequestFile file(m_path);
         (void)file.read();
-        QVERIFY(file.invalidate({request(0).identifier, request(2).identifier}));
-        QCOMPARE(RequestFile(m_path).read().queue.identifiers(), QStringList{request(1).identifier});
+        QVERIFY(file.invalidate({numberedRequest(0).identifier, numberedRequest(2).identifier}));
+        QCOMPARE(RequestFile(m_path).read().queue.identifiers(), QStringList{numberedRequest(1).identifier});
     }
 
     void onAFullDiskTheOldFileStays()
@@ -348,7 +349,7 @@ private Q_SLOTS:
         QVERIFY(file.write(queueOf(3)));
         {
             const FullDisk full(100);
-            QVERIFY(file.invalidate({request(0).identifier}));
+            QVERIFY(file.invalidate({numberedRequest(0).identifier}));
         }
         QCOMPARE(RequestFile(m_path).read().queue.size(), 2);
     }
@@ -362,7 +363,7 @@ private Q_SLOTS:
             const auto found = file.read();
             QCOMPARE(found.queue.size(), 3);
             QCOMPARE(found.remarks.size(), 3);
-            QVERIFY(file.invalidate({request(0).identifier}));
+            QVERIFY(file.invalidate({numberedRequest(0).identifier}));
         }
         QCOMPARE(RequestFile(m_path).read().queue.size(), 2);
     }
@@ -374,7 +375,7 @@ private Q_SLOTS:
         {
             const FullDisk none(0);
             QVERIFY(!file.write({}));
-            QVERIFY(!file.invalidate({request(0).identifier}));
+            QVERIFY(!file.invalidate({numberedRequest(0).identifier}));
             QCOMPARE(RequestFile(m_path).read().queue.size(), 3);
         }
         QVERIFY(RequestFile(m_path).read().queue == queueOf(3));
@@ -434,7 +435,7 @@ private Q_SLOTS:
         QVERIFY(isWritten);
         QCOMPARE(lines.filter(u"folder cannot be flushed: "_s).size(), 1);
         QVERIFY(RequestFile(m_path).read().queue == queueOf(3));
-        QVERIFY(file.invalidate({request(1).identifier}));
+        QVERIFY(file.invalidate({numberedRequest(1).identifier}));
     }
 
     void aFolderThatCannotBeCreatedFailsTheWrite()

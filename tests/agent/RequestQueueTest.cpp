@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-PendingRequest request(const QString &identifier, qint64 fireDate, const QString &body = u"b"_s)
+PendingRequest queuedRequest(const QString &identifier, qint64 fireDate, const QString &body = u"b"_s)
 {
     return {identifier, u"t"_s, body, u"quillet.lesson"_s, fireDate, fireDate + 60};
 }
@@ -25,34 +25,34 @@ private Q_SLOTS:
     void requestsAreOrderedByFireDate()
     {
         RequestQueue queue;
-        queue.add(request(u"late"_s, 30));
-        queue.add(request(u"early"_s, 10));
-        queue.add(request(u"middle"_s, 20));
+        queue.add(queuedRequest(u"late"_s, 30));
+        queue.add(queuedRequest(u"early"_s, 10));
+        queue.add(queuedRequest(u"middle"_s, 20));
         QCOMPARE(queue.identifiers(), (QStringList{u"early"_s, u"middle"_s, u"late"_s}));
     }
 
     void requestsOfTheSameSecondKeepTheirOrderOfArrival()
     {
         RequestQueue queue;
-        queue.add(request(u"b"_s, 10));
-        queue.add(request(u"a"_s, 10));
+        queue.add(queuedRequest(u"b"_s, 10));
+        queue.add(queuedRequest(u"a"_s, 10));
         QCOMPARE(queue.identifiers(), (QStringList{u"b"_s, u"a"_s}));
     }
 
     void aRequestReplacesTheOneWithItsIdentifier()
     {
         RequestQueue queue;
-        queue.add(request(u"a"_s, 10));
-        queue.add(request(u"a"_s, 20, u"new"_s));
+        queue.add(queuedRequest(u"a"_s, 10));
+        queue.add(queuedRequest(u"a"_s, 20, u"new"_s));
         QCOMPARE(queue.size(), 1);
-        QCOMPARE(queue.requests().front(), request(u"a"_s, 20, u"new"_s));
+        QCOMPARE(queue.requests().front(), queuedRequest(u"a"_s, 20, u"new"_s));
         QVERIFY(!queue.firstDue(19, {}));
     }
 
     void aRequestIsDueFromItsSecondOn()
     {
         RequestQueue queue;
-        queue.add(request(u"a"_s, 10));
+        queue.add(queuedRequest(u"a"_s, 10));
         QVERIFY(!queue.firstDue(9, {}));
         QCOMPARE(queue.firstDue(10, {})->identifier, u"a"_s);
         QCOMPARE(queue.firstDue(1000, {})->identifier, u"a"_s);
@@ -61,8 +61,8 @@ private Q_SLOTS:
     void exceptedRequestsAreSkipped()
     {
         RequestQueue queue;
-        queue.add(request(u"a"_s, 10));
-        queue.add(request(u"b"_s, 11));
+        queue.add(queuedRequest(u"a"_s, 10));
+        queue.add(queuedRequest(u"b"_s, 11));
         QCOMPARE(queue.firstDue(20, {u"a"_s})->identifier, u"b"_s);
         QVERIFY(!queue.firstDue(20, {u"a"_s, u"b"_s}));
     }
@@ -70,8 +70,8 @@ private Q_SLOTS:
     void theNextFireDateIsInTheFuture()
     {
         RequestQueue queue;
-        queue.add(request(u"a"_s, 10));
-        queue.add(request(u"b"_s, 20));
+        queue.add(queuedRequest(u"a"_s, 10));
+        queue.add(queuedRequest(u"b"_s, 20));
         QCOMPARE(queue.nextFireDate(9), std::optional<qint64>(10));
         QCOMPARE(queue.nextFireDate(10), std::optional<qint64>(20));
         QVERIFY(!queue.nextFireDate(20));
@@ -80,20 +80,20 @@ private Q_SLOTS:
     void expiredRequestsAreTakenOut()
     {
         RequestQueue queue;
-        queue.add(request(u"a"_s, 10));
-        queue.add(request(u"b"_s, 20));
-        queue.add(request(u"c"_s, 90));
+        queue.add(queuedRequest(u"a"_s, 10));
+        queue.add(queuedRequest(u"b"_s, 20));
+        queue.add(queuedRequest(u"c"_s, 90));
         QVERIFY(queue.takeExpired(69).empty());
-        QVERIFY(queue.takeExpired(70) == std::vector{request(u"a"_s, 10)});
-        QVERIFY(queue.takeExpired(89) == std::vector{request(u"b"_s, 20)});
+        QVERIFY(queue.takeExpired(70) == std::vector{queuedRequest(u"a"_s, 10)});
+        QVERIFY(queue.takeExpired(89) == std::vector{queuedRequest(u"b"_s, 20)});
         QCOMPARE(queue.identifiers(), QStringList{u"c"_s});
     }
 
     void aRequestCanBeTakenOnce()
     {
         RequestQueue queue;
-        queue.add(request(u"a"_s, 10));
-        QCOMPARE(*queue.take(u"a"_s), request(u"a"_s, 10));
+        queue.add(queuedRequest(u"a"_s, 10));
+        QCOMPARE(*queue.take(u"a"_s), queuedRequest(u"a"_s, 10));
         QVERIFY(!queue.take(u"a"_s));
         QVERIFY(queue.isEmpty());
         QCOMPARE(queue.textSizeWithout({}), 0);
@@ -102,9 +102,9 @@ private Q_SLOTS:
     void aCopyIsASnapshot()
     {
         RequestQueue queue;
-        queue.add(request(u"a"_s, 10));
+        queue.add(queuedRequest(u"a"_s, 10));
         const RequestQueue before = queue;
-        queue.add(request(u"b"_s, 5));
+        queue.add(queuedRequest(u"b"_s, 5));
         queue.take(u"a"_s);
         QCOMPARE(before.identifiers(), QStringList{u"a"_s});
         QCOMPARE(queue.identifiers(), QStringList{u"b"_s});

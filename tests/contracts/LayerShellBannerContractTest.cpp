@@ -50,7 +50,7 @@ private:
     WaylandScreens m_screens;
 };
 
-static int run(int argc, char *argv[])
+static int runLayerShellBannerContract(int argc, char *argv[])
 {
     constexpr QSize size(1280, 800);
     TestDesktop desktop(size);
@@ -66,6 +66,6 @@ static int run(int argc, char *argv[])
     return QTest::qExec(&bannerPanels, argc, argv) + QTest::qExec(&screens, argc, argv);
 }
 
-QUILLET_TEST(LayerShellBannerContractTest, run);
+QUILLET_TEST(LayerShellBannerContractTest, runLayerShellBannerContract);
 
 #include "LayerShellBannerContractTest.moc"

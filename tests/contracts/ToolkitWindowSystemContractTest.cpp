@@ -122,7 +122,7 @@ private:
     std::unique_ptr<QProcess> m_opponent;
 };
 
-static int run(int argc, char *argv[])
+static int runToolkitWindowSystemContract(int argc, char *argv[])
 {
     TestDesktop desktop(QSize(1280, 800));
     QApplication application(argc, argv);
@@ -131,6 +131,6 @@ static int run(int argc, char *argv[])
     return QTest::qExec(&test, argc, argv);
 }
 
-QUILLET_TEST(ToolkitWindowSystemContractTest, run);
+QUILLET_TEST(ToolkitWindowSystemContractTest, runToolkitWindowSystemContract);
 
 #include "ToolkitWindowSystemContractTest.moc"

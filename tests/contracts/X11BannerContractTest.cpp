@@ -33,7 +33,7 @@ private:
 };
 
 /// Runs both contracts on a private display or, with "--offscreen", without an X server.
-static int run(int argc, char *argv[])
+static int runX11BannerContract(int argc, char *argv[])
 {
     std::unique_ptr<TestDesktop> desktop;
     if (takeOption("--offscreen", argc, argv)) {
@@ -48,6 +48,6 @@ static int run(int argc, char *argv[])
     return QTest::qExec(&bannerPanels, argc, argv) + QTest::qExec(&screens, argc, argv);
 }
 
-QUILLET_TEST(X11BannerContractTest, run);
+QUILLET_TEST(X11BannerContractTest, runX11BannerContract);
 
 #include "X11BannerContractTest.moc"

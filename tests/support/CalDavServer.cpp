@@ -23,7 +23,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void write(const QString &path, const QByteArray &text)
+void writeServerFile(const QString &path, const QByteArray &text)
 {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit()) {
@@ -77,8 +77,9 @@ bool isListening(int port)
 CalDavServer::CalDavServer() : m_port(freePort())
 {
     QDir().mkpath(collection());
-    write(collection() + u".Radicale.props"_s, R"({"tag": "VCALENDAR", "D:displayname": "Online"})");
-    write(m_folder.filePath(u"users"_s), "teacher:nobody-knows-it\n");
+    writeServerFile(collection() + u".Radicale.props"_s,
+                    R"({"tag": "VCALENDAR", "D:displayname": "Online"})");
+    writeServerFile(m_folder.filePath(u"users"_s), "teacher:nobody-knows-it\n");
     start();
 }
 
@@ -89,7 +90,7 @@ CalDavServer::~CalDavServer()
 
 void CalDavServer::put(const QString &name, const QByteArray &component) const
 {
-    write(collection() + name + u".ics"_s, calendarText(component));
+    writeServerFile(collection() + name + u".ics"_s, calendarText(component));
 }
 
 void CalDavServer::remove(const QString &name) const
@@ -99,15 +100,16 @@ void CalDavServer::remove(const QString &name) const
 
 void CalDavServer::start()
 {
-    write(m_folder.filePath(u"config"_s),
-          u"[server]\nhosts=127.0.0.1:%1\n[auth]\n%2\n[storage]\nfilesystem_folder=%3\n[rights]\n"
-          "type=owner_only\n[logging]\nlevel=warning\n"_s
-              .arg(QString::number(m_port),
-                   m_isRefusing ? u"type=htpasswd\nhtpasswd_encryption=plain\ndelay=0\nhtpasswd_filename="_s +
-                                      m_folder.filePath(u"users"_s)
-                                : u"type=none"_s,
-                   m_folder.filePath(u"data"_s))
-              .toUtf8());
+    writeServerFile(
+        m_folder.filePath(u"config"_s),
+        u"[server]\nhosts=127.0.0.1:%1\n[auth]\n%2\n[storage]\nfilesystem_folder=%3\n[rights]\n"
+        "type=owner_only\n[logging]\nlevel=warning\n"_s
+            .arg(QString::number(m_port),
+                 m_isRefusing ? u"type=htpasswd\nhtpasswd_encryption=plain\ndelay=0\nhtpasswd_filename="_s +
+                                    m_folder.filePath(u"users"_s)
+                              : u"type=none"_s,
+                 m_folder.filePath(u"data"_s))
+            .toUtf8());
     m_server.setStandardErrorFile(QProcess::nullDevice());
     m_server.setStandardOutputFile(QProcess::nullDevice());
     m_server.start(u"radicale"_s, {u"--config"_s, m_folder.filePath(u"config"_s)});

@@ -37,4 +37,10 @@ inline Lesson sampleLesson(const QString &student, Date start, Seconds duration,
             .profile = PlatformProfile::defaults().at(platform)};
 }
 
+/// Anna's lesson of 25 minutes.
+inline Lesson lessonAt(const char *time)
+{
+    return sampleLesson(QStringLiteral("Anna"), at(time), minutes(25));
+}
+
 } // namespace corvane

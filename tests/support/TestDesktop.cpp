@@ -9,7 +9,7 @@ namespace corvane {
 
 namespace {
 
-constexpr int timeout = 20'000; // milliseconds
+constexpr int desktopTimeout = 20'000; // milliseconds
 
 } // namespace
 
@@ -33,7 +33,7 @@ void TestDesktop::startServer(const QString &program, const QStringList &argumen
     m_server.start(program, QStringList{u"-displayfd"_s, u"1"_s, u"-nolisten"_s, u"tcp"_s} + arguments);
     QByteArray display;
     while (!display.endsWith('\n')) {
-        if (!m_server.waitForReadyRead(timeout)) {
+        if (!m_server.waitForReadyRead(desktopTimeout)) {
             qFatal("the X server did not come up");
         }
         display += m_server.readAllStandardOutput();
@@ -76,7 +76,7 @@ void TestDesktop::startWindowManager(WindowManager manager)
         break;
     }
     }
-    if (!m_manager->waitForStarted(timeout)) {
+    if (!m_manager->waitForStarted(desktopTimeout)) {
         qFatal("the window manager did not start");
     }
 }
@@ -95,7 +95,7 @@ std::unique_ptr<QProcess> TestDesktop::startOpponent(const QStringList &argument
     auto opponent = std::make_unique<QProcess>();
     opponent->setProcessEnvironment(environment);
     opponent->start(QStringLiteral(QUILLET_OPPONENT), arguments);
-    if (!opponent->waitForStarted(timeout)) {
+    if (!opponent->waitForStarted(desktopTimeout)) {
         qFatal("the opponent did not start");
     }
     return opponent;
@@ -110,7 +110,7 @@ QString TestDesktop::run(const QString &program, const QStringList &arguments)
 {
     QProcess process;
     process.start(program, arguments);
-    if (!process.waitForFinished(timeout) || process.exitCode() != 0) {
+    if (!process.waitForFinished(desktopTimeout) || process.exitCode() != 0) {
         qFatal("%s failed: %s", qPrintable(program), process.readAllStandardError().constData());
     }
     return QString::fromUtf8(process.readAllStandardOutput());
@@ -122,9 +122,9 @@ void TestDesktop::end(QProcess &process)
         return;
     }
     process.terminate();
-    if (!process.waitForFinished(timeout / 4)) {
+    if (!process.waitForFinished(desktopTimeout / 4)) {
         process.kill();
-        process.waitForFinished(timeout / 4);
+        process.waitForFinished(desktopTimeout / 4);
     }
 }
 

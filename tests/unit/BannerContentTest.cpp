@@ -14,12 +14,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr Date tenOClock = dateSince1970(1'800'000'000);
+constexpr Date bannerStart = dateSince1970(1'800'000'000);
 constexpr AccentColor blue{0.26, 0.54, 0.94};
 constexpr AccentColor green{0.28, 0.72, 0.42};
 constexpr AccentColor red{0.94, 0.26, 0.24};
 
-Lesson lesson(const QString &name, Date start = tenOClock, TeachingPlatform platform = TeachingPlatform::zoom)
+Lesson lessonOf(const QString &name, Date start = bannerStart,
+                TeachingPlatform platform = TeachingPlatform::zoom)
 {
     return {.id = QUuid::createUuid(),
             .studentName = name,
@@ -29,15 +30,15 @@ Lesson lesson(const QString &name, Date start = tenOClock, TeachingPlatform plat
             .profile = PlatformProfile::defaults().at(platform)};
 }
 
-TeachingAction action(LessonState state, std::optional<Lesson> about = lesson(u"Anna"_s),
-                      std::optional<Lesson> next = std::nullopt)
+TeachingAction actionIn(LessonState state, std::optional<Lesson> about = lessonOf(u"Anna"_s),
+                        std::optional<Lesson> next = std::nullopt)
 {
     return {.state = state,
             .lesson = std::move(about),
             .nextLesson = std::move(next),
             .message = u"Teach Anna"_s,
             .priority = TeachingActionPriority::calm,
-            .effectiveDate = tenOClock - Seconds{300},
+            .effectiveDate = bannerStart - Seconds{300},
             .nextTransitionDate = std::nullopt};
 }
 
@@ -55,7 +56,7 @@ TeachingAction withMessage(TeachingAction action, const QString &message)
 
 Date beforeStart(double seconds)
 {
-    return tenOClock - Seconds{seconds};
+    return bannerStart - Seconds{seconds};
 }
 
 constexpr std::array plainStates{LessonState::scheduled, LessonState::teaching, LessonState::feedback,
@@ -69,7 +70,7 @@ class BannerContentTest : public QObject {
 private Q_SLOTS:
     void aJoinBannerCountsDownFrom30To20()
     {
-        const TeachingAction join = action(LessonState::joinPlatform);
+        const TeachingAction join = actionIn(LessonState::joinPlatform);
         QCOMPARE(title(join, beforeStart(30)), u"30 SECONDS"_s);
         QCOMPARE(title(join, beforeStart(25)), u"25 SECONDS"_s);
         QCOMPARE(title(join, beforeStart(24.01)), u"25 SECONDS"_s);
@@ -78,7 +79,7 @@ private Q_SLOTS:
 
     void aJoinBannerNeverCountsBelow20()
     {
-        const TeachingAction join = action(LessonState::joinPlatform);
+        const TeachingAction join = actionIn(LessonState::joinPlatform);
         QCOMPARE(title(join, beforeStart(19)), u"20 SECONDS"_s);
         QCOMPARE(title(join, beforeStart(12)), u"20 SECONDS"_s);
         QCOMPARE(title(join, beforeStart(1)), u"20 SECONDS"_s);
@@ -86,14 +87,14 @@ private Q_SLOTS:
 
     void theLastFractionOfASecondStillCounts()
     {
-        const TeachingAction join = action(LessonState::joinPlatform);
+        const TeachingAction join = actionIn(LessonState::joinPlatform);
         QCOMPARE(title(join, beforeStart(0.4)), u"20 SECONDS"_s);
         QCOMPARE(informationLine(join, beforeStart(0.4)), u"Get ready to start"_s);
     }
 
     void atTheStartAJoinBannerSaysStartNow()
     {
-        const TeachingAction join = action(LessonState::joinPlatform);
+        const TeachingAction join = actionIn(LessonState::joinPlatform);
         QCOMPARE(title(join, beforeStart(0)), u"START NOW"_s);
         QCOMPARE(informationLine(join, beforeStart(0)), u"Lesson begins now"_s);
         QCOMPARE(title(join, beforeStart(-60)), u"START NOW"_s);
@@ -115,8 +116,8 @@ private Q_SLOTS:
     {
         QFETCH(int, platform);
         QFETCH(QString, text);
-        const auto join = action(LessonState::joinPlatform,
-                                 lesson(u"Anna"_s, tenOClock, static_cast<TeachingPlatform>(platform)));
+        const auto join = actionIn(LessonState::joinPlatform,
+                                   lessonOf(u"Anna"_s, bannerStart, static_cast<TeachingPlatform>(platform)));
         QCOMPARE(title(join, beforeStart(30.5)), text);
         QCOMPARE(title(join, beforeStart(60)), text);
     }
@@ -130,15 +131,15 @@ private Q_SLOTS:
 
     void aJoinActionWithoutALessonCountsAsStarted()
     {
-        const TeachingAction join = action(LessonState::joinPlatform, std::nullopt);
-        QCOMPARE(secondsUntilLessonStart(join, tenOClock), 0);
-        QCOMPARE(title(join, tenOClock), u"START NOW"_s);
-        QCOMPARE(informationLine(join, tenOClock), u"Lesson begins now"_s);
+        const TeachingAction join = actionIn(LessonState::joinPlatform, std::nullopt);
+        QCOMPARE(secondsUntilLessonStart(join, bannerStart), 0);
+        QCOMPARE(title(join, bannerStart), u"START NOW"_s);
+        QCOMPARE(informationLine(join, bannerStart), u"Lesson begins now"_s);
     }
 
     void aJoinActionWithOnlyANextLessonCountsToIt()
     {
-        const TeachingAction join = action(LessonState::joinPlatform, std::nullopt, lesson(u"Ben"_s));
+        const TeachingAction join = actionIn(LessonState::joinPlatform, std::nullopt, lessonOf(u"Ben"_s));
         QCOMPARE(title(join, beforeStart(45)), u"JOIN ZOOM NOW"_s);
         QCOMPARE(title(join, beforeStart(25)), u"25 SECONDS"_s);
         QCOMPARE(studentLine(join), u"Ben"_s);
@@ -146,7 +147,7 @@ private Q_SLOTS:
 
     void secondsUntilTheStartAreRoundedUp()
     {
-        const TeachingAction join = action(LessonState::joinPlatform);
+        const TeachingAction join = actionIn(LessonState::joinPlatform);
         QCOMPARE(secondsUntilLessonStart(join, beforeStart(12)), 12);
         QCOMPARE(secondsUntilLessonStart(join, beforeStart(11.001)), 12);
         QCOMPARE(secondsUntilLessonStart(join, beforeStart(0.4)), 1);
@@ -157,76 +158,78 @@ private Q_SLOTS:
     void secondsUntilAnUnusableStartDoNotOverflow()
     {
         const double infinity = std::numeric_limits<double>::infinity();
-        const auto never = action(LessonState::joinPlatform, lesson(u"Anna"_s, dateSince1970(infinity)));
-        QVERIFY(secondsUntilLessonStart(never, tenOClock) > 1'000'000'000'000);
-        const auto always = action(LessonState::joinPlatform, lesson(u"Anna"_s, dateSince1970(-infinity)));
-        QVERIFY(secondsUntilLessonStart(always, tenOClock) < 0);
+        const auto never = actionIn(LessonState::joinPlatform, lessonOf(u"Anna"_s, dateSince1970(infinity)));
+        QVERIFY(secondsUntilLessonStart(never, bannerStart) > 1'000'000'000'000);
+        const auto always =
+            actionIn(LessonState::joinPlatform, lessonOf(u"Anna"_s, dateSince1970(-infinity)));
+        QVERIFY(secondsUntilLessonStart(always, bannerStart) < 0);
         const auto unknown =
-            action(LessonState::joinPlatform,
-                   lesson(u"Anna"_s, dateSince1970(std::numeric_limits<double>::quiet_NaN())));
-        QCOMPARE(secondsUntilLessonStart(unknown, tenOClock), 0);
+            actionIn(LessonState::joinPlatform,
+                     lessonOf(u"Anna"_s, dateSince1970(std::numeric_limits<double>::quiet_NaN())));
+        QCOMPARE(secondsUntilLessonStart(unknown, bannerStart), 0);
     }
 
     void secondsUntilAFarStartAreExact()
     {
         constexpr std::int64_t farthest = 9'007'199'254'740'992; // 2^53
         for (const std::int64_t seconds : {farthest, farthest - 1, -farthest, 1 - farthest}) {
-            const auto far = action(LessonState::joinPlatform,
-                                    lesson(u"Anna"_s, dateSince1970(static_cast<double>(seconds))));
+            const auto far = actionIn(LessonState::joinPlatform,
+                                      lessonOf(u"Anna"_s, dateSince1970(static_cast<double>(seconds))));
             QCOMPARE(secondsUntilLessonStart(far, dateSince1970(0)), seconds);
         }
     }
 
     void aWrapUpGivesLongTimesInMinutes()
     {
-        const TeachingAction wrapUp =
-            action(LessonState::wrapUp, lesson(u"Anna"_s), lesson(u"Ben"_s, tenOClock - Seconds{300 - 95}));
-        QCOMPARE(informationLine(wrapUp, tenOClock), u"Starts in 2 minutes"_s);
+        const TeachingAction wrapUp = actionIn(LessonState::wrapUp, lessonOf(u"Anna"_s),
+                                               lessonOf(u"Ben"_s, bannerStart - Seconds{300 - 95}));
+        QCOMPARE(informationLine(wrapUp, bannerStart), u"Starts in 2 minutes"_s);
     }
 
     void aWrapUpGivesShortTimesInSeconds()
     {
-        const TeachingAction wrapUp =
-            action(LessonState::wrapUp, lesson(u"Anna"_s), lesson(u"Ben"_s, tenOClock - Seconds{300 - 60}));
-        QCOMPARE(informationLine(wrapUp, tenOClock), u"Starts in 60 seconds"_s);
+        const TeachingAction wrapUp = actionIn(LessonState::wrapUp, lessonOf(u"Anna"_s),
+                                               lessonOf(u"Ben"_s, bannerStart - Seconds{300 - 60}));
+        QCOMPARE(informationLine(wrapUp, bannerStart), u"Starts in 60 seconds"_s);
     }
 
     void aWrapUpDoesNotCountDown()
     {
-        const TeachingAction wrapUp =
-            action(LessonState::wrapUp, lesson(u"Anna"_s), lesson(u"Ben"_s, tenOClock - Seconds{240}));
-        QCOMPARE(informationLine(wrapUp, tenOClock), informationLine(wrapUp, tenOClock + Seconds{500}));
+        const TeachingAction wrapUp = actionIn(LessonState::wrapUp, lessonOf(u"Anna"_s),
+                                               lessonOf(u"Ben"_s, bannerStart - Seconds{240}));
+        QCOMPARE(informationLine(wrapUp, bannerStart), informationLine(wrapUp, bannerStart + Seconds{500}));
     }
 
     void aWrapUpNamesTheLessonThatEndsAndTheNext()
     {
-        const TeachingAction wrapUp = action(LessonState::wrapUp, lesson(u"Anna"_s), lesson(u"Ben"_s));
-        QCOMPARE(title(wrapUp, tenOClock), u"FINISH UP ANNA"_s);
+        const TeachingAction wrapUp = actionIn(LessonState::wrapUp, lessonOf(u"Anna"_s), lessonOf(u"Ben"_s));
+        QCOMPARE(title(wrapUp, bannerStart), u"FINISH UP ANNA"_s);
         QCOMPARE(studentLine(wrapUp), u"Next lesson is Ben"_s);
     }
 
     void aWrapUpWithoutANextLesson()
     {
-        const TeachingAction wrapUp = action(LessonState::wrapUp);
+        const TeachingAction wrapUp = actionIn(LessonState::wrapUp);
         QCOMPARE(studentLine(wrapUp), u"Next lesson not found"_s);
-        QCOMPARE(informationLine(wrapUp, tenOClock), u"Prepare to transition"_s);
+        QCOMPARE(informationLine(wrapUp, bannerStart), u"Prepare to transition"_s);
     }
 
     void aWrapUpWithoutALessonNamesTheNextOne()
     {
-        QCOMPARE(title(action(LessonState::wrapUp, std::nullopt, lesson(u"Ben"_s)), tenOClock),
+        QCOMPARE(title(actionIn(LessonState::wrapUp, std::nullopt, lessonOf(u"Ben"_s)), bannerStart),
                  u"FINISH UP BEN"_s);
     }
 
     void aWrapUpWithoutAnyLesson()
     {
-        QCOMPARE(title(action(LessonState::wrapUp, std::nullopt), tenOClock), u"FINISH UP CURRENT LESSON"_s);
+        QCOMPARE(title(actionIn(LessonState::wrapUp, std::nullopt), bannerStart),
+                 u"FINISH UP CURRENT LESSON"_s);
     }
 
     void namesAreCapitalisedInEveryScript()
     {
         const auto shout = [](const QString &name) {
-            return title(action(LessonState::wrapUp, lesson(name)), tenOClock);
+            return title(actionIn(LessonState::wrapUp, lessonOf(name)), bannerStart);
         };
         QCOMPARE(shout(u"Zoë Müller-Weiß"_s), u"FINISH UP ZOË MÜLLER-WEISS"_s);
         QCOMPARE(shout(u"Мария"_s), u"FINISH UP МАРИЯ"_s);
@@ -237,64 +240,64 @@ private Q_SLOTS:
 
     void aPreparationNamesTheNextLesson()
     {
-        const TeachingAction prepare = action(LessonState::prepare);
-        QCOMPARE(title(prepare, tenOClock), u"4 MIN BEFORE NEXT LESSON"_s);
+        const TeachingAction prepare = actionIn(LessonState::prepare);
+        QCOMPARE(title(prepare, bannerStart), u"4 MIN BEFORE NEXT LESSON"_s);
         QCOMPARE(studentLine(prepare), u"Anna"_s);
-        QCOMPARE(informationLine(prepare, tenOClock), u"Next lesson is Anna"_s);
+        QCOMPARE(informationLine(prepare, bannerStart), u"Next lesson is Anna"_s);
     }
 
     void aPreparationWithoutALesson()
     {
-        const TeachingAction prepare = action(LessonState::prepare, std::nullopt);
+        const TeachingAction prepare = actionIn(LessonState::prepare, std::nullopt);
         QCOMPARE(studentLine(prepare), u"Student not found"_s);
-        QCOMPARE(informationLine(prepare, tenOClock), u"Next lesson is Student not found"_s);
+        QCOMPARE(informationLine(prepare, bannerStart), u"Next lesson is Student not found"_s);
     }
 
     void aOneMinuteWarningNamesTheStudent()
     {
-        const TeachingAction warning = action(LessonState::oneMinuteWarning);
-        QCOMPARE(title(warning, tenOClock), u"1 MINUTE BEFORE NEXT LESSON"_s);
+        const TeachingAction warning = actionIn(LessonState::oneMinuteWarning);
+        QCOMPARE(title(warning, bannerStart), u"1 MINUTE BEFORE NEXT LESSON"_s);
         QCOMPARE(studentLine(warning), u"Anna"_s);
-        QCOMPARE(informationLine(warning, tenOClock), u"Open your lesson and be ready to start"_s);
+        QCOMPARE(informationLine(warning, bannerStart), u"Open your lesson and be ready to start"_s);
     }
 
     void aStartSaysStartNow()
     {
-        const TeachingAction start = action(LessonState::startNow);
-        QCOMPARE(title(start, tenOClock), u"START NOW"_s);
+        const TeachingAction start = actionIn(LessonState::startNow);
+        QCOMPARE(title(start, bannerStart), u"START NOW"_s);
         QCOMPARE(studentLine(start), u"Anna"_s);
-        QCOMPARE(informationLine(start, tenOClock), u"Lesson begins now"_s);
+        QCOMPARE(informationLine(start, bannerStart), u"Lesson begins now"_s);
     }
 
     void theOtherStatesShowTheMessage()
     {
         for (const LessonState state : plainStates) {
-            const TeachingAction plain = withMessage(action(state), u"Teach Zoë"_s);
-            QCOMPARE(title(plain, tenOClock), u"TEACH ZOË"_s);
+            const TeachingAction plain = withMessage(actionIn(state), u"Teach Zoë"_s);
+            QCOMPARE(title(plain, bannerStart), u"TEACH ZOË"_s);
             QCOMPARE(studentLine(plain), u"Anna"_s);
-            QCOMPARE(informationLine(plain, tenOClock), u"Teach Zoë"_s);
+            QCOMPARE(informationLine(plain, bannerStart), u"Teach Zoë"_s);
         }
     }
 
     void withoutAnyLessonTheOtherStatesShowTheProgramsName()
     {
         for (const LessonState state : plainStates) {
-            QCOMPARE(studentLine(action(state, std::nullopt)), u"Quillet"_s);
+            QCOMPARE(studentLine(actionIn(state, std::nullopt)), u"Quillet"_s);
         }
     }
 
     void anIdleActionNamesTheNextLesson()
     {
-        const TeachingAction idle = TeachingAction::idle(tenOClock, lesson(u"Ben"_s));
-        QCOMPARE(title(idle, tenOClock), u"NEXT: BEN"_s);
+        const TeachingAction idle = TeachingAction::idle(bannerStart, lessonOf(u"Ben"_s));
+        QCOMPARE(title(idle, bannerStart), u"NEXT: BEN"_s);
         QCOMPARE(studentLine(idle), u"Ben"_s);
-        QCOMPARE(informationLine(idle, tenOClock), u"Next: Ben"_s);
+        QCOMPARE(informationLine(idle, bannerStart), u"Next: Ben"_s);
     }
 
     void anUrgentActionIsRedWithAWarningTriangle()
     {
         for (const LessonState state : plainStates) {
-            const TeachingAction urgent = withPriority(action(state), TeachingActionPriority::urgent);
+            const TeachingAction urgent = withPriority(actionIn(state), TeachingActionPriority::urgent);
             QCOMPARE(symbolName(urgent), u"exclamationmark.triangle.fill"_s);
             QVERIFY(accentColor(urgent) == red);
         }
@@ -304,7 +307,7 @@ private Q_SLOTS:
     {
         for (const LessonState state : plainStates) {
             for (const auto priority : {TeachingActionPriority::calm, TeachingActionPriority::attention}) {
-                const TeachingAction plain = withPriority(action(state), priority);
+                const TeachingAction plain = withPriority(actionIn(state), priority);
                 QCOMPARE(symbolName(plain), u"bell.fill"_s);
                 QVERIFY(accentColor(plain) == blue);
             }
@@ -315,7 +318,7 @@ private Q_SLOTS:
     {
         for (const auto priority : {TeachingActionPriority::calm, TeachingActionPriority::attention,
                                     TeachingActionPriority::urgent}) {
-            const auto of = [&](LessonState state) { return withPriority(action(state), priority); };
+            const auto of = [&](LessonState state) { return withPriority(actionIn(state), priority); };
             QCOMPARE(symbolName(of(LessonState::wrapUp)), u"checkmark.circle.fill"_s);
             QVERIFY(accentColor(of(LessonState::wrapUp)) == green);
             for (const auto state :

@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Fixture {
+struct CalendarGapNoticeFixture {
     ManualClock clock{at("09:00:00")};
     QTemporaryDir library;
     DebugLogService logger{library.path()};
@@ -52,7 +52,7 @@ struct Fixture {
     }
 };
 
-constexpr Seconds moment{0.01};
+constexpr Seconds fewMilliseconds{0.01};
 
 } // namespace
 
@@ -62,11 +62,11 @@ class CalendarGapNoticeTest final : public QObject {
 private Q_SLOTS:
     void aGapOfFiveMinutesIsReportedOnceAndQuietly()
     {
-        Fixture f;
+        CalendarGapNoticeFixture f;
         f.setSilent(u"A"_s);
-        f.clock.advance(Seconds{300} - moment);
+        f.clock.advance(Seconds{300} - fewMilliseconds);
         QVERIFY(f.center.requests.empty());
-        f.clock.advance(2 * moment);
+        f.clock.advance(2 * fewMilliseconds);
         QCOMPARE(f.bodies(), QStringList{u"No answer from the calendar “A”"_s});
         const NotificationRequest request = f.center.requests.front();
         QVERIFY(request.isQuiet);
@@ -81,7 +81,7 @@ private Q_SLOTS:
 
     void theNotificationExpiresAfterAQuarterOfAnHour()
     {
-        Fixture f;
+        CalendarGapNoticeFixture f;
         f.setSilent(u"A"_s);
         f.clock.advance(Seconds{301});
         QCOMPARE(f.center.requests.size(), std::size_t{1});
@@ -97,7 +97,7 @@ private Q_SLOTS:
 
     void aShorterGapIsNotReported()
     {
-        Fixture f;
+        CalendarGapNoticeFixture f;
         f.setSilent(u"A"_s);
         f.clock.advance(Seconds{299});
         f.setSilent({});
@@ -107,7 +107,7 @@ private Q_SLOTS:
 
     void theFiveMinutesMustBeUninterrupted()
     {
-        Fixture f;
+        CalendarGapNoticeFixture f;
         f.setSilent(u"A"_s);
         f.clock.advance(Seconds{200});
         f.setSilent({});
@@ -120,7 +120,7 @@ private Q_SLOTS:
 
     void aRecurringGapIsReportedAgain()
     {
-        Fixture f;
+        CalendarGapNoticeFixture f;
         f.setSilent(u"A"_s);
         f.clock.advance(Seconds{400});
         f.setSilent({});
@@ -132,7 +132,7 @@ private Q_SLOTS:
 
     void calendarsThatFailTogetherShareOneNotification()
     {
-        Fixture f;
+        CalendarGapNoticeFixture f;
         f.setSilent(u"A"_s);
         f.clock.advance(Seconds{5});
         f.setSilent(u"AB"_s);
@@ -146,7 +146,7 @@ private Q_SLOTS:
 
     void aRecoveredCalendarDoesNotDelayTheOther()
     {
-        Fixture f;
+        CalendarGapNoticeFixture f;
         f.setSilent(u"A"_s);
         f.clock.advance(Seconds{50});
         f.setSilent(u"AB"_s);
@@ -157,7 +157,7 @@ private Q_SLOTS:
 
     void aCalendarThatFailsLaterIsReportedSeparately()
     {
-        Fixture f;
+        CalendarGapNoticeFixture f;
         f.setSilent(u"A"_s);
         f.clock.advance(Seconds{120});
         f.setSilent(u"AB"_s);
@@ -169,7 +169,7 @@ private Q_SLOTS:
 
     void otherCalendarChangesDoNotRestartTheWait()
     {
-        Fixture f;
+        CalendarGapNoticeFixture f;
         f.setSilent(u"A"_s);
         for (int minute = 0; minute < 4; ++minute) {
             f.clock.advance(Seconds{60});
@@ -181,7 +181,7 @@ private Q_SLOTS:
 
     void aClockChangeMakesNoGapLonger()
     {
-        Fixture f;
+        CalendarGapNoticeFixture f;
         f.setSilent(u"A"_s);
         f.clock.setWallClock(at("12:00:00"));
         f.monitor.setEvents(std::vector<CalendarEvent>(1));
@@ -190,7 +190,7 @@ private Q_SLOTS:
 
     void withNotificationsOffNoneIsAdded()
     {
-        Fixture f;
+        CalendarGapNoticeFixture f;
         f.center.authorization = false;
         f.setSilent(u"A"_s);
         f.clock.advance(Seconds{301});
@@ -200,7 +200,7 @@ private Q_SLOTS:
 
     void aFailureIsLogged()
     {
-        Fixture f;
+        CalendarGapNoticeFixture f;
         f.center.addFailure = Failure{u"no agent"_s};
         f.setSilent(u"A"_s);
         f.clock.advance(Seconds{301});
@@ -209,7 +209,7 @@ private Q_SLOTS:
 
     void destroyingItWhileTheAgentHangsIsHarmless()
     {
-        Fixture f;
+        CalendarGapNoticeFixture f;
         f.center.hold();
         f.setSilent(u"A"_s);
         f.clock.advance(Seconds{301});

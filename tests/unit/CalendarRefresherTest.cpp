@@ -17,7 +17,7 @@ using namespace corvane;
 
 namespace {
 
-struct Fixture {
+struct CalendarRefresherFixture {
     ManualClock clock{at("09:00:00")};
     FakeEventStore store;
     FakeSystemWatcher watcher;
@@ -28,7 +28,7 @@ struct Fixture {
     void tellNews() { Q_EMIT store.monitor().newsArrived(); }
 };
 
-constexpr Seconds moment{0.01};
+constexpr Seconds shortTime{0.01};
 
 } // namespace
 
@@ -38,19 +38,19 @@ class CalendarRefresherTest final : public QObject {
 private Q_SLOTS:
     void noRefreshIsRequestedBeforeTheStart()
     {
-        Fixture f;
+        CalendarRefresherFixture f;
         f.clock.advance(Seconds{3600});
         QCOMPARE(f.store.refreshes, 0);
     }
 
     void itRefreshesAtTheStartAndEveryFiveMinutes()
     {
-        Fixture f;
+        CalendarRefresherFixture f;
         f.refresher->refresh();
         QCOMPARE(f.store.refreshes, 1);
-        f.clock.advance(Seconds{300} - moment);
+        f.clock.advance(Seconds{300} - shortTime);
         QCOMPARE(f.store.refreshes, 1);
-        f.clock.advance(2 * moment);
+        f.clock.advance(2 * shortTime);
         QCOMPARE(f.store.refreshes, 2);
         QCOMPARE(f.store.lastRefresh, CalendarRefresh::regular);
         f.clock.advance(Seconds{3600});
@@ -61,7 +61,7 @@ private Q_SLOTS:
 
     void itRefreshesAtOnceOnRequest()
     {
-        Fixture f;
+        CalendarRefresherFixture f;
         f.refresher->refresh();
         f.clock.advance(Seconds{100});
         f.refresher->refresh();
@@ -70,7 +70,7 @@ private Q_SLOTS:
 
     void itRefreshesOnWakingAndWhenTheNetworkReturns()
     {
-        Fixture f;
+        CalendarRefresherFixture f;
         f.refresher->refresh();
         f.watcher.sleepAndWake();
         QCOMPARE(f.store.refreshes, 2);
@@ -82,20 +82,20 @@ private Q_SLOTS:
 
     void theFiveMinutesCountFromTheLastRefresh()
     {
-        Fixture f;
+        CalendarRefresherFixture f;
         f.refresher->refresh();
         f.clock.advance(Seconds{200});
         f.watcher.sleepAndWake();
         QCOMPARE(f.store.refreshes, 2);
-        f.clock.advance(Seconds{300} - moment);
+        f.clock.advance(Seconds{300} - shortTime);
         QCOMPARE(f.store.refreshes, 2);
-        f.clock.advance(2 * moment);
+        f.clock.advance(2 * shortTime);
         QCOMPARE(f.store.refreshes, 3);
     }
 
     void aClockChangeRefreshesNothing()
     {
-        Fixture f;
+        CalendarRefresherFixture f;
         f.refresher->refresh();
         f.clock.setWallClock(at("09:00:00") + Seconds{86400});
         f.watcher.setClockBy(Seconds{86400});
@@ -108,7 +108,7 @@ private Q_SLOTS:
 
     void manyRefreshesKeepOneTimer()
     {
-        Fixture f;
+        CalendarRefresherFixture f;
         for (int times = 0; times < 100; ++times) {
             f.refresher->refresh();
         }
@@ -117,7 +117,7 @@ private Q_SLOTS:
 
     void newsReloadsTheLessonsWithinASecond()
     {
-        Fixture f;
+        CalendarRefresherFixture f;
         f.tellNews();
         f.clock.advance(Seconds{1});
         QCOMPARE(f.reloads, 1);
@@ -127,7 +127,7 @@ private Q_SLOTS:
 
     void newsWithinASecondIsMergedIntoOneReloadAndNoneIsLost()
     {
-        Fixture f;
+        CalendarRefresherFixture f;
         for (int times = 0; times < 5; ++times) {
             f.tellNews();
             f.clock.advance(Seconds{0.15});
@@ -142,7 +142,7 @@ private Q_SLOTS:
 
     void newsDuringAReloadCausesAnother()
     {
-        Fixture f;
+        CalendarRefresherFixture f;
         int reloads = 0;
         const CalendarRefresher refresher(f.store, f.watcher, [&] {
             if (++reloads == 1) {
@@ -156,7 +156,7 @@ private Q_SLOTS:
 
     void destroyingItEndsRefreshesAndReloads()
     {
-        Fixture f;
+        CalendarRefresherFixture f;
         f.refresher->refresh();
         f.tellNews();
         f.refresher.reset();

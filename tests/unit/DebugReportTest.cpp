@@ -25,8 +25,8 @@ QStringList texts(const std::vector<Row> &rows)
     return texts;
 }
 
-CalendarStatus calendar(Condition condition, std::optional<Date> since = std::nullopt,
-                        const QString &reason = {}, bool usesLastAnswer = false)
+CalendarStatus calendarIn(Condition condition, std::optional<Date> since = std::nullopt,
+                          const QString &reason = {}, bool usesLastAnswer = false)
 {
     return {.identifier = u"1"_s,
             .name = u"Lessons"_s,
@@ -68,12 +68,12 @@ DebugSnapshot snapshot()
             .logPath = u"/home/t/quillet-debug.log"_s};
 }
 
-Contents contents()
+Contents reportContents()
 {
     return {
         .snapshot = snapshot(),
         .lessons = {sampleLesson(u"Anna Maria"_s, at("10:00:00"), minutes(25))},
-        .calendars = {calendar(Condition::silent, at("09:14:00"), u"https://dav.example/x hangs"_s, true)},
+        .calendars = {calendarIn(Condition::silent, at("09:14:00"), u"https://dav.example/x hangs"_s, true)},
         .events = {booked(u"Dinner with Cem & Dora"_s)},
         .logLines = {u"2026-11-16T09:56:00.123Z calendar lesson student=\"Anna Maria\" platform=\"Zoom\""_s,
                      u"2026-11-16T09:56:01.000Z event left out title=\"Emil, Fee\" reason=\"no rule\""_s,
@@ -105,7 +105,7 @@ private Q_SLOTS:
 
     void anAnsweringCalendarShowsItsEventsAndLastRead()
     {
-        CalendarStatus status = calendar(Condition::answers);
+        CalendarStatus status = calendarIn(Condition::answers);
         QCOMPARE(rowOf(status), (Row{.tone = Tone::good,
                                      .lead = {},
                                      .title = u"Lessons"_s,
@@ -121,7 +121,7 @@ private Q_SLOTS:
 
     void anUnreadCalendarWaits()
     {
-        CalendarStatus status = calendar(Condition::unread);
+        CalendarStatus status = calendarIn(Condition::unread);
         status.lastRead.reset();
         QCOMPARE(rowOf(status).tone, Tone::waiting);
         QCOMPARE(rowOf(status).detail, u"not read yet · anna@school.example"_s);
@@ -159,8 +159,8 @@ private Q_SLOTS:
         QFETCH(QString, reason);
         QFETCH(bool, usesLastAnswer);
         QFETCH(QString, problem);
-        const Row row = rowOf(calendar(condition, isDated ? std::optional(at("09:14:00")) : std::nullopt,
-                                       reason, usesLastAnswer));
+        const Row row = rowOf(calendarIn(condition, isDated ? std::optional(at("09:14:00")) : std::nullopt,
+                                         reason, usesLastAnswer));
         QCOMPARE(row.problem, problem);
         QCOMPARE(row.tone, usesLastAnswer ? Tone::warning : Tone::bad);
     }
@@ -195,16 +195,16 @@ private Q_SLOTS:
         const auto rows = notLessonRows(events, parser, QLocale::c());
         QCOMPARE(rows.size(), mostRows + 1);
         QCOMPARE(rowText(rows.back()), u"and 1200 more"_s);
-        QCOMPARE(
-            rowText(calendarRows(std::vector(501, calendar(Condition::answers)), at("10:00:00"), QLocale::c())
-                        .back()),
-            u"and 1 more"_s);
+        QCOMPARE(rowText(calendarRows(std::vector(501, calendarIn(Condition::answers)), at("10:00:00"),
+                                      QLocale::c())
+                             .back()),
+                 u"and 1 more"_s);
     }
 
     void hostileTextsStayShortAndOnOneLine()
     {
         const QString hostile = u"<b>x</b>\u202E\r\n\u0007\u2028"_s.repeated(300'000);
-        CalendarStatus status = calendar(Condition::unopened, std::nullopt, hostile);
+        CalendarStatus status = calendarIn(Condition::unopened, std::nullopt, hostile);
         status.name = hostile;
         status.account = hostile;
         std::vector<Row> rows = calendarRows({status}, at("10:00:00"), QLocale::c());
@@ -221,7 +221,7 @@ private Q_SLOTS:
 
     void theReportCutsNamesAndLeavesOutLinksAndNotes()
     {
-        Contents all = contents();
+        Contents all = reportContents();
         all.events.front().notes = u"secret notes"_s;
         all.events.front().url = QUrl(u"https://secret.example"_s);
         const QString report = text(all, parser, QLocale::c());
@@ -255,7 +255,7 @@ Log
 
     void aLoggedNameIsCutEvenIfItsLessonIsGone()
     {
-        Contents all = contents();
+        Contents all = reportContents();
         all.logLines = {
             u"x notification actually fires state=wrapUp message=\"Finish up Greta Ox\" lessonID=1"_s,
             u"x about Greta"_s, u"x message=\"Join Hal now\""_s};
@@ -266,7 +266,7 @@ Log
 
     void aNameAtTheEndOfATruncatedTextIsCut()
     {
-        Contents all = contents();
+        Contents all = reportContents();
         all.calendars.front().name = u"."_s.repeated(197) + u"Anna Maria"_s;
         all.calendars.front().reason = u"."_s.repeated(192) + u"Anna Maria"_s;
         const QString report = text(all, parser, QLocale::c());
@@ -275,7 +275,7 @@ Log
 
     void anEmptyReportSaysSo()
     {
-        Contents nothing = contents();
+        Contents nothing = reportContents();
         nothing.calendars.clear();
         nothing.events.clear();
         nothing.logLines.clear();
@@ -287,10 +287,10 @@ Log
 
     void megabytesAreReportedQuickly()
     {
-        Contents all = contents();
+        Contents all = reportContents();
         const QString megabytes = u"Anna Maria \u202E\n"_s.repeated(200'000);
         all.lessons.resize(300, sampleLesson(megabytes, at("10:00:00"), minutes(25)));
-        all.calendars.resize(400, calendar(Condition::unopened, std::nullopt, megabytes));
+        all.calendars.resize(400, calendarIn(Condition::unopened, std::nullopt, megabytes));
         all.events.resize(1000, booked(megabytes));
         all.logLines.fill(u"x student=\""_s + megabytes, 80);
         const QString report = text(all, parser, QLocale::c());

@@ -19,8 +19,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Fixture : ViewModelFixture {
-    explicit Fixture(const char *time) : ViewModelFixture(time)
+struct FirstLessonLookFixture : ViewModelFixture {
+    explicit FirstLessonLookFixture(const char *time) : ViewModelFixture(time)
     {
         sounds.available = {FirstLessonLook::silentSound()};
         setCalendarRead(currentDate());
@@ -76,11 +76,6 @@ struct Fixture : ViewModelFixture {
     }
 };
 
-Lesson lessonAt(const char *time)
-{
-    return sampleLesson(u"Anna"_s, at(time), minutes(25));
-}
-
 const QStringList allReady{u"all is ready"_s};
 
 } // namespace
@@ -93,7 +88,7 @@ private Q_SLOTS:
 
     void twentyMinutesBeforeTheFirstLessonReadinessIsLoggedInOneLine()
     {
-        Fixture f("09:00:00");
+        FirstLessonLookFixture f("09:00:00");
         f.start({lessonAt("10:00:00"), lessonAt("11:00:00")});
         f.clock.advanceTo(at("09:39:59"));
         QCOMPARE(f.said(), QStringList());
@@ -107,14 +102,14 @@ private Q_SLOTS:
 
     void aLaterStartChecksAtOnce()
     {
-        Fixture f("09:58:00");
+        FirstLessonLookFixture f("09:58:00");
         f.start({lessonAt("10:00:00")});
         QCOMPARE(f.said(), allReady);
     }
 
     void afterTheFirstLessonHasBegunItDoesNotCheck()
     {
-        Fixture f("10:01:00");
+        FirstLessonLookFixture f("10:01:00");
         f.start({lessonAt("10:00:00"), lessonAt("11:00:00")});
         f.clock.advanceTo(at("12:00:00"));
         QCOMPARE(f.said(), QStringList());
@@ -122,7 +117,7 @@ private Q_SLOTS:
 
     void theNextDayItChecksAgain()
     {
-        Fixture f("09:50:00");
+        FirstLessonLookFixture f("09:50:00");
         f.start({lessonAt("10:00:00")});
         f.store.answer = std::vector{sampleLesson(u"Anna"_s, at("10:00:00") + minutes(1440), minutes(25))};
         f.clock.advance(Seconds{120});
@@ -133,26 +128,26 @@ private Q_SLOTS:
 
     void whatIsMissingIsReportedOnceAndQuietly_data()
     {
-        using Break = void (*)(Fixture &);
+        using Break = void (*)(FirstLessonLookFixture &);
         QTest::addColumn<Break>("breakIt");
         QTest::addColumn<QString>("problem");
         const auto row = [](const char *name, Break breakIt) {
             QTest::newRow(name) << breakIt << QString::fromLatin1(name);
         };
-        row("calendars=1", [](Fixture &f) { f.setCalendarRead(std::nullopt); });
-        row("screen", [](Fixture &f) { f.screens.allScreens.clear(); });
-        row("screen", [](Fixture &f) { f.screens.allScreens.front().name.clear(); });
-        row("sound", [](Fixture &f) { f.sounds.available.clear(); });
-        row("backups", [](Fixture &f) { f.center.requests.clear(); });
-        row("backups", [](Fixture &f) { f.center.pendingFailure = Failure{u"no agent"_s}; });
+        row("calendars=1", [](FirstLessonLookFixture &f) { f.setCalendarRead(std::nullopt); });
+        row("screen", [](FirstLessonLookFixture &f) { f.screens.allScreens.clear(); });
+        row("screen", [](FirstLessonLookFixture &f) { f.screens.allScreens.front().name.clear(); });
+        row("sound", [](FirstLessonLookFixture &f) { f.sounds.available.clear(); });
+        row("backups", [](FirstLessonLookFixture &f) { f.center.requests.clear(); });
+        row("backups", [](FirstLessonLookFixture &f) { f.center.pendingFailure = Failure{u"no agent"_s}; });
     }
 
     void whatIsMissingIsReportedOnceAndQuietly()
     {
-        using Break = void (*)(Fixture &);
+        using Break = void (*)(FirstLessonLookFixture &);
         QFETCH(Break, breakIt);
         QFETCH(QString, problem);
-        Fixture f("09:39:00");
+        FirstLessonLookFixture f("09:39:00");
         f.start({lessonAt("10:00:00")});
         breakIt(f);
         f.clock.advanceTo(at("09:40:29"));
@@ -177,7 +172,7 @@ private Q_SLOTS:
 
     void whatIsFixedInTimeIsNotReported()
     {
-        Fixture f("09:50:00");
+        FirstLessonLookFixture f("09:50:00");
         f.setCalendarRead(std::nullopt);
         f.sounds.available.clear();
         f.start({lessonAt("10:00:00")});
@@ -191,7 +186,7 @@ private Q_SLOTS:
 
     void withoutNotificationsOnlyTheLogReports()
     {
-        Fixture f("09:50:00");
+        FirstLessonLookFixture f("09:50:00");
         f.center.authorization = false;
         f.start({lessonAt("10:00:00")});
         f.clock.advance(Seconds{40});
@@ -204,7 +199,7 @@ private Q_SLOTS:
 
     void withoutTheAgentItIsReportedDirectly()
     {
-        Fixture f("09:39:00");
+        FirstLessonLookFixture f("09:39:00");
         f.start({lessonAt("10:00:00")});
         f.center.requests.clear();
         f.center.addFailure = Failure{u"no agent"_s};
@@ -217,7 +212,7 @@ private Q_SLOTS:
 
     void anUndeliverableNoticeIsLogged()
     {
-        Fixture f("09:39:00");
+        FirstLessonLookFixture f("09:39:00");
         f.start({lessonAt("10:00:00")});
         f.center.requests.clear();
         f.center.addFailure = Failure{u"no agent"_s};
@@ -228,7 +223,7 @@ private Q_SLOTS:
 
     void destroyingItEndsTheCheck()
     {
-        Fixture f("09:50:00");
+        FirstLessonLookFixture f("09:50:00");
         f.sounds.hold();
         f.start({lessonAt("10:00:00")});
         f.look.reset();

@@ -47,7 +47,7 @@ Point origin(Rect visible, NotificationPosition position)
 class FloatingBannerPresenterTest : public QObject {
     Q_OBJECT
 
-    struct Fixture {
+    struct FloatingBannerPresenterFixture {
         ManualClock clock{at("10:00:00")};
         QTemporaryDir library;
         TemporarySettings temporary;
@@ -75,7 +75,7 @@ class FloatingBannerPresenterTest : public QObject {
 private Q_SLOTS:
     void aSecondBannerReplacesTheFirstAndOutlivesItsTimer()
     {
-        Fixture f;
+        FloatingBannerPresenterFixture f;
         f.presenter->present(action(LessonState::prepare));
         f.clock.advance(Seconds{1});
         f.presenter->present(action(LessonState::oneMinuteWarning));
@@ -95,7 +95,7 @@ private Q_SLOTS:
 
     void aDurationOfZeroStillShowsTheBannerForASecond()
     {
-        Fixture f;
+        FloatingBannerPresenterFixture f;
         f.settings.setNotificationDuration(0);
         QCOMPARE(f.timeOnScreen(action()), 1.0);
         f.settings.setNotificationDuration(-5);
@@ -106,7 +106,7 @@ private Q_SLOTS:
 
     void theChosenDurationIsReadAtEachPresentation()
     {
-        Fixture f;
+        FloatingBannerPresenterFixture f;
         QCOMPARE(f.timeOnScreen(action()), 10.0);
         f.settings.setNotificationDuration(5);
         QCOMPARE(f.timeOnScreen(action()), 5.0);
@@ -116,7 +116,7 @@ private Q_SLOTS:
 
     void aJoinBannerStaysUntilTheStartAndThenAsLongAsAnyOther()
     {
-        Fixture f;
+        FloatingBannerPresenterFixture f;
         QCOMPARE(f.timeOnScreen(action(LessonState::joinPlatform, Seconds{90})), 100.0);
         QCOMPARE(f.timeOnScreen(action(LessonState::joinPlatform, Seconds{-5})), 10.0);
         TeachingAction next = action(LessonState::joinPlatform, Seconds{30});
@@ -129,7 +129,7 @@ private Q_SLOTS:
 
     void anEndlessDurationKeepsTheBannerUp()
     {
-        Fixture f;
+        FloatingBannerPresenterFixture f;
         f.settings.setNotificationDuration(std::numeric_limits<double>::infinity());
         f.presenter->present(action());
         f.clock.advance(minutes(600));
@@ -163,7 +163,7 @@ private Q_SLOTS:
 
     void withTwoDisplaysTheOneUnderThePointerIsUsed()
     {
-        Fixture f;
+        FloatingBannerPresenterFixture f;
         const Screen left{.name = u"left"_s, .frame = {0, 0, 1440, 900}, .visibleFrame = {0, 0, 1440, 900}};
         const Screen right{
             .name = u"right"_s, .frame = {1440, 0, 1920, 1080}, .visibleFrame = {1440, 0, 1920, 1080}};
@@ -179,7 +179,7 @@ private Q_SLOTS:
 
     void theKeyWindowsScreenComesFirstAndTheMainOneAfterThePointer()
     {
-        Fixture f;
+        FloatingBannerPresenterFixture f;
         const Screen left{.name = u"left"_s, .frame = {0, 0, 1440, 900}, .visibleFrame = {0, 0, 1440, 900}};
         const Screen right{
             .name = u"right"_s, .frame = {1440, 0, 1920, 1080}, .visibleFrame = {1440, 0, 1920, 1080}};
@@ -203,7 +203,7 @@ private Q_SLOTS:
 
     void theBannerAppearsFromNinetyFivePerCent()
     {
-        Fixture f;
+        FloatingBannerPresenterFixture f;
         f.presenter->present(action());
         const auto &record = *f.bannerPanels.records.back();
         const Rect finalFrame{220, 322.5, 1000, 280};
@@ -230,7 +230,7 @@ private Q_SLOTS:
 
     void dismissingFadesToNinetySevenPerCentAndThenCloses()
     {
-        Fixture f;
+        FloatingBannerPresenterFixture f;
         f.presenter->present(action());
         f.clock.advance(Seconds{1});
         const auto record = f.bannerPanels.records.back();
@@ -253,7 +253,7 @@ private Q_SLOTS:
 
     void theSoundIsPlayedForEveryBannerWhateverTheSettingSays()
     {
-        Fixture f;
+        FloatingBannerPresenterFixture f;
         f.settings.setPlaysSound(false);
         f.presenter->present(action());
         f.presenter->present(action());
@@ -262,7 +262,7 @@ private Q_SLOTS:
 
     void eachPresentationIsLogged()
     {
-        Fixture f;
+        FloatingBannerPresenterFixture f;
         f.presenter->present(action(LessonState::oneMinuteWarning));
         QCOMPARE(f.logger.latestLines(),
                  (QStringList{u"2026-11-16T10:00:00.000Z notification actually fires state=oneMinuteWarning "
@@ -273,7 +273,7 @@ private Q_SLOTS:
 
     void aMessageCannotForgeALogLine()
     {
-        Fixture f;
+        FloatingBannerPresenterFixture f;
         TeachingAction forged = action();
         forged.message = u"Join Ben\nforged\u0085\u2066 now"_s;
         f.presenter->present(forged);
@@ -282,7 +282,7 @@ private Q_SLOTS:
 
     void thePositionIsReadAtEachPresentation()
     {
-        Fixture f;
+        FloatingBannerPresenterFixture f;
         f.settings.setNotificationPosition(NotificationPosition::topLeft);
         f.presenter->present(action());
         QCOMPARE(f.bannerPanels.records.back()->initialFrame, (Rect{48, 572, 1000, 280}));
@@ -290,7 +290,7 @@ private Q_SLOTS:
 
     void afterThePresenterIsDestroyedNothingHappens()
     {
-        Fixture f;
+        FloatingBannerPresenterFixture f;
         f.presenter->present(action());
         const auto record = f.bannerPanels.records.back();
         f.presenter.reset();

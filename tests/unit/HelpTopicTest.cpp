@@ -212,7 +212,7 @@ private Q_SLOTS:
             "Start at Login is reserved for a future release."_s);
         for (const Topic &topic : topics) {
             QStringList texts{topic.title};
-            for (const Section &section : topic.sections) {
+            for (const auto &section : topic.sections) {
                 texts += section.points;
             }
             QCOMPARE(searchableText(topic.topic), texts.join(u' '));

@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-CalendarLessonEvent booked(const QString &title, Seconds length = minutes(30))
+CalendarLessonEvent bookedAs(const QString &title, Seconds length = minutes(30))
 {
     return {.title = title,
             .startDate = at("10:00:00"),
@@ -86,7 +86,7 @@ private Q_SLOTS:
         QFETCH(NoLessonReason, reason);
         QFETCH(QString, word);
         QFETCH(QString, text);
-        const LessonVerdict found = verdict(booked(title, Seconds{seconds}));
+        const LessonVerdict found = verdict(bookedAs(title, Seconds{seconds}));
         QVERIFY(!found);
         QCOMPARE(found.error().reason, reason);
         QCOMPARE(found.error().word, word);
@@ -95,7 +95,7 @@ private Q_SLOTS:
 
     void aLessonsVerdictIsTheLesson()
     {
-        const LessonVerdict found = verdict(booked(u"Zoom - Anna"_s));
+        const LessonVerdict found = verdict(bookedAs(u"Zoom - Anna"_s));
         QVERIFY(found.has_value());
         QCOMPARE(found->studentName, u"Anna"_s);
         QCOMPARE(found->duration, Seconds{1500});
@@ -105,7 +105,7 @@ private Q_SLOTS:
     {
         auto profiles = PlatformProfile::defaults();
         profiles.erase(TeachingPlatform::zoom);
-        const auto found = CalendarLessonParser(profiles).verdicts({booked(u"Zoom Ben"_s)});
+        const auto found = CalendarLessonParser(profiles).verdicts({bookedAs(u"Zoom Ben"_s)});
         QVERIFY(!found.front());
         QCOMPARE(found.front().error(), (NotALesson{.reason = NoLessonReason::noProfile, .word = u"Zoom"_s}));
         QCOMPARE(plainText(found.front().error()), u"No lead times are known for Zoom"_s);
@@ -125,10 +125,10 @@ private Q_SLOTS:
 
     void theVerdictsAreInTheOrderOfTheEvents()
     {
-        CalendarLessonEvent later = booked(u"Zoom Late"_s);
+        CalendarLessonEvent later = bookedAs(u"Zoom Late"_s);
         later.startDate += minutes(60);
         later.endDate += minutes(60);
-        const std::vector<CalendarLessonEvent> events{later, booked(u"Lunch"_s), booked(u"Zoom Anna"_s)};
+        const std::vector<CalendarLessonEvent> events{later, bookedAs(u"Lunch"_s), bookedAs(u"Zoom Anna"_s)};
         const CalendarLessonParser parser(PlatformProfile::defaults());
         const auto verdicts = parser.verdicts(events);
         QCOMPARE(verdicts.size(), std::size_t{3});
@@ -140,10 +140,11 @@ private Q_SLOTS:
 
     void eventsWithTheSameTitleAreJudgedByTheirOwnTexts()
     {
-        CalendarLessonEvent onZoom = booked(u"Team meeting"_s);
+        CalendarLessonEvent onZoom = bookedAs(u"Team meeting"_s);
         onZoom.location = u"Zoom"_s;
-        const auto verdicts = CalendarLessonParser(PlatformProfile::defaults())
-                                  .verdicts({booked(u"Team meeting"_s), onZoom, booked(u"Team meeting"_s)});
+        const auto verdicts =
+            CalendarLessonParser(PlatformProfile::defaults())
+                .verdicts({bookedAs(u"Team meeting"_s), onZoom, bookedAs(u"Team meeting"_s)});
         QVERIFY(!verdicts[0] && verdicts[1] && !verdicts[2]);
         QCOMPARE(verdicts[2].error().reason, NoLessonReason::meeting);
     }

@@ -15,14 +15,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString described(const std::optional<Date> &date)
+QString inWords(const std::optional<Date> &date)
 {
     return date ? descriptionText(*date).sliced(11, 8) : u"none"_s;
 }
 
 /// State, message, priority, lesson, next lesson and transition in one line, so that a failure shows all of
 /// them.
-QString described(const TeachingAction &action)
+QString inWords(const TeachingAction &action)
 {
     const auto name = [](const std::optional<Lesson> &lesson) {
         return lesson ? lesson->studentName : u"-"_s;
@@ -31,7 +31,7 @@ QString described(const TeachingAction &action)
                              : action.priority == TeachingActionPriority::attention ? u"attention"_s
                                                                                     : u"urgent"_s;
     return QStringList{rawValue(action.state), action.message,          priority,
-                       name(action.lesson),    name(action.nextLesson), described(action.nextTransitionDate)}
+                       name(action.lesson),    name(action.nextLesson), inWords(action.nextTransitionDate)}
         .join(u" / "_s);
 }
 
@@ -46,7 +46,7 @@ class LessonWorkflowEngineTest : public QObject {
     [[nodiscard]] QString answer(const std::vector<Lesson> &lessons, const char *time) const
     {
         const TeachingAction action = m_engine.action(lessons, at(time));
-        return action.effectiveDate == at(time) ? described(action) : u"wrong effective date"_s;
+        return action.effectiveDate == at(time) ? inWords(action) : u"wrong effective date"_s;
     }
 
     static Lesson anna(TeachingPlatform platform = TeachingPlatform::zoom)
@@ -183,7 +183,7 @@ private Q_SLOTS:
     {
         const std::vector lessons{sampleLesson(u"Anna"_s, at("10:00:00"), Seconds{30})};
         for (Date now = at("10:00:00"); now < at("10:00:30"); now += Seconds{0.5}) {
-            QCOMPARE(described(m_engine.action(lessons, now)),
+            QCOMPARE(inWords(m_engine.action(lessons, now)),
                      u"wrapUp / Finish up Anna / attention / Anna / - / 10:00:30"_s);
         }
         QCOMPARE(answer(lessons, "10:00:30"), u"scheduled / No lessons remaining / calm / - / - / none"_s);
@@ -237,7 +237,7 @@ private Q_SLOTS:
     void withoutAGivenTimeTheSystemsTimeIsUsed()
     {
         const ManualClock clock(at("09:56:00"));
-        QCOMPARE(described(m_engine.action({anna()})),
+        QCOMPARE(inWords(m_engine.action({anna()})),
                  u"prepare / 4 min before next lesson / attention / Anna / Anna / 09:59:00"_s);
     }
 };

@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Fixture : ViewModelFixture {
+struct MenuBarViewModelFixture : ViewModelFixture {
     using ViewModelFixture::ViewModelFixture;
 
     [[nodiscard]] QStringList presentedMessages() const
@@ -59,7 +59,7 @@ class MenuBarViewModelTest : public QObject {
 private Q_SLOTS:
     void startingDuringPrepareRaisesTheBannerAtTheFirstEvaluation()
     {
-        Fixture f("09:57:00");
+        MenuBarViewModelFixture f("09:57:00");
         f.start({anna()});
         QCOMPARE(f.presentedMessages(), QStringList{u"4 min before next lesson"_s});
         QCOMPARE(f.model->menuTitle(), u"Prepare"_s);
@@ -67,7 +67,7 @@ private Q_SLOTS:
 
     void startingInTheMiddleOfALessonRaisesNothing()
     {
-        Fixture f("10:10:00");
+        MenuBarViewModelFixture f("10:10:00");
         f.start({anna()});
         QVERIFY(f.presenter.presented.empty());
         QCOMPARE(f.model->menuTitle(), u"Anna"_s);
@@ -76,7 +76,7 @@ private Q_SLOTS:
 
     void withoutLessonsTheTitleIsTheProductName()
     {
-        Fixture f("09:00:00");
+        MenuBarViewModelFixture f("09:00:00");
         f.start({});
         QCOMPARE(f.model->menuTitle(), u"Quillet"_s);
         QCOMPARE(f.model->debugSnapshot().countdownDescription, u"None"_s);
@@ -89,7 +89,7 @@ private Q_SLOTS:
 
     void twoHeartbeatsInOnePhaseRaiseOneBanner()
     {
-        Fixture f("09:57:00");
+        MenuBarViewModelFixture f("09:57:00");
         f.start({anna()});
         f.clock.advance(Seconds{50});
         QCOMPARE(f.presenter.presented.size(), std::size_t{1});
@@ -97,7 +97,7 @@ private Q_SLOTS:
 
     void aReloadOfTheSameLessonsRaisesNothingNew()
     {
-        Fixture f("09:57:00");
+        MenuBarViewModelFixture f("09:57:00");
         f.start({anna()});
         f.store.answer = std::vector{anna()}; // with a new identifier
         spawn(f.model->reloadLessons());
@@ -108,7 +108,7 @@ private Q_SLOTS:
 
     void theTwoStartNowActionsOfOneLessonRaiseOneBanner()
     {
-        Fixture f("09:59:50");
+        MenuBarViewModelFixture f("09:59:50");
         f.start({anna()});
         f.clock.advance(Seconds{14});
         QCOMPARE(f.model->currentAction().message, u"START NOW"_s);
@@ -117,7 +117,7 @@ private Q_SLOTS:
 
     void aTestNotificationWithoutLessonsIsUrgentAndSuppressesNothing()
     {
-        Fixture f("09:56:30");
+        MenuBarViewModelFixture f("09:56:30");
         f.start({});
         f.model->testNotification();
         QCOMPARE(f.presentedMessages(), QStringList{u"Notification system check"_s});
@@ -131,7 +131,7 @@ private Q_SLOTS:
 
     void aTestNotificationDoesNotSuppressTheRealOne()
     {
-        Fixture f("09:59:20");
+        MenuBarViewModelFixture f("09:59:20");
         f.start({anna()});
         f.model->testNotification();
         QCOMPARE(f.presentedMessages(), (QStringList{u"1 minute before next lesson"_s, u"Join Zoom now"_s}));
@@ -143,7 +143,7 @@ private Q_SLOTS:
 
     void aFailedFirstLoadIsRetriedEverySecond()
     {
-        Fixture f("09:00:00");
+        MenuBarViewModelFixture f("09:00:00");
         f.store.answer = std::unexpected(LessonScheduleError(CalendarAccessError::denied));
         spawn(f.model->start());
         f.clock.advance(Seconds{0});
@@ -163,7 +163,7 @@ private Q_SLOTS:
 
     void lessonsAreReloadedOnceAMinute()
     {
-        Fixture f("09:00:00");
+        MenuBarViewModelFixture f("09:00:00");
         f.start({anna()});
         QCOMPARE(f.store.calls, 1);
         f.clock.advance(Seconds{59.5});
@@ -176,7 +176,7 @@ private Q_SLOTS:
 
     void duringALoadEachTickStartsAnother()
     {
-        Fixture f("09:00:00");
+        MenuBarViewModelFixture f("09:00:00");
         f.start({anna()});
         f.store.delay = Seconds{4};
         f.clock.advance(Seconds{59.5});
@@ -189,7 +189,7 @@ private Q_SLOTS:
 
     void aChangeoverDuringALoadIsAnnouncedWhenTheLoadEnds()
     {
-        Fixture f("09:58:01");
+        MenuBarViewModelFixture f("09:58:01");
         f.start({anna()});
         f.store.delay = Seconds{4};
         // The load began in the 61st second, a second after the changeover.
@@ -198,7 +198,7 @@ private Q_SLOTS:
                  (QStringList{u"4 min before next lesson"_s, u"1 minute before next lesson"_s}));
         QCOMPARE(f.presenter.presented.back().moment, at("09:59:00"));
 
-        Fixture g("09:58:00");
+        MenuBarViewModelFixture g("09:58:00");
         g.start({anna()});
         g.store.delay = Seconds{4};
         // The load began at the changeover.
@@ -211,7 +211,7 @@ private Q_SLOTS:
 
     void aClockSetBackDelaysTheNextReloadAndNothingElse()
     {
-        Fixture f("10:30:00");
+        MenuBarViewModelFixture f("10:30:00");
         f.start({sampleLesson(u"Anna"_s, at("10:00:00"), minutes(25))});
         f.clock.setWallClock(at("09:55:30"));
         f.clock.advance(minutes(5));
@@ -226,7 +226,7 @@ private Q_SLOTS:
 
     void aTestNotificationKeepsTheSuppression()
     {
-        Fixture f("09:57:00");
+        MenuBarViewModelFixture f("09:57:00");
         f.start({anna()});
         f.model->testNotification();
         f.store.answer = std::vector<Lesson>();
@@ -240,7 +240,7 @@ private Q_SLOTS:
 
     void aFailedReloadKeepsTheLessonsAndTheirBanners()
     {
-        Fixture f("09:55:00");
+        MenuBarViewModelFixture f("09:55:00");
         f.start({anna()});
         f.store.answer = std::unexpected(LessonScheduleError(Failure{u"the service is away"_s}));
         f.clock.advance(minutes(6));
@@ -254,7 +254,7 @@ private Q_SLOTS:
 
     void aWholeLessonRaisesEachBannerOnceInItsSecond()
     {
-        Fixture f("09:00:00");
+        MenuBarViewModelFixture f("09:00:00");
         f.start({anna()});
         f.clock.advance(minutes(120));
         QStringList seen;
@@ -269,7 +269,7 @@ private Q_SLOTS:
 
     void aMovedLessonIsAnnouncedAgain()
     {
-        Fixture f("09:57:00");
+        MenuBarViewModelFixture f("09:57:00");
         f.start({anna()});
         Lesson moved = anna();
         moved.startTime += Seconds{30};
@@ -281,7 +281,7 @@ private Q_SLOTS:
 
     void returningToAStateForTheSameLessonRaisesNothing()
     {
-        Fixture f("09:57:00");
+        MenuBarViewModelFixture f("09:57:00");
         f.start({anna()});
         f.store.answer = std::vector<Lesson>();
         spawn(f.model->reloadLessons());
@@ -296,7 +296,7 @@ private Q_SLOTS:
 
     void theMenuTitleFollowsTheState()
     {
-        Fixture f("09:00:00");
+        MenuBarViewModelFixture f("09:00:00");
         f.start({anna()});
         QStringList titles;
         QObject::connect(f.model.get(), &MenuBarViewModel::currentActionChanged, f.model.get(), [&] {
@@ -311,7 +311,7 @@ private Q_SLOTS:
 
     void startingASecondTimeDoesNothing()
     {
-        Fixture f("09:00:00");
+        MenuBarViewModelFixture f("09:00:00");
         f.start({anna()});
         spawn(f.model->start());
         f.clock.advance(Seconds{10});
@@ -321,7 +321,7 @@ private Q_SLOTS:
 
     void theStartIsLoggedInOrder()
     {
-        Fixture f("09:57:00");
+        MenuBarViewModelFixture f("09:57:00");
         f.start({anna()});
         QCOMPARE(
             f.logged(),
@@ -332,7 +332,7 @@ private Q_SLOTS:
 
     void thePropertiesArePublishedAtEveryReload()
     {
-        Fixture f("09:00:00");
+        MenuBarViewModelFixture f("09:00:00");
         const QSignalSpy lessons(f.model.get(), &MenuBarViewModel::lessonsChanged);
         const QSignalSpy error(f.model.get(), &MenuBarViewModel::lastErrorMessageChanged);
         const QSignalSpy action(f.model.get(), &MenuBarViewModel::currentActionChanged);
@@ -346,7 +346,7 @@ private Q_SLOTS:
 
     void theSnapshotDescribesTheCurrentState()
     {
-        Fixture f("09:56:55");
+        MenuBarViewModelFixture f("09:56:55");
         f.start(
             {anna(), sampleLesson(u"Ben"_s, at("10:25:00"), minutes(25), TeachingPlatform::onlineLesson)});
         f.clock.advance(Seconds{0});
@@ -370,7 +370,7 @@ private Q_SLOTS:
 
     void aTransitionInThePastIsInZeroSeconds()
     {
-        Fixture f("09:55:00"); // idle, whose transition was six minutes before the start
+        MenuBarViewModelFixture f("09:55:00"); // idle, whose transition was six minutes before the start
         f.start({anna()});
         QVERIFY(f.model->debugSnapshot().secondsUntilNextEvent == 0.0);
         QCOMPARE(f.model->debugSnapshot().countdownDescription, u"0s"_s);
@@ -378,7 +378,7 @@ private Q_SLOTS:
 
     void anActionWithoutATransitionHasNoCountdown()
     {
-        Fixture f("10:30:00");
+        MenuBarViewModelFixture f("10:30:00");
         f.start({anna()});
         QVERIFY(!f.model->debugSnapshot().secondsUntilNextEvent);
         QCOMPARE(f.model->debugSnapshot().countdownDescription, u"None"_s);
@@ -387,14 +387,14 @@ private Q_SLOTS:
 
     void longCountdownsAreInMinutes()
     {
-        Fixture f("08:39:00");
+        MenuBarViewModelFixture f("08:39:00");
         f.start({anna()});
         QCOMPARE(f.model->debugSnapshot().countdownDescription, u"75m 0s"_s);
     }
 
     void beforeTheStartTheSnapshotIsEmpty()
     {
-        const Fixture f("09:00:00");
+        const MenuBarViewModelFixture f("09:00:00");
         QCOMPARE(f.model->menuTitle(), u"Quillet"_s);
         QCOMPARE(f.model->currentAction().message, u"No lessons remaining"_s);
         QCOMPARE(f.model->debugSnapshot().countdownDescription, u"None"_s);
@@ -405,7 +405,7 @@ private Q_SLOTS:
 
     void pendingWorkDoesNotTouchADestroyedModel()
     {
-        Fixture f("09:00:00");
+        MenuBarViewModelFixture f("09:00:00");
         f.store.delay = Seconds{5};
         f.start({anna()});
         f.model.reset();
@@ -415,7 +415,7 @@ private Q_SLOTS:
 
     void eachReloadSchedulesBackupsForTheWholeDay()
     {
-        Fixture f("09:00:00");
+        MenuBarViewModelFixture f("09:00:00");
         f.start({anna()});
         QCOMPARE(f.center.requests.size(), std::size_t{5});
         f.store.answer = std::vector{anna(), sampleLesson(u"Ben"_s, at("10:30:00"), minutes(25))};
@@ -429,7 +429,7 @@ private Q_SLOTS:
 
     void aFailedReloadLeavesTheBackupsAlone()
     {
-        Fixture f("09:00:00");
+        MenuBarViewModelFixture f("09:00:00");
         f.start({anna()});
         const auto calls = f.center.calls;
         f.store.answer = std::unexpected(LessonScheduleError(Failure{u"the service is away"_s}));
@@ -440,7 +440,7 @@ private Q_SLOTS:
 
     void failedBackupsDoNotFailTheReload()
     {
-        Fixture f("09:57:00");
+        MenuBarViewModelFixture f("09:57:00");
         f.center.authorization = std::unexpected(Failure{u"no bus"_s});
         f.start({anna()});
         QVERIFY(!f.model->lastErrorMessage());
@@ -450,7 +450,7 @@ private Q_SLOTS:
 
     void theFirstEvaluationWaitsForTheBackups()
     {
-        Fixture f("09:57:00");
+        MenuBarViewModelFixture f("09:57:00");
         f.center.hold();
         f.start({anna()});
         QVERIFY(f.presenter.presented.empty());
@@ -460,7 +460,7 @@ private Q_SLOTS:
 
     void aHangingNotificationCentreDelaysNoBanner()
     {
-        Fixture f("09:50:17");
+        MenuBarViewModelFixture f("09:50:17");
         f.start({anna()});
         f.center.hold();
         Lesson moved = anna();
@@ -475,7 +475,7 @@ private Q_SLOTS:
 
     void aChangeoverDuringAHangingReloadIsAnnouncedByTheNextTick()
     {
-        Fixture f("09:50:00");
+        MenuBarViewModelFixture f("09:50:00");
         f.start({anna()});
         f.center.hold();
         Lesson moved = anna();
@@ -488,7 +488,7 @@ private Q_SLOTS:
 
     void aNotificationCentreThatHangsAtTheStartDelaysBannersByAtMostASecond()
     {
-        Fixture f("09:57:00");
+        MenuBarViewModelFixture f("09:57:00");
         f.center.hold();
         f.start({anna()});
         f.clock.advance(minutes(5));
@@ -501,7 +501,7 @@ private Q_SLOTS:
 
     void theHeartbeatStartsOnceHoweverLongTheFirstBackupsTake()
     {
-        Fixture f("09:00:00");
+        MenuBarViewModelFixture f("09:00:00");
         f.center.hold();
         f.start({anna()});
         f.clock.advance(Seconds{10.5});
@@ -513,7 +513,7 @@ private Q_SLOTS:
 
     void pendingBackupsDoNotTouchADestroyedModel()
     {
-        Fixture f("09:57:00");
+        MenuBarViewModelFixture f("09:57:00");
         f.center.hold();
         f.start({anna()});
         f.model.reset();
@@ -526,7 +526,7 @@ private Q_SLOTS:
 
     void namesWithPercentSignsAreLoggedUnchanged()
     {
-        Fixture f("10:24:30");
+        MenuBarViewModelFixture f("10:24:30");
         f.start({sampleLesson(u"%1 \"Anna\" %2"_s, at("10:00:00"), minutes(25))});
         QCOMPARE(f.logged().last(),
                  u"notification should fire state=wrapUp message=\"Finish up %1 \"Anna\" %2\""_s);
@@ -535,7 +535,7 @@ private Q_SLOTS:
     void aNameCannotForgeALogLine()
     {
         const QString name = u"Ben\nforged\x7f\u202B"_s;
-        Fixture f("10:24:30");
+        MenuBarViewModelFixture f("10:24:30");
         f.start({sampleLesson(name, at("10:00:00"), minutes(25))});
         QCOMPARE(f.logged().last(),
                  u"notification should fire state=wrapUp message=\"Finish up Ben forged \""_s);

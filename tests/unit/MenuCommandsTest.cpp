@@ -15,8 +15,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Fixture : ViewModelFixture {
-    Fixture() : ViewModelFixture("09:00:00") {}
+struct MenuCommandsFixture : ViewModelFixture {
+    MenuCommandsFixture() : ViewModelFixture("09:00:00") {}
 
     std::vector<WindowName> windows{windowNames::setup(), windowNames::help(), windowNames::about(),
                                     windowNames::settings(), windowNames::debug()};
@@ -56,7 +56,7 @@ class MenuCommandsTest final : public QObject {
 private Q_SLOTS:
     void theCommandsAreInOrder()
     {
-        Fixture f;
+        MenuCommandsFixture f;
         QCOMPARE(f.texts(), (QStringList{u"- Test Notification"_s, u"Quick Start"_s, u"User Manual"_s,
                                          u"About Quillet"_s, u"Settings"_s, u"Show Debug Window"_s,
                                          u"- Quit Quillet"_s}));
@@ -66,7 +66,7 @@ private Q_SLOTS:
 
     void aCommandWithoutAWindowIsLeftOut()
     {
-        Fixture f;
+        MenuCommandsFixture f;
         f.windows = {windowNames::about()};
         QCOMPARE(f.texts(), (QStringList{u"- Test Notification"_s, u"About Quillet"_s, u"- Quit Quillet"_s}));
         f.windows.clear();
@@ -75,7 +75,7 @@ private Q_SLOTS:
 
     void eachCommandOpensItsWindow()
     {
-        Fixture f;
+        MenuCommandsFixture f;
         f.press(u"Quick Start"_s);
         f.press(u"User Manual"_s);
         f.press(u"About Quillet"_s);
@@ -90,7 +90,7 @@ private Q_SLOTS:
 
     void testNotificationRaisesABanner()
     {
-        Fixture f;
+        MenuCommandsFixture f;
         f.press(u"Test Notification"_s);
         QCOMPARE(f.presenter.presented.size(), std::size_t{1});
         QVERIFY(f.opened.empty());
@@ -98,14 +98,14 @@ private Q_SLOTS:
 
     void quitQuits()
     {
-        Fixture f;
+        MenuCommandsFixture f;
         f.press(u"Quit Quillet"_s);
         QCOMPARE(f.quits, 1);
     }
 
     void quickStartReopensACompletedSetup()
     {
-        Fixture f;
+        MenuCommandsFixture f;
         f.settings.setHasCompletedWelcome(true);
         f.press(u"Quick Start"_s);
         QCOMPARE(f.opened, std::vector<WindowName>{windowNames::setup()});
@@ -113,7 +113,7 @@ private Q_SLOTS:
 
     void eachAppearanceBringsSetupForwardUntilItIsCompleted()
     {
-        Fixture f;
+        MenuCommandsFixture f;
         openSetupUnlessCompleted(*f.model, f.actions);
         QVERIFY(f.openedBeside.empty()); // not before the next turn of the event loop
         QCoreApplication::processEvents();
@@ -130,7 +130,7 @@ private Q_SLOTS:
 
     void aMissingSetupWindowIsNotOpened()
     {
-        Fixture f;
+        MenuCommandsFixture f;
         f.windows.clear();
         openSetupUnlessCompleted(*f.model, f.actions);
         QCoreApplication::processEvents();
@@ -139,7 +139,7 @@ private Q_SLOTS:
 
     void appearingReloadsTheLessons()
     {
-        Fixture f;
+        MenuCommandsFixture f;
         f.store.answer = std::vector{sampleLesson(u"Anna"_s, at("10:00:00"), minutes(25))};
         menuContentAppeared(*f.model, f.actions);
         QCoreApplication::processEvents();
@@ -149,7 +149,7 @@ private Q_SLOTS:
 
     void aFloodOfAppearancesReloadsTheLessonsOnce()
     {
-        Fixture f;
+        MenuCommandsFixture f;
         f.store.answer = std::vector{sampleLesson(u"Anna"_s, at("10:00:00"), minutes(25))};
         for (int appearance = 0; appearance < 3000; ++appearance) {
             menuContentAppeared(*f.model, f.actions);
@@ -167,7 +167,7 @@ private Q_SLOTS:
 
     void aModelDestroyedBeforeTheNextTurnOpensNothing()
     {
-        Fixture f;
+        MenuCommandsFixture f;
         openSetupUnlessCompleted(*f.model, f.actions);
         f.model.reset();
         QCoreApplication::processEvents();

@@ -16,7 +16,7 @@ using Condition = CalendarStatus::Condition;
 
 namespace {
 
-Lesson lessonAt(const char *time, const QString &student = u"Anna"_s)
+Lesson lessonOfStudentAt(const char *time, const QString &student = u"Anna"_s)
 {
     return sampleLesson(student, at(time), minutes(25));
 }
@@ -62,7 +62,7 @@ private Q_SLOTS:
         QFETCH(Date, now);
         QFETCH(bool, isDue);
         // Not sorted by start.
-        const std::vector lessons{lessonAt("12:00:00"), lessonAt("10:00:00")};
+        const std::vector lessons{lessonOfStudentAt("12:00:00"), lessonOfStudentAt("10:00:00")};
         QCOMPARE(readiness::dueLook(lessons, now), isDue ? std::optional(at("10:00:00")) : std::nullopt);
     }
 
@@ -90,7 +90,7 @@ private Q_SLOTS:
 
     void everyFutureBackupMustBePending()
     {
-        const std::vector lessons{lessonAt("10:00:00"), lessonAt("11:00:00", u"Ben"_s)};
+        const std::vector lessons{lessonOfStudentAt("10:00:00"), lessonOfStudentAt("11:00:00", u"Ben"_s)};
         const QStringList all = backupsOf(lessons[0]) + backupsOf(lessons[1]);
         QVERIFY(readiness::hasBackups(lessons, all + QStringList{u"other.1"_s}, u"own."_s, at("09:40:00")));
         QVERIFY(readiness::hasBackups({}, {}, u"own."_s, at("09:40:00")));
@@ -104,7 +104,7 @@ private Q_SLOTS:
 
     void dueAndPastBackupsAreNotMissed()
     {
-        const Lesson lesson = lessonAt("10:00:00");
+        const Lesson lesson = lessonOfStudentAt("10:00:00");
         QVERIFY(readiness::hasBackups({lesson}, {}, u"own."_s, at("10:25:00")));
         // All but the first, which is due four minutes before the start and no longer missed a minute
         // earlier.
@@ -115,7 +115,7 @@ private Q_SLOTS:
 
     void aNameCutByTheAgentIsNotMissed()
     {
-        const Lesson lesson = lessonAt("10:00:00", QString(1000, u'x'));
+        const Lesson lesson = lessonOfStudentAt("10:00:00", QString(1000, u'x'));
         QStringList pending = backupsOf(lesson);
         for (QString &identifier : pending) {
             identifier = identifier.first(200) + u"…digest"_s;

@@ -18,7 +18,7 @@ namespace {
 
 constexpr Seconds sixHours{6.0 * 3600};
 
-struct Fixture : ViewModelFixture {
+struct ReloadAfterJumpFixture : ViewModelFixture {
     using ViewModelFixture::ViewModelFixture;
 
     FakeSystemWatcher watcher;
@@ -49,11 +49,6 @@ struct Fixture : ViewModelFixture {
     }
 };
 
-Lesson lessonAt(const char *time)
-{
-    return sampleLesson(u"Anna"_s, at(time), minutes(25));
-}
-
 QStringList allPhases()
 {
     return {u"prepare"_s, u"oneMinuteWarning"_s, u"joinPlatform"_s, u"startNow"_s, u"wrapUp"_s};
@@ -67,7 +62,7 @@ class ReloadAfterJumpTest final : public QObject {
 private Q_SLOTS:
     void withoutItAClockSetBackStopsReloads()
     {
-        Fixture f("16:00:00");
+        ReloadAfterJumpFixture f("16:00:00");
         f.reloads.reset();
         f.start({});
         f.setClockBack(sixHours);
@@ -77,7 +72,7 @@ private Q_SLOTS:
 
     void afterAClockSetBackLessonsBannersAndBackupsAreRight()
     {
-        Fixture f("16:00:00");
+        ReloadAfterJumpFixture f("16:00:00");
         f.start({lessonAt("10:30:00")});
         QCOMPARE(f.pending(), 0);
         f.setClockBack(sixHours);
@@ -99,7 +94,7 @@ private Q_SLOTS:
     {
         // The lesson is in progress by the wrong time and still to come by the right one; the lessons stay
         // the same.
-        Fixture f("16:05:00");
+        ReloadAfterJumpFixture f("16:05:00");
         f.start({lessonAt("16:00:00")});
         QCOMPARE(f.pending(), 1);
         f.setClockBack(sixHours);
@@ -110,7 +105,7 @@ private Q_SLOTS:
 
     void aRunOvertakenByTheJumpIsRepeated()
     {
-        Fixture f("16:05:00");
+        ReloadAfterJumpFixture f("16:05:00");
         f.center.hold();
         f.start({lessonAt("16:00:00")});
         // By the wrong time, the run skips four steps and is about to hand over the fifth.
@@ -128,7 +123,7 @@ private Q_SLOTS:
 
     void wakingAndAReturningNetworkReloadOnce()
     {
-        Fixture f("09:00:00");
+        ReloadAfterJumpFixture f("09:00:00");
         f.start({});
         f.watcher.sleepAndWake();
         QCOMPARE(f.store.calls, 2);
@@ -142,7 +137,7 @@ private Q_SLOTS:
 
     void anotherZoneReloadsNothing()
     {
-        Fixture f("09:00:00");
+        ReloadAfterJumpFixture f("09:00:00");
         f.start({});
         f.watcher.setZone("America/Havana");
         f.clock.advance(Seconds{30});
@@ -151,7 +146,7 @@ private Q_SLOTS:
 
     void aFailedLoadIsRetriedEachSecondUntilOneSucceeds()
     {
-        Fixture f("16:00:00");
+        ReloadAfterJumpFixture f("16:00:00");
         f.start({});
         f.store.answer = std::unexpected(CalendarAccessError::denied);
         f.setClockBack(sixHours);
@@ -168,7 +163,7 @@ private Q_SLOTS:
 
     void aJumpBeforeTheFirstSuccessfulLoadIsHandled()
     {
-        Fixture f("16:00:00");
+        ReloadAfterJumpFixture f("16:00:00");
         f.store.answer = std::unexpected(CalendarAccessError::denied);
         spawn(f.model->start());
         f.setClockBack(sixHours);
@@ -183,7 +178,7 @@ private Q_SLOTS:
 
     void aLoadThatBeganBeforeTheJumpDoesNotCount()
     {
-        Fixture f("16:00:00");
+        ReloadAfterJumpFixture f("16:00:00");
         f.store.delay = Seconds{3};
         f.start({});
         f.clock.advance(Seconds{1});
@@ -200,7 +195,7 @@ private Q_SLOTS:
 
     void severalJumpsShareOneRetryPerSecond()
     {
-        Fixture f("09:00:00");
+        ReloadAfterJumpFixture f("09:00:00");
         f.start({});
         f.store.answer = std::unexpected(CalendarAccessError::denied);
         for (int times = 0; times < 5; ++times) {
@@ -213,7 +208,7 @@ private Q_SLOTS:
 
     void aHangingNotificationServiceDelaysNoLoad()
     {
-        Fixture f("16:00:00");
+        ReloadAfterJumpFixture f("16:00:00");
         f.start({});
         f.center.hold();
         f.store.answer = std::vector{lessonAt("10:30:00")};
@@ -225,7 +220,7 @@ private Q_SLOTS:
 
     void destroyingItEndsTheRetries()
     {
-        Fixture f("16:00:00");
+        ReloadAfterJumpFixture f("16:00:00");
         f.start({});
         f.store.answer = std::unexpected(CalendarAccessError::denied);
         f.setClockBack(sixHours);

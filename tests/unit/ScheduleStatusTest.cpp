@@ -17,14 +17,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Lesson lesson(const char *start, double lengthInMinutes = 50, const QString &student = u"Anna"_s)
+Lesson lessonFrom(const char *start, double lengthInMinutes = 50, const QString &student = u"Anna"_s)
 {
     return sampleLesson(student, at(start), minutes(lengthInMinutes));
 }
 
 std::vector<Lesson> fourLessons()
 {
-    return {lesson("09:00:00"), lesson("10:00:00"), lesson("11:00:00"), lesson("12:00:00")};
+    return {lessonFrom("09:00:00"), lessonFrom("10:00:00"), lessonFrom("11:00:00"), lessonFrom("12:00:00")};
 }
 
 TeachingAction nothingToDo(Date now)
@@ -74,9 +74,9 @@ private Q_SLOTS:
         QCOMPARE(
             shown(fourLessons(), at("10:20:00")),
             (QStringList{u"09:00 Completed"_s, u"10:00 IN PROGRESS In progress"_s, u"11:00 NEXT in 40m"_s}));
-        const Lesson running = lesson("10:00:00");
+        const Lesson running = lessonFrom("10:00:00");
         QCOMPARE(background(running, at("10:20:00"), false), Background::inProgress);
-        QCOMPARE(background(lesson("11:00:00"), at("10:20:00"), true), Background::next);
+        QCOMPARE(background(lessonFrom("11:00:00"), at("10:20:00"), true), Background::next);
     }
 
     void betweenTwoLessonsTheNextTwoAreShown()
@@ -93,7 +93,7 @@ private Q_SLOTS:
 
     void aLessonInFortyFiveSecondsSaysSo()
     {
-        QCOMPARE(statusText(lesson("10:00:00"), at("09:59:15")), u"in 45s"_s);
+        QCOMPARE(statusText(lessonFrom("10:00:00"), at("09:59:15")), u"in 45s"_s);
     }
 
     void allTodayShowsAllFour()
@@ -123,20 +123,20 @@ private Q_SLOTS:
 
     void aLessonThatStartsNowIsInProgress()
     {
-        QCOMPARE(shown({lesson("10:00:00")}, at("10:00:00")),
+        QCOMPARE(shown({lessonFrom("10:00:00")}, at("10:00:00")),
                  QStringList{u"10:00 IN PROGRESS In progress"_s});
-        QCOMPARE(shown({lesson("10:00:00")}, at("09:59:59.999")), QStringList{u"10:00 NEXT in 0s"_s});
+        QCOMPARE(shown({lessonFrom("10:00:00")}, at("09:59:59.999")), QStringList{u"10:00 NEXT in 0s"_s});
     }
 
     void aLessonThatEndsNowIsCompleted()
     {
-        QCOMPARE(shown({lesson("10:00:00", 50)}, at("10:50:00")), QStringList{u"10:00 Completed"_s});
-        QCOMPARE(progress(lesson("10:00:00", 50), at("10:49:59.999")), Progress::inProgress);
+        QCOMPARE(shown({lessonFrom("10:00:00", 50)}, at("10:50:00")), QStringList{u"10:00 Completed"_s});
+        QCOMPARE(progress(lessonFrom("10:00:00", 50), at("10:49:59.999")), Progress::inProgress);
     }
 
     void aLessonOfNoLengthIsNeverInProgress()
     {
-        const Lesson point = lesson("10:00:00", 0);
+        const Lesson point = lessonFrom("10:00:00", 0);
         QCOMPARE(progress(point, at("09:59:59.999")), Progress::upcoming);
         QCOMPARE(progress(point, at("10:00:00")), Progress::completed);
         QCOMPARE(shown({point}, at("10:00:00")), QStringList{u"10:00 Completed"_s});
@@ -144,8 +144,9 @@ private Q_SLOTS:
 
     void ofOverlappingLessonsTheFirstInProgressIsShown()
     {
-        const std::vector<Lesson> overlapping{lesson("09:00:00", 180, u"Long"_s), lesson("10:00:00", 25),
-                                              lesson("10:15:00", 25), lesson("11:00:00", 25)};
+        const std::vector<Lesson> overlapping{lessonFrom("09:00:00", 180, u"Long"_s),
+                                              lessonFrom("10:00:00", 25), lessonFrom("10:15:00", 25),
+                                              lessonFrom("11:00:00", 25)};
         QCOMPARE(shown(overlapping, at("10:20:00")),
                  (QStringList{u"09:00 IN PROGRESS In progress"_s, u"11:00 NEXT in 40m"_s}));
         // The lesson of 10:15 is over, although it comes after one that is in progress.
@@ -168,7 +169,7 @@ private Q_SLOTS:
         lessons.reserve(50);
         for (int number = 0; number < 50; ++number) {
             lessons.push_back(
-                lesson(number % 2 == 0 ? "11:00:00" : "10:00:00", 25, u"Z%1"_s.arg(50 - number)));
+                lessonFrom(number % 2 == 0 ? "11:00:00" : "10:00:00", 25, u"Z%1"_s.arg(50 - number)));
         }
         const std::vector<Lesson> sorted = scheduleLessons(lessons, nothingToDo(at("09:00:00")));
         for (std::size_t index = 0; index < 25; ++index) {
@@ -181,14 +182,14 @@ private Q_SLOTS:
     {
         const Date now = at("10:20:00");
         TeachingAction action = nothingToDo(now);
-        action.lesson = lesson("10:00:00");
-        action.nextLesson = lesson("11:00:00");
+        action.lesson = lessonFrom("10:00:00");
+        action.nextLesson = lessonFrom("11:00:00");
         QCOMPARE(shown({}, now, false, action),
                  (QStringList{u"10:00 IN PROGRESS In progress"_s, u"11:00 NEXT in 40m"_s}));
-        QCOMPARE(shown({lesson("08:00:00")}, now, false, action), QStringList{u"08:00 Completed"_s});
+        QCOMPARE(shown({lessonFrom("08:00:00")}, now, false, action), QStringList{u"08:00 Completed"_s});
         action.nextLesson.reset();
         QCOMPARE(shown({}, now, false, action), QStringList{u"10:00 IN PROGRESS In progress"_s});
-        action.nextLesson = lesson("11:00:00");
+        action.nextLesson = lessonFrom("11:00:00");
         action.lesson.reset();
         QCOMPARE(shown({}, now, false, action), QStringList{u"11:00 NEXT in 40m"_s});
     }
@@ -197,7 +198,7 @@ private Q_SLOTS:
     {
         const Date now = at("09:57:00");
         TeachingAction action = nothingToDo(now);
-        action.lesson = action.nextLesson = lesson("10:00:00");
+        action.lesson = action.nextLesson = lessonFrom("10:00:00");
         QCOMPARE(shown({}, now, false, action), QStringList{u"10:00 NEXT in 3m"_s});
         action.nextLesson->id = QUuid::createUuid();
         QCOMPARE(shown({}, now, true, action).size(), 2);
@@ -231,7 +232,7 @@ private Q_SLOTS:
 
     void backgroundsHaveAnOrderOfPrecedence()
     {
-        const Lesson row = lesson("10:00:00");
+        const Lesson row = lessonFrom("10:00:00");
         QCOMPARE(background(row, at("09:00:00"), true), Background::next);
         QCOMPARE(background(row, at("10:10:00"), true), Background::next);
         QCOMPARE(background(row, at("10:10:00"), false), Background::inProgress);
@@ -245,7 +246,7 @@ private Q_SLOTS:
 
     void aBadgeSaysInProgressBeforeNext()
     {
-        const Lesson row = lesson("10:00:00");
+        const Lesson row = lessonFrom("10:00:00");
         QCOMPARE(badge(row, at("10:10:00"), true), Badge::inProgress);
         QCOMPARE(badge(row, at("09:00:00"), true), Badge::next);
         QCOMPARE(badge(row, at("09:00:00"), false), Badge::none);
@@ -258,7 +259,7 @@ private Q_SLOTS:
 
     void aRowIsReadAsOneSentence()
     {
-        const Lesson row = lesson("10:00:00");
+        const Lesson row = lessonFrom("10:00:00");
         const QLocale locale = QLocale::c();
         QCOMPARE(rowText(row, at("09:55:00"), true, locale), u"10:00, Anna, Zoom, NEXT, in 5m"_s);
         QCOMPARE(rowText(row, at("09:55:00"), false, locale), u"10:00, Anna, Zoom, in 5m"_s);

@@ -15,12 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Lesson lessonAt(const char *time)
-{
-    return sampleLesson(u"Anna"_s, at(time), minutes(25));
-}
-
-struct Fixture : ViewModelFixture {
+struct SleepGuardFixture : ViewModelFixture {
     using ViewModelFixture::ViewModelFixture;
 
     FakePowerSource power;
@@ -65,7 +60,7 @@ private Q_SLOTS:
 
     void theMachineIsKeptAwakeUntilTheLessonEnds()
     {
-        Fixture f("08:00:00");
+        SleepGuardFixture f("08:00:00");
         f.start({lessonAt("10:00:00")});
         f.clock.advanceTo(at("08:59:59"));
         QVERIFY(!f.inhibitor.isHeld);
@@ -80,7 +75,7 @@ private Q_SLOTS:
 
     void withoutLessonsAReloadReleasesIt()
     {
-        Fixture f("09:30:00");
+        SleepGuardFixture f("09:30:00");
         f.start({lessonAt("10:00:00")});
         QVERIFY(f.inhibitor.isHeld);
         f.store.answer = std::vector<Lesson>{};
@@ -90,7 +85,7 @@ private Q_SLOTS:
 
     void aPowerChangeTakesEffectAtOnce()
     {
-        Fixture f("09:30:00");
+        SleepGuardFixture f("09:30:00");
         f.start({lessonAt("10:00:00")});
         f.power.setOnBattery(true);
         QVERIFY(!f.inhibitor.isHeld);

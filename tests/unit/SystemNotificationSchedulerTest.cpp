@@ -26,8 +26,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Fixture {
-    explicit Fixture(const char *time) : clock(at(time)) {}
+struct SystemNotificationSchedulerFixture {
+    explicit SystemNotificationSchedulerFixture(const char *time) : clock(at(time)) {}
 
     ManualClock clock;
     QTemporaryDir library;
@@ -53,7 +53,7 @@ struct Fixture {
 // 10:00:00 on the day of at(), in seconds since 1970, as in the identifiers.
 constexpr auto tenOClock = "1794823200";
 
-Lesson anna(TeachingPlatform platform = TeachingPlatform::zoom)
+Lesson annasLesson(TeachingPlatform platform = TeachingPlatform::zoom)
 {
     return sampleLesson(u"Anna"_s, at("10:00:00"), minutes(25), platform);
 }
@@ -92,7 +92,7 @@ int endOfMakingRequests(double start)
         const rlimit none{0, 0};
         ::setrlimit(RLIMIT_CORE, &none);
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
-        Lesson lesson = anna();
+        Lesson lesson = annasLesson();
         lesson.startTime = dateSince1970(start);
         const auto requests = backupNotifications(lesson, {});
         ::_exit(requests.front().identifier.isEmpty() ? 1 : 0);
@@ -112,7 +112,7 @@ class SystemNotificationSchedulerTest : public QObject {
 private Q_SLOTS:
     void aLessonHasFiveNotificationsWithTextsAndFireDates()
     {
-        const auto requests = backupNotifications(anna(), u"quillet.backup."_s);
+        const auto requests = backupNotifications(annasLesson(), u"quillet.backup."_s);
         struct Expected {
             const char *kind;
             Date fireDate;
@@ -160,7 +160,7 @@ private Q_SLOTS:
 
     void fireDatesFollowTheProfileButTheWordingDoesNot()
     {
-        Lesson lesson = anna();
+        Lesson lesson = annasLesson();
         lesson.profile.preparationLeadTime = minutes(10);
         lesson.profile.joinEarlyTime = Seconds{90};
         lesson.profile.finishUpLeadTime = Seconds{120};
@@ -169,7 +169,8 @@ private Q_SLOTS:
         QCOMPARE(requests[0].body, u"Anna starts in 4 minutes."_s);
         QCOMPARE(requests[2].fireDate, at("09:58:30"));
         QCOMPARE(requests[4].fireDate, at("10:23:00"));
-        QCOMPARE(backupNotifications(anna(TeachingPlatform::microsoftTeams), {})[2].fireDate, at("09:59:00"));
+        QCOMPARE(backupNotifications(annasLesson(TeachingPlatform::microsoftTeams), {})[2].fireDate,
+                 at("09:59:00"));
     }
 
     void aStudentsNameIsUsedUnchanged()
@@ -194,9 +195,9 @@ private Q_SLOTS:
 
     void aRunAsksRemovesAndAddsInOrder()
     {
-        Fixture f("09:00:00");
+        SystemNotificationSchedulerFixture f("09:00:00");
         const Lesson ben = sampleLesson(u"Ben"_s, at("10:00:00"), minutes(25));
-        f.schedule({ben, anna()});
+        f.schedule({ben, annasLesson()});
         QStringList expected{u"authorize"_s, u"pending"_s, u"remove "_s};
         for (const QString &id : allIdentifiers(u"Ben"_s) + allIdentifiers()) {
             expected.append(u"add "_s + id);
@@ -207,38 +208,38 @@ private Q_SLOTS:
 
     void theSameLessonsAgainDoNothing()
     {
-        Fixture f("09:00:00");
-        f.schedule({anna()});
+        SystemNotificationSchedulerFixture f("09:00:00");
+        f.schedule({annasLesson()});
         f.center.calls.clear();
         f.clock.advance(minutes(1));
-        f.schedule({anna()}); // the same lesson with a new identifier
+        f.schedule({annasLesson()}); // the same lesson with a new identifier
         QVERIFY(f.center.calls.isEmpty());
         QCOMPARE(f.logged(), QStringList{scheduledOne});
     }
 
     void aZoomLessonHalfAMinuteAwayGetsOnlyStartAndFinish()
     {
-        Fixture f("09:59:30");
-        f.schedule({anna()});
+        SystemNotificationSchedulerFixture f("09:59:30");
+        f.schedule({annasLesson()});
         QCOMPARE(f.center.identifiers(), (QStringList{identifier("start"), identifier("finish")}));
         QCOMPARE(f.logged(), QStringList{scheduledOne});
     }
 
     void aFireDateNowIsSkippedButOneJustAheadIsNot()
     {
-        Fixture f("09:59:39.9");
-        f.schedule({anna()});
+        SystemNotificationSchedulerFixture f("09:59:39.9");
+        f.schedule({annasLesson()});
         QCOMPARE(f.center.identifiers(), (QStringList{identifier("start"), identifier("finish")}));
-        Fixture g("09:59:40");
-        g.schedule({anna()});
+        SystemNotificationSchedulerFixture g("09:59:40");
+        g.schedule({annasLesson()});
         QCOMPARE(g.center.identifiers(), QStringList{identifier("finish")});
     }
 
     void aLessonThatEndedASecondAgoIsNeitherInTheSignatureNorScheduled()
     {
-        Fixture f("10:25:01");
+        SystemNotificationSchedulerFixture f("10:25:01");
         const Lesson ben = sampleLesson(u"Ben"_s, at("11:00:00"), minutes(25));
-        f.schedule({anna(), ben});
+        f.schedule({annasLesson(), ben});
         QCOMPARE(f.center.requests.size(), std::size_t{5});
         QCOMPARE(f.logged(), QStringList{scheduledOne});
         f.center.calls.clear();
@@ -248,31 +249,31 @@ private Q_SLOTS:
 
     void aLessonThatEndsNowHasEnded()
     {
-        Fixture f("10:25:00");
-        f.schedule({anna()});
+        SystemNotificationSchedulerFixture f("10:25:00");
+        f.schedule({annasLesson()});
         QCOMPARE(f.logged(), QStringList{u"scheduled system backup notifications lessons=0"_s});
     }
 
     void aLessonInProgressKeepsItsFinish()
     {
-        Fixture f("10:10:00");
-        f.schedule({anna()});
+        SystemNotificationSchedulerFixture f("10:10:00");
+        f.schedule({annasLesson()});
         QCOMPARE(f.center.identifiers(), QStringList{identifier("finish")});
     }
 
     void aLessonInItsLastMinuteCountsWithoutNotifications()
     {
-        Fixture f("10:24:30");
-        f.schedule({anna()});
+        SystemNotificationSchedulerFixture f("10:24:30");
+        f.schedule({annasLesson()});
         QVERIFY(f.center.requests.empty());
         QCOMPARE(f.logged(), QStringList{scheduledOne});
     }
 
     void withEveryLessonRemovedAllBackupsAreRemoved()
     {
-        Fixture f("09:00:00");
+        SystemNotificationSchedulerFixture f("09:00:00");
         f.center.requests.push_back(foreign());
-        f.schedule({anna()});
+        f.schedule({annasLesson()});
         f.center.calls.clear();
         f.schedule({});
         QCOMPARE(f.center.calls,
@@ -287,7 +288,7 @@ private Q_SLOTS:
 
     void theFirstRunCompletesEvenWithoutLessons()
     {
-        Fixture f("09:00:00");
+        SystemNotificationSchedulerFixture f("09:00:00");
         f.schedule({});
         QCOMPARE(f.center.calls, (QStringList{u"authorize"_s, u"pending"_s, u"remove "_s}));
         QCOMPARE(f.logged(), QStringList{u"scheduled system backup notifications lessons=0"_s});
@@ -295,10 +296,10 @@ private Q_SLOTS:
 
     void lessonsWithTheSameStudentAndStartShareRequestsAndTheLastWins()
     {
-        Fixture f("09:00:00");
+        SystemNotificationSchedulerFixture f("09:00:00");
         const Lesson longer =
             sampleLesson(u"Anna"_s, at("10:00:00"), minutes(50), TeachingPlatform::microsoftTeams);
-        f.schedule({anna(), longer});
+        f.schedule({annasLesson(), longer});
         QCOMPARE(f.center.identifiers(), allIdentifiers());
         QCOMPARE(f.center.requests[2].fireDate, at("09:59:00"));
         QCOMPARE(f.center.requests[4].fireDate, at("10:49:00"));
@@ -307,9 +308,9 @@ private Q_SLOTS:
 
     void aMovedLessonsBackupsReplaceTheEarlierOnes()
     {
-        Fixture f("09:00:00");
-        f.schedule({anna()});
-        Lesson moved = anna();
+        SystemNotificationSchedulerFixture f("09:00:00");
+        f.schedule({annasLesson()});
+        Lesson moved = annasLesson();
         moved.startTime += Seconds{30};
         f.schedule({moved});
         QCOMPARE(f.center.requests.size(), std::size_t{5});
@@ -321,9 +322,9 @@ private Q_SLOTS:
 
     void aStartThatMovesByAFractionIsAnotherSchedule()
     {
-        Fixture f("09:00:00");
-        f.schedule({anna()});
-        Lesson moved = anna();
+        SystemNotificationSchedulerFixture f("09:00:00");
+        f.schedule({annasLesson()});
+        Lesson moved = annasLesson();
         moved.startTime += Seconds{0.25};
         f.schedule({moved});
         QCOMPARE(f.logged(), (QStringList{scheduledOne, scheduledOne}));
@@ -333,71 +334,71 @@ private Q_SLOTS:
 
     void theOrderOfTheLessonsIsPartOfTheSignature()
     {
-        Fixture f("09:00:00");
+        SystemNotificationSchedulerFixture f("09:00:00");
         const Lesson ben = sampleLesson(u"Ben"_s, at("10:00:00"), minutes(25));
-        f.schedule({anna(), ben});
-        f.schedule({ben, anna()});
+        f.schedule({annasLesson(), ben});
+        f.schedule({ben, annasLesson()});
         QCOMPARE(f.logged().size(), 2);
     }
 
     void aRefusedPermissionIsLoggedAndAskedAgain()
     {
-        Fixture f("09:00:00");
+        SystemNotificationSchedulerFixture f("09:00:00");
         f.center.authorization = false;
-        f.schedule({anna()});
-        f.schedule({anna()});
+        f.schedule({annasLesson()});
+        f.schedule({annasLesson()});
         QCOMPARE(f.center.calls, (QStringList{u"authorize"_s, u"authorize"_s}));
         const auto refused = u"system notification permission was not granted"_s;
         QCOMPARE(f.logged(), (QStringList{refused, refused}));
         f.center.authorization = true;
-        f.schedule({anna()});
+        f.schedule({annasLesson()});
         QCOMPARE(f.center.identifiers(), allIdentifiers());
     }
 
     void aFailedAuthorisationIsLoggedAndTriedAgain()
     {
-        Fixture f("09:00:00");
+        SystemNotificationSchedulerFixture f("09:00:00");
         f.center.authorization = std::unexpected(Failure{u"there is no session bus"_s});
-        f.schedule({anna()});
+        f.schedule({annasLesson()});
         QCOMPARE(f.center.calls, QStringList{u"authorize"_s});
         QCOMPARE(f.logged(),
                  QStringList{u"system notification scheduling failed error=there is no session bus"_s});
         f.center.authorization = true;
-        f.schedule({anna()});
+        f.schedule({annasLesson()});
         QCOMPARE(f.center.identifiers(), allIdentifiers());
     }
 
     void aFailedQueryOfPendingRequestsEndsTheRun()
     {
-        Fixture f("09:00:00");
+        SystemNotificationSchedulerFixture f("09:00:00");
         f.center.pendingFailure = Failure{u"gone"_s};
-        f.schedule({anna()});
+        f.schedule({annasLesson()});
         QCOMPARE(f.center.calls, (QStringList{u"authorize"_s, u"pending"_s}));
         QCOMPARE(f.logged(), QStringList{u"system notification scheduling failed error=gone"_s});
     }
 
     void aFailedRemovalEndsTheRun()
     {
-        Fixture f("09:00:00");
+        SystemNotificationSchedulerFixture f("09:00:00");
         f.center.removalFailure = Failure{u"gone"_s};
-        f.schedule({anna()});
+        f.schedule({annasLesson()});
         QCOMPARE(f.center.calls, (QStringList{u"authorize"_s, u"pending"_s, u"remove "_s}));
         QCOMPARE(f.logged(), QStringList{u"system notification scheduling failed error=gone"_s});
     }
 
     void aFailedAddEndsTheRunAndTheNextRunRepeatsAll()
     {
-        Fixture f("09:00:00");
+        SystemNotificationSchedulerFixture f("09:00:00");
         f.center.addFailure = Failure{u"the disk is full"_s};
         f.center.addsBeforeFailure = 2;
-        f.schedule({anna()});
+        f.schedule({annasLesson()});
         QCOMPARE(f.center.identifiers(), (QStringList{identifier("prepare"), identifier("one-minute")}));
         QCOMPARE(f.center.calls.last(), u"add "_s + identifier("join"));
         QCOMPARE(f.logged(), QStringList{u"system notification scheduling failed error=the disk is full"_s});
 
         f.center.addFailure.reset();
         f.center.calls.clear();
-        f.schedule({anna()});
+        f.schedule({annasLesson()});
         QCOMPARE(f.center.calls.at(2),
                  u"remove "_s + identifier("prepare") + u", "_s + identifier("one-minute"));
         QCOMPARE(f.center.identifiers(), allIdentifiers());
@@ -406,20 +407,20 @@ private Q_SLOTS:
 
     void aFailedRunKeepsTheSignatureOfTheLastCompleteOne()
     {
-        Fixture f("09:00:00");
-        f.schedule({anna()});
+        SystemNotificationSchedulerFixture f("09:00:00");
+        f.schedule({annasLesson()});
         f.center.authorization = std::unexpected(Failure{u"away"_s});
         f.schedule({});
         f.center.calls.clear();
-        f.schedule({anna()}); // still the last schedule that was completed
+        f.schedule({annasLesson()}); // still the last schedule that was completed
         QVERIFY(f.center.calls.isEmpty());
     }
 
     void theFiveRequestsAreAddedInTurn()
     {
-        Fixture f("09:00:00");
+        SystemNotificationSchedulerFixture f("09:00:00");
         f.center.hold();
-        f.schedule({anna()});
+        f.schedule({annasLesson()});
         for (int done = 0; done < 8; ++done) {
             QCOMPARE(f.center.calls.size(), done + 1);
             QCOMPARE(f.center.waitingCount(), std::size_t{1});
@@ -431,9 +432,9 @@ private Q_SLOTS:
 
     void aFireDateThatPassesDuringTheRunIsSkipped()
     {
-        Fixture f("09:58:59");
+        SystemNotificationSchedulerFixture f("09:58:59");
         f.center.hold();
-        f.schedule({anna()});
+        f.schedule({annasLesson()});
         for (int done = 0; done < 3; ++done) {
             f.center.releaseOne();
         }
@@ -446,10 +447,10 @@ private Q_SLOTS:
 
     void ofTwoOverlappingRunsTheLastToEndDecides()
     {
-        Fixture f("09:00:00");
+        SystemNotificationSchedulerFixture f("09:00:00");
         const Lesson ben = sampleLesson(u"Ben"_s, at("10:00:00"), minutes(25));
         f.center.hold();
-        f.schedule({anna()});
+        f.schedule({annasLesson()});
         f.schedule({ben});
         QCOMPARE(f.center.calls, (QStringList{u"authorize"_s, u"authorize"_s}));
         f.center.release();
@@ -460,16 +461,16 @@ private Q_SLOTS:
         f.center.calls.clear();
         f.schedule({ben});
         QVERIFY(f.center.calls.isEmpty());
-        f.schedule({anna()});
+        f.schedule({annasLesson()});
         QCOMPARE(f.center.identifiers(), allIdentifiers());
     }
 
     void aLaterRunRemovesWhatAnEarlierOneStillAdds()
     {
-        Fixture f("09:00:00");
+        SystemNotificationSchedulerFixture f("09:00:00");
         const Lesson ben = sampleLesson(u"Ben"_s, at("10:00:00"), minutes(25));
         f.center.hold();
-        f.schedule({anna()});
+        f.schedule({annasLesson()});
         for (int done = 0; done < 8; ++done) {
             f.center.releaseOne();
         }
@@ -489,7 +490,7 @@ private Q_SLOTS:
                 DebugLogService logger(library.path());
                 SystemNotificationScheduler scheduler(center, logger, u"quillet.backup."_s);
                 center.hold();
-                spawn(scheduler.scheduleBackupNotifications({anna()}));
+                spawn(scheduler.scheduleBackupNotifications({annasLesson()}));
                 for (int i = 0; i < done; ++i) {
                     center.releaseOne();
                 }
@@ -508,7 +509,7 @@ private Q_SLOTS:
         FakeUserNotificationCenter center;
         {
             SystemNotificationScheduler scheduler(center, logger, u"quillet.backup."_s);
-            spawn(scheduler.scheduleBackupNotifications({anna()}));
+            spawn(scheduler.scheduleBackupNotifications({annasLesson()}));
         }
         QCOMPARE(center.identifiers(), allIdentifiers());
     }

@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Fixture {
+struct ZoneFollowerFixture {
     QTemporaryDir library;
     DebugLogService logger{library.path()};
     FakeSystemWatcher watcher;
@@ -41,7 +41,7 @@ private Q_SLOTS:
 
     void anotherZoneRestartsTheProgram()
     {
-        Fixture f;
+        ZoneFollowerFixture f;
         f.setZone("America/Havana");
         QCOMPARE(f.restarts, 1);
         QVERIFY(f.logger.latestLines().last().endsWith(
@@ -50,7 +50,7 @@ private Q_SLOTS:
 
     void aRestartIsRequestedOnce()
     {
-        Fixture f;
+        ZoneFollowerFixture f;
         f.setZone("America/Havana");
         f.setZone("Europe/Rome");
         QCOMPARE(f.restarts, 1);
@@ -58,7 +58,7 @@ private Q_SLOTS:
 
     void theInitialZoneCausesNoRestart()
     {
-        Fixture f;
+        ZoneFollowerFixture f;
         QCoreApplication::processEvents();
         f.watcher.setZone("Europe/Vienna");
         f.watcher.setZone("Europe/Berlin");
@@ -68,7 +68,7 @@ private Q_SLOTS:
 
     void aZoneThatChangedDuringTheStartIsNoticed()
     {
-        Fixture f;
+        ZoneFollowerFixture f;
         qputenv("TZ", "America/Havana");
         QTRY_COMPARE(f.restarts, 1);
     }
@@ -76,7 +76,7 @@ private Q_SLOTS:
     void anUnknownZoneCausesNoRestartLoop()
     {
         qputenv("TZ", "No/Where");
-        Fixture f;
+        ZoneFollowerFixture f;
         QCoreApplication::processEvents();
         f.watcher.setZone("No/Where");
         QCOMPARE(f.restarts, 0);
@@ -84,7 +84,7 @@ private Q_SLOTS:
 
     void otherSystemChangesCauseNoRestart()
     {
-        Fixture f;
+        ZoneFollowerFixture f;
         f.watcher.sleepAndWake();
         f.watcher.setClockBy(Seconds{86400});
         QCoreApplication::processEvents();

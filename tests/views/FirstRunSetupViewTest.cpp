@@ -28,8 +28,8 @@ using pictures::Theme;
 namespace {
 
 /// The setup window's content, and how often it asked to close.
-struct Room {
-    explicit Room(bool hasCompleted = false)
+struct SetupRoom {
+    explicit SetupRoom(bool hasCompleted = false)
     {
         if (hasCompleted) {
             settings.setHasCompletedWelcome(true);
@@ -106,7 +106,7 @@ private Q_SLOTS:
             {u"You Are Ready"_s,
              u"Keep Quillet running in your menu bar while you teach. It will guide you through the next transition so you can avoid late-start penalties."_s,
              u"Back"_s, u"Finish"_s}};
-        const Room room;
+        const SetupRoom room;
         for (int page = 0; page < 5; ++page) {
             room.goTo(page);
             QCOMPARE(viewWalk::texts(*room.view), pages[page]);
@@ -126,7 +126,7 @@ private Q_SLOTS:
 
     void onTheFirstPageBackIsDisabledAndTheLastOneReadsFinish()
     {
-        const Room room;
+        const SetupRoom room;
         QVERIFY(!room.back()->isEnabled());
         QCOMPARE(room.forward()->text(), u"Continue"_s);
         room.goTo(1);
@@ -140,7 +140,7 @@ private Q_SLOTS:
 
     void backLeadsToThePageBefore()
     {
-        const Room room;
+        const SetupRoom room;
         room.goTo(4);
         room.back()->click();
         QCOMPARE(room.view->step(), 3);
@@ -154,7 +154,7 @@ private Q_SLOTS:
 
     void finishingIsStoredAtOnceAndClosesTheWindow()
     {
-        Room room;
+        SetupRoom room;
         room.goTo(4);
         QCOMPARE(room.settings.hasCompletedWelcome(), false);
         room.forward()->click();
@@ -166,7 +166,7 @@ private Q_SLOTS:
 
     void aCompletedSetupCanBeRepeated()
     {
-        Room room(true);
+        SetupRoom room(true);
         for (int page = 0; page < 5; ++page) {
             QCOMPARE(room.view->step(), page);
             QCOMPARE(room.settings.hasCompletedWelcome(), true);
@@ -178,7 +178,7 @@ private Q_SLOTS:
 
     void closingItEarlyDoesNotFinishIt()
     {
-        Room room;
+        SetupRoom room;
         room.show();
         room.goTo(4);
         room.view->close();
@@ -189,7 +189,7 @@ private Q_SLOTS:
 
     void aNewWindowBeginsAtTheFirstPage()
     {
-        Room room;
+        SetupRoom room;
         room.goTo(3);
         const FirstRunSetupView other(room.settings, [] {});
         QCOMPARE(other.step(), 0);
@@ -197,7 +197,7 @@ private Q_SLOTS:
 
     void enterAndSpaceContinue()
     {
-        Room room;
+        SetupRoom room;
         room.show();
         QCOMPARE(room.view->focusWidget(), room.forward());
         QTest::keyClick(room.view->focusWidget(), Qt::Key_Return);
@@ -212,7 +212,7 @@ private Q_SLOTS:
 
     void aHeldEnterContinuesOnce()
     {
-        const Room room;
+        const SetupRoom room;
         room.show();
         for (const bool isRepeat : {false, true, true, true}) {
             QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, u"\r"_s, isRepeat);
@@ -223,7 +223,7 @@ private Q_SLOTS:
 
     void tabReachesBothButtons()
     {
-        const Room room;
+        const SetupRoom room;
         room.show();
         room.goTo(1);
         QStringList order = viewWalk::tabOrder(*room.view);
@@ -233,7 +233,7 @@ private Q_SLOTS:
 
     void theFocusLeavesBackWhenItIsDisabled()
     {
-        const Room room;
+        const SetupRoom room;
         room.show();
         room.goTo(1);
         room.back()->setFocus();
@@ -243,14 +243,14 @@ private Q_SLOTS:
 
     void everythingHasAName()
     {
-        const Room room;
+        const SetupRoom room;
         room.show();
         QCOMPARE(viewWalk::unnamedControls(room.view.get()).join(u'\n'), QString());
     }
 
     void theIndicatorNamesThePage()
     {
-        const Room room;
+        const SetupRoom room;
         for (int page = 0; page < 5; ++page) {
             room.goTo(page);
             QCOMPARE(QAccessible::queryAccessibleInterface(room.indicator())->text(QAccessible::Name),
@@ -260,7 +260,7 @@ private Q_SLOTS:
 
     void bothButtonsAreDescribedByThePagesText()
     {
-        const Room room;
+        const SetupRoom room;
         for (int page = 0; page < 5; ++page) {
             room.goTo(page);
             const SetupStep &step = setupSteps()[static_cast<std::size_t>(page)];
@@ -273,7 +273,7 @@ private Q_SLOTS:
 
     void itHasExactlyTheseMeasures()
     {
-        const Room room;
+        const SetupRoom room;
         QCOMPARE(room.view->minimumSize(), QSize(620, 420));
         QCOMPARE(room.view->minimumSizeHint().boundedTo(QSize(620, 420)), room.view->minimumSizeHint());
         for (const QSize size : {QSize(620, 420), QSize(680, 500), QSize(1200, 900)}) {
@@ -300,7 +300,7 @@ private Q_SLOTS:
 
     void theControlsStayInPlaceFromPageToPage()
     {
-        const Room room;
+        const SetupRoom room;
         (void)room.view->grab();
         const QRect indicator = room.place(room.indicator());
         const QRect back = room.place(room.back());
@@ -326,7 +326,7 @@ private Q_SLOTS:
     {
         QFETCH(double, fontScale);
         pictures::prepareApplication(Theme::light, fontScale);
-        const Room room;
+        const SetupRoom room;
         room.view->resize(620, 420);
         for (int page = 0; page < 5; ++page) {
             room.goTo(page);
@@ -343,7 +343,7 @@ private Q_SLOTS:
     {
         for (const double scale : {1.0, 1.5, 2.0}) {
             pictures::prepareApplication(Theme::light, scale);
-            const Room room;
+            const SetupRoom room;
             const int height = room.view->heightForWidth(680);
             for (const int less : {0, 1}) {
                 room.view->resize(680, std::max(height - less, 420));
@@ -356,7 +356,7 @@ private Q_SLOTS:
     void aTallPageScrollsByKeyAndTheNextBeginsAtItsTop()
     {
         pictures::prepareApplication(Theme::light, 2);
-        const Room room;
+        const SetupRoom room;
         room.view->resize(620, 420);
         room.show();
         const QScrollBar *bar = room.page()->verticalScrollBar();
@@ -372,13 +372,13 @@ private Q_SLOTS:
 
     void anOpenWindowFollowsTheDesktopsColoursAndFont()
     {
-        const Room room;
+        const SetupRoom room;
         room.show();
         pictures::prepareApplication(Theme::dark, 1.5);
         QTRY_COMPARE(room.forward()->font(), look::font(look::TextStyle::body));
         room.view->hide(); // on the screen it would also show the focus mark
         const QImage followed = room.view->grab().toImage();
-        const Room fresh;
+        const SetupRoom fresh;
         QVERIFY(followed == fresh.view->grab().toImage());
     }
 
@@ -408,7 +408,7 @@ private Q_SLOTS:
         QFETCH(QSize, size);
         QFETCH(int, step);
         pictures::prepareApplication(theme, fontScale);
-        const Room room;
+        const SetupRoom room;
         room.view->resize(size);
         room.goTo(step);
         comparePicture(room.view->grab().toImage(), QLatin1StringView(QTest::currentDataTag()));

@@ -26,7 +26,7 @@ void wantNoMotion()
     qobject_cast<Style *>(QApplication::style())->follow({.reducesMotion = true});
 }
 
-QImage pictureOf(QWidget &widget)
+QImage grabbed(QWidget &widget)
 {
     return widget.grab().toImage();
 }
@@ -86,19 +86,19 @@ private Q_SLOTS:
         Pages pages;
         pages.area.show();
         QVERIFY(QTest::qWaitForWindowExposed(&pages.area));
-        const QImage first = pictureOf(pages.area);
+        const QImage first = grabbed(pages.area);
         pages.slide();
         QVERIFY(pages.second.isVisible()); // at once
         QCOMPARE(pages.parts(), 3);
-        const QImage between = pictureOf(pages.area);
+        const QImage between = grabbed(pages.area);
         QTRY_COMPARE(pages.parts(), 2);
-        const QImage second = pictureOf(pages.area);
+        const QImage second = grabbed(pages.area);
         QVERIFY(second != first && between != second);
         pages.slide(false);
         pages.slide(); // a new slide replaces a running one
         QCOMPARE(pages.parts(), 3);
         QTRY_COMPARE(pages.parts(), 2);
-        QCOMPARE(pictureOf(pages.area), second);
+        QCOMPARE(grabbed(pages.area), second);
         const Paints paints(pages.area);
         QTest::qWait(100);
         QCOMPARE(paints.count, 0);
@@ -126,19 +126,19 @@ private Q_SLOTS:
         window.setLayout(row(0, {button}));
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
-        const QImage still = pictureOf(*button);
+        const QImage still = grabbed(*button);
         SymbolTurn turn(*button);
         turn.begin();
         turn.begin();
         QTRY_VERIFY(SymbolTurn::degrees(button) > 20);
-        QVERIFY(pictureOf(*button) != still);
+        QVERIFY(grabbed(*button) != still);
         turn.end(); // one of two began
         QTRY_VERIFY(SymbolTurn::degrees(button) > 180);
         QTRY_VERIFY(SymbolTurn::degrees(button) < 180);
         QCOMPARE(turn.state(), QVariantAnimation::Running);
         turn.end();
         QTRY_VERIFY(turn.state() == QVariantAnimation::Stopped);
-        QCOMPARE(pictureOf(*button), still);
+        QCOMPARE(grabbed(*button), still);
         const Paints paints(*button);
         QTest::qWait(100);
         QCOMPARE(paints.count, 0);
@@ -167,7 +167,7 @@ private Q_SLOTS:
             PageIndicator still(5);
             still.setLayoutDirection(direction);
             still.setPage(3);
-            const QImage end = pictureOf(still);
+            const QImage end = grabbed(still);
             const int middle = direction == Qt::LeftToRight ? 61 : 29; // of the long capsule
             QCOMPARE(end.pixelColor(middle, 4), color(Ink::accent, still.palette()));
             PageIndicator indicator(5);
@@ -175,8 +175,8 @@ private Q_SLOTS:
             indicator.show();
             QVERIFY(QTest::qWaitForWindowExposed(&indicator));
             indicator.setPage(3);
-            QVERIFY(pictureOf(indicator) != end);
-            QTRY_VERIFY(pictureOf(indicator) == end);
+            QVERIFY(grabbed(indicator) != end);
+            QTRY_VERIFY(grabbed(indicator) == end);
             QTest::qWait(setup::slideDuration); // the last steps look the same
             const Paints paints(indicator);
             QTest::qWait(100);
@@ -193,7 +193,7 @@ private Q_SLOTS:
         indicator.show();
         QVERIFY(QTest::qWaitForWindowExposed(&indicator));
         indicator.setPage(3);
-        QCOMPARE(pictureOf(indicator), pictureOf(still));
+        QCOMPARE(grabbed(indicator), grabbed(still));
     }
 };
 

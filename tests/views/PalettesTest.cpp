@@ -15,15 +15,15 @@ using Scheme = Appearance::Scheme;
 
 namespace {
 
-QPalette desktops(const QColor &window)
+QPalette desktopPalette(const QColor &window)
 {
     QPalette palette{window, window};
     palette.setColor(QPalette::Highlight, QColor(61, 174, 233));
     return palette;
 }
 
-const QPalette light = desktops(QColor(239, 240, 241));
-const QPalette dark = desktops(QColor(32, 35, 38));
+const QPalette light = desktopPalette(QColor(239, 240, 241));
+const QPalette dark = desktopPalette(QColor(32, 35, 38));
 
 } // namespace
 

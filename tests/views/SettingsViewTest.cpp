@@ -47,7 +47,7 @@ using pictures::Theme;
 
 namespace {
 
-constexpr Date now = dateSince1970(1'795'257'017.5); // Saturday, 2026-11-21 10:30:17.5 UTC
+constexpr Date saturday = dateSince1970(1'795'257'017.5); // Saturday, 2026-11-21 10:30:17.5 UTC
 constexpr Date wholeMinute = dateSince1970(1'795'257'000);
 
 ManualLessonEntry entry(const QString &name, TeachingPlatform platform = TeachingPlatform::zoom,
@@ -83,8 +83,8 @@ std::vector<ManualLessonEntry> aHundredLessons()
 }
 
 /// The settings window's content, with a record of its requests.
-struct Room {
-    explicit Room(const std::vector<ManualLessonEntry> &lessons = {})
+struct SettingsRoom {
+    explicit SettingsRoom(const std::vector<ManualLessonEntry> &lessons = {})
     {
         if (!lessons.empty()) {
             settings.setManualLessons(lessons);
@@ -187,7 +187,7 @@ public:
 
 private:
     /// The whole column at `width`, without scrolling.
-    [[nodiscard]] static QImage column(const Room &room, int width)
+    [[nodiscard]] static QImage column(const SettingsRoom &room, int width)
     {
         room.view->resize(width, 10'000);
         (void)room.view->grab();
@@ -209,13 +209,13 @@ private Q_SLOTS:
     void init()
     {
         pictures::prepareApplication();
-        m_clock = std::make_unique<ManualClock>(now);
+        m_clock = std::make_unique<ManualClock>(saturday);
     }
     void cleanup() { m_clock.reset(); }
 
     void itShowsExactlyTheseTexts()
     {
-        const Room room({entry(u"Anna"_s)});
+        const SettingsRoom room({entry(u"Anna"_s)});
         QCOMPARE(
             viewWalk::texts(*room.view),
             (QStringList{
@@ -273,7 +273,7 @@ private Q_SLOTS:
 
     void aBlankNameAddsNothingAndKeepsTheField()
     {
-        const Room room;
+        const SettingsRoom room;
         room.studentName()->setText(u"   "_s);
         room.button(u"Add Manual Lesson"_s)->click();
         QTest::keyClick(room.studentName(), Qt::Key_Return);
@@ -285,31 +285,31 @@ private Q_SLOTS:
 
     void aStoredDurationOfSevenSecondsShowsFiveAndPickingTenStoresTen()
     {
-        Room room;
+        SettingsRoom room;
         room.settings.setNotificationDuration(7.0);
         auto *duration = room.picker(u"Notification Duration"_s);
         QCOMPARE(duration->currentText(), u"5 seconds"_s);
         room.show();
-        Room::choose(duration, u"10 seconds"_s);
+        SettingsRoom::choose(duration, u"10 seconds"_s);
         QCOMPARE(room.settings.notificationDuration(), 10.0);
         QCOMPARE(room.stored(u"notificationDuration"_s).toDouble(), 10.0);
     }
 
     void aStoredDurationBetweenTheOptionsIsKeptUntilOneIsChosen()
     {
-        Room room;
+        SettingsRoom room;
         room.settings.setNotificationDuration(7.5);
         room.show();
         auto *duration = room.picker(u"Notification Duration"_s);
         QCOMPARE(duration->currentText(), u"5 seconds"_s);
         QCOMPARE(room.settings.notificationDuration(), 7.5);
-        Room::choose(duration, u"5 seconds"_s); // the one already shown
+        SettingsRoom::choose(duration, u"5 seconds"_s); // the one already shown
         QCOMPARE(room.settings.notificationDuration(), 5.0);
     }
 
     void theReloadArrowTurnsWhileLessonsAreLoaded()
     {
-        Room room;
+        SettingsRoom room;
         room.show();
         const auto *button = room.button(u"Reload Today's Lessons"_s);
         room.loadTakes = 50;
@@ -326,7 +326,7 @@ private Q_SLOTS:
 
     void anAddedLessonGlowsForAMoment()
     {
-        const Room room({entry(u"Anna"_s)});
+        const SettingsRoom room({entry(u"Anna"_s)});
         room.show();
         QVERIFY(room.view->findChild<look::Glow *>() == nullptr);
         room.studentName()->setText(u"Ben"_s);
@@ -348,7 +348,7 @@ private Q_SLOTS:
 
     void aRemovedLessonsGlowEnds()
     {
-        const Room room;
+        const SettingsRoom room;
         room.show();
         room.studentName()->setText(u"Ben"_s);
         room.button(u"Add Manual Lesson"_s)->click();
@@ -362,7 +362,7 @@ private Q_SLOTS:
     void withoutMotionNothingGlows()
     {
         qobject_cast<look::Style *>(QApplication::style())->follow({.reducesMotion = true});
-        const Room room;
+        const SettingsRoom room;
         room.show();
         room.studentName()->setText(u"Ben"_s);
         room.button(u"Add Manual Lesson"_s)->click();
@@ -372,7 +372,7 @@ private Q_SLOTS:
 
     void removingTheLastLessonSavesAnEmptyList()
     {
-        const Room room({entry(u"Anna"_s)});
+        const SettingsRoom room({entry(u"Anna"_s)});
         room.button(u"Remove"_s)->click();
         QVERIFY(room.settings.manualLessons().empty());
         QCOMPARE(room.stored(u"manualLessons"_s).toByteArray(), QByteArray("[]"));
@@ -383,7 +383,7 @@ private Q_SLOTS:
     void eachRemoveButtonRemovesItsOwnLesson()
     {
         const std::vector<ManualLessonEntry> lessons = sampleLessons();
-        const Room room(lessons);
+        const SettingsRoom room(lessons);
         const auto removed = [&](std::size_t index) {
             viewWalk::button(*room.list()->rowOf(index), u"Remove"_s)->click();
         };
@@ -398,7 +398,7 @@ private Q_SLOTS:
 
     void aDoublePressOnRemoveRemovesOneLesson()
     {
-        const Room room({entry(u"Anna"_s), entry(u"Ben"_s)});
+        const SettingsRoom room({entry(u"Anna"_s), entry(u"Ben"_s)});
         auto *remove = room.button(u"Remove"_s);
         remove->click();
         remove->click();
@@ -408,14 +408,14 @@ private Q_SLOTS:
     void ofTwoIdenticalEntriesOneIsRemoved()
     {
         const ManualLessonEntry twin = entry(u"Anna"_s);
-        const Room room({twin, twin});
+        const SettingsRoom room({twin, twin});
         viewWalk::button(*room.list()->rowOf(1), u"Remove"_s)->click();
         QCOMPARE(room.settings.manualLessons(), std::vector{twin});
     }
 
     void theFormBeginsWithAnOnlineLessonOfThirtyMinutesInHalfAnHour()
     {
-        const Room room;
+        const SettingsRoom room;
         QCOMPARE(room.studentName()->text(), QString());
         QCOMPARE(room.picker(u"Platform"_s)->currentText(), u"Online Lesson"_s);
         QCOMPARE(room.picker(u"Length"_s)->currentText(), u"30 min"_s);
@@ -429,7 +429,7 @@ private Q_SLOTS:
 
     void addingALessonSavesItAtOnceAndReloadsTheLessons()
     {
-        const Room room({entry(u"Anna"_s)});
+        const SettingsRoom room({entry(u"Anna"_s)});
         room.studentName()->setText(u" \tBen \u2028"_s);
         room.button(u"Add Manual Lesson"_s)->click();
         QCOMPARE(room.settings.manualLessons().size(), std::size_t{2});
@@ -444,10 +444,10 @@ private Q_SLOTS:
 
     void platformStartAndLengthStayForTheNextLesson()
     {
-        Room room;
+        SettingsRoom room;
         room.show();
-        Room::choose(room.picker(u"Platform"_s), u"Google Meet"_s);
-        Room::choose(room.picker(u"Length"_s), u"45 min"_s);
+        SettingsRoom::choose(room.picker(u"Platform"_s), u"Google Meet"_s);
+        SettingsRoom::choose(room.picker(u"Length"_s), u"45 min"_s);
         room.start()->setDateTime(QDateTime(QDate(2026, 12, 1), QTime(9, 15)));
         for (const QString &name : {u"Anna"_s, u"Ben"_s}) {
             room.studentName()->setText(name);
@@ -463,7 +463,7 @@ private Q_SLOTS:
 
     void enterInTheNameAddsTheLessonAndTheNextNameCanBeTyped()
     {
-        const Room room;
+        const SettingsRoom room;
         room.show();
         room.studentName()->setFocus();
         QTest::keyClicks(room.studentName(), u"Anna"_s);
@@ -477,7 +477,7 @@ private Q_SLOTS:
 
     void anyNameIsShownAsPlainTextOnOneLine()
     {
-        const Room room(sampleLessons());
+        const SettingsRoom room(sampleLessons());
         (void)room.view->grab();
         for (std::size_t index = 0; index < sampleLessons().size(); ++index) {
             const auto *name = room.list()->rowOf(index)->findChild<look::ElidedText *>();
@@ -491,7 +491,7 @@ private Q_SLOTS:
 
     void aTruncatedNamesToolTipShowsItInFull()
     {
-        const Room room({entry(u"Anna"_s), entry(u"<i>"_s + longName)});
+        const SettingsRoom room({entry(u"Anna"_s), entry(u"<i>"_s + longName)});
         (void)room.view->grab();
         QCOMPARE(room.list()->rowOf(0)->findChild<look::ElidedText *>()->toolTip(), QString());
         const auto *cut = room.list()->rowOf(1)->findChild<look::ElidedText *>();
@@ -504,7 +504,7 @@ private Q_SLOTS:
 
     void eachRemoveButtonDescribesItsLesson()
     {
-        const Room room({entry(u"Anna"_s, TeachingPlatform::microsoftTeams)});
+        const SettingsRoom room({entry(u"Anna"_s, TeachingPlatform::microsoftTeams)});
         auto *remove = room.button(u"Remove"_s);
         const auto *interface = QAccessible::queryAccessibleInterface(remove);
         QCOMPARE(interface->text(QAccessible::Name), u"Remove"_s);
@@ -514,7 +514,7 @@ private Q_SLOTS:
 
     void theSwitchesAreSavedAtOnce()
     {
-        Room room;
+        SettingsRoom room;
         auto *sound = room.toggle(u"Play sound with reminders"_s);
         QVERIFY(sound->isChecked());
         sound->click();
@@ -532,7 +532,7 @@ private Q_SLOTS:
 
     void theSwitchesAreSavedWhenAnAssistiveToolTogglesThem()
     {
-        const Room room;
+        const SettingsRoom room;
         for (const QString &text : {u"Play sound with reminders"_s, u"Start Quillet when I log in"_s}) {
             auto *interface = QAccessible::queryAccessibleInterface(room.toggle(text))->actionInterface();
             QVERIFY(interface->actionNames().contains(QAccessibleActionInterface::toggleAction()));
@@ -546,12 +546,12 @@ private Q_SLOTS:
 
     void eachPopupPositionCanBeChosen()
     {
-        Room room;
+        SettingsRoom room;
         room.show();
         auto *position = room.picker(u"Popup Position"_s);
         QCOMPARE(position->currentText(), u"Center"_s);
         for (const NotificationPosition choice : allNotificationPositions) {
-            Room::choose(position, title(choice));
+            SettingsRoom::choose(position, title(choice));
             QCOMPARE(room.settings.notificationPosition(), choice);
             QCOMPARE(room.stored(u"notificationPosition"_s).toString(), rawValue(choice));
         }
@@ -559,7 +559,7 @@ private Q_SLOTS:
 
     void aChangeMadeElsewhereIsShownAtOnceAndNotWrittenBack()
     {
-        Room room;
+        SettingsRoom room;
         room.settings.setPlaysSound(false);
         room.settings.setStartAtLogin(false);
         room.settings.setNotificationPosition(NotificationPosition::bottomLeft);
@@ -576,14 +576,14 @@ private Q_SLOTS:
 
     void reloadAsksForTodaysLessons()
     {
-        const Room room;
+        const SettingsRoom room;
         room.button(u"Reload Today's Lessons"_s)->click();
         QCOMPARE(room.reloads, 1);
     }
 
     void quickStartRestartsTheSetup()
     {
-        Room room;
+        SettingsRoom room;
         room.settings.setHasCompletedWelcome(true);
         room.button(u"Open Quick Start"_s)->click();
         QCOMPARE(room.settings.hasCompletedWelcome(), false);
@@ -593,7 +593,7 @@ private Q_SLOTS:
 
     void theUserManualOpensTheHelp()
     {
-        Room room;
+        SettingsRoom room;
         room.settings.setHasCompletedWelcome(true);
         room.button(u"Open User Manual"_s)->click();
         QCOMPARE(room.opened, QStringList{u"help|Quillet Help"_s});
@@ -602,7 +602,7 @@ private Q_SLOTS:
 
     void theWheelScrollsThePageAndChangesNothing()
     {
-        const Room room(sampleLessons());
+        const SettingsRoom room(sampleLessons());
         room.show();
         QList<QWidget *> fields{room.start()};
         for (auto *picker : room.view->findChildren<QComboBox *>()) {
@@ -623,7 +623,7 @@ private Q_SLOTS:
 
     void aStartCanBeTyped()
     {
-        const Room room;
+        const SettingsRoom room;
         room.show();
         room.start()->setFocus(Qt::TabFocusReason);
         room.start()->setSelectedSection(QDateTimeEdit::HourSection);
@@ -636,7 +636,7 @@ private Q_SLOTS:
 
     void aClickIntoTheStartSelectsTheUnitToType()
     {
-        const Room room;
+        const SettingsRoom room;
         room.show();
         auto *field = room.start()->findChild<QLineEdit *>();
         QCOMPARE(room.start()->text(), u"21 Nov 2026 11:00"_s);
@@ -677,7 +677,7 @@ private Q_SLOTS:
         const QLocale before;
         QLocale::setDefault(locale);
         const auto restore = qScopeGuard([before] { QLocale::setDefault(before); });
-        const Room room;
+        const SettingsRoom room;
         room.show();
         auto *start = room.start();
         QVERIFY(start->displayedSections() & QDateTimeEdit::YearSection);
@@ -702,7 +702,7 @@ private Q_SLOTS:
             qputenv("TZ", before);
             tzset();
         });
-        const Room room;
+        const SettingsRoom room;
         room.show();
         room.start()->setDateTime(QDateTime(QDate(2027, 3, 28), QTime(1, 30)));
         room.start()->setFocus(Qt::TabFocusReason);
@@ -719,7 +719,7 @@ private Q_SLOTS:
 
     void arrowKeysStepTheStartAndCarryIntoTheNextUnit()
     {
-        const Room room;
+        const SettingsRoom room;
         room.show();
         room.start()->setFocus(Qt::TabFocusReason);
         room.start()->setSelectedSection(QDateTimeEdit::MinuteSection);
@@ -740,7 +740,7 @@ private Q_SLOTS:
 
     void aStartCanBeSteppedWithTheMouse()
     {
-        const Room room;
+        const SettingsRoom room;
         room.show();
         room.step(QStyle::SC_SpinBoxUp);
         QCOMPARE(room.start()->text(), u"21 Nov 2026 12:00"_s);
@@ -755,7 +755,7 @@ private Q_SLOTS:
 
     void aChosenStartIsAWholeMinute()
     {
-        const Room room;
+        const SettingsRoom room;
         room.show();
         room.step(QStyle::SC_SpinBoxUp);
         room.studentName()->setText(u"Anna"_s);
@@ -766,7 +766,7 @@ private Q_SLOTS:
 
     void aDayCanBeClickedInTheCalendar()
     {
-        const Room room;
+        const SettingsRoom room;
         room.show();
         auto *open = room.button(u"Choose a day for Start"_s);
         QVERIFY(open != nullptr);
@@ -796,7 +796,7 @@ private Q_SLOTS:
 
     void keysChooseADayInTheCalendarAndEscapeCancels()
     {
-        const Room room;
+        const SettingsRoom room;
         room.show();
         auto *open = room.button(u"Choose a day for Start"_s);
         open->setFocus();
@@ -823,7 +823,7 @@ private Q_SLOTS:
     void addingOrRemovingALessonKeepsTheOtherRows()
     {
         std::vector<ManualLessonEntry> lessons = aHundredLessons();
-        Room room(lessons);
+        SettingsRoom room(lessons);
         std::vector<QWidget *> rows;
         rows.reserve(100);
         for (std::size_t index = 0; index < 100; ++index) {
@@ -841,7 +841,7 @@ private Q_SLOTS:
 
     void anAddedRowIsScrolledIntoView()
     {
-        const Room room(aHundredLessons());
+        const SettingsRoom room(aHundredLessons());
         room.show();
         QCOMPARE(room.page()->verticalScrollBar()->value(), 0);
         QTest::keyClicks(room.studentName(), u"New"_s);
@@ -858,7 +858,7 @@ private Q_SLOTS:
 
     void theFocusMovesToTheNeighbourOfARemovedRow()
     {
-        const Room room({entry(u"Anna"_s), entry(u"Ben"_s), entry(u"Cleo"_s)});
+        const SettingsRoom room({entry(u"Anna"_s), entry(u"Ben"_s), entry(u"Cleo"_s)});
         room.show();
         const auto remove = [&](std::size_t row) {
             return viewWalk::button(*room.list()->rowOf(row), u"Remove"_s);
@@ -874,7 +874,7 @@ private Q_SLOTS:
 
     void tabReachesEveryControlInReadingOrder()
     {
-        Room room({entry(u"Anna"_s)});
+        SettingsRoom room({entry(u"Anna"_s)});
         room.show();
         room.studentName()->setText(u"Ben"_s);
         room.button(u"Add Manual Lesson"_s)->click();
@@ -902,7 +902,7 @@ private Q_SLOTS:
 
     void tabMovesFromAddToTheFirstLessonsButton()
     {
-        const Room room; // without a lesson at first
+        const SettingsRoom room; // without a lesson at first
         room.show();
         for (const QString &name : {u"Anna"_s, u"Ben"_s}) {
             room.studentName()->setText(name);
@@ -917,14 +917,14 @@ private Q_SLOTS:
 
     void everyControlHasAName()
     {
-        const Room room(sampleLessons());
+        const SettingsRoom room(sampleLessons());
         room.show();
         QCOMPARE(viewWalk::unnamedControls(room.view.get()).join(u'\n'), QString());
     }
 
     void thePageScrollsByKeyWhereverTheFocusIs()
     {
-        const Room room(sampleLessons());
+        const SettingsRoom room(sampleLessons());
         room.show();
         room.button(u"Reload Today's Lessons"_s)->setFocus();
         QTest::keyClick(room.view->focusWidget(), Qt::Key_PageDown);
@@ -947,7 +947,7 @@ private Q_SLOTS:
         QFETCH(int, width);
         QFETCH(double, fontScale);
         pictures::prepareApplication(Theme::light, fontScale);
-        const Room room(sampleLessons());
+        const SettingsRoom room(sampleLessons());
         room.view->resize(width, 300);
         (void)room.view->grab();
         QCOMPARE(viewWalk::cutWidgets(*room.page()->widget()).join(u'\n'), QString());
@@ -962,7 +962,7 @@ private Q_SLOTS:
 
     void edgesAndMiddlesAreAlignedToThePixel()
     {
-        const Room room(sampleLessons());
+        const SettingsRoom room(sampleLessons());
         (void)column(room, 620);
         const auto place = [&](const QWidget *widget) {
             return QRect(widget->mapTo(room.view.get(), QPoint()), widget->size());
@@ -999,13 +999,13 @@ private Q_SLOTS:
 
     void anOpenWindowFollowsTheDesktopsColoursAndFont()
     {
-        const Room room(sampleLessons());
+        const SettingsRoom room(sampleLessons());
         room.show();
         pictures::prepareApplication(Theme::dark, 1.5);
         QTRY_COMPARE(room.studentName()->font(), look::font(look::TextStyle::body));
         room.view->hide(); // on the screen it would also show the focus mark
         const QImage followed = column(room, 620);
-        const Room fresh(sampleLessons());
+        const SettingsRoom fresh(sampleLessons());
         QVERIFY(followed == column(fresh, 620));
     }
 
@@ -1033,14 +1033,14 @@ private Q_SLOTS:
         QFETCH(std::vector<ManualLessonEntry>, lessons);
         QFETCH(double, duration);
         pictures::prepareApplication(theme, fontScale);
-        Room room(lessons);
+        SettingsRoom room(lessons);
         room.settings.setNotificationDuration(duration);
         comparePicture(column(room, 620), QLatin1StringView(QTest::currentDataTag()));
     }
 
     void theEndOfAHundredLessonsLooksAsItShould()
     {
-        const Room room(aHundredLessons());
+        const SettingsRoom room(aHundredLessons());
         (void)room.view->grab();
         room.page()->ensureWidgetVisible(room.list()->rowOf(99));
         comparePicture(room.view->grab().toImage(), u"hundred"_s);
@@ -1048,14 +1048,14 @@ private Q_SLOTS:
 
     void aSmallWindowLooksAsItShould()
     {
-        const Room room(sampleLessons());
+        const SettingsRoom room(sampleLessons());
         room.view->resize(320, 420);
         comparePicture(room.view->grab().toImage(), u"small"_s);
     }
 
     void aWideWindowLooksAsItShould()
     {
-        const Room room;
+        const SettingsRoom room;
         room.view->resize(1000, 700);
         comparePicture(room.view->grab().toImage(), u"wide"_s);
     }
@@ -1064,7 +1064,7 @@ private Q_SLOTS:
     {
         QApplication::setLayoutDirection(Qt::RightToLeft);
         const auto restore = qScopeGuard([] { QApplication::setLayoutDirection(Qt::LeftToRight); });
-        const Room room(sampleLessons());
+        const SettingsRoom room(sampleLessons());
         comparePicture(column(room, 620), u"right-to-left"_s);
     }
 
@@ -1079,7 +1079,7 @@ private Q_SLOTS:
     {
         QFETCH(Theme, theme);
         pictures::prepareApplication(theme);
-        const Room room;
+        const SettingsRoom room;
         room.show();
         room.start()->setDate(QDate(2026, 11, 25)); // not today, which is the 21st
         room.button(u"Choose a day for Start"_s)->click();
