@@ -80,6 +80,8 @@ endif()
 if(QUILLET_UNITY)
     set(CMAKE_UNITY_BUILD ON)
     set(CMAKE_UNITY_BUILD_BATCH_SIZE 8)
+    # __FILE__ does not name the checkout, or the compiler's cache would serve no other one.
+    add_compile_options(-fmacro-prefix-map=${CMAKE_SOURCE_DIR}/=)
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
         # It warns because it takes the included files for headers.
         add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-Wno-subobject-linkage>)
