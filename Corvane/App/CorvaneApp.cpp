@@ -119,7 +119,7 @@ void CorvaneApp::tellBell()
 
 void CorvaneApp::offerMenu()
 {
-    // The same commands, for status item hosts that open a menu instead of reporting a click.
+    // The same commands, for a right click on the bell.
     std::vector<StatusMenuEntry> entries;
     entries.push_back({.text = scheduleStatus::title(), .action = [this] {
                            m_windowSystem.userAsked({});

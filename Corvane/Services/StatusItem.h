@@ -14,7 +14,7 @@
 
 namespace corvane {
 
-/// An entry of the native menu that the bell opens on hosts that show one.
+/// An entry of the native menu that a right click on the bell opens.
 struct StatusMenuEntry {
     QString text;                 ///< empty: a separator
     std::function<void()> action; ///< called on the main thread, after the menu has closed
@@ -39,7 +39,8 @@ public:
     /// initially empty; an empty text removes it. On hosts that show neither, it has no effect.
     virtual void setNotice(const QString &notice) = 0;
 
-    /// The menu for hosts that open one on a click instead of reporting the click. Other hosts never show it.
+    /// The menu that the host opens on a right click. Some hosts open it on any click and report only double
+    /// clicks.
     virtual void setMenu(std::vector<StatusMenuEntry> entries) = 0;
 
     /// Whether a host has accepted the item.

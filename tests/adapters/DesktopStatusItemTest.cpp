@@ -43,7 +43,7 @@ void keepPicture(const QString &name)
 
 } // namespace
 
-class DesktopStatusItemTest final : public StatusMenuContract {
+class DesktopStatusItemTest final : public StatusItemContract {
     Q_OBJECT
 
 public:
@@ -55,8 +55,8 @@ protected:
     {
         if (!m_item) {
             m_host->start();
-            make({.showsLabel = true, .tellsPointer = false, .opensMenu = true});
-            [this] { QTRY_VERIFY(m_item->isShown()); }();
+            make({.showsLabel = true, .tellsPointer = false, .labelPause = std::chrono::milliseconds(0)});
+            [this] { QTRY_VERIFY(m_item->isShown() && m_host->labelReads > 0); }();
         }
         return *m_item;
     }

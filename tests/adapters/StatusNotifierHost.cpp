@@ -6,7 +6,9 @@
 #include "Corvane/Platform/Linux/Freedesktop/StatusNotifierItemAdaptor.h"
 
 #include <QDBusError>
+#include <QDBusObjectPath>
 #include <QDBusPendingCall>
+#include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QSignalSpy>
 #include <QTextDocumentFragment>
@@ -57,6 +59,8 @@ void StatusNotifierHost::start()
 void StatusNotifierHost::stop()
 {
     m_bus.unregisterService(watcherName);
+    m_readLabel.clear();
+    drawnLabel.clear();
 }
 
 void StatusNotifierHost::setHasHost(bool hasHost)
@@ -136,6 +140,22 @@ MenuLayout StatusNotifierHost::menu(const QString &item, uint *revision)
     return qdbus_cast<MenuLayout>(answer.arguments().constLast());
 }
 
+QStringList StatusNotifierHost::rightClick(const QString &item)
+{
+    const QString path = properties(item).value(u"Menu"_s).value<QDBusObjectPath>().path();
+    auto message = QDBusMessage::createMethodCall(item, path, menuInterface, u"GetLayout"_s);
+    message << 0 << -1 << QStringList();
+    const QDBusMessage answer = ask(message);
+    QStringList texts;
+    if (answer.arguments().size() == 2) {
+        const auto menu = qdbus_cast<MenuLayout>(answer.arguments().constLast());
+        for (const MenuLayout &line : menu.children) {
+            texts.append(line.properties.value(u"label"_s).toString());
+        }
+    }
+    return texts;
+}
+
 void StatusNotifierHost::openMenu(const QString &item)
 {
     // A host reads a menu before it shows it.
@@ -161,7 +181,25 @@ void StatusNotifierHost::RegisterStatusNotifierItem(const QString &service)
         setDelayedReply(true);
     } else if (refuses) {
         sendErrorReply(QDBusError::AccessDenied, u"not here"_s);
+    } else if (!readsLate) {
+        readLabel(service);
     }
+}
+
+void StatusNotifierHost::readLabel(const QString &item)
+{
+    auto message = QDBusMessage::createMethodCall(item, u"/StatusNotifierItem"_s,
+                                                  u"org.freedesktop.DBus.Properties"_s, u"GetAll"_s);
+    message << QString(itemInterface);
+    auto *call = new QDBusPendingCallWatcher(m_bus.asyncCall(message), this);
+    connect(call, &QDBusPendingCallWatcher::finished, this, [this, call] {
+        call->deleteLater();
+        const QDBusPendingReply<QVariantMap> answer = *call;
+        if (answer.isValid()) {
+            m_readLabel = answer.value().value(u"XAyatanaLabel"_s).toString();
+            ++labelReads;
+        }
+    });
 }
 
 void StatusNotifierHost::newLayout(uint revision, int parent)
@@ -172,6 +210,9 @@ void StatusNotifierHost::newLayout(uint revision, int parent)
 void StatusNotifierHost::newLabel(const QString &label, const QString &)
 {
     labels.append(label);
+    if (std::exchange(m_readLabel, label) != label) {
+        drawnLabel = label;
+    }
 }
 
 void StatusNotifierHost::newTitle()

@@ -41,6 +41,14 @@ public:
     QStringList registrations;
     /// The text of each label signal, in order.
     QStringList labels;
+    /// The text beside the icon on a host that reads it when it takes the item, and draws it only when it
+    /// changes after that. One that has been stopped draws none.
+    QString drawnLabel;
+    /// How often it has read that text.
+    int labelReads = 0;
+    /// While true, it takes items and does not read the text before readLabel() is called.
+    bool readsLate = false;
+    void readLabel(const QString &item);
     int titleSignals = 0;
     int toolTipSignals = 0;
 
@@ -63,6 +71,9 @@ public:
     QDBusMessage askMenu(const QString &item, const QString &method, const QVariantList &arguments);
     /// The whole menu, with the id -1 if there is none. Sets `revision`, if given, to its revision.
     MenuLayout menu(const QString &item, uint *revision = nullptr);
+    /// The texts of the menu that a right click opens. The host takes any path for that of a menu, and opens
+    /// an empty one if there is none.
+    QStringList rightClick(const QString &item);
     /// Opens the menu as a host does, and clicks the entry `id`.
     void openMenu(const QString &item);
     void chooseLine(const QString &item, int id);
@@ -82,6 +93,7 @@ private Q_SLOTS:
 
 private:
     QDBusConnection m_bus;
+    QString m_readLabel; ///< the text as the host knows it
     bool m_hasHost = true;
 };
 

@@ -21,14 +21,14 @@
 using namespace corvane;
 using namespace Qt::StringLiterals;
 
-class StatusNotifierItemTest final : public StatusMenuContract {
+class StatusNotifierItemTest final : public StatusItemContract {
     Q_OBJECT
 
 protected:
     StatusItem &item() override
     {
         if (!m_item) {
-            make({.showsLabel = true, .tellsPointer = false, .opensMenu = true});
+            make({.showsLabel = true, .tellsPointer = false});
         }
         return *m_item;
     }
@@ -85,7 +85,7 @@ private Q_SLOTS:
         QCOMPARE(properties.value(u"Title"_s).toString(), u"Anna in 4 min"_s);
         QCOMPARE(properties.value(u"IconAccessibleDesc"_s).toString(), u"Anna in 4 min"_s);
         QCOMPARE(properties.value(u"ItemIsMenu"_s), QVariant(false));
-        QCOMPARE(properties.value(u"Menu"_s).value<QDBusObjectPath>().path(), u"/NO_DBUSMENU"_s);
+        QCOMPARE(properties.value(u"Menu"_s).value<QDBusObjectPath>().path(), u"/StatusNotifierItem/Menu"_s);
         const auto toolTip = qdbus_cast<StatusToolTip>(properties.value(u"ToolTip"_s).value<QDBusArgument>());
         QCOMPARE(toolTip.title, u"Anna in 4 min"_s);
         QCOMPARE(toolTip.description, QString());
@@ -305,20 +305,6 @@ private Q_SLOTS:
         m_host->stop();
         m_host->start();
         QTRY_VERIFY(m_item->isShown());
-    }
-
-    void onlyDesktopsWhoseHostOpensMenusGetOne()
-    {
-        make({.showsLabel = true, .tellsPointer = true, .opensMenu = false});
-        m_item->setMenu({{u"One"_s, [] {}}});
-        QCOMPARE(m_host->properties(name()).value(u"Menu"_s).value<QDBusObjectPath>().path(),
-                 u"/NO_DBUSMENU"_s);
-        QCOMPARE(m_host->menu(name()).id, -1);
-        QVERIFY(m_host->layouts.isEmpty());
-        m_item.reset();
-        makeWithMenu({u"One"_s});
-        QCOMPARE(m_host->properties(name()).value(u"Menu"_s).value<QDBusObjectPath>().path(),
-                 u"/StatusNotifierItem/Menu"_s);
     }
 
     void theMenuHasItsEntriesInOrder()
@@ -582,8 +568,10 @@ private:
 
     void make(StatusNotifierItem::Desktop desktop)
     {
+        desktop.labelPause = {};
         m_item = std::make_unique<StatusNotifierItem>(connection(), statusBellImages(), desktop);
         QTRY_COMPARE(m_host->registrations, QStringList{name()});
+        QTRY_VERIFY(m_host->labelReads > 0);
     }
 
     std::vector<StatusMenuEntry> entries(const QStringList &texts)
@@ -598,7 +586,7 @@ private:
     void makeWithMenu(const QStringList &texts)
     {
         m_host->registrations.clear();
-        make({.showsLabel = true, .tellsPointer = true, .opensMenu = true});
+        make({.showsLabel = true, .tellsPointer = true});
         m_item->setMenu(entries(texts));
     }
 

@@ -73,7 +73,7 @@ private:
     FakeLoginItem m_item;
 };
 
-class FakeStatusItemTest final : public StatusMenuContract {
+class FakeStatusItemTest final : public StatusItemContract {
     Q_OBJECT
 
 protected:

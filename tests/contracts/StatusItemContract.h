@@ -15,8 +15,7 @@
 namespace corvane {
 
 /// What every implementation of StatusItem must do. A test class derives from it and provides an item, the
-/// texts that a host received, and the actions of a teacher and a host. For a host that opens menus, derive
-/// from StatusMenuContract instead.
+/// texts that a host received, and the actions of a teacher and a host.
 class StatusItemContract : public QObject {
     Q_OBJECT
 
@@ -36,6 +35,9 @@ protected:
     [[nodiscard]] virtual QString given(const QString &token) { return token; }
     /// The position that the item must report for click(), to within 4 points; empty if it knows none.
     virtual std::optional<Point> placeOfClick() = 0;
+    /// The host opens the item's menu; the teacher chooses the entry at `index`.
+    virtual void openMenu() = 0;
+    virtual void chooseLine(int index) = 0;
     /// The host disappears or comes back.
     virtual void setHostThere(bool isThere) = 0;
 
@@ -125,18 +127,7 @@ private Q_SLOTS:
         QTRY_COMPARE(changes, (QList<QVariantList>{{false}, {true}}));
         QVERIFY(item().isShown());
     }
-};
 
-/// What every implementation must do in addition in a host that opens menus.
-class StatusMenuContract : public StatusItemContract {
-    Q_OBJECT
-
-protected:
-    /// The host opens the item's menu; the teacher chooses the entry at `index`.
-    virtual void openMenu() = 0;
-    virtual void chooseLine(int index) = 0;
-
-private Q_SLOTS:
     void openingTheMenuIsReported()
     {
         item().setMenu({{QStringLiteral("One"), [] {}}});
@@ -159,6 +150,16 @@ private Q_SLOTS:
         chooseLine(0);
         const QStringList expected{QStringLiteral("Three"), QStringLiteral("One")};
         QTRY_COMPARE(chosen, expected);
+    }
+
+    void openingTheMenuIsNoClick()
+    {
+        item().setMenu({{QStringLiteral("One"), [] {}}});
+        QSignalSpy openings(&item(), &StatusItem::menuAboutToShow);
+        QSignalSpy clicks(&item(), &StatusItem::activated);
+        openMenu();
+        QTRY_COMPARE(openings.size(), 1);
+        QVERIFY(clicks.isEmpty());
     }
 
     void aNewMenuReplacesTheOldOne()

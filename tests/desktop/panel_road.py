@@ -74,6 +74,22 @@ class Panel(unittest.TestCase):
             self.wait_until_closed(desktop)
             self.end(program)
 
+    def aRightClickOnTheBellOpensItsMenu(self):
+        with Desktop() as desktop:
+            program = self.start(desktop)
+            bell = desktop.bell()
+            before = desktop.picture()
+            desktop.run("xdotool", "mousemove", str(bell[0]), str(bell[1]), "click", "3")
+            # The menu hangs below the bell, over the wallpaper.
+            below = (bell[0], THICKNESS + 20)
+            poll("the menu", lambda: desktop.picture().pixel(*below) != before.pixel(*below))
+            desktop.picture().save("panel-menu")
+            self.assertEqual(desktop.windows(PANEL), [])
+            # The first line of it.
+            desktop.run("xdotool", "key", "Down", "Return")
+            self.wait_for_panel(desktop)
+            self.end(program)
+
     def aSecondStartOpensThePanel(self):
         with Desktop() as desktop:
             program = self.start(desktop)

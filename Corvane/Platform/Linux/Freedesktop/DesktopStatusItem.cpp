@@ -47,7 +47,11 @@ void DesktopStatusItem::setNotice(const QString &notice)
 
 void DesktopStatusItem::setMenu(std::vector<StatusMenuEntry> entries)
 {
-    m_item.setMenu(std::move(entries));
+    m_menu = std::move(entries);
+    m_item.setMenu(m_menu);
+    if (m_embedded) {
+        m_embedded->setMenu(m_menu);
+    }
 }
 
 bool DesktopStatusItem::isShown() const
@@ -65,7 +69,9 @@ void DesktopStatusItem::embed()
     m_embedded = std::make_unique<EmbeddedTrayIcon>(m_icons);
     m_embedded->setTitle(m_title);
     m_embedded->setNotice(m_notice);
+    m_embedded->setMenu(m_menu);
     connect(m_embedded.get(), &StatusItem::activated, this, &StatusItem::activated);
+    connect(m_embedded.get(), &StatusItem::menuAboutToShow, this, &StatusItem::menuAboutToShow);
     connect(m_embedded.get(), &StatusItem::shownChanged, this, &DesktopStatusItem::follow);
     follow();
 }

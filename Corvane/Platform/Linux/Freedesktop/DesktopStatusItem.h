@@ -50,6 +50,7 @@ private:
     QTimer m_grace;
     QString m_title;
     QString m_notice;
+    std::vector<StatusMenuEntry> m_menu;
     bool m_wasShown = false;
 };
 

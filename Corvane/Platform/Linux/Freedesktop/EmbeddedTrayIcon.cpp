@@ -6,6 +6,7 @@
 #include "Corvane/Platform/Linux/Banners/DesktopGeometry.h"
 #include "Corvane/Platform/Linux/Freedesktop/StatusTitle.h"
 #include "Corvane/Platform/Linux/X11/X11Connection.h"
+#include "Corvane/Utilities/PlainText.h"
 
 #include <xcb/xcb.h>
 
@@ -45,6 +46,7 @@ EmbeddedTrayIcon::EmbeddedTrayIcon(const QList<QImage> &icons, QObject *parent)
     , m_icon(iconOf(icons))
 {
     connect(&m_icon, &QSystemTrayIcon::activated, this, &EmbeddedTrayIcon::click);
+    connect(&m_menu, &QMenu::aboutToShow, this, &StatusItem::menuAboutToShow);
     setTitle({});
     m_icon.show();
     // Qt 6.8 embeds nothing where there is a watcher, even if no host listens to it.
@@ -83,7 +85,22 @@ void EmbeddedTrayIcon::showToolTip()
     m_icon.setToolTip(u"<span>"_s + title + notice + u"</span>"_s);
 }
 
-void EmbeddedTrayIcon::setMenu(std::vector<StatusMenuEntry>) {}
+void EmbeddedTrayIcon::setMenu(std::vector<StatusMenuEntry> entries)
+{
+    m_menu.clear();
+    for (StatusMenuEntry &entry : entries) {
+        if (entry.text.isEmpty()) {
+            m_menu.addSeparator();
+            continue;
+        }
+        // A single ampersand would mark a mnemonic.
+        const QAction *line = m_menu.addAction(plainText(entry.text).replace(u'&', u"&&"_s));
+        if (entry.action) {
+            connect(line, &QAction::triggered, this, std::move(entry.action), Qt::QueuedConnection);
+        }
+    }
+    m_icon.setContextMenu(m_menu.isEmpty() ? nullptr : &m_menu);
+}
 
 bool EmbeddedTrayIcon::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
 {
@@ -118,7 +135,8 @@ void EmbeddedTrayIcon::findTray()
 
 void EmbeddedTrayIcon::click(QSystemTrayIcon::ActivationReason reason)
 {
-    if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::Context) {
+    // On a right click the toolkit opens the menu by itself.
+    if (reason == QSystemTrayIcon::Trigger || (reason == QSystemTrayIcon::Context && m_menu.isEmpty())) {
         const QRect place = m_icon.geometry();
         Q_EMIT activated(place.isValid() ? std::optional(pointsUp(QRectF(place).center())) : std::nullopt,
                          QString());

@@ -8,6 +8,7 @@
 #include <QAbstractNativeEventFilter>
 #include <QImage>
 #include <QList>
+#include <QMenu>
 #include <QSystemTrayIcon>
 
 #include <cstdint>
@@ -16,8 +17,8 @@
 namespace corvane {
 
 /// The status item as an icon embedded into a tray of the X server, for desktops whose hosts support no other
-/// kind. A tray that starts late or restarts gets the icon, too. Title and notice form the icon's tool tip; a
-/// menu is never shown. Main thread only.
+/// kind. A tray that starts late or restarts gets the icon, too. Title and notice form the icon's tool tip;
+/// the toolkit shows the menu. Main thread only.
 ///
 /// If Qt 6.8 finds a watcher of status items to which no host listens, it embeds nothing: then nothing is
 /// shown.
@@ -43,6 +44,7 @@ private:
     void findTray();
     void showToolTip();
 
+    QMenu m_menu; ///< outlives the icon, which borrows it
     QSystemTrayIcon m_icon;
     QString m_title;
     QString m_notice;

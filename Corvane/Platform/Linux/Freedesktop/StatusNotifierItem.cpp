@@ -48,8 +48,6 @@ StatusNotifierItem::Desktop StatusNotifierItem::Desktop::current()
     for (const QByteArray &name : names) {
         desktop.showsLabel = desktop.showsLabel || name == "gnome" || name == "unity" || name == "budgie";
     }
-    // These desktops have the same kind of host.
-    desktop.opensMenu = desktop.showsLabel;
     // Under Wayland a program gets the pointer's position only while it is over one of the program's windows.
     desktop.tellsPointer =
         qgetenv("XDG_SESSION_TYPE") != "wayland" && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
@@ -65,28 +63,17 @@ StatusNotifierItem::StatusNotifierItem(QDBusConnection bus, const QList<QImage> 
     StatusNotifierItemAdaptor::Handlers handlers{
         .click = [this](int x, int y) { click(x, y); },
         .activationToken = [this](const QString &token) { m_activationToken = token; }};
-    const QString menu = desktop.opensMenu ? QString(menuPath) : QString();
-    m_adaptor = desktop.showsLabel
-                    ? new LabelledStatusNotifierItemAdaptor(this, icons, menu, std::move(handlers))
-                    : new StatusNotifierItemAdaptor(this, icons, menu, std::move(handlers));
+    if (desktop.showsLabel) {
+        m_adaptor = new LabelledStatusNotifierItemAdaptor(this, icons, menuPath, std::move(handlers),
+                                                          desktop.labelPause);
+    } else {
+        m_adaptor = new StatusNotifierItemAdaptor(this, icons, menuPath, std::move(handlers));
+    }
     if (!m_bus.isConnected()) {
         m_isAbsent = true;
         return;
     }
-    if (desktop.opensMenu) {
-        auto *object = new QObject(this);
-        m_menuAdaptor = new StatusMenuAdaptor(
-            object, m_bus,
-            {.aboutToShow = [this] { Q_EMIT menuAboutToShow(); },
-             .clicked =
-                 [this](int index) {
-                     // Queued, so that the host gets its reply first: the action may end the program.
-                     if (const auto action = m_menu[static_cast<std::size_t>(index)].action) {
-                         QMetaObject::invokeMethod(this, action, Qt::QueuedConnection);
-                     }
-                 }});
-        m_bus.registerObject(menuPath, object, QDBusConnection::ExportAdaptors);
-    }
+    exportMenu();
     m_bus.registerObject(itemPath, this, QDBusConnection::ExportAdaptors);
     auto *watcher =
         new QDBusServiceWatcher(watcherService, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
@@ -97,6 +84,7 @@ StatusNotifierItem::StatusNotifierItem(QDBusConnection bus, const QList<QImage> 
                 // Nothing is known of a new watcher until it answers.
                 setPresence(false, true, newOwner.isEmpty());
                 if (!newOwner.isEmpty()) {
+                    m_adaptor->hostChanged();
                     registerItem();
                 }
             });
@@ -105,6 +93,24 @@ StatusNotifierItem::StatusNotifierItem(QDBusConnection bus, const QList<QImage> 
     m_bus.connect(watcherService, watcherPath, watcherService, u"StatusNotifierHostUnregistered"_s, this,
                   SLOT(hostUnregistered()));
     registerItem();
+}
+
+// On every desktop: some hosts take the conventional path for "no menu" for a real one and open an empty
+// menu.
+void StatusNotifierItem::exportMenu()
+{
+    auto *object = new QObject(this);
+    m_menuAdaptor = new StatusMenuAdaptor(
+        object, m_bus,
+        {.aboutToShow = [this] { Q_EMIT menuAboutToShow(); },
+         .clicked =
+             [this](int index) {
+                 // Queued, so that the host gets its reply first: the action may end the program.
+                 if (const auto action = m_menu[static_cast<std::size_t>(index)].action) {
+                     QMetaObject::invokeMethod(this, action, Qt::QueuedConnection);
+                 }
+             }});
+    m_bus.registerObject(menuPath, object, QDBusConnection::ExportAdaptors);
 }
 
 StatusNotifierItem::~StatusNotifierItem()
@@ -133,9 +139,7 @@ void StatusNotifierItem::registrationAnswered(const QDBusMessage &answer)
 {
     if (answer.type() == QDBusMessage::ReplyMessage) {
         m_isSilent = false;
-        if (m_menuAdaptor != nullptr) {
-            m_menuAdaptor->hostChanged();
-        }
+        m_menuAdaptor->hostChanged();
         setPresence(true, true, false);
         Q_EMIT registered();
         queryHost();

@@ -10,6 +10,7 @@
 #include <QList>
 #include <QString>
 
+#include <chrono>
 #include <vector>
 
 class QDBusMessage;
@@ -35,8 +36,8 @@ public:
         /// Whether the pointer's position can be read. If so, it is where the click was, while some hosts
         /// make up the position that comes with a click.
         bool tellsPointer = true;
-        /// Whether its host opens a menu on a click, and reports a click only if there is no menu, or never.
-        bool opensMenu = false;
+        /// The time from a new host's reading of the item to the signal with the real label.
+        std::chrono::milliseconds labelPause{1000};
 
         /// As the environment describes it.
         [[nodiscard]] static Desktop current();
@@ -49,7 +50,6 @@ public:
 
     void setTitle(const QString &title) override;
     void setNotice(const QString &notice) override;
-    /// Exported where the host opens menus, ignored elsewhere.
     void setMenu(std::vector<StatusMenuEntry> entries) override;
     [[nodiscard]] bool isShown() const override { return m_isRegistered && m_hasHost; }
 
@@ -67,6 +67,7 @@ Q_SIGNALS:
     void absenceFound();
 
 private:
+    void exportMenu();
     void registerItem();
     void registrationAnswered(const QDBusMessage &answer);
     void queryHost();
@@ -76,7 +77,7 @@ private:
     QDBusConnection m_bus;
     Desktop m_desktop;
     StatusNotifierItemAdaptor *m_adaptor = nullptr;
-    StatusMenuAdaptor *m_menuAdaptor = nullptr;
+    StatusMenuAdaptor *m_menuAdaptor = nullptr; ///< null without a bus
     std::vector<StatusMenuEntry> m_menu;
     QString m_activationToken; ///< for the next click
     bool m_isRegistered = false;

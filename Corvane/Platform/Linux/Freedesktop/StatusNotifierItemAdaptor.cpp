@@ -108,8 +108,7 @@ StatusToolTip StatusNotifierItemAdaptor::toolTip() const
 
 QDBusObjectPath StatusNotifierItemAdaptor::menu() const
 {
-    // Tells hosts that the item has no menu; an object path cannot be empty.
-    return QDBusObjectPath(m_menu.isEmpty() ? u"/NO_DBUSMENU"_s : m_menu);
+    return QDBusObjectPath(m_menu);
 }
 
 void StatusNotifierItemAdaptor::setText(const QString &text)
@@ -155,5 +154,46 @@ void StatusNotifierItemAdaptor::ProvideXdgActivationToken(const QString &token)
 void StatusNotifierItemAdaptor::SecondaryActivate(int, int) {}
 
 void StatusNotifierItemAdaptor::Scroll(int, const QString &) {}
+
+LabelledStatusNotifierItemAdaptor::LabelledStatusNotifierItemAdaptor(QObject *parent,
+                                                                     const QList<QImage> &icons, QString menu,
+                                                                     Handlers handlers,
+                                                                     std::chrono::milliseconds pause)
+    : StatusNotifierItemAdaptor(parent, icons, std::move(menu), std::move(handlers))
+{
+    m_pause.setSingleShot(true);
+    m_pause.setInterval(pause);
+    connect(&m_pause, &QTimer::timeout, this, [this] {
+        m_isWithheld = false;
+        if (!text().isEmpty()) {
+            textChanged();
+        }
+    });
+}
+
+QString LabelledStatusNotifierItemAdaptor::readLabel()
+{
+    if (m_isWithheld) {
+        m_pause.start();
+        return {};
+    }
+    return text();
+}
+
+void LabelledStatusNotifierItemAdaptor::hostChanged()
+{
+    m_pause.stop();
+    // A host that looked for items by itself has already read the real label.
+    if (!std::exchange(m_isWithheld, true) && !text().isEmpty()) {
+        Q_EMIT XAyatanaNewLabel({}, labelGuide());
+    }
+}
+
+void LabelledStatusNotifierItemAdaptor::textChanged()
+{
+    if (!m_isWithheld) {
+        Q_EMIT XAyatanaNewLabel(text(), labelGuide());
+    }
+}
 
 } // namespace corvane

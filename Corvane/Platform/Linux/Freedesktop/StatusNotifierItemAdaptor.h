@@ -8,7 +8,9 @@
 #include <QDBusObjectPath>
 #include <QImage>
 #include <QList>
+#include <QTimer>
 
+#include <chrono>
 #include <functional>
 
 namespace corvane {
@@ -60,7 +62,7 @@ public:
         std::function<void(const QString &token)> activationToken;
     };
 
-    /// `menu` is the path of the menu's object on the bus; empty if there is none.
+    /// `menu` is the path of the menu's object on the bus.
     StatusNotifierItemAdaptor(QObject *parent, const QList<QImage> &icons, QString menu, Handlers handlers);
 
     [[nodiscard]] QString category() const;
@@ -83,6 +85,9 @@ public:
 
     /// Publishes `notice`, already harmless, if it has changed.
     void setNotice(const QString &notice);
+
+    /// A new host is about to accept the item.
+    virtual void hostChanged() {}
 
 public Q_SLOTS:
     void Activate(int x, int y);
@@ -109,23 +114,34 @@ private:
 };
 
 /// The same with a label beside the icon.
+///
+/// GNOME's host draws the label only when it changes after the host has read the item, and skips a value that
+/// it already has. So a new host reads an empty label, and gets the real one a pause later.
 class LabelledStatusNotifierItemAdaptor final : public StatusNotifierItemAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
-    Q_PROPERTY(QString XAyatanaLabel READ label)
+    Q_PROPERTY(QString XAyatanaLabel READ readLabel)
     Q_PROPERTY(QString XAyatanaLabelGuide READ labelGuide)
 
 public:
-    using StatusNotifierItemAdaptor::StatusNotifierItemAdaptor;
+    LabelledStatusNotifierItemAdaptor(QObject *parent, const QList<QImage> &icons, QString menu,
+                                      Handlers handlers, std::chrono::milliseconds pause);
 
-    [[nodiscard]] QString label() const { return text(); }
+    /// Called when a host reads the label.
+    [[nodiscard]] QString readLabel();
     [[nodiscard]] QString labelGuide() const { return {}; }
+
+    void hostChanged() override;
 
 Q_SIGNALS:
     void XAyatanaNewLabel(const QString &label, const QString &guide);
 
 protected:
-    void textChanged() override { Q_EMIT XAyatanaNewLabel(label(), labelGuide()); }
+    void textChanged() override;
+
+private:
+    QTimer m_pause;
+    bool m_isWithheld = true;
 };
 
 } // namespace corvane
