@@ -38,9 +38,14 @@ AppScenes::AppScenes(MenuBarViewModel &viewModel, const DebugSources &debugSourc
               [this](const WindowName &window) {
                   if (m_menuBarPanel.openedByItself()) {
                       m_windows.open(window.identifier, false);
-                  } else {
-                      m_menuBarPanel.stayOpenBesideWindows();
-                      open(window);
+                      return;
+                  }
+                  const bool wasOpen = m_windows.window(window.identifier) != nullptr;
+                  m_menuBarPanel.stayOpenBesideWindows();
+                  open(window);
+                  // The teacher asked for the menu bar panel: only a window that is new keeps the keyboard.
+                  if (wasOpen) {
+                      m_menuBarPanel.returnToFront();
                   }
               },
           .quit = std::move(actions.quit)}

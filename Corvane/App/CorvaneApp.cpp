@@ -10,6 +10,7 @@
 #include "Corvane/Platform/Linux/Freedesktop/StatusBell.h"
 #include "Corvane/Services/BellNotice.h"
 #include "Corvane/Services/MenuCommands.h"
+#include "Corvane/Services/MissingBell.h"
 #include "Corvane/Services/ScheduleStatus.h"
 #include "Corvane/Utilities/DayCalendar.h"
 #include "Corvane/Utilities/Spawn.h"
@@ -83,7 +84,7 @@ void CorvaneApp::activate(const QString &token)
     if (m_statusItem->isShown()) {
         m_scenes->menuBarPanel().open(std::nullopt);
     } else {
-        m_scenes->menuBarPanel().openAsWindow();
+        m_scenes->menuBarPanel().openAsWindow(missingBellHint(qgetenv("XDG_CURRENT_DESKTOP")));
     }
 }
 
@@ -145,13 +146,13 @@ void CorvaneApp::offerMenu()
 void CorvaneApp::watchForHost()
 {
     m_hostTimer.setSingleShot(true);
-    m_hostTimer.setInterval(hostTimeout);
     QObject::connect(&m_hostTimer, &QTimer::timeout, &m_hostTimer, [this] {
         logger().log(u"no panel shows the bell; starting Quillet again opens its schedule"_s, currentDate());
         // Once only, so that a teacher whose desktop has no status item host learns that the program runs and
         // how to reach it.
         if (std::exchange(m_mayOpenByItself, false)) {
-            m_scenes->menuBarPanel().openAsWindow(MenuBarPanel::OpenedBy::program);
+            m_scenes->menuBarPanel().openAsWindow(missingBellHint(qgetenv("XDG_CURRENT_DESKTOP")),
+                                                  MenuBarPanel::OpenedBy::program);
         }
     });
     const auto follow = [this](bool isShown) {
@@ -159,8 +160,9 @@ void CorvaneApp::watchForHost()
             // The teacher has seen the bell by now; a host that restarts opens nothing.
             m_mayOpenByItself = false;
             m_hostTimer.stop();
+            m_scenes->menuBarPanel().removeFootnote();
         } else {
-            m_hostTimer.start();
+            m_hostTimer.start(m_mayOpenByItself ? startTimeout : hostTimeout);
         }
     };
     QObject::connect(m_statusItem.get(), &StatusItem::shownChanged, &m_hostTimer, follow);

@@ -54,6 +54,9 @@ private:
     /// Without a host for the bell for this long, the desktop counts as having none.
     static constexpr std::chrono::seconds hostTimeout{60};
 
+    /// The same after a start by hand, when the desktop's panel is long up.
+    static constexpr std::chrono::seconds startTimeout{10};
+
     /// A person never repeats a start or a command faster than this.
     static constexpr Seconds shortestPause{0.1};
 

@@ -3,6 +3,7 @@
 
 #include "Corvane/Views/MenuBarPanel.h"
 
+#include "Corvane/Views/FootnotedContent.h"
 #include "Corvane/Views/MenuBarPanelWindow.h"
 
 #include <QGuiApplication>
@@ -54,33 +55,50 @@ void MenuBarPanel::toggle(std::optional<Point> item)
 
 void MenuBarPanel::open(std::optional<Point> item)
 {
-    show(false, item, OpenedBy::user);
+    if (!isOpen()) {
+        make(false, item, {});
+    }
+    show(OpenedBy::user);
 }
 
-void MenuBarPanel::openAsWindow(OpenedBy openedBy)
+void MenuBarPanel::openAsWindow(const QString &footnote, OpenedBy openedBy)
 {
-    show(true, std::nullopt, openedBy);
+    if (!isOpen()) {
+        make(true, std::nullopt, footnote);
+    }
+    show(openedBy);
 }
 
-void MenuBarPanel::show(bool isOrdinary, std::optional<Point> item, OpenedBy openedBy)
+void MenuBarPanel::make(bool isOrdinary, std::optional<Point> item, const QString &footnote)
+{
+    m_isOrdinary = isOrdinary;
+    m_hadFocus = false;
+    m_staysBesideWindows = false;
+    const auto kind = isOrdinary                      ? MenuBarPanelWindow::Kind::window
+                      : m_windowSystem.isComposited() ? MenuBarPanelWindow::Kind::compositedCard
+                                                      : MenuBarPanelWindow::Kind::card;
+    std::unique_ptr<QWidget> content = m_makeContent();
+    if (!footnote.isEmpty()) {
+        auto footnoted = std::make_unique<FootnotedContent>(std::move(content), footnote);
+        m_footnoted = footnoted.get();
+        content = std::move(footnoted);
+    }
+    auto *window = new MenuBarPanelWindow(kind, std::move(content), [this, item](Size size) {
+        return MenuBarPanelPlacement::find(size, item, m_screens.screens(),
+                                           m_screens.mainScreen().value_or(Screen{}));
+    });
+    m_window = window;
+    window->setWindowTitle(title());
+    connect(window, &MenuBarPanelWindow::dismissed, this, &MenuBarPanel::close);
+}
+
+void MenuBarPanel::show(OpenedBy openedBy)
 {
     m_openedBy = openedBy;
-    if (!isOpen()) {
-        m_isOrdinary = isOrdinary;
-        m_hadFocus = false;
-        m_staysBesideWindows = false;
-        const auto kind = isOrdinary                      ? MenuBarPanelWindow::Kind::window
-                          : m_windowSystem.isComposited() ? MenuBarPanelWindow::Kind::compositedCard
-                                                          : MenuBarPanelWindow::Kind::card;
-        auto *window = new MenuBarPanelWindow(kind, m_makeContent(), [this, item](Size size) {
-            return MenuBarPanelPlacement::find(size, item, m_screens.screens(),
-                                               m_screens.mainScreen().value_or(Screen{}));
-        });
-        m_window = window;
-        window->setWindowTitle(title());
+    if (!m_window->isVisible()) {
+        auto *window = static_cast<MenuBarPanelWindow *>(m_window.data());
         // Must be set before winId() creates the native window.
         window->setAttribute(Qt::WA_ShowWithoutActivating, openedBy == OpenedBy::program);
-        connect(window, &MenuBarPanelWindow::dismissed, this, &MenuBarPanel::close);
         m_windowSystem.keepOutOfTaskBar(window->winId());
         window->fit();
         followScreens(window);
@@ -91,6 +109,25 @@ void MenuBarPanel::show(bool isOrdinary, std::optional<Point> item, OpenedBy ope
         m_window->raise();
         m_windowSystem.bringToFront(m_window->winId());
     }
+}
+
+void MenuBarPanel::removeFootnote()
+{
+    if (m_footnoted) {
+        m_footnoted->removeFootnote();
+    }
+}
+
+void MenuBarPanel::returnToFront()
+{
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (isOpen()) {
+                show(OpenedBy::user);
+            }
+        },
+        Qt::QueuedConnection);
 }
 
 void MenuBarPanel::followScreens(MenuBarPanelWindow *window)
@@ -104,18 +141,14 @@ void MenuBarPanel::followScreens(MenuBarPanelWindow *window)
     }
 }
 
-void MenuBarPanel::close()
+// Whether it belongs to the menu bar panel or to one of its dialogs.
+bool MenuBarPanel::isOwn(const QWindow *window) const
 {
-    if (!isOpen()) {
-        return;
+    const QWindow *menuBarPanel = m_window->windowHandle();
+    while (window != nullptr && window != menuBarPanel) {
+        window = window->transientParent();
     }
-    QWidget *window = m_window;
-    m_window = nullptr;
-    window->disconnect(this);
-    window->hide();
-    // Deferred: a button in the window may have called this.
-    window->deleteLater();
-    Q_EMIT closed();
+    return window != nullptr;
 }
 
 void MenuBarPanel::focusMoved(QWindow *to)
@@ -123,19 +156,17 @@ void MenuBarPanel::focusMoved(QWindow *to)
     if (!isOpen() || m_isOrdinary) {
         return;
     }
-    const QWindow *menuBarPanel = m_window->windowHandle();
-    for (const QWindow *window = to; window != nullptr; window = window->transientParent()) {
-        if (window == menuBarPanel) {
-            m_hadFocus = true;
-            return;
-        }
+    if (isOwn(to)) {
+        m_hadFocus = true;
+        return;
     }
     if (to != nullptr && m_staysBesideWindows) {
         // Another window of the program may get the focus before the menu bar panel does.
         m_hadFocus = true;
+        return;
     }
     // Before the panel has had the focus, a focus change concerns other windows only.
-    if (m_hadFocus && !(to != nullptr && m_staysBesideWindows)) {
+    if (m_hadFocus) {
         m_lostFocus = uptime();
         close();
     }

@@ -20,6 +20,7 @@ class QWindow;
 
 namespace corvane {
 
+class FootnotedContent;
 class MenuBarPanelWindow;
 
 /// The menu bar panel that the bell opens. Its content is built when it opens and destroyed when it closes.
@@ -49,8 +50,15 @@ public:
     /// Who opens the menu bar panel. If it is the program, the keyboard focus stays where it is.
     enum class OpenedBy { user, program };
 
-    /// Opens it as an ordinary window.
-    void openAsWindow(OpenedBy openedBy = OpenedBy::user);
+    /// Opens it as an ordinary window, with `footnote` below the content unless that is empty.
+    void openAsWindow(const QString &footnote, OpenedBy openedBy = OpenedBy::user);
+
+    /// Removes the footnote from the open window, if there is one.
+    void removeFootnote();
+
+    /// Brings the open menu bar panel to the front again, on a later turn of the event loop: after the
+    /// windows that this turn brings there.
+    void returnToFront();
 
     void close();
 
@@ -78,14 +86,17 @@ Q_SIGNALS:
     void closed();
 
 private:
-    void show(bool isOrdinary, std::optional<Point> item, OpenedBy openedBy);
+    void make(bool isOrdinary, std::optional<Point> item, const QString &footnote);
+    void show(OpenedBy openedBy);
     void followScreens(MenuBarPanelWindow *window);
     void focusMoved(QWindow *to);
+    [[nodiscard]] bool isOwn(const QWindow *window) const;
 
     MakeContent m_makeContent;
     const Screens &m_screens;
     WindowSystem &m_windowSystem;
     QPointer<QWidget> m_window;
+    QPointer<FootnotedContent> m_footnoted; ///< the content if it has a footnote
     bool m_isOrdinary = false;
     OpenedBy m_openedBy = OpenedBy::user;
     bool m_hadFocus = false;

@@ -371,7 +371,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
         QVERIFY(hasState(*m_menuBarPanel->window(), "_NET_WM_STATE_SKIP_TASKBAR"));
         m_menuBarPanel->close();
-        m_menuBarPanel->openAsWindow();
+        m_menuBarPanel->openAsWindow({});
         QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
         QVERIFY(hasState(*m_menuBarPanel->window(), "_NET_WM_STATE_SKIP_TASKBAR"));
         keepPicture(u"window-"_s + QString::fromLatin1(QTest::currentDataTag()).replace(u' ', u'-'));

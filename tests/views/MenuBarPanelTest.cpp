@@ -284,12 +284,12 @@ private Q_SLOTS:
     void openingByItselfDoesNotTakeTheFocus()
     {
         make();
-        m_menuBarPanel->openAsWindow(MenuBarPanel::OpenedBy::program);
+        m_menuBarPanel->openAsWindow({}, MenuBarPanel::OpenedBy::program);
         QVERIFY(m_menuBarPanel->openedByItself());
         QVERIFY(m_menuBarPanel->window()->testAttribute(Qt::WA_ShowWithoutActivating));
         QVERIFY(m_windowSystem.broughtToFront.isEmpty());
         // Opened by the user, it comes to the front.
-        m_menuBarPanel->openAsWindow();
+        m_menuBarPanel->openAsWindow({});
         QVERIFY(!m_menuBarPanel->openedByItself());
         QCOMPARE(m_windowSystem.broughtToFront.size(), 1);
     }
@@ -319,7 +319,7 @@ private Q_SLOTS:
     void asAnOrdinaryWindowItHasAFrameATitleAndStaysOpen()
     {
         make();
-        m_menuBarPanel->openAsWindow();
+        m_menuBarPanel->openAsWindow({});
         QCOMPARE(m_menuBarPanel->window()->windowFlags() & Qt::WindowType_Mask, Qt::Window);
         QVERIFY(!m_menuBarPanel->window()->windowFlags().testFlag(Qt::FramelessWindowHint));
         QCOMPARE(m_menuBarPanel->window()->windowTitle(), u"Quillet"_s);
@@ -336,8 +336,8 @@ private Q_SLOTS:
     void openingItAgainBringsItToTheFront()
     {
         make();
-        m_menuBarPanel->openAsWindow();
-        m_menuBarPanel->openAsWindow();
+        m_menuBarPanel->openAsWindow({});
+        m_menuBarPanel->openAsWindow({});
         m_menuBarPanel->open(std::nullopt);
         QCOMPARE(m_made, 1);
         QCOMPARE(m_windowSystem.broughtToFront.size(), 3);
