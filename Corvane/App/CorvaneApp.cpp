@@ -124,7 +124,7 @@ void CorvaneApp::offerMenu()
     std::vector<StatusMenuEntry> entries;
     entries.push_back({.text = scheduleStatus::title(), .action = [this] {
                            m_windowSystem.userAsked({});
-                           m_scenes->menuBarPanel().open(std::nullopt);
+                           m_scenes->menuBarPanel().toggleFromMenu();
                        }});
     for (MenuCommand &command : menuCommands(*m_viewModel, m_scenes->menuActions())) {
         if (command.beginsGroup) {

@@ -6,6 +6,8 @@
 #include <QString>
 #include <QtGlobal>
 
+#include <functional>
+
 namespace corvane {
 
 /// A window of the program by its window system identifier, as QWidget::winId() returns it.
@@ -31,6 +33,11 @@ public:
 
     /// Raises `window`, which is shown, above all others and gives it the keyboard focus.
     virtual void bringToFront(WindowId window) = 0;
+
+    /// Calls `pressed`, on a later turn of the event loop, for each press of a pointer button outside the
+    /// program's windows and their frames. A second call replaces the function; an empty one ends the watch.
+    /// Returns whether every press is reported: if false, only some are, or none.
+    virtual bool watchPresses(std::function<void()> pressed) = 0;
 };
 
 } // namespace corvane

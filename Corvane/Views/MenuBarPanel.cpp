@@ -5,11 +5,13 @@
 
 #include "Corvane/Views/FootnotedContent.h"
 #include "Corvane/Views/MenuBarPanelWindow.h"
+#include "Corvane/Views/PointerAbsence.h"
 
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWindow>
 
+#include <cmath>
 #include <utility>
 
 namespace corvane {
@@ -28,6 +30,7 @@ MenuBarPanel::MenuBarPanel(MakeContent makeContent, const Screens &screens, Wind
 
 MenuBarPanel::~MenuBarPanel()
 {
+    m_windowSystem.watchPresses({});
     delete m_window;
 }
 
@@ -53,6 +56,15 @@ void MenuBarPanel::toggle(std::optional<Point> item)
     }
 }
 
+void MenuBarPanel::toggleFromMenu()
+{
+    if (isOpen()) {
+        close();
+    } else {
+        open(std::nullopt);
+    }
+}
+
 void MenuBarPanel::open(std::optional<Point> item)
 {
     if (!isOpen()) {
@@ -72,6 +84,7 @@ void MenuBarPanel::openAsWindow(const QString &footnote, OpenedBy openedBy)
 void MenuBarPanel::make(bool isOrdinary, std::optional<Point> item, const QString &footnote)
 {
     m_isOrdinary = isOrdinary;
+    m_item = item;
     m_hadFocus = false;
     m_staysBesideWindows = false;
     const auto kind = isOrdinary                      ? MenuBarPanelWindow::Kind::window
@@ -103,6 +116,7 @@ void MenuBarPanel::show(OpenedBy openedBy)
         window->fit();
         followScreens(window);
         window->show();
+        watchForClicksElsewhere();
         Q_EMIT opened();
     }
     if (isOpen() && openedBy == OpenedBy::user) {
@@ -141,6 +155,55 @@ void MenuBarPanel::followScreens(MenuBarPanelWindow *window)
     }
 }
 
+void MenuBarPanel::watchForClicksElsewhere()
+{
+    if (m_isOrdinary) {
+        return;
+    }
+    if (!m_windowSystem.watchPresses([this] { pressed(); })) {
+        auto *absence = new PointerAbsence(m_window->windowHandle());
+        connect(absence, &PointerAbsence::lasted, this, [this, absence] {
+            // It stays beside a window of the program that is in use.
+            const QWindow *focus = QGuiApplication::focusWindow();
+            if (m_staysBesideWindows && focus != nullptr && !isOwn(focus)) {
+                absence->beginAnew();
+            } else {
+                close();
+            }
+        });
+    }
+}
+
+void MenuBarPanel::close()
+{
+    if (!isOpen()) {
+        return;
+    }
+    m_windowSystem.watchPresses({});
+    QWidget *window = m_window;
+    m_window = nullptr;
+    window->disconnect(this);
+    window->hide();
+    // Deferred: a button in the window may have called this.
+    window->deleteLater();
+    Q_EMIT closed();
+}
+
+void MenuBarPanel::pressed()
+{
+    // The host reports a click on the bell a little later.
+    const Point pointer = m_screens.pointerLocation();
+    if (!m_item || std::hypot(pointer.x - m_item->x, pointer.y - m_item->y) > bellReach) {
+        clickedElsewhere();
+    }
+}
+
+void MenuBarPanel::clickedElsewhere()
+{
+    m_lostFocus = uptime();
+    close();
+}
+
 // Whether it belongs to the menu bar panel or to one of its dialogs.
 bool MenuBarPanel::isOwn(const QWindow *window) const
 {
@@ -167,8 +230,7 @@ void MenuBarPanel::focusMoved(QWindow *to)
     }
     // Before the panel has had the focus, a focus change concerns other windows only.
     if (m_hadFocus) {
-        m_lostFocus = uptime();
-        close();
+        clickedElsewhere();
     }
 }
 

@@ -26,8 +26,10 @@ class MenuBarPanelWindow;
 /// The menu bar panel that the bell opens. Its content is built when it opens and destroyed when it closes.
 /// There is at most one. Main thread only.
 ///
-/// It closes on Escape, on a second click on the bell, and when the keyboard focus moves to another window.
-/// Opened as an ordinary window, on a desktop without a bell to reopen it, it stays until it is closed.
+/// It closes on Escape, on a second click on the bell, and on a click elsewhere: on a press that the window
+/// system reports, or when the keyboard focus goes to another window. If the window system does not report
+/// every press, it also closes a minute after the pointer has left it. Opened as an ordinary window, where no
+/// bell can open it again, it stays until it is closed.
 class MenuBarPanel final : public QObject {
     Q_OBJECT
 
@@ -40,8 +42,11 @@ public:
     ~MenuBarPanel() override;
 
     /// The bell was clicked, at `item` if known: opens the menu bar panel, or closes it if it is open. If the
-    /// same click has just closed the panel by taking its keyboard focus, nothing opens.
+    /// same click has just closed it as a click elsewhere, nothing opens.
     void toggle(std::optional<Point> item);
+
+    /// The panel's entry of the bell's menu was chosen: opens the menu bar panel, or closes it if it is open.
+    void toggleFromMenu();
 
     /// Opens the menu bar panel, or brings it to the front if it is open. Without `item`, it opens in the
     /// corner where the bell is most likely.
@@ -75,8 +80,12 @@ public:
     /// The menu bar panel's window; nullptr while it is closed.
     [[nodiscard]] QWidget *window() const;
 
-    /// A click on the bell within this time after the panel lost the focus is the click that took the focus.
+    /// A click on the bell within this time after a click elsewhere closed the menu bar panel is the same
+    /// click.
     static constexpr Seconds sameClick{0.75};
+
+    /// A press this close to the click that opened the menu bar panel, in points, is on the bell.
+    static constexpr double bellReach = 24;
 
     /// The window's title, for assistive tools and for the title bar of an ordinary window.
     static QString title();
@@ -89,6 +98,9 @@ private:
     void make(bool isOrdinary, std::optional<Point> item, const QString &footnote);
     void show(OpenedBy openedBy);
     void followScreens(MenuBarPanelWindow *window);
+    void watchForClicksElsewhere();
+    void pressed();
+    void clickedElsewhere();
     void focusMoved(QWindow *to);
     [[nodiscard]] bool isOwn(const QWindow *window) const;
 
@@ -96,12 +108,13 @@ private:
     const Screens &m_screens;
     WindowSystem &m_windowSystem;
     QPointer<QWidget> m_window;
+    std::optional<Point> m_item;            ///< where the bell was clicked, if known
     QPointer<FootnotedContent> m_footnoted; ///< the content if it has a footnote
     bool m_isOrdinary = false;
     OpenedBy m_openedBy = OpenedBy::user;
     bool m_hadFocus = false;
     bool m_staysBesideWindows = false;
-    std::optional<Seconds> m_lostFocus; ///< uptime() when it closed because it lost the focus
+    std::optional<Seconds> m_lostFocus; ///< uptime() when a click elsewhere closed it
 };
 
 } // namespace corvane

@@ -190,6 +190,8 @@ protected:
                m_windowSystem->broughtToFront.constLast() == window;
     }
     void giveFocusToAnotherProgram() override { m_windowSystem->broughtToFront.clear(); }
+    void pressElsewhere() override { m_windowSystem->pressElsewhere(); }
+    void pressOn(WindowId) override {}
 
 private Q_SLOTS:
     void init() { m_windowSystem = std::make_unique<FakeWindowSystem>(); }

@@ -72,9 +72,16 @@ protected:
             m_opponent = m_desktop.startOpponent();
             QTRY_COMPARE_WITH_TIMEOUT(colourOf(clicked), QColor(u"#a0c0e0"_s), timeout);
         }
-        TestDesktop::xdotool(
-            {u"mousemove"_s, QString::number(clicked.x()), QString::number(clicked.y()), u"click"_s, u"1"_s});
+        clickAt(clicked);
         QTRY_VERIFY_WITH_TIMEOUT(QApplication::activeWindow() == nullptr, timeout);
+    }
+
+    void pressElsewhere() override { clickAt(clicked); }
+
+    void pressOn(WindowId window) override
+    {
+        const QWidget &pressed = *m_windows.at(window);
+        clickAt(pressed.mapToGlobal(pressed.rect().center()));
     }
 
 private Q_SLOTS:
@@ -95,8 +102,55 @@ private Q_SLOTS:
         m_windowSystem.reset();
     }
 
+    void aPressOnAFrameIsOnItsWindow()
+    {
+        const WindowId window = makeWindow();
+        m_windows.at(window)->move(300, 300);
+        show(window);
+        const QWidget &framed = *m_windows.at(window);
+        QTRY_VERIFY_WITH_TIMEOUT(framed.y() < framed.geometry().y(), timeout);
+        int presses = 0;
+        m_windowSystem->watchPresses([&presses] { ++presses; });
+        clickAt({framed.geometry().center().x(), framed.geometry().y() - 3});
+        clickAt(clicked);
+        QTRY_COMPARE_WITH_TIMEOUT(presses, 1, timeout);
+    }
+
+    void theWheelIsNoPress()
+    {
+        int presses = 0;
+        m_windowSystem->watchPresses([&presses] { ++presses; });
+        for (const auto *button : {"4", "5", "6", "7", "3"}) {
+            clickAt(clicked, QString::fromLatin1(button));
+        }
+        QTRY_COMPARE_WITH_TIMEOUT(presses, 1, timeout);
+    }
+
+    void aPressOnAnotherProgramIsTold()
+    {
+        giveFocusToAnotherProgram();
+        int presses = 0;
+        m_windowSystem->watchPresses([&presses] { ++presses; });
+        clickAt(clicked);
+        QTRY_COMPARE_WITH_TIMEOUT(presses, 1, timeout);
+    }
+
+    void inAWaylandSessionNotEachPressIsTold()
+    {
+        qputenv("WAYLAND_DISPLAY", "none");
+        const bool isEachTold = m_windowSystem->watchPresses([] {});
+        qunsetenv("WAYLAND_DISPLAY");
+        QVERIFY(!isEachTold);
+    }
+
 private:
     static constexpr QPoint clicked{640, 700}; // outside all windows of this program
+
+    static void clickAt(QPoint place, const QString &button = u"1"_s)
+    {
+        TestDesktop::xdotool(
+            {u"mousemove"_s, QString::number(place.x()), QString::number(place.y()), u"click"_s, button});
+    }
 
     void manage(TestDesktop::WindowManager manager)
     {

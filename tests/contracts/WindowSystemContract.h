@@ -29,6 +29,10 @@ protected:
     /// The user clicks into another program's window, which has the keyboard focus when this returns.
     virtual void giveFocusToAnotherProgram() = 0;
 
+    /// The user presses a button where no window of the program is, or in the middle of `window`.
+    virtual void pressElsewhere() = 0;
+    virtual void pressOn(WindowId window) = 0;
+
     static constexpr int timeout = 10'000; // milliseconds
 
 private:
@@ -106,6 +110,38 @@ private Q_SLOTS:
             askFor(window, token);
             QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window), timeout);
         }
+    }
+
+    void aPressElsewhereIsReportedUntilTheWatchEnds()
+    {
+        const WindowId window = showWindow();
+        int presses = 0;
+        QVERIFY(windowSystem().watchPresses([&presses] { ++presses; }));
+        pressElsewhere();
+        QTRY_COMPARE_WITH_TIMEOUT(presses, 1, timeout);
+        pressOn(window);
+        pressElsewhere();
+        QTRY_COMPARE_WITH_TIMEOUT(presses, 2, timeout);
+        int later = 0;
+        windowSystem().watchPresses([&later] { ++later; });
+        pressElsewhere();
+        QTRY_COMPARE_WITH_TIMEOUT(later, 1, timeout);
+        QVERIFY(!windowSystem().watchPresses({}));
+        pressElsewhere();
+        QCOMPARE(presses, 2);
+        QCOMPARE(later, 1);
+    }
+
+    void aPressMayEndTheWatch()
+    {
+        int presses = 0;
+        windowSystem().watchPresses([this, &presses] {
+            ++presses;
+            windowSystem().watchPresses({});
+        });
+        pressElsewhere();
+        pressElsewhere();
+        QTRY_COMPARE_WITH_TIMEOUT(presses, 1, timeout);
     }
 
     void aDestroyedWindowIsIgnored()

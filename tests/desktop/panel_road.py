@@ -75,6 +75,17 @@ class Panel(unittest.TestCase):
             self.wait_until_closed(desktop)
             self.end(program)
 
+    def aClickOnTheWallpaperOrTheBarClosesThePanel(self):
+        with Desktop() as desktop:
+            program = self.start(desktop)
+            for place in [(300, 700), (200, THICKNESS // 2)]:
+                desktop.click(*desktop.bell())
+                panel = self.wait_for_panel(desktop)
+                poll("the panel to have the keyboard", lambda: desktop.active_window() == panel)
+                desktop.click(*place)
+                self.wait_until_closed(desktop)
+            self.end(program)
+
     def aRightClickOnTheBellOpensItsMenu(self):
         with Desktop() as desktop:
             program = self.start(desktop)

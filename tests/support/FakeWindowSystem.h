@@ -8,6 +8,9 @@
 #include <QList>
 #include <QStringList>
 
+#include <functional>
+#include <utility>
+
 namespace corvane {
 
 /// A window system that records the calls and does nothing else.
@@ -30,6 +33,23 @@ public:
         calls.append(QStringLiteral("front"));
     }
 
+    bool watchPresses(std::function<void()> pressed) override
+    {
+        onPress = std::move(pressed);
+        return onPress && tellsPresses;
+    }
+
+    /// The user presses a button elsewhere; untold where the window system tells of no press.
+    void pressElsewhere() const
+    {
+        if (tellsPresses && onPress) {
+            const auto pressed = onPress;
+            pressed();
+        }
+    }
+
+    std::function<void()> onPress;
+    bool tellsPresses = true;
     bool composited = false;
     QStringList tokens;
     QList<WindowId> keptOut;

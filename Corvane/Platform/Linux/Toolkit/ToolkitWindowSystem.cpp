@@ -99,4 +99,12 @@ void ToolkitWindowSystem::bringToFront(WindowId window)
     }
 }
 
+bool ToolkitWindowSystem::watchPresses(std::function<void()> pressed)
+{
+    m_presses = pressed ? std::make_unique<x11::PressWatch>(std::move(pressed)) : nullptr;
+    // In a Wayland session the X server hears of no press on a window of another kind.
+    return m_presses && m_presses->isServed() && qgetenv("XDG_SESSION_TYPE") != "wayland" &&
+           qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+}
+
 } // namespace corvane

@@ -3,11 +3,14 @@
 
 #pragma once
 
+#include "Corvane/Platform/Linux/X11/PressWatch.h"
 #include "Corvane/Utilities/WindowSystem.h"
 
 #include <QString>
 
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <optional>
 
 namespace corvane {
@@ -25,6 +28,7 @@ public:
     void userAsked(const QString &token) override;
     void keepOutOfTaskBar(WindowId window) override;
     void bringToFront(WindowId window) override;
+    bool watchPresses(std::function<void()> pressed) override;
 
     /// The server's time in an activation token, in milliseconds; none if the token contains none.
     [[nodiscard]] static std::optional<std::uint32_t> timeOf(const QString &token);
@@ -32,6 +36,7 @@ public:
 private:
     std::uint32_t m_userTime = 0; ///< the user's last request in server time, milliseconds; 0 if unknown
     QString m_token;              ///< of the last request, until a window has used it
+    std::unique_ptr<x11::PressWatch> m_presses;
 };
 
 } // namespace corvane

@@ -128,6 +128,33 @@ std::optional<PixelPoint> pointer()
     return PixelPoint{reply->root_x, reply->root_y};
 }
 
+std::vector<std::uint32_t> windowsAtPointer()
+{
+    std::vector<std::uint32_t> windows;
+    std::uint32_t window = rootWindow();
+    while (window != XCB_NONE) {
+        const auto asked = xcb_query_pointer(connection(), window);
+        const Owned<xcb_query_pointer_reply_t> reply(xcb_query_pointer_reply(connection(), asked, nullptr));
+        window = reply ? reply->child : XCB_NONE;
+        if (window != XCB_NONE) {
+            windows.push_back(window);
+        }
+    }
+    return windows;
+}
+
+std::uint32_t topLevelOf(std::uint32_t window)
+{
+    for (;;) {
+        const auto asked = xcb_query_tree(connection(), window);
+        const Owned<xcb_query_tree_reply_t> reply(xcb_query_tree_reply(connection(), asked, nullptr));
+        if (!reply || reply->parent == XCB_NONE || reply->parent == reply->root) {
+            return window;
+        }
+        window = reply->parent;
+    }
+}
+
 std::optional<std::uint32_t> serverTime()
 {
     if (connection() == nullptr) {

@@ -54,6 +54,13 @@ struct PixelPoint {
 /// The server's time in milliseconds since an arbitrary moment; none without a server.
 [[nodiscard]] std::optional<std::uint32_t> serverTime();
 
+/// The windows under the pointer, from a child of the root window down to the innermost one; empty if the
+/// pointer is on the root window only.
+[[nodiscard]] std::vector<std::uint32_t> windowsAtPointer();
+
+/// The child of the root window that contains `window`: itself or, under most window managers, its frame.
+[[nodiscard]] std::uint32_t topLevelOf(std::uint32_t window);
+
 /// Sets `window`'s property `name` to a number, or to UTF-8 text.
 void setNumber(std::uint32_t window, const char *name, std::uint32_t value);
 void setText(std::uint32_t window, const char *name, std::string_view utf8);
