@@ -7,6 +7,7 @@
 #include "Corvane/Platform/Linux/Freedesktop/SingleInstance.h"
 #include "Corvane/Platform/Linux/Toolkit/DisplayChoice.h"
 #include "Corvane/Platform/Linux/Toolkit/ToolkitWindowSystem.h"
+#include "Corvane/Utilities/CommandLine.h"
 #include "Corvane/Utilities/Spawn.h"
 
 #include <QApplication>
@@ -18,6 +19,7 @@
 #include <malloc.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <functional>
 #include <optional>
@@ -28,8 +30,8 @@ using namespace corvane;
 
 namespace {
 
-/// Passed by the login entry: nothing opens by itself.
-constexpr auto loginOption = "--login"_L1;
+/// The exit status after an unknown option.
+constexpr int wrongUse = 2;
 
 void say(const char *text)
 {
@@ -38,16 +40,14 @@ void say(const char *text)
 
 /// Starts the program unless another instance is running. `instance` and `program` outlive the event loop.
 QCoro::Task<void> launch(SingleInstance *instance, std::optional<CorvaneApp> *program,
-                         std::function<void()> restart)
+                         CorvaneApp::StartedBy startedBy, std::function<void()> restart)
 {
     const QString token = SingleInstance::takeActivationToken();
     // Not awaited inside the switch: GCC 12 loses the coroutine frame there.
     const SingleInstance::Start start = co_await instance->claim(token);
     switch (start) {
     case SingleInstance::Start::first:
-        program->emplace(QCoreApplication::arguments().contains(loginOption) ? CorvaneApp::StartedBy::login
-                                                                             : CorvaneApp::StartedBy::user,
-                         restart);
+        program->emplace(startedBy, restart);
         co_return;
     case SingleInstance::Start::handedOver:
         say("Quillet is running already; look for its bell in the panel.\n");
@@ -79,7 +79,7 @@ void restorePlatform(const std::optional<QByteArray> &asked)
     }
 }
 
-Run run(int argc, char *argv[])
+Run run(int argc, char *argv[], CorvaneApp::StartedBy startedBy)
 {
     const auto asked =
         qEnvironmentVariableIsSet(platformVariable) ? std::optional(qgetenv(platformVariable)) : std::nullopt;
@@ -122,7 +122,7 @@ Run run(int argc, char *argv[])
     });
     // Deferred to the event loop: exit() has no effect before the loop runs.
     QTimer::singleShot(0, &application, [&] {
-        spawn(launch(&instance, &program, [&run] {
+        spawn(launch(&instance, &program, startedBy, [&run] {
             run.startsAnew = true;
             QCoreApplication::quit();
         }));
@@ -139,7 +139,7 @@ Run run(int argc, char *argv[])
 /// only on failure.
 int startAnew(const QByteArray &programPath, QByteArrayList arguments)
 {
-    const QByteArray login(loginOption.data(), loginOption.size());
+    const QByteArray login(CommandLine::loginOption);
     if (!arguments.contains(login)) {
         arguments.append(login);
     }
@@ -157,12 +157,30 @@ int startAnew(const QByteArray &programPath, QByteArrayList arguments)
 
 int main(int argc, char *argv[])
 {
+    // Copied before QApplication removes its own options from argv.
+    const QByteArrayList arguments(argv, argv + argc);
+    const CommandLine commandLine = CommandLine::parse(arguments.sliced(std::min(argc, 1)));
+    // Answered before the toolkit starts, which needs a display.
+    switch (commandLine.request) {
+    case CommandLine::Request::version:
+        std::puts("Quillet " QUILLET_VERSION);
+        return 0;
+    case CommandLine::Request::help:
+        std::fputs(CommandLine::help().toUtf8().constData(), stdout);
+        return 0;
+    case CommandLine::Request::invalid:
+        say((commandLine.error + u'\n').toUtf8().constData());
+        return wrongUse;
+    case CommandLine::Request::run:
+    case CommandLine::Request::login:
+        break;
+    }
     // The few worker threads are nearly always idle; an arena for each would waste memory.
     mallopt(M_ARENA_MAX, 2);
     QCoreApplication::setApplicationName(u"Quillet"_s);
     QApplication::setDesktopFileName(u"com.ordwinsoftware.Quillet"_s);
-    // Copied before QApplication removes its own options from argv.
-    const QByteArrayList arguments(argv, argv + argc);
-    const Run ended = run(argc, argv);
+    const Run ended = run(argc, argv,
+                          commandLine.request == CommandLine::Request::login ? CorvaneApp::StartedBy::login
+                                                                             : CorvaneApp::StartedBy::user);
     return ended.startsAnew ? startAnew(ended.programPath, arguments) : ended.status;
 }

@@ -11,9 +11,10 @@ import pathlib
 import re
 import signal
 import subprocess
+import tempfile
 import unittest
 
-from quillet_desktop import SOURCE, Desktop, calendar, event, poll, report_lateness
+from quillet_desktop import PREFIX, SOURCE, Desktop, calendar, event, poll, report_lateness
 
 HERE = pathlib.Path(__file__).resolve().parent
 
@@ -104,6 +105,22 @@ class Roads(unittest.TestCase):
                 self.assertEqual(line, "Quillet has no screen: neither an X server nor a Wayland compositor answers "
                                  f"(DISPLAY={display}, WAYLAND_DISPLAY={compositor}).")
                 program.output.unlink()
+
+    def versionAndHelpNeedNoDisplayAndAnUnknownOptionIsOneLine(self):
+        with tempfile.TemporaryDirectory() as home:
+            def started_with(option):
+                return subprocess.run([str(PREFIX / "bin/quillet"), option], capture_output=True, text=True, timeout=10,
+                                      env={"HOME": home, "PATH": os.environ["PATH"], "LC_ALL": "C.UTF-8"})
+            version = started_with("--version")
+            self.assertRegex(version.stdout, r"\AQuillet \d+\.\d+\.\d+\n\Z")
+            self.assertEqual((version.returncode, version.stderr), (0, ""))
+            told = started_with("--help")
+            self.assertRegex(told.stdout, r"(?m)^  --version ")
+            self.assertEqual((told.returncode, told.stderr), (0, ""))
+            wrong = started_with("--loud")
+            self.assertRegex(wrong.stderr, r"\A.*--loud.*\n\Z")
+            self.assertEqual((wrong.returncode, wrong.stdout), (2, ""))
+            self.assertEqual(os.listdir(home), [])
 
     # --- the screen lock
 
