@@ -45,7 +45,7 @@ void chooseBanners(LiveServices &services)
         services.bannerScreens = std::make_unique<WaylandScreens>(*services.wayland);
         services.bannerPanels = std::make_unique<LayerShellBannerPanels>(*services.wayland, makeContent,
                                                                          shape, *services.debugLogger);
-        services.debugLogger->log(u"banners in the compositor's overlay layer"_s, currentDate());
+        services.debugLogger->log(u"banners in the compositor's overlay layer"_s);
         return;
     }
     services.bannerScreens = std::make_unique<ToolkitScreens>();
@@ -55,8 +55,7 @@ void chooseBanners(LiveServices &services)
             QGuiApplication::platformName() == "xcb"_L1
                 ? u"banners through XWayland"_s
                 : u"banners as ordinary windows, which a full-screen one covers: this Wayland compositor has "
-                  u"neither an overlay layer nor XWayland"_s,
-            currentDate());
+                  u"neither an overlay layer nor XWayland"_s);
     }
 }
 

@@ -68,8 +68,8 @@ CorvaneApp::CorvaneApp(StartedBy startedBy, std::function<void()> restart)
 
 void CorvaneApp::greetAgent()
 {
-    m_agentGreeting = std::make_unique<AgentGreeting>(
-        QDBusConnection::sessionBus(), [this](const QString &line) { logger().log(line, currentDate()); });
+    m_agentGreeting = std::make_unique<AgentGreeting>(QDBusConnection::sessionBus(),
+                                                      [this](const QString &line) { logger().log(line); });
     QObject::connect(m_viewModel.get(), &MenuBarViewModel::lessonsChanged, m_agentGreeting.get(),
                      [this] { m_agentGreeting->setLessons(m_viewModel->lessons()); });
 }
@@ -79,7 +79,7 @@ void CorvaneApp::activate(const QString &token)
     if (!m_secondStarts.admits(uptime())) {
         return;
     }
-    logger().log(u"second start handed over"_s, currentDate());
+    logger().log(u"second start handed over"_s);
     m_windowSystem.userAsked(token);
     if (m_statusItem->isShown()) {
         m_scenes->menuBarPanel().open(std::nullopt);
@@ -93,10 +93,10 @@ void CorvaneApp::showStatusItem()
     m_statusItem = std::make_unique<DesktopStatusItem>(QDBusConnection::sessionBus(), statusBellImages(),
                                                        StatusNotifierItem::Desktop::current());
     QObject::connect(m_statusItem.get(), &DesktopStatusItem::registered, &logger(),
-                     [this] { logger().log(u"status item registered"_s, currentDate()); });
+                     [this] { logger().log(u"status item registered"_s); });
     QObject::connect(m_statusItem.get(), &DesktopStatusItem::registrationFailed, &logger(),
                      [this](const QString &reason) {
-                         logger().log(u"status item registration failed error="_s + reason, currentDate());
+                         logger().log(u"status item registration failed error="_s + reason);
                      });
     QObject::connect(m_statusItem.get(), &StatusItem::activated, m_viewModel.get(),
                      [this](std::optional<Point> position, const QString &token) {
@@ -147,7 +147,7 @@ void CorvaneApp::watchForHost()
 {
     m_hostTimer.setSingleShot(true);
     QObject::connect(&m_hostTimer, &QTimer::timeout, &m_hostTimer, [this] {
-        logger().log(u"no panel shows the bell; starting Quillet again opens its schedule"_s, currentDate());
+        logger().log(u"no panel shows the bell; starting Quillet again opens its schedule"_s);
         // Once only, so that a teacher whose desktop has no status item host learns that the program runs and
         // how to reach it.
         if (std::exchange(m_mayOpenByItself, false)) {
@@ -176,7 +176,7 @@ void CorvaneApp::watchSessionLock()
     // Banners appear above everything, even the lock screen, where anyone could read them.
     const auto follow = [this](bool isLocked) {
         m_services.bannerPanels->setSessionLocked(isLocked);
-        logger().log(isLocked ? u"session locked"_s : u"session unlocked"_s, currentDate());
+        logger().log(isLocked ? u"session locked"_s : u"session unlocked"_s);
     };
     QObject::connect(m_sessionLock.get(), &SessionLockWatcher::lockedChanged, m_viewModel.get(), follow);
     if (m_sessionLock->locked()) {

@@ -42,13 +42,11 @@ void SettingsFile::report(const SettingsStore &settings, DebugLogService &logger
 {
     if (settings.copyOfGarbled()) {
         logger.log(u"settings file not understood path=\""_s + settings.fileName() + u"\" copy=\""_s +
-                       *settings.copyOfGarbled() + u'"',
-                   currentDate());
+                   *settings.copyOfGarbled() + u'"');
     }
     if (settings.error()) {
         logger.log(u"settings file cannot be written path=\""_s + settings.fileName() + u"\" reason=\""_s +
-                       settings.error()->reason + u"\", changes last for this run only"_s,
-                   currentDate());
+                   settings.error()->reason + u"\", changes last for this run only"_s);
     }
 }
 

@@ -117,7 +117,7 @@ Run run(int argc, char *argv[], CorvaneApp::StartedBy startedBy)
                      });
     QObject::connect(&instance, &SingleInstance::busLost, &application, [&program] {
         if (program) {
-            program->logger().log(u"session bus lost"_s, currentDate());
+            program->logger().log(u"session bus lost"_s);
         }
     });
     // Deferred to the event loop: exit() has no effect before the loop runs.

@@ -91,15 +91,13 @@ void EventKitLessonScheduleStore::logLoad(std::size_t rawEvents, const std::vect
     m_logger.log(
         u"calendar events loaded rawEvents=%1 parsedLessons=%2 windowStart=%3 windowEnd=%4 timezone=%5"_s.arg(
             QString::number(rawEvents), QString::number(lessons.size()), descriptionText(window.start),
-            descriptionText(window.end), m_calendar.timeZoneIdentifier()),
-        currentDate());
+            descriptionText(window.end), m_calendar.timeZoneIdentifier()));
     for (const Lesson &lesson : lessons) {
         // Joined, not inserted with arg(): the name itself may contain "%1".
         m_logger.log(u"calendar lesson student=\""_s + plainText(lesson.studentName) + u"\" platform=\""_s +
-                         rawValue(lesson.platform) + u"\" start="_s + descriptionText(lesson.startTime) +
-                         u" end="_s + descriptionText(lesson.endTime()) + u" duration="_s +
-                         QString::number(static_cast<qint64>(lesson.duration.count())),
-                     currentDate());
+                     rawValue(lesson.platform) + u"\" start="_s + descriptionText(lesson.startTime) +
+                     u" end="_s + descriptionText(lesson.endTime()) + u" duration="_s +
+                     QString::number(static_cast<qint64>(lesson.duration.count())));
     }
 }
 

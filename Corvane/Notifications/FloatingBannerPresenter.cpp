@@ -61,8 +61,7 @@ void FloatingBannerPresenter::present(const TeachingAction &action)
 {
     dismissExistingWindows();
     m_logger.log(u"notification actually fires state="_s + rawValue(action.state) + u" message=\""_s +
-                     plainText(action.message) + u'"',
-                 currentDate());
+                 plainText(action.message) + u'"');
     m_soundPlayer.playNotificationSound();
 
     const Screen screen = activeScreen();
@@ -77,8 +76,7 @@ void FloatingBannerPresenter::present(const TeachingAction &action)
         {.duration = appearDuration, .curve = TimingCurve::easeOut, .alpha = 1, .frame = finalFrame}, {});
 
     m_logger.log(u"popup shown screenFrame="_s + rectangleText(screen.frame) + u" windowFrame="_s +
-                     rectangleText(bannerPanel->frame()),
-                 currentDate());
+                 rectangleText(bannerPanel->frame()));
     spawn(scheduleDismissal(bannerPanel, displayDuration(action)));
 }
 

@@ -136,7 +136,7 @@ QCoro::Task<std::expected<void, Failure>> SystemNotificationScheduler::add(Self 
 
 void SystemNotificationScheduler::log(const QString &message)
 {
-    m_logger.log(plainText(message), currentDate());
+    m_logger.log(plainText(message));
 }
 
 } // namespace corvane

@@ -14,11 +14,11 @@ void SystemSoundPlayer::playNotificationSound() const
     QCoro::connect(m_sounds->play(u"Glass"_s), m_logger,
                    [logger = m_logger, sounds = m_sounds](bool started) {
                        if (started) {
-                           logger->log(u"sound played name=Glass"_s, currentDate());
+                           logger->log(u"sound played name=Glass"_s);
                            return;
                        }
                        sounds->beep();
-                       logger->log(u"sound fallback played name=NSSound.beep"_s, currentDate());
+                       logger->log(u"sound fallback played name=NSSound.beep"_s);
                    });
 }
 

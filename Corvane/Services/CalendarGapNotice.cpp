@@ -92,14 +92,13 @@ QCoro::Task<void> CalendarGapNotice::notify(Self self, NotificationRequest reque
         co_return;
     }
     if (granted && !*granted) {
-        self->m_logger.log(u"calendar gap not told: notifications are not granted"_s, currentDate());
+        self->m_logger.log(u"calendar gap not told: notifications are not granted"_s);
         co_return;
     }
     const auto added = co_await self->m_center.add(request);
     if (self != nullptr) {
         self->m_logger.log(added ? u"calendar gap told"_s
-                                 : u"calendar gap not told error="_s + added.error().localizedDescription,
-                           currentDate());
+                                 : u"calendar gap not told error="_s + added.error().localizedDescription);
     }
 }
 

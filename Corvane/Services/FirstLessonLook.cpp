@@ -123,7 +123,7 @@ QCoro::Task<void> FirstLessonLook::tell(Self self, Readiness found)
 
 void FirstLessonLook::log(const QString &message)
 {
-    m_logger.log(message, currentDate());
+    m_logger.log(message);
 }
 
 } // namespace corvane

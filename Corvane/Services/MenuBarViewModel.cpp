@@ -95,7 +95,7 @@ QCoro::Task<void> MenuBarViewModel::start()
         co_return;
     }
     m_hasStarted = true;
-    m_environment.debugLogger.log(u"app started"_s, currentDate());
+    m_environment.debugLogger.log(u"app started"_s);
     const QPointer self(this);
     co_await reloadLessons();
     if (self != nullptr) {
@@ -142,8 +142,7 @@ QCoro::Task<void> MenuBarViewModel::reloadLessons()
         m_lastCalendarReloadDescription = m_lessons.empty()
                                               ? u"No lessons found today"_s
                                               : u"Loaded "_s + count + u" lesson(s) for today"_s;
-        m_environment.debugLogger.log(u"calendar reload success lessons="_s + count + u" window=today"_s,
-                                      currentDate());
+        m_environment.debugLogger.log(u"calendar reload success lessons="_s + count + u" window=today"_s);
         if (m_hasStarted && !m_isBeating) {
             // The lessons are known, so a notification service that hangs must not delay their banners.
             spawn(startHeartbeatAfter(self, firstBackupsTimeout));
@@ -157,8 +156,7 @@ QCoro::Task<void> MenuBarViewModel::reloadLessons()
         Q_EMIT lastErrorMessageChanged();
         m_lastCalendarReloadDescription = u"Calendar reload failed"_s;
         m_environment.debugLogger.log(u"calendar reload failed error="_s +
-                                          plainText(localizedDescription(loaded.error())),
-                                      currentDate());
+                                      plainText(localizedDescription(loaded.error())));
     }
     refreshAction(true);
 }
@@ -189,8 +187,7 @@ void MenuBarViewModel::refreshAction(bool shouldNotify)
     // A copy, because observers of the alert may change the current action.
     const TeachingAction announced = m_currentAction;
     m_environment.debugLogger.log(u"notification should fire state="_s + rawValue(announced.state) +
-                                      u" message=\""_s + plainText(announced.message) + u'"',
-                                  currentDate());
+                                  u" message=\""_s + plainText(announced.message) + u'"');
     m_environment.notificationPresenter.present(announced);
     m_lastPresentedAction = announced;
     m_lastPresentedNotificationKey = notificationKey(announced, announced.state);
@@ -242,8 +239,8 @@ void MenuBarViewModel::testNotification()
                                 .effectiveDate = currentDate(),
                                 .nextTransitionDate = std::nullopt};
     m_environment.notificationPresenter.present(action);
-    m_environment.debugLogger.log(
-        u"test notification requested message=\""_s + plainText(action.message) + u'"', currentDate());
+    m_environment.debugLogger.log(u"test notification requested message=\""_s + plainText(action.message) +
+                                  u'"');
 }
 
 QString MenuBarViewModel::testNotificationMessage() const

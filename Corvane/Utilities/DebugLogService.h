@@ -33,6 +33,8 @@ public:
 
     /// Appends one line: `date` in ISO 8601 (UTC, milliseconds), a space, `message` unchanged.
     void log(const QString &message, Date date);
+    /// The same with the current time.
+    void log(const QString &message) { log(message, currentDate()); }
 
     /// The latest lines, at most maximumVisibleLines, oldest first, without line feeds at their ends.
     [[nodiscard]] const QStringList &latestLines() const { return m_latestLines; }

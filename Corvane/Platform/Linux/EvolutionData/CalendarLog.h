@@ -18,7 +18,7 @@ public:
     void operator()(const QString &message) const
     {
         if (m_service != nullptr) {
-            m_service->log(message, currentDate());
+            m_service->log(message);
         }
     }
 

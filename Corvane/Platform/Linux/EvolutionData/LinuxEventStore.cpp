@@ -79,7 +79,7 @@ bool checkEventLoopServesCalendars(DebugLogService &log)
     }
     const QString line =
         u"calendar service unreachable reason=\"the event loop runs without GLib\" hint=\"unset QT_NO_GLIB\""_s;
-    log.log(line, currentDate());
+    log.log(line);
     std::fprintf(stderr, "quillet: %s\n", qUtf8Printable(line));
     return false;
 }

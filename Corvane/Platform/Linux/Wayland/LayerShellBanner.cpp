@@ -121,7 +121,7 @@ void LayerShellBanner::setOnScreen(bool isOnScreen)
 void LayerShellBanner::map()
 {
     if (!m_connection.offersOverlays()) {
-        m_logger.log(u"banner not shown: no compositor to show it"_s, currentDate());
+        m_logger.log(u"banner not shown: no compositor to show it"_s);
         return;
     }
     const WaylandOutput *on = output();
@@ -174,7 +174,7 @@ void LayerShellBanner::unmap()
 void LayerShellBanner::closeSurface(const QString &reason)
 {
     if (m_surface != nullptr) {
-        m_logger.log(u"banner taken off the screen: "_s + reason, currentDate());
+        m_logger.log(u"banner taken off the screen: "_s + reason);
         unmap();
     }
 }
