@@ -11,6 +11,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <semaphore>
 #include <utility>
 
 using namespace corvane;
@@ -173,6 +174,23 @@ private Q_SLOTS:
         QCOMPARE(next->answers.silent, 1);
         QCOMPARE(m_calendar->asked.size(), std::size_t{1});
         m_calendar->answer(0, u"Anna"_s);
+    }
+
+    void aWriteUnderWayDoesNotBringAForgottenCalendarBack()
+    {
+        std::binary_semaphore slowDisk{0};
+        const auto diskWork = startOnPool(m_services->memories.threads(), [&slowDisk] {
+            slowDisk.acquire();
+            return true;
+        });
+        const auto loaded = load(0, noDeadline);
+        m_calendar->answer(0, u"Anna"_s);
+        QCOMPARE(m_calendar->captures, 1);
+        m_calendar->forget();
+        QVERIFY(m_services->workers.threads().waitForDone());
+        slowDisk.release();
+        QVERIFY(m_services->memories.threads().waitForDone());
+        QVERIFY(!m_services->memory.read(m_calendar->status().identifier));
     }
 
     void anErrorInTheMemoryIsLoggedOnce()

@@ -261,8 +261,9 @@ void SourceCalendar::forget()
 {
     m_isClosed = true;
     m_memory.reset();
+    // After a write that is under way, or it would bring the file back.
     [[maybe_unused]] const auto forgetting = startOnPool(
-        m_services->workers.threads(), [memory = m_services->memory, identifier = m_status.identifier] {
+        m_services->memories.threads(), [memory = m_services->memory, identifier = m_status.identifier] {
             memory.forget(identifier);
             return true;
         });
