@@ -79,9 +79,7 @@ void AppScenes::addWindows()
                 m_refreshCalendars();
                 return m_viewModel.reloadLessons();
             },
-            [this](const QString &identifier, const QString &title) {
-                open({.identifier = identifier, .title = title});
-            });
+            [this](const WindowName &window) { open(window); });
     });
     add(windowNames::help(), {920, 620},
         [this] { return std::make_unique<HelpCenterView>(m_manual, &QDesktopServices::openUrl); });

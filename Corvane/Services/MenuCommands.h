@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "Corvane/Utilities/WindowNames.h"
+
 #include <QString>
 
 #include <functional>
@@ -11,24 +13,6 @@
 namespace corvane {
 
 class MenuBarViewModel;
-
-/// A window's identifier, by which it is opened, and its title.
-struct WindowName {
-    QString identifier;
-    QString title;
-
-    friend bool operator==(const WindowName &, const WindowName &) = default;
-};
-
-namespace windowNames {
-
-[[nodiscard]] WindowName setup();
-[[nodiscard]] WindowName help();
-[[nodiscard]] WindowName about();
-[[nodiscard]] WindowName settings();
-[[nodiscard]] WindowName debug();
-
-} // namespace windowNames
 
 /// What the commands of the menu bar panel, and of the native menu that replaces it, can do beyond the view
 /// model. No function may be empty. The functions that open a window bring an open one to the front.

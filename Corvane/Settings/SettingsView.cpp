@@ -247,8 +247,7 @@ QWidget *SettingsView::help()
     auto *quickStart = pushButton(u"Open Quick Start"_s);
     connect(quickStart, &QAbstractButton::clicked, this, &SettingsView::openQuickStart);
     auto *userManual = pushButton(u"Open User Manual"_s);
-    connect(userManual, &QAbstractButton::clicked, this,
-            [this] { m_openWindow(u"help"_s, u"Quillet Help"_s); });
+    connect(userManual, &QAbstractButton::clicked, this, [this] { m_openWindow(windowNames::help()); });
     return new SettingsCard(
         u"Help"_s, u"questionmark.circle"_s,
         column(
@@ -298,7 +297,7 @@ void SettingsView::removeManualLesson(std::size_t index)
 void SettingsView::openQuickStart()
 {
     m_settings.setHasCompletedWelcome(false);
-    m_openWindow(u"setup"_s, u"Welcome to Quillet"_s);
+    m_openWindow(windowNames::setup());
 }
 
 } // namespace corvane

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Corvane/Settings/ManualLessonForm.h"
+#include "Corvane/Utilities/WindowNames.h"
 
 #include <qcoro/qcorotask.h>
 
@@ -31,8 +32,7 @@ class SettingsView final : public QWidget {
     Q_OBJECT
 
 public:
-    /// Opens the window with this identifier and title.
-    using OpenWindow = std::function<void(const QString &identifier, const QString &title)>;
+    using OpenWindow = std::function<void(const WindowName &window)>;
 
     /// Reloads today's lessons; the task ends when that is done.
     using ReloadLessons = std::function<QCoro::Task<void>()>;

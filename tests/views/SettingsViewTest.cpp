@@ -97,7 +97,7 @@ struct SettingsRoom {
                     co_await QCoro::sleepFor(std::chrono::milliseconds(loadTakes));
                 }
             },
-            [this](const QString &id, const QString &title) { opened << id + u"|"_s + title; });
+            [this](const WindowName &window) { opened << window.identifier + u"|"_s + window.title; });
         view->resize(620, 700);
     }
 
