@@ -3,6 +3,7 @@
 
 #include "Corvane/Services/BellNotice.h"
 
+#include "Corvane/Services/ScheduleStatus.h"
 #include "Corvane/Utilities/DateText.h"
 
 #include <QStringList>
@@ -21,7 +22,7 @@ QString beginning(const TeachingAction &action, const Lesson &lesson)
     case LessonState::scheduled:
         return u"Next lesson"_s;
     case LessonState::teaching:
-        return u"In progress"_s;
+        return scheduleStatus::inProgressText();
     case LessonState::wrapUp:
     case LessonState::prepare:
     case LessonState::oneMinuteWarning:

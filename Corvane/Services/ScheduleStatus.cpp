@@ -107,13 +107,23 @@ std::vector<Lesson> visibleLessons(const std::vector<Lesson> &scheduleLessons, D
     return visible;
 }
 
+QString inProgressText()
+{
+    return u"In progress"_s;
+}
+
+QString completedText()
+{
+    return u"Completed"_s;
+}
+
 QString statusText(const Lesson &lesson, Date now)
 {
     switch (progress(lesson, now)) {
     case Progress::completed:
-        return u"Completed"_s;
+        return completedText();
     case Progress::inProgress:
-        return u"In progress"_s;
+        return inProgressText();
     case Progress::upcoming:
         break;
     }

@@ -39,6 +39,10 @@ enum class Background {
 
 [[nodiscard]] Progress progress(const Lesson &lesson, Date now);
 
+/// The statuses that every lesson reaches.
+[[nodiscard]] QString inProgressText();
+[[nodiscard]] QString completedText();
+
 /// The day's list: `lessons` sorted by start; equal starts keep their order. If `lessons` is empty, the
 /// lessons of `currentAction`.
 [[nodiscard]] std::vector<Lesson> scheduleLessons(const std::vector<Lesson> &lessons,

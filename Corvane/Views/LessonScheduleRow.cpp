@@ -29,7 +29,8 @@ using scheduleStatus::Badge;
 /// The width of the wider of the two statuses that every lesson reaches.
 int widestStatus(const QFontMetrics &metrics)
 {
-    return std::max(metrics.horizontalAdvance(u"In progress"_s), metrics.horizontalAdvance(u"Completed"_s));
+    return std::max(metrics.horizontalAdvance(scheduleStatus::inProgressText()),
+                    metrics.horizontalAdvance(scheduleStatus::completedText()));
 }
 
 QColor backgroundColour(Background background, const QPalette &palette)
