@@ -23,6 +23,7 @@ struct AppEnvironment {
     TeachingNotificationPresenting &notificationPresenter;
     WorkflowScheduling &scheduler;
     SystemNotificationScheduler &systemNotificationScheduler;
+    /// Unused: each service got the clock when it was built, and the view model asks currentDate().
     const DateProviding &dateProvider;
     DebugLogService &debugLogger;
     AppSettings &settings;

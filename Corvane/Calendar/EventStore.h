@@ -15,7 +15,8 @@
 
 namespace corvane {
 
-/// What the user allows the program to do with the machine's calendars.
+/// What the user allows the program to do with the machine's calendars. No adapter here reports `restricted`,
+/// `denied` or `writeOnly`, which are for a platform that asks the user.
 enum class CalendarAuthorization { notDetermined, restricted, denied, writeOnly, fullAccess };
 
 /// Why online calendars are refreshed: on schedule, or because someone is waiting or something changed.

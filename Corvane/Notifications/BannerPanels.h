@@ -14,7 +14,8 @@ namespace corvane {
 
 /// The kind of window of a banner panel: above everything, even full-screen windows, on every workspace,
 /// excluded from the window cycle, never taking the focus. An adapter for a window system with these numbers
-/// passes them on; any other achieves the same effect by its own means.
+/// passes them on; any other achieves the same effect by its own means, as the adapters here do, which read
+/// none of them.
 struct BannerPanelTraits {
     int level = 0;                   ///< 1000: above normal, floating and status windows
     unsigned collectionBehavior = 0; ///< bit set: which workspaces it joins, and how
