@@ -3,6 +3,8 @@
 
 #include "Corvane/Views/ScreenGeometry.h"
 
+#include "Corvane/Utilities/DesktopPoints.h"
+
 #include <QGuiApplication>
 #include <QScreen>
 
@@ -37,9 +39,7 @@ Screen screenAt(Point point, const std::vector<Screen> &screens, const Screen &m
 
 QRect pointsDown(const Rect &rect)
 {
-    // Points have their origin at the bottom of the primary screen.
-    const double zeroLine = QRectF(QGuiApplication::primaryScreen()->geometry()).bottom();
-    return QRectF(rect.x, zeroLine - rect.maxY(), rect.width, rect.height).toRect();
+    return desktopRect(rect, QRectF(QGuiApplication::primaryScreen()->geometry()).bottom()).toRect();
 }
 
 } // namespace corvane

@@ -10,7 +10,6 @@ namespace corvane {
 
 namespace {
 
-/// The desktop's y at which the upward y is 0.
 double zeroLine()
 {
     const QScreen *primary = QGuiApplication::primaryScreen();
@@ -18,21 +17,6 @@ double zeroLine()
 }
 
 } // namespace
-
-Rect pointsUp(const QRectF &desktop, double zeroLine)
-{
-    return {desktop.x(), zeroLine - desktop.bottom(), desktop.width(), desktop.height()};
-}
-
-Point pointsUp(const QPointF &desktop, double zeroLine)
-{
-    return {desktop.x(), zeroLine - desktop.y()};
-}
-
-QRectF desktopRect(const Rect &points, double zeroLine)
-{
-    return {points.x, zeroLine - points.maxY(), points.width, points.height};
-}
 
 Rect pointsUp(const QRectF &desktop)
 {

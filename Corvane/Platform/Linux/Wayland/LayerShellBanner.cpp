@@ -3,8 +3,8 @@
 
 #include "Corvane/Platform/Linux/Wayland/LayerShellBanner.h"
 
-#include "Corvane/Platform/Linux/Banners/DesktopGeometry.h"
 #include "Corvane/Utilities/DebugLogService.h"
+#include "Corvane/Utilities/DesktopPoints.h"
 
 #include <wayland-client.h>
 #include <wlr-layer-shell-unstable-v1-client-protocol.h>

@@ -3,8 +3,8 @@
 
 #include "Corvane/Platform/Linux/Wayland/WaylandScreens.h"
 
-#include "Corvane/Platform/Linux/Banners/DesktopGeometry.h"
 #include "Corvane/Platform/Linux/Wayland/WaylandConnection.h"
+#include "Corvane/Utilities/DesktopPoints.h"
 
 #include <QCursor>
 #include <QGuiApplication>
