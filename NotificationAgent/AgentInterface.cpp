@@ -4,6 +4,7 @@
 #include "NotificationAgent/AgentInterface.h"
 
 #include "NotificationAgent/AgentLog.h"
+#include "NotificationAgent/BusCall.h"
 #include "NotificationAgent/ProgramWatch.h"
 #include "NotificationAgent/RequestKeeper.h"
 
@@ -26,8 +27,6 @@ const QString limitsExceeded = u"org.freedesktop.DBus.Error.LimitsExceeded"_s;
 // The overhead of each string in an array on the bus, and the most bytes that a UTF-16 unit takes in UTF-8.
 constexpr qint64 bytesPerString = 8;
 constexpr qint64 maximumBytesPerUnit = 3;
-
-constexpr int busTimeoutMilliseconds = 25'000;
 
 const QString failed = u"org.freedesktop.DBus.Error.Failed"_s;
 const QString accessDenied = u"org.freedesktop.DBus.Error.AccessDenied"_s;
@@ -80,9 +79,7 @@ bool AgentInterface::mayReplyWith(qint64 bytes)
 void AgentInterface::pingBus()
 {
     m_isPingPending = true;
-    const auto call = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
-                                                     u"org.freedesktop.DBus"_s, u"GetId"_s);
-    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, busTimeoutMilliseconds), this);
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(busCall(u"GetId"_s), busTimeout), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
             [this, watcher, sent = m_unacknowledgedReplyBytes] {
                 watcher->deleteLater();

@@ -7,6 +7,9 @@
 
 namespace corvane {
 
+/// The time limit for calls of the bus's own methods, in milliseconds. Starting a service may take that long.
+inline constexpr int busTimeout = 25'000;
+
 /// A call of one of the bus's own methods.
 [[nodiscard]] QDBusMessage busCall(const QString &method);
 

@@ -18,13 +18,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int startTimeoutMilliseconds = 25'000;
-
 QDBusPendingCall askForOwner(const QDBusConnection &bus)
 {
     auto call = busCall(u"GetNameOwner"_s);
     call << QString::fromLatin1(BusProgram::serviceName);
-    return bus.asyncCall(call, startTimeoutMilliseconds);
+    return bus.asyncCall(call, busTimeout);
 }
 
 } // namespace
@@ -69,7 +67,7 @@ void BusProgram::start(const SessionDisplay &display)
     m_bus.send(variables);
     auto call = busCall(u"StartServiceByName"_s);
     call << QString::fromLatin1(serviceName) << 0U;
-    auto *asked = new QDBusPendingCallWatcher(m_bus.asyncCall(call, startTimeoutMilliseconds), this);
+    auto *asked = new QDBusPendingCallWatcher(m_bus.asyncCall(call, busTimeout), this);
     connect(asked, &QDBusPendingCallWatcher::finished, this, [this, asked] {
         asked->deleteLater();
         if (asked->isError()) {

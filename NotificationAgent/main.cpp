@@ -4,6 +4,7 @@
 #include "NotificationAgent/AgentInterface.h"
 #include "NotificationAgent/AgentLifecycle.h"
 #include "NotificationAgent/AgentLog.h"
+#include "NotificationAgent/BusCall.h"
 #include "NotificationAgent/BusProgram.h"
 #include "NotificationAgent/CanberraNotificationSound.h"
 #include "NotificationAgent/FreedesktopNotificationServer.h"
@@ -130,10 +131,9 @@ void launchAtLogin(QueueLock &lock, const QDBusConnection &bus, const AgentLog &
         return;
     }
     lock.unlock();
-    auto call = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
-                                               u"org.freedesktop.DBus"_s, u"StartServiceByName"_s);
+    auto call = busCall(u"StartServiceByName"_s);
     call << QString::fromLatin1(AgentLifecycle::serviceName) << 0U;
-    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, 25'000), qApp);
+    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, busTimeout), qApp);
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, qApp, [watcher, launchHere] {
         watcher->deleteLater();
         if (watcher->isError()) {
