@@ -3,6 +3,7 @@
 
 #include "NotificationAgent/AgentLifecycle.h"
 
+#include "Corvane/Utilities/Names.h"
 #include "Corvane/Utilities/RegularFile.h"
 #include "NotificationAgent/BusCall.h"
 #include "NotificationAgent/ProgramWatch.h"
@@ -92,7 +93,7 @@ void AgentLifecycle::begin()
 void AgentLifecycle::requestName()
 {
     auto call = busCall(u"RequestName"_s);
-    call << QString::fromLatin1(serviceName) << doNotQueue;
+    call << QString(names::agent) << doNotQueue;
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, timeoutMilliseconds), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
@@ -126,7 +127,7 @@ void AgentLifecycle::releaseName()
     ::signal(SIGTERM, SIG_IGN);
     // Once the bus replies, new calls go to the next agent, and all earlier ones have arrived here.
     auto call = busCall(u"ReleaseName"_s);
-    call << QString::fromLatin1(serviceName);
+    call << QString(names::agent);
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, timeoutMilliseconds), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
@@ -145,7 +146,7 @@ void AgentLifecycle::handOver()
         // Requests arrived while the name was being released.
         m_log(u"left to the next agent requests="_s + QString::number(m_keeper.queue().size()));
         auto start = busCall(u"StartServiceByName"_s);
-        start << QString::fromLatin1(serviceName) << 0U;
+        start << QString(names::agent) << 0U;
         starting = new QDBusPendingCallWatcher(m_bus.asyncCall(start, timeoutMilliseconds), this);
     }
     // Does not wait for the start: the next agent waits for the lock, and so for the end of this one. The bus

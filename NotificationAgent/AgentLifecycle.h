@@ -48,9 +48,6 @@ class AgentLifecycle final : public QObject {
     Q_OBJECT
 
 public:
-    static constexpr auto serviceName = "com.ordwinsoftware.Quillet.NotificationAgent";
-    static constexpr auto objectPath = "/com/ordwinsoftware/Quillet/NotificationAgent";
-
     /// How long the agent stays without work; a program that has just withdrawn all requests may be about to
     /// add new ones.
     static constexpr std::chrono::milliseconds idleTime{5000};

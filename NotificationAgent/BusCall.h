@@ -7,7 +7,7 @@
 
 namespace corvane {
 
-/// The time limit for calls of the bus's own methods, in milliseconds. Starting a service may take that long.
+/// The usual time limit for calls of the bus's own methods, in milliseconds; they may start a service.
 inline constexpr int busTimeout = 25'000;
 
 /// A call of one of the bus's own methods.

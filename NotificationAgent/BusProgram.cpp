@@ -3,6 +3,7 @@
 
 #include "NotificationAgent/BusProgram.h"
 
+#include "Corvane/Utilities/Names.h"
 #include "NotificationAgent/BusCall.h"
 
 #include <QDBusMessage>
@@ -21,7 +22,7 @@ namespace {
 QDBusPendingCall askForOwner(const QDBusConnection &bus)
 {
     auto call = busCall(u"GetNameOwner"_s);
-    call << QString::fromLatin1(BusProgram::serviceName);
+    call << QString(names::application);
     return bus.asyncCall(call, busTimeout);
 }
 
@@ -30,7 +31,7 @@ QDBusPendingCall askForOwner(const QDBusConnection &bus)
 BusProgram::BusProgram(QDBusConnection sessionBus, QObject *parent)
     : SessionProgram(parent)
     , m_bus(std::move(sessionBus))
-    , m_watcher(QString::fromLatin1(serviceName), m_bus, QDBusServiceWatcher::WatchForOwnerChange)
+    , m_watcher(names::application, m_bus, QDBusServiceWatcher::WatchForOwnerChange)
     , m_firstOwner(askForOwner(m_bus))
 {
     qDBusRegisterMetaType<QMap<QString, QString>>();
@@ -66,7 +67,7 @@ void BusProgram::start(const SessionDisplay &display)
     variables << QVariant::fromValue(display.environment());
     m_bus.send(variables);
     auto call = busCall(u"StartServiceByName"_s);
-    call << QString::fromLatin1(serviceName) << 0U;
+    call << QString(names::application) << 0U;
     auto *asked = new QDBusPendingCallWatcher(m_bus.asyncCall(call, busTimeout), this);
     connect(asked, &QDBusPendingCallWatcher::finished, this, [this, asked] {
         asked->deleteLater();

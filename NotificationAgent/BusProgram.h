@@ -18,8 +18,6 @@ class BusProgram final : public SessionProgram {
     Q_OBJECT
 
 public:
-    static constexpr auto serviceName = "com.ordwinsoftware.Quillet";
-
     /// Watches the name from now on; its owner is known before any later message is handled.
     explicit BusProgram(QDBusConnection sessionBus, QObject *parent = nullptr);
 

@@ -3,6 +3,8 @@
 
 #include "NotificationAgent/CanberraNotificationSound.h"
 
+#include "Corvane/Utilities/Names.h"
+
 #include <canberra.h>
 
 #include <chrono>
@@ -24,8 +26,8 @@ void playNow()
         return;
     }
     ca_context_change_props(context, CA_PROP_APPLICATION_NAME, "Quillet", CA_PROP_APPLICATION_ID,
-                            "com.ordwinsoftware.Quillet", CA_PROP_APPLICATION_ICON_NAME,
-                            "com.ordwinsoftware.Quillet", nullptr);
+                            names::application.data(), CA_PROP_APPLICATION_ICON_NAME,
+                            names::application.data(), nullptr);
     ca_proplist *properties = nullptr;
     if (ca_proplist_create(&properties) == CA_SUCCESS) {
         ca_proplist_sets(properties, CA_PROP_EVENT_ID, CanberraNotificationSound::eventName);

@@ -3,6 +3,7 @@
 
 #include "NotificationAgent/FreedesktopNotificationServer.h"
 
+#include "Corvane/Utilities/Names.h"
 #include "Corvane/Utilities/PlainText.h"
 #include "NotificationAgent/BusCall.h"
 #include "NotificationAgent/CanberraNotificationSound.h"
@@ -22,8 +23,6 @@ namespace {
 
 constexpr auto serviceName = "org.freedesktop.Notifications"_L1;
 constexpr auto objectPath = "/org/freedesktop/Notifications"_L1;
-
-constexpr auto applicationId = "com.ordwinsoftware.Quillet"_L1;
 
 int milliseconds(std::chrono::milliseconds duration)
 {
@@ -112,7 +111,7 @@ QVariantList FreedesktopNotificationServer::notifyArguments(const PendingRequest
     const bool takesMarkup = capabilities.contains(u"body-markup"_s);
     QVariantMap hints{
         {u"urgency"_s, QVariant::fromValue(uchar{1})}, // normal: a critical one would stay on screen
-        {u"desktop-entry"_s, QString(applicationId)}};
+        {u"desktop-entry"_s, QString(names::application)}};
     if (request.isQuiet) {
         hints.insert(u"suppress-sound"_s, true);
     } else {
@@ -125,7 +124,7 @@ QVariantList FreedesktopNotificationServer::notifyArguments(const PendingRequest
     const QString body = plainText(request.body);
     return {u"Quillet"_s,
             0U, // replaces no notification
-            QString(applicationId),
+            QString(names::application),
             plainText(request.title),
             takesMarkup ? body.toHtmlEscaped() : body,
             QStringList(), // no actions

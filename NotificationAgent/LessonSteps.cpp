@@ -3,6 +3,8 @@
 
 #include "NotificationAgent/LessonSteps.h"
 
+#include "Corvane/Utilities/Names.h"
+
 #include <QHash>
 #include <QStringView>
 
@@ -13,8 +15,6 @@ namespace corvane {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr auto prefix = "quillet.backup."_L1;
 
 // A SHA-256 in hexadecimal.
 constexpr qsizetype digestLength = 64;
@@ -30,10 +30,10 @@ QStringView withoutDigest(QStringView name)
 
 std::optional<QString> lessonOfStep(const QString &identifier)
 {
-    if (!identifier.startsWith(prefix)) {
+    if (!identifier.startsWith(names::backupPrefix)) {
         return std::nullopt;
     }
-    const QStringView rest = QStringView(identifier).sliced(prefix.size());
+    const QStringView rest = QStringView(identifier).sliced(names::backupPrefix.size());
     const qsizetype afterStep = rest.indexOf(u'.');
     const qsizetype afterStart = rest.indexOf(u'.', afterStep + 1);
     if (afterStep <= 0 || afterStart < 0) {

@@ -14,8 +14,8 @@
 namespace corvane {
 
 /// The part of the identifier that the notifications for the steps of one lesson share. Their identifiers
-/// consist of "quillet.backup.", the step, a dot, the lesson's start in seconds, a dot, the student. Nothing
-/// for any other identifier.
+/// consist of names::backupPrefix, the step, a dot, the lesson's start in seconds, a dot, the student.
+/// Nothing for any other identifier.
 [[nodiscard]] std::optional<QString> lessonOfStep(const QString &identifier);
 
 /// Whether `later` belongs to the same lesson as `step` and to a later second.

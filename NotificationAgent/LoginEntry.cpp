@@ -3,6 +3,7 @@
 
 #include "NotificationAgent/LoginEntry.h"
 
+#include "Corvane/Utilities/Names.h"
 #include "Corvane/Utilities/RegularFile.h"
 #include "Corvane/Utilities/UserFolders.h"
 
@@ -47,7 +48,7 @@ QString quotedWord(const QString &path)
 
 LoginEntry::LoginEntry(QString program, const QString &configHome)
     : m_program(std::move(program))
-    , m_path(configHome + u"/autostart/com.ordwinsoftware.Quillet.NotificationAgent.desktop"_s)
+    , m_path(configHome + u"/autostart/"_s + names::agent + u".desktop"_s)
 {
 }
 
@@ -71,9 +72,8 @@ std::expected<void, QString> LoginEntry::setPresent(bool isPresent)
                                "Comment=Shows the reminders that Quillet left for later\n"
                                "Exec=" +
                                stringValue(quotedWord(m_program) + u" --login"_s) +
-                               "\nTryExec=" + stringValue(m_program) +
-                               "\nIcon=com.ordwinsoftware.Quillet\n"
-                               "Terminal=false\n"
+                               "\nTryExec=" + stringValue(m_program) + "\nIcon=" + names::application.data() +
+                               "\nTerminal=false\n"
                                "NoDisplay=true\n"
                                "X-GNOME-Autostart-enabled=true\n";
     if (readRegularFile(path, content.size()) == content) {

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
+#include "Corvane/Utilities/Names.h"
 #include "NotificationAgent/AgentInterface.h"
 #include "NotificationAgent/AgentLifecycle.h"
 #include "NotificationAgent/AgentLog.h"
@@ -71,7 +72,7 @@ struct Agent {
             QCoreApplication::exit(1);
             return;
         }
-        connection.registerObject(QString::fromLatin1(AgentLifecycle::objectPath), &interface);
+        connection.registerObject(names::agentPath, &interface);
         lifecycle.begin();
     }
 
@@ -132,7 +133,7 @@ void launchAtLogin(QueueLock &lock, const QDBusConnection &bus, const AgentLog &
     }
     lock.unlock();
     auto call = busCall(u"StartServiceByName"_s);
-    call << QString::fromLatin1(AgentLifecycle::serviceName) << 0U;
+    call << QString(names::agent) << 0U;
     auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, busTimeout), qApp);
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, qApp, [watcher, launchHere] {
         watcher->deleteLater();

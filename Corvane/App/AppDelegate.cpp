@@ -3,6 +3,8 @@
 
 #include "Corvane/App/AppDelegate.h"
 
+#include "Corvane/Utilities/Names.h"
+
 #include <QGuiApplication>
 #include <QIcon>
 
@@ -13,7 +15,7 @@ namespace corvane {
 void AppDelegate::applicationDidFinishLaunching() const
 {
     // From the resources: the desktop finds an icon of this name only where the program is installed.
-    QGuiApplication::setWindowIcon(QIcon(u":/icons/com.ordwinsoftware.Quillet.svg"_s));
+    QGuiApplication::setWindowIcon(QIcon(u":/icons/"_s + names::application + u".svg"_s));
     QGuiApplication::setQuitOnLastWindowClosed(applicationShouldTerminateAfterLastWindowClosed());
 }
 

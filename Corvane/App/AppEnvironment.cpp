@@ -12,6 +12,7 @@
 #include "Corvane/Platform/Linux/Wayland/LayerShellBannerPanels.h"
 #include "Corvane/Platform/Linux/Wayland/WaylandScreens.h"
 #include "Corvane/Platform/Linux/X11/X11BannerPanels.h"
+#include "Corvane/Utilities/Names.h"
 #include "Corvane/Views/FloatingBannerView.h"
 
 #include <QDBusConnection>
@@ -92,7 +93,7 @@ AppEnvironment AppEnvironment::live(LiveServices &services)
     services.notificationCenter = std::make_unique<AgentNotificationCenter>(QDBusConnection::sessionBus());
     services.desktopNotifications = std::make_unique<DesktopNotifications>(QDBusConnection::sessionBus());
     services.systemNotificationScheduler = std::make_unique<SystemNotificationScheduler>(
-        *services.notificationCenter, *services.debugLogger, services.backupPrefix);
+        *services.notificationCenter, *services.debugLogger, names::backupPrefix);
 
     return {.scheduleStore = *services.scheduleStore,
             .workflowEngine = LessonWorkflowEngine(services.dateProvider),

@@ -13,6 +13,7 @@
 #include "Corvane/Services/MissingBell.h"
 #include "Corvane/Services/ScheduleStatus.h"
 #include "Corvane/Utilities/DayCalendar.h"
+#include "Corvane/Utilities/Names.h"
 #include "Corvane/Utilities/Spawn.h"
 
 #include <QApplication>
@@ -63,7 +64,7 @@ CorvaneApp::CorvaneApp(StartedBy startedBy, std::function<void()> restart)
                                  .sounds = *m_services.sounds,
                                  .center = *m_services.notificationCenter,
                                  .directNotifications = *m_services.desktopNotifications},
-        m_services.backupPrefix, logger());
+        names::backupPrefix, logger());
 }
 
 void CorvaneApp::greetAgent()

@@ -23,8 +23,6 @@
 #include "Corvane/Utilities/DateProviding.h"
 #include "Corvane/Utilities/DebugLogService.h"
 
-#include <QString>
-
 #include <memory>
 
 namespace corvane {
@@ -32,8 +30,6 @@ namespace corvane {
 /// What AppEnvironment::live() builds, in the order of construction; destroyed in reverse order after the
 /// event loop has ended.
 struct LiveServices {
-    /// The prefix of backup identifiers.
-    const QString backupPrefix = QStringLiteral("quillet.backup.");
     SystemDateProvider dateProvider;
     std::unique_ptr<SettingsStore> standardUserDefaults;
     std::unique_ptr<LoginItem> loginItem;

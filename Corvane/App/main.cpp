@@ -8,6 +8,7 @@
 #include "Corvane/Platform/Linux/Toolkit/DisplayChoice.h"
 #include "Corvane/Platform/Linux/Toolkit/ToolkitWindowSystem.h"
 #include "Corvane/Utilities/CommandLine.h"
+#include "Corvane/Utilities/Names.h"
 #include "Corvane/Utilities/Spawn.h"
 
 #include <QApplication>
@@ -178,7 +179,7 @@ int main(int argc, char *argv[])
     // The few worker threads are nearly always idle; an arena for each would waste memory.
     mallopt(M_ARENA_MAX, 2);
     QCoreApplication::setApplicationName(u"Quillet"_s);
-    QApplication::setDesktopFileName(u"com.ordwinsoftware.Quillet"_s);
+    QApplication::setDesktopFileName(names::application);
     const Run ended = run(argc, argv,
                           commandLine.request == CommandLine::Request::login ? CorvaneApp::StartedBy::login
                                                                              : CorvaneApp::StartedBy::user);

@@ -175,7 +175,7 @@ private Q_SLOTS:
         const QList<QByteArray> lines = contentOf(QUILLET_AGENT_UNIT).split('\n');
         // Systemd ends the agent when it loses its name, so that the next call starts a new one.
         QVERIFY(lines.contains("Type=dbus"));
-        QVERIFY(lines.contains(QByteArray("BusName=") + AgentLifecycle::serviceName));
+        QVERIFY(lines.contains(QByteArray("BusName=") + names::agent.data()));
         // With this delay fewer than five starts fit into ten seconds; after five, systemd gives up.
         QVERIFY(lines.contains("Restart=on-failure"));
         QVERIFY(lines.contains("RestartSec=3"));
@@ -377,3 +377,4 @@ private Q_SLOTS:
 
 QUILLET_TEST(AgentPartsTest, runTest<AgentPartsTest>);
 #include "AgentPartsTest.moc"
+#include "Corvane/Utilities/Names.h"

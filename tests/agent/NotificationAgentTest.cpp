@@ -252,7 +252,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, agentTimeout);
         const auto process = static_cast<pid_t>(m_room->agent().processId());
         int terminations = 0;
-        QDBusServiceWatcher watcher(QString::fromLatin1(AgentLifecycle::serviceName), m_room->connection(),
+        QDBusServiceWatcher watcher(names::agent, m_room->connection(),
                                     QDBusServiceWatcher::WatchForUnregistration);
         connect(&watcher, &QDBusServiceWatcher::serviceUnregistered, this, [&] {
             terminations += 1;
@@ -536,4 +536,5 @@ private:
 };
 
 QUILLET_TEST(NotificationAgentTest, runTest<NotificationAgentTest>);
+#include "Corvane/Utilities/Names.h"
 #include "NotificationAgentTest.moc"

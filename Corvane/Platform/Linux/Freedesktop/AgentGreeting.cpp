@@ -3,7 +3,7 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/AgentGreeting.h"
 
-#include "Corvane/Platform/Linux/Freedesktop/BusNames.h"
+#include "Corvane/Utilities/Names.h"
 
 #include <QDBusError>
 #include <QDBusPendingCallWatcher>
@@ -25,7 +25,7 @@ constexpr int goodbyeTimeoutMilliseconds = 500;
 
 QDBusMessage agentCall(const QString &method)
 {
-    return QDBusMessage::createMethodCall(bus::agentName, bus::agentPath, bus::agentName, method);
+    return QDBusMessage::createMethodCall(names::agent, names::agentPath, names::agent, method);
 }
 
 } // namespace
@@ -40,7 +40,7 @@ AgentGreeting::AgentGreeting(QDBusConnection sessionBus, std::function<void(cons
     m_patience.setInterval(patience);
     connect(&m_patience, &QTimer::timeout, this, &AgentGreeting::greet);
     auto *watcher =
-        new QDBusServiceWatcher(bus::agentName, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
+        new QDBusServiceWatcher(names::agent, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString &, const QString &, const QString &newOwner) {
                 ++m_agentLife;

@@ -4,8 +4,8 @@
 #include "Corvane/Platform/Linux/Waiting/Pending.h"
 
 #include "Corvane/Platform/Linux/Freedesktop/AgentNotificationCenter.h"
+#include "Corvane/Utilities/Names.h"
 
-#include "Corvane/Platform/Linux/Freedesktop/BusNames.h"
 #include "Corvane/Platform/Linux/Freedesktop/GnomeNotificationSwitch.h"
 #include "Corvane/Utilities/PlainText.h"
 #include "Corvane/Utilities/Spawn.h"
@@ -111,7 +111,7 @@ struct AgentNotificationCenter::Link {
         const QDBusMessage answer =
             co_await link->bus.asyncCall(question, static_cast<int>(link->timeouts.bus.count()));
         if (answer.type() == QDBusMessage::ReplyMessage) {
-            link->agent = std::make_unique<NotificationAgentProxy>(bus::agentName, bus::agentPath, link->bus);
+            link->agent = std::make_unique<NotificationAgentProxy>(names::agent, names::agentPath, link->bus);
             link->agent->setTimeout(static_cast<int>(link->timeouts.agent.count()));
         }
         link->reaching.reset();
@@ -166,7 +166,7 @@ struct AgentNotificationCenter::Link {
         if (!link->bus.isConnected()) {
             co_return std::unexpected(noSessionBus());
         }
-        if (!gnomeAllowsNotifications(bus::applicationId)) {
+        if (!gnomeAllowsNotifications(names::application)) {
             co_return false;
         }
         const auto question = QDBusMessage::createMethodCall(

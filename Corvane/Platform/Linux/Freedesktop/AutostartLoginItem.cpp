@@ -3,6 +3,7 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/AutostartLoginItem.h"
 
+#include "Corvane/Utilities/Names.h"
 #include "Corvane/Utilities/RegularFile.h"
 #include "Corvane/Utilities/UserFolders.h"
 
@@ -21,7 +22,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr auto fileName = "autostart/com.ordwinsoftware.Quillet.desktop"_L1;
+// Below a configuration folder.
+QString entryPath(const QString &folder)
+{
+    return QDir(folder).filePath(u"autostart/"_s + names::application + u".desktop"_s);
+}
 
 // No autostart entry is larger: a larger file is replaced.
 constexpr qint64 maximumEntrySize = qint64{64} * 1024;
@@ -153,11 +158,11 @@ QString enteredProgram(const QByteArray &content)
 AutostartLoginItem::AutostartLoginItem(QString program, const QString &configHome,
                                        QStringList configDirectories, bool isTrial)
     : m_program(std::move(program))
-    , m_path(QDir(configHome).filePath(fileName))
+    , m_path(entryPath(configHome))
     , m_isTrial(isTrial)
 {
     for (const QString &directory : std::as_const(configDirectories)) {
-        m_systemPaths.append(QDir(directory).filePath(fileName));
+        m_systemPaths.append(entryPath(directory));
     }
 }
 
@@ -184,7 +189,7 @@ std::expected<void, Failure> AutostartLoginItem::registerItem()
         // Tells the program that the user did not start it.
         {"Exec", stringValue(commandLine(m_program) + u" --login"_s)},
         {"TryExec", stringValue(m_program)},
-        {"Icon", "com.ordwinsoftware.Quillet"},
+        {"Icon", names::application.data()},
         {"Terminal", "false"},
         {"X-GNOME-Autostart-enabled", "true"},
     };

@@ -5,14 +5,8 @@
 
 #include <QLatin1StringView>
 
-/// Names and time limits on the session bus and the system bus that several adapters share.
+/// What several adapters of services on the session bus and the system bus share.
 namespace corvane::bus {
-
-/// Quillet's own name on the session bus, which is also its desktop entry's.
-inline constexpr QLatin1StringView applicationId("com.ordwinsoftware.Quillet");
-
-inline constexpr QLatin1StringView agentName("com.ordwinsoftware.Quillet.NotificationAgent");
-inline constexpr QLatin1StringView agentPath("/com/ordwinsoftware/Quillet/NotificationAgent");
 
 inline constexpr QLatin1StringView propertiesInterface("org.freedesktop.DBus.Properties");
 

@@ -3,7 +3,7 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/DesktopNotifications.h"
 
-#include "Corvane/Platform/Linux/Freedesktop/BusNames.h"
+#include "Corvane/Utilities/Names.h"
 #include "Corvane/Utilities/PlainText.h"
 
 #include <qcoro/qcorodbuspendingcall.h>
@@ -54,11 +54,11 @@ QCoro::Task<bool> DesktopNotifications::show(QDBusConnection bus, int timeout, Q
     const bool takesMarkup = capabilities.arguments().value(0).toStringList().contains(u"body-markup"_s);
     const QVariantMap hints{
         {u"urgency"_s, QVariant::fromValue(uchar{1})}, // normal: a critical one stays on the screen
-        {u"desktop-entry"_s, QString(bus::applicationId)},
+        {u"desktop-entry"_s, QString(names::application)},
         {u"suppress-sound"_s, true}};
     QDBusMessage call = serverCall(u"Notify"_s);
     const QString text = plainText(body);
-    call.setArguments({u"Quillet"_s, 0U, QString(bus::applicationId), plainText(title),
+    call.setArguments({u"Quillet"_s, 0U, QString(names::application), plainText(title),
                        takesMarkup ? text.toHtmlEscaped() : text, QStringList(), hints, -1});
     const QDBusMessage answer = co_await bus.asyncCall(call, timeout);
     co_return answer.type() == QDBusMessage::ReplyMessage;

@@ -3,8 +3,8 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/DesktopSleepInhibitor.h"
 
-#include "Corvane/Platform/Linux/Freedesktop/BusNames.h"
 #include "Corvane/Utilities/Clock.h"
+#include "Corvane/Utilities/Names.h"
 #include "Corvane/Utilities/Spawn.h"
 
 #include <qcoro/qcorodbuspendingcall.h>
@@ -62,7 +62,7 @@ QVariantList inhibitArguments(std::size_t service)
     case portal:
         return {QString(), suspending, QVariantMap{{u"reason"_s, QString(reason)}}};
     case sessionManager:
-        return {QString(bus::applicationId), 0U, QString(reason), suspending};
+        return {QString(names::application), 0U, QString(reason), suspending};
     case powerManager:
         return {u"Quillet"_s, QString(reason)};
     default:

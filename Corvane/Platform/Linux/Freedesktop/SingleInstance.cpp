@@ -6,6 +6,7 @@
 #include "Corvane/Platform/Linux/Freedesktop/ApplicationAdaptor.h"
 #include "Corvane/Platform/Linux/Freedesktop/BusNames.h"
 #include "Corvane/Utilities/DebugLogService.h"
+#include "Corvane/Utilities/Names.h"
 #include "Corvane/Utilities/RegularFile.h"
 
 #include <fcntl.h>
@@ -47,7 +48,7 @@ QCoro::Task<bool> isOwnedByOther(QDBusConnection bus)
 {
     auto request = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
                                                   u"org.freedesktop.DBus"_s, u"RequestName"_s);
-    request << QString(bus::applicationId) << doNotQueue;
+    request << QString(names::application) << doNotQueue;
     const QDBusMessage answer = co_await bus.asyncCall(request, bus::questionTimeout);
     const QVariantList arguments = answer.arguments();
     co_return answer.type() == QDBusMessage::ReplyMessage && !arguments.isEmpty() &&
@@ -56,7 +57,7 @@ QCoro::Task<bool> isOwnedByOther(QDBusConnection bus)
 
 QCoro::Task<QDBusMessage> activate(QDBusConnection bus, QString token)
 {
-    auto call = QDBusMessage::createMethodCall(bus::applicationId, applicationPath,
+    auto call = QDBusMessage::createMethodCall(names::application, applicationPath,
                                                u"org.freedesktop.Application"_s, u"Activate"_s);
     // Must reach the running program, not start one.
     call.setAutoStartService(false);
@@ -74,7 +75,7 @@ QCoro::Task<SingleInstance::Start> handOver(QDBusConnection bus, QString token)
     if (!bus.isConnected()) {
         co_return SingleInstance::Start::otherSilent;
     }
-    QDBusServiceWatcher arrival(bus::applicationId, bus, QDBusServiceWatcher::WatchForRegistration);
+    QDBusServiceWatcher arrival(names::application, bus, QDBusServiceWatcher::WatchForRegistration);
     const auto hasArrived = std::make_shared<bool>(false);
     QObject::connect(&arrival, &QDBusServiceWatcher::serviceRegistered, &arrival,
                      [hasArrived] { *hasArrived = true; });
@@ -176,7 +177,7 @@ void SingleInstance::giveUp()
         constexpr int releaseMilliseconds = 1000;
         auto release = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
                                                       u"org.freedesktop.DBus"_s, u"ReleaseName"_s);
-        release << QString(bus::applicationId);
+        release << QString(names::application);
         m_bus.call(release, QDBus::Block, releaseMilliseconds);
     }
 }

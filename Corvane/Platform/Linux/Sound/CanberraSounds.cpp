@@ -4,6 +4,7 @@
 #include "Corvane/Platform/Linux/Sound/CanberraSounds.h"
 
 #include "Corvane/Platform/Linux/Waiting/Pending.h"
+#include "Corvane/Utilities/Names.h"
 
 #include <canberra.h>
 
@@ -89,8 +90,8 @@ private:
             return false;
         }
         ca_context_change_props(m_context, CA_PROP_APPLICATION_NAME, "Quillet", CA_PROP_APPLICATION_ID,
-                                "com.ordwinsoftware.Quillet", CA_PROP_APPLICATION_ICON_NAME,
-                                "com.ordwinsoftware.Quillet", nullptr);
+                                names::application.data(), CA_PROP_APPLICATION_ICON_NAME,
+                                names::application.data(), nullptr);
         return true;
     }
 
