@@ -3,11 +3,11 @@
 
 #include "Corvane/Services/CalendarGapNotice.h"
 
+#include "Corvane/Notifications/QuietNotice.h"
 #include "Corvane/Services/CalendarGaps.h"
 #include "Corvane/Utilities/Spawn.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -72,17 +72,10 @@ void CalendarGapNotice::tellWhatIsDue()
             told.push_back(calendar);
         }
     }
-    // One to two seconds ahead: the center rejects a second that has begun.
-    const Date fireDate = dateSince1970(std::floor(secondsSince1970(currentDate())) + 2);
-    constexpr Seconds use{900};
-    spawn(notify(this, {.identifier = u"quillet.calendar-gap."_s +
-                                      QString::number(static_cast<qint64>(secondsSince1970(fireDate))),
-                        .title = calendarGaps::title(told),
-                        .body = calendarGaps::body(told, currentDate(), QLocale()),
-                        .categoryIdentifier = u"quillet.calendar"_s,
-                        .fireDate = fireDate,
-                        .expirationDate = fireDate + use,
-                        .isQuiet = true}));
+    const Date date = currentDate();
+    spawn(
+        notify(this, quietNotice(u"quillet.calendar-gap"_s, u"quillet.calendar"_s, calendarGaps::title(told),
+                                 calendarGaps::body(told, date, QLocale()), date)));
 }
 
 QCoro::Task<void> CalendarGapNotice::notify(Self self, NotificationRequest request)

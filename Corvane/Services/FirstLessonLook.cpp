@@ -3,11 +3,11 @@
 
 #include "Corvane/Services/FirstLessonLook.h"
 
+#include "Corvane/Notifications/QuietNotice.h"
 #include "Corvane/Utilities/Clock.h"
 #include "Corvane/Utilities/Spawn.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -98,17 +98,8 @@ QCoro::Task<void> FirstLessonLook::tell(Self self, Readiness found)
         co_return;
     }
     const Date now = currentDate();
-    // One to two seconds ahead: the center rejects a second that has begun.
-    const Date fireDate = dateSince1970(std::floor(secondsSince1970(now)) + 2);
-    constexpr Seconds use{900};
-    const NotificationRequest request{
-        .identifier = u"quillet.look."_s + QString::number(static_cast<qint64>(secondsSince1970(fireDate))),
-        .title = readiness::title(),
-        .body = readiness::body(found, now, QLocale()),
-        .categoryIdentifier = u"quillet.look"_s,
-        .fireDate = fireDate,
-        .expirationDate = fireDate + use,
-        .isQuiet = true};
+    const NotificationRequest request = quietNotice(u"quillet.look"_s, u"quillet.look"_s, readiness::title(),
+                                                    readiness::body(found, now, QLocale()), now);
     const auto added = co_await self->m_sources.center.add(request);
     bool isTold = added.has_value();
     if (self != nullptr && !isTold) {
