@@ -10,7 +10,6 @@
 #include "Corvane/Look/SymbolTurn.h"
 #include "Corvane/Look/Symbols.h"
 
-#include <QFontInfo>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -20,18 +19,13 @@ namespace corvane::look {
 
 namespace {
 
-int symbolSize(const QWidget *button)
-{
-    return static_cast<int>(std::lround(QFontInfo(button->font()).pixelSize() * control::symbolShare));
-}
-
 /// The width of the symbol, including the gap to the text if there is one.
 int symbolRoom(const QStyleOptionButton &option, const QWidget *button)
 {
     if (symbolOf(button).isEmpty()) {
         return 0;
     }
-    return symbolSize(button) + (option.text.isEmpty() ? 0 : control::symbolSpacing);
+    return symbolSize(button->font()) + (option.text.isEmpty() ? 0 : control::symbolSpacing);
 }
 
 int inset(Role role)
@@ -182,7 +176,7 @@ void paintPushButton(QPainter &painter, const QStyleOptionButton &option, const 
     const int textWidth = option.fontMetrics.horizontalAdvance(option.text);
     const double left = (option.rect.width() - room - textWidth) / 2.0;
     if (const QString symbol = symbolOf(button); !symbol.isEmpty()) {
-        const int size = symbolSize(button);
+        const int size = symbolSize(button->font());
         const double symbolLeft = isLeftToRight ? left : left + textWidth + room - size;
         paintSymbol(painter, {std::round(symbolLeft), std::round((option.rect.height() - size) / 2.0)},
                     symbolPixmap(symbol, size, ink, painter.device()->devicePixelRatioF()),

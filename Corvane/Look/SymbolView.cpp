@@ -7,21 +7,14 @@
 
 #include <QBoxLayout>
 #include <QEvent>
-#include <QFontInfo>
 #include <QFontMetrics>
 #include <QPainter>
 
 #include <algorithm>
-#include <cmath>
 
 namespace corvane::look {
 
 namespace {
-
-int sizeFor(TextStyle style)
-{
-    return static_cast<int>(std::lround(QFontInfo(font(style)).pixelSize() * control::symbolShare));
-}
 
 /// Keeps a symbol centred on the first line of a text when fonts change.
 class FirstLine final : public QObject {
@@ -65,7 +58,7 @@ private:
 } // namespace
 
 SymbolView::SymbolView(const QString &name, TextStyle style, Ink ink, QWidget *parent)
-    : SymbolView(name, sizeFor(style), ink, parent)
+    : SymbolView(name, symbolSize(look::font(style)), ink, parent)
 {
     m_style = style;
 }
@@ -91,7 +84,7 @@ bool SymbolView::event(QEvent *event)
 {
     const bool isHandled = QWidget::event(event);
     if (event->type() == QEvent::ApplicationFontChange && m_style) {
-        m_size = sizeFor(*m_style);
+        m_size = symbolSize(look::font(*m_style));
         setFixedSize(m_size, m_size);
     }
     return isHandled;

@@ -4,6 +4,7 @@
 #include "Corvane/Look/Symbols.h"
 
 #include <QFile>
+#include <QFontInfo>
 #include <QGuiApplication>
 #include <QIconEngine>
 #include <QPainter>
@@ -174,6 +175,11 @@ private:
 };
 
 } // namespace
+
+int symbolSize(const QFont &font)
+{
+    return static_cast<int>(std::lround(QFontInfo(font).pixelSize() * control::symbolShare));
+}
 
 bool hasSymbol(const QString &name)
 {

@@ -16,6 +16,9 @@ namespace corvane::look {
 /// `bold` thickens the lines of an outlined symbol, and the cut-outs of a filled one.
 enum class SymbolWeight { regular, bold };
 
+/// The size of a symbol beside a text in `font`, in points.
+[[nodiscard]] int symbolSize(const QFont &font);
+
 /// Whether there is a symbol of this name, for example "bell.fill".
 [[nodiscard]] bool hasSymbol(const QString &name);
 

@@ -8,12 +8,10 @@
 #include "Corvane/Look/Symbols.h"
 
 #include <QEvent>
-#include <QFontInfo>
 #include <QFontMetrics>
 #include <QPainter>
 
 #include <algorithm>
-#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -97,16 +95,11 @@ QFont DebugRow::leadFont() const
     return withMonospacedDigits(look::font(m_style == TextStyle::body ? TextStyle::subheadline : m_style));
 }
 
-int DebugRow::symbolSize() const
-{
-    return static_cast<int>(std::lround(QFontInfo(titleFont()).pixelSize() * control::symbolShare));
-}
-
 int DebugRow::leadWidth() const
 {
     if (m_leadWidth < 0) {
         if (m_row.tone != Tone::plain) {
-            m_leadWidth = symbolSize();
+            m_leadWidth = symbolSize(titleFont());
         } else {
             m_leadWidth =
                 m_row.lead.isEmpty() ? 0 : QFontMetrics(leadFont()).horizontalAdvance(m_row.lead) + 1;
@@ -151,7 +144,7 @@ void DebugRow::paintEvent(QPaintEvent *)
     const QFontMetrics titleMetrics(titleFont());
     const QFontMetrics leadMetrics(leadFont());
     if (m_row.tone != Tone::plain) {
-        const int side = symbolSize();
+        const int side = symbolSize(titleFont());
         const int left = isLeftToRight() ? control::rowInset : width() - control::rowInset - side;
         const int height = m_columns.areBeside ? titleMetrics.height() : leadMetrics.height();
         painter.drawPixmap(left, y + (height - side) / 2,

@@ -51,7 +51,6 @@ protected:
 private:
     [[nodiscard]] QFont titleFont() const;
     [[nodiscard]] QFont leadFont() const;
-    [[nodiscard]] int symbolSize() const;
     [[nodiscard]] int textWidth(int width) const;
     void forgetMeasures();
 

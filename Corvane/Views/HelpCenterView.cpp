@@ -15,7 +15,6 @@
 #include "Corvane/Views/HelpArticleView.h"
 #include "Corvane/Views/UserManualPDF.h"
 
-#include <QFontInfo>
 #include <QFontMetrics>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -29,7 +28,6 @@
 #include <QStyledItemDelegate>
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -46,11 +44,6 @@ constexpr int topicRole = Qt::UserRole;
 class TopicRow final : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
-
-    static int symbolSize(const QFont &font)
-    {
-        return static_cast<int>(std::lround(QFontInfo(font).pixelSize() * control::symbolShare));
-    }
 
     /// The width that a row in `font` needs besides its text.
     static int widthBesideText(const QFont &font) { return symbolSize(font) + 3 * space::small; }
