@@ -5,11 +5,11 @@
 
 #include "Corvane/Look/Contrast.h"
 #include "Corvane/Look/Look.h"
+#include "Corvane/Look/Motion.h"
 #include "Corvane/Look/Painting.h"
 
 #include <QCheckBox>
 #include <QPainter>
-#include <QStyle>
 #include <QStyleOption>
 
 #include <algorithm>
@@ -55,8 +55,8 @@ void KnobSlide::slide(bool isOn)
     const double end = isOn ? 1 : 0;
     const double begin = state() == Running ? currentValue().toDouble() : 1 - end;
     stop();
-    const int duration = m_box.style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, &m_box);
-    if (duration <= 0 || !m_box.isVisible()) {
+    const int duration = motionDuration(m_box, control::animationDuration);
+    if (duration <= 0) {
         return;
     }
     setDuration(duration);
