@@ -4,6 +4,7 @@
 #include "Corvane/Look/Surfaces.h"
 
 #include "Corvane/Look/Look.h"
+#include "Corvane/Look/Painting.h"
 
 #include <QLayout>
 #include <QPainter>
@@ -54,24 +55,21 @@ bool showsFocus(const QWidget &widget)
 
 void paintFocusRing(QPainter &painter, const QRectF &area, double cornerRadius, const QPalette &palette)
 {
-    constexpr double inset = control::focusRingWidth / 2;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(color(Ink::accent, palette), control::focusRingWidth));
-    painter.drawRoundedRect(area.adjusted(inset, inset, -inset, -inset), cornerRadius, cornerRadius);
+    strokeRounded(painter, area, cornerRadius + control::focusRingWidth / 2, color(Ink::accent, palette),
+                  control::focusRingWidth);
     painter.restore();
 }
 
 void paintFocusRingOnAccent(QPainter &painter, const QRectF &area, double cornerRadius,
                             const QPalette &palette)
 {
-    constexpr double inset = 2.5;
+    constexpr double gap = 1.75; // between the edge of the area and the ring
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(color(Ink::onAccent, palette), 1.5));
-    painter.drawRoundedRect(area.adjusted(inset, inset, -inset, -inset), cornerRadius - 2, cornerRadius - 2);
+    strokeRounded(painter, area.adjusted(gap, gap, -gap, -gap), cornerRadius - 1.25,
+                  color(Ink::onAccent, palette), 1.5);
     painter.restore();
 }
 
