@@ -27,19 +27,25 @@ QMargins popupMargins(bool isComposited)
     return popupShadow(isComposited) + popup::padding;
 }
 
+void paintShadow(QPainter &painter, const QRectF &card, double cornerRadius, const Shadow &shadow)
+{
+    // Layers, each a little smaller, so that the shadow fades outwards.
+    for (int step = shadow.reach; step > 0; --step) {
+        const double share = 1.0 - double(step) / shadow.reach;
+        fillRounded(painter, card.marginsAdded(QMarginsF(step, step - shadow.rise, step, step)),
+                    cornerRadius + step, black(shadow.opacity * share * share));
+    }
+}
+
 void paintPopup(QPainter &painter, const QRect &area, const QPalette &palette, bool isComposited)
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF card = area.marginsRemoved(popupShadow(isComposited));
     if (isComposited) {
-        // Layers, each a little smaller, so that the shadow fades outwards.
-        constexpr int reach = popup::shadowReach;
-        for (int step = reach; step > 0; --step) {
-            const double share = 1.0 - double(step) / reach;
-            fillRounded(painter, card.marginsAdded(QMarginsF(step, step - popup::shadowRise, step, step)),
-                        popup::cornerRadius + step, black(popup::shadowOpacity * share * share));
-        }
+        paintShadow(
+            painter, card, popup::cornerRadius,
+            {.reach = popup::shadowReach, .rise = popup::shadowRise, .opacity = popup::shadowOpacity});
     }
     fillRounded(painter, card, popup::cornerRadius, fieldColor(palette));
     strokeRounded(painter, card, popup::cornerRadius, color(Ink::primary, palette, popup::edgeOpacity));

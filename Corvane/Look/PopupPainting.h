@@ -23,6 +23,15 @@ namespace corvane::look {
 /// The same plus the padding between the card's edge and its content.
 [[nodiscard]] QMargins popupMargins(bool isComposited);
 
+/// The shadow of a card in its window.
+struct Shadow {
+    int reach = 0;      ///< beyond the card
+    int rise = 0;       ///< it reaches this much less above than below
+    double opacity = 0; ///< of the innermost of its layers
+};
+
+void paintShadow(QPainter &painter, const QRectF &card, double cornerRadius, const Shadow &shadow);
+
 void paintPopup(QPainter &painter, const QRect &area, const QPalette &palette, bool isComposited);
 
 /// Whether a widget is the window around a picker's list. The toolkit has no public class for it.

@@ -4,6 +4,7 @@
 #include "Corvane/Views/MenuBarPanelWindow.h"
 
 #include "Corvane/Look/Look.h"
+#include "Corvane/Look/Painting.h"
 #include "Corvane/Look/PopupPainting.h"
 #include "Corvane/Views/ScreenGeometry.h"
 
@@ -13,7 +14,6 @@
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPainterPath>
 #include <QScreen>
 #include <QScrollArea>
 #include <QShortcut>
@@ -128,26 +128,16 @@ void MenuBarPanelWindow::paintEvent(QPaintEvent *)
         painter.setCompositionMode(QPainter::CompositionMode_Source);
         painter.fillRect(rect(), Qt::transparent);
         painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-        painter.setPen(Qt::NoPen);
-        // Layers, each a little smaller, so that the shadow fades outwards.
-        constexpr int reach = look::menuBarPanel::shadowReach;
-        for (int step = reach; step > 0; --step) {
-            const double share = 1.0 - double(step) / reach;
-            painter.setBrush(look::black(look::menuBarPanel::shadowOpacity * share * share));
-            painter.drawRoundedRect(
-                card.marginsAdded(QMarginsF(step, step - look::menuBarPanel::shadowRise, step, step)),
-                radius + step, radius + step);
-        }
+        look::paintShadow(painter, card, radius,
+                          {.reach = look::menuBarPanel::shadowReach,
+                           .rise = look::menuBarPanel::shadowRise,
+                           .opacity = look::menuBarPanel::shadowOpacity});
     }
     // The edge is a translucent text colour, so that it is visible on dark and light desktops.
     QColor edge = palette().color(QPalette::WindowText);
     edge.setAlphaF(look::menuBarPanel::edgeOpacity);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(palette().window());
-    painter.drawRoundedRect(card, radius, radius);
-    painter.setPen(QPen(edge, 1));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(card.adjusted(0.5, 0.5, -0.5, -0.5), radius - 0.5, radius - 0.5);
+    look::fillRounded(painter, card, radius, palette().color(QPalette::Window));
+    look::strokeRounded(painter, card, radius, edge);
 }
 
 void MenuBarPanelWindow::mousePressEvent(QMouseEvent *event)
