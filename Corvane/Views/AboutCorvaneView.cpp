@@ -40,7 +40,7 @@ QLayout *middle(QWidget *widget)
 
 /// A button that opens `destination`; nullptr without one.
 QPushButton *link(const QString &text, Role role, const std::optional<QUrl> &destination,
-                  const UserManualPDF::Opener &openLink)
+                  const LinkOpener &openLink)
 {
     if (!destination) {
         return nullptr;
@@ -74,7 +74,7 @@ QLayout *description()
     return line;
 }
 
-QLayout *actionRow(const UserManualPDF &manual, const UserManualPDF::Opener &openLink)
+QLayout *actionRow(const UserManualPDF &manual, const LinkOpener &openLink)
 {
     auto *userManual = pushButton(u"User Manual"_s, Role::bordered, u"book"_s);
     QObject::connect(userManual, &QAbstractButton::clicked, userManual, [&manual] { manual.open(); });
@@ -88,8 +88,7 @@ QLayout *actionRow(const UserManualPDF &manual, const UserManualPDF::Opener &ope
 }
 
 /// A link of the footer, or plain text if it has no destination.
-QLayout *footerLink(const QString &text, const std::optional<QUrl> &destination,
-                    const UserManualPDF::Opener &openLink)
+QLayout *footerLink(const QString &text, const std::optional<QUrl> &destination, const LinkOpener &openLink)
 {
     if (auto *button = link(text, Role::quietLink, destination, openLink)) {
         return middle(button);
@@ -97,7 +96,7 @@ QLayout *footerLink(const QString &text, const std::optional<QUrl> &destination,
     return column(0, {centred(new Text(text, TextStyle::caption, Ink::secondary))});
 }
 
-QLayout *footer(const UserManualPDF::Opener &openLink)
+QLayout *footer(const LinkOpener &openLink)
 {
     const auto webSite = product::secureLink(product::webSite());
     return column(
@@ -108,7 +107,7 @@ QLayout *footer(const UserManualPDF::Opener &openLink)
 }
 
 QWidget *content(const UserManualPDF &manual, const InformationDictionary &information,
-                 const UserManualPDF::Opener &openLink)
+                 const LinkOpener &openLink)
 {
     auto *stack = column(about::spacing, {middle(new Badge(u"bell.badge.fill"_s)), nameBlock(information),
                                           description(), actionRow(manual, openLink), footer(openLink)});
@@ -127,7 +126,7 @@ QString versionLine(const InformationDictionary &information)
 }
 
 AboutCorvaneView::AboutCorvaneView(const UserManualPDF &manual, const InformationDictionary &information,
-                                   const UserManualPDF::Opener &openLink, QWidget *parent)
+                                   const LinkOpener &openLink, QWidget *parent)
     : look::ScrollView(u"About Quillet"_s, content(manual, information, openLink), parent)
 {
     // For a word wider than the window.

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Corvane/Look/ScrollView.h"
+#include "Corvane/Views/LinkOpener.h"
 #include "Corvane/Views/UserManualPDF.h"
 
 namespace corvane {
@@ -20,7 +21,7 @@ class AboutCorvaneView final : public look::ScrollView {
 public:
     /// `manual` is borrowed and outlives the view. `openLink` opens web and mailto links.
     AboutCorvaneView(const UserManualPDF &manual, const InformationDictionary &information,
-                     const UserManualPDF::Opener &openLink, QWidget *parent = nullptr);
+                     const LinkOpener &openLink, QWidget *parent = nullptr);
 
     /// The height that shows everything without scrolling.
     [[nodiscard]] bool hasHeightForWidth() const override { return true; }

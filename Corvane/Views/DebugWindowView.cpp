@@ -33,7 +33,7 @@ namespace corvane {
 using namespace look;
 
 DebugWindowView::DebugWindowView(const MenuBarViewModel &viewModel, const DebugSources &sources,
-                                 Opener openLink, QWidget *parent)
+                                 LinkOpener openLink, QWidget *parent)
     : QWidget(parent)
     , m_viewModel(viewModel)
     , m_sources(sources)

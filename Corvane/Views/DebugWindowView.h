@@ -4,12 +4,10 @@
 #pragma once
 
 #include "Corvane/Services/DebugReport.h"
+#include "Corvane/Views/LinkOpener.h"
 
 #include <QTimer>
-#include <QUrl>
 #include <QWidget>
-
-#include <functional>
 
 class QScrollArea;
 
@@ -36,11 +34,8 @@ class DebugWindowView final : public QWidget {
     Q_OBJECT
 
 public:
-    /// Opens a URL with the desktop's program for it; returns whether there was one.
-    using Opener = std::function<bool(const QUrl &)>;
-
     /// `viewModel` is borrowed and outlives the view.
-    DebugWindowView(const MenuBarViewModel &viewModel, const DebugSources &sources, Opener openLink,
+    DebugWindowView(const MenuBarViewModel &viewModel, const DebugSources &sources, LinkOpener openLink,
                     QWidget *parent = nullptr);
 
 protected:
@@ -68,7 +63,7 @@ private:
 
     const MenuBarViewModel &m_viewModel;
     DebugSources m_sources;
-    Opener m_openLink;
+    LinkOpener m_openLink;
     Part m_snapshot;
     Part m_calendars;
     Part m_notLessons;

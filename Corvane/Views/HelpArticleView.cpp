@@ -42,7 +42,7 @@ std::vector<Text::Link> contactLinks()
     return links;
 }
 
-QLayout *sectionStack(const HelpSection &section, const UserManualPDF::Opener &openLink)
+QLayout *sectionStack(const HelpSection &section, const LinkOpener &openLink)
 {
     auto *stack = column(
         help::sectionSpacing,
@@ -56,7 +56,7 @@ QLayout *sectionStack(const HelpSection &section, const UserManualPDF::Opener &o
     return stack;
 }
 
-QWidget *article(HelpTopic topic, const UserManualPDF::Opener &openLink)
+QWidget *article(HelpTopic topic, const LinkOpener &openLink)
 {
     auto *stack = column(
         help::articleSpacing,
@@ -77,7 +77,7 @@ QWidget *article(HelpTopic topic, const UserManualPDF::Opener &openLink)
 
 } // namespace
 
-HelpArticleView::HelpArticleView(HelpTopic topic, const UserManualPDF::Opener &openLink, QWidget *parent)
+HelpArticleView::HelpArticleView(HelpTopic topic, const LinkOpener &openLink, QWidget *parent)
     : look::ScrollView(title(topic), article(topic, openLink), parent)
 {
     // For a word wider than the window.

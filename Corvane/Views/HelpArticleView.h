@@ -5,7 +5,7 @@
 
 #include "Corvane/Look/ScrollView.h"
 #include "Corvane/Views/HelpTopic.h"
-#include "Corvane/Views/UserManualPDF.h"
+#include "Corvane/Views/LinkOpener.h"
 
 namespace corvane {
 
@@ -15,7 +15,7 @@ class HelpArticleView final : public look::ScrollView {
 
 public:
     /// `openLink` opens web and mailto links.
-    HelpArticleView(HelpTopic topic, const UserManualPDF::Opener &openLink, QWidget *parent = nullptr);
+    HelpArticleView(HelpTopic topic, const LinkOpener &openLink, QWidget *parent = nullptr);
 };
 
 } // namespace corvane

@@ -162,7 +162,7 @@ QWidget *emptyState()
 
 } // namespace
 
-HelpCenterView::HelpCenterView(const UserManualPDF &manual, UserManualPDF::Opener openLink, QWidget *parent)
+HelpCenterView::HelpCenterView(const UserManualPDF &manual, LinkOpener openLink, QWidget *parent)
     : QWidget(parent)
     , m_openLink(std::move(openLink))
     , m_search(searchField(u"Search help"_s))

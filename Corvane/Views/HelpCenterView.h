@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Corvane/Views/HelpTopic.h"
+#include "Corvane/Views/LinkOpener.h"
 #include "Corvane/Views/UserManualPDF.h"
 
 #include <QWidget>
@@ -24,7 +25,7 @@ class HelpCenterView final : public QWidget {
 public:
     /// Starts with an empty search and the welcome article. `manual` is borrowed and outlives the view.
     /// `openLink` opens web and mailto links.
-    HelpCenterView(const UserManualPDF &manual, UserManualPDF::Opener openLink, QWidget *parent = nullptr);
+    HelpCenterView(const UserManualPDF &manual, LinkOpener openLink, QWidget *parent = nullptr);
 
     [[nodiscard]] QString searchText() const;
     [[nodiscard]] QList<HelpTopic> visibleTopics() const;
@@ -45,7 +46,7 @@ private:
     void goToFirstHit();
     void showDetail();
 
-    UserManualPDF::Opener m_openLink;
+    LinkOpener m_openLink;
     std::optional<HelpTopic> m_selection = HelpTopic::welcome;
     QLineEdit *m_search;
     QListWidget *m_list;

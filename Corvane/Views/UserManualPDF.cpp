@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace corvane {
 
-UserManualPDF::UserManualPDF(QStringList folders, Opener opener, std::function<void()> beep)
+UserManualPDF::UserManualPDF(QStringList folders, LinkOpener opener, std::function<void()> beep)
     : m_folders(std::move(folders))
     , m_opener(std::move(opener))
     , m_beep(std::move(beep))

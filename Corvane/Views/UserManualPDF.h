@@ -3,8 +3,9 @@
 
 #pragma once
 
+#include "Corvane/Views/LinkOpener.h"
+
 #include <QStringList>
-#include <QUrl>
 
 #include <functional>
 
@@ -13,12 +14,9 @@ namespace corvane {
 /// The printable manual, a PDF installed with the program. Main thread only.
 class UserManualPDF {
 public:
-    /// Opens a URL with the desktop's program for it; returns whether there was one.
-    using Opener = std::function<bool(const QUrl &)>;
-
     /// `folders` are searched for the manual in order. `beep` plays the user's alert sound. Both functions
     /// are called by open() only.
-    UserManualPDF(QStringList folders, Opener opener, std::function<void()> beep);
+    UserManualPDF(QStringList folders, LinkOpener opener, std::function<void()> beep);
 
     /// Opens the manual with the desktop's viewer; plays the alert sound if the manual or a viewer is
     /// missing, and reports nothing else. The file is searched for at each call.
@@ -26,7 +24,7 @@ public:
 
 private:
     QStringList m_folders;
-    Opener m_opener;
+    LinkOpener m_opener;
     std::function<void()> m_beep;
 };
 

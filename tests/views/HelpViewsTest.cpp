@@ -83,7 +83,7 @@ private:
         return {{folder}, opener(), [this] { ++m_beeps; }};
     }
 
-    [[nodiscard]] UserManualPDF::Opener opener()
+    [[nodiscard]] LinkOpener opener()
     {
         return [this](const QUrl &url) {
             m_opened.push_back(url);
