@@ -93,8 +93,7 @@ std::vector<std::uint32_t> property(std::uint32_t window, const char *name)
     const auto asked =
         xcb_get_property(connection(), 0, window, nameAtom, XCB_GET_PROPERTY_TYPE_ANY, 0, most);
     const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection(), asked, nullptr));
-    constexpr int bitsOfAValue = 32;
-    if (!reply || reply->format != bitsOfAValue) {
+    if (!reply || reply->format != bitsOfNumber) {
         return {};
     }
     const auto *values = static_cast<const std::uint32_t *>(xcb_get_property_value(reply.get()));
