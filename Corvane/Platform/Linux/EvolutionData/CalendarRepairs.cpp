@@ -3,6 +3,8 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/CalendarRepairs.h"
 
+#include "Corvane/Platform/Linux/EvolutionData/ExpansionBudget.h"
+
 #include <QDateTime>
 #include <QList>
 #include <QRegularExpression>
@@ -24,7 +26,7 @@ constexpr qsizetype longestList = 60'000;
 constexpr qsizetype longestRule = 4'000;
 constexpr qsizetype longestTime = 40;
 /// Further dates of a line are ignored: these are already more than an event may have.
-constexpr std::size_t mostDates = 10'001;
+constexpr auto mostDates = static_cast<std::size_t>(ExpansionBudget().datesOfEvent) + 1;
 
 bool isDigits(QByteArrayView text)
 {
