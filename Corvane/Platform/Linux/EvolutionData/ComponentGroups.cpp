@@ -19,9 +19,7 @@ namespace corvane {
 bool ComponentGroup::isSeries() const
 {
     return components.size() > 1 || std::ranges::any_of(components, [](const EventComponent &event) {
-               return has(event.component.get(), I_CAL_RRULE_PROPERTY) ||
-                      has(event.component.get(), I_CAL_RDATE_PROPERTY) ||
-                      has(event.component.get(), I_CAL_EXRULE_PROPERTY);
+               return repeats(event.component.get());
            });
 }
 

@@ -101,6 +101,12 @@ std::vector<GObjectRef<ICalProperty>> properties(ICalComponent *component, ICalP
     return found;
 }
 
+bool repeats(ICalComponent *component)
+{
+    return has(component, I_CAL_RRULE_PROPERTY) || has(component, I_CAL_RDATE_PROPERTY) ||
+           has(component, I_CAL_EXRULE_PROPERTY);
+}
+
 std::optional<int> startYear(ICalComponent *component)
 {
     const auto property = GObjectRef<ICalProperty>::adopt(

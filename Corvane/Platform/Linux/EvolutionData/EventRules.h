@@ -27,6 +27,9 @@ namespace corvane {
 [[nodiscard]] std::vector<GObjectRef<ICalProperty>> properties(ICalComponent *component,
                                                                ICalPropertyKind kind);
 
+/// Whether a component may occur more than once.
+[[nodiscard]] bool repeats(ICalComponent *component);
+
 /// The year in which a component begins for the first time; none if it does not tell.
 [[nodiscard]] std::optional<int> startYear(ICalComponent *component);
 

@@ -34,13 +34,6 @@ bool isChange(const EventComponent &event)
     return has(event.component.get(), I_CAL_RECURRENCEID_PROPERTY);
 }
 
-bool repeats(const EventComponent &event)
-{
-    ICalComponent *component = event.component.get();
-    return has(component, I_CAL_RRULE_PROPERTY) || has(component, I_CAL_RDATE_PROPERTY) ||
-           has(component, I_CAL_EXRULE_PROPERTY);
-}
-
 GObjectRef<ICalTime> utcTime(double moment)
 {
     return GObjectRef<ICalTime>::adopt(i_cal_time_new_from_timet_with_zone(
@@ -99,7 +92,7 @@ double GroupExpansion::plan()
 void GroupExpansion::refuse(const QString &reason)
 {
     for (const EventComponent &event : m_group.components) {
-        if (repeats(event)) {
+        if (repeats(event.component.get())) {
             m_refusals.emplace(&event, reason);
         }
     }
@@ -226,7 +219,7 @@ bool GroupExpansion::take(Walk &walk, ICalTime *startTime, ICalTime *endTime)
 /// Whether an event that does not repeat lies outside the window; faster than a walk.
 bool GroupExpansion::isFarOff(const EventComponent &event) const
 {
-    if (repeats(event)) {
+    if (repeats(event.component.get())) {
         return false;
     }
     const EventSpan span = m_times.firstSpan(event, m_from);
@@ -236,7 +229,7 @@ bool GroupExpansion::isFarOff(const EventComponent &event) const
 bool GroupExpansion::lastsTooLong(const EventComponent &event) const
 {
     const EventSpan span = m_times.firstSpan(event, m_from);
-    return span.end - span.start > (repeats(event) ? longestInSeries : longestAlone);
+    return span.end - span.start > (repeats(event.component.get()) ? longestInSeries : longestAlone);
 }
 
 const CalendarEvent &GroupExpansion::texts(const EventComponent &event)
