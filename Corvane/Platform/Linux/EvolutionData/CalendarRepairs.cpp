@@ -12,6 +12,7 @@
 #include <QTimeZone>
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 
 using namespace Qt::StringLiterals;
@@ -180,6 +181,13 @@ QByteArray propertyName(QByteArrayView line)
     const auto end =
         std::ranges::find_if(line, [](char character) { return character == ';' || character == ':'; });
     return line.first(end - line.begin()).toByteArray().trimmed().toUpper();
+}
+
+bool tellsTime(const QByteArray &name)
+{
+    return std::ranges::any_of(
+        std::array{"RRULE", "EXRULE", "RDATE", "EXDATE", "DTSTART", "DTEND", "DURATION", "RECURRENCE-ID"},
+        [&name](const char *other) { return name == other; });
 }
 
 } // namespace corvane

@@ -27,4 +27,7 @@ namespace corvane {
 /// The name of a line's property, in upper case.
 [[nodiscard]] QByteArray propertyName(QByteArrayView line);
 
+/// Whether a property of this name tells when an event occurs.
+[[nodiscard]] bool tellsTime(const QByteArray &name);
+
 } // namespace corvane

@@ -15,17 +15,9 @@ namespace {
 bool isOfUse(const QByteArray &property)
 {
     static const QByteArrayList names{"UID",
-                                      "RECURRENCE-ID",
                                       "SEQUENCE",
                                       "DTSTAMP",
                                       "STATUS",
-                                      "DTSTART",
-                                      "DTEND",
-                                      "DURATION",
-                                      "RRULE",
-                                      "EXRULE",
-                                      "RDATE",
-                                      "EXDATE",
                                       "SUMMARY",
                                       "LOCATION",
                                       "DESCRIPTION",
@@ -34,7 +26,7 @@ bool isOfUse(const QByteArray &property)
                                       "X-GOOGLE-CONFERENCE",
                                       "X-MICROSOFT-SKYPETEAMSMEETINGURL",
                                       "X-LIC-ERROR"};
-    return names.contains(property);
+    return tellsTime(property) || names.contains(property);
 }
 
 } // namespace

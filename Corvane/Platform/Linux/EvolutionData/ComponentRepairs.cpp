@@ -39,17 +39,6 @@ std::optional<LostProperty> lostProperty(ICalProperty *note)
                         message.sliced(end + after.size())};
 }
 
-bool tellsTime(const QByteArray &name)
-{
-    for (const char *other :
-         {"RRULE", "EXRULE", "RDATE", "EXDATE", "DTSTART", "DTEND", "DURATION", "RECURRENCE-ID"}) {
-        if (name == other) {
-            return true;
-        }
-    }
-    return false;
-}
-
 /// The zone that the event's other times name: that of a lost time is lost, too.
 QByteArray zoneOfOthers(ICalComponent *event)
 {
