@@ -43,7 +43,7 @@ AgentGreeting::AgentGreeting(QDBusConnection sessionBus, std::function<void(cons
         new QDBusServiceWatcher(names::agent, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString &, const QString &, const QString &newOwner) {
-                ++m_agentLife;
+                ++m_agentNumber;
                 m_told = 0;
                 m_isUnknown = false;
                 if (newOwner.isEmpty()) {
@@ -93,13 +93,13 @@ void AgentGreeting::greet()
     hello << until << qEnvironmentVariable("DISPLAY") << qEnvironmentVariable("WAYLAND_DISPLAY")
           << qEnvironmentVariable("XAUTHORITY");
     auto *call = new QDBusPendingCallWatcher(m_bus.asyncCall(hello, helloTimeoutMilliseconds), this);
-    connect(call, &QDBusPendingCallWatcher::finished, this, [this, call, life = m_agentLife] {
+    connect(call, &QDBusPendingCallWatcher::finished, this, [this, call, agent = m_agentNumber] {
         call->deleteLater();
-        handleAnswer(call->reply(), life);
+        handleAnswer(call->reply(), agent);
     });
 }
 
-void AgentGreeting::handleAnswer(const QDBusMessage &answer, int life)
+void AgentGreeting::handleAnswer(const QDBusMessage &answer, int agent)
 {
     if (answer.type() == QDBusMessage::ReplyMessage) {
         return;
@@ -107,7 +107,7 @@ void AgentGreeting::handleAnswer(const QDBusMessage &answer, int life)
     if (QDBusError(answer).type() == QDBusError::UnknownMethod) {
         m_isUnknown = true;
         m_log(u"the notification agent is of an earlier version: a crash would not be mended"_s);
-    } else if (life == m_agentLife) {
+    } else if (agent == m_agentNumber) {
         // The next load tries again.
         m_told = 0;
         m_log(u"notification agent not greeted error="_s + answer.errorMessage());

@@ -76,7 +76,7 @@ void NetworkWatcher::watch(QDBusConnection &bus, const QString &service)
 
 void NetworkWatcher::update()
 {
-    ++m_question;
+    ++m_latestQuestion;
     askManager();
 }
 
@@ -108,10 +108,10 @@ void NetworkWatcher::ask(const QDBusConnection &bus, const QDBusMessage &questio
     message.setAutoStartService(false);
     auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(message, bus::questionTimeout), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
-            [this, watcher, number = m_question, isUsable = std::move(isUsable),
+            [this, watcher, number = m_latestQuestion, isUsable = std::move(isUsable),
              otherwise = std::move(otherwise)] {
                 watcher->deleteLater();
-                if (number != m_question) {
+                if (number != m_latestQuestion) {
                     return;
                 }
                 const QDBusMessage answer = watcher->reply();

@@ -38,7 +38,7 @@ private:
     QDBusConnection m_systemBus;
     QDBusConnection m_sessionBus;
     std::optional<bool> m_isUsable; ///< none until there has been an answer
-    int m_question = 0;             ///< number of the latest question; answers to earlier ones are ignored
+    int m_latestQuestion = 0;       ///< counts questions; answers to earlier ones are ignored
 
 private Q_SLOTS:
     /// Asks again.

@@ -46,9 +46,9 @@ void UPowerSource::update()
     question << QString(upowerService) << u"OnBattery"_s;
     question.setAutoStartService(false);
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(question, bus::questionTimeout), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, number = ++m_question] {
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, number = ++m_latestQuestion] {
         watcher->deleteLater();
-        if (number == m_question) {
+        if (number == m_latestQuestion) {
             handleAnswer(watcher->reply());
         }
     });

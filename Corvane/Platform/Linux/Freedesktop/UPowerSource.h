@@ -26,7 +26,7 @@ private:
 
     QDBusConnection m_bus;
     bool m_isOnBattery = false;
-    int m_question = 0; ///< number of the latest question; answers to earlier ones are ignored
+    int m_latestQuestion = 0; ///< counts questions; answers to earlier ones are ignored
 
 private Q_SLOTS:
     /// Asks again.
