@@ -172,9 +172,9 @@ AgentRoom::Memory AgentRoom::memoryOf(qint64 process)
     for (const QByteArray &line : file.readAll().split('\n')) {
         const double size = line.simplified().split(' ').value(1).toDouble() / 1024;
         if (line.startsWith("Rss:")) {
-            memory.resident = size;
+            memory.residentMiB = size;
         } else if (line.startsWith("Private_Clean:") || line.startsWith("Private_Dirty:")) {
-            memory.isPrivate += size;
+            memory.privateMiB += size;
         }
     }
     return memory;

@@ -64,10 +64,10 @@ public:
     [[nodiscard]] QString filePath(const QString &name) const { return m_folder.filePath(name); }
     [[nodiscard]] QString log() const;
 
-    /// A process's memory in MiB: resident, and private to it.
+    /// What a process has in memory, and what of it no other process shares.
     struct Memory {
-        double resident = 0;
-        double isPrivate = 0;
+        double residentMiB = 0;
+        double privateMiB = 0;
     };
     [[nodiscard]] static Memory memoryOf(qint64 process);
 

@@ -115,7 +115,7 @@ private Q_SLOTS:
     void theOutcomeOfASilentServerIsUnknownUntilItLeaves()
     {
         RecordingServer server(m_bus->address(), {});
-        server.behaviour = Behaviour::says_nothing;
+        server.behaviour = Behaviour::saysNothing;
         QSignalSpy departures(m_server.get(), &NotificationServer::left);
         QVERIFY(ask());
         QCOMPARE(deliver(), Outcome::unknown);

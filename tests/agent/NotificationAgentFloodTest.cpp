@@ -167,12 +167,12 @@ private Q_SLOTS:
         QCOMPARE(m_room->add(floodRequest(u"77"_s)).type(), QDBusMessage::ReplyMessage);
         qInfo() << "ms to replace one of ten thousand" << timer.elapsed();
         const AgentRoom::Memory memory = AgentRoom::memoryOf(m_room->ownerProcess());
-        qInfo() << "MiB with ten thousand pending: resident" << memory.resident << "private"
-                << memory.isPrivate;
+        qInfo() << "MiB with ten thousand pending: resident" << memory.residentMiB << "private"
+                << memory.privateMiB;
         timer.restart();
         QCOMPARE(flood(floodSize(), [](int i) { return u"flood %1"_s.arg(i); }), floodSize());
         tell(floodSize(), timer);
-        QVERIFY(std::max(memory.isPrivate, m_peak.isPrivate) < maximumMemory);
+        QVERIFY(std::max(memory.privateMiB, m_peak.privateMiB) < maximumMemory);
         // The agent still answers, and the flood has not filled its log.
         QCOMPARE(m_room->pending().size(), 10'000);
         QVERIFY(m_room->log().count(u'\n') < 200);
@@ -187,7 +187,7 @@ private Q_SLOTS:
         const auto number = [](int i) { return QString::number(i); };
         const int refused = flood(300, number, big);
         QVERIFY(refused > 100);
-        QVERIFY(m_peak.isPrivate < maximumMemory);
+        QVERIFY(m_peak.privateMiB < maximumMemory);
         QCOMPARE(m_room->pending().size(), 300 - refused);
     }
 
@@ -218,7 +218,7 @@ private Q_SLOTS:
         tell(questions, timer);
         qInfo() << "answered" << answered << "refused" << refused;
         QVERIFY(answered > 0);
-        QVERIFY(m_peak.isPrivate < maximumMemory);
+        QVERIFY(m_peak.privateMiB < maximumMemory);
         // The agent answers again once its answers have been read. One answer is enough: it is so long that
         // the next question is refused for a while.
         QVERIFY(QTest::qWaitFor([this] { return m_room->pending().size() > 400; }, floodTimeout));
@@ -236,7 +236,7 @@ private Q_SLOTS:
             look(m_room->ownerProcess());
         }
         QCOMPARE(m_room->pending(), QStringList{u"one"_s});
-        QVERIFY(m_peak.isPrivate < maximumMemory);
+        QVERIFY(m_peak.privateMiB < maximumMemory);
     }
 
     // A client that wants no answers can send faster than the agent reads.
@@ -249,7 +249,7 @@ private Q_SLOTS:
         QCOMPARE(m_room->pending(), QStringList{u"one"_s});
         look(m_room->ownerProcess());
         tell(size, timer);
-        QVERIFY(m_peak.isPrivate < maximumMemory);
+        QVERIFY(m_peak.privateMiB < maximumMemory);
     }
 
 private:
@@ -307,15 +307,15 @@ private:
     {
         const AgentRoom::Memory now = AgentRoom::memoryOf(m_room->ownerProcess());
         qInfo() << calls << "calls: seconds" << static_cast<double>(timer.elapsed()) / 1000
-                << "peak MiB resident" << m_peak.resident << "private" << m_peak.isPrivate
-                << "after it resident" << now.resident << "private" << now.isPrivate;
+                << "peak MiB resident" << m_peak.residentMiB << "private" << m_peak.privateMiB
+                << "after it resident" << now.residentMiB << "private" << now.privateMiB;
     }
 
     void look(qint64 process)
     {
         const AgentRoom::Memory memory = AgentRoom::memoryOf(process);
-        m_peak.resident = std::max(m_peak.resident, memory.resident);
-        m_peak.isPrivate = std::max(m_peak.isPrivate, memory.isPrivate);
+        m_peak.residentMiB = std::max(m_peak.residentMiB, memory.residentMiB);
+        m_peak.privateMiB = std::max(m_peak.privateMiB, memory.privateMiB);
     }
 
     std::unique_ptr<AgentRoom> m_room;

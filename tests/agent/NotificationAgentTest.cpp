@@ -366,7 +366,7 @@ private Q_SLOTS:
     void afterASilentServerLeavesTheNextOneShowsIt()
     {
         auto server = std::make_unique<RecordingServer>(m_room->bus().address(), plain);
-        server->behaviour = Behaviour::says_nothing;
+        server->behaviour = Behaviour::saysNothing;
         m_room->startAgent();
         QVERIFY(isReply(m_room->add(agentRequest(u"Anna"_s, AgentRoom::now()))));
         QTRY_COMPARE_WITH_TIMEOUT(server->shown.size(), 1U, agentTimeout);

@@ -27,7 +27,7 @@ class RecordingServer final : public QObject, protected QDBusContext {
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
 
 public:
-    enum class Behaviour { shows, refuses, says_nothing, leaves };
+    enum class Behaviour { shows, refuses, saysNothing, leaves };
 
     struct Shown {
         qint64 arrival = 0; ///< milliseconds since 1970
@@ -119,7 +119,7 @@ public Q_SLOTS:
             sendErrorReply(QStringLiteral("org.freedesktop.Notifications.Error.ExcessNotificationGeneration"),
                            QStringLiteral("too many"));
             break;
-        case Behaviour::says_nothing:
+        case Behaviour::saysNothing:
             setDelayedReply(true);
             break;
         case Behaviour::leaves:

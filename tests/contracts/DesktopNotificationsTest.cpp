@@ -73,7 +73,7 @@ private Q_SLOTS:
         QVERIFY(!QCoro::waitFor(m_notifications->showQuietly(u"One"_s, u"Two"_s)));
         QElapsedTimer timer;
         timer.start();
-        m_server->behaviour = RecordingServer::Behaviour::says_nothing;
+        m_server->behaviour = RecordingServer::Behaviour::saysNothing;
         QVERIFY(!QCoro::waitFor(m_notifications->showQuietly(u"One"_s, u"Two"_s)));
         m_server->isAsleep = true;
         QVERIFY(!QCoro::waitFor(m_notifications->showQuietly(u"One"_s, u"Two"_s)));
