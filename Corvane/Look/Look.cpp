@@ -92,7 +92,7 @@ void followDesktopFont(QWidget &view)
     view.installEventFilter(new FontMessenger(view));
 }
 
-QFont withMonospacedDigits(QFont font)
+QFont withAlignedDigits(QFont font)
 {
     // Nearly all desktop fonts have digits of one width; kerning would still pull some together.
     font.setKerning(false);

@@ -24,7 +24,7 @@ enum class TextStyle { largeTitle, title, title3, headline, body, subheadline, c
 [[nodiscard]] QFont font(TextStyle style, QFont::Weight weight);
 
 /// `font` without kerning, so that digits of one width stay aligned, for times that change.
-[[nodiscard]] QFont withMonospacedDigits(QFont font);
+[[nodiscard]] QFont withAlignedDigits(QFont font);
 
 /// Makes the contents of `view` follow changes of the desktop's font. Called once, by the content of a
 /// window: widgets with a font of their own get no such event from the toolkit.

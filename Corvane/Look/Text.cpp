@@ -47,12 +47,6 @@ void Text::setWeight(QFont::Weight weight)
     apply();
 }
 
-void Text::setMonospacedDigits()
-{
-    m_hasMonospacedDigits = true;
-    apply();
-}
-
 void Text::setPrefersOneLine()
 {
     m_prefersOneLine = true;
@@ -135,11 +129,7 @@ QSize Text::sizeHint() const
 void Text::apply()
 {
     m_isApplying = true;
-    QFont wanted = m_weight ? look::font(m_style, *m_weight) : look::font(m_style);
-    if (m_hasMonospacedDigits) {
-        wanted = withMonospacedDigits(wanted);
-    }
-    setFont(wanted);
+    setFont(m_weight ? look::font(m_style, *m_weight) : look::font(m_style));
     // From the application's palette: in the label's own, the ink already replaces the text colour. The other
     // roles stay inherited, so that the label is told about a change of theme.
     QPalette own;

@@ -28,9 +28,6 @@ public:
     void setInk(Ink ink);
     void setWeight(QFont::Weight weight);
 
-    /// Keeps digits aligned, for times that change.
-    void setMonospacedDigits();
-
     /// Prefers a single line to a block of lines; still wraps where there is less room.
     void setPrefersOneLine();
 
@@ -64,7 +61,6 @@ private:
     TextStyle m_style;
     std::optional<QFont::Weight> m_weight;
     Ink m_ink;
-    bool m_hasMonospacedDigits = false;
     bool m_prefersOneLine = false;
     bool m_isBalanced = false;
     bool m_isApplying = false;

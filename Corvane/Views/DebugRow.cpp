@@ -87,12 +87,12 @@ void DebugRow::setColumns(Columns columns)
 
 QFont DebugRow::titleFont() const
 {
-    return withMonospacedDigits(look::font(m_style));
+    return withAlignedDigits(look::font(m_style));
 }
 
 QFont DebugRow::leadFont() const
 {
-    return withMonospacedDigits(look::font(m_style == TextStyle::body ? TextStyle::subheadline : m_style));
+    return withAlignedDigits(look::font(m_style == TextStyle::body ? TextStyle::subheadline : m_style));
 }
 
 int DebugRow::leadWidth() const

@@ -51,8 +51,7 @@ QColor backgroundColour(Background background, const QPalette &palette)
 
 QFont timeFont(bool isEmphasized)
 {
-    return withMonospacedDigits(
-        look::font(TextStyle::subheadline, isEmphasized ? QFont::Bold : QFont::Medium));
+    return withAlignedDigits(look::font(TextStyle::subheadline, isEmphasized ? QFont::Bold : QFont::Medium));
 }
 
 QFont badgeFont()
@@ -62,7 +61,7 @@ QFont badgeFont()
 
 QFont statusFont(bool isNext)
 {
-    return withMonospacedDigits(look::font(TextStyle::caption, isNext ? QFont::Bold : QFont::Medium));
+    return withAlignedDigits(look::font(TextStyle::caption, isNext ? QFont::Bold : QFont::Medium));
 }
 
 } // namespace
