@@ -227,12 +227,14 @@ QString RequestFile::setAside() const
     // If the queue file is a link, the target is kept.
     const QByteArray from = QFile::encodeName(QFileInfo(m_path).canonicalFilePath());
     const QByteArray to = QFile::encodeName(aside);
-    ::unlink(to.constData());
-    // A hard link, so that nothing is lost if the agent dies before the next write.
-    if (::link(from.constData(), to.constData()) == 0 || QFile::copy(m_path, aside)) {
-        return u"is kept aside as \"%1\""_s.arg(aside);
+    auto kept = removeRegularFile(to);
+    // A hard link, so that nothing is lost if the agent dies before the next write; a copy where there can be
+    // none, as when the target is on another file system.
+    if (kept && ::link(from.constData(), to.constData()) != 0) {
+        const auto text = readRegularFile(from, maximumFileSize);
+        kept = text ? replaceRegularFile(to, *text) : std::unexpected(text.error());
     }
-    return u"cannot be kept aside: "_s + systemError();
+    return kept ? u"is kept aside as \"%1\""_s.arg(aside) : u"cannot be kept aside: "_s + kept.error().reason;
 }
 
 std::expected<void, QString> RequestFile::write(const RequestQueue &queue)
