@@ -6,7 +6,6 @@
 #include <linux/input-event-codes.h>
 #include <poll.h>
 #include <wayland-client.h>
-#include <wayland-cursor.h>
 #include <wlr-layer-shell-unstable-v1-client-protocol.h>
 #include <xdg-output-unstable-v1-client-protocol.h>
 
@@ -116,7 +115,8 @@ struct WaylandConnection::Listeners {
         listener.enter = [](void *data, wl_pointer *, std::uint32_t serial, wl_surface *surface, wl_fixed_t x,
                             wl_fixed_t y) {
             WaylandConnection &connection = self(data);
-            connection.showCursor(serial);
+            connection.m_cursor.show(serial, connection.m_pointer.get(), connection.m_compositor.get(),
+                                     connection.m_sharedMemory.get());
             connection.m_target = targetOf(surface);
             if (connection.m_target != nullptr) {
                 connection.m_target->pointerEntered(point(x, y));
@@ -277,7 +277,6 @@ void WaylandConnection::close()
     }
     m_target = nullptr;
     m_cursor.reset();
-    m_cursorTheme.reset();
     m_pointer.reset();
     m_seat.reset();
     m_outputs.clear();
@@ -371,34 +370,6 @@ void WaylandConnection::removeGlobal(std::uint32_t number)
     if (m_outputs.remove_if(isIt) > 0) {
         Q_EMIT outputsChanged();
     }
-}
-
-void WaylandConnection::showCursor(std::uint32_t serial)
-{
-    // The surface under the pointer sets its image; otherwise another program's image, or none, stays.
-    if (m_cursorTheme == nullptr) {
-        constexpr int usualSize = 24;
-        const int size = qEnvironmentVariableIntValue("XCURSOR_SIZE");
-        const QByteArray theme = qgetenv("XCURSOR_THEME");
-        m_cursorTheme.reset(wl_cursor_theme_load(theme.isEmpty() ? nullptr : theme.constData(),
-                                                 size > 0 ? size : usualSize, m_sharedMemory.get()));
-    }
-    wl_cursor *arrow =
-        m_cursorTheme != nullptr ? wl_cursor_theme_get_cursor(m_cursorTheme.get(), "left_ptr") : nullptr;
-    if (arrow == nullptr || arrow->image_count == 0) {
-        return;
-    }
-    if (m_cursor == nullptr) {
-        m_cursor.reset(wl_compositor_create_surface(m_compositor.get()));
-    }
-    wl_cursor_image *image = arrow->images[0];
-    wl_pointer_set_cursor(m_pointer.get(), serial, m_cursor.get(),
-                          static_cast<std::int32_t>(image->hotspot_x),
-                          static_cast<std::int32_t>(image->hotspot_y));
-    wl_surface_attach(m_cursor.get(), wl_cursor_image_get_buffer(image), 0, 0);
-    wl_surface_damage(m_cursor.get(), 0, 0, static_cast<std::int32_t>(image->width),
-                      static_cast<std::int32_t>(image->height));
-    wl_surface_commit(m_cursor.get());
 }
 
 } // namespace corvane

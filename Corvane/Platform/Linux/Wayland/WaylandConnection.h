@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "Corvane/Platform/Linux/Wayland/WaylandCursor.h"
 #include "Corvane/Platform/Linux/Wayland/WaylandRef.h"
 
 #include <QObject>
@@ -95,7 +96,6 @@ private:
     void addGlobal(std::uint32_t number, const char *interface, std::uint32_t version);
     void removeGlobal(std::uint32_t number);
     void requestExtent(WaylandOutput &output);
-    void showCursor(std::uint32_t serial);
 
     wl_display *m_display = nullptr;
     std::unique_ptr<QSocketNotifier> m_readable;
@@ -107,8 +107,7 @@ private:
     WaylandRef<zxdg_output_manager_v1> m_outputManager;
     WaylandRef<wl_seat> m_seat;
     WaylandRef<wl_pointer> m_pointer;
-    WaylandRef<wl_cursor_theme> m_cursorTheme;
-    WaylandRef<wl_surface> m_cursor;
+    WaylandCursor m_cursor;
     WaylandPointerTarget *m_target = nullptr; ///< of the surface under the pointer
     std::list<WaylandOutput> m_outputs;
 };
