@@ -91,14 +91,14 @@ void restore(ICalComponent *event)
 }
 
 /// Repairs rules that the library reads but finds no occurrences for.
-void repairRules(ICalComponent *event)
+void repairRules(ICalComponent *event, ICalPropertyKind kind, const QByteArray &name)
 {
-    for (const auto &property : properties(event, I_CAL_RRULE_PROPERTY)) {
+    for (const auto &property : properties(event, kind)) {
         char *text = i_cal_property_get_value_as_string(property.get());
         const QByteArray value(text);
         g_free(text);
         const QByteArray repaired = repairedRule(value);
-        if (repaired != value && add(event, "RRULE:" + repaired)) {
+        if (repaired != value && add(event, name + ':' + repaired)) {
             i_cal_component_remove_property(event, property.get());
         }
     }
@@ -109,7 +109,8 @@ void repairRules(ICalComponent *event)
 void repairComponent(ICalComponent *event)
 {
     restore(event);
-    repairRules(event);
+    repairRules(event, I_CAL_RRULE_PROPERTY, "RRULE");
+    repairRules(event, I_CAL_EXRULE_PROPERTY, "EXRULE");
     if (has(event, I_CAL_DTEND_PROPERTY)) {
         // Some programs write an empty duration beside the end, and the library would use that.
         for (const auto &duration : properties(event, I_CAL_DURATION_PROPERTY)) {
