@@ -65,6 +65,25 @@ private Q_SLOTS:
         QCOMPARE(sortedTitles(expand({third + first})), QStringList{u"third"_s});
     }
 
+    void aSeriesOnADayThatDoesNotExistIsNamed_data()
+    {
+        QTest::addColumn<QByteArray>("times");
+        QTest::newRow("start") << QByteArray("DTSTART:20250231T120000Z\nDTEND:20250303T123000Z");
+        QTest::newRow("end") << QByteArray("DTSTART:20250226T120000Z\nDTEND:20250231T123000Z");
+        QTest::newRow("month") << QByteArray("DTSTART:20251301T120000Z\nDTEND:20251301T123000Z");
+    }
+
+    void aSeriesOnADayThatDoesNotExistIsNamed()
+    {
+        QFETCH(QByteArray, times);
+        const Expansion expansion = expand({calendarText(
+            "BEGIN:VEVENT\nUID:a\n" + times + "\nRRULE:FREQ=WEEKLY\nSUMMARY:lesson\nEND:VEVENT\n")});
+        QCOMPARE(titles(expansion), QStringList());
+        QCOMPARE(expansion.skippedEvents.size(), std::size_t{1});
+        QCOMPARE(expansion.skippedEvents.front().text,
+                 u"title=\"lesson\" reason=\"its times cannot be read\""_s);
+    }
+
     void ofTwoEqualRevisionsTheLaterOneWins()
     {
         QCOMPARE(sortedTitles(expand({revision("one", 1, late), revision("two", 1, late)})),

@@ -3,6 +3,8 @@
 
 #include "Corvane/Platform/Linux/EvolutionData/EventRules.h"
 
+#include <QDate>
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -126,9 +128,8 @@ bool hasSoundTimes(ICalComponent *component)
             const auto time = GObjectRef<ICalTime>::adopt(kind == I_CAL_DTSTART_PROPERTY
                                                               ? i_cal_property_get_dtstart(property.get())
                                                               : i_cal_property_get_dtend(property.get()));
-            const int month = time ? i_cal_time_get_month(time.get()) : 0;
-            const int day = time ? i_cal_time_get_day(time.get()) : 0;
-            if (month < 1 || month > 12 || day < 1 || day > 31) {
+            if (!time || !QDate::isValid(i_cal_time_get_year(time.get()), i_cal_time_get_month(time.get()),
+                                         i_cal_time_get_day(time.get()))) {
                 return false;
             }
         }

@@ -33,7 +33,8 @@ namespace corvane {
 /// The year in which a component begins for the first time; none if it does not tell.
 [[nodiscard]] std::optional<int> startYear(ICalComponent *component);
 
-/// Whether the start and the end of a component, if given, have a month from 1 to 12 and a day from 1 to 31.
+/// Whether the start and the end of a component, if given, are on days that exist. On 31 February the library
+/// begins a single event on 3 March, but no further event of a series.
 [[nodiscard]] bool hasSoundTimes(ICalComponent *component);
 
 /// The rules by which a component repeats, and those that exclude occurrences.
