@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
+#include "Corvane/Utilities/Names.h"
 #include "NotificationAgent/AgentLifecycle.h"
 #include "NotificationAgent/AgentLog.h"
 #include "NotificationAgent/FreedesktopNotificationServer.h"
@@ -377,4 +378,3 @@ private Q_SLOTS:
 
 QUILLET_TEST(AgentPartsTest, runTest<AgentPartsTest>);
 #include "AgentPartsTest.moc"
-#include "Corvane/Utilities/Names.h"

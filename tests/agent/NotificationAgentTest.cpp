@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
+#include "Corvane/Utilities/Names.h"
 #include "NotificationAgent/AgentLifecycle.h"
 #include "NotificationAgent/LoginEntry.h"
 #include "NotificationAgent/ProgramWatch.h"
@@ -536,5 +537,4 @@ private:
 };
 
 QUILLET_TEST(NotificationAgentTest, runTest<NotificationAgentTest>);
-#include "Corvane/Utilities/Names.h"
 #include "NotificationAgentTest.moc"
