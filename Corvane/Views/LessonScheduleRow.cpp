@@ -24,7 +24,6 @@ using namespace look;
 namespace {
 
 using scheduleStatus::Background;
-using scheduleStatus::Badge;
 
 /// The width of the wider of the two statuses that every lesson reaches.
 int widestStatus(const QFontMetrics &metrics)
@@ -98,7 +97,7 @@ bool LessonScheduleRow::setLesson(const Lesson &lesson, Date now, bool isNext)
         student = oneLine(lesson.studentName);
     }
     const QLocale locale;
-    const Badge badge = scheduleStatus::badge(lesson, now, isNext);
+    const scheduleStatus::Badge badge = scheduleStatus::badge(lesson, now, isNext);
     Texts texts{.time = timeOfDayText(lesson.startTime, locale),
                 .student = std::move(student),
                 .platform = rawValue(lesson.platform),
@@ -187,8 +186,8 @@ bool LessonScheduleRow::fitsBeside(int width, int timeWidth) const
 {
     const int room = width - 2 * menu::rowHorizontalPadding - 2 * menu::rowColumnSpacing - timeWidth;
     const int platform = QFontMetrics(look::font(TextStyle::caption)).horizontalAdvance(m_texts.platform);
-    const int badge =
-        QFontMetrics(badgeFont()).horizontalAdvance(scheduleStatus::badgeText(Badge::inProgress));
+    const int badge = QFontMetrics(badgeFont())
+                          .horizontalAdvance(scheduleStatus::badgeText(scheduleStatus::Badge::inProgress));
     constexpr int minimumLetters = 6;
     const int least = minimumLetters * QFontMetrics(look::font(TextStyle::body)).averageCharWidth();
     return platform + widestStatus(QFontMetrics(statusFont(false))) <= room && least + badge <= room;
@@ -249,8 +248,8 @@ void LessonScheduleRow::paintEvent(QPaintEvent *)
     draw(fonts.time, Ink::primary, m_texts.time, lines.time, 0);
     draw(fonts.student, Ink::primary, m_shownStudent, lines.student, names);
     draw(fonts.platform, Ink::secondary, m_shownPlatform, lines.platform, names);
-    draw(fonts.badge, m_texts.badgeKind == Badge::next ? Ink::red : Ink::green, m_texts.badge, lines.badge, 0,
-         true);
+    draw(fonts.badge, m_texts.badgeKind == scheduleStatus::Badge::next ? Ink::red : Ink::green, m_texts.badge,
+         lines.badge, 0, true);
     draw(fonts.status, Ink::primary, m_texts.status, lines.status, 0, true);
 }
 

@@ -22,7 +22,7 @@ namespace {
 
 const Date start = dateSince1970(4'000'000'000);
 
-Lesson lesson(Date begin, Seconds duration)
+Lesson lessonFrom(Date begin, Seconds duration)
 {
     Lesson lesson;
     lesson.studentName = u"Anna"_s;
@@ -32,7 +32,7 @@ Lesson lesson(Date begin, Seconds duration)
 }
 
 // Two overlapping lessons and the agent's greeting for them, with the end of the later one rounded up.
-const std::vector lessons{lesson(start, Seconds{5400.5}), lesson(start + Seconds{60}, Seconds{600})};
+const std::vector lessons{lessonFrom(start, Seconds{5400.5}), lessonFrom(start + Seconds{60}, Seconds{600})};
 const QString greeting = u"Hello 4000005401 \":7\" \"\" \"/home/anna/.Xauthority\""_s;
 
 } // namespace
@@ -72,7 +72,7 @@ private Q_SLOTS:
         m_greeting->setLessons(lessons);
         m_greeting->setLessons(lessons);
         QTRY_COMPARE(m_agent->calls, QStringList{greeting});
-        m_greeting->setLessons({lesson(start, Seconds{60})});
+        m_greeting->setLessons({lessonFrom(start, Seconds{60})});
         QTRY_COMPARE(m_agent->calls.size(), 2);
         QVERIFY(m_agent->calls.last().startsWith(u"Hello 4000000060 "_s));
         m_greeting->setLessons({});
@@ -84,7 +84,7 @@ private Q_SLOTS:
     void withoutRemainingLessonsNothingIsSent()
     {
         m_greeting->setLessons({});
-        m_greeting->setLessons({lesson(currentDate() - Seconds{3600}, Seconds{600})});
+        m_greeting->setLessons({lessonFrom(currentDate() - Seconds{3600}, Seconds{600})});
         waitUntilAllHasArrived();
         QCOMPARE(m_agent->calls, QStringList());
     }
@@ -122,7 +122,7 @@ private Q_SLOTS:
         m_agent->isOfBefore = true;
         m_greeting->setLessons(lessons);
         QTRY_COMPARE(m_lines.size(), 1);
-        m_greeting->setLessons({lesson(start, Seconds{60})});
+        m_greeting->setLessons({lessonFrom(start, Seconds{60})});
         waitUntilAllHasArrived();
         QCOMPARE(m_agent->calls, QStringList{u"unknown "_s + greeting});
         m_agent.reset();

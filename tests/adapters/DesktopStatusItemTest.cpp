@@ -32,15 +32,6 @@ constexpr int timeout = 10'000;
 constexpr int twiceTheGrace = std::chrono::milliseconds(2 * DesktopStatusItem::grace).count();
 constexpr QSize screenSize(800, 400);
 
-/// Saves a screenshot for inspection if QUILLET_KEEP_PICTURES names a folder.
-void keepPicture(const QString &name)
-{
-    const QString folder = qEnvironmentVariable("QUILLET_KEEP_PICTURES");
-    if (!folder.isEmpty()) {
-        QVERIFY(QGuiApplication::primaryScreen()->grabWindow(0).save(folder + u'/' + name + u".png"_s));
-    }
-}
-
 } // namespace
 
 class DesktopStatusItemTest final : public StatusItemContract {

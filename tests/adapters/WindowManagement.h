@@ -5,10 +5,16 @@
 
 #include "Corvane/Platform/Linux/X11/X11Connection.h"
 
+#include <QGuiApplication>
+#include <QPixmap>
+#include <QScreen>
+#include <QString>
 #include <QTest>
 #include <QWindow>
 
 #include <xcb/xcb.h>
+
+#include <cstdint>
 
 namespace corvane {
 
@@ -46,6 +52,23 @@ namespace corvane {
             return !x11::property(id, "_NET_FRAME_EXTENTS").empty();
         },
         timeout);
+}
+
+/// The window with the keyboard focus, as the window manager reports it; 0 if there is none.
+[[nodiscard]] inline std::uint32_t activeWindow()
+{
+    const auto window = x11::property(x11::rootWindow(), "_NET_ACTIVE_WINDOW");
+    return window.empty() ? 0 : window.front();
+}
+
+/// Saves a screenshot for inspection if QUILLET_KEEP_PICTURES names a folder.
+inline void keepPicture(const QString &name)
+{
+    const QString folder = qEnvironmentVariable("QUILLET_KEEP_PICTURES");
+    if (!folder.isEmpty()) {
+        QVERIFY(QGuiApplication::primaryScreen()->grabWindow(0).save(
+            QStringLiteral("%1/%2.png").arg(folder, name)));
+    }
 }
 
 } // namespace corvane

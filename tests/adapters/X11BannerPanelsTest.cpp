@@ -22,12 +22,6 @@ namespace {
 
 constexpr QSize desktopSize(1280, 800);
 
-quint32 activeWindow()
-{
-    const auto window = x11::property(x11::rootWindow(), "_NET_ACTIVE_WINDOW");
-    return window.empty() ? 0 : window.front();
-}
-
 /// Runs a test of shown banners on X11 under each window manager.
 template <typename Test>
 class OnX11 : public Test {

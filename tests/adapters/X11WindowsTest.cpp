@@ -29,19 +29,12 @@ using namespace corvane;
 using namespace Qt::StringLiterals;
 
 using WindowManager = TestDesktop::WindowManager;
-Q_DECLARE_METATYPE(WindowManager)
 
 namespace {
 
-constexpr int timeout = 10'000; // milliseconds
-constexpr QSize screenSize(1280, 800);
+constexpr int windowTimeout = 10'000; // milliseconds
+constexpr QSize windowScreenSize(1280, 800);
 constexpr int dockThickness = 30;
-
-std::uint32_t activeWindow()
-{
-    const auto window = x11::property(x11::rootWindow(), "_NET_ACTIVE_WINDOW");
-    return window.empty() ? 0 : window.front();
-}
 
 bool hasState(const QWidget &window, const char *state)
 {
@@ -65,15 +58,6 @@ std::unique_ptr<QWidget> content()
 QColor pixel(QPoint at)
 {
     return QGuiApplication::primaryScreen()->grabWindow(0, at.x(), at.y(), 1, 1).toImage().pixelColor(0, 0);
-}
-
-/// Saves a screenshot for inspection if QUILLET_KEEP_PICTURES names a folder.
-void keepPicture(const QString &name)
-{
-    const QString folder = qEnvironmentVariable("QUILLET_KEEP_PICTURES");
-    if (!folder.isEmpty()) {
-        QVERIFY(QGuiApplication::primaryScreen()->grabWindow(0).save(folder + u'/' + name + u".png"_s));
-    }
 }
 
 /// A dock on one edge of the desktop.
@@ -135,19 +119,19 @@ private:
         m_desktop.startWindowManager(manager);
         QVERIFY(isManagerServing());
         QTRY_COMPARE_WITH_TIMEOUT(x11::isComposited(), manager == WindowManager::xfwm4WithCompositing,
-                                  timeout);
+                                  windowTimeout);
     }
 
     /// Starts another program and clicks into its window, which is then in front.
     void oppose()
     {
         m_opponent = m_desktop.startOpponent();
-        QTRY_COMPARE_WITH_TIMEOUT(pixel({640, 400}), QColor(u"#a0c0e0"_s), 2 * timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(pixel({640, 400}), QColor(u"#a0c0e0"_s), 2 * windowTimeout);
         TestDesktop::xdotool({u"mousemove"_s, u"640"_s, u"700"_s, u"click"_s, u"1"_s});
         QTRY_VERIFY_WITH_TIMEOUT(m_opponent->canReadLine() ||
                                      (m_opponent->waitForReadyRead(100), m_opponent->canReadLine()),
-                                 timeout);
-        QTRY_VERIFY_WITH_TIMEOUT(activeWindow() != 0, timeout);
+                                 windowTimeout);
+        QTRY_VERIFY_WITH_TIMEOUT(activeWindow() != 0, windowTimeout);
     }
 
     [[nodiscard]] static bool hasFocus(const QWidget *window)
@@ -228,14 +212,14 @@ private Q_SLOTS:
         use(manager);
         oppose();
         clickBell({640, 790});
-        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), windowTimeout);
         TestDesktop::xdotool({u"key"_s, u"Escape"_s});
-        QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), windowTimeout);
         // Open and close it again: each click counts with its own time.
         clickBell({640, 790});
-        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), windowTimeout);
         TestDesktop::xdotool({u"mousemove"_s, u"100"_s, u"700"_s, u"click"_s, u"1"_s});
-        QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), windowTimeout);
     }
 
     void aWindowOpensCentredAndReopensWhereItWasMoved_data() { everyManager(); }
@@ -245,17 +229,18 @@ private Q_SLOTS:
         use(manager);
         const QString setup = u"setup"_s;
         open(setup, u"Welcome to Quillet"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_scenes->window(setup)), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_scenes->window(setup)), windowTimeout);
         const QPoint middle((1280 - 680) / 2, (800 - 500) / 2);
-        QTRY_COMPARE_WITH_TIMEOUT(m_scenes->window(setup)->pos(), middle, timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(m_scenes->window(setup)->pos(), middle, windowTimeout);
         m_scenes->window(setup)->setGeometry(150, 160, 700, 520);
-        QTRY_COMPARE_WITH_TIMEOUT(m_scenes->window(setup)->geometry(), QRect(150, 160, 700, 520), timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(m_scenes->window(setup)->geometry(), QRect(150, 160, 700, 520),
+                                  windowTimeout);
         for (int time = 0; time < 3; ++time) { // it does not move by the height of its title bar either
             m_scenes->window(setup)->close();
             open(setup, u"Welcome to Quillet"_s);
-            QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_scenes->window(setup)), timeout);
+            QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_scenes->window(setup)), windowTimeout);
             QTRY_COMPARE_WITH_TIMEOUT(m_scenes->window(setup)->geometry(), QRect(150, 160, 700, 520),
-                                      timeout);
+                                      windowTimeout);
         }
     }
 
@@ -289,11 +274,11 @@ private Q_SLOTS:
         QFETCH(Point, bell);
         QFETCH(QRect, card);
         use(manager);
-        const Dock dock(edge, screenSize);
+        const Dock dock(edge, windowScreenSize);
         QTRY_VERIFY_WITH_TIMEOUT(
-            m_screens.screens().front().visibleFrame != m_screens.screens().front().frame, timeout);
+            m_screens.screens().front().visibleFrame != m_screens.screens().front().frame, windowTimeout);
         clickBell(bell);
-        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), windowTimeout);
         const QWidget *shown = m_menuBarPanel->window()->findChild<QPushButton *>()->parentWidget();
         const auto place = [shown] { return QRect(shown->mapToGlobal(QPoint()), shown->size()); };
         QCOMPARE(place().width(), 320);
@@ -325,9 +310,9 @@ private Q_SLOTS:
         use(manager);
         oppose();
         clickBell({640, 790});
-        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), windowTimeout);
         TestDesktop::xdotool({u"mousemove"_s, u"100"_s, u"700"_s, u"click"_s, u"1"_s});
-        QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), windowTimeout);
         // If the same click was on the bell, it does not open the panel again.
         clickBell({640, 790});
         QVERIFY(!m_menuBarPanel->isOpen());
@@ -342,7 +327,7 @@ private Q_SLOTS:
         clickBell({640, 790});
         m_menuBarPanel->stayOpenBesideWindows();
         open(u"setup"_s, u"Welcome to Quillet"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_scenes->window(u"setup"_s)), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_scenes->window(u"setup"_s)), windowTimeout);
         QVERIFY(m_menuBarPanel->isOpen());
         m_scenes->window(u"setup"_s)->move(10, 60);
         auto *button = m_menuBarPanel->window()->findChild<QPushButton *>();
@@ -350,7 +335,7 @@ private Q_SLOTS:
         m_menuBarPanel->window()->raise();
         // Where the window covers the panel, the panel stays behind it until it is clicked.
         QTRY_VERIFY_WITH_TIMEOUT((click(button), QCoreApplication::processEvents(), !clicks.isEmpty()),
-                                 timeout);
+                                 windowTimeout);
         QVERIFY(m_menuBarPanel->isOpen());
         QVERIFY(m_scenes->window(u"setup"_s) != nullptr);
         keepPicture(u"beside-"_s + QString::fromLatin1(QTest::currentDataTag()).replace(u' ', u'-'));
@@ -363,16 +348,16 @@ private Q_SLOTS:
         use(manager);
         open(u"help"_s, u"Quillet Help"_s);
         const QWidget *window = m_scenes->window(u"help"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window), windowTimeout);
         QVERIFY(hasState(*window, "_NET_WM_STATE_SKIP_TASKBAR"));
         QVERIFY(hasState(*window, "_NET_WM_STATE_SKIP_PAGER"));
         QCOMPARE(window->size(), QSize(920, 620));
         clickBell({640, 790});
-        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), windowTimeout);
         QVERIFY(hasState(*m_menuBarPanel->window(), "_NET_WM_STATE_SKIP_TASKBAR"));
         m_menuBarPanel->close();
         m_menuBarPanel->openAsWindow({});
-        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), windowTimeout);
         QVERIFY(hasState(*m_menuBarPanel->window(), "_NET_WM_STATE_SKIP_TASKBAR"));
         keepPicture(u"window-"_s + QString::fromLatin1(QTest::currentDataTag()).replace(u' ', u'-'));
     }
@@ -383,14 +368,14 @@ private Q_SLOTS:
         QFETCH(WindowManager, manager);
         use(manager);
         open(u"help"_s, u"Quillet Help"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_scenes->window(u"help"_s)), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_scenes->window(u"help"_s)), windowTimeout);
         const WindowId id = m_scenes->window(u"help"_s)->winId();
         oppose();
-        QTRY_VERIFY_WITH_TIMEOUT(!hasFocus(m_scenes->window(u"help"_s)), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(!hasFocus(m_scenes->window(u"help"_s)), windowTimeout);
         open(u"help"_s, u"Quillet Help"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_scenes->window(u"help"_s)), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_scenes->window(u"help"_s)), windowTimeout);
         QCOMPARE(m_scenes->window(u"help"_s)->winId(), id);
-        QTRY_VERIFY_WITH_TIMEOUT(pixel({640, 400}) != QColor(u"#a0c0e0"_s), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(pixel({640, 400}) != QColor(u"#a0c0e0"_s), windowTimeout);
     }
 
     void aMinimizedWindowComesToTheFrontAgain_data() { everyManager(); }
@@ -400,11 +385,11 @@ private Q_SLOTS:
         use(manager);
         open(u"help"_s, u"Quillet Help"_s);
         QWidget *window = m_scenes->window(u"help"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window), windowTimeout);
         TestDesktop::xdotool({u"windowminimize"_s, QString::number(window->winId())});
-        QTRY_VERIFY_WITH_TIMEOUT(window->isMinimized(), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(window->isMinimized(), windowTimeout);
         open(u"help"_s, u"Quillet Help"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window) && !window->isMinimized(), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window) && !window->isMinimized(), windowTimeout);
     }
 
     void aTokenTellsTheTimeAndIsPassedOn()
@@ -420,7 +405,7 @@ private Q_SLOTS:
         QVERIFY(now != 0);
         m_windowSystem.userAsked(u"launcher-7_TIME%1"_s.arg(now));
         m_menuBarPanel->open(std::nullopt);
-        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), windowTimeout);
         const auto id = static_cast<std::uint32_t>(m_menuBarPanel->window()->winId());
         QVERIFY(TestDesktop::run(u"xprop"_s, {u"-id"_s, QString::number(id), u"_NET_STARTUP_ID"_s})
                     .contains(u"launcher-7_TIME"_s));
@@ -429,9 +414,9 @@ private Q_SLOTS:
     void withoutAWindowManagerTheWindowsAreShown()
     {
         m_desktop.stopWindowManager();
-        QTRY_VERIFY_WITH_TIMEOUT(!isManaged(), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(!isManaged(), windowTimeout);
         clickBell({640, 790});
-        QTRY_VERIFY_WITH_TIMEOUT(m_menuBarPanel->window()->windowHandle()->isExposed(), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(m_menuBarPanel->window()->windowHandle()->isExposed(), windowTimeout);
         m_menuBarPanel->toggle(std::nullopt);
         QVERIFY(!m_menuBarPanel->isOpen());
     }
@@ -439,7 +424,7 @@ private Q_SLOTS:
 
 static int runX11Windows(int argc, char *argv[])
 {
-    TestDesktop desktop(screenSize);
+    TestDesktop desktop(windowScreenSize);
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     X11WindowsTest test(desktop);

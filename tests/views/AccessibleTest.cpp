@@ -102,8 +102,7 @@ private:
         }
         if (name == u"Quillet Settings") {
             return std::make_unique<SettingsView>(
-                m_room->settings, []() -> QCoro::Task<void> { co_return; },
-                [](const QString &, const QString &) {});
+                m_room->settings, []() -> QCoro::Task<void> { co_return; }, [](const WindowName &) {});
         }
         if (name == u"Welcome to Quillet") {
             return std::make_unique<FirstRunSetupView>(m_room->settings, [] {});

@@ -60,12 +60,12 @@ ManualLessonEntry entry(const QString &name, TeachingPlatform platform = Teachin
             .durationMinutes = minutes};
 }
 
-const QString longName = u"Maximiliane Konstantina Theodora "_s.repeated(7).left(200);
+const QString longStudentName = u"Maximiliane Konstantina Theodora "_s.repeated(7).left(200);
 
 std::vector<ManualLessonEntry> sampleLessons()
 {
     return {entry(u"Anna"_s, TeachingPlatform::onlineLesson, 1800, 15),
-            entry(longName, TeachingPlatform::lingoAce, 86'400),
+            entry(longStudentName, TeachingPlatform::lingoAce, 86'400),
             entry(u"王小明 (二班)"_s, TeachingPlatform::microsoftTeams, 90'000, 60),
             entry(u"محمد الأمين (B2)"_s, TeachingPlatform::zoom, 864'000, 20),
             entry(u"<b>Eve</b> &amp;\n\t\u0007\u202EevE"_s, TeachingPlatform::googleMeet, -86'400, 7)};
@@ -491,15 +491,15 @@ private Q_SLOTS:
 
     void aTruncatedNamesToolTipShowsItInFull()
     {
-        const SettingsRoom room({entry(u"Anna"_s), entry(u"<i>"_s + longName)});
+        const SettingsRoom room({entry(u"Anna"_s), entry(u"<i>"_s + longStudentName)});
         (void)room.view->grab();
         QCOMPARE(room.list()->rowOf(0)->findChild<look::ElidedText *>()->toolTip(), QString());
         const auto *cut = room.list()->rowOf(1)->findChild<look::ElidedText *>();
         QCOMPARE(QTextDocumentFragment::fromHtml(cut->toolTip()).toPlainText(),
-                 (u"<i>"_s + longName).trimmed());
+                 (u"<i>"_s + longStudentName).trimmed());
         QCOMPARE(QAccessible::queryAccessibleInterface(const_cast<look::ElidedText *>(cut))
                      ->text(QAccessible::Name),
-                 (u"<i>"_s + longName).trimmed());
+                 (u"<i>"_s + longStudentName).trimmed());
     }
 
     void eachRemoveButtonDescribesItsLesson()
