@@ -9,9 +9,13 @@
 #include "tests/support/TestDesktop.h"
 #include "tests/support/TestProgram.h"
 
+#include <QAbstractNativeEventFilter>
 #include <QApplication>
 #include <QScreen>
 #include <QWidget>
+
+#include <xcb/xcb.h>
+#include <xcb/xinput.h>
 
 #include <algorithm>
 #include <map>
@@ -20,6 +24,27 @@
 
 using namespace corvane;
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Counts the presses that the X server reports to this program, whatever they are on.
+class PressCounter final : public QAbstractNativeEventFilter {
+public:
+    PressCounter() { QCoreApplication::instance()->installNativeEventFilter(this); }
+
+    bool nativeEventFilter(const QByteArray &, void *message, qintptr *) override
+    {
+        const auto *event = static_cast<const xcb_ge_generic_event_t *>(message);
+        if (event->response_type == XCB_GE_GENERIC && event->event_type == XCB_INPUT_RAW_BUTTON_PRESS) {
+            ++count;
+        }
+        return false;
+    }
+
+    int count = 0;
+};
+
+} // namespace
 
 class ToolkitWindowSystemContractTest final : public WindowSystemContract {
     Q_OBJECT
@@ -81,7 +106,7 @@ protected:
     void pressOn(WindowId window) override
     {
         const QWidget &pressed = *m_windows.at(window);
-        clickAt(pressed.mapToGlobal(pressed.rect().center()));
+        clickAndWait(pressed.mapToGlobal(pressed.rect().center()));
     }
 
 private Q_SLOTS:
@@ -111,7 +136,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(framed.y() < framed.geometry().y(), timeout);
         int presses = 0;
         m_windowSystem->watchPresses([&presses] { ++presses; });
-        clickAt({framed.geometry().center().x(), framed.geometry().y() - 3});
+        clickAndWait({framed.geometry().center().x(), framed.geometry().y() - 3});
         clickAt(clicked);
         QTRY_COMPARE_WITH_TIMEOUT(presses, 1, timeout);
     }
@@ -150,6 +175,15 @@ private:
     {
         TestDesktop::xdotool(
             {u"mousemove"_s, QString::number(place.x()), QString::number(place.y()), u"click"_s, button});
+    }
+
+    /// Returns when the press has been handled, which must happen before the pointer moves on.
+    static void clickAndWait(QPoint place)
+    {
+        PressCounter presses;
+        clickAt(place);
+        QTRY_VERIFY_WITH_TIMEOUT(presses.count > 0, timeout);
+        QCoreApplication::processEvents();
     }
 
     void manage(TestDesktop::WindowManager manager)

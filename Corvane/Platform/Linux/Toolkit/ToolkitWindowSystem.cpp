@@ -101,7 +101,11 @@ void ToolkitWindowSystem::bringToFront(WindowId window)
 
 bool ToolkitWindowSystem::watchPresses(std::function<void()> pressed)
 {
-    m_presses = pressed ? std::make_unique<x11::PressWatch>(std::move(pressed)) : nullptr;
+    // First, since its end takes back the request for events that both make.
+    m_presses.reset();
+    if (pressed) {
+        m_presses = std::make_unique<x11::PressWatch>(std::move(pressed));
+    }
     // In a Wayland session the X server hears of no press on a window of another kind.
     return m_presses && m_presses->isServed() && qgetenv("XDG_SESSION_TYPE") != "wayland" &&
            qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
