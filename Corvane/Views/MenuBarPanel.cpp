@@ -16,6 +16,16 @@
 
 namespace corvane {
 
+namespace {
+
+/// Whether both places are known and too far apart to be one click on the bell.
+bool isFar(std::optional<Point> press, std::optional<Point> bell)
+{
+    return press && bell && std::hypot(press->x - bell->x, press->y - bell->y) > MenuBarPanel::bellReach;
+}
+
+} // namespace
+
 using namespace Qt::StringLiterals;
 
 MenuBarPanel::MenuBarPanel(MakeContent makeContent, const Screens &screens, WindowSystem &windowSystem,
@@ -51,7 +61,7 @@ void MenuBarPanel::toggle(std::optional<Point> item)
         return;
     }
     const auto lost = std::exchange(m_lostFocus, std::nullopt);
-    if (!lost || uptime() - *lost >= sameClick) {
+    if (!lost || uptime() - *lost >= sameClick || isFar(m_closingPress, item)) {
         open(item);
     }
 }
@@ -193,14 +203,15 @@ void MenuBarPanel::pressed()
 {
     // The host reports a click on the bell a little later.
     const Point pointer = m_screens.pointerLocation();
-    if (!m_item || std::hypot(pointer.x - m_item->x, pointer.y - m_item->y) > bellReach) {
-        clickedElsewhere();
+    if (!m_item || isFar(pointer, m_item)) {
+        clickedElsewhere(pointer);
     }
 }
 
-void MenuBarPanel::clickedElsewhere()
+void MenuBarPanel::clickedElsewhere(std::optional<Point> press)
 {
     m_lostFocus = uptime();
+    m_closingPress = press;
     close();
 }
 
@@ -230,7 +241,7 @@ void MenuBarPanel::focusMoved(QWindow *to)
     }
     // Before the panel has had the focus, a focus change concerns other windows only.
     if (m_hadFocus) {
-        clickedElsewhere();
+        clickedElsewhere(std::nullopt);
     }
 }
 

@@ -81,10 +81,10 @@ public:
     [[nodiscard]] QWidget *window() const;
 
     /// A click on the bell within this time after a click elsewhere closed the menu bar panel is the same
-    /// click.
+    /// click, unless it is known to be at another place.
     static constexpr Seconds sameClick{0.75};
 
-    /// A press this close to the click that opened the menu bar panel, in points, is on the bell.
+    /// A press this close to a click on the bell, in points, is on the bell.
     static constexpr double bellReach = 24;
 
     /// The window's title, for assistive tools and for the title bar of an ordinary window.
@@ -100,7 +100,7 @@ private:
     void followScreens(MenuBarPanelWindow *window);
     void watchForClicksElsewhere();
     void pressed();
-    void clickedElsewhere();
+    void clickedElsewhere(std::optional<Point> press);
     void focusMoved(QWindow *to);
     [[nodiscard]] bool isOwn(const QWindow *window) const;
 
@@ -114,7 +114,8 @@ private:
     OpenedBy m_openedBy = OpenedBy::user;
     bool m_hadFocus = false;
     bool m_staysBesideWindows = false;
-    std::optional<Seconds> m_lostFocus; ///< uptime() when a click elsewhere closed it
+    std::optional<Seconds> m_lostFocus;  ///< uptime() when a click elsewhere closed it
+    std::optional<Point> m_closingPress; ///< where that click was, if known
 };
 
 } // namespace corvane

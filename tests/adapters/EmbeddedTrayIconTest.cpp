@@ -90,6 +90,8 @@ protected:
     void openMenu() override
     {
         closeMenu();
+        // Two presses in a row would be a double click.
+        QTest::qWait(QApplication::doubleClickInterval());
         press(u"3"_s);
         QTRY_VERIFY_WITH_TIMEOUT(QApplication::activePopupWidget() != nullptr, trayTimeout);
     }

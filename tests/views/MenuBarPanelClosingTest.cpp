@@ -60,11 +60,28 @@ private Q_SLOTS:
         open();
         m_windowSystem.pressElsewhere();
         QVERIFY(!m_menuBarPanel->isOpen());
-        // The same press, had it been on the bell.
-        m_menuBarPanel->toggle(clickedBell);
-        QVERIFY(!m_menuBarPanel->isOpen());
         m_menuBarPanel->toggle(clickedBell);
         QVERIFY(m_menuBarPanel->isOpen());
+    }
+
+    void aPressOnAnotherPartOfTheBellClosesItOnce()
+    {
+        open();
+        m_screens.pointer = {clickedBell.x + 60, clickedBell.y};
+        m_windowSystem.pressElsewhere();
+        QVERIFY(!m_menuBarPanel->isOpen());
+        m_menuBarPanel->toggle(m_screens.pointer);
+        QVERIFY(!m_menuBarPanel->isOpen());
+        m_menuBarPanel->toggle(m_screens.pointer);
+        QVERIFY(m_menuBarPanel->isOpen());
+    }
+
+    void aClickAtAnUnknownPlaceIsThePressThatClosedIt()
+    {
+        open();
+        m_windowSystem.pressElsewhere();
+        m_menuBarPanel->toggle(std::nullopt);
+        QVERIFY(!m_menuBarPanel->isOpen());
     }
 
     void whatAPressOnTheBellMeansItsHostTells()
