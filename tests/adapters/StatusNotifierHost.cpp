@@ -68,7 +68,12 @@ void StatusNotifierHost::setHasHost(bool hasHost)
     m_hasHost = hasHost;
     if (hasHost) {
         Q_EMIT StatusNotifierHostRegistered();
+        if (!registrations.isEmpty()) {
+            readLabel(registrations.constLast());
+        }
     } else {
+        m_readLabel.clear();
+        drawnLabel.clear();
         Q_EMIT StatusNotifierHostUnregistered();
     }
 }

@@ -86,6 +86,28 @@ private Q_SLOTS:
         QTRY_COMPARE(m_host->drawnLabel, u"Anna"_s);
     }
 
+    void aHostThatComesBackToItsWatcherDrawsTheText()
+    {
+        make({.showsLabel = true});
+        m_item->setTitle(u"Anna"_s);
+        QTRY_COMPARE(m_host->drawnLabel, u"Anna"_s);
+        m_host->setHasHost(false);
+        QTRY_VERIFY(!m_item->isShown());
+        m_host->setHasHost(true);
+        QTRY_COMPARE(m_host->drawnLabel, u"Anna"_s);
+    }
+
+    void readingAgainAndAgainDelaysNothing()
+    {
+        make({.showsLabel = true});
+        m_item->setTitle(u"Anna"_s);
+        for (int reads = 0; reads < 20; ++reads) {
+            (void)m_host->properties(name());
+            QTest::qWait(static_cast<int>(pause.count()) / 5);
+        }
+        QCOMPARE(m_host->drawnLabel, u"Anna"_s);
+    }
+
     void theTitleIsNeverWithheld()
     {
         m_host->readsLate = true;

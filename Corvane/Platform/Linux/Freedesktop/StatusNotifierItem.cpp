@@ -184,6 +184,10 @@ void StatusNotifierItem::queryHost()
 void StatusNotifierItem::hostRegistered()
 {
     if (m_isRegistered) {
+        if (!m_hasHost) {
+            m_adaptor->hostChanged();
+            m_menuAdaptor->hostChanged();
+        }
         setPresence(true, true, false);
     }
 }

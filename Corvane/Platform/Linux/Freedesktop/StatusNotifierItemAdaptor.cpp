@@ -174,7 +174,9 @@ LabelledStatusNotifierItemAdaptor::LabelledStatusNotifierItemAdaptor(QObject *pa
 QString LabelledStatusNotifierItemAdaptor::readLabel()
 {
     if (m_isWithheld) {
-        m_pause.start();
+        if (!m_pause.isActive()) {
+            m_pause.start();
+        }
         return {};
     }
     return text();
