@@ -1,0 +1,43 @@
+#!/usr/bin/python3
+# SPDX-FileCopyrightText: 2026 The Quillet authors
+# SPDX-License-Identifier: MIT
+"""Finds text in any program of the desktop it is called in, as a screen reader would: prints a JSON list of [program,
+role, name, left, top, width, height] of all that shows and whose name holds the text.
+
+    anywhere.py TEXT [SECONDS]    with seconds: until something is found"""
+import json
+import sys
+import time
+
+import pyatspi
+
+# A window's worth of lists: whoever shows more than this is not what is sought.
+MOST = 4000
+
+
+def found_in(program, text):
+    nodes, seen = list(program), 0
+    while nodes and seen < MOST:
+        node = nodes.pop()
+        seen += 1
+        try:
+            if node is None or not node.getState().contains(pyatspi.STATE_SHOWING):
+                continue
+            if text in (node.name or ""):
+                area = node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+                yield [program.name, node.getRoleName(), node.name, area.x, area.y, area.width, area.height]
+            nodes.extend(node)
+        except Exception:  # a node may go while it is looked at, and each library tells so in its own way
+            continue
+
+
+deadline = time.monotonic() + (float(sys.argv[2]) if len(sys.argv) > 2 else 0)
+while True:
+    found = []
+    for application in pyatspi.Registry.getDesktop(0):
+        if application is not None:
+            found += found_in(application, sys.argv[1])
+    if found or time.monotonic() >= deadline:
+        break
+    time.sleep(0.2)
+print(json.dumps(found))

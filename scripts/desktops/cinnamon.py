@@ -1,0 +1,39 @@
+# SPDX-FileCopyrightText: 2026 The Quillet authors
+# SPDX-License-Identifier: MIT
+"""Cinnamon, with the part of its session that keeps the status items."""
+import time
+
+from session import X11Session
+
+
+class Cinnamon(X11Session):
+    desktop_name = "X-Cinnamon"
+    side = "bottom"
+    variables = {"XDG_SESSION_DESKTOP": "cinnamon", "DESKTOP_SESSION": "cinnamon", "XDG_CONFIG_DIRS": "/etc/xdg"}
+
+    def start_desktop(self):
+        self.run("gsettings", "set", "org.cinnamon.desktop.screensaver", "lock-enabled", "true")
+        self.start("settings", "/usr/bin/csd-xsettings")
+        self.start("status-items", "/usr/lib/x86_64-linux-gnu/xapps/xapp-sn-watcher")
+        self.start("shell", "cinnamon", "--replace")
+
+    def after_start(self):
+        time.sleep(6)  # the parts of its bar come up one after the other, and none tells when it is the last
+
+    def bar_to(self, side):
+        self.run("gsettings", "set", "org.cinnamon", "panels-enabled", f"['1:0:{side}']")
+        self.side = side
+        time.sleep(3)
+
+    def set_dark(self, dark):
+        self.run("gsettings", "set", "org.cinnamon.desktop.interface", "gtk-theme", "Adwaita-dark" if dark else "Adwaita")
+        self.run("gsettings", "set", "org.x.apps.portal", "color-scheme", "prefer-dark" if dark else "prefer-light")
+
+    def set_scale(self, scale):
+        self.run("gsettings", "set", "org.cinnamon.desktop.interface", "scaling-factor", str(scale))
+
+    def lock(self):
+        self.run("cinnamon-screensaver-command", "--lock")
+
+    def unlock(self):
+        self.run("cinnamon-screensaver-command", "--deactivate")

@@ -1,0 +1,154 @@
+# SPDX-FileCopyrightText: 2026 The Quillet authors
+# SPDX-License-Identifier: MIT
+"""GNOME Shell on Wayland, with the extension that shows status items. Its own console, open in its unsafe mode, moves a
+virtual pointer and presses virtual keys."""
+import ast
+import json
+import re
+import time
+
+from PIL import Image
+from quillet_desktop import poll
+from report import NotSeen
+from session import RUNTIME, Session
+
+EXTENSION = "ubuntu-appindicators@ubuntu.com"
+# The kernel's codes.
+CODES = {"Escape": 1, "Tab": 15, "q": 16, "ctrl": 29, "a": 30, "d": 32, "c": 46, "b": 48, "space": 57, "super": 125}
+BUTTONS = {1: "BUTTON_PRIMARY", 3: "BUTTON_SECONDARY"}
+INDICATOR = """const item = Object.entries(Main.panel.statusArea).find(([name]) =>
+    name.startsWith('appindicator'))?.[1];"""
+
+
+class Gnome(Session):
+    kind = "Wayland"
+    desktop_name = "GNOME"
+    variables = {"XDG_SESSION_DESKTOP": "gnome", "DESKTOP_SESSION": "gnome"}
+    sides = ("top",)
+    platforms = ("x11", "wayland")
+    left_opens = ("menu",)
+    double_opens = ("panel",)
+    monitors_note = "both monitors, the second at 200 %."
+
+    @staticmethod
+    def as_root(monitors):
+        """It needs no display but its own."""
+
+    def prepare(self):
+        self.start("display-manager", "python3", "-m", "dbusmock", "--system", "org.gnome.DisplayManager",
+                   "/org/gnome/DisplayManager/Manager", "org.gnome.DisplayManager.Manager")
+        self.run("gdbus", "wait", "--system", "--timeout", "20", "org.gnome.DisplayManager")
+        self.run("gdbus", "call", "--system", "--dest", "org.gnome.DisplayManager", "--object-path",
+                 "/org/gnome/DisplayManager/Manager", "--method", "org.freedesktop.DBus.Mock.AddProperty",
+                 "org.gnome.DisplayManager.Manager", "Version", "<'48.0'>")
+        for schema, key, value in (("org.gnome.shell", "enabled-extensions", f"['{EXTENSION}']"),
+                                   ("org.gnome.shell", "welcome-dialog-last-shown-version", "'999'"),
+                                   ("org.gnome.desktop.session", "idle-delay", "0"),
+                                   ("org.gnome.desktop.interface", "toolkit-accessibility", "true")):
+            self.run("gsettings", "set", schema, key, value)
+
+    def start_desktop(self):
+        for path in RUNTIME.glob("wayland-*"):
+            path.unlink()
+        width, height = (size * self.scale for size in self.size)
+        monitors = ["--virtual-monitor", f"{width}x{height}"] * self.monitors
+        log = self.room / "logs/shell"
+        log.unlink(missing_ok=True)
+        self.environment.pop("WAYLAND_DISPLAY", None)
+        self.environment.pop("DISPLAY", None)
+        self.start("shell", "gnome-shell", "--headless", "--wayland", "--unsafe-mode", *monitors)
+        poll("the X server in it", lambda: re.search(r"public X11 display (:\d+)", log.read_text()), 30)
+        display = re.search(r"public X11 display (:\d+)", log.read_text())[1]
+        authority = poll("its key", lambda: list(RUNTIME.glob(".mutter-Xwaylandauth.*")), 10)
+        self.environment.update(DISPLAY=display, XAUTHORITY=str(authority[-1]), WAYLAND_DISPLAY="wayland-0")
+        self.tell_bus("DISPLAY", "XAUTHORITY", "WAYLAND_DISPLAY", "XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE")
+
+    def after_start(self):
+        poll("the console", lambda: self.evaluate("Main.overview !== undefined"), 20, 0.3)
+        self.evaluate("Main.overview.hide(); 1")
+        self.evaluate("const C = imports.gi.Clutter; const seat = C.get_default_backend().get_default_seat();"
+                      "global.pointer = seat.create_virtual_device(C.InputDeviceType.POINTER_DEVICE);"
+                      "global.keys = seat.create_virtual_device(C.InputDeviceType.KEYBOARD_DEVICE); 1")
+        poll("the overview to go", lambda: not self.evaluate("Main.overview.visible"), 10)
+        # An X server for X11 programs comes with the first of them.
+        self.run("xdotool", "getdisplaygeometry")
+
+    def evaluate(self, script):
+        answer = self.call("org.gnome.Shell", "/org/gnome/Shell", "org.gnome.Shell.Eval", script)
+        succeeded, text = re.fullmatch(r"\((true|false), (.*)\)\s*", answer, re.DOTALL).groups()
+        text = ast.literal_eval(text)
+        assert succeeded == "true", f"The shell's console says: {text}"
+        return json.loads(text) if text else None
+
+    # --- hands
+
+    def move(self, x, y):
+        self.evaluate(f"global.pointer.notify_absolute_motion(global.get_current_time() * 1000, {x}, {y}); 1")
+        time.sleep(0.2)
+
+    def click(self, x, y, button=1, times=1):
+        self.move(x, y)
+        for _ in range(times):
+            for state in (1, 0):
+                self.evaluate("global.pointer.notify_button(global.get_current_time() * 1000, "
+                              f"imports.gi.Clutter.{BUTTONS[button]}, {state}); 1")
+
+    def key(self, *names):
+        for name in names:
+            codes = [CODES[part] for part in name.split("+")]
+            for state, order in ((1, codes), (0, codes[::-1])):
+                for code in order:
+                    self.evaluate(f"global.keys.notify_key(global.get_current_time() * 1000, {code}, {state}); 1")
+
+    # --- looking
+
+    def shot(self):
+        path = self.room / "shot.png"
+        self.call("org.gnome.Shell.Screenshot", "/org/gnome/Shell/Screenshot",
+                  "org.gnome.Shell.Screenshot.Screenshot", "true", "false", str(path))
+        with Image.open(path) as image:
+            return image.convert("RGB")
+
+    def told_bell(self):
+        return poll("the bell in the bar", lambda: self.evaluate(
+            f"(() => {{ {INDICATOR} if (!item) return null; const [x, y] = item.get_transformed_position();"
+            "return [x + item.width / 2, y + item.height / 2]; })()"), 10)
+
+    def label(self):
+        return self.evaluate(
+            f"(() => {{ {INDICATOR} const find = actor => actor instanceof imports.gi.St.Label && actor.visible ? actor.text"
+            " : actor.get_children().map(find).find(text => text); return (item && find(item)) ?? ''; })()")
+
+    def menu_is_open(self, seconds=0):
+        deadline = time.monotonic() + seconds
+        while True:
+            if self.evaluate(f"(() => {{ {INDICATOR} return item?.menu.isOpen ?? false; }})()"):
+                return True
+            if time.monotonic() >= deadline:
+                return False
+            time.sleep(0.2)
+
+    # --- what it does its own way
+
+    def set_dark(self, dark):
+        self.run("gsettings", "set", "org.gnome.desktop.interface", "color-scheme",
+                 "prefer-dark" if dark else "prefer-light")
+
+    def lock(self):
+        self.evaluate("Main.screenShield.lock(false); 1")
+
+    def unlock(self):
+        self.evaluate("Main.screenShield.deactivate(false); 1")
+
+    def set_notifications(self, allowed):
+        self.run("gsettings", "set", "org.gnome.desktop.notifications.application:/org/gnome/desktop/notifications/"
+                 "application/com-ordwinsoftware-quillet/", "enable", "true" if allowed else "false")
+
+    def set_scale(self, scale):
+        self.relaunch(scale=scale)
+        if scale != 1:
+            self.apply_scales(scale)
+
+    def add_monitor(self):
+        self.relaunch(monitors=2, scale=1)
+        raise NotSeen("later")

@@ -1,0 +1,42 @@
+# SPDX-FileCopyrightText: 2026 The Quillet authors
+# SPDX-License-Identifier: MIT
+"""LXQt, as its session starts it, with Openbox."""
+import time
+
+from session import HOME, X11Session
+
+SESSION = """[General]
+window_manager=openbox
+"""
+PANEL = """[General]
+__userfile__=true
+
+[panel1]
+position={side}
+"""
+
+
+class Lxqt(X11Session):
+    desktop_name = "LXQt"
+    side = "bottom"
+    variables = {"XDG_SESSION_DESKTOP": "LXQt", "DESKTOP_SESSION": "LXQt", "XDG_CONFIG_DIRS": "/usr/share:/etc/xdg",
+                 "XDG_MENU_PREFIX": "lxqt-", "QT_QPA_PLATFORMTHEME": "lxqt", "QT_PLATFORM_PLUGIN": "lxqt"}
+
+    def prepare(self):
+        super().prepare()
+        (HOME / ".config/lxqt").mkdir(parents=True, exist_ok=True)
+        (HOME / ".config/lxqt/session.conf").write_text(SESSION)
+
+    def start_desktop(self):
+        self.start("session", "lxqt-session")
+
+    def after_start(self):
+        time.sleep(3)  # its windows come up one after the other, and none tells when it is the last
+
+    def bar_to(self, side):
+        self.run("sh", "-c", "sed -i 's/^position=.*/position=" + side.capitalize() + "/' ~/.config/lxqt/panel.conf; "
+                 "grep -q '^position=' ~/.config/lxqt/panel.conf || "
+                 "sed -i 's/^\\[panel1\\]/&\\nposition=" + side.capitalize() + "/' ~/.config/lxqt/panel.conf; "
+                 "kill $(pidof lxqt-panel)")
+        self.side = side
+        time.sleep(5)  # the session brings it back

@@ -1,0 +1,38 @@
+# SPDX-FileCopyrightText: 2026 The Quillet authors
+# SPDX-License-Identifier: MIT
+"""MATE, as its session starts it."""
+import time
+
+from session import X11Session
+
+
+class Mate(X11Session):
+    desktop_name = "MATE"
+    variables = {"XDG_SESSION_DESKTOP": "mate", "DESKTOP_SESSION": "mate", "XDG_MENU_PREFIX": "mate-",
+                 "XDG_CONFIG_DIRS": "/etc/xdg"}
+
+    def start_desktop(self):
+        self.start("session", "mate-session")
+
+    def after_start(self):
+        time.sleep(4)  # its windows come up one after the other, and none tells when it is the last
+
+    def bar_to(self, side):
+        # Its first start has a bar at each edge; the upper one has the bell.
+        self.run("gsettings", "set", "org.mate.panel.toplevel:/org/mate/panel/toplevels/bottom/", "orientation",
+                 "top" if side == "bottom" else "bottom")
+        self.run("gsettings", "set", "org.mate.panel.toplevel:/org/mate/panel/toplevels/top/", "orientation", side)
+        self.side = side
+        time.sleep(2)
+
+    def set_dark(self, dark):
+        self.run("gsettings", "set", "org.mate.interface", "gtk-theme", "Adwaita-dark" if dark else "Adwaita")
+
+    def set_scale(self, scale):
+        self.run("gsettings", "set", "org.mate.interface", "window-scaling-factor", str(scale))
+
+    def lock(self):
+        self.run("mate-screensaver-command", "--lock")
+
+    def unlock(self):
+        self.run("mate-screensaver-command", "--deactivate")

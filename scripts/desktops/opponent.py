@@ -1,0 +1,33 @@
+#!/usr/bin/python3
+# SPDX-FileCopyrightText: 2026 The Quillet authors
+# SPDX-License-Identifier: MIT
+"""A full-screen window of one colour. It prints "ready" once it has the keyboard, then the name of each key that it
+gets, one a line. GDK_BACKEND says whether it is an X11 or a Wayland window."""
+import sys
+
+import gi
+
+gi.require_version("Gtk", "3.0")
+from gi.repository import Gdk, Gtk  # noqa: E402  (the version comes first)
+
+
+def paint(window, context):
+    context.set_source_rgb(96 / 255, 64 / 255, 128 / 255)
+    context.paint()
+
+
+def say(text):
+    print(text, flush=True)
+
+
+window = Gtk.Window(title="Opponent")
+window.set_app_paintable(True)
+window.connect("draw", paint)
+window.connect("key-press-event", lambda _, event: say(Gdk.keyval_name(event.keyval)))
+window.connect("focus-in-event", lambda *_: say("ready"))
+window.connect("destroy", Gtk.main_quit)
+window.fullscreen()
+window.set_keep_above(True)
+window.show_all()
+window.present()
+sys.exit(Gtk.main())

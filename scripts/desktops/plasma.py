@@ -1,0 +1,124 @@
+# SPDX-FileCopyrightText: 2026 The Quillet authors
+# SPDX-License-Identifier: MIT
+"""Plasma on Wayland: its compositor in a window of an X display, where pictures of it are taken and a pointer and a
+keyboard work it."""
+import os
+import pathlib
+import re
+import shutil
+import subprocess
+import time
+
+from PIL import Image
+from quillet_desktop import poll
+from session import HOME, RUNTIME, Session
+
+OUTER = ":90"
+
+
+class Plasma(Session):
+    kind = "Wayland"
+    desktop_name = "KDE"
+    side = "bottom"
+    platforms = ("x11", "wayland")
+    display = OUTER
+    version = "6" if os.path.exists("/usr/bin/kded6") else "5"
+    variables = {"XDG_SESSION_DESKTOP": "KDE", "DESKTOP_SESSION": "plasma", "KDE_FULL_SESSION": "true",
+                 "KDE_SESSION_VERSION": version, "XDG_MENU_PREFIX": "plasma-", "QT_QUICK_BACKEND": "software",
+                 "XDG_CONFIG_DIRS": "/etc/xdg"}
+    monitors_note = "both monitors, the second at 200 %."
+
+    @staticmethod
+    def as_root(monitors):
+        log = open("/run/display.log", "ab")
+        subprocess.Popen(["Xvfb", OUTER, "-screen", "0", "3840x1600x24", "-nolisten", "tcp", "-noreset", "-ac"],
+                         stdin=subprocess.DEVNULL, stdout=log, stderr=log)
+        poll("the X server", pathlib.Path("/tmp/.X11-unix/X90").exists, 20)
+
+    def prepare(self):
+        # A copy has no file capability, which is refused where there is no seat.
+        shutil.copyfile("/usr/bin/kwin_wayland", HOME / "kwin_wayland")
+        (HOME / "kwin_wayland").chmod(0o755)
+
+    def start_desktop(self):
+        before = set(pathlib.Path("/tmp/.X11-unix").iterdir())
+        for path in RUNTIME.glob("wayland-*"):
+            path.unlink()
+        width, height = (size * self.scale for size in self.size)
+        for name in ("WAYLAND_DISPLAY", "XAUTHORITY"):
+            self.environment.pop(name, None)
+        self.environment["DISPLAY"] = OUTER
+        self.start("compositor", str(HOME / "kwin_wayland"), "--x11-display", OUTER, "--xwayland", "--width", str(width),
+                   "--height", str(height), "--scale", str(self.scale), "--output-count", str(self.monitors),
+                   "--socket", "wayland-0",
+                   environment={"XDG_SESSION_TYPE": "x11", "KWIN_COMPOSE": "Q"})
+        poll("the compositor", (RUNTIME / "wayland-0").exists, 30)
+        inner = poll("the X server in it", lambda: [path for path in pathlib.Path("/tmp/.X11-unix").iterdir()
+                                                    if path not in before], 20)
+        self.environment.update(WAYLAND_DISPLAY="wayland-0", DISPLAY=":" + sorted(inner)[0].name[1:])
+        authority = poll("its key", lambda: list(RUNTIME.glob("xauth_*")), 10)
+        self.environment["XAUTHORITY"] = str(max(authority, key=os.path.getmtime))
+        self.tell_bus("DISPLAY", "XAUTHORITY", "WAYLAND_DISPLAY", "XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE",
+                      "KDE_FULL_SESSION", "KDE_SESSION_VERSION")
+        self.start("activities", "/usr/lib/x86_64-linux-gnu/libexec/kactivitymanagerd")
+        self.start("kded", f"kded{self.version}")
+        self.start("shell", "plasmashell")
+
+    def after_start(self):
+        time.sleep(4)  # the parts of the bar come up one after the other, and none tells when it is the last
+
+    # --- hands and eyes, outside
+
+    def outside(self, *command):
+        environment = {**self.environment, "DISPLAY": OUTER}
+        environment.pop("XAUTHORITY", None)
+        subprocess.run(command, env=environment, stdin=subprocess.DEVNULL, capture_output=True, timeout=30, check=True)
+
+    def move(self, x, y):
+        self.outside("xdotool", "mousemove", str(round(x)), str(round(y)))
+        time.sleep(0.3)
+
+    def click(self, x, y, button=1, times=1):
+        self.move(x, y)
+        self.outside("xdotool", "click", "--repeat", str(times), "--delay", "120", str(button))
+
+    def key(self, *names):
+        self.outside("xdotool", "key", *names)
+
+    def shot(self):
+        path = self.room / "shot.png"
+        self.outside("import", "-silent", "-window", "root", str(path))
+        with Image.open(path) as image:
+            width, height = (size * self.scale for size in self.size)
+            return image.convert("RGB").crop((0, 0, width * self.monitors, height))
+
+    # --- what it does its own way
+
+    def script(self, text):
+        return self.call("org.kde.plasmashell", "/PlasmaShell", "org.kde.PlasmaShell.evaluateScript", text)
+
+    def bar_to(self, side):
+        self.script(f"panels().forEach(panel => panel.location = '{side}')")
+        self.side = side
+        time.sleep(2)
+
+    def set_dark(self, dark):
+        self.run("plasma-apply-colorscheme", "BreezeDark" if dark else "BreezeLight")
+
+    def lock(self):
+        self.call("org.freedesktop.ScreenSaver", "/ScreenSaver", "org.freedesktop.ScreenSaver.Lock")
+
+    def unlock(self):
+        session = self.run("gdbus", "call", "--system", "--dest", "org.freedesktop.login1", "--object-path",
+                           "/org/freedesktop/login1", "--method", "org.freedesktop.login1.Manager.GetSession", "c1")
+        path = re.search(r"'(/[^']*)'", session)[1]
+        self.run("gdbus", "call", "--system", "--dest", "org.freedesktop.login1", "--object-path", path, "--method",
+                 "org.freedesktop.DBus.Mock.EmitSignal", "org.freedesktop.login1.Session", "Unlock", "", "[]")
+
+    def set_notifications(self, allowed):
+        self.run(f"kwriteconfig{self.version}", "--notify", "--file", "plasmanotifyrc", "--group", "Applications",
+                 "--group", "com.ordwinsoftware.Quillet", "--key", "ShowPopups", "--type", "bool",
+                 "true" if allowed else "false")
+
+    def set_scale(self, scale):
+        self.relaunch(scale=scale)

@@ -1,0 +1,73 @@
+# SPDX-FileCopyrightText: 2026 The Quillet authors
+# SPDX-License-Identifier: MIT
+"""What a walk has seen, step by step: kept in a file that grows with each step."""
+import contextlib
+import json
+import re
+import time
+import traceback
+
+RIGHT, WRONG, LOOK, UNSEEN = "right", "wrong", "to be looked at", "not seen"
+
+
+class NotSeen(Exception):
+    """What this desktop does not have, or does not do in a root without a seat."""
+
+
+class Step:
+    def __init__(self, report, name):
+        self.report, self.name = report, name
+        self.result, self.notes, self.pictures = RIGHT, [], []
+
+    def note(self, text):
+        self.notes.append(text)
+
+    def look(self, text):
+        """What no machine can tell: a person is to look at the pictures."""
+        self.result = LOOK
+        self.notes.append(f"To be looked at: {text}")
+
+    def wrong(self, text):
+        self.result = WRONG
+        self.notes.append(text)
+
+    def picture(self, image, what):
+        name = f"{self.report.prefix}{len(self.report.steps) + 1:02}-{len(self.pictures) + 1}-" \
+            + re.sub(r"[^a-z0-9]+", "-", f"{self.name} {what}".lower()).strip("-") + ".png"
+        image.convert("RGB").save(self.report.folder / name)
+        self.pictures.append([name, what])
+
+
+class Report:
+    def __init__(self, folder, head):
+        self.folder, self.head, self.steps, self.prefix = folder, head, [], ""
+        self.began = time.monotonic()
+
+    @contextlib.contextmanager
+    def step(self, session, name):
+        """One step. What it finds wrong ends it, and the walk goes on."""
+        step, began = Step(self, name), time.monotonic()
+        try:
+            yield step
+        except NotSeen as reason:
+            step.result = UNSEEN
+            step.note(str(reason))
+        except Exception as problem:  # a tool that failed is a step that nobody has seen
+            failed = isinstance(problem, AssertionError)
+            step.result = WRONG if failed else UNSEEN
+            step.note(str(problem) if failed else f"The walk failed: {problem!r}"[:600])
+            (self.folder / "problems.log").open("a").write(f"--- {name}\n{traceback.format_exc()}")
+            with contextlib.suppress(Exception):
+                step.picture(session.shot(), "when it failed")
+        self.steps.append({"name": name, "result": step.result, "notes": step.notes, "pictures": step.pictures,
+                           "seconds": round(time.monotonic() - began, 1)})
+        print(f"  {name}: {step.result}. {' '.join(step.notes)}", flush=True)
+        self.write()
+        with contextlib.suppress(Exception):
+            session.settle()
+
+    def write(self):
+        new = self.folder / "results.new"
+        new.write_text(json.dumps({**self.head, "seconds": round(time.monotonic() - self.began), "steps": self.steps},
+                                  indent=1))
+        new.replace(self.folder / "results.json")

@@ -1,0 +1,159 @@
+# SPDX-FileCopyrightText: 2026 The Quillet authors
+# SPDX-License-Identifier: MIT
+"""The part of the road that has to do with banners: above full-screen windows and browsers, and with the lock."""
+import pathlib
+import subprocess
+import time
+
+from browser import Page
+from pictures import ACCENT, BANNER_HEIGHT, BANNER_WIDTH
+from quillet_desktop import poll
+from road_bell import lesson, start_quillet
+
+OPPONENT = (96, 64, 128)
+OPPONENT_PROGRAM = pathlib.Path(__file__).resolve().parent / "opponent.py"
+PLATFORM_NAMES = {"x11": "an X11", "wayland": "a Wayland"}
+
+
+def near(pixel, colour, tolerance=12):
+    return all(abs(value - part) <= tolerance for value, part in zip(pixel, colour))
+
+
+def accent_pixels(image, banner, scale=1):
+    """How many pixels where the banner's symbol stands have its colour."""
+    area = image.crop(tuple(round(value * scale) for value in (
+        banner.left, banner.top, banner.left + 260, banner.top + BANNER_HEIGHT)))
+    return sum(count for count, pixel in area.getcolors(1 << 24) if near(pixel, ACCENT[banner.state], 4))
+
+
+def shows(image, banner, scale=1):
+    """Whether the banner is in the picture: its colour at the left, the dark card around it."""
+    x = round((banner.left + BANNER_WIDTH / 2) * scale)
+    y = round((banner.top + BANNER_HEIGHT - 14) * scale)
+    if not (0 <= x < image.width and 0 <= y < image.height):
+        return False
+    return accent_pixels(image, banner, scale) > 3000 * scale * scale and max(image.getpixel((x, y))) < 70
+
+
+def wait_until_shown(session, banner, seconds=6.0, scale=1):
+    """The first picture with the banner in it."""
+    def look():
+        image = session.shot()
+        return image if shows(image, banner, scale) else None
+    return poll(f"the banner {banner.state} in a picture", look, seconds)
+
+
+def start_opponent(session, platform):
+    environment = {**session.environment, "GDK_BACKEND": platform, "NO_AT_BRIDGE": "1"}
+    opponent = subprocess.Popen(["/usr/bin/python3", str(OPPONENT_PROGRAM)], env=environment, stdin=subprocess.DEVNULL,
+                                stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+    session.opponents.append(opponent)
+    opponent.lines = []
+
+    def covers():
+        image = session.shot()
+        return all(near(image.getpixel(at), OPPONENT) for at in
+                   ((20, 3), (20, image.height - 4), (image.width - 20, image.height - 4)))
+    try:
+        poll("the full-screen window", covers, 12, 0.3)
+    except AssertionError:
+        session.click(session.size[0] / 2, session.size[1] / 2)
+        poll("the full-screen window", covers, 5, 0.3)
+    return opponent
+
+
+def read_keys(opponent, expected, seconds=5.0):
+    """Whether the window read these keys, last."""
+    import select
+    deadline = time.monotonic() + seconds
+    while time.monotonic() < deadline:
+        ready, _, _ = select.select([opponent.stdout], [], [], 0.2)
+        if ready:
+            opponent.lines.append(opponent.stdout.readline().strip())
+        if opponent.lines[-len(expected):] == list(expected):
+            return True
+    return False
+
+
+def banner_over(session, step, typed):
+    """Raises the join banner and sees it; `typed` says whether the window below read a key."""
+    assert typed("a"), "The full-screen window does not get the keys, even before the banner."
+    program = start_quillet(session, lesson(session, 58)[1], movable=False)
+    banner = program.wait_for_banner(1, 20)
+    way = next((line.message for line in program.find("^banners ")), "banners through X11")
+    image = wait_until_shown(session, banner)
+    step.picture(image, "banner")
+    assert typed("b"), "The keys no longer reach the window below the banner."
+    left_keys = typed_after_click(session, banner, typed)
+    session.click(*session.close_button(banner))
+    poll("the banner to go", lambda: not shows(session.shot(), banner), 5)
+    assert typed("d"), "After the banner was closed the keys do not reach the window."
+    step.note(f"Above it ({way}); the keys are read by the window, before, during and after; its cross closes it.")
+    if not left_keys:
+        step.note("A click on the card takes the keys from the window until the banner goes.")
+
+
+def typed_after_click(session, banner, typed):
+    session.click(banner.left + 500, banner.top + 250)
+    return typed("c")
+
+
+def walk_full_screen(session, report):
+    for platform in ("x11", "wayland"):
+        with report.step(session, f"Banner above {PLATFORM_NAMES[platform]} full-screen window") as step:
+            session.needs_platform(platform)
+            opponent = start_opponent(session, platform)
+
+            def typed(key, opponent=opponent):
+                session.key(key)
+                return read_keys(opponent, [key])
+            banner_over(session, step, typed)
+            session.quit_quillet()
+
+
+def walk_browser(session, report):
+    with report.step(session, "Banner above a full-screen browser") as step:
+        page = Page()
+        wayland = "wayland" in session.platforms
+        browser = page.start_browser(session, {"MOZ_ENABLE_WAYLAND": "1" if wayland else "0", "NO_AT_BRIDGE": "1"})
+        try:
+            poll("the page in full screen", lambda: page.state.startswith("true"), 60)
+            time.sleep(2)
+            session.click(session.size[0] / 2, session.size[1] / 2)
+
+            def typed(key):
+                session.key(key)
+                deadline = time.monotonic() + 5
+                while time.monotonic() < deadline and page.keys[-1:] != [key]:
+                    time.sleep(0.1)
+                return page.keys[-1:] == [key]
+            banner_over(session, step, typed)
+            step.note(f"firefox-esr as {'a Wayland' if wayland else 'an X11'} program.")
+        finally:
+            browser.terminate()
+            browser.wait(20)
+            session.quit_quillet()
+
+
+def walk_lock(session, report):
+    with report.step(session, "Lock and unlock") as step:
+        program = start_quillet(session, lesson(session, 65)[1], movable=False)
+        banner = program.wait_for_banner(1, 20)
+        wait_until_shown(session, banner)
+        session.lock()
+        program.wait_for("^session locked$", 12)
+        time.sleep(2)
+        image = session.shot()
+        step.picture(image, "locked")
+        assert accent_pixels(image, banner) < 200, "The banner shows on the lock screen."
+        session.unlock()
+        program.wait_for("^session unlocked$", 12)
+        image = wait_until_shown(session, banner, 8)
+        step.picture(image, "unlocked")
+        step.note("Hidden while locked, back on unlocking.")
+        session.click(*session.close_button(banner))
+        time.sleep(1)
+        shown, title = session.label(), session.property_of_bell("Title")
+        if shown is not None:
+            step.note(f"After it the host shows {shown!r} beside the bell.")
+            assert shown == title, f"The bell's text is {title!r}."

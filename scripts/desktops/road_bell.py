@@ -1,0 +1,193 @@
+# SPDX-FileCopyrightText: 2026 The Quillet authors
+# SPDX-License-Identifier: MIT
+"""The part of the road that has to do with the bell and its panel."""
+import math
+import time
+
+from bell_finder import LIKE, find, images_of
+from program import PANEL
+from quillet_desktop import calendar, event, poll
+from report import NotSeen
+
+RUN_UP = 3  # seconds of real time before each changeover: long enough for a reload
+PHASES = (  # the state, when it begins in seconds after the lesson's start or its end, what stands beside the bell
+    ("prepare", "start", -240, "Prepare"),
+    ("oneMinuteWarning", "start", -60, "1 min"),
+    ("joinPlatform", "start", -30, "Join now"),
+    ("startNow", "start", -20, "Start now"),
+    ("", "start", 6, "Anna"),
+    ("wrapUp", "end", -60, "Wrap up"),
+)
+
+
+def start_quillet(session, *events, movable=True, settings=("hasCompletedWelcome=true",), loaded=True):
+    """A fresh Quillet with these lessons, once it has read them."""
+    session.forget()
+    session.reset_clock(movable)
+    session.write_settings(*settings)
+    session.write_folder_calendar("lessons.ics", calendar(*events))
+    program = session.start_quillet()
+    if loaded:
+        program.wait_for("^calendar reload success", 30)
+    return program
+
+
+def lesson(session, begins_in, minutes=25, title="Zoom - Anna"):
+    start = math.ceil(session.now()) + begins_in
+    return start, event(title, start, start + minutes * 60)
+
+
+def find_bell(session):
+    """The middle of the bell in the bar: as the desktop tells, or as the picture of the bar shows. Gives how like the
+    image that Quillet gave to the host it is there, too."""
+    if told := session.told_bell():
+        return told, 1.0
+    images = images_of(session.property_of_bell("IconPixmap"))
+
+    def look():
+        image = session.shot()
+        likeness, x, y = find(session.bar_of(image), images)
+        return ((x, y + session.bar_top(image)), likeness) if likeness >= LIKE else None
+    return poll("the bell in the bar", look, 20, 0.5)
+
+
+def seen_bell(session, report):
+    """The bell comes into the bar with Quillet. Gives its place."""
+    with report.step(session, "The bell") as step:
+        program = start_quillet(session, lesson(session, 7200)[1])
+        program.wait_for("^status item registered", 20)
+        session.bell_at, likeness = find_bell(session)
+        step.note(f"It stands at {session.bell_at[0]:.0f}, {session.bell_at[1]:.0f}, likeness {likeness:.2f}.")
+        step.picture(session.shot(), "with the bell")
+        session.move(*session.bell_at)
+        time.sleep(1.5)
+        step.picture(session.bar_of(session.shot(), 160), "pointed at")
+
+
+def walk_phases(session, report):
+    with report.step(session, "Bell and text in each phase") as step:
+        start, its_event = lesson(session, 600)
+        program = start_quillet(session, its_event)
+        end, banners, labels = start + 1500, 0, []
+        for state, anchor, offset, title in PHASES:
+            begin = (start if anchor == "start" else end) + offset
+            session.skip_to(begin - RUN_UP)
+            if state:
+                banners += 1
+                banner = program.wait_for_banner(banners, max(begin - session.now(), 0) + 8)
+                assert banner.state == state, f"The banner {banner.state} came in place of {state}."
+            poll(f"the title {title}", lambda title=title: session.property_of_bell("Title") == title, 12)
+            time.sleep(0.5)
+            shown = session.label()
+            labels.append(f"{title}: {shown!r}" if shown is not None else title)
+            assert shown is None or shown == title, f"The host shows {shown!r} in the place of {title!r}."
+            step.picture(session.bar_of(session.shot()), title)
+        step.note("Told to the host, " + ("and shown by it: " if session.label() is not None else "which shows none: ")
+                  + ", ".join(labels) + ".")
+
+
+def windows_of_panel(session):
+    return session.windows(PANEL)
+
+
+def click_and_see(session, step, button, times):
+    """Clicks the bell; tells whether the panel or a menu came, and keeps the picture."""
+    session.click(*session.bell_at, button=button, times=times)
+    deadline = time.monotonic() + 4
+    while time.monotonic() < deadline:
+        if windows_of_panel(session):
+            time.sleep(0.8)
+            return "panel" if windows_of_panel(session) else "panel, and closed it"
+        if session.menu_is_open():
+            return "menu"
+        time.sleep(0.2)
+    return "nothing"
+
+
+def close_all(session):
+    session.key("Escape")
+    deadline = time.monotonic() + 3
+    while time.monotonic() < deadline and windows_of_panel(session):
+        time.sleep(0.1)
+    if windows_of_panel(session):
+        session.click(*session.bell_at)
+        time.sleep(0.5)
+
+
+def walk_clicks(session, report):
+    start_quillet(session, lesson(session, 7200)[1])
+    time.sleep(1)
+    for name, button, times, right in (("Left click", 1, 1, session.left_opens), ("Right click", 3, 1, ("menu",)),
+                                       ("Double click", 1, 2, session.double_opens)):
+        with report.step(session, name) as step:
+            opened = click_and_see(session, step, button, times)
+            step.note(f"It opens: {opened}.")
+            step.picture(session.shot(), opened)
+            close_all(session)
+            if opened not in right:
+                step.wrong(f"Expected: {' or '.join(right)}.")
+    with report.step(session, "A click elsewhere closes the panel") as step:
+        open_panel(session)
+        session.click(session.size[0] / 2, session.size[1] * 0.6)
+        time.sleep(1)
+        if windows_of_panel(session):
+            step.picture(session.shot(), "still open")
+            close_all(session)
+            raise AssertionError("A click on the wallpaper leaves it open.")
+        step.note("A click on the wallpaper closes it.")
+
+
+def open_panel(session):
+    """As a second start does."""
+    session.start_quillet_again()
+    return poll("the panel", lambda: windows_of_panel(session), 10)[0]
+
+
+def walk_keyboard(session, report):
+    with report.step(session, "Keyboard only") as step:
+        program = session.programs[-1]
+        window = open_panel(session)
+        time.sleep(0.5)
+        session.key("Tab")
+        time.sleep(0.5)
+        step.picture(session.shot(), "after Tab")
+        session.key("Escape")
+        poll("the panel to close by Escape", lambda: window not in windows_of_panel(session), 5)
+        step.note("A second start opens the panel with the keyboard, Escape closes it.")
+        open_panel(session)
+        time.sleep(0.5)
+        session.key("ctrl+q")
+        poll("the end by Ctrl+Q", lambda: program.process.poll() is not None, 8)
+        step.note("Ctrl+Q ends the program.")
+
+
+def walk_sides(session, report):
+    """The panel's place with the bar at each side."""
+    for side in ("top", "bottom"):
+        with report.step(session, f"The panel with the bar at the {side}") as step:
+            if side not in session.sides:
+                raise NotSeen(f"This desktop's bar is never at the {side}.")
+            session.quit_quillet()
+            session.bar_to(side)
+            start_quillet(session, lesson(session, 7200)[1])
+            session.bell_at, _ = find_bell(session)
+            session.click(*session.bell_at)
+            if session.menu_is_open(2) and not windows_of_panel(session):
+                session.key("Escape")
+                open_panel(session)
+                step.note("Opened by a second start, since a click opens the menu.")
+            window = poll("the panel", lambda: windows_of_panel(session), 8)[0]
+            time.sleep(0.8)
+            left, top, width, height = session.place(window)
+            image = session.shot()
+            step.picture(image, f"bar at the {side}")
+            step.note(f"The bell is at {session.bell_at[0]:.0f}, {session.bell_at[1]:.0f}; the panel takes {left}, {top} "
+                      f"to {left + width}, {top + height} of {image.width}x{image.height}.")
+            assert left >= 0 and top >= 0 and left + width <= image.width and top + height <= image.height, \
+                "It reaches beyond the screen."
+            near = top - session.bell_at[1] if side == "top" else session.bell_at[1] - (top + height)
+            assert 0 <= near <= session.nearness, f"It stands {near:.0f} points from the bell's middle."
+            close_all(session)
+    with report.step(session, "The bar back in its place"):
+        if session.side != type(session).side:
+            session.bar_to(type(session).side)

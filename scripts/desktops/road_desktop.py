@@ -1,0 +1,210 @@
+# SPDX-FileCopyrightText: 2026 The Quillet authors
+# SPDX-License-Identifier: MIT
+"""The part of the road that has to do with the rest of the desktop: its notifications, its colours, its scale, its
+monitors; and what is left when Quillet is gone."""
+import os
+import pathlib
+import re
+import signal
+import subprocess
+import time
+
+from PIL import ImageChops
+from quillet_desktop import poll
+from report import NotSeen
+from road_bell import lesson, open_panel, start_quillet, windows_of_panel
+from road_banner import wait_until_shown
+
+
+class Listener:
+    """The notifications that the bus carries to the desktop."""
+
+    def __init__(self, session):
+        self.path = session.room / "notify-calls"
+        self.output = self.path.open("wb")
+        self.process = subprocess.Popen(
+            ["dbus-monitor", "--session", "type='method_call',interface='org.freedesktop.Notifications',member='Notify'"],
+            env=session.environment, stdout=self.output, stdin=subprocess.DEVNULL)
+        poll("the listener on the bus", lambda: b"NameAcquired" in self.path.read_bytes())
+
+    def found(self):
+        """Each as name, icon, title and body."""
+        calls = re.split(r"^(?=method call)", self.path.read_text(errors="replace"), flags=re.MULTILINE)
+        return [tuple(re.findall(r'^   string "(.*)"$', call, re.MULTILINE)[:4]) for call in calls
+                if "member=Notify" in call and re.search(r"^   int32 ", call, re.MULTILINE)]
+
+    def end(self):
+        self.process.terminate()
+        self.process.wait()
+        self.output.close()
+
+
+def changed_area(before, after):
+    """Where two pictures differ, apart from a clock's few pixels; None when nowhere."""
+    difference = ImageChops.difference(before, after).convert("L").point(lambda value: 255 * (value > 30))
+    box = difference.getbbox()
+    return box if box and (box[2] - box[0]) * (box[3] - box[1]) > 8000 else None
+
+
+def leave_backup(session, settings=("hasCompletedWelcome=true",)):
+    """Leaves a notification with the agent that is due in a few seconds, and ends Quillet without a goodbye to it.
+    Gives the moment."""
+    start, its_event = lesson(session, 60 + 14)
+    program = start_quillet(session, its_event, movable=False, settings=settings)
+    program.wait_for("^(scheduled system backup notifications|system notification permission)", 20)
+    banner = program.wait_for_banner(1, 15)
+    wait_until_shown(session, banner)
+    program.quit()
+    session.programs.clear()
+    return start - 60
+
+
+def walk_notification(session, report):
+    with report.step(session, "The agent alone after Quillet is gone, and the desktop's own notification") as step:
+        listener = Listener(session)
+        try:
+            session.move(session.size[0] / 2, session.size[1] / 2)
+            due = leave_backup(session)
+            assert not session.pids_of("quillet"), "Quillet still runs."
+            assert session.pids_of("quillet-notification-agent"), "The agent does not run."
+            time.sleep(max(due - time.time() - 1.5, 0))
+            before = session.shot()
+            found = poll("the notification", listener.found, max(due - time.time(), 0) + 8)
+            late = time.time() - due
+            time.sleep(1.5)
+            after = session.shot()
+            step.picture(after, "notification")
+            name, icon, title, body = found[0]
+            assert (name, icon) == ("Quillet", "com.ordwinsoftware.Quillet"), found[0]
+            step.note(f"Quillet was gone, its agent handed “{title}: {body}” over {late:.1f} s after its moment at most.")
+            area = changed_area(before, after)
+            assert area, "The desktop shows nothing of it."
+            step.picture(after.crop(area), "what changed on the screen")
+            step.look("name and icon.")
+        finally:
+            listener.end()
+
+
+def walk_switch(session, report):
+    with report.step(session, "The desktop's switch for Quillet's notifications") as step:
+        session.set_notifications(False)
+        listener = Listener(session)
+        try:
+            session.move(session.size[0] / 2, session.size[1] / 2)
+            time.sleep(session.notification_stays)
+            due = leave_backup(session)
+            time.sleep(max(due - time.time() - 1.5, 0))
+            before = session.shot()
+            time.sleep(max(due - time.time(), 0) + 4)
+            after = session.shot()
+            area = changed_area(before, after)
+            if area:
+                step.picture(after, "in spite of the switch")
+                raise AssertionError("A notification came up in spite of the switch.")
+            left = "none was handed over" if not listener.found() else "the desktop keeps what is handed over to itself"
+            step.note(f"Nothing came up: {left}.")
+        finally:
+            listener.end()
+            session.set_notifications(True)
+
+
+def brightness(session, window, scale=1):
+    left, top, width, height = session.place(window)
+    area = session.shot().crop(tuple(round(value * scale) for value in (left, top, left + width, top + height)))
+    grey = area.convert("L").resize((1, 1), 4)
+    return grey.getpixel((0, 0))
+
+
+def walk_dark(session, report):
+    with report.step(session, "Dark and light while a window is open") as step:
+        program = start_quillet(session, lesson(session, 7200)[1])
+        open_panel(session)
+        program.press("Settings")
+        window = poll("the settings", lambda: session.windows("Quillet Settings"), 10)[0]
+        time.sleep(1)
+        light = brightness(session, window)
+        try:
+            session.set_dark(True)
+            poll("the window to turn dark", lambda: brightness(session, window) < 100, 10, 0.5)
+            time.sleep(0.5)
+            step.picture(session.shot(), "dark")
+        finally:
+            session.set_dark(False)
+        poll("the window to turn light", lambda: brightness(session, window) > 150, 10, 0.5)
+        step.picture(session.shot(), "light again")
+        step.note(f"The open window followed: mean brightness {light}, dark below 100, light again above 150.")
+        session.quit_quillet()
+
+
+def walk_scale(session, report):
+    with report.step(session, "200 %") as step:
+        session.set_scale(2)
+        time.sleep(3)
+        try:
+            program = start_quillet(session, lesson(session, 58)[1], movable=False)
+            program.wait_for_banner(1, 20)
+            time.sleep(1.5)
+            step.picture(session.shot(), "banner")
+            open_panel(session)
+            window = windows_of_panel(session)[0]
+            time.sleep(1)
+            left, top, width, height = session.place(window)
+            step.picture(session.shot(), "panel")
+            step.note(f"The panel has {width}x{height} pixels.")
+            if width < 600:
+                step.wrong("It is not twice as large.")
+            step.look("sharp, and all of it on the screen.")
+            session.quit_quillet()
+        finally:
+            session.set_scale(1)
+            time.sleep(2)
+
+
+def walk_monitors(session, report):
+    with report.step(session, "Two monitors") as step:
+        left, top, width, height = session.add_monitor()
+        time.sleep(3)
+        session.move(left + width / 2, top + height / 2)
+        program = start_quillet(session, lesson(session, 58)[1], movable=False)
+        banner = program.wait_for_banner(1, 20)
+        time.sleep(1.5)
+        step.picture(session.shot(), "pointer on the second")
+        step.note(f"Second monitor at {left}, {top}, {width}x{height}; banner at {banner.left}, {banner.top}.")
+        if not left <= banner.left + 500 <= left + width:
+            step.note("The banner came on the first.")
+        step.look(session.monitors_note)
+        session.quit_quillet()
+
+
+def pss(pid):
+    text = pathlib.Path(f"/proc/{pid}/smaps_rollup").read_text()
+    return int(re.search(r"^Pss:\s+(\d+) kB", text, re.MULTILINE)[1]) / 1024
+
+
+def walk_memory(session, report):
+    with report.step(session, "Memory") as step:
+        # Without the library that moves the clock.
+        program = start_quillet(session, lesson(session, 7200)[1], movable=False)
+        program.wait_for("^scheduled system backup notifications", 20)
+        time.sleep(5)
+        step.note(f"Quillet {pss(program.process.pid):.1f} MiB a few seconds after the start")
+        agents = session.pids_of("quillet-notification-agent")
+        step.note(f"and its agent {pss(agents[0]):.1f} MiB (proportional set size).")
+        session.quit_quillet()
+
+
+def walk_crash(session, report):
+    """A Quillet that crashes comes back, and its bell with it."""
+    with report.step(session, "After a crash") as step:
+        program = start_quillet(session, lesson(session, 3600)[1], movable=False)
+        program.wait_for("^scheduled system backup notifications", 20)
+        time.sleep(2)
+        os.kill(program.process.pid, signal.SIGKILL)
+        program.process.wait()
+        try:
+            pid = poll("Quillet to come back", lambda: session.pids_of("quillet"), 20)[0]
+        except AssertionError as problem:
+            raise NotSeen(str(problem)) from problem
+        step.note("The agent brought it back.")
+        os.kill(pid, signal.SIGTERM)
+        poll("its end", lambda: not session.pids_of("quillet"))

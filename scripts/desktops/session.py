@@ -1,0 +1,318 @@
+# SPDX-FileCopyrightText: 2026 The Quillet authors
+# SPDX-License-Identifier: MIT
+"""A session of a real desktop that nobody sees, in a root of its own. What each desktop does its own way is a method
+that the desktop's file overrides; what it lacks is told by NotSeen."""
+import json
+import os
+import pathlib
+import re
+import signal
+import subprocess
+import time
+
+from PIL import Image
+from quillet_desktop import Desktop, poll
+from report import NotSeen
+from waiting import WallClock
+
+HERE = pathlib.Path(__file__).resolve().parent
+HOME = pathlib.Path("/home/teacher")
+RUNTIME = pathlib.Path("/run/user/1000")
+SYSTEM_BUS = "unix:path=/run/dbus/system_bus_socket"
+BUS = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <listen>unix:path=/run/dbus/system_bus_socket</listen>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/><allow own="*"/>
+  </policy>
+</busconfig>
+"""
+
+
+class Session(Desktop):
+    """A session as the road walks it. Coordinates are those of its pictures."""
+
+    size = (1280, 800)
+    kind = "X11"
+    desktop_name = ""
+    variables = {}
+    sides = ("top", "bottom")  # where its bar can be
+    side = "top"  # where it is at first
+    display = ":90"
+    nearness = 60  # how far the panel's edge may be from the bell's middle
+    left_opens = ("panel",)
+    double_opens = ("nothing", "panel", "panel, and closed it")
+    platforms = ("x11",)  # of full-screen windows
+    notification_stays = 11  # seconds for which the desktop's own notification is on the screen
+    monitors_note = "both monitors; an X server has one scale for all."
+
+    def __init__(self, monitors=1, scale=1):  # the parent's would bring up a virtual desktop
+        self.monitors, self.scale = monitors, scale
+        self.programs, self.parts = [], []
+        self.room = HOME / "room"
+        for folder in (self.room / "logs", HOME / ".config", HOME / ".local/share", HOME / ".local/state"):
+            folder.mkdir(parents=True, exist_ok=True)
+        self.environment = {
+            "PATH": os.environ["PATH"], "LC_ALL": "C.UTF-8", "HOME": str(HOME), "USER": "teacher", "LOGNAME": "teacher",
+            "SHELL": "/bin/bash", "TZ": os.environ["TZ"], "XDG_RUNTIME_DIR": str(RUNTIME), "XDG_SESSION_ID": "c1",
+            "XDG_SESSION_TYPE": self.kind.lower(), "XDG_CURRENT_DESKTOP": self.desktop_name,
+            "XDG_CONFIG_HOME": str(HOME / ".config"), "XDG_DATA_HOME": str(HOME / ".local/share"),
+            "XDG_STATE_HOME": str(HOME / ".local/state"), "XDG_CACHE_HOME": str(HOME / ".cache"),
+            "XDG_DATA_DIRS": "/usr/local/share:/usr/share", "LIBGL_ALWAYS_SOFTWARE": "1", "DISPLAY": self.display,
+            "DBUS_SYSTEM_BUS_ADDRESS": SYSTEM_BUS, "DBUS_SESSION_BUS_ADDRESS": f"unix:path={RUNTIME}/bus",
+            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", **self.variables}
+        self.data, self.config = HOME / ".local/share", HOME / ".config"
+        self.calendar_folder = self.data / "quillet/calendars"
+        self.reset_clock()
+
+    def __exit__(self, *problem):
+        for program in self.programs:
+            program.end()
+        for part in reversed(self.parts):
+            if part.poll() is None:
+                part.send_signal(signal.SIGTERM)
+        for part in reversed(self.parts):
+            try:
+                part.wait(3)
+            except subprocess.TimeoutExpired:
+                part.kill()
+                part.wait()
+
+    # --- coming up
+
+    def start(self, name, *command, environment=None):
+        """Starts a part of the desktop, with its output in a log."""
+        with (self.room / "logs" / name).open("ab") as output:
+            part = subprocess.Popen(command, env={**self.environment, **(environment or {})}, start_new_session=True,
+                                    stdin=subprocess.DEVNULL, stdout=output, stderr=output, cwd=HOME)
+        self.parts.append(part)
+        return part
+
+    def bring_up(self):
+        (self.room / "system.conf").write_text(BUS)
+        for path in (pathlib.Path("/run/dbus/system_bus_socket"), RUNTIME / "bus"):
+            path.unlink(missing_ok=True)
+        self.start("system-bus", "dbus-daemon", "--nofork", "--nopidfile", f"--config-file={self.room}/system.conf")
+        poll("the system bus", pathlib.Path("/run/dbus/system_bus_socket").exists)
+        self.start("logind", "python3", "-m", "dbusmock", "--system", "--template", "logind")
+        self.run("gdbus", "wait", "--system", "--timeout", "20", "org.freedesktop.login1")
+        self.run("gdbus", "call", "--system", "--dest", "org.freedesktop.login1", "--object-path",
+                 "/org/freedesktop/login1", "--method", "org.freedesktop.DBus.Mock.AddSession", "c1", "seat0",
+                 "1000", "teacher", "true")
+        self.start("bus", "dbus-daemon", "--session", "--nofork", "--nopidfile",
+                   f"--address=unix:path={RUNTIME}/bus")
+        poll("the session bus", (RUNTIME / "bus").exists)
+        self.prepare()
+        self.start_desktop()
+        poll("a host for the bell", self.has_host, 60, 0.3)
+        self.after_start()
+
+    def relaunch(self, monitors=1, scale=1):
+        """Ends the session and brings up another in the same home, with these monitors."""
+        self.__exit__(None, None, None)
+        self.programs, self.parts, self.monitors, self.scale = [], [], monitors, scale
+        self.bring_up()
+
+    def prepare(self):
+        """What is to be in place before the desktop starts."""
+
+    def start_desktop(self):
+        raise NotImplementedError
+
+    def after_start(self):
+        """What is to be done once its bar is there."""
+
+    def has_host(self):
+        try:
+            return "true" in self.call("org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher",
+                                       "org.freedesktop.DBus.Properties.Get", "org.kde.StatusNotifierWatcher",
+                                       "IsStatusNotifierHostRegistered")
+        except AssertionError:
+            return False
+
+    def tell_bus(self, *names):
+        """Tells the bus, for what it starts, where the display is."""
+        self.run("dbus-update-activation-environment", *(f"{name}={self.environment[name]}" for name in names))
+
+    # --- what each desktop does its own way
+
+    def bar_to(self, side):
+        raise NotSeen("There is no road to move this desktop's bar.")
+
+    def set_dark(self, dark):
+        raise NotSeen("There is no road to make this desktop dark.")
+
+    def set_scale(self, scale):
+        raise NotSeen("There is no road to scale this desktop.")
+
+    def lock(self):
+        raise NotSeen("This desktop's lock does not work in a root without a seat.")
+
+    def unlock(self):
+        raise NotSeen("This desktop's lock does not work in a root without a seat.")
+
+    def set_notifications(self, allowed):
+        raise NotSeen("This desktop has no switch for one program's notifications.")
+
+    def label(self):
+        """The text that the host shows beside the bell; None where hosts show none."""
+        return None
+
+    def add_monitor(self):
+        """Switches a second monitor on, to the right of the first, and tells of its place: left, top, width, height."""
+        raise NotSeen("There is no road to a second monitor here.")
+
+    def told_bell(self):
+        """The middle of the bell, where the desktop itself tells."""
+        return None
+
+    def menu_is_open(self, seconds=0):
+        """Whether the host shows the bell's native menu."""
+        found = self.anywhere("Quit Quillet", str(seconds))
+        return any(program.lower() != "quillet" for program, *_ in found)
+
+    # --- looking
+
+    def shot(self):
+        path = self.room / "shot.png"
+        self.run("import", "-silent", "-window", "root", str(path), seconds=30)
+        with Image.open(path) as image:
+            return image.convert("RGB")
+
+    def bar_of(self, image, thickness=64):
+        """The strip of a picture that holds the bar."""
+        top = self.bar_top(image, thickness)
+        return image.crop((0, top, image.width, top + thickness))
+
+    def bar_top(self, image, thickness=64):
+        return 0 if self.side == "top" else image.height - thickness
+
+    def anywhere(self, *arguments):
+        """What a screen reader finds in all programs of the desktop."""
+        done = self.run("/usr/bin/python3", str(HERE / "anywhere.py"), *arguments, seconds=60)
+        return json.loads(done)
+
+    def needs_platform(self, platform):
+        if platform not in self.platforms:
+            raise NotSeen("An X11 session has no Wayland windows.")
+
+    @staticmethod
+    def close_button(banner):
+        return banner.close_button
+
+    # --- hands
+
+    def move(self, x, y):
+        self.run("xdotool", "mousemove", str(round(x)), str(round(y)))
+        time.sleep(0.2)  # hosts look at the pointer when it has come to rest
+
+    def click(self, x, y, button=1, times=1):
+        self.move(x, y)
+        self.run("xdotool", "click", "--repeat", str(times), "--delay", "120", str(button))
+
+    def key(self, *names):
+        self.run("xdotool", "key", *names)
+
+    def rest(self):
+        """Puts the pointer where nothing is."""
+        self.move(self.size[0] // 2, self.size[1] - 120)
+
+    def settle(self):
+        """After each step: no menu is open, no window of the road's is there."""
+        self.end_opponents()
+        self.key("Escape")
+        self.rest()
+
+    # --- programs
+
+    def start_quillet_again(self):
+        """A second start hands over to the first and ends."""
+        subprocess.run(["/usr/bin/quillet"], env=self.environment, stdin=subprocess.DEVNULL, capture_output=True,
+                       timeout=20, check=True)
+
+    def end_opponents(self):
+        for opponent in getattr(self, "opponents", []):
+            if opponent.poll() is None:
+                opponent.terminate()
+                opponent.wait(10)
+            opponent.stdout.close()
+        self.opponents = []
+
+    def reset_clock(self, movable=True):
+        self.clock = WallClock({"TZ": self.environment["TZ"]}, self.room / "clock", movable)
+
+    def status_item(self):
+        """Quillet's status item as the host has it: name on the bus, and path. None while there is none."""
+        for item in self.status_items():
+            name, path = re.fullmatch(r"([^/@]+)@?(/.*)?", item).groups()
+            owner = self.call("org.freedesktop.DBus", "/org/freedesktop/DBus",
+                              "org.freedesktop.DBus.GetConnectionUnixProcessID", name)
+            if self.programs and f"uint32 {self.programs[-1].process.pid}," in owner:
+                return name, path or "/StatusNotifierItem"
+        return None
+
+    def property_of_bell(self, name):
+        bus_name, path = poll("the bell on the bus", self.status_item)
+        answer = self.call(bus_name, path, "org.freedesktop.DBus.Properties.Get", "org.kde.StatusNotifierItem", name)
+        return re.fullmatch(r"\(<'?(.*?)'?>,\)\s*", answer)[1]
+
+    def quit_quillet(self):
+        for program in self.programs:
+            if program.process.poll() is None:
+                program.quit()
+            program.end()
+        self.programs.clear()
+
+    def end_agent(self):
+        for pid in self.pids_of("quillet-notification-agent"):
+            os.kill(pid, signal.SIGTERM)
+        poll("the agent's end", lambda: not self.pids_of("quillet-notification-agent"))
+
+    def pids_of(self, executable):
+        """The processes of the root that run this executable; no others are in this namespace."""
+        found = []
+        for entry in pathlib.Path("/proc").glob("[0-9]*"):
+            try:
+                if os.path.basename(os.readlink(entry / "exe")) == executable:
+                    found.append(int(entry.name))
+            except OSError:
+                continue
+        return found
+
+    def forget(self):
+        """Takes away what Quillet and its agent have kept."""
+        self.quit_quillet()
+        self.end_agent()
+        for folder in (self.data / "quillet", self.config / "quillet", HOME / ".local/state"):
+            subprocess.run(["rm", "-rf", str(folder)], check=True)
+
+
+class X11Session(Session):
+    """A desktop on an X server with two outputs, the second of which is off."""
+
+    @staticmethod
+    def as_root(monitors):
+        """Starts the display, before the walk gives up being root."""
+        log = open("/run/display.log", "ab")  # pylint: disable=consider-using-with
+        subprocess.Popen(["Xorg", ":90", "-config", "/srv/quillet/tests/support/two-monitors.conf", "-noreset",
+                          "-nolisten", "tcp", "-logfile", "/run/xorg.log", "-ac", "-novtswitch", "-sharevts"],
+                         stdin=subprocess.DEVNULL, stdout=log, stderr=log)
+        poll("the X server", pathlib.Path("/tmp/.X11-unix/X90").exists, 20)
+
+    def prepare(self):
+        outputs = re.findall(r"^(\S+) (?:connected|disconnected)", self.run("xrandr"), re.MULTILINE)
+        self.outputs = outputs
+        self.set_mode(outputs[0], *self.size)
+        self.run("xrandr", "--output", outputs[1], "--off")
+        self.tell_bus("DISPLAY", "XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE")
+
+    def set_mode(self, output, width, height, *place):
+        mode = f"{width}x{height}r"
+        self.run("sh", "-c", f"xrandr --newmode {mode} 100 {width} {width + 8} {width + 16} {width + 32} {height} "
+                 f"{height + 2} {height + 4} {height + 8} 2>/dev/null; xrandr --addmode {output} {mode} 2>/dev/null; true")
+        self.run("xrandr", "--output", output, "--mode", mode, *place)
+
+    def add_monitor(self):
+        self.set_mode(self.outputs[1], 1024, 768, "--right-of", self.outputs[0])
+        return self.size[0], 0, 1024, 768

@@ -1,0 +1,54 @@
+# SPDX-FileCopyrightText: 2026 The Quillet authors
+# SPDX-License-Identifier: MIT
+"""Xfce, as its session starts it."""
+import time
+
+from session import HOME, X11Session
+
+# Of the panel's own first start: two panels, the upper of which has the status area.
+FIRST_PANELS = "/etc/xdg/xfce4/panel/default.xml"
+
+
+class Xfce(X11Session):
+    desktop_name = "XFCE"
+    variables = {"XDG_SESSION_DESKTOP": "xfce", "DESKTOP_SESSION": "xfce", "XDG_CONFIG_DIRS": "/etc/xdg",
+                 "XDG_MENU_PREFIX": "xfce-"}
+
+    def prepare(self):
+        super().prepare()
+        folder = HOME / ".config/xfce4/xfconf/xfce-perchannel-xml"
+        folder.mkdir(parents=True)
+        with open(FIRST_PANELS, encoding="utf-8") as first:
+            (folder / "xfce4-panel.xml").write_text(first.read())
+
+    def start_desktop(self):
+        self.start("session", "xfce4-session")
+
+    def setting(self, channel, key, kind, value):  # noqa: D102
+        self.run("xfconf-query", "--channel", channel, "--property", key, "--create", "--type", kind, "--set", value)
+
+    def after_start(self):
+        time.sleep(3)  # its windows come up one after the other, and none tells when it is the last
+
+    def bar_to(self, side):
+        self.setting("xfce4-panel", "/panels/panel-1/position", "string", "p=6;x=0;y=0" if side == "top" else "p=8;x=0;y=0")
+        if side == "bottom":
+            self.setting("xfce4-panel", "/panels/panel-2/position", "string", "p=6;x=0;y=0")
+        self.side = side
+        time.sleep(1)
+
+    def set_dark(self, dark):
+        self.setting("xsettings", "/Net/ThemeName", "string", "Adwaita-dark" if dark else "Adwaita")
+
+    def set_scale(self, scale):
+        self.setting("xsettings", "/Gdk/WindowScalingFactor", "int", str(scale))
+
+    def lock(self):
+        self.run("xfce4-screensaver-command", "--lock")
+
+    def unlock(self):
+        self.run("xfce4-screensaver-command", "--deactivate")
+
+    def set_notifications(self, allowed):
+        self.run("xfconf-query", "--channel", "xfce4-notifyd", "--property", "/applications/muted_applications",
+                 *(["--reset"] if allowed else ["--create", "--force-array", "--type", "string", "--set", "Quillet"]))
