@@ -9,12 +9,11 @@ import time
 
 from PIL import Image
 from quillet_desktop import poll
-from report import NotSeen
 from session import RUNTIME, Session
 
 EXTENSION = "ubuntu-appindicators@ubuntu.com"
 # The kernel's codes.
-CODES = {"Escape": 1, "Tab": 15, "q": 16, "ctrl": 29, "a": 30, "d": 32, "c": 46, "b": 48, "space": 57, "super": 125}
+CODES = {"Escape": 1, "Tab": 15, "q": 16, "Return": 28, "ctrl": 29, "a": 30, "d": 32, "c": 46, "b": 48, "space": 57, "super": 125}
 BUTTONS = {1: "BUTTON_PRIMARY", 3: "BUTTON_SECONDARY"}
 INDICATOR = """const item = Object.entries(Main.panel.statusArea).find(([name]) =>
     name.startsWith('appindicator'))?.[1];"""
@@ -146,9 +145,28 @@ class Gnome(Session):
 
     def set_scale(self, scale):
         self.relaunch(scale=scale)
-        if scale != 1:
-            self.apply_scales(scale)
+        self.apply_scales([scale])
 
     def add_monitor(self):
-        self.relaunch(monitors=2, scale=1)
-        raise NotSeen("later")
+        self.relaunch(monitors=2)
+        self.apply_scales([1, 2])
+        width, height = self.size
+        # Each monitor is as large as the first; at 200 % it has half the points.
+        return width, 0, width // 2, height // 2
+
+    def apply_scales(self, scales):
+        """Puts the monitors beside each other, with these scales, as the settings would."""
+        state = ("org.gnome.Mutter.DisplayConfig", "/org/gnome/Mutter/DisplayConfig",
+                 "org.gnome.Mutter.DisplayConfig.GetCurrentState")
+        answer = self.call(*state)
+        serial = re.match(r"\(uint32 (\d+)", answer)[1]
+        names = sorted(set(re.findall(r"\(\('(Meta-\d+)'", answer)))
+        modes = dict(re.findall(r"\(\('(Meta-\d+)'[^)]*\), \[\('([^']+)'", answer))
+        left, logical = 0, []
+        for number, (name, scale) in enumerate(zip(names, scales)):
+            logical.append(f"({left}, 0, {float(scale)}, uint32 0, {'true' if number == 0 else 'false'}, "
+                           f"[('{name}', '{modes[name]}', @a{{sv}} {{}})])")
+            left += self.size[0]
+        self.call("org.gnome.Mutter.DisplayConfig", "/org/gnome/Mutter/DisplayConfig",
+                  "org.gnome.Mutter.DisplayConfig.ApplyMonitorsConfig", serial, "1", f"[{', '.join(logical)}]", "{}")
+        time.sleep(2)  # until the shell has laid itself out anew

@@ -7,13 +7,9 @@ import sys
 
 import gi
 
+gi.require_version("Gdk", "3.0")
 gi.require_version("Gtk", "3.0")
 from gi.repository import Gdk, Gtk  # noqa: E402  (the version comes first)
-
-
-def paint(window, context):
-    context.set_source_rgb(96 / 255, 64 / 255, 128 / 255)
-    context.paint()
 
 
 def say(text):
@@ -21,8 +17,9 @@ def say(text):
 
 
 window = Gtk.Window(title="Opponent")
-window.set_app_paintable(True)
-window.connect("draw", paint)
+style = Gtk.CssProvider()
+style.load_from_data(b"window { background: rgb(96, 64, 128); }")
+window.get_style_context().add_provider(style, Gtk.STYLE_PROVIDER_PRIORITY_USER)
 window.connect("key-press-event", lambda _, event: say(Gdk.keyval_name(event.keyval)))
 window.connect("focus-in-event", lambda *_: say("ready"))
 window.connect("destroy", Gtk.main_quit)

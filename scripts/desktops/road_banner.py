@@ -45,10 +45,11 @@ def wait_until_shown(session, banner, seconds=6.0, scale=1):
 
 def start_opponent(session, platform):
     environment = {**session.environment, "GDK_BACKEND": platform, "NO_AT_BRIDGE": "1"}
-    opponent = subprocess.Popen(["/usr/bin/python3", str(OPPONENT_PROGRAM)], env=environment, stdin=subprocess.DEVNULL,
-                                stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+    keys = session.room / "keys"
+    with keys.open("wb") as output:
+        opponent = subprocess.Popen(["/usr/bin/python3", str(OPPONENT_PROGRAM)], env=environment, stdout=output,
+                                    stdin=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     session.opponents.append(opponent)
-    opponent.lines = []
 
     def covers():
         image = session.shot()
@@ -59,19 +60,16 @@ def start_opponent(session, platform):
     except AssertionError:
         session.click(session.size[0] / 2, session.size[1] / 2)
         poll("the full-screen window", covers, 5, 0.3)
-    return opponent
+    return keys
 
 
-def read_keys(opponent, expected, seconds=5.0):
-    """Whether the window read these keys, last."""
-    import select
+def was_typed(read, key, seconds=5.0):
+    """Whether that key is the last that was read."""
     deadline = time.monotonic() + seconds
     while time.monotonic() < deadline:
-        ready, _, _ = select.select([opponent.stdout], [], [], 0.2)
-        if ready:
-            opponent.lines.append(opponent.stdout.readline().strip())
-        if opponent.lines[-len(expected):] == list(expected):
+        if read()[-1:] == [key]:
             return True
+        time.sleep(0.1)
     return False
 
 
@@ -102,11 +100,11 @@ def walk_full_screen(session, report):
     for platform in ("x11", "wayland"):
         with report.step(session, f"Banner above {PLATFORM_NAMES[platform]} full-screen window") as step:
             session.needs_platform(platform)
-            opponent = start_opponent(session, platform)
+            keys = start_opponent(session, platform)
 
-            def typed(key, opponent=opponent):
+            def typed(key, keys=keys):
                 session.key(key)
-                return read_keys(opponent, [key])
+                return was_typed(lambda: keys.read_text().split(), key)
             banner_over(session, step, typed)
             session.quit_quillet()
 
@@ -123,10 +121,7 @@ def walk_browser(session, report):
 
             def typed(key):
                 session.key(key)
-                deadline = time.monotonic() + 5
-                while time.monotonic() < deadline and page.keys[-1:] != [key]:
-                    time.sleep(0.1)
-                return page.keys[-1:] == [key]
+                return was_typed(lambda: page.keys, key)
             banner_over(session, step, typed)
             step.note(f"firefox-esr as {'a Wayland' if wayland else 'an X11'} program.")
         finally:

@@ -48,7 +48,7 @@ class Session(Desktop):
     monitors_note = "both monitors; an X server has one scale for all."
 
     def __init__(self, monitors=1, scale=1):  # the parent's would bring up a virtual desktop
-        self.monitors, self.scale = monitors, scale
+        self.monitors, self.scale, self.width = monitors, scale, self.size[0]
         self.programs, self.parts = [], []
         self.room = HOME / "room"
         for folder in (self.room / "logs", HOME / ".config", HOME / ".local/share", HOME / ".local/state"):
@@ -178,7 +178,7 @@ class Session(Desktop):
         path = self.room / "shot.png"
         self.run("import", "-silent", "-window", "root", str(path), seconds=30)
         with Image.open(path) as image:
-            return image.convert("RGB")
+            return image.convert("RGB").crop((0, 0, self.width, self.size[1]))
 
     def bar_of(self, image, thickness=64):
         """The strip of a picture that holds the bar."""
@@ -236,7 +236,6 @@ class Session(Desktop):
             if opponent.poll() is None:
                 opponent.terminate()
                 opponent.wait(10)
-            opponent.stdout.close()
         self.opponents = []
 
     def reset_clock(self, movable=True):
@@ -305,6 +304,8 @@ class X11Session(Session):
         self.outputs = outputs
         self.set_mode(outputs[0], *self.size)
         self.run("xrandr", "--output", outputs[1], "--off")
+        # Room for the second from the beginning: a server without a card draws nothing into room that comes later.
+        self.run("xrandr", "--fb", f"{2 * self.size[0]}x{self.size[1]}")
         self.tell_bus("DISPLAY", "XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE")
 
     def set_mode(self, output, width, height, *place):
@@ -314,5 +315,7 @@ class X11Session(Session):
         self.run("xrandr", "--output", output, "--mode", mode, *place)
 
     def add_monitor(self):
-        self.set_mode(self.outputs[1], 1024, 768, "--right-of", self.outputs[0])
-        return self.size[0], 0, 1024, 768
+        width, height = self.size
+        self.set_mode(self.outputs[1], width, height, "--right-of", self.outputs[0])
+        self.width = 2 * width
+        return width, 0, width, height

@@ -76,4 +76,5 @@ def main():
                 ROAD[name](session, report)
 
 
-main()
+if __name__ == "__main__":
+    main()

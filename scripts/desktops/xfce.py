@@ -7,6 +7,12 @@ from session import HOME, X11Session
 
 # Of the panel's own first start: two panels, the upper of which has the status area.
 FIRST_PANELS = "/etc/xdg/xfce4/panel/default.xml"
+# Without a card the compositing manager cannot wait for one.
+WINDOWS = """<?xml version="1.0" encoding="UTF-8"?>
+<channel name="xfwm4" version="1.0">
+  <property name="general" type="empty"><property name="vblank_mode" type="string" value="off"/></property>
+</channel>
+"""
 
 
 class Xfce(X11Session):
@@ -20,11 +26,12 @@ class Xfce(X11Session):
         folder.mkdir(parents=True)
         with open(FIRST_PANELS, encoding="utf-8") as first:
             (folder / "xfce4-panel.xml").write_text(first.read())
+        (folder / "xfwm4.xml").write_text(WINDOWS)
 
     def start_desktop(self):
         self.start("session", "xfce4-session")
 
-    def setting(self, channel, key, kind, value):  # noqa: D102
+    def setting(self, channel, key, kind, value):
         self.run("xfconf-query", "--channel", channel, "--property", key, "--create", "--type", kind, "--set", value)
 
     def after_start(self):
@@ -38,7 +45,10 @@ class Xfce(X11Session):
         time.sleep(1)
 
     def set_dark(self, dark):
-        self.setting("xsettings", "/Net/ThemeName", "string", "Adwaita-dark" if dark else "Adwaita")
+        if dark:
+            self.setting("xsettings", "/Net/ThemeName", "string", "Adwaita-dark")
+        else:
+            self.run("xfconf-query", "--channel", "xsettings", "--property", "/Net/ThemeName", "--reset")
 
     def set_scale(self, scale):
         self.setting("xsettings", "/Gdk/WindowScalingFactor", "int", str(scale))
@@ -51,4 +61,4 @@ class Xfce(X11Session):
 
     def set_notifications(self, allowed):
         self.run("xfconf-query", "--channel", "xfce4-notifyd", "--property", "/applications/muted_applications",
-                 *(["--reset"] if allowed else ["--create", "--force-array", "--type", "string", "--set", "Quillet"]))
+                 *(["--reset"] if allowed else ["--create", "--force-array", "--type", "string", "--set", "com.ordwinsoftware.Quillet"]))
