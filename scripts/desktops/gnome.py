@@ -47,7 +47,7 @@ class Gnome(Session):
             self.run("gsettings", "set", schema, key, value)
 
     def start_desktop(self):
-        for path in RUNTIME.glob("wayland-*"):
+        for path in [*RUNTIME.glob("wayland-*"), *RUNTIME.glob(".mutter-Xwaylandauth.*")]:
             path.unlink()
         width, height = (size * self.scale for size in self.size)
         monitors = ["--virtual-monitor", f"{width}x{height}"] * self.monitors
@@ -64,11 +64,10 @@ class Gnome(Session):
 
     def after_start(self):
         poll("the console", lambda: self.evaluate("Main.overview !== undefined"), 20, 0.3)
-        self.evaluate("Main.overview.hide(); 1")
         self.evaluate("const C = imports.gi.Clutter; const seat = C.get_default_backend().get_default_seat();"
                       "global.pointer = seat.create_virtual_device(C.InputDeviceType.POINTER_DEVICE);"
                       "global.keys = seat.create_virtual_device(C.InputDeviceType.KEYBOARD_DEVICE); 1")
-        poll("the overview to go", lambda: not self.evaluate("Main.overview.visible"), 10)
+        poll("the overview to go", lambda: self.evaluate("Main.overview.hide(); !Main.overview.visible"), 20, 0.5)
         # An X server for X11 programs comes with the first of them.
         self.run("xdotool", "getdisplaygeometry")
 
@@ -130,8 +129,7 @@ class Gnome(Session):
     # --- what it does its own way
 
     def set_dark(self, dark):
-        self.run("gsettings", "set", "org.gnome.desktop.interface", "color-scheme",
-                 "prefer-dark" if dark else "prefer-light")
+        self.run("gsettings", "set", "org.gnome.desktop.interface", "color-scheme", "prefer-dark" if dark else "default")
 
     def lock(self):
         self.evaluate("Main.screenShield.lock(false); 1")

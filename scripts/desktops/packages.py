@@ -29,15 +29,15 @@ def _root(desktop, suite, version_of, packages):
     return Root(desktop, suite, tuple(packages.split()), version_of)
 
 
-_XFCE = """xfce4-panel xfce4-session xfce4-settings xfce4-notifyd xfce4-screensaver xfdesktop4 xfwm4 adwaita-icon-theme
-    qt6-gtk-platformtheme gnome-themes-extra xdg-desktop-portal xdg-desktop-portal-gtk"""
+_XFCE = """xfce4-panel xfce4-session xfce4-settings xfce4-notifyd xfdesktop4 xfwm4 adwaita-icon-theme qt6-gtk-platformtheme
+    gnome-themes-extra xdg-desktop-portal xdg-desktop-portal-gtk"""
 _GNOME = """gnome-shell gnome-shell-extension-appindicator xwayland qt6-gtk-platformtheme adwaita-icon-theme
     xdg-desktop-portal-gnome xdg-desktop-portal-gtk"""
 _PLASMA = """kwin-wayland plasma-workspace plasma-desktop plasma-integration breeze breeze-icon-theme kde-cli-tools
     kscreen xdg-desktop-portal-kde xwayland"""
 
 ROOTS = (
-    _root("xfce", "trixie", "xfce4-panel", _XFCE),
+    _root("xfce", "trixie", "xfce4-panel", _XFCE + " xfce4-screensaver"),
     _root("gnome", "trixie", "gnome-shell", _GNOME),
     _root("plasma", "trixie", "plasma-workspace", _PLASMA),
     _root("mate", "trixie", "mate-panel",

@@ -56,10 +56,10 @@ class Plasma(Session):
         inner = poll("the X server in it", lambda: [path for path in pathlib.Path("/tmp/.X11-unix").iterdir()
                                                     if path not in before], 20)
         self.environment.update(WAYLAND_DISPLAY="wayland-0", DISPLAY=":" + sorted(inner)[0].name[1:])
-        authority = poll("its key", lambda: list(RUNTIME.glob("xauth_*")), 10)
-        self.environment["XAUTHORITY"] = str(max(authority, key=os.path.getmtime))
-        self.tell_bus("DISPLAY", "XAUTHORITY", "WAYLAND_DISPLAY", "XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE",
-                      "KDE_FULL_SESSION", "KDE_SESSION_VERSION")
+        keys = sorted(RUNTIME.glob("xauth_*"), key=os.path.getmtime)  # some versions have none
+        self.environment.update({"XAUTHORITY": str(keys[-1])} if keys else {})
+        self.tell_bus(*({"XAUTHORITY"} & set(self.environment)), "DISPLAY", "WAYLAND_DISPLAY", "XDG_CURRENT_DESKTOP",
+                      "XDG_SESSION_TYPE", "KDE_FULL_SESSION", "KDE_SESSION_VERSION")
         self.start("activities", "/usr/lib/x86_64-linux-gnu/libexec/kactivitymanagerd")
         self.start("kded", f"kded{self.version}")
         self.start("shell", "plasmashell")

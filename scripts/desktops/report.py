@@ -14,6 +14,10 @@ class NotSeen(Exception):
     """What this desktop does not have, or does not do in a root without a seat."""
 
 
+class ToolFailed(Exception):
+    """A tool of the road's failed."""
+
+
 class Step:
     def __init__(self, report, name):
         self.report, self.name = report, name
@@ -56,7 +60,9 @@ class Report:
             failed = isinstance(problem, AssertionError)
             step.result = WRONG if failed else UNSEEN
             step.note(str(problem) if failed else f"The walk failed: {problem!r}"[:600])
-            (self.folder / "problems.log").open("a").write(f"--- {name}\n{traceback.format_exc()}")
+            with (self.folder / "problems.log").open("a") as problems:
+                problems.write(f"--- {name}\n{traceback.format_exc()}")
+                problems.writelines(f"{line!r}\n" for program in session.programs for line in program.lines()[-40:])
             with contextlib.suppress(Exception):
                 step.picture(session.shot(), "when it failed")
         self.steps.append({"name": name, "result": step.result, "notes": step.notes, "pictures": step.pictures,

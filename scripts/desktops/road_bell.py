@@ -84,6 +84,8 @@ def walk_phases(session, report):
             step.picture(session.bar_of(session.shot()), title)
         step.note("Told to the host, " + ("and shown by it: " if session.label() is not None else "which shows none: ")
                   + ", ".join(labels) + ".")
+    session.quit_quillet()
+    session.reset_clock()  # what follows reckons in real time
 
 
 def windows_of_panel(session):
@@ -168,7 +170,8 @@ def walk_sides(session, report):
             if side not in session.sides:
                 raise NotSeen(f"This desktop's bar is never at the {side}.")
             session.quit_quillet()
-            session.bar_to(side)
+            if side != session.side:
+                session.bar_to(side)
             start_quillet(session, lesson(session, 7200)[1])
             session.bell_at, _ = find_bell(session)
             session.click(*session.bell_at)
@@ -188,6 +191,5 @@ def walk_sides(session, report):
             near = top - session.bell_at[1] if side == "top" else session.bell_at[1] - (top + height)
             assert 0 <= near <= session.nearness, f"It stands {near:.0f} points from the bell's middle."
             close_all(session)
-    with report.step(session, "The bar back in its place"):
-        if session.side != type(session).side:
-            session.bar_to(type(session).side)
+    if session.side != type(session).side:
+        session.bar_to(type(session).side)

@@ -1,8 +1,10 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
 """Xfce, as its session starts it."""
+import shutil
 import time
 
+from report import NotSeen
 from session import HOME, X11Session
 
 # Of the panel's own first start: two panels, the upper of which has the status area.
@@ -54,6 +56,8 @@ class Xfce(X11Session):
         self.setting("xsettings", "/Gdk/WindowScalingFactor", "int", str(scale))
 
     def lock(self):
+        if not shutil.which("xfce4-screensaver-command"):
+            raise NotSeen("This release has no screen saver of Xfce's own; the one it brings wants a login manager.")
         self.run("xfce4-screensaver-command", "--lock")
 
     def unlock(self):
