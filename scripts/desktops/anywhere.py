@@ -1,18 +1,17 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""Finds text in any program of the desktop it is called in, as a screen reader would: prints a JSON list of [program,
-role, name, left, top, width, height] of all that shows and whose name holds the text.
+"""Searches the accessibility tree of all programs for visible nodes whose name contains a text. Prints a JSON list of
+[program, role, name, left, top, width, height].
 
-    anywhere.py TEXT [SECONDS]    with seconds: until something is found"""
+    anywhere.py TEXT [SECONDS]    waits up to SECONDS for the first node"""
 import json
 import sys
 import time
 
 import pyatspi
 
-# A window's worth of lists: whoever shows more than this is not what is sought.
-MOST = 4000
+MOST = 4000  # nodes, per program
 
 
 def found_in(program, text):
@@ -27,7 +26,7 @@ def found_in(program, text):
                 area = node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
                 yield [program.name, node.getRoleName(), node.name, area.x, area.y, area.width, area.height]
             nodes.extend(node)
-        except Exception:  # a node may go while it is looked at, and each library tells so in its own way
+        except Exception:  # the node may vanish meanwhile; each library raises its own error
             continue
 
 

@@ -1,18 +1,18 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""Finds the bell in a picture of a bar: by the image that Quillet gives to the host, whatever size the host makes of
-it and whatever ground it puts it on."""
+"""Finds the bell in a picture of the bar: matches the image that Quillet exports, at several sizes, on a light and on a
+dark background."""
 import re
 
 import numpy
 from PIL import Image
 
 SIZES = range(14, 61, 2)
-LIKE = 0.8  # how like it must be, of 1
+LIKE = 0.8  # the lowest correlation that counts
 
 
 def images_of(answer):
-    """The largest image in the host's list, as gdbus prints it, on a light and on a dark ground."""
+    """The largest image in the item's IconPixmap, as gdbus prints it, on a light and on a dark background."""
     width, height, content = re.findall(r"\((\d+), (\d+), \[([^\]]*)\]\)", answer)[-1]
     argb = bytes(int(value, 16) for value in re.findall(r"0x[0-9a-f]{2}", content))
     image = Image.frombytes("RGBA", (int(width), int(height)), b"".join(
@@ -22,7 +22,7 @@ def images_of(answer):
 
 
 def _likeness(strip, shape):
-    """How like the shape each place of the strip is: their correlation, 0 where the strip is even."""
+    """The correlation of the shape with each place of the strip; 0 where the strip is flat."""
     windows = numpy.lib.stride_tricks.sliding_window_view(strip, shape.shape)
     ink = shape - shape.mean()
     spread = windows.std(axis=(2, 3))
@@ -32,7 +32,7 @@ def _likeness(strip, shape):
 
 
 def find(strip, images):
-    """The likeliest place in the strip: (likeness, x and y of its middle)."""
+    """The best place in the strip: its correlation, and x and y of its centre."""
     grey = numpy.asarray(strip.convert("L"), dtype=numpy.float32)
     best = (0.0, 0, 0)
     for size in (size for size in SIZES if size <= grey.shape[0]):

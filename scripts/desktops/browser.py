@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""A browser in full screen, with a page that tells which keys it gets and how large it is."""
+"""A full-screen browser with a page that reports its keys and its size."""
 import http.server
 import threading
 import urllib.parse
@@ -23,7 +23,7 @@ user_pref("full-screen-api.warning.timeout", 0);
 
 
 class Page:
-    """The page's server; it keeps what the page told."""
+    """Serves the page and records its reports."""
 
     def __init__(self):
         page = self

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""Quillet's package for a release: made of the last commit, and kept for as long as what it is made of is the same."""
+"""Quillet's package for a release, built from the last commit; rebuilt only if its sources have changed."""
 import hashlib
 import pathlib
 import shutil
@@ -8,13 +8,13 @@ import subprocess
 
 from roots import SOURCE
 
-# What goes into the package, or says how.
+# The sources of the package.
 PARTS = ("CMakeLists.txt", "CMakePresets.json", "Corvane", "NotificationAgent", "cmake", "packaging",
          "scripts/package", "scripts/packages", "scripts/make-sound")
 
 
 def _trees():
-    """What names the content of those parts."""
+    """A hash of these sources in the last commit."""
     listed = subprocess.run(["git", "ls-tree", "HEAD", *PARTS], cwd=SOURCE, capture_output=True, check=True).stdout
     return hashlib.sha256(listed).hexdigest()[:12]
 

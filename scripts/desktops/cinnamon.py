@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""Cinnamon, with the part of its session that keeps the status items."""
+"""Cinnamon, with the session's settings and status item services."""
 import time
 
 from session import X11Session
@@ -18,7 +18,7 @@ class Cinnamon(X11Session):
         self.start("shell", "cinnamon", "--replace")
 
     def after_start(self):
-        time.sleep(6)  # the parts of its bar come up one after the other, and none tells when it is the last
+        time.sleep(6)  # no signal tells when the bar is complete
 
     def bar_to(self, side):
         self.run("gsettings", "set", "org.cinnamon", "panels-enabled", f"['1:0:{side}']")
@@ -26,7 +26,8 @@ class Cinnamon(X11Session):
         time.sleep(3)
 
     def set_dark(self, dark):
-        self.run("gsettings", "set", "org.cinnamon.desktop.interface", "gtk-theme", "Adwaita-dark" if dark else "Adwaita")
+        self.run("gsettings", "set", "org.cinnamon.desktop.interface", "gtk-theme",
+                 "Adwaita-dark" if dark else "Adwaita")
         self.run("gsettings", "set", "org.x.apps.portal", "color-scheme", "prefer-dark" if dark else "prefer-light")
 
     def set_scale(self, scale):

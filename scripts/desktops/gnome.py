@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""GNOME Shell on Wayland, with the extension that shows status items. Its own console, open in its unsafe mode, moves a
-virtual pointer and presses virtual keys."""
+"""GNOME Shell on Wayland with the indicator extension. The shell's D-Bus console (--unsafe-mode) drives a virtual
+pointer and keyboard."""
 import ast
 import json
 import re
@@ -12,8 +12,8 @@ from quillet_desktop import poll
 from session import RUNTIME, Session
 
 EXTENSION = "ubuntu-appindicators@ubuntu.com"
-# The kernel's codes.
-CODES = {"Escape": 1, "Tab": 15, "q": 16, "Return": 28, "ctrl": 29, "a": 30, "d": 32, "c": 46, "b": 48, "space": 57, "super": 125}
+# Codes of the kernel's input layer.
+CODES = {"Escape": 1, "Tab": 15, "q": 16, "Return": 28, "ctrl": 29, "a": 30, "d": 32, "c": 46, "b": 48}
 BUTTONS = {1: "BUTTON_PRIMARY", 3: "BUTTON_SECONDARY"}
 INDICATOR = """const item = Object.entries(Main.panel.statusArea).find(([name]) =>
     name.startsWith('appindicator'))?.[1];"""
@@ -31,7 +31,7 @@ class Gnome(Session):
 
     @staticmethod
     def as_root(monitors):
-        """It needs no display but its own."""
+        """A headless shell needs no display."""
 
     def prepare(self):
         self.start("display-manager", "python3", "-m", "dbusmock", "--system", "org.gnome.DisplayManager",
@@ -47,10 +47,13 @@ class Gnome(Session):
             self.run("gsettings", "set", schema, key, value)
 
     def start_desktop(self):
-        for path in [*RUNTIME.glob("wayland-*"), *RUNTIME.glob(".mutter-Xwaylandauth.*")]:
+        for path in [*RUNTIME.glob("wayland-*"), *RUNTIME.glob(".mutter-Xwaylandauth.*"),
+                     *RUNTIME.glob("gnome-shell-disable-extensions")]:  # left by a shell that was killed
             path.unlink()
-        width, height = (size * self.scale for size in self.size)
-        monitors = ["--virtual-monitor", f"{width}x{height}"] * self.monitors
+        width, height = self.size
+        # The same number of points at 200 % as at 100 %. Of two monitors the second is scaled.
+        factors = [1, 2] if self.monitors == 2 else [self.scale]
+        monitors = [part for factor in factors for part in ("--virtual-monitor", f"{width * factor}x{height * factor}")]
         log = self.room / "logs/shell"
         log.unlink(missing_ok=True)
         self.environment.pop("WAYLAND_DISPLAY", None)
@@ -68,7 +71,7 @@ class Gnome(Session):
                       "global.pointer = seat.create_virtual_device(C.InputDeviceType.POINTER_DEVICE);"
                       "global.keys = seat.create_virtual_device(C.InputDeviceType.KEYBOARD_DEVICE); 1")
         poll("the overview to go", lambda: self.evaluate("Main.overview.hide(); !Main.overview.visible"), 20, 0.5)
-        # An X server for X11 programs comes with the first of them.
+        # Starts Xwayland.
         self.run("xdotool", "getdisplaygeometry")
 
     def evaluate(self, script):
@@ -114,8 +117,8 @@ class Gnome(Session):
 
     def label(self):
         return self.evaluate(
-            f"(() => {{ {INDICATOR} const find = actor => actor instanceof imports.gi.St.Label && actor.visible ? actor.text"
-            " : actor.get_children().map(find).find(text => text); return (item && find(item)) ?? ''; })()")
+            f"(() => {{ {INDICATOR} const find = actor => actor instanceof imports.gi.St.Label && actor.visible"
+            " ? actor.text : actor.get_children().map(find).find(text => text); return (item && find(item)) ?? ''; })()")
 
     def menu_is_open(self, seconds=0):
         deadline = time.monotonic() + seconds
@@ -129,7 +132,8 @@ class Gnome(Session):
     # --- what it does its own way
 
     def set_dark(self, dark):
-        self.run("gsettings", "set", "org.gnome.desktop.interface", "color-scheme", "prefer-dark" if dark else "default")
+        self.run("gsettings", "set", "org.gnome.desktop.interface", "color-scheme",
+                 "prefer-dark" if dark else "default")
 
     def lock(self):
         self.evaluate("Main.screenShield.lock(false); 1")
@@ -149,11 +153,10 @@ class Gnome(Session):
         self.relaunch(monitors=2)
         self.apply_scales([1, 2])
         width, height = self.size
-        # Each monitor is as large as the first; at 200 % it has half the points.
-        return width, 0, width // 2, height // 2
+        return width, 0, width, height
 
     def apply_scales(self, scales):
-        """Puts the monitors beside each other, with these scales, as the settings would."""
+        """Places the monitors side by side, with these scales."""
         state = ("org.gnome.Mutter.DisplayConfig", "/org/gnome/Mutter/DisplayConfig",
                  "org.gnome.Mutter.DisplayConfig.GetCurrentState")
         answer = self.call(*state)
@@ -167,4 +170,4 @@ class Gnome(Session):
             left += self.size[0]
         self.call("org.gnome.Mutter.DisplayConfig", "/org/gnome/Mutter/DisplayConfig",
                   "org.gnome.Mutter.DisplayConfig.ApplyMonitorsConfig", serial, "1", f"[{', '.join(logical)}]", "{}")
-        time.sleep(2)  # until the shell has laid itself out anew
+        time.sleep(2)  # until the shell has updated its layout

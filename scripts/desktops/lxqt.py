@@ -1,18 +1,13 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""LXQt, as its session starts it, with Openbox."""
+"""LXQt with Openbox, started by its session manager."""
 import time
 
+from report import NotSeen
 from session import HOME, X11Session
 
 SESSION = """[General]
 window_manager=openbox
-"""
-PANEL = """[General]
-__userfile__=true
-
-[panel1]
-position={side}
 """
 
 
@@ -31,7 +26,7 @@ class Lxqt(X11Session):
         self.start("session", "lxqt-session")
 
     def after_start(self):
-        time.sleep(3)  # its windows come up one after the other, and none tells when it is the last
+        time.sleep(3)  # no signal tells when the session is complete
 
     def bar_to(self, side):
         self.run("sh", "-c", "sed -i 's/^position=.*/position=" + side.capitalize() + "/' ~/.config/lxqt/panel.conf; "
@@ -39,4 +34,17 @@ class Lxqt(X11Session):
                  "sed -i 's/^\\[panel1\\]/&\\nposition=" + side.capitalize() + "/' ~/.config/lxqt/panel.conf; "
                  "kill $(pidof lxqt-panel)")
         self.side = side
-        time.sleep(5)  # the session brings it back
+        time.sleep(5)  # until the session has restarted it
+
+    def set_scale(self, scale):
+        # Its settings write this variable to the session's environment.
+        self.environment["QT_SCALE_FACTOR"] = str(scale)
+        self.relaunch()
+
+    def lock(self):
+        self.start("screen-saver", "xscreensaver", "--no-splash")
+        time.sleep(3)  # until it accepts commands
+        self.run("xscreensaver-command", "--lock")
+
+    def unlock(self):
+        raise NotSeen("Its screen saver needs a password.")

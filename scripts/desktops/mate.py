@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""MATE, as its session starts it."""
+"""MATE, started by its session manager."""
 import time
 
 from session import X11Session
@@ -15,10 +15,10 @@ class Mate(X11Session):
         self.start("session", "mate-session")
 
     def after_start(self):
-        time.sleep(4)  # its windows come up one after the other, and none tells when it is the last
+        time.sleep(4)  # no signal tells when the session is complete
 
     def bar_to(self, side):
-        # Its first start has a bar at each edge; the upper one has the bell.
+        # The default layout has a bar at both edges; the upper one contains the bell.
         self.run("gsettings", "set", "org.mate.panel.toplevel:/org/mate/panel/toplevels/bottom/", "orientation",
                  "top" if side == "bottom" else "bottom")
         self.run("gsettings", "set", "org.mate.panel.toplevel:/org/mate/panel/toplevels/top/", "orientation", side)

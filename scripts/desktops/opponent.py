@@ -1,15 +1,15 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""A full-screen window of one colour. It prints "ready" once it has the keyboard, then the name of each key that it
-gets, one a line. GDK_BACKEND says whether it is an X11 or a Wayland window."""
+"""A full-screen window of one colour that prints "ready" when it gets the keyboard, and then the name of each key.
+GDK_BACKEND chooses between X11 and Wayland."""
 import sys
 
 import gi
 
 gi.require_version("Gdk", "3.0")
 gi.require_version("Gtk", "3.0")
-from gi.repository import Gdk, Gtk  # noqa: E402  (the version comes first)
+from gi.repository import Gdk, Gtk  # noqa: E402  (after the versions)
 
 
 def say(text):

@@ -1,9 +1,9 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""The desktops, and the Debian packages that each takes, without those that are only recommended."""
+"""The desktops and the Debian packages that each needs. Recommended packages are not installed."""
 import dataclasses
 
-# In every root: what the road needs to walk, to look and to listen.
+# In every root: the tools of the road.
 COMMON = """
     at-spi2-core dbus dbus-x11 evolution-data-server firefox-esr fonts-dejavu-core gir1.2-atspi-2.0 gir1.2-gtk-3.0
     imagemagick libcanberra-pulse libfaketime libglib2.0-bin procps python3 python3-dbusmock python3-gi python3-numpy
@@ -14,7 +14,7 @@ COMMON = """
 
 @dataclasses.dataclass(frozen=True)
 class Root:
-    """A Debian root: the desktop in it, the release, what is installed, and the package whose version is told."""
+    """A Debian root: its desktop, release and packages, and the package whose version the page names."""
     desktop: str
     suite: str
     packages: tuple
@@ -29,8 +29,8 @@ def _root(desktop, suite, version_of, packages):
     return Root(desktop, suite, tuple(packages.split()), version_of)
 
 
-_XFCE = """xfce4-panel xfce4-session xfce4-settings xfce4-notifyd xfdesktop4 xfwm4 adwaita-icon-theme qt6-gtk-platformtheme
-    gnome-themes-extra xdg-desktop-portal xdg-desktop-portal-gtk"""
+_XFCE = """xfce4-panel xfce4-session xfce4-settings xfce4-notifyd xfdesktop4 xfwm4 adwaita-icon-theme
+    gnome-themes-extra qt6-gtk-platformtheme xdg-desktop-portal xdg-desktop-portal-gtk"""
 _GNOME = """gnome-shell gnome-shell-extension-appindicator xwayland qt6-gtk-platformtheme adwaita-icon-theme
     xdg-desktop-portal-gnome xdg-desktop-portal-gtk"""
 _PLASMA = """kwin-wayland plasma-workspace plasma-desktop plasma-integration breeze breeze-icon-theme kde-cli-tools

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""The page with what was seen on each desktop: a table, and below it each step with its pictures."""
+"""Writes the page: a table of all desktops, then the steps of each with their pictures."""
 import html
 import json
 
@@ -25,8 +25,9 @@ def _section(result):
             f"<figure><a href='{result['key']}/{name}'><img loading='lazy' src='{result['key']}/{name}' "
             f"alt='{html.escape(what)}'></a><figcaption>{html.escape(what)}</figcaption></figure>"
             for name, what in step["pictures"])
-        lines.append(f"<tr><th>{html.escape(step['name'])}</th><td class='{_class(step['result'])}'>{step['result']}</td>"
-                     f"<td>{html.escape(' '.join(step['notes']))}<br>{pictures}</td></tr>")
+        name, found = html.escape(step["name"]), step["result"]
+        lines.append(f"<tr><th>{name}</th><td class='{_class(found)}'>{found}</td><td>"
+                     f"{html.escape(' '.join(step['notes']))}<br>{pictures}</td></tr>")
     return "\n".join([*lines, "</table>"])
 
 
@@ -49,7 +50,7 @@ def write_page(folder):
     page.write_text("\n".join([
         "<!DOCTYPE html><meta charset='utf-8'><title>Quillet on real desktops</title>", f"<style>{STYLE}</style>",
         "<h1>Quillet on real desktops</h1>",
-        "<p>“To be looked at” is what no machine can tell: see its pictures. “Not seen” is what the desktop lacks, or "
-        "does not do in a root without a seat; the step says which.</p>",
+        "<p>“To be looked at”: only a person can tell; see the pictures. “Not seen”: the desktop lacks it, or cannot do "
+        "it in a headless root; the step says which.</p>",
         f"<table><tr><th></th>{heads}</tr>", *rows, "</table>", *map(_section, results)]) + "\n")
     return page

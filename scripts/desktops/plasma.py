@@ -1,7 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""Plasma on Wayland: its compositor in a window of an X display, where pictures of it are taken and a pointer and a
-keyboard work it."""
+"""Plasma on Wayland, nested in an X display that provides pictures, pointer and keyboard."""
 import os
 import pathlib
 import re
@@ -26,7 +25,7 @@ class Plasma(Session):
     variables = {"XDG_SESSION_DESKTOP": "KDE", "DESKTOP_SESSION": "plasma", "KDE_FULL_SESSION": "true",
                  "KDE_SESSION_VERSION": version, "XDG_MENU_PREFIX": "plasma-", "QT_QUICK_BACKEND": "software",
                  "XDG_CONFIG_DIRS": "/etc/xdg"}
-    monitors_note = "both monitors, the second at 200 %."
+    monitors_note = "both monitors; the windows of a nested compositor have one scale."
 
     @staticmethod
     def as_root(monitors):
@@ -36,7 +35,7 @@ class Plasma(Session):
         poll("the X server", pathlib.Path("/tmp/.X11-unix/X90").exists, 20)
 
     def prepare(self):
-        # A copy has no file capability, which is refused where there is no seat.
+        # A copy, without the file capability, which a container refuses.
         shutil.copyfile("/usr/bin/kwin_wayland", HOME / "kwin_wayland")
         (HOME / "kwin_wayland").chmod(0o755)
 
@@ -48,15 +47,15 @@ class Plasma(Session):
         for name in ("WAYLAND_DISPLAY", "XAUTHORITY"):
             self.environment.pop(name, None)
         self.environment["DISPLAY"] = OUTER
-        self.start("compositor", str(HOME / "kwin_wayland"), "--x11-display", OUTER, "--xwayland", "--width", str(width),
-                   "--height", str(height), "--scale", str(self.scale), "--output-count", str(self.monitors),
+        self.start("compositor", str(HOME / "kwin_wayland"), "--x11-display", OUTER, "--xwayland", "--width",
+                   str(width), "--height", str(height), "--scale", str(self.scale), "--output-count", str(self.monitors),
                    "--socket", "wayland-0",
                    environment={"XDG_SESSION_TYPE": "x11", "KWIN_COMPOSE": "Q"})
         poll("the compositor", (RUNTIME / "wayland-0").exists, 30)
         inner = poll("the X server in it", lambda: [path for path in pathlib.Path("/tmp/.X11-unix").iterdir()
                                                     if path not in before], 20)
         self.environment.update(WAYLAND_DISPLAY="wayland-0", DISPLAY=":" + sorted(inner)[0].name[1:])
-        keys = sorted(RUNTIME.glob("xauth_*"), key=os.path.getmtime)  # some versions have none
+        keys = sorted(RUNTIME.glob("xauth_*"), key=os.path.getmtime)  # KWin 5 has no key
         self.environment.update({"XAUTHORITY": str(keys[-1])} if keys else {})
         self.tell_bus(*({"XAUTHORITY"} & set(self.environment)), "DISPLAY", "WAYLAND_DISPLAY", "XDG_CURRENT_DESKTOP",
                       "XDG_SESSION_TYPE", "KDE_FULL_SESSION", "KDE_SESSION_VERSION")
@@ -65,9 +64,9 @@ class Plasma(Session):
         self.start("shell", "plasmashell")
 
     def after_start(self):
-        time.sleep(4)  # the parts of the bar come up one after the other, and none tells when it is the last
+        time.sleep(4)  # no signal tells when the bar is complete
 
-    # --- hands and eyes, outside
+    # --- input and pictures, through the outer display
 
     def outside(self, *command):
         environment = {**self.environment, "DISPLAY": OUTER}
@@ -122,3 +121,8 @@ class Plasma(Session):
 
     def set_scale(self, scale):
         self.relaunch(scale=scale)
+
+    def add_monitor(self):
+        self.relaunch(monitors=2)
+        width, height = self.size
+        return width, 0, width, height

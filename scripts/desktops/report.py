@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""What a walk has seen, step by step: kept in a file that grows with each step."""
+"""The results of a walk, written to a file after each step."""
 import contextlib
 import json
 import re
@@ -11,11 +11,11 @@ RIGHT, WRONG, LOOK, UNSEEN = "right", "wrong", "to be looked at", "not seen"
 
 
 class NotSeen(Exception):
-    """What this desktop does not have, or does not do in a root without a seat."""
+    """This desktop lacks it, or cannot do it in a headless root."""
 
 
 class ToolFailed(Exception):
-    """A tool of the road's failed."""
+    """A tool of the road failed; this says nothing about Quillet."""
 
 
 class Step:
@@ -27,8 +27,8 @@ class Step:
         self.notes.append(text)
 
     def look(self, text):
-        """What no machine can tell: a person is to look at the pictures."""
-        self.result = LOOK
+        """Asks a person to look at the pictures."""
+        self.result = WRONG if self.result == WRONG else LOOK
         self.notes.append(f"To be looked at: {text}")
 
     def wrong(self, text):
@@ -49,14 +49,14 @@ class Report:
 
     @contextlib.contextmanager
     def step(self, session, name):
-        """One step. What it finds wrong ends it, and the walk goes on."""
+        """Runs one step. A failure ends the step, not the walk."""
         step, began = Step(self, name), time.monotonic()
         try:
             yield step
         except NotSeen as reason:
             step.result = UNSEEN
             step.note(str(reason))
-        except Exception as problem:  # a tool that failed is a step that nobody has seen
+        except Exception as problem:  # a failed tool leaves the step unseen
             failed = isinstance(problem, AssertionError)
             step.result = WRONG if failed else UNSEEN
             step.note(str(problem) if failed else f"The walk failed: {problem!r}"[:600])

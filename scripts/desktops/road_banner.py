@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""The part of the road that has to do with banners: above full-screen windows and browsers, and with the lock."""
+"""The road's steps for banners: above full-screen windows and a browser, and the screen lock."""
 import pathlib
 import subprocess
 import time
@@ -20,14 +20,14 @@ def near(pixel, colour, tolerance=12):
 
 
 def accent_pixels(image, banner, scale=1):
-    """How many pixels where the banner's symbol stands have its colour."""
+    """The number of pixels in the colour of the banner's symbol, in its place."""
     area = image.crop(tuple(round(value * scale) for value in (
         banner.left, banner.top, banner.left + 260, banner.top + BANNER_HEIGHT)))
     return sum(count for count, pixel in area.getcolors(1 << 24) if near(pixel, ACCENT[banner.state], 4))
 
 
 def shows(image, banner, scale=1):
-    """Whether the banner is in the picture: its colour at the left, the dark card around it."""
+    """Whether the picture shows the banner: its symbol and its dark card."""
     x = round((banner.left + BANNER_WIDTH / 2) * scale)
     y = round((banner.top + BANNER_HEIGHT - 14) * scale)
     if not (0 <= x < image.width and 0 <= y < image.height):
@@ -36,7 +36,7 @@ def shows(image, banner, scale=1):
 
 
 def wait_until_shown(session, banner, seconds=6.0, scale=1):
-    """The first picture with the banner in it."""
+    """Waits for the banner and returns the first picture of it."""
     def look():
         image = session.shot()
         return image if shows(image, banner, scale) else None
@@ -64,7 +64,7 @@ def start_opponent(session, platform):
 
 
 def was_typed(read, key, seconds=5.0):
-    """Whether that key is the last that was read."""
+    """Whether this key becomes the last one read."""
     deadline = time.monotonic() + seconds
     while time.monotonic() < deadline:
         if read()[-1:] == [key]:
@@ -74,7 +74,7 @@ def was_typed(read, key, seconds=5.0):
 
 
 def banner_over(session, step, typed):
-    """Raises the join banner and sees it; `typed` says whether the window below read a key."""
+    """Shows a banner above a full-screen window. `typed` presses a key and returns whether the window read it."""
     assert typed("a"), "The full-screen window does not get the keys, even before the banner."
     program = start_quillet(session, lesson(session, 58)[1], movable=False)
     banner = program.wait_for_banner(1, 20)

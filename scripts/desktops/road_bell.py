@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""The part of the road that has to do with the bell and its panel."""
+"""The road's steps for the bell and its panel."""
 import math
 import time
 
@@ -9,8 +9,8 @@ from program import PANEL
 from quillet_desktop import calendar, event, poll
 from report import NotSeen
 
-RUN_UP = 3  # seconds of real time before each changeover: long enough for a reload
-PHASES = (  # the state, when it begins in seconds after the lesson's start or its end, what stands beside the bell
+RUN_UP = 3  # seconds of real time before each changeover, enough for a reload
+PHASES = (  # the banner's state, its begin in seconds relative to the lesson's start or end, the bell's title
     ("prepare", "start", -240, "Prepare"),
     ("oneMinuteWarning", "start", -60, "1 min"),
     ("joinPlatform", "start", -30, "Join now"),
@@ -21,7 +21,7 @@ PHASES = (  # the state, when it begins in seconds after the lesson's start or i
 
 
 def start_quillet(session, *events, movable=True, settings=("hasCompletedWelcome=true",), loaded=True):
-    """A fresh Quillet with these lessons, once it has read them."""
+    """Starts Quillet without earlier files, with these lessons, and waits until it has read them."""
     session.forget()
     session.reset_clock(movable)
     session.write_settings(*settings)
@@ -38,8 +38,7 @@ def lesson(session, begins_in, minutes=25, title="Zoom - Anna"):
 
 
 def find_bell(session):
-    """The middle of the bell in the bar: as the desktop tells, or as the picture of the bar shows. Gives how like the
-    image that Quillet gave to the host it is there, too."""
+    """The centre of the bell, as the desktop reports it or as found in a picture of the bar; and the correlation."""
     if told := session.told_bell():
         return told, 1.0
     images = images_of(session.property_of_bell("IconPixmap"))
@@ -52,7 +51,7 @@ def find_bell(session):
 
 
 def seen_bell(session, report):
-    """The bell comes into the bar with Quillet. Gives its place."""
+    """Quillet's bell appears in the bar."""
     with report.step(session, "The bell") as step:
         program = start_quillet(session, lesson(session, 7200)[1])
         program.wait_for("^status item registered", 20)
@@ -93,9 +92,9 @@ def windows_of_panel(session):
 
 
 def click_and_see(session, step, button, times):
-    """Clicks the bell; tells whether the panel or a menu came, and keeps the picture."""
+    """Clicks the bell and returns what opens."""
     session.click(*session.bell_at, button=button, times=times)
-    deadline = time.monotonic() + 4
+    deadline = time.monotonic() + 12  # searching all programs for a menu takes seconds
     while time.monotonic() < deadline:
         if windows_of_panel(session):
             time.sleep(0.8)
@@ -118,7 +117,7 @@ def close_all(session):
 
 def walk_clicks(session, report):
     start_quillet(session, lesson(session, 7200)[1])
-    time.sleep(1)
+    session.bell_at, _ = find_bell(session)
     for name, button, times, right in (("Left click", 1, 1, session.left_opens), ("Right click", 3, 1, ("menu",)),
                                        ("Double click", 1, 2, session.double_opens)):
         with report.step(session, name) as step:
@@ -140,7 +139,7 @@ def walk_clicks(session, report):
 
 
 def open_panel(session):
-    """As a second start does."""
+    """Opens the panel by a second start."""
     session.start_quillet_again()
     return poll("the panel", lambda: windows_of_panel(session), 10)[0]
 
@@ -164,7 +163,7 @@ def walk_keyboard(session, report):
 
 
 def walk_sides(session, report):
-    """The panel's place with the bar at each side."""
+    """The panel's place with the bar at the top and at the bottom."""
     for side in ("top", "bottom"):
         with report.step(session, f"The panel with the bar at the {side}") as step:
             if side not in session.sides:
@@ -184,8 +183,8 @@ def walk_sides(session, report):
             left, top, width, height = session.place(window)
             image = session.shot()
             step.picture(image, f"bar at the {side}")
-            step.note(f"The bell is at {session.bell_at[0]:.0f}, {session.bell_at[1]:.0f}; the panel takes {left}, {top} "
-                      f"to {left + width}, {top + height} of {image.width}x{image.height}.")
+            step.note(f"The bell is at {session.bell_at[0]:.0f}, {session.bell_at[1]:.0f}; the panel takes "
+                      f"{left}, {top} to {left + width}, {top + height} of {image.width}x{image.height}.")
             assert left >= 0 and top >= 0 and left + width <= image.width and top + height <= image.height, \
                 "It reaches beyond the screen."
             near = top - session.bell_at[1] if side == "top" else session.bell_at[1] - (top + height)

@@ -1,7 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""The part of the road that has to do with the rest of the desktop: its notifications, its colours, its scale, its
-monitors; and what is left when Quillet is gone."""
+"""The road's steps for the rest of the desktop: notifications, colours, scale, monitors, memory."""
 import os
 import pathlib
 import re
@@ -17,18 +16,19 @@ from road_banner import wait_until_shown
 
 
 class Listener:
-    """The notifications that the bus carries to the desktop."""
+    """Records the notifications that are sent to the desktop."""
 
     def __init__(self, session):
         self.path = session.room / "notify-calls"
         self.output = self.path.open("wb")
         self.process = subprocess.Popen(
-            ["dbus-monitor", "--session", "type='method_call',interface='org.freedesktop.Notifications',member='Notify'"],
+            ["dbus-monitor", "--session",
+             "type='method_call',interface='org.freedesktop.Notifications',member='Notify'"],
             env=session.environment, stdout=self.output, stdin=subprocess.DEVNULL)
         poll("the listener on the bus", lambda: b"NameAcquired" in self.path.read_bytes())
 
     def found(self):
-        """Each as name, icon, title and body."""
+        """Name, icon, title and body of each."""
         calls = re.split(r"^(?=method call)", self.path.read_text(errors="replace"), flags=re.MULTILINE)
         return [tuple(re.findall(r'^   string "(.*)"$', call, re.MULTILINE)[:4]) for call in calls
                 if "member=Notify" in call and re.search(r"^   int32 ", call, re.MULTILINE)]
@@ -40,15 +40,14 @@ class Listener:
 
 
 def changed_area(before, after):
-    """Where two pictures differ, apart from a clock's few pixels; None when nowhere."""
+    """The rectangle in which two pictures differ; None if it is no larger than a clock's change."""
     difference = ImageChops.difference(before, after).convert("L").point(lambda value: 255 * (value > 30))
     box = difference.getbbox()
     return box if box and (box[2] - box[0]) * (box[3] - box[1]) > 8000 else None
 
 
 def leave_backup(session, settings=("hasCompletedWelcome=true",)):
-    """Leaves a notification with the agent that is due in a few seconds, and ends Quillet without a goodbye to it.
-    Gives the moment."""
+    """Leaves a notification with the agent, quits Quillet, and returns when the notification is due."""
     start, its_event = lesson(session, 60 + 14)
     program = start_quillet(session, its_event, movable=False, settings=settings)
     program.wait_for("^(scheduled system backup notifications|system notification permission)", 20)
@@ -76,7 +75,8 @@ def walk_notification(session, report):
             step.picture(after, "notification")
             name, icon, title, body = found[0]
             assert (name, icon) == ("Quillet", "com.ordwinsoftware.Quillet"), found[0]
-            step.note(f"Quillet was gone, its agent handed “{title}: {body}” over {late:.1f} s after its moment at most.")
+            step.note(f"Quillet was gone, its agent handed “{title}: {body}” over "
+                      f"{late:.1f} s after its moment at most.")
             area = changed_area(before, after)
             assert area, "The desktop shows nothing of it."
             step.picture(after.crop(area), "what changed on the screen")
@@ -184,7 +184,7 @@ def pss(pid):
 
 def walk_memory(session, report):
     with report.step(session, "Memory") as step:
-        # Without the library that moves the clock.
+        # Without the preloaded library that moves the clock.
         program = start_quillet(session, lesson(session, 7200)[1], movable=False)
         program.wait_for("^scheduled system backup notifications", 20)
         time.sleep(5)

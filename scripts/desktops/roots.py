@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""Debian roots: made once, then reused. What apt has fetched for one of them serves the others of its release."""
+"""Debian roots, made once and reused. The roots of a release share apt's downloads."""
 import os
 import pathlib
 import shutil
@@ -12,7 +12,7 @@ SOURCE = pathlib.Path(__file__).resolve().parent.parent.parent
 PATH = "/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin"
 USER = "teacher"
 
-# Mounts are private to the namespace and end with its last process. The network is the root's own loopback.
+# The mounts end with the namespace. Without the network a root has only its own loopback interface.
 ENTER = """
 root=$1 shared=$2 suite=$3 network=$4
 shift 4
@@ -42,13 +42,13 @@ class Roots:
         folder.mkdir(parents=True, exist_ok=True)
 
     def command(self, root, suite, *command, network=False):
-        """What runs a command in a root, in namespaces of its own that end with it."""
+        """The command line that runs a command in a root, in new namespaces."""
         options = ["--mount", "--pid", "--ipc", "--fork", "--kill-child", *([] if network else ["--net"])]
         return ["unshare", *options, "bash", "-ec", ENTER, "enter", str(root), str(self.folder), suite,
                 "yes" if network else "no", *command]
 
     def run(self, root, suite, *command, log):
-        """Runs a command in a root, with the network, and fails when it fails."""
+        """Runs a command in a root, with the network; exits if it fails."""
         with log.open("ab") as output:
             done = subprocess.run(self.command(root, suite, *command, network=True), stdin=subprocess.DEVNULL,
                                   stdout=output, stderr=output, env={**os.environ, "BINDS": ""}, check=False)
@@ -62,7 +62,7 @@ class Roots:
                  *packages, log=log)
 
     def base(self, suite):
-        """A root with what every desktop's has; made when there is none."""
+        """The root that the desktops' roots are copies of; made if missing."""
         made = self.folder / f"{suite}-base"
         if made.exists():
             return made
@@ -75,7 +75,7 @@ class Roots:
             subprocess.run(["debootstrap", "--variant=minbase", suite, str(unfinished), mirror()], check=True,
                            stdout=output, stderr=output)
         unfinished.chmod(0o755)
-        # Nothing that is installed may start a service.
+        # Packages must not start services.
         policy = unfinished / "usr/sbin/policy-rc.d"
         policy.write_text("#!/bin/sh\nexit 101\n")
         policy.chmod(0o755)
@@ -86,7 +86,7 @@ class Roots:
         return made
 
     def desktop(self, wanted):
-        """The root of a desktop; made when there is none."""
+        """The root of a desktop; made if missing."""
         made = self.folder / wanted.name
         if made.exists():
             return made
@@ -102,7 +102,7 @@ class Roots:
         return made
 
     def put_in(self, wanted, package):
-        """Installs that package of Quillet in the root of a desktop, in the place of an earlier one."""
+        """Installs this package of Quillet in the root of a desktop, unless it is installed."""
         root = self.desktop(wanted)
         told = root / "var/lib/quillet-package"
         if told.exists() and told.read_text() == package.name:
@@ -115,7 +115,7 @@ class Roots:
 
 
 def mirror():
-    """The mirror that this machine's own apt uses."""
+    """The mirror that this machine's apt uses."""
     sites = subprocess.run(["apt-get", "indextargets", "--format", "$(SITE)", "Created-By: Packages"],
                            capture_output=True, text=True, check=True).stdout.split()
     if not sites:

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""A session of a real desktop that nobody sees, in a root of its own. What each desktop does its own way is a method
-that the desktop's file overrides; what it lacks is told by NotSeen."""
+"""A headless session of a real desktop. Each desktop's file overrides what the desktop does in its own way. NotSeen
+says what it lacks."""
 import json
 import os
 import pathlib
@@ -31,23 +31,23 @@ BUS = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration
 
 
 class Session(Desktop):
-    """A session as the road walks it. Coordinates are those of its pictures."""
+    """Coordinates are pixels of the pictures."""
 
     size = (1280, 800)
     kind = "X11"
     desktop_name = ""
     variables = {}
-    sides = ("top", "bottom")  # where its bar can be
-    side = "top"  # where it is at first
+    sides = ("top", "bottom")  # possible places of its bar
+    side = "top"  # the bar's place after the start
     display = ":90"
-    nearness = 60  # how far the panel's edge may be from the bell's middle
+    nearness = 60  # pixels at most from the bell's centre to the panel's edge
     left_opens = ("panel",)
     double_opens = ("nothing", "panel", "panel, and closed it")
-    platforms = ("x11",)  # of full-screen windows
-    notification_stays = 11  # seconds for which the desktop's own notification is on the screen
+    platforms = ("x11",)  # kinds of windows
+    notification_stays = 11  # seconds until the desktop's notification has gone
     monitors_note = "both monitors; an X server has one scale for all."
 
-    def __init__(self, monitors=1, scale=1):  # the parent's would bring up a virtual desktop
+    def __init__(self, monitors=1, scale=1):  # does not call the parent's, which starts a virtual desktop
         self.monitors, self.scale, self.width = monitors, scale, self.size[0]
         self.programs, self.parts = [], []
         self.room = HOME / "room"
@@ -82,7 +82,7 @@ class Session(Desktop):
     # --- coming up
 
     def start(self, name, *command, environment=None):
-        """Starts a part of the desktop, with its output in a log."""
+        """Starts a process of the desktop; its output goes to a log."""
         with (self.room / "logs" / name).open("ab") as output:
             part = subprocess.Popen(command, env={**self.environment, **(environment or {})}, start_new_session=True,
                                     stdin=subprocess.DEVNULL, stdout=output, stderr=output, cwd=HOME)
@@ -113,19 +113,19 @@ class Session(Desktop):
         self.after_start()
 
     def relaunch(self, monitors=1, scale=1):
-        """Ends the session and brings up another in the same home, with these monitors."""
+        """Ends the session and starts another in the same home."""
         self.__exit__(None, None, None)
         self.programs, self.parts, self.monitors, self.scale = [], [], monitors, scale
         self.bring_up()
 
     def prepare(self):
-        """What is to be in place before the desktop starts."""
+        """Prepares files and settings before the desktop starts."""
 
     def start_desktop(self):
         raise NotImplementedError
 
     def after_start(self):
-        """What is to be done once its bar is there."""
+        """Completes the start once there is a host."""
 
     def has_host(self):
         try:
@@ -136,17 +136,17 @@ class Session(Desktop):
             return False
 
     def run(self, *command, **options):
-        """As the parent's, but a tool that fails says nothing about Quillet."""
+        """As the parent's, but raises ToolFailed."""
         try:
             return super().run(*command, **options)
         except AssertionError as problem:
             raise ToolFailed(str(problem)) from problem
 
     def tell_bus(self, *names):
-        """Tells the bus, for what it starts, where the display is."""
+        """Passes these variables to programs that the bus starts."""
         self.run("dbus-update-activation-environment", *(f"{name}={self.environment[name]}" for name in names))
 
-    # --- what each desktop does its own way
+    # --- overridden by desktops
 
     def bar_to(self, side):
         raise NotSeen("There is no road to move this desktop's bar.")
@@ -167,19 +167,19 @@ class Session(Desktop):
         raise NotSeen("This desktop has no switch for one program's notifications.")
 
     def label(self):
-        """The text that the host shows beside the bell; None where hosts show none."""
+        """The text that the host shows beside the bell; None if unknown."""
         return None
 
     def add_monitor(self):
-        """Switches a second monitor on, to the right of the first, and tells of its place: left, top, width, height."""
+        """Adds a monitor to the right of the first. Returns left, top, width and height."""
         raise NotSeen("There is no road to a second monitor here.")
 
     def told_bell(self):
-        """The middle of the bell, where the desktop itself tells."""
+        """The centre of the bell if the desktop reports it."""
         return None
 
     def menu_is_open(self, seconds=0):
-        """Whether the host shows the bell's native menu."""
+        """Whether the bell's native menu is open, waiting up to this many seconds."""
         found = self.anywhere("Quit Quillet", str(seconds))
         return any(program.lower() != "quillet" for program, *_ in found)
 
@@ -192,7 +192,7 @@ class Session(Desktop):
             return image.convert("RGB").crop((0, 0, self.width, self.size[1]))
 
     def bar_of(self, image, thickness=64):
-        """The strip of a picture that holds the bar."""
+        """The strip of a picture that contains the bar."""
         top = self.bar_top(image, thickness)
         return image.crop((0, top, image.width, top + thickness))
 
@@ -200,7 +200,7 @@ class Session(Desktop):
         return 0 if self.side == "top" else image.height - thickness
 
     def anywhere(self, *arguments):
-        """What a screen reader finds in all programs of the desktop."""
+        """Searches the accessibility tree; see anywhere.py."""
         done = self.run("/usr/bin/python3", str(HERE / "anywhere.py"), *arguments, seconds=60)
         return json.loads(done)
 
@@ -216,7 +216,7 @@ class Session(Desktop):
 
     def move(self, x, y):
         self.run("xdotool", "mousemove", str(round(x)), str(round(y)))
-        time.sleep(0.2)  # hosts look at the pointer when it has come to rest
+        time.sleep(0.2)  # some hosts ignore a click right after a motion
 
     def click(self, x, y, button=1, times=1):
         self.move(x, y)
@@ -226,11 +226,11 @@ class Session(Desktop):
         self.run("xdotool", "key", *names)
 
     def rest(self):
-        """Puts the pointer where nothing is."""
+        """Moves the pointer to an empty place."""
         self.move(self.size[0] // 2, self.size[1] - 120)
 
     def settle(self):
-        """After each step: no menu is open, no window of the road's is there."""
+        """Cleans up after each step: closes menus and the road's own windows."""
         self.end_opponents()
         self.key("Escape")
         self.rest()
@@ -238,7 +238,7 @@ class Session(Desktop):
     # --- programs
 
     def start_quillet_again(self):
-        """A second start hands over to the first and ends."""
+        """Starts Quillet a second time, which hands over to the first."""
         subprocess.run(["/usr/bin/quillet"], env=self.environment, stdin=subprocess.DEVNULL, capture_output=True,
                        timeout=20, check=True)
 
@@ -253,7 +253,7 @@ class Session(Desktop):
         self.clock = WallClock({"TZ": self.environment["TZ"]}, self.room / "clock", movable)
 
     def status_item(self):
-        """Quillet's status item as the host has it: name on the bus, and path. None while there is none."""
+        """The bus name and path of Quillet's status item at the host; None if it is not registered."""
         for item in self.status_items():
             name, path = re.fullmatch(r"([^/@]+)@?(/.*)?", item).groups()
             owner = self.call("org.freedesktop.DBus", "/org/freedesktop/DBus",
@@ -280,7 +280,7 @@ class Session(Desktop):
         poll("the agent's end", lambda: not self.pids_of("quillet-notification-agent"))
 
     def pids_of(self, executable):
-        """The processes of the root that run this executable; no others are in this namespace."""
+        """The processes that run this executable. The namespace contains only those of this root."""
         found = []
         for entry in pathlib.Path("/proc").glob("[0-9]*"):
             try:
@@ -291,7 +291,7 @@ class Session(Desktop):
         return found
 
     def forget(self):
-        """Takes away what Quillet and its agent have kept."""
+        """Ends Quillet and its agent and removes their files."""
         self.quit_quillet()
         self.end_agent()
         for folder in (self.data / "quillet", self.config / "quillet", HOME / ".local/state"):
@@ -299,11 +299,11 @@ class Session(Desktop):
 
 
 class X11Session(Session):
-    """A desktop on an X server with two outputs, the second of which is off."""
+    """A desktop on an X server with two outputs. The second is off at first."""
 
     @staticmethod
     def as_root(monitors):
-        """Starts the display, before the walk gives up being root."""
+        """Starts the display while the walk is still root."""
         log = open("/run/display.log", "ab")  # pylint: disable=consider-using-with
         subprocess.Popen(["Xorg", ":90", "-config", "/srv/quillet/tests/support/two-monitors.conf", "-noreset",
                           "-nolisten", "tcp", "-logfile", "/run/xorg.log", "-ac", "-novtswitch", "-sharevts"],
@@ -315,14 +315,15 @@ class X11Session(Session):
         self.outputs = outputs
         self.set_mode(outputs[0], *self.size)
         self.run("xrandr", "--output", outputs[1], "--off")
-        # Room for the second from the beginning: a server without a card draws nothing into room that comes later.
+        # Large enough for both: the dummy driver does not draw into a framebuffer that grows later.
         self.run("xrandr", "--fb", f"{2 * self.size[0]}x{self.size[1]}")
         self.tell_bus("DISPLAY", "XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE")
 
     def set_mode(self, output, width, height, *place):
         mode = f"{width}x{height}r"
         self.run("sh", "-c", f"xrandr --newmode {mode} 100 {width} {width + 8} {width + 16} {width + 32} {height} "
-                 f"{height + 2} {height + 4} {height + 8} 2>/dev/null; xrandr --addmode {output} {mode} 2>/dev/null; true")
+                 f"{height + 2} {height + 4} {height + 8} 2>/dev/null; xrandr --addmode {output} {mode} 2>/dev/null; "
+                 "true")
         self.run("xrandr", "--output", output, "--mode", mode, *place)
 
     def add_monitor(self):

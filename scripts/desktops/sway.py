@@ -1,7 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""sway with waybar: a compositor without windows of its own, in a window of an X display, where pictures of it are
-taken and a pointer and a keyboard work it."""
+"""sway with waybar, nested in an X display that provides pictures, pointer and keyboard."""
 import json
 import pathlib
 import re
@@ -26,7 +25,7 @@ class Sway(Plasma):
     desktop_name = "sway"
     side = "top"
     variables = {"XDG_SESSION_DESKTOP": "sway", "DESKTOP_SESSION": "sway"}
-    nearness = 2000  # the panel opens in the middle of the screen there
+    nearness = 2000  # sway centres the panel on the screen
 
     def prepare(self):
         (HOME / ".config/waybar").mkdir(parents=True, exist_ok=True)

@@ -1,9 +1,9 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""Walks the road on one desktop, in that desktop's root; called there by scripts/try-desktops, as root.
+"""Walks the road on one desktop, in its root. scripts/try-desktops calls it as root.
 
-    walk.py DESKTOP-SUITE FOLDER [STEP...]    writes results.json and pictures into the folder; with steps: only those
+    walk.py DESKTOP-SUITE FOLDER [STEP...]    writes results.json and pictures to FOLDER
 """
 import importlib
 import os
@@ -18,7 +18,7 @@ sys.path[:0] = [str(HERE), str(HERE.parent.parent / "tests/desktop")]
 folder = pathlib.Path(sys.argv[2])
 os.environ.update(QUILLET_TEST_PREFIX="/usr", QUILLET_TEST_PICTURES=str(folder))
 
-from packages import ROOTS  # noqa: E402  (found only now)
+from packages import ROOTS  # noqa: E402  (after sys.path)
 from report import Report  # noqa: E402
 import road_banner  # noqa: E402
 import road_bell  # noqa: E402
@@ -38,8 +38,8 @@ def session_class(desktop):
     return getattr(importlib.import_module(desktop), desktop.capitalize())
 
 
-def become_teacher():
-    """The rest is done as a plain user, in a home that goes with the root's namespaces."""
+def prepare_user():
+    """Prepares the plain user's home, a tmpfs, and his runtime folders."""
     subprocess.run(["mount", "-t", "tmpfs", "-o", "uid=1000,gid=1000,mode=0700", "tmpfs", "/home/teacher"], check=True)
     for path in ("/run/user/1000", "/run/dbus", "/run/systemd/seats", "/run/systemd/sessions"):
         os.makedirs(path, exist_ok=True)
@@ -55,7 +55,7 @@ def main():
     version = subprocess.run(["dpkg-query", "-W", "-f", "${Version}", root.version_of], capture_output=True, text=True,
                              check=True).stdout
     kind = session_class(root.desktop)
-    become_teacher()
+    prepare_user()
     kind.as_root(1)
     os.setgroups([])
     os.setgid(1000)
@@ -73,7 +73,11 @@ def main():
             step.picture(session.shot(), "before Quillet")
         if report.steps[-1]["result"] == "right":
             for name in sys.argv[3:] or ROAD:
-                ROAD[name](session, report)
+                try:
+                    ROAD[name](session, report)
+                except Exception as problem:  # outside a step; the next part may succeed
+                    with report.step(session, f"The rest of “{name}”"):
+                        raise problem
 
 
 if __name__ == "__main__":

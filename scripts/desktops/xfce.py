@@ -1,15 +1,15 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""Xfce, as its session starts it."""
+"""Xfce, started by its session manager."""
 import shutil
 import time
 
 from report import NotSeen
 from session import HOME, X11Session
 
-# Of the panel's own first start: two panels, the upper of which has the status area.
+# The default layout: two panels; the upper one contains the status area.
 FIRST_PANELS = "/etc/xdg/xfce4/panel/default.xml"
-# Without a card the compositing manager cannot wait for one.
+# There is no graphics card to synchronise with.
 WINDOWS = """<?xml version="1.0" encoding="UTF-8"?>
 <channel name="xfwm4" version="1.0">
   <property name="general" type="empty"><property name="vblank_mode" type="string" value="off"/></property>
@@ -25,7 +25,7 @@ class Xfce(X11Session):
     def prepare(self):
         super().prepare()
         folder = HOME / ".config/xfce4/xfconf/xfce-perchannel-xml"
-        folder.mkdir(parents=True)
+        folder.mkdir(parents=True, exist_ok=True)
         with open(FIRST_PANELS, encoding="utf-8") as first:
             (folder / "xfce4-panel.xml").write_text(first.read())
         (folder / "xfwm4.xml").write_text(WINDOWS)
@@ -37,12 +37,13 @@ class Xfce(X11Session):
         self.run("xfconf-query", "--channel", channel, "--property", key, "--create", "--type", kind, "--set", value)
 
     def after_start(self):
-        time.sleep(3)  # its windows come up one after the other, and none tells when it is the last
+        time.sleep(3)  # no signal tells when the session is complete
 
     def bar_to(self, side):
-        self.setting("xfce4-panel", "/panels/panel-1/position", "string", "p=6;x=0;y=0" if side == "top" else "p=8;x=0;y=0")
+        places = {"top": "p=6;x=0;y=0", "bottom": "p=8;x=0;y=0"}
+        self.setting("xfce4-panel", "/panels/panel-1/position", "string", places[side])
         if side == "bottom":
-            self.setting("xfce4-panel", "/panels/panel-2/position", "string", "p=6;x=0;y=0")
+            self.setting("xfce4-panel", "/panels/panel-2/position", "string", places["top"])
         self.side = side
         time.sleep(1)
 
@@ -57,7 +58,7 @@ class Xfce(X11Session):
 
     def lock(self):
         if not shutil.which("xfce4-screensaver-command"):
-            raise NotSeen("This release has no screen saver of Xfce's own; the one it brings wants a login manager.")
+            raise NotSeen("This release has no screen saver of Xfce; its locker needs a login manager.")
         self.run("xfce4-screensaver-command", "--lock")
 
     def unlock(self):
@@ -65,4 +66,5 @@ class Xfce(X11Session):
 
     def set_notifications(self, allowed):
         self.run("xfconf-query", "--channel", "xfce4-notifyd", "--property", "/applications/muted_applications",
-                 *(["--reset"] if allowed else ["--create", "--force-array", "--type", "string", "--set", "com.ordwinsoftware.Quillet"]))
+                 *(["--reset"] if allowed else ["--create", "--force-array", "--type", "string", "--set",
+                                                "com.ordwinsoftware.Quillet"]))
