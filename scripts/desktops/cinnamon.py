@@ -3,13 +3,18 @@
 """Cinnamon, with the session's settings and status item services."""
 import time
 
-from session import X11Session
+from session import X11Session, start_xvfb
 
 
 class Cinnamon(X11Session):
     desktop_name = "X-Cinnamon"
     side = "bottom"
     variables = {"XDG_SESSION_DESKTOP": "cinnamon", "DESKTOP_SESSION": "cinnamon", "XDG_CONFIG_DIRS": "/etc/xdg"}
+
+    @staticmethod
+    def as_root(monitors):
+        # Its compositor draws nothing on the dummy driver.
+        start_xvfb("2560x1600")
 
     def start_desktop(self):
         self.run("gsettings", "set", "org.cinnamon.desktop.screensaver", "lock-enabled", "true")

@@ -118,7 +118,8 @@ class Gnome(Session):
     def label(self):
         return self.evaluate(
             f"(() => {{ {INDICATOR} const find = actor => actor instanceof imports.gi.St.Label && actor.visible"
-            " ? actor.text : actor.get_children().map(find).find(text => text); return (item && find(item)) ?? ''; })()")
+            " ? actor.text : actor.get_children().map(find).find(text => text); return "
+            "(item && find(item)) ?? ''; })()")
 
     def menu_is_open(self, seconds=0):
         deadline = time.monotonic() + seconds

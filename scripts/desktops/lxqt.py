@@ -1,9 +1,11 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
 """LXQt with Openbox, started by its session manager."""
+import os
+import signal
 import time
 
-from report import NotSeen
+from quillet_desktop import poll
 from session import HOME, X11Session
 
 SESSION = """[General]
@@ -29,12 +31,17 @@ class Lxqt(X11Session):
         time.sleep(3)  # no signal tells when the session is complete
 
     def bar_to(self, side):
-        self.run("sh", "-c", "sed -i 's/^position=.*/position=" + side.capitalize() + "/' ~/.config/lxqt/panel.conf; "
-                 "grep -q '^position=' ~/.config/lxqt/panel.conf || "
-                 "sed -i 's/^\\[panel1\\]/&\\nposition=" + side.capitalize() + "/' ~/.config/lxqt/panel.conf; "
-                 "kill $(pidof lxqt-panel)")
+        for pid in self.pids_of("lxqt-panel"):
+            os.kill(pid, signal.SIGTERM)
+        poll("the bar's end", lambda: not self.pids_of("lxqt-panel"))
+        file = HOME / ".config/lxqt/panel.conf"
+        lines = [line for line in file.read_text().splitlines() if not line.startswith("position=")]
+        lines.insert(lines.index("[panel1]") + 1, f"position={side.capitalize()}")
+        file.write_text("\n".join([*lines, ""]))
+        self.start("panel", "lxqt-panel")
+        poll("the bar", self.has_host, 20, 0.5)
         self.side = side
-        time.sleep(5)  # until the session has restarted it
+        time.sleep(2)  # no signal tells when the bar is complete
 
     def set_scale(self, scale):
         # Its settings write this variable to the session's environment.
@@ -42,9 +49,12 @@ class Lxqt(X11Session):
         self.relaunch()
 
     def lock(self):
-        self.start("screen-saver", "xscreensaver", "--no-splash")
+        # Its session starts no locker, but recommends this one.
+        self.locker = self.start("screen-saver", "xscreensaver", "--no-splash")
         time.sleep(3)  # until it accepts commands
         self.run("xscreensaver-command", "--lock")
 
     def unlock(self):
-        raise NotSeen("Its screen saver needs a password.")
+        # It needs a password; without it, only its end opens the session.
+        self.locker.terminate()
+        self.locker.wait(10)

@@ -10,7 +10,7 @@ import time
 
 from PIL import Image
 from quillet_desktop import poll
-from session import HOME, RUNTIME, Session
+from session import HOME, RUNTIME, Session, start_xvfb
 
 OUTER = ":90"
 
@@ -29,10 +29,7 @@ class Plasma(Session):
 
     @staticmethod
     def as_root(monitors):
-        log = open("/run/display.log", "ab")
-        subprocess.Popen(["Xvfb", OUTER, "-screen", "0", "3840x1600x24", "-nolisten", "tcp", "-noreset", "-ac"],
-                         stdin=subprocess.DEVNULL, stdout=log, stderr=log)
-        poll("the X server", pathlib.Path("/tmp/.X11-unix/X90").exists, 20)
+        start_xvfb("3840x1600")
 
     def prepare(self):
         # A copy, without the file capability, which a container refuses.
@@ -48,7 +45,8 @@ class Plasma(Session):
             self.environment.pop(name, None)
         self.environment["DISPLAY"] = OUTER
         self.start("compositor", str(HOME / "kwin_wayland"), "--x11-display", OUTER, "--xwayland", "--width",
-                   str(width), "--height", str(height), "--scale", str(self.scale), "--output-count", str(self.monitors),
+                   str(width), "--height", str(height), "--scale", str(self.scale),
+                   "--output-count", str(self.monitors),
                    "--socket", "wayland-0",
                    environment={"XDG_SESSION_TYPE": "x11", "KWIN_COMPOSE": "Q"})
         poll("the compositor", (RUNTIME / "wayland-0").exists, 30)

@@ -37,6 +37,12 @@ def lesson(session, begins_in, minutes=25, title="Zoom - Anna"):
     return start, event(title, start, start + minutes * 60)
 
 
+def start_with_banner(session):
+    """Starts Quillet with a lesson whose join banner is due at once and stays for half a minute. Returns both."""
+    program = start_quillet(session, lesson(session, 58, title="Microsoft Teams - Anna")[1], movable=False)
+    return program, program.wait_for_banner(1, 20)
+
+
 def find_bell(session):
     """The centre of the bell, as the desktop reports it or as found in a picture of the bar; and the correlation."""
     if told := session.told_bell():

@@ -1,17 +1,14 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
 """The road's steps for the rest of the desktop: notifications, colours, scale, monitors, memory."""
-import os
 import pathlib
 import re
-import signal
 import subprocess
 import time
 
 from PIL import ImageChops
 from quillet_desktop import poll
-from report import NotSeen
-from road_bell import lesson, open_panel, start_quillet, windows_of_panel
+from road_bell import lesson, open_panel, start_quillet, start_with_banner, windows_of_panel
 from road_banner import wait_until_shown
 
 
@@ -139,11 +136,11 @@ def walk_dark(session, report):
 
 def walk_scale(session, report):
     with report.step(session, "200 %") as step:
-        session.set_scale(2)
-        time.sleep(3)
         try:
-            program = start_quillet(session, lesson(session, 58)[1], movable=False)
-            program.wait_for_banner(1, 20)
+            session.resize(2)
+            session.set_scale(2)
+            time.sleep(3)  # no signal tells when the desktop has followed
+            start_with_banner(session)
             time.sleep(1.5)
             step.picture(session.shot(), "banner")
             open_panel(session)
@@ -158,7 +155,7 @@ def walk_scale(session, report):
             session.quit_quillet()
         finally:
             session.set_scale(1)
-            time.sleep(2)
+            session.resize(1)
 
 
 def walk_monitors(session, report):
@@ -166,8 +163,7 @@ def walk_monitors(session, report):
         left, top, width, height = session.add_monitor()
         time.sleep(3)
         session.move(left + width / 2, top + height / 2)
-        program = start_quillet(session, lesson(session, 58)[1], movable=False)
-        banner = program.wait_for_banner(1, 20)
+        _, banner = start_with_banner(session)
         time.sleep(1.5)
         step.picture(session.shot(), "pointer on the second")
         step.note(f"Second monitor at {left}, {top}, {width}x{height}; banner at {banner.left}, {banner.top}.")
@@ -192,20 +188,3 @@ def walk_memory(session, report):
         agents = session.pids_of("quillet-notification-agent")
         step.note(f"and its agent {pss(agents[0]):.1f} MiB (proportional set size).")
         session.quit_quillet()
-
-
-def walk_crash(session, report):
-    """A Quillet that crashes comes back, and its bell with it."""
-    with report.step(session, "After a crash") as step:
-        program = start_quillet(session, lesson(session, 3600)[1], movable=False)
-        program.wait_for("^scheduled system backup notifications", 20)
-        time.sleep(2)
-        os.kill(program.process.pid, signal.SIGKILL)
-        program.process.wait()
-        try:
-            pid = poll("Quillet to come back", lambda: session.pids_of("quillet"), 20)[0]
-        except AssertionError as problem:
-            raise NotSeen(str(problem)) from problem
-        step.note("The agent brought it back.")
-        os.kill(pid, signal.SIGTERM)
-        poll("its end", lambda: not session.pids_of("quillet"))

@@ -170,6 +170,9 @@ class Session(Desktop):
         """The text that the host shows beside the bell; None if unknown."""
         return None
 
+    def resize(self, factor):
+        """Gives the first monitor this many times its pixels in each direction, if set_scale() does not."""
+
     def add_monitor(self):
         """Adds a monitor to the right of the first. Returns left, top, width and height."""
         raise NotSeen("There is no road to a second monitor here.")
@@ -273,6 +276,9 @@ class Session(Desktop):
                 program.quit()
             program.end()
         self.programs.clear()
+        for pid in self.pids_of("quillet"):  # started by the session or by the agent
+            os.kill(pid, signal.SIGTERM)
+        poll("Quillet's end", lambda: not self.pids_of("quillet"))
 
     def end_agent(self):
         for pid in self.pids_of("quillet-notification-agent"):
@@ -294,8 +300,21 @@ class Session(Desktop):
         """Ends Quillet and its agent and removes their files."""
         self.quit_quillet()
         self.end_agent()
-        for folder in (self.data / "quillet", self.config / "quillet", HOME / ".local/state"):
+        for folder in (self.data / "quillet", self.config / "quillet", self.config / "autostart",
+                       HOME / ".local/state"):
             subprocess.run(["rm", "-rf", str(folder)], check=True)
+
+
+def start_display(server, *arguments):
+    """Starts an X server as display :90; it ends with the root's namespaces."""
+    with open("/run/display.log", "ab") as log:
+        subprocess.Popen([server, Session.display, "-noreset", "-nolisten", "tcp", "-ac", *arguments],
+                         stdin=subprocess.DEVNULL, stdout=log, stderr=log)
+    poll("the X server", pathlib.Path("/tmp/.X11-unix/X90").exists, 20)
+
+
+def start_xvfb(size):
+    start_display("Xvfb", "-screen", "0", f"{size}x24")
 
 
 class X11Session(Session):
@@ -304,20 +323,24 @@ class X11Session(Session):
     @staticmethod
     def as_root(monitors):
         """Starts the display while the walk is still root."""
-        log = open("/run/display.log", "ab")  # pylint: disable=consider-using-with
-        subprocess.Popen(["Xorg", ":90", "-config", "/srv/quillet/tests/support/two-monitors.conf", "-noreset",
-                          "-nolisten", "tcp", "-logfile", "/run/xorg.log", "-ac", "-novtswitch", "-sharevts"],
-                         stdin=subprocess.DEVNULL, stdout=log, stderr=log)
-        poll("the X server", pathlib.Path("/tmp/.X11-unix/X90").exists, 20)
+        start_display("Xorg", "-config", "/srv/quillet/tests/support/two-monitors.conf", "-logfile", "/run/xorg.log",
+                      "-novtswitch", "-sharevts")
 
     def prepare(self):
-        outputs = re.findall(r"^(\S+) (?:connected|disconnected)", self.run("xrandr"), re.MULTILINE)
-        self.outputs = outputs
-        self.set_mode(outputs[0], *self.size)
-        self.run("xrandr", "--output", outputs[1], "--off")
-        # Large enough for both: the dummy driver does not draw into a framebuffer that grows later.
-        self.run("xrandr", "--fb", f"{2 * self.size[0]}x{self.size[1]}")
+        self.outputs = re.findall(r"^(\S+) (?:connected|disconnected)", self.run("xrandr"), re.MULTILINE)
+        self.set_mode(self.outputs[0], *self.size)
+        if len(self.outputs) > 1:
+            self.run("xrandr", "--output", self.outputs[1], "--off")
+            # Large enough for both: the dummy driver does not draw into a framebuffer that grows later.
+            self.run("xrandr", "--fb", f"{2 * self.size[0]}x{self.size[1]}")
         self.tell_bus("DISPLAY", "XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE")
+
+    def resize(self, factor):
+        """Gives the first monitor this many times its pixels in each direction."""
+        self.size = tuple(size * factor for size in type(self).size)
+        self.width = self.size[0]
+        self.set_mode(self.outputs[0], *self.size)
+        time.sleep(2)  # no signal tells when the desktop has followed
 
     def set_mode(self, output, width, height, *place):
         mode = f"{width}x{height}r"
@@ -327,6 +350,8 @@ class X11Session(Session):
         self.run("xrandr", "--output", output, "--mode", mode, *place)
 
     def add_monitor(self):
+        if len(self.outputs) < 2:
+            raise NotSeen("This desktop runs on a display with one output here.")
         width, height = self.size
         self.set_mode(self.outputs[1], width, height, "--right-of", self.outputs[0])
         self.width = 2 * width

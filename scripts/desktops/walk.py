@@ -9,6 +9,7 @@ import importlib
 import os
 import pathlib
 import platform
+import shutil
 import subprocess
 import sys
 import time
@@ -78,6 +79,7 @@ def main():
                 except Exception as problem:  # outside a step; the next part may succeed
                     with report.step(session, f"The rest of “{name}”"):
                         raise problem
+        shutil.copytree(session.room / "logs", folder / "logs")
 
 
 if __name__ == "__main__":
