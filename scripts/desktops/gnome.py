@@ -89,17 +89,17 @@ class Gnome(Session):
 
     def click(self, x, y, button=1, times=1):
         self.move(x, y)
-        for _ in range(times):
-            for state in (1, 0):
-                self.evaluate("global.pointer.notify_button(global.get_current_time() * 1000, "
-                              f"imports.gi.Clutter.{BUTTONS[button]}, {state}); 1")
+        # One script, since the pause between two calls is longer than that of a double click.
+        presses = "".join(f"global.pointer.notify_button(global.get_current_time() * 1000, "
+                          f"imports.gi.Clutter.{BUTTONS[button]}, {state});" for state in (1, 0) * times)
+        self.evaluate(presses + "1")
 
     def key(self, *names):
         for name in names:
             codes = [CODES[part] for part in name.split("+")]
-            for state, order in ((1, codes), (0, codes[::-1])):
-                for code in order:
-                    self.evaluate(f"global.keys.notify_key(global.get_current_time() * 1000, {code}, {state}); 1")
+            order = [(code, 1) for code in codes] + [(code, 0) for code in reversed(codes)]
+            self.evaluate("".join(f"global.keys.notify_key(global.get_current_time() * 1000, {code}, {state});"
+                                  for code, state in order) + "1")
 
     # --- looking
 

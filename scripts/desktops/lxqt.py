@@ -6,6 +6,7 @@ import signal
 import time
 
 from quillet_desktop import poll
+from report import NotSeen
 from session import HOME, X11Session
 
 SESSION = """[General]
@@ -50,11 +51,12 @@ class Lxqt(X11Session):
 
     def lock(self):
         # Its session starts no locker, but recommends this one.
-        self.locker = self.start("screen-saver", "xscreensaver", "--no-splash")
+        self.start("screen-saver", "xscreensaver", "--no-splash")
         time.sleep(3)  # until it accepts commands
         self.run("xscreensaver-command", "--lock")
 
     def unlock(self):
-        # It needs a password; without it, only its end opens the session.
-        self.locker.terminate()
-        self.locker.wait(10)
+        # Ended for the next steps, with the saver that it shows.
+        for pid in self.pids_below("/usr/libexec/xscreensaver", "/usr/bin/xscreensaver"):
+            os.kill(pid, signal.SIGKILL)
+        raise NotSeen("Unlocking needs a password.")

@@ -8,6 +8,7 @@ import time
 from browser import Page
 from pictures import ACCENT, BANNER_HEIGHT, BANNER_WIDTH
 from quillet_desktop import poll
+from report import NotSeen
 from road_bell import start_with_banner
 
 OPPONENT = (96, 64, 128)
@@ -143,7 +144,11 @@ def walk_lock(session, report):
         step.picture(image, "locked")
         assert accent_pixels(image, banner) < 200, "The banner shows on the lock screen."
         locked = bool(program.find("^session locked$"))
-        session.unlock()
+        try:
+            session.unlock()
+        except NotSeen as reason:
+            step.look(f"the lock screen. {reason}")
+            return
         if locked:
             program.wait_for("^session unlocked$", 12)
         image = wait_until_shown(session, banner, 8)

@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: MIT
 """A headless session of a real desktop. Each desktop's file overrides what the desktop does in its own way. NotSeen
 says what it lacks."""
+import contextlib
 import json
 import os
 import pathlib
@@ -28,6 +29,13 @@ BUS = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration
   </policy>
 </busconfig>
 """
+
+
+def executables():
+    """Process id and executable of each process in this namespace."""
+    for entry in pathlib.Path("/proc").glob("[0-9]*"):
+        with contextlib.suppress(OSError):  # it may have ended
+            yield int(entry.name), pathlib.Path(os.readlink(entry / "exe"))
 
 
 class Session(Desktop):
@@ -287,14 +295,11 @@ class Session(Desktop):
 
     def pids_of(self, executable):
         """The processes that run this executable. The namespace contains only those of this root."""
-        found = []
-        for entry in pathlib.Path("/proc").glob("[0-9]*"):
-            try:
-                if os.path.basename(os.readlink(entry / "exe")) == executable:
-                    found.append(int(entry.name))
-            except OSError:
-                continue
-        return found
+        return [pid for pid, path in executables() if path.name == executable]
+
+    def pids_below(self, *paths):
+        """The processes whose executable is one of these paths or lies below one."""
+        return [pid for pid, path in executables() if any(path.is_relative_to(one) for one in paths)]
 
     def forget(self):
         """Ends Quillet and its agent and removes their files."""
