@@ -21,6 +21,7 @@ class Cinnamon(X11Session):
         self.start("settings", "/usr/bin/csd-xsettings")
         self.start("status-items", "/usr/lib/x86_64-linux-gnu/xapps/xapp-sn-watcher")
         self.start("shell", "cinnamon", "--replace")
+        self.start("screen-saver", "cinnamon-screensaver")
 
     def after_start(self):
         time.sleep(6)  # no signal tells when the bar is complete
@@ -35,11 +36,8 @@ class Cinnamon(X11Session):
                  "Adwaita-dark" if dark else "Adwaita")
         self.run("gsettings", "set", "org.x.apps.portal", "color-scheme", "prefer-dark" if dark else "prefer-light")
 
-    def set_scale(self, scale):
-        self.run("gsettings", "set", "org.cinnamon.desktop.interface", "scaling-factor", str(scale))
-
     def lock(self):
-        self.run("cinnamon-screensaver-command", "--lock")
+        self.run("cinnamon-screensaver-command", "--lock", seconds=60)
 
     def unlock(self):
-        self.run("cinnamon-screensaver-command", "--deactivate")
+        self.run("cinnamon-screensaver-command", "--deactivate", seconds=60)

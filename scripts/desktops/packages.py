@@ -31,7 +31,7 @@ def _root(desktop, suite, version_of, packages):
 
 _XFCE = """xfce4-panel xfce4-session xfce4-settings xfce4-notifyd xfdesktop4 xfwm4 adwaita-icon-theme
     gnome-themes-extra qt6-gtk-platformtheme xdg-desktop-portal xdg-desktop-portal-gtk"""
-_GNOME = """gnome-shell gnome-shell-extension-appindicator xwayland qt6-gtk-platformtheme adwaita-icon-theme
+_GNOME = """gjs gnome-shell gnome-shell-extension-appindicator xwayland qt6-gtk-platformtheme adwaita-icon-theme
     xdg-desktop-portal-gnome xdg-desktop-portal-gtk"""
 _PLASMA = """kwin-wayland plasma-workspace plasma-desktop plasma-integration breeze breeze-icon-theme kde-cli-tools
     kscreen xdg-desktop-portal-kde xwayland"""

@@ -24,7 +24,12 @@ def accent_pixels(image, banner, scale=1):
     """The number of pixels in the colour of the banner's symbol, in its place."""
     area = image.crop(tuple(round(value * scale) for value in (
         banner.left, banner.top, banner.left + 260, banner.top + BANNER_HEIGHT)))
-    return sum(count for count, pixel in area.getcolors(1 << 24) if near(pixel, ACCENT[banner.state], 4))
+    return pixels_of(area, ACCENT[banner.state])
+
+
+def pixels_of(image, colour):
+    """The number of pixels of this colour."""
+    return sum(count for count, pixel in image.getcolors(1 << 24) if near(pixel, colour, 4))
 
 
 def shows(image, banner, scale=1):
@@ -136,7 +141,7 @@ def walk_lock(session, report):
         wait_until_shown(session, banner)
         session.lock()
         try:
-            program.wait_for("^session locked$", 12)
+            program.wait_for("^session locked$", 8)
         except AssertionError:
             step.note("Quillet is not told of the lock.")
         time.sleep(2)

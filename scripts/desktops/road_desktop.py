@@ -7,9 +7,13 @@ import subprocess
 import time
 
 from PIL import ImageChops
+from pictures import ACCENT
 from quillet_desktop import poll
-from road_bell import lesson, open_panel, start_quillet, start_with_banner, windows_of_panel
-from road_banner import wait_until_shown
+from road_bell import lesson, open_panel, start_quillet, start_with_banner
+from road_banner import pixels_of, wait_until_shown
+
+
+LARGE_SYMBOL = 12000  # pixels of its colour; at 100 % it has about 6,000
 
 
 class Listener:
@@ -142,14 +146,14 @@ def walk_scale(session, report):
             time.sleep(3)  # no signal tells when the desktop has followed
             start_with_banner(session)
             time.sleep(1.5)
-            step.picture(session.shot(), "banner")
+            image = session.shot()
+            step.picture(image, "banner")
+            large = pixels_of(image, ACCENT["joinPlatform"])
             open_panel(session)
-            window = windows_of_panel(session)[0]
             time.sleep(1)
-            left, top, width, height = session.place(window)
             step.picture(session.shot(), "panel")
-            step.note(f"The panel has {width}x{height} pixels.")
-            if width < 600:
+            step.note(f"The banner's symbol has {large} pixels.")
+            if large < LARGE_SYMBOL:
                 step.wrong("It is not twice as large.")
             step.look("sharp, and all of it on the screen.")
             session.quit_quillet()

@@ -19,6 +19,7 @@ from waiting import WallClock
 HERE = pathlib.Path(__file__).resolve().parent
 HOME = pathlib.Path("/home/teacher")
 RUNTIME = pathlib.Path("/run/user/1000")
+PASSWORD = "lesson"
 SYSTEM_BUS = "unix:path=/run/dbus/system_bus_socket"
 BUS = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
@@ -56,7 +57,7 @@ class Session(Desktop):
     monitors_note = "both monitors; an X server has one scale for all."
 
     def __init__(self, monitors=1, scale=1):  # does not call the parent's, which starts a virtual desktop
-        self.monitors, self.scale, self.width = monitors, scale, self.size[0]
+        self.monitors, self.scale = monitors, scale
         self.programs, self.parts = [], []
         self.room = HOME / "room"
         for folder in (self.room / "logs", HOME / ".config", HOME / ".local/share", HOME / ".local/state"):
@@ -179,10 +180,10 @@ class Session(Desktop):
         return None
 
     def resize(self, factor):
-        """Gives the first monitor this many times its pixels in each direction, if set_scale() does not."""
+        """Gives the first monitor more pixels for a scale of 200 %, if set_scale() does not."""
 
     def add_monitor(self):
-        """Adds a monitor to the right of the first. Returns left, top, width and height."""
+        """Adds a monitor beside or below the first. Returns left, top, width and height."""
         raise NotSeen("There is no road to a second monitor here.")
 
     def told_bell(self):
@@ -200,7 +201,7 @@ class Session(Desktop):
         path = self.room / "shot.png"
         self.run("import", "-silent", "-window", "root", str(path), seconds=30)
         with Image.open(path) as image:
-            return image.convert("RGB").crop((0, 0, self.width, self.size[1]))
+            return image.convert("RGB")
 
     def bar_of(self, image, thickness=64):
         """The strip of a picture that contains the bar."""
@@ -318,12 +319,18 @@ def start_display(server, *arguments):
     poll("the X server", pathlib.Path("/tmp/.X11-unix/X90").exists, 20)
 
 
+# The dummy driver does not draw correctly after a change of this size.
+FRAMEBUFFER = ("--fb", "2048x1536")
+
+
 def start_xvfb(size):
     start_display("Xvfb", "-screen", "0", f"{size}x24")
 
 
 class X11Session(Session):
     """A desktop on an X server with two outputs. The second is off at first."""
+
+    second_height = 0
 
     @staticmethod
     def as_root(monitors):
@@ -335,15 +342,13 @@ class X11Session(Session):
         self.outputs = re.findall(r"^(\S+) (?:connected|disconnected)", self.run("xrandr"), re.MULTILINE)
         self.set_mode(self.outputs[0], *self.size)
         if len(self.outputs) > 1:
-            self.run("xrandr", "--output", self.outputs[1], "--off")
-            # Large enough for both: the dummy driver does not draw into a framebuffer that grows later.
-            self.run("xrandr", "--fb", f"{2 * self.size[0]}x{self.size[1]}")
+            self.run("xrandr", *FRAMEBUFFER, "--output", self.outputs[1], "--off")
         self.tell_bus("DISPLAY", "XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE")
 
     def resize(self, factor):
-        """Gives the first monitor this many times its pixels in each direction."""
-        self.size = tuple(size * factor for size in type(self).size)
-        self.width = self.size[0]
+        """Gives the first monitor more pixels, or its first size for the factor 1."""
+        first = type(self).size
+        self.size = first if factor == 1 else (2048, 1536) if len(self.outputs) > 1 else (2 * first[0], 2 * first[1])
         self.set_mode(self.outputs[0], *self.size)
         time.sleep(2)  # no signal tells when the desktop has followed
 
@@ -352,12 +357,16 @@ class X11Session(Session):
         self.run("sh", "-c", f"xrandr --newmode {mode} 100 {width} {width + 8} {width + 16} {width + 32} {height} "
                  f"{height + 2} {height + 4} {height + 8} 2>/dev/null; xrandr --addmode {output} {mode} 2>/dev/null; "
                  "true")
-        self.run("xrandr", "--output", output, "--mode", mode, *place)
+        size = FRAMEBUFFER if len(self.outputs) > 1 else ()
+        self.run("xrandr", *size, "--output", output, "--mode", mode, *place)
+
+    def shot(self):
+        return super().shot().crop((0, 0, self.size[0], self.size[1] + self.second_height))
 
     def add_monitor(self):
         if len(self.outputs) < 2:
             raise NotSeen("This desktop runs on a display with one output here.")
         width, height = self.size
-        self.set_mode(self.outputs[1], width, height, "--right-of", self.outputs[0])
-        self.width = 2 * width
-        return width, 0, width, height
+        self.second_height = 1536 - height
+        self.set_mode(self.outputs[1], width, self.second_height, "--below", self.outputs[0])
+        return 0, height, width, self.second_height

@@ -24,6 +24,7 @@ from report import Report  # noqa: E402
 import road_banner  # noqa: E402
 import road_bell  # noqa: E402
 import road_desktop  # noqa: E402
+from session import PASSWORD  # noqa: E402
 
 ROAD = {
     "bell": road_bell.seen_bell, "phases": road_bell.walk_phases, "clicks": road_bell.walk_clicks,
@@ -42,6 +43,7 @@ def session_class(desktop):
 def prepare_user():
     """Prepares the plain user's home, a tmpfs, and his runtime folders."""
     subprocess.run(["mount", "-t", "tmpfs", "-o", "uid=1000,gid=1000,mode=0700", "tmpfs", "/home/teacher"], check=True)
+    subprocess.run(["chpasswd"], input=f"teacher:{PASSWORD}", text=True, check=True)
     for path in ("/run/user/1000", "/run/dbus", "/run/systemd/seats", "/run/systemd/sessions"):
         os.makedirs(path, exist_ok=True)
     for path in ("/run/user/1000", "/run/dbus", folder):
