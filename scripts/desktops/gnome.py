@@ -9,6 +9,7 @@ import time
 
 from PIL import Image
 from quillet_desktop import poll
+from report import NotSeen
 from session import RUNTIME, Session
 
 EXTENSION = "ubuntu-appindicators@ubuntu.com"
@@ -172,3 +173,5 @@ class Gnome(Session):
         self.call("org.gnome.Mutter.DisplayConfig", "/org/gnome/Mutter/DisplayConfig",
                   "org.gnome.Mutter.DisplayConfig.ApplyMonitorsConfig", serial, "1", f"[{', '.join(logical)}]", "{}")
         time.sleep(2)  # until the shell has updated its layout
+        if self.evaluate("global.stage.width") != self.size[0] * len(scales):
+            raise NotSeen("The shell accepts the scale but does not apply it to its headless monitors.")

@@ -99,7 +99,7 @@ class Plasma(Session):
         time.sleep(2)
 
     def set_dark(self, dark):
-        self.run("plasma-apply-colorscheme", "BreezeDark" if dark else "BreezeLight")
+        self.run("plasma-apply-colorscheme", "BreezeDark" if dark else "BreezeLight", seconds=60)
 
     def lock(self):
         self.call("org.freedesktop.ScreenSaver", "/ScreenSaver", "org.freedesktop.ScreenSaver.Lock")

@@ -41,7 +41,7 @@ def shows(image, banner, scale=1):
     return accent_pixels(image, banner, scale) > 3000 * scale * scale and max(image.getpixel((x, y))) < 70
 
 
-def wait_until_shown(session, banner, seconds=6.0, scale=1):
+def wait_until_shown(session, banner, seconds=12.0, scale=1):
     """Waits for the banner and returns the first picture of it."""
     def look():
         image = session.shot()
@@ -89,7 +89,7 @@ def banner_over(session, step, typed):
     assert typed("b"), "The keys no longer reach the window below the banner."
     left_keys = typed_after_click(session, banner, typed)
     session.click(*session.close_button(banner))
-    poll("the banner to go", lambda: not shows(session.shot(), banner), 5)
+    poll("the banner to go", lambda: not shows(session.shot(), banner), 12)
     assert typed("d"), "After the banner was closed the keys do not reach the window."
     step.note(f"Above it ({way}); the keys are read by the window, before, during and after; its cross closes it.")
     if not left_keys:
@@ -156,8 +156,9 @@ def walk_lock(session, report):
             return
         if locked:
             program.wait_for("^session unlocked$", 12)
-        image = wait_until_shown(session, banner, 8)
-        step.picture(image, "unlocked")
+        banner = poll("the banner in a picture", lambda: next(  # the next one may have come meanwhile
+            (one for one in program.banners() if shows(session.shot(), one)), None), 12)
+        step.picture(session.shot(), "unlocked")
         step.note("Hidden while locked, back on unlocking.")
         session.click(*session.close_button(banner))
         time.sleep(1)
