@@ -2,9 +2,7 @@
 # SPDX-License-Identifier: MIT
 """sway with waybar, nested in an X display that provides pictures, pointer and keyboard."""
 import json
-import pathlib
-import re
-import subprocess
+import signal
 import time
 
 from plasma import OUTER, Plasma
@@ -75,7 +73,7 @@ class Sway(Plasma):
         self.locker = self.start("locker", "swaylock", "--color", "202020")
 
     def unlock(self):
-        self.locker.send_signal(10)  # SIGUSR1: what unlocks it
+        self.locker.send_signal(signal.SIGUSR1)  # unlocks it
         self.locker.wait(10)
 
     def set_notifications(self, allowed):
