@@ -10,6 +10,8 @@
 #include <QAbstractSpinBox>
 #include <QChildEvent>
 #include <QComboBox>
+#include <QCoreApplication>
+#include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
@@ -40,6 +42,21 @@ bool emptyByEscape(QLineEdit &field, const QKeyEvent &event)
         return false;
     }
     field.clear();
+    return true;
+}
+
+/// On Tab the toolkit selects the text of a field before it reports the focus. A screen reader that hears of
+/// the selection first does not say the field's name. Here the selection follows the report.
+bool selectAfterFocus(QLineEdit &field, const QFocusEvent &event)
+{
+    if (event.reason() != Qt::TabFocusReason && event.reason() != Qt::BacktabFocusReason) {
+        return false;
+    }
+    QFocusEvent withoutSelection(QEvent::FocusIn, Qt::OtherFocusReason);
+    QCoreApplication::sendEvent(&field, &withoutSelection);
+    if (!field.text().isEmpty()) {
+        QMetaObject::invokeMethod(&field, &QLineEdit::selectAll, Qt::QueuedConnection);
+    }
     return true;
 }
 
@@ -88,6 +105,11 @@ bool Habits::eventFilter(QObject *watched, QEvent *event)
         }
         if (auto *field = qobject_cast<QLineEdit *>(watched)) {
             return emptyByEscape(*field, *static_cast<QKeyEvent *>(event));
+        }
+        return false;
+    case QEvent::FocusIn:
+        if (auto *field = qobject_cast<QLineEdit *>(watched)) {
+            return selectAfterFocus(*field, *static_cast<QFocusEvent *>(event));
         }
         return false;
     case QEvent::Wheel:
