@@ -289,7 +289,9 @@ void SettingsView::addManualLesson()
 void SettingsView::removeManualLesson(std::size_t index)
 {
     std::vector<ManualLessonEntry> entries = m_settings.manualLessons();
-    entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(index));
+    const auto removed = entries.begin() + static_cast<std::ptrdiff_t>(index);
+    look::announce(*this, u"Removed: %1"_s.arg(removed->studentName));
+    entries.erase(removed);
     m_settings.setManualLessons(std::move(entries));
     spawn(reload(this));
 }
