@@ -75,6 +75,10 @@ void FocusRing::follow(QWidget *focused)
         m_frame = new QFocusFrame;
     }
     m_frame->setWidget(focused);
+    // The toolkit hides the ring of a control that is scrolled out of view, and does not show it again once
+    // the control is scrolled into view.
+    m_frame->show();
+    m_frame->raise();
 }
 
 int FocusRing::reach(const QWidget *control)

@@ -160,6 +160,27 @@ private Q_SLOTS:
         QCOMPARE(at(edge - QPoint(1, 0)).rgb(), window.palette().color(QPalette::Window).rgb());
     }
 
+    void aControlThatIsScrolledIntoViewHasItsFocusRing()
+    {
+        auto *content = new QWidget;
+        auto *one = textField(u"One"_s);
+        auto *other = textField(u"Other"_s);
+        auto *lines = column(400, {one, other});
+        content->setLayout(padded({space::large, space::large, space::large, space::large}, lines));
+        QScrollArea area;
+        area.setWidgetResizable(true);
+        area.setWidget(content);
+        area.resize(300, 200);
+        showActive(area);
+        one->setFocus();
+        other->setFocus();
+        area.ensureWidgetVisible(other);
+        const auto *ring = area.findChild<QFocusFrame *>();
+        QVERIFY(ring != nullptr && ring->isVisible());
+        QCOMPARE(ring->visibleRegion().boundingRect(), ring->rect());
+        QCOMPARE(ring->mapToGlobal(QPoint()), other->mapToGlobal(QPoint(-4, -4)));
+    }
+
     void aClickShowsNoFocusRing()
     {
         QWidget window;
