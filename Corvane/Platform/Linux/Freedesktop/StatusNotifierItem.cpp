@@ -6,6 +6,7 @@
 #include "Corvane/Platform/Linux/Freedesktop/StatusMenuAdaptor.h"
 #include "Corvane/Platform/Linux/Freedesktop/StatusNotifierItemAdaptor.h"
 #include "Corvane/Platform/Linux/Freedesktop/StatusTitle.h"
+#include "Corvane/Utilities/DesktopPoints.h"
 #include "Corvane/Utilities/PlainText.h"
 
 #include <QCursor>
@@ -252,7 +253,7 @@ void StatusNotifierItem::click(int x, int y)
     }
     // On the bus, y counts downwards from the top; in points, upwards from the main screen's lower edge.
     const QRect frame = screen->geometry();
-    Q_EMIT activated(Point{place.x(), frame.y() + frame.height() - place.y()}, token);
+    Q_EMIT activated(pointsUp(place, frame.y() + frame.height()), token);
 }
 
 } // namespace corvane

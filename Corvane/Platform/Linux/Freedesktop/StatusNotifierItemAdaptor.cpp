@@ -3,6 +3,8 @@
 
 #include "Corvane/Platform/Linux/Freedesktop/StatusNotifierItemAdaptor.h"
 
+#include "Corvane/Utilities/Names.h"
+
 #include <QDBusMetaType>
 #include <QtEndian>
 
@@ -82,7 +84,7 @@ QString StatusNotifierItemAdaptor::category() const
 
 QString StatusNotifierItemAdaptor::id() const
 {
-    return u"com.ordwinsoftware.Quillet"_s;
+    return names::application;
 }
 
 QString StatusNotifierItemAdaptor::title() const
