@@ -313,9 +313,11 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), windowTimeout);
         TestDesktop::xdotool({u"mousemove"_s, u"100"_s, u"700"_s, u"click"_s, u"1"_s});
         QTRY_VERIFY_WITH_TIMEOUT(!m_menuBarPanel->isOpen(), windowTimeout);
-        // If the same click was on the bell, it does not open the panel again.
-        clickBell({640, 790});
+        // If the same click was on the bell, it does not open the panel again; a click at another place does.
+        clickBell({100, 100});
         QVERIFY(!m_menuBarPanel->isOpen());
+        clickBell({640, 790});
+        QVERIFY(m_menuBarPanel->isOpen());
     }
 
     void theMenuBarPanelStaysUsableBesideAWindowThatItOpened_data() { everyManager(); }
