@@ -10,6 +10,7 @@
 #include <QKeySequence>
 #include <QScreen>
 #include <QShortcut>
+#include <QStyle>
 
 #include <algorithm>
 #include <functional>
@@ -106,9 +107,14 @@ QRect WindowScenes::middle(const QWidget &window, QSize defaultSize) const
     if (room.isEmpty()) {
         room = window.screen()->availableGeometry();
     }
+    const QPoint center = room.center();
     const int needed = window.hasHeightForWidth() ? window.heightForWidth(defaultSize.width()) : 0;
+    // The window manager adds its title bar only when the window is shown; until then this is an estimate.
+    const int titleBar = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    room.setBottom(room.bottom() - titleBar);
     QRect area({}, defaultSize.expandedTo({0, needed}).boundedTo(room.size()));
-    area.moveCenter(room.center());
+    area.moveCenter(center);
+    area.moveTop(std::min(area.top(), room.bottom() + 1 - area.height()));
     return area;
 }
 

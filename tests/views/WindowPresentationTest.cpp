@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QPointer>
 #include <QScreen>
+#include <QStyle>
 #include <QTest>
 
 #include <memory>
@@ -78,6 +79,9 @@ private:
                 id, title, [this](const QString &identifier) { scenes.open(identifier); }, windowSystem);
         }
     };
+
+    /// How high a window's title bar is expected to be.
+    static int titleBar() { return QApplication::style()->pixelMetric(QStyle::PM_TitleBarHeight); }
 
 private Q_SLOTS:
     void aWindowIsOpenedWithItsTitleAndSize()
@@ -198,7 +202,22 @@ private Q_SLOTS:
         Program program;
         program.add(u"large"_s, u"Large"_s, {90000, 60000});
         program.open(u"large"_s, u"Large"_s);
-        QCOMPARE(program.scenes.window(u"large"_s)->size(), QSize(1440, 875));
+        QCOMPARE(program.scenes.window(u"large"_s)->size(), QSize(1440, 875 - titleBar()));
+    }
+
+    void aWindowAsHighAsItsScreenStaysOnItWithItsTitleBar()
+    {
+        Program program;
+        program.add(u"high"_s, {300, 870}, [] { return std::make_unique<QWidget>(); });
+        program.scenes.open(u"high"_s);
+        const QRect area = program.area(u"high"_s);
+        QCOMPARE(area.height(), 875 - titleBar());
+        // The fake screen's bottom is the bottom of Qt's screen.
+        const int top = QGuiApplication::primaryScreen()->size().height() - 900;
+        QCOMPARE(area.top(), top);
+        program.add(u"almost as high"_s, {300, 860 - titleBar()}, [] { return std::make_unique<QWidget>(); });
+        program.scenes.open(u"almost as high"_s);
+        QCOMPARE(program.area(u"almost as high"_s).bottom(), top + 875 - 1 - titleBar());
     }
 
     void aWindowOpensInTheMiddleOfThePointersScreen()
@@ -250,7 +269,7 @@ private Q_SLOTS:
         program.add(u"needs too much"_s, {1200, 400}, tall);
         for (const auto &[identifier, size] :
              {std::pair(u"needs more"_s, QSize(300, 350)), std::pair(u"needs less"_s, QSize(300, 400)),
-              std::pair(u"needs too much"_s, QSize(1200, 875))}) {
+              std::pair(u"needs too much"_s, QSize(1200, 875 - titleBar()))}) {
             program.scenes.open(identifier);
             QCOMPARE(program.scenes.window(identifier)->size(), size);
         }
