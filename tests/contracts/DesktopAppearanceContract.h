@@ -18,6 +18,8 @@ class DesktopAppearanceContract : public QObject {
 protected:
     using Scheme = Appearance::Scheme;
 
+    static constexpr int timeout = 30'000; // milliseconds; tells a hang from a busy machine
+
     virtual DesktopAppearance &desktop() = 0;
     /// Has the desktop announce `appearance`, with at most one message for each part.
     virtual void say(const Appearance &appearance) = 0;
@@ -31,7 +33,7 @@ private Q_SLOTS:
         qsizetype told = 0;
         for (const Scheme scheme : {Scheme::dark, Scheme::light, Scheme::unsaid, Scheme::dark}) {
             say({.scheme = scheme});
-            QTRY_COMPARE(desktop().appearance().scheme, scheme);
+            QTRY_COMPARE_WITH_TIMEOUT(desktop().appearance().scheme, scheme, timeout);
             QCOMPARE(changes.size(), ++told);
         }
     }
@@ -40,28 +42,29 @@ private Q_SLOTS:
     {
         const Appearance::Accent accent{0.25, 0.5, 1};
         say({.accent = accent});
-        QTRY_COMPARE(desktop().appearance().accent, std::optional(accent));
+        QTRY_COMPARE_WITH_TIMEOUT(desktop().appearance().accent, std::optional(accent), timeout);
         say({});
-        QTRY_COMPARE(desktop().appearance().accent, std::optional<Appearance::Accent>());
+        QTRY_COMPARE_WITH_TIMEOUT(desktop().appearance().accent, std::optional<Appearance::Accent>(),
+                                  timeout);
     }
 
     void reducedMotionAndItsEndAreReported()
     {
         say({.reducesMotion = true});
-        QTRY_VERIFY(desktop().appearance().reducesMotion);
+        QTRY_VERIFY_WITH_TIMEOUT(desktop().appearance().reducesMotion, timeout);
         say({});
-        QTRY_VERIFY(!desktop().appearance().reducesMotion);
+        QTRY_VERIFY_WITH_TIMEOUT(!desktop().appearance().reducesMotion, timeout);
     }
 
     void aRepeatedSettingIsNoChange()
     {
         const Appearance dark{.scheme = Scheme::dark, .reducesMotion = true};
         say(dark);
-        QTRY_COMPARE(desktop().appearance(), dark);
+        QTRY_COMPARE_WITH_TIMEOUT(desktop().appearance(), dark, timeout);
         const QSignalSpy changes(&desktop(), &DesktopAppearance::changed);
         say(dark);
         say({.scheme = Scheme::light, .reducesMotion = true});
-        QTRY_COMPARE(desktop().appearance().scheme, Scheme::light);
+        QTRY_COMPARE_WITH_TIMEOUT(desktop().appearance().scheme, Scheme::light, timeout);
         QCOMPARE(changes.size(), 1);
     }
 };

@@ -142,7 +142,7 @@ private Q_SLOTS:
         m_portal = std::make_unique<MockPortal>(QDBusConnection::connectToBus(m_bus->address(), u"portal"_s));
         m_portal->appear();
         makeAppearance();
-        QTRY_COMPARE(m_portal->questions(), 4); // a running portal is asked at once
+        QTRY_COMPARE_WITH_TIMEOUT(m_portal->questions(), 4, timeout); // a running portal is asked at once
     }
 
     void cleanup()
@@ -159,9 +159,11 @@ private Q_SLOTS:
         m_appearance.reset();
         say({.scheme = Scheme::dark, .accent = Appearance::Accent{1, 0, 0}, .reducesMotion = true});
         makeAppearance();
-        QTRY_COMPARE(desktop().appearance(), (Appearance{.scheme = Scheme::dark,
-                                                         .accent = Appearance::Accent{1, 0, 0},
-                                                         .reducesMotion = true}));
+        QTRY_COMPARE_WITH_TIMEOUT(desktop().appearance(),
+                                  (Appearance{.scheme = Scheme::dark,
+                                              .accent = Appearance::Accent{1, 0, 0},
+                                              .reducesMotion = true}),
+                                  timeout);
     }
 
     void aChangeDuringTheFirstReadOverridesItsAnswer()
@@ -170,11 +172,11 @@ private Q_SLOTS:
         say({.scheme = Scheme::light});
         m_portal->beforeFirstAnswer([this] { say({.scheme = Scheme::dark}); });
         makeAppearance();
-        QTRY_COMPARE(desktop().appearance().scheme, Scheme::dark);
+        QTRY_COMPARE_WITH_TIMEOUT(desktop().appearance().scheme, Scheme::dark, timeout);
         const int asked = m_portal->questions();
         QVERIFY(asked > 0);
         m_portal->set(gnome, u"enable-animations"_s, false); // arrives after all answers
-        QTRY_VERIFY(desktop().appearance().reducesMotion);
+        QTRY_VERIFY_WITH_TIMEOUT(desktop().appearance().reducesMotion, timeout);
         QCOMPARE(desktop().appearance().scheme, Scheme::dark);
     }
 
@@ -185,15 +187,15 @@ private Q_SLOTS:
         m_portal->set(group, u"color-scheme"_s, 1U); // nobody listens yet
         makeAppearance();
         m_portal->appear();
-        QTRY_COMPARE(desktop().appearance().scheme, Scheme::dark);
+        QTRY_COMPARE_WITH_TIMEOUT(desktop().appearance().scheme, Scheme::dark, timeout);
     }
 
     void gnomesSwitchForAnimationsIsObeyed()
     {
         m_portal->set(gnome, u"enable-animations"_s, false);
-        QTRY_VERIFY(desktop().appearance().reducesMotion);
+        QTRY_VERIFY_WITH_TIMEOUT(desktop().appearance().reducesMotion, timeout);
         m_portal->set(gnome, u"enable-animations"_s, true);
-        QTRY_VERIFY(!desktop().appearance().reducesMotion);
+        QTRY_VERIFY_WITH_TIMEOUT(!desktop().appearance().reducesMotion, timeout);
     }
 
     void invalidValuesAreIgnored()
@@ -203,7 +205,7 @@ private Q_SLOTS:
         m_portal->set(group, u"color-scheme"_s, 77U);
         m_portal->set(group, u"contrast"_s, 1U);
         m_portal->set(gnome, u"enable-animations"_s, false);
-        QTRY_VERIFY(desktop().appearance().reducesMotion); // all messages have arrived
+        QTRY_VERIFY_WITH_TIMEOUT(desktop().appearance().reducesMotion, timeout); // all messages have arrived
         QCOMPARE(desktop().appearance(), (Appearance{.reducesMotion = true}));
     }
 
