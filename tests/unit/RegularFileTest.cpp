@@ -72,7 +72,7 @@ private Q_SLOTS:
 
     void anotherUsersRegularFileIsRead()
     {
-        // Belongs to root, whoever runs the test.
+        // Belongs to root, also if another user runs the test.
         QVERIFY(readRegularFile("/etc/passwd", 1'000'000));
     }
 

@@ -73,9 +73,9 @@ PressWatch::~PressWatch()
     }
 }
 
-// Raw events reach whoever selects them on the root window, also while another program holds the pointer. The
-// toolkit selects its own for all devices, not for all masters, so that neither's choice replaces the
-// other's.
+// The server sends raw events to every program that selects them on the root window, also while another
+// program has grabbed the pointer. The toolkit selects its events for all devices, this class for all master
+// devices, so that neither selection replaces the other.
 bool PressWatch::select(std::uint32_t events)
 {
     struct {
