@@ -3,6 +3,8 @@
 
 #include "Corvane/Services/MissingBell.h"
 
+#include <QList>
+
 using namespace Qt::StringLiterals;
 
 namespace corvane {
