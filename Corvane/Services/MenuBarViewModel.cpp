@@ -69,24 +69,24 @@ bool isChangeover(LessonState state)
     Q_UNREACHABLE();
 }
 
+bool shouldPresent(const TeachingAction &action, const std::optional<QString> &lastPresentedNotificationKey)
+{
+    return isChangeover(action.state) && action.lessonOrNext() &&
+           notificationKey(action, action.state) != lastPresentedNotificationKey;
+}
+
 } // namespace
 
 MenuBarViewModel::MenuBarViewModel(const AppEnvironment &environment, QObject *parent)
     : QObject(parent)
     , m_currentAction(TeachingAction::idle(currentDate(), std::nullopt))
+    , m_snapshotSource{.time = m_currentAction.effectiveDate,
+                       .action = m_currentAction,
+                       .lastPresentedMessage = std::nullopt,
+                       .lastPresentedNotificationKey = std::nullopt,
+                       .lastCalendarReloadDescription = std::nullopt}
     , m_environment(environment)
 {
-    m_debugSnapshot = {.currentTime = currentDate(),
-                       .currentLessonDescription = std::nullopt,
-                       .nextLessonDescription = std::nullopt,
-                       .countdownDescription = u"None"_s,
-                       .engineState = LessonState::scheduled,
-                       .secondsUntilNextEvent = std::nullopt,
-                       .lastNotificationDescription = std::nullopt,
-                       .nextNotificationDescription = std::nullopt,
-                       .loadedLessonCount = 0,
-                       .lastCalendarReloadDescription = std::nullopt,
-                       .logPath = m_environment.debugLogger.logURL().toLocalFile()};
 }
 
 QCoro::Task<void> MenuBarViewModel::start()
@@ -181,7 +181,7 @@ void MenuBarViewModel::refreshAction(bool shouldNotify)
     Q_EMIT currentActionChanged();
     updateDebugSnapshot(m_currentAction);
 
-    if (!shouldNotify || unchanged || !shouldPresent(m_currentAction)) {
+    if (!shouldNotify || unchanged || !shouldPresent(m_currentAction, m_lastPresentedNotificationKey)) {
         return;
     }
     // A copy, because observers of the alert may change the current action.
@@ -192,12 +192,6 @@ void MenuBarViewModel::refreshAction(bool shouldNotify)
     m_lastPresentedAction = announced;
     m_lastPresentedNotificationKey = notificationKey(announced, announced.state);
     updateDebugSnapshot(announced);
-}
-
-bool MenuBarViewModel::shouldPresent(const TeachingAction &action) const
-{
-    return isChangeover(action.state) && action.lessonOrNext() &&
-           notificationKey(action, action.state) != m_lastPresentedNotificationKey;
 }
 
 QString MenuBarViewModel::menuTitle() const
@@ -251,25 +245,37 @@ QString MenuBarViewModel::testNotificationMessage() const
 
 void MenuBarViewModel::updateDebugSnapshot(const TeachingAction &action)
 {
-    const Date now = currentDate();
+    m_snapshotSource = {.time = currentDate(),
+                        .action = action,
+                        .lastPresentedMessage = m_lastPresentedAction
+                                                    ? std::optional(m_lastPresentedAction->message)
+                                                    : std::nullopt,
+                        .lastPresentedNotificationKey = m_lastPresentedNotificationKey,
+                        .loadedLessonCount = static_cast<qsizetype>(m_lessons.size()),
+                        .lastCalendarReloadDescription = m_lastCalendarReloadDescription};
+    Q_EMIT debugSnapshotChanged();
+}
+
+DebugSnapshot MenuBarViewModel::debugSnapshot() const
+{
+    const SnapshotSource &source = m_snapshotSource;
+    const TeachingAction &action = source.action;
     std::optional<double> seconds;
     if (action.nextTransitionDate) {
-        seconds = std::max((*action.nextTransitionDate - now).count(), 0.0);
+        seconds = std::max((*action.nextTransitionDate - source.time).count(), 0.0);
     }
-    m_debugSnapshot = {
-        .currentTime = now,
-        .currentLessonDescription = lessonDescription(action.lesson),
-        .nextLessonDescription = lessonDescription(action.nextLesson),
-        .countdownDescription = seconds ? formatCountdown(*seconds) : u"None"_s,
-        .engineState = action.state,
-        .secondsUntilNextEvent = seconds,
-        .lastNotificationDescription =
-            m_lastPresentedAction ? std::optional(m_lastPresentedAction->message) : std::nullopt,
-        .nextNotificationDescription = shouldPresent(action) ? std::optional(action.message) : std::nullopt,
-        .loadedLessonCount = static_cast<qsizetype>(m_lessons.size()),
-        .lastCalendarReloadDescription = m_lastCalendarReloadDescription,
-        .logPath = m_environment.debugLogger.logURL().toLocalFile()};
-    Q_EMIT debugSnapshotChanged();
+    const bool isNext = shouldPresent(action, source.lastPresentedNotificationKey);
+    return {.currentTime = source.time,
+            .currentLessonDescription = lessonDescription(action.lesson),
+            .nextLessonDescription = lessonDescription(action.nextLesson),
+            .countdownDescription = seconds ? formatCountdown(*seconds) : u"None"_s,
+            .engineState = action.state,
+            .secondsUntilNextEvent = seconds,
+            .lastNotificationDescription = source.lastPresentedMessage,
+            .nextNotificationDescription = isNext ? std::optional(action.message) : std::nullopt,
+            .loadedLessonCount = source.loadedLessonCount,
+            .lastCalendarReloadDescription = source.lastCalendarReloadDescription,
+            .logPath = m_environment.debugLogger.logURL().toLocalFile()};
 }
 
 } // namespace corvane

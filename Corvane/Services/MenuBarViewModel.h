@@ -53,7 +53,8 @@ public:
     [[nodiscard]] const std::vector<Lesson> &lessons() const { return m_lessons; }
     /// The user-facing error of the last reload, if it failed.
     [[nodiscard]] const std::optional<QString> &lastErrorMessage() const { return m_lastErrorMessage; }
-    [[nodiscard]] const DebugSnapshot &debugSnapshot() const { return m_debugSnapshot; }
+    /// Of the last assignment. Built here, because it is assigned every second and seldom read.
+    [[nodiscard]] DebugSnapshot debugSnapshot() const;
     [[nodiscard]] AppSettings &settings() const { return m_environment.settings; }
 
 Q_SIGNALS:
@@ -67,14 +68,23 @@ private:
     static QCoro::Task<void> startHeartbeatAfter(QPointer<MenuBarViewModel> self, Seconds timeout);
     void heartbeat();
     void refreshAction(bool shouldNotify);
-    [[nodiscard]] bool shouldPresent(const TeachingAction &action) const;
     [[nodiscard]] QString testNotificationMessage() const;
     void updateDebugSnapshot(const TeachingAction &action);
+
+    /// Everything that a debug snapshot is built from, as it was when the snapshot was assigned.
+    struct SnapshotSource {
+        Date time;
+        TeachingAction action;
+        std::optional<QString> lastPresentedMessage;
+        std::optional<QString> lastPresentedNotificationKey;
+        qsizetype loadedLessonCount = 0;
+        std::optional<QString> lastCalendarReloadDescription;
+    };
 
     TeachingAction m_currentAction;
     std::vector<Lesson> m_lessons;
     std::optional<QString> m_lastErrorMessage;
-    DebugSnapshot m_debugSnapshot;
+    SnapshotSource m_snapshotSource;
     AppEnvironment m_environment;
     std::optional<TeachingAction> m_lastPresentedAction;
     std::optional<QString> m_lastPresentedNotificationKey;
