@@ -8,7 +8,6 @@
 #include "Corvane/Platform/Linux/EvolutionData/LinuxEventStore.h"
 #include "Corvane/Platform/Linux/Freedesktop/PortalAppearance.h"
 #include "Corvane/Platform/Linux/Freedesktop/StatusBell.h"
-#include "Corvane/Services/BellNotice.h"
 #include "Corvane/Services/MenuCommands.h"
 #include "Corvane/Services/MissingBell.h"
 #include "Corvane/Services/ScheduleStatus.h"
@@ -52,11 +51,9 @@ CorvaneApp::CorvaneApp(StartedBy startedBy, std::function<void()> restart)
     spawn(m_viewModel->start());
     watchSessionLock();
     m_machineCare = std::make_unique<MachineCare>(m_services, *m_viewModel, m_startZone, std::move(restart));
-    m_calendarCare = std::make_unique<CalendarCare>(m_services, m_machineCare->systemWatcher(), *m_viewModel,
-                                                    *m_statusItem, [this](const QString &gaps) {
-                                                        m_gaps = gaps;
-                                                        tellBell();
-                                                    });
+    m_calendarCare =
+        std::make_unique<CalendarCare>(m_services, m_machineCare->systemWatcher(), *m_viewModel,
+                                       *m_statusItem, [this](const QString &gaps) { m_bell->setGaps(gaps); });
     m_firstLessonLook = std::make_unique<FirstLessonLook>(
         FirstLessonLook::Sources{.viewModel = *m_viewModel,
                                  .calendars = m_services.eventStore->monitor(),
@@ -108,15 +105,7 @@ void CorvaneApp::showStatusItem()
                          m_scenes->menuBarPanel().toggle(position);
                      });
     offerMenu();
-    QObject::connect(m_viewModel.get(), &MenuBarViewModel::currentActionChanged, m_statusItem.get(),
-                     [this] { tellBell(); });
-    tellBell();
-}
-
-void CorvaneApp::tellBell()
-{
-    m_statusItem->setTitle(m_viewModel->menuTitle());
-    m_statusItem->setNotice(bellNotice(m_viewModel->currentAction(), m_gaps, QLocale()));
+    m_bell = std::make_unique<Bell>(*m_viewModel, *m_statusItem);
 }
 
 void CorvaneApp::offerMenu()

@@ -12,6 +12,7 @@
 #include "Corvane/Platform/Linux/Freedesktop/DesktopStatusItem.h"
 #include "Corvane/Platform/Linux/Freedesktop/SessionLockWatcher.h"
 #include "Corvane/Platform/Linux/Toolkit/ToolkitWindowSystem.h"
+#include "Corvane/Services/Bell.h"
 #include "Corvane/Services/FirstLessonLook.h"
 #include "Corvane/Services/MenuBarViewModel.h"
 #include "Corvane/Utilities/DesktopAppearance.h"
@@ -44,7 +45,6 @@ public:
 
 private:
     void showStatusItem();
-    void tellBell();
     void watchForHost();
     void offerMenu();
     void watchSessionLock();
@@ -67,7 +67,7 @@ private:
     ToolkitWindowSystem m_windowSystem;
     std::unique_ptr<AppScenes> m_scenes;
     std::unique_ptr<DesktopStatusItem> m_statusItem;
-    QString m_gaps; ///< what the calendars lack, as the bell's text
+    std::unique_ptr<Bell> m_bell;
     /// Limit the rate of requests that arrive over the bus. A click that opens the panel and the next one,
     /// which closes it, must both count even if a program clicks, so the pause between clicks is short.
     RequestGate m_clicks{Seconds{0.02}};

@@ -34,10 +34,17 @@ public:
         }
     }
 
+    /// The notices set, in order, including repetitions.
+    QStringList askedNotices;
+
     /// The current notice.
     QString notice;
 
-    void setNotice(const QString &text) override { notice = text; }
+    void setNotice(const QString &text) override
+    {
+        askedNotices.append(text);
+        notice = text;
+    }
     void setMenu(std::vector<StatusMenuEntry> entries) override { menu = std::move(entries); }
     [[nodiscard]] bool isShown() const override { return shown; }
 
