@@ -18,6 +18,8 @@
 #include <QDBusConnection>
 #include <QGuiApplication>
 
+#include <malloc.h>
+
 #include <functional>
 #include <memory>
 #include <utility>
@@ -86,6 +88,8 @@ AppEnvironment AppEnvironment::live(LiveServices &services)
     services.soundPlayer = std::make_unique<SystemSoundPlayer>(*services.debugLogger, *services.sounds);
     services.screens = std::make_unique<ToolkitScreens>();
     chooseBanners(services);
+    // Otherwise the C library keeps what the pictures took, almost two megabytes.
+    services.bannerPanels->setWhenGone([] { ::malloc_trim(0); });
     services.notificationPresenter = std::make_unique<FloatingBannerPresenter>(
         *services.soundPlayer, *services.debugLogger, *services.settings, *services.bannerScreens,
         *services.bannerPanels);

@@ -177,7 +177,7 @@ int main(int argc, char *argv[])
         break;
     }
     // The few worker threads are nearly always idle; an arena for each would waste memory.
-    mallopt(M_ARENA_MAX, 2);
+    mallopt(M_ARENA_MAX, 1);
     QCoreApplication::setApplicationName(u"Quillet"_s);
     QApplication::setDesktopFileName(names::application);
     const Run ended = run(argc, argv,

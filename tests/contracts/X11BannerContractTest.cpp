@@ -18,6 +18,24 @@ class X11BannerPanelsContractTest final : public CardBannerPanelsContract {
 protected:
     BannerPanels &bannerPanels() override { return m_bannerPanels; }
 
+private Q_SLOTS:
+    void theEndOfTheLastCardIsReported()
+    {
+        QTRY_VERIFY(QApplication::topLevelWidgets().isEmpty()); // the cards of earlier tests
+        X11BannerPanels panels(closeButtons(), shape);
+        int ends = 0;
+        panels.setWhenGone([&] { ++ends; });
+        const auto first = panels.makeBannerPanel(home, {}, {}, [] {});
+        const QPointer<QWidget> firstCard = QApplication::topLevelWidgets().constFirst();
+        const auto second = panels.makeBannerPanel(home, {}, {}, [] {});
+        first->close();
+        QTRY_VERIFY(!firstCard);
+        QCOMPARE(ends, 0);
+        second->close();
+        QTRY_COMPARE(ends, 1);
+        QVERIFY(QApplication::topLevelWidgets().isEmpty());
+    }
+
 private:
     X11BannerPanels m_bannerPanels{closeButtons(), shape};
 };

@@ -81,7 +81,17 @@ std::shared_ptr<BannerPanel> CardBannerPanels::makeBannerPanel(Rect frame, const
     card->setContent(m_makeContent(action, std::move(onDismiss)));
     std::erase(m_cards, nullptr);
     m_cards.emplace_back(card);
+    // Queued, because a widget reports its end before it gives up its pictures.
+    QObject::connect(
+        card, &QObject::destroyed, &m_cardsContext, [this] { cardGone(); }, Qt::QueuedConnection);
     return std::make_shared<CardBannerPanel>(card);
+}
+
+void CardBannerPanels::cardGone()
+{
+    if (std::erase(m_cards, nullptr) > 0 && m_cards.empty() && m_whenGone) {
+        m_whenGone();
+    }
 }
 
 void CardBannerPanels::setSessionLocked(bool isLocked)

@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace corvane {
@@ -37,6 +38,9 @@ public:
     /// If false, animations that start from now on have no duration. Default: true.
     void setMoves(bool moves);
 
+    /// `whenGone` is called each time the last banner panel's window and pictures have been deleted.
+    void setWhenGone(std::function<void()> whenGone) { m_whenGone = std::move(whenGone); }
+
 protected:
     /// `makeContent` is called only during this object's lifetime; `shape` is that of the card it makes.
     CardBannerPanels(ContentFactory makeContent, const CardShape &shape);
@@ -45,11 +49,15 @@ protected:
     [[nodiscard]] virtual BannerCard *makeCard(BannerCard::Setting setting) = 0;
 
 private:
+    void cardGone();
+
     ContentFactory m_makeContent;
     CardShape m_shape;
     bool m_isLocked = false;
     bool m_moves = true;
     std::vector<QPointer<BannerCard>> m_cards;
+    std::function<void()> m_whenGone;
+    QObject m_cardsContext; ///< ends the connections of cards that outlive this object
 };
 
 } // namespace corvane
