@@ -17,6 +17,7 @@
 
 #include <QDBusConnection>
 #include <QGuiApplication>
+#include <QPixmapCache>
 
 #include <malloc.h>
 
@@ -62,6 +63,14 @@ void chooseBanners(LiveServices &services)
     }
 }
 
+/// Gives the memory of a banner's pictures back to the system. Otherwise the C library keeps it, almost two
+/// megabytes.
+void giveBackMemory()
+{
+    QPixmapCache::clear();
+    ::malloc_trim(0);
+}
+
 } // namespace
 
 AppEnvironment AppEnvironment::live(LiveServices &services)
@@ -88,8 +97,7 @@ AppEnvironment AppEnvironment::live(LiveServices &services)
     services.soundPlayer = std::make_unique<SystemSoundPlayer>(*services.debugLogger, *services.sounds);
     services.screens = std::make_unique<ToolkitScreens>();
     chooseBanners(services);
-    // Otherwise the C library keeps what the pictures took, almost two megabytes.
-    services.bannerPanels->setWhenGone([] { ::malloc_trim(0); });
+    services.bannerPanels->setWhenGone(giveBackMemory);
     services.notificationPresenter = std::make_unique<FloatingBannerPresenter>(
         *services.soundPlayer, *services.debugLogger, *services.settings, *services.bannerScreens,
         *services.bannerPanels);

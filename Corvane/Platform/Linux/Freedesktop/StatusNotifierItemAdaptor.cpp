@@ -8,6 +8,8 @@
 #include <QDBusMetaType>
 #include <QtEndian>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace corvane {
@@ -68,18 +70,23 @@ StatusNotifierItemAdaptor::StatusNotifierItemAdaptor(QObject *parent, const QLis
     : QDBusAbstractAdaptor(parent)
     , m_handlers(std::move(handlers))
     , m_menu(std::move(menu))
+    , m_icons(icons)
 {
     qDBusRegisterMetaType<StatusIconPixmap>();
     qDBusRegisterMetaType<StatusIconPixmaps>();
     qDBusRegisterMetaType<StatusToolTip>();
-    for (const QImage &icon : icons) {
-        m_icons.append(pixmap(icon));
-    }
 }
 
 QString StatusNotifierItemAdaptor::category() const
 {
     return u"ApplicationStatus"_s;
+}
+
+StatusIconPixmaps StatusNotifierItemAdaptor::icons() const
+{
+    StatusIconPixmaps pixmaps;
+    std::ranges::transform(m_icons, std::back_inserter(pixmaps), pixmap);
+    return pixmaps;
 }
 
 QString StatusNotifierItemAdaptor::id() const

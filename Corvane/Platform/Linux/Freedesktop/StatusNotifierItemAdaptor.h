@@ -72,7 +72,7 @@ public:
     [[nodiscard]] QString status() const;
     [[nodiscard]] int windowId() const { return 0; }
     [[nodiscard]] QString noIconName() const { return {}; }
-    [[nodiscard]] StatusIconPixmaps icons() const { return m_icons; }
+    [[nodiscard]] StatusIconPixmaps icons() const;
     [[nodiscard]] StatusToolTip toolTip() const;
     [[nodiscard]] bool itemIsMenu() const { return false; }
     [[nodiscard]] QDBusObjectPath menu() const;
@@ -108,7 +108,7 @@ protected:
 private:
     Handlers m_handlers;
     QString m_menu;
-    StatusIconPixmaps m_icons;
+    QList<QImage> m_icons;
     QString m_text;
     QString m_notice;
 };
