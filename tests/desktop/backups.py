@@ -114,8 +114,10 @@ class Backups(unittest.TestCase):
                     found = desktop.notifications()
                     return found[number - 1] if len(found) >= number else None
                 notification = poll(kind, shown, max(due - desktop.now(), 0) + 6)
-                print(f"backup: {kind:10} due {due:.3f}, handed to the daemon {notification.time - due:+.3f} s", flush=True)
-                self.assertEqual((notification.program, notification.title, notification.body), ("Quillet", title, body))
+                print(f"backup: {kind:10} due {due:.3f}, handed to the daemon {notification.time - due:+.3f} s",
+                      flush=True)
+                self.assertEqual((notification.program, notification.title, notification.body),
+                                 ("Quillet", title, body))
                 self.assertGreaterEqual(notification.time, due, "early")
                 self.assertLess(notification.time, due + 1)
                 poll("the daemon's window", desktop.notification_is_on_the_screen, 4)
@@ -160,8 +162,8 @@ class Backups(unittest.TestCase):
             report_lateness("banner-and-backup", banner, start - 60)
             self.assertEqual(banner.state, "oneMinuteWarning")
             found = poll("the backup", desktop.notifications, 3)
-            print(f"backup: one-minute due {start - 60:.3f}, handed to the daemon {found[0].time - (start - 60):+.3f} s",
-                  flush=True)
+            print(f"backup: one-minute due {start - 60:.3f}, handed to the daemon "
+                  f"{found[0].time - (start - 60):+.3f} s", flush=True)
             self.assertEqual([found[0].title, found[0].body], ["Quillet: 1 minute", "Anna starts in 1 minute."])
             self.assertGreaterEqual(found[0].time, start - 60)
             desktop.wait_until_shown(banner, "banner-and-backup")

@@ -75,9 +75,10 @@ class Newcomer(unittest.TestCase):
         """Starts the sample day as scripts/run does, in its own process group, as a terminal would."""
         room_file = self.folder / "room"
         process = subprocess.Popen(
-            [VIRTUAL_DESKTOP, "--prefix", str(PREFIX), "--room-file", str(room_file), SAMPLE_DAY, program, str(self.folder)],
-            start_new_session=True, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
-            preexec_fn=lambda: signal.signal(signal.SIGINT, signal.SIG_DFL))
+            [VIRTUAL_DESKTOP, "--prefix", str(PREFIX), "--room-file", str(room_file), SAMPLE_DAY, program,
+             str(self.folder)],
+            start_new_session=True, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+            text=True, preexec_fn=lambda: signal.signal(signal.SIGINT, signal.SIG_DFL))
         self.addCleanup(process.stdout.close)
         poll("the virtual desktop", room_file.exists, 60)
         return process, room_file.read_text().strip()
@@ -87,8 +88,10 @@ class Newcomer(unittest.TestCase):
         output = process.communicate()[0]
         self.assertEqual(process.returncode, 0, output)
         self.assertEqual(sorted(path.name for path in self.folder.glob("*.png")),
-                         ["1-wrapUp.png", "2-prepare.png", "3-oneMinuteWarning.png", "4-joinPlatform.png", "5-startNow.png"])
-        for text in ("Finish up Ben", "4 min before next lesson", "1 minute before next lesson", "Join Zoom now", "START NOW"):
+                         ["1-wrapUp.png", "2-prepare.png", "3-oneMinuteWarning.png", "4-joinPlatform.png",
+                          "5-startNow.png"])
+        for text in ("Finish up Ben", "4 min before next lesson", "1 minute before next lesson", "Join Zoom now",
+                     "START NOW"):
             self.assertRegex(output, rf"(?m)^\d\d:\d\d:\d\d  {text}")
         self.assertIn(f"The pictures are in {self.folder}", output)
         self.assertEqual(left_of(room), [])
@@ -110,7 +113,8 @@ class Newcomer(unittest.TestCase):
         output = process.communicate()[0]
         self.assertNotEqual(process.returncode, 0)
         for state in ("oneMinuteWarning", "joinPlatform"):
-            self.assertIn(f"{state} was logged as shown while an earlier banner of its colour was on the screen", output)
+            self.assertIn(f"{state} was logged as shown while an earlier banner of its colour was on the screen",
+                          output)
         self.assertEqual(sorted(path.name for path in self.folder.glob("*.png")), ["1-wrapUp.png", "2-prepare.png"])
         self.assertEqual(left_of(room), [])
 

@@ -79,8 +79,8 @@ class Online(unittest.TestCase):
             server.put("ben", event("Zoom - Ben", start + 7200, start + 8700, uid="ben"))
             program.press("Reload Today's Lessons")
             poll("the lesson's new time",
-                 lambda: sorted(desktop.pending()) == sorted(identifiers(start, "Anna") + identifiers(start + 7200, "Ben")),
-                 20)
+                 lambda: (sorted(desktop.pending())
+                          == sorted(identifiers(start, "Anna") + identifiers(start + 7200, "Ben"))), 20)
 
             server.remove("ben")
             program.press("Reload Today's Lessons")

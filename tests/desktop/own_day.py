@@ -31,7 +31,8 @@ class OwnDay(unittest.TestCase):
         for day in ("2026-12-21", "2027-03-28", "2027-06-21", "2027-10-31"):
             midnight = int(datetime.datetime.fromisoformat(f"{day}T00:00:00+00:00").timestamp())
             for moment in range(midnight, midnight + 86400, 1799):
-                done = subprocess.run([str(SOURCE / "scripts/morning-zone"), str(moment)], capture_output=True, text=True)
+                done = subprocess.run([str(SOURCE / "scripts/morning-zone"), str(moment)], capture_output=True,
+                                      text=True)
                 self.assertEqual(done.returncode, 0, done.stderr)
                 there = datetime.datetime.fromtimestamp(moment, zoneinfo.ZoneInfo(done.stdout.strip()))
                 self.assertEqual(there.hour, 10, there)
@@ -53,8 +54,10 @@ class OwnDay(unittest.TestCase):
     def skippingMovesOnlyTheTimeOfDay(self):
         with Desktop(movable_clock=True) as desktop:
             program = subprocess.Popen(
-                ["/usr/bin/python3", "-c", "import time\nwhile input(): print(time.time(), time.monotonic(), flush=True)"],
-                env=desktop.clock.environment(desktop.environment), stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+                ["/usr/bin/python3", "-c",
+                 "import time\nwhile input(): print(time.time(), time.monotonic(), flush=True)"],
+                env=desktop.clock.environment(desktop.environment), stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                text=True)
 
             def look():
                 program.stdin.write("look\n")

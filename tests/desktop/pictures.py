@@ -38,7 +38,8 @@ def _pixels(display_name, width, height):
     assert display, f"no display {display_name}"
     all_planes, z_pixmap = 0xFFFFFFFF, 2
     image = x.XGetImage(display, x.XDefaultRootWindow(display), 0, 0, width, height, all_planes, z_pixmap)
-    assert (image.contents.bits_per_pixel, image.contents.bytes_per_line, image.contents.byte_order) == (32, width * 4, 0)
+    assert ((image.contents.bits_per_pixel, image.contents.bytes_per_line, image.contents.byte_order)
+            == (32, width * 4, 0))
     pixels = ctypes.string_at(image.contents.data, width * height * 4)
     x.XDestroyImage(image)
     x.XCloseDisplay(display)

@@ -183,5 +183,5 @@ class Program:
 
 
 def report_lateness(what, banner, due):
-    print(f"{what}: {banner.state:17} due {due:.3f}, fired {banner.fired - due:+.3f} s, shown {banner.shown - due:+.3f} s",
-          flush=True)
+    print(f"{what}: {banner.state:17} due {due:.3f}, fired {banner.fired - due:+.3f} s, "
+          f"shown {banner.shown - due:+.3f} s", flush=True)

@@ -171,7 +171,8 @@ class Desktop(contextlib.AbstractContextManager):
         """Activates the bell through the bus, as its host does on a click."""
         (item,) = poll("the bell", self.status_items)
         name, path = re.fullmatch(r"([^/]+)(/.*)?", item).groups()
-        self.call(name, path or "/StatusNotifierItem", "org.kde.StatusNotifierItem.Activate", str(self.size[0] - 40), "10")
+        self.call(name, path or "/StatusNotifierItem", "org.kde.StatusNotifierItem.Activate", str(self.size[0] - 40),
+                  "10")
 
     def bell(self):
         """The middle of the bell: the leftmost bright spot in the right half of the desktop's panel."""
@@ -191,7 +192,8 @@ class Desktop(contextlib.AbstractContextManager):
     def windows(self, title):
         """The visible windows with exactly that title."""
         done = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{re.escape(title)}$"],
-                              env=self.environment, stdin=subprocess.DEVNULL, capture_output=True, text=True, check=False)
+                              env=self.environment, stdin=subprocess.DEVNULL, capture_output=True, text=True,
+                              check=False)
         return [int(word) for word in done.stdout.split()]
 
     def place(self, window):

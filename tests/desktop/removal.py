@@ -39,8 +39,8 @@ class Removal(unittest.TestCase):
             prefix, files = self.install(desktop)
             desktop.write_settings("hasCompletedWelcome=true", "startAtLogin=true")
             start = int(desktop.now()) + 7200
-            lessons = desktop.write_folder_calendar("a.ics", f"BEGIN:VCALENDAR\r\n{event('Zoom - Anna', start, start + 1500)}"
-                                                    "END:VCALENDAR\r\n")
+            lessons = desktop.write_folder_calendar(
+                "a.ics", f"BEGIN:VCALENDAR\r\n{event('Zoom - Anna', start, start + 1500)}END:VCALENDAR\r\n")
             program = desktop.start_quillet(prefix=prefix)
             program.wait_for("^calendar reload success lessons=1 ")
             poll("the agent", lambda: desktop.processes("quillet-notification-agent"))

@@ -259,7 +259,8 @@ class Roads(unittest.TestCase):
             desktop.write_folder_calendar("zone.ics", calendar(
                 "BEGIN:VTIMEZONE\r\nTZID:Seconds\r\nBEGIN:STANDARD\r\nDTSTART:19700101T000000\r\n"
                 "RRULE:FREQ=SECONDLY\r\nTZOFFSETFROM:+0000\r\nTZOFFSETTO:+0100\r\nEND:STANDARD\r\nEND:VTIMEZONE\r\n",
-                event("Team meeting", start, start + 60).replace("DTSTART:", "DTSTART;TZID=Seconds:").replace("Z\r\nDTEND", "\r\nDTEND")))
+                event("Team meeting", start, start + 60).replace("DTSTART:", "DTSTART;TZID=Seconds:")
+                .replace("Z\r\nDTEND", "\r\nDTEND")))
             filler = event("Padding", now - 86400 * 400, now - 86400 * 400 + 60, uid="padding")
             desktop.write_folder_calendar("big.ics", calendar(*[filler] * (100_000_000 // len(filler))))
             desktop.write_folder_calendar("sane.ics", calendar(event("Zoom - Ben", start + 3600, start + 5400)))

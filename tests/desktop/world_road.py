@@ -66,7 +66,8 @@ class World(unittest.TestCase):
             # By the clock alone, the next load would be due in six hours.
             desktop.set_clock_back(SIX_HOURS)
             desktop.run("env", f"DBUS_SYSTEM_BUS_ADDRESS={address}", "gdbus", "emit", "--system", "--object-path",
-                        "/org/freedesktop/login1", "--signal", "org.freedesktop.login1.Manager.PrepareForSleep", "false")
+                        "/org/freedesktop/login1", "--signal", "org.freedesktop.login1.Manager.PrepareForSleep",
+                        "false")
             program.wait_for("^scheduled system backup notifications lessons=1$", 5)
             self.assertEqual(sorted(desktop.pending()), sorted(identifiers(start, "Anna")))
             desktop.skip_to(start - 240)
