@@ -93,9 +93,10 @@ def dropped_statements(text):
         end = text.find(";", match.end())
         statement = text[match.start(1):end]
         word = re.match(r"\W*(\w+)", statement)[1]
-        if end < 0 or word in ("return", "co_return", "if", "for", "while", "switch", "using", "case", "default", "else",
-                               "struct", "class", "enum", "namespace", "constexpr", "const", "static", "auto", "template",
-                               "public", "private", "protected", "friend", "explicit", "virtual", "break", "continue"):
+        if end < 0 or word in (
+                "return", "co_return", "if", "for", "while", "switch", "using", "case", "default", "else", "struct",
+                "class", "enum", "namespace", "constexpr", "const", "static", "auto", "template", "public", "private",
+                "protected", "friend", "explicit", "virtual", "break", "continue"):
             continue
         balanced = all(statement.count(a) == statement.count(b) for a, b in ("()", "{}", "[]"))
         if not balanced:
@@ -135,7 +136,8 @@ def value(text, begin, end):
 def swapped_pairs(text):
     for match in re.finditer(r"(?<=[\w>\]])[({]|(?<=return )\{", text):
         end = closing(text, match.start())
-        if not end or text[match.start():end].count(";") or re.search(r"\b(?:if|for|while|switch)$", text[:match.start()]):
+        if (not end or text[match.start():end].count(";")
+                or re.search(r"\b(?:if|for|while|switch)$", text[:match.start()])):
             continue
         parts = pieces(text, match.end(), end)
         if cannot_swap(text, match.start(), parts, end):
@@ -152,7 +154,8 @@ def changed_numbers(text):
             continue  # a pure virtual function
         digits = match[0].replace("'", "")
         one_more = f"{float(digits) + 1:g}" if "." in digits else str(int(digits) + 1)
-        yield match.start(), match.end(), one_more + (".0" if "." in digits and "." not in one_more else ""), "off by one"
+        yield (match.start(), match.end(), one_more + (".0" if "." in digits and "." not in one_more else ""),
+               "off by one")
 
 
 def empty_texts(source, text):

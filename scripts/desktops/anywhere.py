@@ -4,7 +4,7 @@
 """Searches the accessibility tree of all programs for visible nodes whose name contains a text. Prints a JSON list of
 [program, role, name, left, top, width, height].
 
-    anywhere.py TEXT [SECONDS]    waits up to SECONDS for the first node"""
+    anywhere.py TEXT [SECONDS]    waits up to SECONDS until there is one"""
 import json
 import sys
 import time

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""Finds the bell in a picture of the bar: matches the image that Quillet exports, at several sizes, on a light and on a
-dark background."""
+"""Finds the bell in a picture of the bar, by comparing it with the image that Quillet exports, at several sizes, on a
+light and on a dark background."""
 import re
 
 import numpy

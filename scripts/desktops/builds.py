@@ -29,7 +29,7 @@ def package_for(roots, suite):
     if kept.exists():
         return kept
     kept.parent.mkdir(exist_ok=True)
-    print(f"Making the package for {suite}: some minutes.", flush=True)
+    print(f"Building the package for {suite}; this takes some minutes.", flush=True)
     if suite == _own_release():
         command, place = ["scripts/package"], SOURCE
     else:
@@ -40,7 +40,7 @@ def package_for(roots, suite):
     with log.open("wb") as output:
         done = subprocess.run(command, cwd=SOURCE, stdin=subprocess.DEVNULL, stdout=output, stderr=output, check=False)
     if done.returncode != 0:
-        raise SystemExit(f"It was not made; see {log}.")
+        raise SystemExit(f"The package was not built; see {log}.")
     (made,) = (path for path in (place / "build/package").glob("quillet_*.deb"))
     shutil.copy(made, kept)
     return kept

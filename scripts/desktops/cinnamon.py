@@ -24,7 +24,7 @@ class Cinnamon(X11Session):
         self.start("screen-saver", "cinnamon-screensaver")
 
     def after_start(self):
-        time.sleep(6)  # no signal tells when the bar is complete
+        time.sleep(6)  # no signal reports that the bar is complete
 
     def bar_to(self, side):
         self.run("gsettings", "set", "org.cinnamon", "panels-enabled", f"['1:0:{side}']")

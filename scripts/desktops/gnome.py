@@ -52,7 +52,7 @@ class Gnome(Session):
                      *RUNTIME.glob("gnome-shell-disable-extensions")]:  # left by a shell that was killed
             path.unlink()
         width, height = self.size
-        # The same number of points at 200 % as at 100 %. Of two monitors the second is scaled.
+        # The same number of points at 200 % as at 100 %. With two monitors, only the second is scaled.
         factors = [1, 2] if self.monitors == 2 else [self.scale]
         monitors = [part for factor in factors for part in ("--virtual-monitor", f"{width * factor}x{height * factor}")]
         log = self.room / "logs/shell"
@@ -62,7 +62,7 @@ class Gnome(Session):
         self.start("shell", "gnome-shell", "--headless", "--wayland", "--unsafe-mode", *monitors)
         poll("the X server in it", lambda: re.search(r"public X11 display (:\d+)", log.read_text()), 30)
         display = re.search(r"public X11 display (:\d+)", log.read_text())[1]
-        authority = poll("its key", lambda: list(RUNTIME.glob(".mutter-Xwaylandauth.*")), 10)
+        authority = poll("its authority file", lambda: list(RUNTIME.glob(".mutter-Xwaylandauth.*")), 10)
         self.environment.update(DISPLAY=display, XAUTHORITY=str(authority[-1]), WAYLAND_DISPLAY="wayland-0")
         self.tell_bus("DISPLAY", "XAUTHORITY", "WAYLAND_DISPLAY", "XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE")
 
@@ -106,7 +106,7 @@ class Gnome(Session):
 
     def shot(self):
         path = self.room / "shot.png"
-        # Without a graphics card a busy machine takes seconds for it.
+        # Without a graphics card, this takes seconds on a busy machine.
         self.run("gdbus", "call", "--session", "--timeout", "30", "--dest", "org.gnome.Shell.Screenshot",
                  "--object-path", "/org/gnome/Shell/Screenshot", "--method", "org.gnome.Shell.Screenshot.Screenshot",
                  "true", "false", str(path), seconds=40)
@@ -133,7 +133,7 @@ class Gnome(Session):
                 return False
             time.sleep(0.2)
 
-    # --- what it does its own way
+    # --- specific to GNOME
 
     def set_dark(self, dark):
         self.run("gsettings", "set", "org.gnome.desktop.interface", "color-scheme",

@@ -29,7 +29,7 @@ class Lxqt(X11Session):
         self.start("session", "lxqt-session")
 
     def after_start(self):
-        time.sleep(3)  # no signal tells when the session is complete
+        time.sleep(3)  # no signal reports that the session is complete
 
     def bar_to(self, side):
         for pid in self.pids_of("lxqt-panel"):
@@ -42,7 +42,7 @@ class Lxqt(X11Session):
         self.start("panel", "lxqt-panel")
         poll("the bar", self.has_host, 20, 0.5)
         self.side = side
-        time.sleep(2)  # no signal tells when the bar is complete
+        time.sleep(2)  # no signal reports that the bar is complete
 
     def set_scale(self, scale):
         # Its settings write this variable to the session's environment.
@@ -56,7 +56,7 @@ class Lxqt(X11Session):
         self.run("xscreensaver-command", "--lock")
 
     def unlock(self):
-        # Ended for the next steps, with the saver that it shows.
+        # Ends the saver for the next steps.
         for pid in self.pids_below("/usr/libexec/xscreensaver", "/usr/bin/xscreensaver"):
             os.kill(pid, signal.SIGKILL)
         raise NotSeen("Unlocking needs a password.")

@@ -15,7 +15,7 @@ class Mate(X11Session):
         self.start("session", "mate-session")
 
     def after_start(self):
-        time.sleep(4)  # no signal tells when the session is complete
+        time.sleep(4)  # no signal reports that the session is complete
 
     def bar_to(self, side):
         # The default layout has a bar at both edges; the upper one contains the bell.

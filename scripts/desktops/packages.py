@@ -3,7 +3,7 @@
 """The desktops and the Debian packages that each needs. Recommended packages are not installed."""
 import dataclasses
 
-# In every root: the tools of the road.
+# In every root: the tools of the walk.
 COMMON = """
     at-spi2-core dbus dbus-x11 evolution-data-server firefox-esr fonts-dejavu-core gir1.2-atspi-2.0 gir1.2-gtk-3.0
     imagemagick libcanberra-pulse libfaketime libglib2.0-bin procps python3 python3-dbusmock python3-gi python3-numpy

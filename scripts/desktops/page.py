@@ -50,7 +50,7 @@ def write_page(folder):
     page.write_text("\n".join([
         "<!DOCTYPE html><meta charset='utf-8'><title>Quillet on real desktops</title>", f"<style>{STYLE}</style>",
         "<h1>Quillet on real desktops</h1>",
-        "<p>“To be looked at”: only a person can tell; see the pictures. “Not seen”: the desktop lacks it, or "
+        "<p>“To be looked at”: only a person can judge; see the pictures. “Not seen”: the desktop lacks it, or "
         "cannot do it in a headless root; the step says which.</p>",
         f"<table><tr><th></th>{heads}</tr>", *rows, "</table>", *map(_section, results)]) + "\n")
     return page

@@ -61,7 +61,7 @@ class Plasma(Session):
         self.start("shell", "plasmashell")
 
     def after_start(self):
-        time.sleep(4)  # no signal tells when the bar is complete
+        time.sleep(4)  # no signal reports that the bar is complete
 
     # --- input and pictures, through the outer display
 
@@ -88,7 +88,7 @@ class Plasma(Session):
             width, height = (size * self.scale for size in self.size)
             return image.convert("RGB").crop((0, 0, width * self.monitors, height))
 
-    # --- what it does its own way
+    # --- specific to Plasma
 
     def script(self, text):
         return self.call("org.kde.plasmashell", "/PlasmaShell", "org.kde.PlasmaShell.evaluateScript", text)

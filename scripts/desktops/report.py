@@ -15,7 +15,7 @@ class NotSeen(Exception):
 
 
 class ToolFailed(Exception):
-    """A tool of the road failed; this says nothing about Quillet."""
+    """A tool of the walk failed; this says nothing about Quillet."""
 
 
 class Step:

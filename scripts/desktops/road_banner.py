@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""The road's steps for banners: above full-screen windows and a browser, and the screen lock."""
+"""The walk's steps for banners: above full-screen windows and a browser, and with the screen locked."""
 import pathlib
 import subprocess
 import time
@@ -42,7 +42,7 @@ def shows(image, banner, scale=1):
 
 
 def wait_until_shown(session, banner, seconds=12.0, scale=1):
-    """Waits for the banner and returns the first picture of it."""
+    """Waits for the banner and returns the first picture that shows it."""
     def look():
         image = session.shot()
         return image if shows(image, banner, scale) else None
@@ -143,7 +143,7 @@ def walk_lock(session, report):
         try:
             program.wait_for("^session locked$", 8)
         except AssertionError:
-            step.note("Quillet is not told of the lock.")
+            step.note("Quillet does not learn of the lock.")
         time.sleep(2)
         image = session.shot()
         step.picture(image, "locked")

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""The road's steps for the bell and its panel."""
+"""The walk's steps for the bell and its panel."""
 import math
 import time
 
@@ -10,7 +10,7 @@ from quillet_desktop import calendar, event, poll
 from report import NotSeen
 
 RUN_UP = 3  # seconds of real time before each changeover, enough for a reload
-PHASES = (  # the banner's state, its begin in seconds relative to the lesson's start or end, the bell's title
+PHASES = (  # the banner's state, its begin in seconds relative to the lesson's start or end, and the bell's title
     ("prepare", "start", -240, "Prepare"),
     ("oneMinuteWarning", "start", -60, "1 min"),
     ("joinPlatform", "start", -30, "Join now"),
@@ -62,7 +62,7 @@ def seen_bell(session, report):
         program = start_quillet(session, lesson(session, 7200)[1])
         program.wait_for("^status item registered", 20)
         session.bell_at, likeness = find_bell(session)
-        step.note(f"It stands at {session.bell_at[0]:.0f}, {session.bell_at[1]:.0f}, likeness {likeness:.2f}.")
+        step.note(f"It is at {session.bell_at[0]:.0f}, {session.bell_at[1]:.0f}, likeness {likeness:.2f}.")
         step.picture(session.shot(), "with the bell")
         session.move(*session.bell_at)
         time.sleep(1.5)
@@ -87,10 +87,11 @@ def walk_phases(session, report):
             labels.append(f"{title}: {shown!r}" if shown is not None else title)
             assert shown is None or shown == title, f"The host shows {shown!r} in the place of {title!r}."
             step.picture(session.bar_of(session.shot()), title)
-        step.note("Told to the host, " + ("and shown by it: " if session.label() is not None else "which shows none: ")
+        step.note("Reported to the host, "
+                  + ("and shown by it: " if session.label() is not None else "which shows none: ")
                   + ", ".join(labels) + ".")
     session.quit_quillet()
-    session.reset_clock()  # what follows reckons in real time
+    session.reset_clock()  # the next steps use real time
 
 
 def windows_of_panel(session):
@@ -194,7 +195,7 @@ def walk_sides(session, report):
             assert left >= 0 and top >= 0 and left + width <= image.width and top + height <= image.height, \
                 "It reaches beyond the screen."
             near = top - session.bell_at[1] if side == "top" else session.bell_at[1] - (top + height)
-            assert 0 <= near <= session.nearness, f"It stands {near:.0f} points from the bell's middle."
+            assert 0 <= near <= session.nearness, f"It is {near:.0f} points from the bell's middle."
             close_all(session)
     if session.side != type(session).side:
         session.bar_to(type(session).side)

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""The road's steps for the rest of the desktop: notifications, colours, scale, monitors, memory."""
+"""The walk's steps for the rest of the desktop: notifications, colours, scale, monitors, memory."""
 import pathlib
 import re
 import subprocess
@@ -14,7 +14,7 @@ from road_bell import lesson, open_panel, start_quillet, start_with_banner
 from road_banner import pixels_of, wait_until_shown
 
 
-LARGE_SYMBOL = 12000  # pixels of its colour; at 100 % it has about 6,000
+LARGE_SYMBOL = 12000  # pixels of its colour; at 100 % there are about 6,000
 
 
 class Listener:
@@ -78,9 +78,9 @@ def walk_notification(session, report):
             name, icon, title, body = found[0]
             assert (name, icon) == ("Quillet", "com.ordwinsoftware.Quillet"), found[0]
             step.note(f"Quillet was gone, its agent handed “{title}: {body}” over "
-                      f"{late:.1f} s after its moment at most.")
+                      f"at most {late:.1f} s late.")
             area = changed_area(before, after)
-            assert area, "The desktop shows nothing of it."
+            assert area, "The desktop does not show it."
             step.picture(after.crop(area), "what changed on the screen")
             step.look("name and icon.")
         finally:
@@ -103,7 +103,7 @@ def walk_switch(session, report):
             if area:
                 step.picture(after, "in spite of the switch")
                 raise AssertionError("A notification came up in spite of the switch.")
-            left = "none was handed over" if not listener.found() else "the desktop keeps what is handed over to itself"
+            left = "none was handed over" if not listener.found() else "the desktop does not show what it receives"
             step.note(f"Nothing came up: {left}.")
         finally:
             listener.end()
@@ -143,7 +143,7 @@ def walk_scale(session, report):
         try:
             session.resize(2)
             session.set_scale(2)
-            time.sleep(3)  # no signal tells when the desktop has followed
+            time.sleep(3)  # no signal reports that the desktop has followed
             start_with_banner(session)
             time.sleep(1.5)
             image = session.shot()
@@ -173,9 +173,9 @@ def walk_monitors(session, report):
         step.picture(image, "pointer on the second")
         step.note(f"Second monitor at {left}, {top}, {width}x{height}; banner at {banner.left}, {banner.top}.")
         if not left <= banner.left + 500 <= left + width:
-            step.note("The banner came on the first.")
+            step.note("The banner appeared on the first.")
         if pixels_of(image, ACCENT[banner.state]) < 3000:
-            step.note("The picture does not show it: not every compositor draws on a monitor that is added here.")
+            step.note("The picture does not show it: not every compositor draws on a monitor that was added here.")
             raise NotSeen("So the banner was not seen.")
         step.look(session.monitors_note)
         session.quit_quillet()
@@ -188,7 +188,7 @@ def pss(pid):
 
 def walk_memory(session, report):
     with report.step(session, "Memory") as step:
-        # Without the preloaded library that moves the clock.
+        # Without the preloaded library for the clock.
         program = start_quillet(session, lesson(session, 7200)[1], movable=False)
         program.wait_for("^scheduled system backup notifications", 20)
         time.sleep(5)

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""Debian roots, made once and reused. The roots of a release share apt's downloads."""
+"""Debian roots, created once and reused. The roots of a release share apt's downloads."""
 import os
 import pathlib
 import shutil
@@ -12,7 +12,7 @@ SOURCE = pathlib.Path(__file__).resolve().parent.parent.parent
 PATH = "/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin"
 USER = "teacher"
 
-# The mounts end with the namespace. Without the network a root has only its own loopback interface.
+# The mounts end with the namespace. Without network access, a root has only a loopback interface of its own.
 ENTER = """
 root=$1 shared=$2 suite=$3 network=$4
 shift 4
@@ -48,7 +48,7 @@ class Roots:
                 "yes" if network else "no", *command]
 
     def run(self, root, suite, *command, log):
-        """Runs a command in a root, with the network; exits if it fails."""
+        """Runs a command in a root, with network access; exits if it fails."""
         with log.open("ab") as output:
             done = subprocess.run(self.command(root, suite, *command, network=True), stdin=subprocess.DEVNULL,
                                   stdout=output, stderr=output, env={**os.environ, "BINDS": ""}, check=False)
@@ -62,11 +62,11 @@ class Roots:
                  *packages, log=log)
 
     def base(self, suite):
-        """The root that the desktops' roots are copies of; made if missing."""
+        """The root of which the desktops' roots are copies; created if missing."""
         made = self.folder / f"{suite}-base"
         if made.exists():
             return made
-        print(f"Making a {suite} root.", flush=True)
+        print(f"Creating a {suite} root.", flush=True)
         unfinished = self.folder / f"{suite}-base.unfinished"
         shutil.rmtree(unfinished, ignore_errors=True)
         log = self.folder / f"{suite}-base.log"
@@ -86,7 +86,7 @@ class Roots:
         return made
 
     def desktop(self, wanted):
-        """The root of a desktop; made if missing."""
+        """The root of a desktop; created if missing."""
         made = self.folder / wanted.name
         if made.exists():
             return made
@@ -102,7 +102,7 @@ class Roots:
         return made
 
     def put_in(self, wanted, package):
-        """Installs this package of Quillet in the root of a desktop, unless it is installed."""
+        """Installs this package of Quillet in the root of a desktop, unless it is already installed."""
         root = self.desktop(wanted)
         told = root / "var/lib/quillet-package"
         if told.exists() and told.read_text() == package.name:

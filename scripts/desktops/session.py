@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""A headless session of a real desktop. Each desktop's file overrides what the desktop does in its own way. NotSeen
-says what it lacks."""
+"""A headless session of a real desktop. Each desktop's module overrides what differs there, and raises NotSeen for what
+the desktop lacks."""
 import contextlib
 import json
 import os
@@ -56,7 +56,7 @@ class Session(Desktop):
     notification_stays = 11  # seconds until the desktop's notification has gone
     monitors_note = "both monitors; an X server has one scale for all."
 
-    def __init__(self, monitors=1, scale=1):  # does not call the parent's, which starts a virtual desktop
+    def __init__(self, monitors=1, scale=1):  # not the parent's, which starts a virtual desktop
         self.monitors, self.scale = monitors, scale
         self.programs, self.parts = [], []
         self.room = HOME / "room"
@@ -158,13 +158,13 @@ class Session(Desktop):
     # --- overridden by desktops
 
     def bar_to(self, side):
-        raise NotSeen("There is no road to move this desktop's bar.")
+        raise NotSeen("No way is known to move this desktop's bar.")
 
     def set_dark(self, dark):
-        raise NotSeen("There is no road to make this desktop dark.")
+        raise NotSeen("No way is known to make this desktop dark.")
 
     def set_scale(self, scale):
-        raise NotSeen("There is no road to scale this desktop.")
+        raise NotSeen("No way is known to scale this desktop.")
 
     def lock(self):
         raise NotSeen("This desktop's lock does not work in a root without a seat.")
@@ -184,7 +184,7 @@ class Session(Desktop):
 
     def add_monitor(self):
         """Adds a monitor beside or below the first. Returns left, top, width and height."""
-        raise NotSeen("There is no road to a second monitor here.")
+        raise NotSeen("No way is known to add a second monitor here.")
 
     def told_bell(self):
         """The centre of the bell if the desktop reports it."""
@@ -242,7 +242,7 @@ class Session(Desktop):
         self.move(self.size[0] // 2, self.size[1] - 120)
 
     def settle(self):
-        """Cleans up after each step: closes menus and the road's own windows."""
+        """Cleans up after each step: closes menus and the walk's own windows."""
         self.end_opponents()
         self.key("Escape")
         self.rest()
@@ -334,7 +334,7 @@ class X11Session(Session):
 
     @staticmethod
     def as_root(monitors):
-        """Starts the display while the walk is still root."""
+        """Starts the display while the walk still runs as root."""
         start_display("Xorg", "-config", "/srv/quillet/tests/support/two-monitors.conf", "-logfile", "/run/xorg.log",
                       "-novtswitch", "-sharevts")
 
@@ -350,7 +350,7 @@ class X11Session(Session):
         first = type(self).size
         self.size = first if factor == 1 else (2048, 1536) if len(self.outputs) > 1 else (2 * first[0], 2 * first[1])
         self.set_mode(self.outputs[0], *self.size)
-        time.sleep(2)  # no signal tells when the desktop has followed
+        time.sleep(2)  # no signal reports that the desktop has followed
 
     def set_mode(self, output, width, height, *place):
         mode = f"{width}x{height}r"

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""Walks the road on one desktop, in its root. scripts/try-desktops calls it as root.
+"""Walks through Quillet on one desktop, in its root. scripts/try-desktops calls it as root.
 
     walk.py DESKTOP-SUITE FOLDER [STEP...]    writes results.json and pictures to FOLDER
 """
@@ -41,7 +41,7 @@ def session_class(desktop):
 
 
 def prepare_user():
-    """Prepares the plain user's home, a tmpfs, and his runtime folders."""
+    """Prepares the ordinary user's home, a tmpfs, and runtime folders."""
     subprocess.run(["mount", "-t", "tmpfs", "-o", "uid=1000,gid=1000,mode=0700", "tmpfs", "/home/teacher"], check=True)
     subprocess.run(["chpasswd"], input=f"teacher:{PASSWORD}", text=True, check=True)
     for path in ("/run/user/1000", "/run/dbus", "/run/systemd/seats", "/run/systemd/sessions"):
@@ -72,7 +72,7 @@ def main():
         session.opponents = []
         with report.step(session, "The session starts") as step:
             session.bring_up()
-            step.note(f"A host for the bell is there after {time.monotonic() - began:.1f} s.")
+            step.note(f"A host for the bell was there after {time.monotonic() - began:.1f} s.")
             step.picture(session.shot(), "before Quillet")
         if report.steps[-1]["result"] == "right":
             for name in sys.argv[3:] or ROAD:

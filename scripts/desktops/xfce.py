@@ -37,7 +37,7 @@ class Xfce(X11Session):
         self.run("xfconf-query", "--channel", channel, "--property", key, "--create", "--type", kind, "--set", value)
 
     def after_start(self):
-        time.sleep(3)  # no signal tells when the session is complete
+        time.sleep(3)  # no signal reports that the session is complete
 
     def bar_to(self, side):
         places = {"top": "p=6;x=0;y=0", "bottom": "p=8;x=0;y=0"}
