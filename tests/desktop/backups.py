@@ -44,7 +44,7 @@ class BackupDesktop(Desktop):
     """A virtual desktop with a monitor on its bus."""
 
     def __init__(self, without=(), **options):
-        # A killed Quillet is not brought back here: the backups are tested alone.
+        # Nothing restarts a killed Quillet here, so that only the backups are tested.
         super().__init__(without=["return", *without], **options)
 
     def __enter__(self):

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""The files of Quillet and its agent: other things in their place, and who can read them.
+"""The files of Quillet and its agent: what happens if something else is in their place, and who can read them.
 
     files_road.py Files.aDeviceLinkInPlaceOfEveryFileDelaysNothing
     files_road.py Files.aFolderInPlaceOfEveryFileDelaysNothing

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""A virtual desktop has its own day, whatever the machine's clock says.
+"""A virtual desktop has its own day, whatever the machine's clock shows.
 
     own_day.py OwnDay.itIsMorningAtEveryHourOfTheMachine
 """
@@ -19,7 +19,7 @@ from quillet_desktop import SOURCE, Desktop
 
 class OwnDay(unittest.TestCase):
     def test_list_is_empty_so_that_each_road_is_named(self):
-        self.fail("name the road to walk")
+        self.fail("name the test to run")
 
     def desktop_of(self, **environment):
         """A desktop started from that environment."""

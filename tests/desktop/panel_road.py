@@ -30,7 +30,7 @@ def four_lessons(desktop):
 
 class Panel(unittest.TestCase):
     def test_list_is_empty_so_that_each_road_is_named(self):
-        self.fail("name the road to walk")
+        self.fail("name the test to run")
 
     # --- steps
 
@@ -237,7 +237,7 @@ class Panel(unittest.TestCase):
                 (opened[title],) = poll(title, lambda t=title: desktop.windows(t))
                 poll(f"{title} to have the keyboard", lambda t=title: desktop.active_window() == opened[t])
                 poll("the panel to close", lambda: not desktop.windows(PANEL))
-            # Each again, from behind the others: its window comes to the front.
+            # Each command again: its window comes to the front from behind the others.
             for button, title in WINDOWS:
                 self.assertNotEqual(desktop.active_window(), opened[title])
                 program.open_panel()

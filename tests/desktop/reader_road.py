@@ -31,7 +31,7 @@ def named(found, role):
 
 class Reader(unittest.TestCase):
     def test_list_is_empty_so_that_each_road_is_named(self):
-        self.fail("name the road to walk")
+        self.fail("name the test to run")
 
     def everyWindowTellsAScreenReaderItsParts(self):
         with Desktop() as desktop:

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""Whether scripts/run --remove takes away what scripts/run installed, and nothing else.
+"""Whether scripts/run --remove removes what scripts/run installed, and nothing else.
 
     removal.py Removal.removingTakesAwayWhatRunInstalledAndNothingElse
 """
@@ -16,10 +16,10 @@ RUN = str(SOURCE / "scripts/run")
 
 class Removal(unittest.TestCase):
     def test_list_is_empty_so_that_each_road_is_named(self):
-        self.fail("name the road to walk")
+        self.fail("name the test to run")
 
     def install(self, desktop):
-        """Puts the program where scripts/run puts it, with its record; gives the prefix."""
+        """Installs the program as scripts/run does, with its record; returns the prefix."""
         prefix = pathlib.Path(desktop.environment["HOME"]) / ".local"
         files = []
         for folder, target in (("bin", prefix / "bin"), ("libexec", prefix / "libexec"), ("share", desktop.data)):
@@ -54,7 +54,7 @@ class Removal(unittest.TestCase):
             self.assertEqual(list(autostart.iterdir()), [])
             self.assertEqual([path for path in prefix.rglob("*") if path != prefix / "bin"], [])
             self.assertIn(f"Removed {len(files)} files", told)
-            # What is the teacher's.
+            # The teacher's own files.
             self.assertTrue(lessons.exists())
             self.assertEqual(desktop.setting("startAtLogin"), "true")
             self.assertTrue(program.log.exists())

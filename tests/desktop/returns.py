@@ -52,7 +52,7 @@ class Returns(unittest.TestCase):
             poll("the agent to let it be", lambda: "Quillet is not brought back" in agent_log(desktop), 5)
             self.assertIn("3 times within 600 seconds", agent_log(desktop))
             self.assertIsNone(running(desktop))
-            # Started by hand it works as ever.
+            # Started by hand, it works as usual.
             desktop.start_quillet().wait_for("^status item registered$")
 
     def crash(self, desktop, pid, number):

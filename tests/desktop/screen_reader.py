@@ -7,8 +7,8 @@ import subprocess
 
 from waiting import poll
 
-# Orca reads this when it starts. Nothing is sounded, keys are not echoed, and every utterance is written at once: the
-# debug log of Orca 43 stays in a buffer until later text fills it.
+# Orca reads this when it starts. It makes no sound, does not echo keys, and writes every utterance at once: the debug
+# log of Orca 43 stays in a buffer until later text fills it.
 CUSTOMIZATIONS = """
 import logging
 import orca.settings
@@ -25,7 +25,7 @@ MOMENT = re.compile(r"\b(?:\w{3} )?\d{1,2} \w{3} \d{4} \d\d:\d\d")
 
 
 class ScreenReader(contextlib.AbstractContextManager):
-    """Starts before the program that it reads, so that it hears of all of its windows."""
+    """Start it before the program that it reads, so that it learns of all windows."""
 
     def __init__(self, desktop):
         self.log = desktop.room / "logs/speech"
@@ -68,5 +68,5 @@ class ScreenReader(contextlib.AbstractContextManager):
         return heard
 
     def rest(self):
-        """What it has said beyond what the test has waited for."""
+        """The utterances that the test has not waited for."""
         return self.said()[self.heard:]

@@ -27,7 +27,7 @@ def in_join_phase(desktop, seconds_to_start=55):
 
 class Roads(unittest.TestCase):
     def test_list_is_empty_so_that_each_road_is_named(self):
-        self.fail("name the road to walk")
+        self.fail("name the test to run")
 
     # --- closing
 

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""What scripts/soak counts as due, missing, late and double.
+"""What scripts/soak counts as due, missing, late and duplicated.
 
     soak_counts.py SoakCounts.changeoversAndBackupsFollowTheLessons
 """
@@ -22,7 +22,7 @@ def on_time(dues):
 
 class SoakCounts(unittest.TestCase):
     def test_list_is_empty_so_that_each_count_is_named(self):
-        self.fail("name the count to prove")
+        self.fail("name the test to run")
 
     def changeoversAndBackupsFollowTheLessons(self):
         self.assertEqual([(due.state, due.student, due.begin, due.end) for due in changeovers(DAY)], [

@@ -23,7 +23,7 @@ def end(pids, number=signal.SIGKILL):
 
 
 def hostile_files(now):
-    """Calendar files, each malformed or excessive in another way."""
+    """Calendar files, each malformed or excessive in a different way."""
     lesson = event("Zoom - Nobody", now + 86400 * 40, now + 86400 * 40 + 1500)
     return [calendar(event("Zoom every second", 0, 1, extra=["RRULE:FREQ=SECONDLY"])),
             calendar(lesson)[:-40],

@@ -28,7 +28,7 @@ def expected_steps():
 
 class Speech(unittest.TestCase):
     def test_list_is_empty_so_that_each_road_is_named(self):
-        self.fail("name the road to walk")
+        self.fail("name the test to run")
 
     def orcaSaysWhatATeacherNeeds(self):
         with Desktop(movable_clock=True) as desktop, ScreenReader(desktop) as reader:

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""A day of lessons: what is due, computed independently of Quillet, and what of it came. Times are seconds since
+"""A day of lessons: what is due, computed independently of Quillet, and which of it came. Times are seconds since
 1970."""
 import dataclasses
 

@@ -58,7 +58,7 @@ class WaylandDesktop(Desktop):
 
 class Wayland(unittest.TestCase):
     def test_list_is_empty_so_that_each_road_is_named(self):
-        self.fail("name the road to walk")
+        self.fail("name the test to run")
 
     # --- steps
 

@@ -63,7 +63,7 @@ class Memory:
 
 class Windows(unittest.TestCase):
     def test_list_is_empty_so_that_each_road_is_named(self):
-        self.fail("name the road to walk")
+        self.fail("name the test to run")
 
     def wait_for_text(self, program, text, *window):
         poll(f"the text {text!r}", lambda: program.shows(text, *window), 15)
@@ -83,7 +83,7 @@ class Windows(unittest.TestCase):
     def add_lesson(self, desktop, program, name, start):
         """Adds a lesson by keyboard: types the time of day and the name, then presses Enter."""
         program.focus("Start")
-        # From the day past month and year to the hour; from there the cursor moves to the minute by itself.
+        # From the day past month and year to the hour; after two digits the cursor moves on to the minute.
         desktop.run("xdotool", "key", "Tab", "Tab", "Tab")
         desktop.run("xdotool", "type", "--delay", "100", f"{desktop.clock.local(start):%H%M}")
         program.focus("Student name")
@@ -175,7 +175,7 @@ class Windows(unittest.TestCase):
             self.assertTrue(program.shows("Version History"))
             desktop.run("xdotool", "key", "ctrl+f")
             desktop.run("xdotool", "type", "--delay", "100", "privacy")
-            poll("the topics to be sifted", lambda: not program.shows("Version History"))
+            poll("the topics to be filtered", lambda: not program.shows("Version History"))
             self.assertTrue(program.shows("Installation & Permissions"))
             self.assertFalse(program.shows("First Launch"))
             desktop.click(*program.accessible("where", "Installation & Permissions"))

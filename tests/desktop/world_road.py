@@ -47,7 +47,7 @@ def started_at(program):
 
 class World(unittest.TestCase):
     def test_list_is_empty_so_that_each_road_is_named(self):
-        self.fail("name the road to walk")
+        self.fail("name the test to run")
 
     # --- the clock
 
