@@ -18,16 +18,16 @@ if(MOLD)
     set(CMAKE_EXE_LINKER_FLAGS_DEV "-fuse-ld=mold")
 endif()
 
-# Release: not -O3, whose larger code is memory that a mostly sleeping program does not need. Hardened as a distribution
-# does it; relocated data is read-only after the start. Every object is position-independent; there are no shared
-# libraries, and older versions of Qt add -fPIC themselves.
+# Release: not -O3, because its larger code would take memory for little gain in a mostly sleeping program. Hardened as
+# distributions do; relocated data is read-only after the start. Every object is position-independent; there are no
+# shared libraries, and older versions of Qt add -fPIC themselves.
 include(CheckCXXCompilerFlag)
 set(QUILLET_HARDENING "-fstack-protector-strong -fstack-clash-protection")
 check_cxx_compiler_flag(-fcf-protection QUILLET_HAS_CONTROL_FLOW_PROTECTION)
 if(QUILLET_HAS_CONTROL_FLOW_PROTECTION)
     string(APPEND QUILLET_HARDENING " -fcf-protection")
 endif()
-# The sanitizers check the same calls and more.
+# The sanitizers check these calls and more.
 if(NOT QUILLET_SANITIZE)
     set(level 3)
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 12)
@@ -80,18 +80,18 @@ endif()
 if(QUILLET_UNITY)
     set(CMAKE_UNITY_BUILD ON)
     set(CMAKE_UNITY_BUILD_BATCH_SIZE 8)
-    # __FILE__ does not name the checkout, or the compiler's cache would serve no other one.
+    # Keeps the checkout's path out of __FILE__, so that other checkouts can share ccache's results.
     add_compile_options(-fmacro-prefix-map=${CMAKE_SOURCE_DIR}/=)
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-        # It warns because it takes the included files for headers.
+        # GCC warns because it takes the included sources for headers.
         add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-Wno-subobject-linkage>)
     endif()
 endif()
 
 # The headers that nearly every file includes are precompiled twice: `core` for files without windows, `widgets` for
-# those with. Their targets define nothing that some user does not define, or the compiler could not reuse them. Not all
-# headers of Qt's modules: loading them takes twice as long as parsing what a file needs. Not Qt Test: it depends on
-# each test's own folder.
+# those with. Their targets must not define macros that a user lacks, or the compiler could not reuse the headers. They
+# do not include whole Qt modules, since loading those takes twice as long as parsing what a file needs; nor Qt Test,
+# which depends on each test's own folder.
 if(QUILLET_PRECOMPILE)
     set(values <qcoro/qcorotask.h> <algorithm> <array> <chrono> <cmath> <expected> <functional> <map> <memory>
         <optional> <vector> <QByteArray> <QCoreApplication> <QDateTime> <QDeadlineTimer> <QDir> <QElapsedTimer>
