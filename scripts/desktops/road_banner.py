@@ -90,10 +90,10 @@ def banner_over(session, step, typed):
     left_keys = typed_after_click(session, banner, typed)
     session.click(*session.close_button(banner))
     poll("the banner to go", lambda: not shows(session.shot(), banner), 12)
-    assert typed("d"), "After the banner was closed the keys do not reach the window."
-    step.note(f"Above it ({way}); the keys are read by the window, before, during and after; its cross closes it.")
+    assert typed("d"), "After the banner was closed, the keys do not reach the window."
+    step.note(f"Above it ({way}); the window gets the keys before, during and after it; its cross closes it.")
     if not left_keys:
-        step.note("A click on the card takes the keys from the window until the banner goes.")
+        step.note("A click on the card takes the keyboard from the window until the banner disappears.")
 
 
 def typed_after_click(session, banner, typed):

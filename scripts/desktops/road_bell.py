@@ -80,12 +80,12 @@ def walk_phases(session, report):
             if state:
                 banners += 1
                 banner = program.wait_for_banner(banners, max(begin - session.now(), 0) + 8)
-                assert banner.state == state, f"The banner {banner.state} came in place of {state}."
+                assert banner.state == state, f"The banner {banner.state} appeared instead of {state}."
             poll(f"the title {title}", lambda title=title: session.property_of_bell("Title") == title, 12)
             time.sleep(0.5)
             shown = session.label()
             labels.append(f"{title}: {shown!r}" if shown is not None else title)
-            assert shown is None or shown == title, f"The host shows {shown!r} in the place of {title!r}."
+            assert shown is None or shown == title, f"The host shows {shown!r} instead of {title!r}."
             step.picture(session.bar_of(session.shot()), title)
         step.note("Reported to the host, "
                   + ("and shown by it: " if session.label() is not None else "which shows none: ")

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
-"""Lessons on a calendar server: changes arrive, and a hanging server takes no lesson away.
+"""Lessons on a calendar server: changes arrive, and no lesson is lost when the server hangs.
 
     online_road.py Online.aHangingServerLeavesLessonsBannersAndBackupsIntact
     online_road.py Online.aManualReloadFetchesChangesFromTheServer
@@ -22,7 +22,7 @@ LOADED = "^scheduled system backup notifications lessons="
 
 class Online(unittest.TestCase):
     def end_service(self, desktop):
-        """Ends the calendar service, as a reboot does: the next one has to ask the server."""
+        """Ends the calendar service, as a reboot does: the next one must query the server."""
         for part in ("evolution-calendar-factory", "evolution-calendar-factory-subprocess"):
             for pid in desktop.processes(part):
                 os.kill(pid, signal.SIGKILL)

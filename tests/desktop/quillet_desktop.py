@@ -3,7 +3,7 @@
 """The base of the whole-program tests: a virtual desktop, calendars with lessons, the real program, its log, pictures
 of the screen and a screen reader.
 
-Nothing here waits for a fixed time in the hope that it is enough: everything is polled for, with a deadline."""
+Nothing here waits for a fixed time: conditions are polled, with a deadline."""
 import contextlib
 import os
 import pathlib

@@ -153,7 +153,7 @@ class Windows(unittest.TestCase):
         command, text = WINDOWS[title]
         program.open_panel()
         program.press(command)
-        # The cheap check first: a screen reader asks for each text separately.
+        # The cheap check first: a screen reader queries each text separately.
         poll(f"{title} to have the keyboard", lambda: self.active_title(desktop) == title)
         self.wait_for_text(program, text, title)
 
@@ -229,7 +229,7 @@ class Windows(unittest.TestCase):
 
     def openingAndClosingEveryWindowTenTimesFreesTheMemory(self):
         """Compares the memory with that before the first window, and with that after one round, which includes what the
-        first windows load and keep by intent: fonts, the style and the toolkit's caches."""
+        first windows load and keep intentionally: fonts, the style and the toolkit's caches."""
         with Desktop() as desktop:
             program = desktop.start_quillet()
             program.wait_for("^calendar reload success")
