@@ -43,7 +43,7 @@ AppScenes::AppScenes(MenuBarViewModel &viewModel, const DebugSources &debugSourc
                   const bool wasOpen = m_windows.window(window.identifier) != nullptr;
                   m_menuBarPanel.stayOpenBesideWindows();
                   open(window);
-                  // The teacher asked for the menu bar panel: only a window that is new keeps the keyboard.
+                  // The teacher asked for the menu bar panel, so only a new window keeps the keyboard focus.
                   if (wasOpen) {
                       m_menuBarPanel.returnToFront();
                   }

@@ -16,8 +16,8 @@
 
 namespace corvane {
 
-/// Looks after the calendars beyond the load once a minute: keeps online calendars fresh, and reports, in the
-/// bell and by a notification, calendars whose lessons are missing.
+/// What the calendars need besides being loaded once a minute: keeps online calendars fresh, and reports
+/// calendars whose lessons are missing, in the bell and by a notification.
 class CalendarCare {
 public:
     /// Borrows the objects passed in. While `bell` lives, each change of a calendar calls `tellGaps` with the

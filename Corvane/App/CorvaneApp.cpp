@@ -138,8 +138,8 @@ void CorvaneApp::watchForHost()
     m_hostTimer.setSingleShot(true);
     QObject::connect(&m_hostTimer, &QTimer::timeout, &m_hostTimer, [this] {
         logger().log(u"no panel shows the bell; starting Quillet again opens its schedule"_s);
-        // Once only, so that a teacher whose desktop has no status item host learns that the program runs and
-        // how to reach it.
+        // Tells a teacher whose desktop has no status item host that the program runs and how to reach it.
+        // Once is enough.
         if (std::exchange(m_mayOpenByItself, false)) {
             m_scenes->menuBarPanel().openAsWindow(missingBellHint(qgetenv("XDG_CURRENT_DESKTOP")),
                                                   MenuBarPanel::OpenedBy::program);
