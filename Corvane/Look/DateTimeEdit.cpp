@@ -16,7 +16,7 @@ namespace corvane::look {
 
 namespace {
 
-/// `moment`, `steps` units of `section` later; nothing for a section that is no unit of time.
+/// `moment`, `steps` units of `section` later; nothing if `section` is not a unit of time.
 std::optional<QDateTime> stepped(const QDateTime &moment, QDateTimeEdit::Section section, int steps)
 {
     switch (section) {

@@ -39,7 +39,7 @@ namespace corvane::look {
 
 namespace {
 
-/// The window of a picker's list.
+/// The toolkit has no public class for tool tips.
 bool isToolTip(const QWidget *widget)
 {
     return widget->inherits("QTipLabel");
