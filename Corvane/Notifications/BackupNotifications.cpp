@@ -44,7 +44,7 @@ std::array<NotificationRequest, 5> backupNotifications(const Lesson &lesson, con
                                    .expirationDate = expirationDate};
     };
     return {
-        // "4 minutes" is fixed wording, whatever the profile's lead time.
+        // The text is fixed; only the fire date follows preparationLeadTime.
         request(u"prepare"_s, start - profile.preparationLeadTime, u"Quillet: prepare"_s,
                 student + u" starts in 4 minutes."_s, start),
         request(u"one-minute"_s, start - Seconds{60}, u"Quillet: 1 minute"_s,

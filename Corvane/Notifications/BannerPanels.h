@@ -12,10 +12,9 @@
 
 namespace corvane {
 
-/// The kind of window of a banner panel: above everything, even full-screen windows, on every workspace,
-/// excluded from the window cycle, never taking the focus. An adapter for a window system with these numbers
-/// passes them on; any other achieves the same effect by its own means, as the adapters here do, which read
-/// none of them.
+/// The window properties of a banner panel: above everything, even full-screen windows, on every workspace,
+/// excluded from the window cycle, never taking the focus. The numbers are those of one window system. The
+/// adapters here are for others: they achieve the same effect by other means and ignore the numbers.
 struct BannerPanelTraits {
     int level = 0;                   ///< 1000: above normal, floating and status windows
     unsigned collectionBehavior = 0; ///< bit set: which workspaces it joins, and how
