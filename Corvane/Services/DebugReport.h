@@ -80,7 +80,7 @@ struct Contents {
     Date now;
 };
 
-/// The window's contents as plain text, to be sent to someone else: pupils' names and the titles of events
+/// The window's contents as plain text, to be sent to someone else: students' names and the titles of events
 /// are reduced to initials; links and notes are left out. Log lines keep their UTC times, as in the file.
 [[nodiscard]] QString text(const Contents &contents, const CalendarLessonParser &parser,
                            const QLocale &locale);

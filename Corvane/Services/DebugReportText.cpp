@@ -15,7 +15,7 @@ namespace corvane::debugReport {
 
 namespace {
 
-/// The pupils mentioned anywhere in `contents`: in the lessons, and in announcements, whose lesson may be
+/// The students mentioned anywhere in `contents`: in the lessons, and in announcements, whose lesson may be
 /// gone by now.
 QStringList knownNames(const Contents &contents)
 {

@@ -11,7 +11,7 @@
 
 namespace corvane {
 
-/// Computes from today's lessons and a moment the one thing that the teacher should do then.
+/// Computes what the teacher should do at a given moment, from today's lessons.
 ///
 /// Keeps no state between calls; any thread may call it. The view model calls it once a second and after each
 /// reload.

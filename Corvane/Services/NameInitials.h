@@ -15,12 +15,12 @@ namespace corvane {
 /// no words.
 [[nodiscard]] QString initials(const QString &text);
 
-/// Removes pupils' names and links from texts that leave the machine. Its results depend only on the text and
-/// the names passed to the constructor.
+/// Removes students' names and links from texts that leave the machine. Its results depend only on the text
+/// and the names passed to the constructor.
 class NameInitials {
 public:
-    /// `names` are the pupils' full names, in any order. Each word of a name also counts as a name, unless it
-    /// begins with a lower-case letter, as "de" does.
+    /// `names` are the students' full names, in any order. Each word of a name also counts as a name, unless
+    /// it begins with a lower-case letter, as "de" does.
     explicit NameInitials(const QStringList &names);
 
     /// `text` on one line, without links. Names are reduced to their initials, regardless of case; names in

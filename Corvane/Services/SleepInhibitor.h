@@ -7,10 +7,10 @@ namespace corvane {
 
 /// Prevents automatic sleep. Main thread only; used by the sleep guard.
 ///
-/// Only automatic sleep is prevented: the screen may still blank, and a teacher who suspends the machine or
-/// closes its lid is obeyed. Both calls return at once, have no effect when repeated, and report no errors:
-/// without a service for it, the first one that appears is asked. Destroying the inhibitor, or ending the
-/// program, allows sleep again.
+/// Only automatic sleep is prevented: the screen may still blank, and the teacher can still suspend the
+/// machine or close its lid. Both calls return at once, have no effect when repeated, and report no errors:
+/// if there is no service for it yet, the first one that appears is asked. Destroying the inhibitor, or
+/// ending the program, allows sleep again.
 class SleepInhibitor {
 public:
     virtual ~SleepInhibitor() = default;

@@ -13,8 +13,8 @@
 
 namespace corvane {
 
-/// Restarts the program when the machine's time zone differs from that at the program's start: whatever
-/// counts days keeps the zone of its start. Main thread only.
+/// Restarts the program when the machine's time zone differs from that at the program's start, because a
+/// DayCalendar keeps its zone. Main thread only.
 class ZoneFollower final : public QObject {
     Q_OBJECT
 
