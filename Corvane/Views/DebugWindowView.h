@@ -29,7 +29,7 @@ struct DebugSources {
 };
 
 /// The content of the debug window: the program's current state, the state of its calendars, why events of
-/// today are no lessons, and the latest log lines. It updates while it is visible, at most once a second.
+/// today are not lessons, and the latest log lines. It updates while it is visible, at most once a second.
 class DebugWindowView final : public QWidget {
     Q_OBJECT
 

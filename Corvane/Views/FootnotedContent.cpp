@@ -18,7 +18,7 @@ FootnotedContent::FootnotedContent(std::unique_ptr<QWidget> content, const QStri
     followDesktopFont(*this);
     setFixedWidth(content->maximumWidth());
     auto *text = new Text(footnote, TextStyle::caption, Ink::secondary);
-    // In line with the texts of the commands.
+    // Aligned with the commands' texts.
     text->setContentsMargins(control::rowInset, 0, control::rowInset, 0);
     m_footnote->setLayout(padded({menu::horizontalPadding, 0, menu::horizontalPadding, menu::spacing},
                                  column(menu::spacing, {new Divider, text})));
@@ -27,7 +27,7 @@ FootnotedContent::FootnotedContent(std::unique_ptr<QWidget> content, const QStri
 
 QSize FootnotedContent::sizeHint() const
 {
-    // Texts that break are as high as the width makes them.
+    // The height of wrapped text depends on the width; size hints ignore that.
     return {maximumWidth(), layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(maximumWidth())
                                                           : layout()->totalSizeHint().height()};
 }

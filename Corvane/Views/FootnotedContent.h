@@ -10,7 +10,7 @@
 
 namespace corvane {
 
-/// A content of fixed width with a small text below it.
+/// Content of fixed width with a small text below it.
 class FootnotedContent final : public QWidget {
 public:
     FootnotedContent(std::unique_ptr<QWidget> content, const QString &footnote);
