@@ -69,7 +69,8 @@ std::optional<QByteArray> captureSpan(const std::vector<ComponentGroup> &groups,
     const std::set<std::size_t> occurring(expansion.occurring.begin(), expansion.occurring.end());
     std::vector<ComponentGroup> captured;
     for (std::size_t place = 0; place < groups.size(); ++place) {
-        // Another file may move an event into the span, and a cancellation has no occurrences.
+        // Shared events are kept even if they do not occur: another file may move one into the span, and a
+        // cancellation has no occurrences.
         if (occurring.contains(place) || groups[place].isAmong(shared)) {
             captured.push_back(groups[place]);
         }

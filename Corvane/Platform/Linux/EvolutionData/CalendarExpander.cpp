@@ -17,9 +17,9 @@ namespace corvane {
 
 namespace {
 
-/// Less than a query may take, so that an expansion that was cut short still answers it.
+/// Less than a query's time limit, so that an expansion that was cut short still answers it.
 constexpr auto expansionTime = 2500ms;
-/// Most expansions stop at once when told to.
+/// How long an expansion may take to stop after it was cancelled; most stop at once.
 constexpr auto stoppingTime = 300ms;
 /// At most this many overdue expansions of one calendar keep running.
 constexpr int maximumStrays = 2;

@@ -127,7 +127,7 @@ std::expected<void, Failure> CalendarMemory::write(const RememberedCalendar &cal
 
 void CalendarMemory::forget(const QString &identifier) const
 {
-    // What cannot be removed is not ours, or the next write reports it.
+    // If this fails, the file is not ours, or the next write reports the failure.
     [[maybe_unused]] const auto removed = removeRegularFile(QFile::encodeName(path(identifier)));
 }
 

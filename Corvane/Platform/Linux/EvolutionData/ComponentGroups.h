@@ -34,7 +34,7 @@ struct ComponentGroup {
     /// Whether its identifier is one of `identifiers`.
     [[nodiscard]] bool isAmong(const std::set<IdentifierKey> &identifiers) const;
 
-    /// Changes when anything changes on which the occurrences depend.
+    /// Changes with everything that the occurrences depend on.
     [[nodiscard]] QByteArray key() const;
 };
 

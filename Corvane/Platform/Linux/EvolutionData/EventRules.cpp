@@ -166,7 +166,8 @@ std::expected<double, QString> stepsOf(ICalComponent *event, double start, doubl
     if (count(I_CAL_RRULE_PROPERTY) + count(I_CAL_EXRULE_PROPERTY) > budget.rulesOfEvent) {
         return std::unexpected(u"it has too many rules"_s);
     }
-    // The library has no seconds for years long past, but walks from there nevertheless.
+    // The library cannot express a start in the distant past in seconds, but it still walks the series from
+    // there.
     const double longAgo = (startYear(event).value_or(1970) - 1970) * year + year;
     double steps = dates;
     double inWindow = 0;

@@ -30,7 +30,7 @@ namespace corvane {
 /// Whether a component may occur more than once.
 [[nodiscard]] bool repeats(ICalComponent *component);
 
-/// The year in which a component begins for the first time; none if it does not tell.
+/// The year in which a component first begins; none if it has no start.
 [[nodiscard]] std::optional<int> startYear(ICalComponent *component);
 
 /// Whether the start and the end of a component, if given, are on days that exist. On 31 February the library

@@ -58,7 +58,7 @@ private:
         /// Calendar text of what matters in the remembered span.
         std::optional<QByteArray> text;
     };
-    /// Why a state of the file is no calendar.
+    /// Why the file, in this state, is not a calendar.
     struct Rejection {
         FileStamp stamp;
         CalendarError error;

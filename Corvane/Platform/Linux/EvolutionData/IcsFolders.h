@@ -15,7 +15,7 @@ namespace corvane {
 struct CalendarServices;
 
 /// Folders of calendar files, with their subfolders; each file is a calendar. While a file cannot be read, or
-/// is incomplete, its earlier contents are used; a file that is no calendar is logged and left out.
+/// is incomplete, its earlier contents are used; a file that is not a calendar is logged and left out.
 class IcsFolders final : public CalendarSource {
 public:
     /// `folders` are absolute paths; none of them has to exist.

@@ -40,7 +40,7 @@ public:
     [[nodiscard]] double moment(ICalProperty *property, ICalTime *time, DefinedZones &definitions,
                                 ICalTimezone *otherwise) const;
 
-    /// The first start and end of a component; `otherwise` for both if it does not tell its start.
+    /// The first start and end of a component; `otherwise` for both if it has no start.
     [[nodiscard]] EventSpan firstSpan(const EventComponent &event, double otherwise) const;
 
     /// The zone in which the series of a group begins; the user's if it names none.

@@ -14,8 +14,8 @@
 
 namespace corvane {
 
-/// Makes the calendar service ask the server of one calendar for news: never twice at once, and ever less
-/// often while that fails. Main thread only; shared by the coroutines.
+/// Makes the calendar service ask the server of one calendar for news: never twice at once, and less and
+/// less often while it fails. Main thread only; shared by the coroutines.
 class ServerRefresh : public std::enable_shared_from_this<ServerRefresh> {
 public:
     /// If `client` is null or dead, the request waits for the next client.

@@ -18,7 +18,7 @@ namespace corvane {
 
 namespace {
 
-/// How long the first reading of a calendar waits for the watch over it; then it goes on without.
+/// How long the first reading of a calendar waits for the watch for changes before it goes on without it.
 constexpr auto watchTime = 1000ms;
 /// Services that may leave out changed instances are asked for each series separately, unless there are more
 /// series than this.

@@ -57,7 +57,7 @@ public:
     static QCoro::Task<Listing> singles(std::shared_ptr<ServiceClient> self, DateInterval interval);
     /// All series, and events whose start the service cannot read.
     static QCoro::Task<Listing> series(std::shared_ptr<ServiceClient> self);
-    /// All components with these identifiers. A missing one is no failure.
+    /// All components with these identifiers. A missing one is not a failure.
     static QCoro::Task<Components> components(std::shared_ptr<ServiceClient> self, std::set<QByteArray> uids);
     /// Loads the zones into the client's cache, where customZone() finds them.
     static QCoro::Task<void> bringZones(std::shared_ptr<ServiceClient> self,

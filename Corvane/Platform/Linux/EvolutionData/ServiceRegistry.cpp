@@ -36,7 +36,7 @@ QCoro::Task<ServiceRegistry::Found> ServiceRegistry::find(std::shared_ptr<Servic
                                                           QDeadlineTimer deadline)
 {
     if (self->m_registry && self->isEmpty()) {
-        // The service has left, or has come since.
+        // The service has left, or has started since the list was made.
         self->m_registry.reset();
     }
     if (self->m_registry) {

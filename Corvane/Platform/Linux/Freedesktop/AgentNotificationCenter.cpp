@@ -53,8 +53,8 @@ QString beginning(const QString &text, qsizetype size)
     return text.first(text.at(size - 1).isHighSurrogate() ? size - 1 : size);
 }
 
-/// In UTF-16 units. A longer text is no student's name and useless in a notification. A malicious calendar
-/// may contain pages of text, and the agent's capacity is limited.
+/// In UTF-16 units. A longer text is not a student's name, and useless in a notification. A malicious
+/// calendar may contain pages of text, and the agent's capacity is limited.
 constexpr qsizetype maximumTextLength = 300;
 
 /// The part of a text that the agent gets. A null character would end the text on the bus.

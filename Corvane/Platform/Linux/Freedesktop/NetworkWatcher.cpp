@@ -25,7 +25,7 @@ constexpr auto portalService = "org.freedesktop.portal.Desktop"_L1;
 constexpr auto portalPath = "/org/freedesktop/portal/desktop"_L1;
 constexpr auto portalInterface = "org.freedesktop.portal.NetworkMonitor"_L1;
 
-/// What NetworkManager's properties say; none if they do not tell.
+/// Whether the network is usable according to NetworkManager's properties; none if they do not say.
 std::optional<bool> managerSaysUsable(const QDBusMessage &answer)
 {
     constexpr uint connectedGlobal = 70;

@@ -151,7 +151,7 @@ void SessionLockWatcher::removeSaver(const QString &owner)
 {
     m_saverOwners->removeWatchedService(owner);
     if (m_savers.take(owner)) {
-        // It held the requested lock and is gone.
+        // The screen saver that carried out the Lock request is gone, and its lock with it.
         m_lockRequested = false;
     }
     update();
@@ -265,8 +265,8 @@ QCoro::Task<void> SessionLockWatcher::endRequest(QPointer<SessionLockWatcher> wa
 void SessionLockWatcher::sessionUnlockRequested()
 {
     m_lockRequested = false;
-    // A locker that maintains the hint resets it itself. A locker that crashed never does, and Unlock is what
-    // is then sent to bring the session back.
+    // A locker that maintains the hint resets it itself. A locker that crashed never does; sending Unlock is
+    // then the way to get the session back.
     m_lockedHint = false;
     m_hintWasSignalled = true;
     update();

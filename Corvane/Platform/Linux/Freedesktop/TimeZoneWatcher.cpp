@@ -24,7 +24,7 @@ QByteArray zoneOf(const QString &zoneFile)
     if (const qsizetype start = target.indexOf(folder); start >= 0) {
         return target.sliced(start + folder.size()).toUtf8();
     }
-    // A folder or a device is no zone, and reading it may never end.
+    // A folder or a device is not a zone, and reading it may never end.
     QFile file(zoneFile);
     if (!QFileInfo(zoneFile).isFile() || !file.open(QIODevice::ReadOnly)) {
         return {};

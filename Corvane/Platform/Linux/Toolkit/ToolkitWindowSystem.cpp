@@ -101,12 +101,12 @@ void ToolkitWindowSystem::bringToFront(WindowId window)
 
 bool ToolkitWindowSystem::watchPresses(std::function<void()> pressed)
 {
-    // First, since its end takes back the request for events that both make.
+    // Destroyed before the next watch is made, because its destructor cancels the events that both select.
     m_presses.reset();
     if (pressed) {
         m_presses = std::make_unique<x11::PressWatch>(std::move(pressed));
     }
-    // In a Wayland session the X server hears of no press on a window of another kind.
+    // In a Wayland session the X server does not see presses on Wayland windows.
     return m_presses && m_presses->isServed() && qgetenv("XDG_SESSION_TYPE") != "wayland" &&
            qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
 }

@@ -11,8 +11,8 @@
 
 namespace corvane::x11 {
 
-/// Reports each press of a pointer button that the X server knows of and that is neither within a window of
-/// the program nor on its frame. The presses still reach their windows. Main thread only.
+/// Reports each press of a pointer button that the X server sees outside the program's windows and their
+/// frames. The presses still reach their windows. Main thread only.
 class PressWatch final : public QObject, private QAbstractNativeEventFilter {
     Q_OBJECT
 
