@@ -35,8 +35,8 @@ class WallClock;
 ///   memory only, and goes back into the file when that server leaves the bus.
 /// - If the request cannot be removed, because nothing can be written, it is not delivered.
 ///
-/// Requests that expire in any of these cases are dropped and logged. So are, of the steps of one lesson that
-/// are due together, all but the newest; see LessonSteps.h.
+/// Requests that expire in any of these cases are dropped and logged. If several steps of one lesson are due
+/// together, all but the newest are dropped and logged, too; see LessonSteps.h.
 class RequestKeeper final : public QObject {
     Q_OBJECT
 
