@@ -148,7 +148,7 @@ private Q_SLOTS:
         QTRY_COMPARE(holdsOf(Kind::portal), 1);
         QTRY_COMPARE(holds(), 1);
         // The restart of a service later in the order changes nothing.
-        startAndWaitForWhatItBrings(next);
+        startAndWaitForRequests(next);
         QCOMPARE(holds(), 1);
         QCOMPARE(m_services.at(next)->wishes.size(), 0);
     }
@@ -165,7 +165,7 @@ private Q_SLOTS:
 
     void withoutARequestAServiceThatStartsIsNotAsked()
     {
-        startAndWaitForWhatItBrings(Kind::sessionManager);
+        startAndWaitForRequests(Kind::sessionManager);
         QCOMPARE(m_services.at(Kind::sessionManager)->wishes.size(), 0);
     }
 
@@ -226,7 +226,7 @@ private:
     }
 
     /// Starts the service and waits until the inhibitor has noticed it and its requests have arrived.
-    void startAndWaitForWhatItBrings(Kind kind)
+    void startAndWaitForRequests(Kind kind)
     {
         const QDBusConnection bus(u"inhibitor"_s);
         const QString name = InhibitingService::nameOf(kind);

@@ -39,7 +39,7 @@ QWidget *embeddedWindow()
     return found != windows.end() ? *found : nullptr;
 }
 
-/// The picture of the screen, to be looked at.
+/// Saves a screenshot for inspection if QUILLET_KEEP_PICTURES names a folder.
 void keepTrayPicture(const QString &name)
 {
     const QString folder = qEnvironmentVariable("QUILLET_KEEP_PICTURES");
@@ -104,7 +104,7 @@ protected:
         const QPoint line = menu->mapToGlobal(menu->actionGeometry(menu->actions().at(index)).center());
         TestDesktop::xdotool(
             {u"mousemove"_s, QString::number(line.x()), QString::number(line.y()), u"click"_s, u"1"_s});
-        // A line between groups leaves it open.
+        // A click on a separator leaves the menu open.
         QTest::qWait(QApplication::doubleClickInterval());
         closeMenu();
     }
@@ -144,7 +144,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(clicks.size(), 1, trayTimeout);
     }
 
-    void linesAreShownAsTheyAre()
+    void menuEntriesAreShownLiterally()
     {
         m_item->setMenu({{u"a & b"_s, [] {}}, {}, {u"<b>c</b>"_s, [] {}}});
         openMenu();
@@ -156,7 +156,7 @@ private Q_SLOTS:
         keepTrayPicture(u"embedded-menu"_s);
     }
 
-    void textIsShownLiterally()
+    void theTitleIsShownLiterally()
     {
         m_item->setTitle(u"<b>Anna</b> & Ben"_s);
         QCOMPARE(published(), QStringList{u"<b>Anna</b> & Ben"_s});

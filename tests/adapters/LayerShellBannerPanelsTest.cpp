@@ -197,9 +197,9 @@ private Q_SLOTS:
         QVERIFY(m_connection.offersOverlays());
     }
 
-    void aBannerStandsAboveAFullScreenProgram_data() { addRows(surroundings()); }
+    void aBannerStaysAboveAFullScreenProgram_data() { addRows(surroundings()); }
 
-    void aBannerStandsAboveAFullScreenProgram()
+    void aBannerStaysAboveAFullScreenProgram()
     {
         QFETCH(QString, name);
         enterSurroundings(name);

@@ -41,12 +41,12 @@ public:
     QStringList registrations;
     /// The text of each label signal, in order.
     QStringList labels;
-    /// The text beside the icon on a host that reads it when it takes the item, and draws it only when it
-    /// changes after that. One that has been stopped draws none.
+    /// The label beside the icon. The host reads it when it takes the item, and draws it only when it changes
+    /// after that. A stopped host draws none.
     QString drawnLabel;
-    /// How often it has read that text.
+    /// How often the host has read the label.
     int labelReads = 0;
-    /// While true, it takes items and does not read the text before readLabel() is called.
+    /// While true, the host takes items but reads no label before readLabel() is called.
     bool readsLate = false;
     void readLabel(const QString &item);
     int titleSignals = 0;
@@ -71,8 +71,8 @@ public:
     QDBusMessage askMenu(const QString &item, const QString &method, const QVariantList &arguments);
     /// The whole menu, with the id -1 if there is none. Sets `revision`, if given, to its revision.
     MenuLayout menu(const QString &item, uint *revision = nullptr);
-    /// The texts of the menu that a right click opens. The host takes any path for that of a menu, and opens
-    /// an empty one if there is none.
+    /// The texts of the menu that a right click opens. The host takes any path for a menu's, and opens an
+    /// empty menu if there is none.
     QStringList rightClick(const QString &item);
     /// Opens the menu as a host does, and clicks the entry `id`.
     void openMenu(const QString &item);

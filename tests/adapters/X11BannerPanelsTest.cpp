@@ -95,7 +95,7 @@ private:
     }
 
 private Q_SLOTS:
-    void aBannerStandsAboveAFullScreenProgram_data()
+    void aBannerStaysAboveAFullScreenProgram_data()
     {
         QTest::addColumn<WindowManager>("manager");
         QTest::addColumn<QStringList>("opponent");
@@ -110,7 +110,7 @@ private Q_SLOTS:
         }
     }
 
-    void aBannerStandsAboveAFullScreenProgram()
+    void aBannerStaysAboveAFullScreenProgram()
     {
         QFETCH(WindowManager, manager);
         QFETCH(QStringList, opponent);
