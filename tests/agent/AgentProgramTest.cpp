@@ -146,7 +146,7 @@ private:
                    : QStringList();
     }
 
-    // An X server that its compositor starts on demand, and that compositor.
+    // A greeting's arguments: an X server that the compositor starts on demand, and that compositor.
     [[nodiscard]] QVariantList hello() const
     {
         return {AgentRoom::now() + 1000, u":64999"_s, compositorPath(), QString()};

@@ -59,7 +59,7 @@ private Q_SLOTS:
         QCOMPARE(statusOf(aside).st_mode & 07777U, 0600U);
     }
 
-    void whatIsNoFileInThatPlaceIsLeftAlone_data()
+    void anObstacleInThatPlaceIsLeftAlone_data()
     {
         QTest::addColumn<obstacles::Kind>("kind");
         QTest::newRow("a pipe") << obstacles::Kind::pipe;
@@ -67,7 +67,7 @@ private Q_SLOTS:
         QTest::newRow("a folder") << obstacles::Kind::folder;
     }
 
-    void whatIsNoFileInThatPlaceIsLeftAlone()
+    void anObstacleInThatPlaceIsLeftAlone()
     {
         QFETCH(obstacles::Kind, kind);
         const QString path = m_folder.filePath(QString::fromLatin1(QTest::currentDataTag()));
