@@ -183,7 +183,7 @@ protected:
     WindowId makeWindow() override { return ++m_lastWindow; }
     void show(WindowId) override {}
     void destroy(WindowId) override {}
-    bool standsInTaskBar(WindowId window) override { return !m_windowSystem->keptOut.contains(window); }
+    bool isInTaskBar(WindowId window) override { return !m_windowSystem->keptOut.contains(window); }
     bool hasFocus(WindowId window) override
     {
         return !m_windowSystem->broughtToFront.isEmpty() &&

@@ -78,7 +78,7 @@ protected:
 
     void destroy(WindowId window) override { m_windows.erase(window); }
 
-    bool standsInTaskBar(WindowId window) override
+    bool isInTaskBar(WindowId window) override
     {
         return contains(x11::rootWindow(), "_NET_CLIENT_LIST", static_cast<std::uint32_t>(window)) &&
                !contains(static_cast<std::uint32_t>(window), "_NET_WM_STATE",
@@ -127,7 +127,7 @@ private Q_SLOTS:
         m_windowSystem.reset();
     }
 
-    void aPressOnAFrameIsOnItsWindow()
+    void aPressOnAWindowsFrameIsNotReported()
     {
         const WindowId window = makeWindow();
         m_windows.at(window)->move(300, 300);
@@ -141,7 +141,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(presses, 1, timeout);
     }
 
-    void theWheelIsNoPress()
+    void theWheelIsNotAPress()
     {
         int presses = 0;
         m_windowSystem->watchPresses([&presses] { ++presses; });
@@ -151,7 +151,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(presses, 1, timeout);
     }
 
-    void aPressOnAnotherProgramIsTold()
+    void aPressOnAnotherProgramIsReported()
     {
         giveFocusToAnotherProgram();
         int presses = 0;
@@ -160,12 +160,12 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(presses, 1, timeout);
     }
 
-    void inAWaylandSessionNotEachPressIsTold()
+    void inAWaylandSessionNotEveryPressIsReported()
     {
         qputenv("WAYLAND_DISPLAY", "none");
-        const bool isEachTold = m_windowSystem->watchPresses([] {});
+        const bool isEveryPressReported = m_windowSystem->watchPresses([] {});
         qunsetenv("WAYLAND_DISPLAY");
-        QVERIFY(!isEachTold);
+        QVERIFY(!isEveryPressReported);
     }
 
 private:

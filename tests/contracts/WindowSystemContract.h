@@ -23,8 +23,8 @@ protected:
     virtual WindowId makeWindow() = 0;
     virtual void show(WindowId window) = 0;
     virtual void destroy(WindowId window) = 0;
-    /// Whether a task bar lists the window, which is visible.
-    [[nodiscard]] virtual bool standsInTaskBar(WindowId window) = 0;
+    /// Whether a task bar lists `window`, which is shown.
+    [[nodiscard]] virtual bool isInTaskBar(WindowId window) = 0;
     [[nodiscard]] virtual bool hasFocus(WindowId window) = 0;
     /// The user clicks into another program's window, which has the keyboard focus when this returns.
     virtual void giveFocusToAnotherProgram() = 0;
@@ -65,8 +65,8 @@ private Q_SLOTS:
         windowSystem().keepOutOfTaskBar(kept);
         show(kept);
         const WindowId other = showWindow();
-        QTRY_VERIFY_WITH_TIMEOUT(standsInTaskBar(other), timeout);
-        QTRY_VERIFY_WITH_TIMEOUT(!standsInTaskBar(kept), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(isInTaskBar(other), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(!isInTaskBar(kept), timeout);
     }
 
     void aWindowTakesTheKeyboardFromAnotherProgram()
