@@ -39,7 +39,7 @@ public:
         return onPress && tellsPresses;
     }
 
-    /// The user presses a button elsewhere; untold where the window system tells of no press.
+    /// The user presses a button outside the windows; not reported if `tellsPresses` is false.
     void pressElsewhere() const
     {
         if (tellsPresses && onPress) {
