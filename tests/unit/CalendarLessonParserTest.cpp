@@ -22,7 +22,7 @@ CalendarLessonEvent booked(const QString &title, Seconds length = minutes(30))
             .url = std::nullopt};
 }
 
-/// Platform, student and seconds, as "Zoom|Anna|1500"; "none" if the event is no lesson.
+/// Platform, student and seconds, as "Zoom|Anna|1500"; "none" if the event is not a lesson.
 QString described(const CalendarLessonEvent &event)
 {
     const CalendarLessonParser parser(PlatformProfile::defaults());

@@ -49,7 +49,7 @@ struct FirstLessonLookFixture : ViewModelFixture {
         calendars.setCalendars({status});
     }
 
-    /// What the look has logged, in order.
+    /// What the check has logged, in order.
     [[nodiscard]] QStringList said() const
     {
         const QString beginning = u"before the first lesson: "_s;

@@ -60,7 +60,7 @@ class ReloadAfterJumpTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void withoutItAClockSetBackStopsReloads()
+    void withoutReloadAfterJumpAClockSetBackStopsReloads()
     {
         ReloadAfterJumpFixture f("16:00:00");
         f.reloads.reset();

@@ -160,8 +160,7 @@ private Q_SLOTS:
         TemporarySettings temporary;
         FakeLoginItem loginItem;
         AppSettings settings(temporary.store(), temporary.store(), loginItem);
-        // An unwritable log keeps only its latest eighty lines, in memory: half a million lines on disk are
-        // beside the point.
+        // An unwritable log keeps its latest eighty lines in memory, instead of half a million lines on disk.
         DebugLogService logger(u"/dev/null"_s);
         TeachingYear store;
         CountingPresenter presenter;

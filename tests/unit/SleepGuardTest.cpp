@@ -29,7 +29,7 @@ class SleepGuardTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void itLastsFromAnHourBeforeALessonToItsEnd_data()
+    void sleepIsPreventedFromAnHourBeforeALessonToItsEnd_data()
     {
         QTest::addColumn<Date>("now");
         QTest::addColumn<bool>("onMains");
@@ -43,7 +43,7 @@ private Q_SLOTS:
         QTest::newRow("at its end") << at("10:25:00") << false << false;
     }
 
-    void itLastsFromAnHourBeforeALessonToItsEnd()
+    void sleepIsPreventedFromAnHourBeforeALessonToItsEnd()
     {
         QFETCH(Date, now);
         QTEST(staysAwake({lessonAt("10:00:00")}, now, false), "onMains");
@@ -73,7 +73,7 @@ private Q_SLOTS:
         QCOMPARE(f.inhibitor.times, 1);
     }
 
-    void withoutLessonsAReloadReleasesIt()
+    void aReloadWithoutLessonsAllowsSleep()
     {
         SleepGuardFixture f("09:30:00");
         f.start({lessonAt("10:00:00")});

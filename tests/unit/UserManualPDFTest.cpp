@@ -66,7 +66,7 @@ private Q_SLOTS:
         QCOMPARE(m_beeps, 0);
     }
 
-    void withoutAnInstalledManualTheBuildsIsOpened()
+    void withoutAnInstalledManualTheOneInTheBuildTreeIsOpened()
     {
         const QString built = manualIn(u"built"_s);
         manual().open();
