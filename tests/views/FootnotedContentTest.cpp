@@ -26,7 +26,7 @@ using pictures::Theme;
 
 } // namespace
 
-/// The window that tells how to get the bell, below what the menu bar panel holds.
+/// The hint on how to get the bell, below the menu bar panel's content.
 class FootnotedContentTest final : public QObject {
     Q_OBJECT
 
@@ -66,7 +66,7 @@ private Q_SLOTS:
         QVERIFY2(difference.isEmpty(), qPrintable(difference));
     }
 
-    void theWindowShowsItBelowTheContentAndTakesItAway()
+    void theFootnoteIsBelowTheContentUntilItIsRemoved()
     {
         FakeWindowSystem windowSystem;
         const FakeScreens screens;
@@ -85,7 +85,7 @@ private Q_SLOTS:
         const int whole = menuBarPanel.window()->height();
         QVERIFY(whole > 200);
         QVERIFY(text->mapTo(menuBarPanel.window(), QPoint()).y() >= 200);
-        // A bell has come up.
+        // As when a bell has appeared.
         menuBarPanel.removeFootnote();
         QVERIFY(!text->isVisible());
         QTRY_COMPARE(menuBarPanel.window()->height(), 200);

@@ -28,7 +28,7 @@ constexpr Seconds aMoment{0.2};
 
 } // namespace
 
-/// How the menu bar panel closes where the window system tells of each press, and where it does not.
+/// How the menu bar panel closes if the window system reports every press, and if it reports none.
 class MenuBarPanelClosingTest final : public QObject {
     Q_OBJECT
 
@@ -53,9 +53,9 @@ private Q_SLOTS:
         m_clock.reset();
     }
 
-    // --- where each press is told
+    // --- every press is reported
 
-    void aPressElsewhereClosesItThoughTheKeyboardStays()
+    void aPressElsewhereClosesItEvenIfItKeepsTheFocus()
     {
         open();
         m_windowSystem.pressElsewhere();
@@ -76,7 +76,7 @@ private Q_SLOTS:
         QVERIFY(m_menuBarPanel->isOpen());
     }
 
-    void aClickAtAnUnknownPlaceIsThePressThatClosedIt()
+    void aClickAtAnUnknownPlaceCountsAsThePressThatClosedIt()
     {
         open();
         m_windowSystem.pressElsewhere();
@@ -84,7 +84,7 @@ private Q_SLOTS:
         QVERIFY(!m_menuBarPanel->isOpen());
     }
 
-    void whatAPressOnTheBellMeansItsHostTells()
+    void aPressOnTheBellIsLeftToItsHost()
     {
         open();
         m_screens.pointer = {clickedBell.x + 10, clickedBell.y - 10};
@@ -94,7 +94,7 @@ private Q_SLOTS:
         QVERIFY(!m_menuBarPanel->isOpen());
     }
 
-    void nobodyIsToldOfPressesWhileItIsClosed()
+    void pressesAreWatchedOnlyWhileItIsOpen()
     {
         QVERIFY(!m_windowSystem.onPress);
         open();
@@ -106,14 +106,14 @@ private Q_SLOTS:
         QVERIFY(!m_windowSystem.onPress);
     }
 
-    void anOrdinaryWindowStaysOnAPressElsewhere()
+    void aPressElsewhereDoesNotCloseAnOrdinaryWindow()
     {
         m_menuBarPanel->openAsWindow({});
         m_windowSystem.pressElsewhere();
         QVERIFY(m_menuBarPanel->isOpen());
     }
 
-    void itStaysOpenForAsLongAsNobodyClicks()
+    void itStaysOpenUntilAPress()
     {
         open();
         pointerLeaves();
@@ -121,9 +121,9 @@ private Q_SLOTS:
         QVERIFY(m_menuBarPanel->isOpen());
     }
 
-    // --- where a compositor tells of none
+    // --- no press is reported, as under some compositors
 
-    void aMinuteAfterThePointerHasLeftItCloses()
+    void itClosesAMinuteAfterThePointerHasLeft()
     {
         m_windowSystem.tellsPresses = false;
         open();
@@ -155,7 +155,7 @@ private Q_SLOTS:
         QVERIFY(!m_menuBarPanel->isOpen());
     }
 
-    void aPointerThatNeverCameCountsFromTheOpening()
+    void withoutThePointerItClosesAMinuteAfterOpening()
     {
         m_windowSystem.tellsPresses = false;
         open();
@@ -180,7 +180,7 @@ private Q_SLOTS:
         QVERIFY(!m_menuBarPanel->isOpen());
     }
 
-    void besideAWindowInUseItStays()
+    void itStaysOpenBesideAWindowInUse()
     {
         m_windowSystem.tellsPresses = false;
         open();
@@ -197,7 +197,7 @@ private Q_SLOTS:
         QVERIFY(!m_menuBarPanel->isOpen());
     }
 
-    void theBellTheMenusLineAndEscapeCloseIt()
+    void theBellItsMenuEntryAndEscapeCloseIt()
     {
         m_windowSystem.tellsPresses = false;
         open();
@@ -212,7 +212,7 @@ private Q_SLOTS:
         QVERIFY(!m_menuBarPanel->isOpen());
     }
 
-    void aMinuteOfTheOneBeforeDoesNotCloseTheNext()
+    void theTimerOfAClosedPanelDoesNotCloseTheNext()
     {
         m_windowSystem.tellsPresses = false;
         open();
@@ -225,8 +225,8 @@ private Q_SLOTS:
         QCOMPARE(m_clock->waitCount(), std::size_t{1});
     }
 
-    // The click that chooses the line takes the keyboard on some desktops.
-    void theMenusLineOpensWhatTheMenuClosed()
+    // A press on the bell's menu may count as a press elsewhere.
+    void theMenuEntryReopensAPanelThatTheMenuClosed()
     {
         open();
         m_windowSystem.pressElsewhere();
@@ -234,7 +234,7 @@ private Q_SLOTS:
         QVERIFY(m_menuBarPanel->isOpen());
     }
 
-    void itReturnsToTheFrontAfterTheWindowsBroughtThere()
+    void itReturnsToTheFrontAfterWindowsRaisedInTheSameTurn()
     {
         open();
         const WindowId menuBarPanel = m_menuBarPanel->window()->winId();
@@ -242,7 +242,7 @@ private Q_SLOTS:
             this, [this] { m_windowSystem.bringToFront(1); }, Qt::QueuedConnection);
         m_menuBarPanel->returnToFront();
         QTRY_COMPARE(m_windowSystem.broughtToFront, (QList<WindowId>{menuBarPanel, 1, menuBarPanel}));
-        // One that has closed meanwhile stays closed.
+        // A panel that has been closed in the meantime stays closed.
         m_menuBarPanel->returnToFront();
         m_menuBarPanel->close();
         QCoreApplication::processEvents();
