@@ -106,8 +106,8 @@ private Q_SLOTS:
     {
         const Lesson lesson = lessonOfStudentAt("10:00:00");
         QVERIFY(readiness::hasBackups({lesson}, {}, u"own."_s, at("10:25:00")));
-        // All but the first, which is due four minutes before the start and no longer missed a minute
-        // earlier.
+        // All but the first, which is due `preparationLeadTime` before the start. From a minute before that,
+        // it is not missed.
         const QStringList rest = backupsOf(lesson).sliced(1);
         QVERIFY(!readiness::hasBackups({lesson}, rest, u"own."_s, at("09:54:59")));
         QVERIFY(readiness::hasBackups({lesson}, rest, u"own."_s, at("09:55:00")));
