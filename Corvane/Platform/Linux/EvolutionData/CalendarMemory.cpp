@@ -24,7 +24,7 @@ constexpr QByteArrayView version = "quillet calendar memory 1\n";
 constexpr qsizetype checksumLength = 64; // hexadecimal digits
 /// What precedes the text: names of any length. In bytes.
 constexpr qint64 maximumHeaderSize = 100'000;
-/// A calendar's span has ended this long after the calendar was read.
+/// Every remembered span has ended this long after its calendar was read.
 constexpr Seconds longestSpan = std::chrono::hours(10 * 24);
 constexpr QLatin1StringView ending = ".memory"_L1;
 

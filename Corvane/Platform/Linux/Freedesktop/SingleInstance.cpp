@@ -136,7 +136,7 @@ QString SingleInstance::takeActivationToken()
 
 bool SingleInstance::lock()
 {
-    // A home folder may be shared between machines; the user is to be reminded on each.
+    // A home folder may be shared between machines, and each of them may run the program.
     const QString name = u"instance-%1.lock"_s.arg(QString::fromLatin1(QSysInfo::machineUniqueId()));
     for (const QString &directory : std::as_const(m_lockDirectories)) {
         [[maybe_unused]] const auto made = makePrivateFolder(QFile::encodeName(directory));
