@@ -32,7 +32,8 @@ class WallClock;
 /// - If the server refuses the request, or leaves the bus without an answer (and with everything it showed),
 ///   the request goes back into the file and is retried.
 /// - If the server has the request but does not answer, it may still show it. The request then stays in
-///   memory only, and goes back into the file when that server leaves the bus.
+///   memory only. It goes back into the file when that server leaves the bus, and is dropped when another
+///   server replaces that one.
 /// - If the request cannot be removed, because nothing can be written, it is not delivered.
 ///
 /// Requests that expire in any of these cases are dropped and logged. If several steps of one lesson are due
