@@ -88,7 +88,8 @@ void Text::setLinks(const std::vector<Link> &links, std::function<void(const QUr
 void Text::focusInEvent(QFocusEvent *event)
 {
     QLabel::focusInEvent(event);
-    // Tab goes to the links, at least one; the toolkit would stop at the text first.
+    // Only a text with links is reached by Tab. Go straight to a link: the toolkit would stop at the text
+    // first.
     if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason) {
         focusNextPrevChild(event->reason() == Qt::TabFocusReason);
     }
