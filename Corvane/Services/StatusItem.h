@@ -47,8 +47,8 @@ public:
     [[nodiscard]] virtual bool isShown() const = 0;
 
 Q_SIGNALS:
-    /// The item was clicked; `position` is the place of the click if the host reports it. `activationToken`
-    /// is the host's token for raising a window, or empty.
+    /// The item was clicked; `position` is the place of the click, if known. `activationToken` is the host's
+    /// token for raising a window, or empty.
     void activated(std::optional<corvane::Point> position, const QString &activationToken);
 
     /// The menu is about to be shown.
