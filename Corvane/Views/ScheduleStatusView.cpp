@@ -99,7 +99,7 @@ void ScheduleStatusView::setShowsAllLessons(bool showsAllLessons)
 
 void ScheduleStatusView::arrangeHeader()
 {
-    // With a large desktop font, the switch moves below the title, so that the title is not cut.
+    // With a large desktop font, the segmented control moves below the title, so that the title is not cut.
     m_picker->setFixedWidth(std::max(menu::pickerWidth, m_picker->layout()->minimumSize().width()));
     const int room = width() - 2 * menu::schedulePadding;
     const bool isBeside = m_title->sizeHint().width() + space::small + m_picker->width() <= room;
@@ -118,7 +118,7 @@ void ScheduleStatusView::showEvent(QShowEvent *event)
 bool ScheduleStatusView::event(QEvent *event)
 {
     const bool isHandled = QWidget::event(event);
-    // Sent whenever the width of the title or the switch changes.
+    // Sent whenever the width of the title or the segmented control changes.
     if (event->type() == QEvent::LayoutRequest) {
         arrangeHeader();
     }
