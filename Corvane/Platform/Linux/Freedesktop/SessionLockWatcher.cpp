@@ -104,7 +104,7 @@ void SessionLockWatcher::queryScreenSaver(const QString &name)
         if (saver.name != name) {
             continue;
         }
-        // Not every version of Qt tells who sent an answer, so the unique name is looked up first.
+        // Not every version of Qt reports the sender of a reply, so the unique name is looked up first.
         auto question = call(busName, busPath, busName, u"GetNameOwner"_s);
         question << QString(saver.name);
         then(m_sessionBus.asyncCall(question, bus::questionTimeout),

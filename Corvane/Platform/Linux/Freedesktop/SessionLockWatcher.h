@@ -56,7 +56,7 @@ private:
     void querySessionPath(const QString &method, const QVariant &argument, bool isLastResort);
     void setSessionPath(const QString &path);
     void dropSession();
-    /// The first argument of `message`, from the screen saver `owner`, tells whether that is active.
+    /// Handles `message`, whose first argument says whether the screen saver `owner` is active.
     void handleSaverState(const QString &owner, const QDBusMessage &message);
     void removeSaver(const QString &owner);
     void update();
@@ -75,7 +75,7 @@ private:
     bool m_lockRequested = false;
     int m_requests = 0; ///< number of the latest Lock request
     bool m_lockedHint = false;
-    /// Whether a signal has told the hint, so that a later answer is out of date.
+    /// Whether a signal has reported the hint; an answer that arrives later is out of date.
     bool m_hintWasSignalled = false;
     bool m_locked = false;
 

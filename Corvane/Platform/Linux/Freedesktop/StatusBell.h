@@ -8,7 +8,7 @@
 
 namespace corvane {
 
-/// The bell for status item hosts, in the sizes that they use. A host does not tell whether it is light or
+/// The bell for status item hosts, in the sizes that they use. A host does not report whether it is light or
 /// dark, so the bell is light with a dark rim: one of the two stands out on any host.
 [[nodiscard]] QList<QImage> statusBellImages();
 
