@@ -77,7 +77,7 @@ void FreedesktopNotificationServer::handleCapabilities(const QDBusMessage &reply
         return;
     }
     m_capabilities = reply.arguments().value(0).toStringList();
-    // Not every version of Qt tells the sender of a reply.
+    // Not every version of Qt reports the sender of a reply.
     auto call = busCall(u"GetNameOwner"_s);
     call << QString(serviceName);
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, milliseconds(m_timeouts.asking)), this);
