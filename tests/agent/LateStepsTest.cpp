@@ -1,23 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "NotificationAgent/LoginEntry.h"
-#include "NotificationAgent/RequestFile.h"
-#include "NotificationAgent/RequestKeeper.h"
-#include "tests/agent/FakeNotificationServer.h"
-#include "tests/agent/FakeWallClock.h"
+#include "tests/agent/RequestKeeperFixture.h"
 #include "tests/support/TestProgram.h"
 
-#include <QFile>
-#include <QTemporaryDir>
 #include <QTest>
-
-#include <memory>
 
 using namespace corvane;
 using namespace Qt::StringLiterals;
-
-using Outcome = NotificationServer::Outcome;
 
 namespace {
 
@@ -31,22 +21,13 @@ QString identifier(const QString &kind)
 } // namespace
 
 /// Late steps of a lesson: the machine slept, or the notification server hung.
-class LateStepsTest final : public QObject {
+class LateStepsTest final : public RequestKeeperFixture {
     Q_OBJECT
 
 private Q_SLOTS:
     void init()
     {
-        m_folder = std::make_unique<QTemporaryDir>();
-        m_clock = std::make_unique<FakeWallClock>(lateStart - 1000);
-        m_server = std::make_unique<FakeNotificationServer>();
-        m_entry = std::make_unique<LoginEntry>(u"/opt/agent"_s, m_folder->filePath(u"config"_s));
-        m_file = std::make_unique<RequestFile>(m_folder->filePath(u"queue"_s));
-        m_lines.clear();
-        m_keeper = std::make_unique<RequestKeeper>(*m_file, *m_entry, *m_clock, *m_server,
-                                                   [this](const QString &line) { m_lines.append(line); });
-        QVERIFY(m_keeper->load());
-        m_keeper->start();
+        begin(lateStart - 1000);
         add(u"prepare"_s, lateStart - 240, lateStart);
         add(u"one-minute"_s, lateStart - 60, lateStart);
         add(u"join"_s, lateStart - 30, lateStart);
@@ -54,11 +35,7 @@ private Q_SLOTS:
         add(u"finish"_s, lateStart + 1440, lateStart + 1500);
     }
 
-    void cleanup()
-    {
-        m_keeper.reset();
-        m_file.reset();
-    }
+    void cleanup() { end(); }
 
     void inTimeEachStepIsDelivered()
     {
@@ -149,39 +126,9 @@ private Q_SLOTS:
 private:
     void add(const QString &kind, qint64 fireDate, qint64 expirationDate)
     {
-        bool isAdded = false;
-        m_keeper->add({identifier(kind), {}, {}, u"quillet.lesson"_s, fireDate, expirationDate},
-                      [&](const std::expected<void, QString> &result) { isAdded = result.has_value(); });
-        QTRY_VERIFY(isAdded);
+        QVERIFY(RequestKeeperFixture::add(
+            {identifier(kind), {}, {}, u"quillet.lesson"_s, fireDate, expirationDate}));
     }
-
-    // Processes all pending events, and those that they cause.
-    static void settle()
-    {
-        for (int turn = 0; turn < 20; ++turn) {
-            QCoreApplication::processEvents(QEventLoop::AllEvents);
-        }
-    }
-
-    [[nodiscard]] QStringList onDisk() const
-    {
-        QFile file(m_folder->filePath(u"queue"_s));
-        QStringList identifiers;
-        if (file.open(QIODevice::ReadOnly)) {
-            for (const PendingRequest &request : decodedRequests(file.readAll()).requests) {
-                identifiers.append(request.identifier);
-            }
-        }
-        return identifiers;
-    }
-
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<FakeWallClock> m_clock;
-    std::unique_ptr<FakeNotificationServer> m_server;
-    std::unique_ptr<LoginEntry> m_entry;
-    std::unique_ptr<RequestFile> m_file;
-    std::unique_ptr<RequestKeeper> m_keeper;
-    QStringList m_lines;
 };
 
 QUILLET_TEST(LateStepsTest, runTest<LateStepsTest>);

@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: MIT
 
 #include "NotificationAgent/RequestFile.h"
+#include "tests/agent/FullDisk.h"
 #include "tests/support/Obstacles.h"
 #include "tests/support/TestProgram.h"
 
 #include <linux/capability.h>
-#include <signal.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -45,24 +45,6 @@ RequestQueue queueOf(int count)
     }
     return queue;
 }
-
-// During its lifetime no file can be written beyond `bytes`: to the program a full disk, even for root.
-class FullDisk {
-public:
-    explicit FullDisk(rlim_t bytes)
-    {
-        ::signal(SIGXFSZ, SIG_IGN);
-        ::getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{bytes, m_before.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &m_before); }
-    FullDisk(const FullDisk &) = delete;
-    FullDisk &operator=(const FullDisk &) = delete;
-
-private:
-    rlimit m_before{};
-};
 
 // During its lifetime file permissions apply to this thread even if it is root's.
 class NoPrivileges {
@@ -373,7 +355,7 @@ private Q_SLOTS:
         RequestFile file(m_path);
         QVERIFY(file.write(queueOf(3)));
         {
-            const FullDisk none(0);
+            const FullDisk none;
             QVERIFY(!file.write({}));
             QVERIFY(!file.invalidate({numberedRequest(0).identifier}));
             QCOMPARE(RequestFile(m_path).read().queue.size(), 3);
