@@ -1,42 +1,22 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include "Corvane/Platform/Linux/Freedesktop/StatusBell.h"
-#include "Corvane/Platform/Linux/Freedesktop/StatusNotifierItem.h"
-#include "tests/adapters/StatusNotifierHost.h"
-#include "tests/support/PrivateBus.h"
+#include "tests/adapters/StatusNotifierRoom.h"
 #include "tests/support/TestProgram.h"
 
 #include <QApplication>
-#include <QSignalSpy>
 #include <QTest>
-
-#include <memory>
 
 using namespace corvane;
 using namespace Qt::StringLiterals;
 
 /// The status item on hosts with the habits of certain desktops.
-class StatusNotifierHostsTest final : public QObject {
+class StatusNotifierHostsTest final : public QObject, private StatusNotifierRoom {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        m_bus = std::make_unique<PrivateBus>();
-        m_host =
-            std::make_unique<StatusNotifierHost>(QDBusConnection::connectToBus(m_bus->address(), u"host"_s));
-        m_host->start();
-    }
-
-    void cleanup()
-    {
-        m_item.reset();
-        m_host.reset();
-        QDBusConnection::disconnectFromBus(u"item"_s);
-        QDBusConnection::disconnectFromBus(u"host"_s);
-        m_bus.reset();
-    }
+    void init() { begin(); }
+    void cleanup() { end(); }
 
     // GNOME's host.
     void aHostThatDrawsTheTextOnlyWhenItChangesDrawsItAtOnce()
@@ -139,16 +119,8 @@ private:
     void make(StatusNotifierItem::Desktop desktop)
     {
         desktop.labelPause = pause;
-        m_item = std::make_unique<StatusNotifierItem>(
-            QDBusConnection::connectToBus(m_bus->address(), u"item"_s), statusBellImages(), desktop);
-        QTRY_COMPARE(m_host->registrations, QStringList{name()});
+        create(desktop);
     }
-
-    [[nodiscard]] static QString name() { return QDBusConnection(u"item"_s).baseService(); }
-
-    std::unique_ptr<PrivateBus> m_bus;
-    std::unique_ptr<StatusNotifierHost> m_host;
-    std::unique_ptr<StatusNotifierItem> m_item;
 };
 
 QUILLET_TEST(StatusNotifierHostsTest, runTest<StatusNotifierHostsTest, QApplication>);
