@@ -1,199 +1,31 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
-#include <gio/gio.h>
-
-#include "Corvane/Platform/Linux/Freedesktop/AgentNotificationCenter.h"
-
-#include "Corvane/Platform/Linux/Freedesktop/GnomeNotificationSwitch.h"
+#include "tests/adapters/AgentNotificationRoom.h"
 #include "tests/adapters/RecordingAgent.h"
 #include "tests/support/EventLoopWatch.h"
-#include "tests/support/PrivateBus.h"
 #include "tests/support/TestProgram.h"
 
-#include <QDBusConnectionInterface>
-#include <QDBusVirtualObject>
 #include <QElapsedTimer>
-#include <QFile>
-#include <QTemporaryDir>
 #include <QTest>
 
+#include <chrono>
 #include <csignal>
 #include <limits>
 #include <memory>
-#include <optional>
+#include <vector>
 
 using namespace corvane;
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-namespace {
-
-// A notification server that does nothing but answer, fail or hang.
-class NotificationServer final : public QDBusVirtualObject {
-public:
-    enum class Kind { answers, knowsNothing, hangs };
-
-    NotificationServer(QDBusConnection bus, Kind kind) : m_bus(std::move(bus)), m_kind(kind)
-    {
-        if (!m_bus.registerVirtualObject(u"/org/freedesktop/Notifications"_s, this) ||
-            !m_bus.registerService(u"org.freedesktop.Notifications"_s)) {
-            qFatal("the notification server cannot take its place on the bus");
-        }
-    }
-    ~NotificationServer() override { m_bus.unregisterObject(u"/org/freedesktop/Notifications"_s); }
-
-    int asked = 0;
-
-    [[nodiscard]] QString introspect(const QString &) const override { return {}; }
-    bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
-    {
-        ++asked;
-        switch (m_kind) {
-        case Kind::answers:
-            return connection.send(
-                message.createReply(QVariantList{u"server"_s, u"test"_s, u"1"_s, u"1.2"_s}));
-        case Kind::knowsNothing:
-            return false;
-        case Kind::hangs:
-            return true;
-        }
-        Q_UNREACHABLE();
-    }
-
-private:
-    QDBusConnection m_bus;
-    Kind m_kind;
-};
-
-void setGnomeSwitch(bool isOn)
-{
-    GSettings *settings =
-        g_settings_new_with_path("org.gnome.desktop.notifications.application",
-                                 "/org/gnome/desktop/notifications/application/com-ordwinsoftware-quillet/");
-    QVERIFY(g_settings_set_boolean(settings, "enable", isOn ? TRUE : FALSE));
-    g_object_unref(settings);
-}
-
-NotificationRequest request(const QString &identifier)
-{
-    return {.identifier = identifier,
-            .title = u"Quillet: join now"_s,
-            .body = u"Join 王 <b>now</b>."_s,
-            .categoryIdentifier = u"quillet.lesson"_s,
-            .fireDate = dateSince1970(4000000000.75),
-            .expirationDate = dateSince1970(4000000030.25)};
-}
-
-// The requests of one run of the backup scheduler, in order.
-QCoro::Task<std::expected<void, Failure>> run(UserNotificationCenter &center)
-{
-    const auto granted = co_await center.requestAuthorization();
-    if (!granted) {
-        co_return std::unexpected(granted.error());
-    }
-    const auto pending = co_await center.pendingNotificationRequests();
-    if (!pending) {
-        co_return std::unexpected(pending.error());
-    }
-    co_return co_await center.add(request(u"one"_s));
-}
-
-} // namespace
-
-class AgentNotificationCenterTest final : public QObject {
+/// Requests on their way to the agent, to one that hangs or dies, too.
+class AgentNotificationCenterTest final : public QObject, private AgentNotificationRoom {
     Q_OBJECT
 
-public:
-    bool hasSchemas = true;
-
 private Q_SLOTS:
-    void init() { m_bus = std::make_unique<PrivateBus>(); }
-
-    void cleanup()
-    {
-        m_center.reset();
-        m_server.reset();
-        m_agent.reset();
-        for (; m_connections > 0; --m_connections) {
-            QDBusConnection::disconnectFromBus(QString::number(m_connections));
-        }
-        m_bus.reset();
-        if (hasSchemas) {
-            setGnomeSwitch(true);
-        }
-    }
-
-    void aServerThatAnswersGrants()
-    {
-        startServer(NotificationServer::Kind::answers);
-        QCOMPARE(authorization(), std::optional(true));
-        QCOMPARE(m_server->asked, 1);
-    }
-
-    void aServerThatAnswersWithAnErrorGrants()
-    {
-        startServer(NotificationServer::Kind::knowsNothing);
-        QCOMPARE(authorization(), std::optional(true));
-    }
-
-    void aServerThatHangsGrantsAfterATimeLimit()
-    {
-        startServer(NotificationServer::Kind::hangs);
-        QElapsedTimer timer;
-        timer.start();
-        QCOMPARE(authorization({.bus = 5s, .server = 300ms, .agent = 5s}), std::optional(true));
-        QVERIFY2(timer.elapsed() >= 250 && timer.elapsed() < 10000,
-                 qPrintable(QString::number(timer.elapsed())));
-    }
-
-    void withoutAServerNothingIsGranted() { QCOMPARE(authorization(), std::optional(false)); }
-
-    void aServerThatCanBeStartedGrants()
-    {
-        const QTemporaryDir services;
-        installService(services, u"/usr/bin/python3 -m dbusmock --session --template notification_daemon"_s);
-        m_bus = std::make_unique<PrivateBus>(QStringList{services.path()});
-        QCOMPARE(authorization({.bus = 5s, .server = 25s, .agent = 5s}), std::optional(true));
-        QVERIFY(connection().interface()->isServiceRegistered(u"org.freedesktop.Notifications"_s));
-    }
-
-    void aServerThatCannotBeStartedGrantsNothing()
-    {
-        const QTemporaryDir services;
-        for (const QString &command : {u"/bin/false"_s, u"/nonexistent/server"_s}) {
-            installService(services, command);
-            m_center.reset();
-            m_bus = std::make_unique<PrivateBus>(QStringList{services.path()});
-            QCOMPARE(authorization(), std::optional(false));
-        }
-    }
-
-    void theDesktopsSwitchRevokesThePermission()
-    {
-        startServer(NotificationServer::Kind::answers);
-        setGnomeSwitch(false);
-        QCOMPARE(authorization(), std::optional(false));
-        QCOMPARE(m_server->asked, 0);
-        setGnomeSwitch(true);
-        QCOMPARE(authorization(), std::optional(true));
-    }
-
-    void eachProgramHasItsOwnSwitch()
-    {
-        setGnomeSwitch(false);
-        QVERIFY(gnomeAllowsNotifications(u"org.example.Other"_s));
-        QVERIFY(!gnomeAllowsNotifications(u"com.ordwinsoftware.Quillet"_s));
-        // As in the desktop's settings: lower case, and a dash for each run of other characters.
-        QVERIFY(!gnomeAllowsNotifications(u"COM._.ordwinsoftware--Quillet"_s));
-    }
-
-    void withoutTheDesktopsSchemasThereIsNoSwitch()
-    {
-        startServer(NotificationServer::Kind::answers);
-        QVERIFY(gnomeAllowsNotifications(u"com.ordwinsoftware.Quillet"_s));
-        QCOMPARE(authorization(), std::optional(true));
-    }
+    void init() { begin(); }
+    void cleanup() { end(); }
 
     void withoutASessionBusEachCallFailsAtOnce()
     {
@@ -420,66 +252,21 @@ private Q_SLOTS:
     }
 
 private:
-    QDBusConnection connection()
+    // The requests of one run of the backup scheduler, in order.
+    static QCoro::Task<std::expected<void, Failure>> run(UserNotificationCenter &center)
     {
-        return QDBusConnection::connectToBus(m_bus->address(), QString::number(++m_connections));
-    }
-
-    void startAgent() { m_agent = std::make_unique<RecordingAgent>(connection()); }
-
-    void startServer(NotificationServer::Kind kind)
-    {
-        m_server = std::make_unique<NotificationServer>(connection(), kind);
-    }
-
-    /// The centre under test, created by the first call.
-    AgentNotificationCenter &
-    center(AgentNotificationCenter::Timeouts timeouts = AgentNotificationCenter::defaultTimeouts)
-    {
-        if (!m_center) {
-            m_center = std::make_unique<AgentNotificationCenter>(connection(), timeouts);
+        const auto granted = co_await center.requestAuthorization();
+        if (!granted) {
+            co_return std::unexpected(granted.error());
         }
-        return *m_center;
+        const auto pending = co_await center.pendingNotificationRequests();
+        if (!pending) {
+            co_return std::unexpected(pending.error());
+        }
+        co_return co_await center.add(request(u"one"_s));
     }
-
-    std::optional<bool>
-    authorization(AgentNotificationCenter::Timeouts timeouts = AgentNotificationCenter::defaultTimeouts)
-    {
-        const auto granted = QCoro::waitFor(center(timeouts).requestAuthorization());
-        return granted ? std::optional(*granted) : std::nullopt;
-    }
-
-    static void installService(const QTemporaryDir &folder, const QString &command)
-    {
-        QFile file(folder.filePath(u"org.freedesktop.Notifications.service"_s));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(
-            (u"[D-BUS Service]\nName=org.freedesktop.Notifications\nExec="_s + command + u'\n').toUtf8());
-    }
-
-    std::unique_ptr<PrivateBus> m_bus;
-    std::unique_ptr<RecordingAgent> m_agent;
-    std::unique_ptr<NotificationServer> m_server;
-    std::unique_ptr<AgentNotificationCenter> m_center;
-    int m_connections = 0;
 };
 
-// "--without-schemas" runs the one test for a machine without the desktop's schemas, in its own process,
-// since installed schemas are read only once per process.
-static int runAgentNotificationCenter(int argc, char *argv[])
-{
-    AgentNotificationCenterTest test;
-    if (takeOption("--without-schemas", argc, argv)) {
-        qputenv("XDG_DATA_DIRS", "/nonexistent");
-        test.hasSchemas = false;
-        QCoreApplication application(argc, argv);
-        return QTest::qExec(&test,
-                            {QString::fromLocal8Bit(argv[0]), u"withoutTheDesktopsSchemasThereIsNoSwitch"_s});
-    }
-    QCoreApplication application(argc, argv);
-    return QTest::qExec(&test, argc, argv);
-}
-
-QUILLET_TEST(AgentNotificationCenterTest, runAgentNotificationCenter);
+QUILLET_TEST(AgentNotificationCenterTest, runTest<AgentNotificationCenterTest>);
 
 #include "AgentNotificationCenterTest.moc"
