@@ -4,6 +4,7 @@
 #include "tests/support/CalDavServer.h"
 
 #include "tests/support/CalendarService.h"
+#include "tests/support/ChildProcess.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
@@ -112,6 +113,7 @@ void CalDavServer::start()
             .toUtf8());
     m_server.setStandardErrorFile(QProcess::nullDevice());
     m_server.setStandardOutputFile(QProcess::nullDevice());
+    endWithThisProcess(m_server);
     m_server.start(u"radicale"_s, {u"--config"_s, m_folder.filePath(u"config"_s)});
     const QDeadlineTimer deadline(20000);
     while (!isListening(m_port)) {

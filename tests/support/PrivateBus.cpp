@@ -3,6 +3,8 @@
 
 #include "tests/support/PrivateBus.h"
 
+#include "tests/support/ChildProcess.h"
+
 #include <QFile>
 
 namespace corvane {
@@ -32,6 +34,7 @@ PrivateBus::PrivateBus(const QStringList &serviceDirectories, Kind kind)
 
     // Otherwise the daemon warns at each start where the limit of open files is low.
     m_daemon.setStandardErrorFile(QProcess::nullDevice());
+    endWithThisProcess(m_daemon);
     m_daemon.start(u"dbus-daemon"_s,
                    {u"--nofork"_s, u"--nopidfile"_s, u"--print-address=1"_s, u"--config-file="_s + file});
     while (m_address.isEmpty()) {

@@ -3,6 +3,8 @@
 
 #include "tests/support/PrivateSoundServer.h"
 
+#include "tests/support/ChildProcess.h"
+
 #include <signal.h>
 
 #include <QDeadlineTimer>
@@ -25,6 +27,7 @@ PrivateSoundServer::PrivateSoundServer()
     m_server.setProcessEnvironment(environment);
     m_server.setStandardErrorFile(QProcess::nullDevice());
     m_server.setStandardOutputFile(QProcess::nullDevice());
+    endWithThisProcess(m_server);
     m_server.start(u"pulseaudio"_s,
                    {u"-n"_s, u"--daemonize=no"_s, u"--exit-idle-time=-1"_s, u"--use-pid-file=no"_s,
                     u"--disable-shm=yes"_s, u"--realtime=no"_s, u"--high-priority=no"_s,
@@ -74,6 +77,7 @@ void PrivateSoundServer::startRecording()
 {
     stopRecording();
     m_recording.clear();
+    endWithThisProcess(m_recorder);
     m_recorder.start(u"parec"_s, {u"--device=null.monitor"_s, u"--format=s16le"_s, u"--rate=44100"_s,
                                   u"--channels=1"_s, u"--latency-msec=5"_s, u"--raw"_s});
     if (!m_recorder.waitForStarted(5000) || !m_recorder.waitForReadyRead(10000)) {

@@ -3,6 +3,8 @@
 
 #include "tests/support/TestCompositor.h"
 
+#include "tests/support/ChildProcess.h"
+
 using namespace Qt::StringLiterals;
 
 namespace corvane {
@@ -17,6 +19,7 @@ TestCompositor::TestCompositor(QSize size, int monitors)
     : m_environment(QProcessEnvironment::systemEnvironment())
 {
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    endWithThisProcess(m_process, SIGTERM); // it then ends the compositor
     m_process.start(QStringLiteral(QUILLET_NESTED_COMPOSITOR),
                     {u"--monitors"_s, QString::number(monitors), u"sway"_s,
                      u"%1x%2"_s.arg(size.width()).arg(size.height())});

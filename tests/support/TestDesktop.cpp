@@ -3,6 +3,8 @@
 
 #include "tests/support/TestDesktop.h"
 
+#include "tests/support/ChildProcess.h"
+
 using namespace Qt::StringLiterals;
 
 namespace corvane {
@@ -30,6 +32,7 @@ TestDesktop::TestDesktop(TwoMonitors)
 void TestDesktop::startServer(const QString &program, const QStringList &arguments)
 {
     m_server.setStandardErrorFile(QProcess::nullDevice());
+    endWithThisProcess(m_server);
     m_server.start(program, QStringList{u"-displayfd"_s, u"1"_s, u"-nolisten"_s, u"tcp"_s} + arguments);
     QByteArray display;
     while (!display.endsWith('\n')) {
