@@ -148,6 +148,9 @@ void MenuBarPanel::returnToFront()
         this,
         [this] {
             if (isOpen()) {
+                // A window manager may give the other window the focus at a later time than the user's
+                // request; the X server then ignores one of the time of that request.
+                m_windowSystem.userAsked({});
                 show(OpenedBy::user);
             }
         },
