@@ -8,6 +8,7 @@
 #include "tests/support/TestDesktop.h"
 #include "tests/support/TestProgram.h"
 
+#include <QDeadlineTimer>
 #include <QTest>
 #include <QWindow>
 
@@ -91,6 +92,42 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_scenes->window(u"help"_s)), windowTimeout);
         QCOMPARE(m_scenes->window(u"help"_s)->winId(), id);
         QTRY_VERIFY_WITH_TIMEOUT(pixel({640, 400}) != QColor(u"#a0c0e0"_s), windowTimeout);
+    }
+
+    void aChangeOfFocusAfterTheRequestDoesNotPreventIt_data() { everyManager(); }
+    void aChangeOfFocusAfterTheRequestDoesNotPreventIt()
+    {
+        QFETCH(WindowManager, manager);
+        use(manager);
+        open(u"help"_s, u"Quillet Help"_s);
+        const QWidget *window = m_scenes->window(u"help"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window), windowTimeout);
+        oppose();
+        QTRY_VERIFY_WITH_TIMEOUT(!hasFocus(window), windowTimeout);
+        m_windowSystem.userAsked({});
+        // As a window manager does when it notices later that a window has gone: the focus changes at a time
+        // after that of the request.
+        const QString opponent = TestDesktop::xdotool({u"getwindowfocus"_s});
+        TestDesktop::xdotool({u"windowfocus"_s, opponent.trimmed()});
+        m_windowSystem.bringToFront(window->winId());
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window), windowTimeout);
+    }
+
+    void aWindowThatHadTheFocusDoesNotTakeItBack_data() { everyManager(); }
+    void aWindowThatHadTheFocusDoesNotTakeItBack()
+    {
+        QFETCH(WindowManager, manager);
+        use(manager);
+        oppose();
+        const QString opponent = TestDesktop::xdotool({u"getwindowfocus"_s}).trimmed();
+        open(u"help"_s, u"Quillet Help"_s);
+        const QWidget *window = m_scenes->window(u"help"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window), windowTimeout);
+        TestDesktop::xdotool({u"windowfocus"_s, opponent});
+        QTRY_VERIFY_WITH_TIMEOUT(!hasFocus(window), windowTimeout);
+        const QDeadlineTimer end(2000); // longer than it would take
+        QTRY_VERIFY_WITH_TIMEOUT(end.hasExpired() || hasFocus(window), windowTimeout);
+        QVERIFY(!hasFocus(window));
     }
 
     void aMinimizedWindowComesToTheFrontAgain_data() { everyManager(); }

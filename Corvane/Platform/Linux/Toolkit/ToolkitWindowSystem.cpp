@@ -9,6 +9,7 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace corvane {
@@ -16,6 +17,11 @@ namespace corvane {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// A window that lacks the keyboard is activated again after the first delay, then after twice and four times
+// that.
+constexpr std::chrono::milliseconds firstDelay{250};
+constexpr std::chrono::milliseconds lastDelay = 4 * firstDelay;
 
 QWindow *toolkitWindow(WindowId id)
 {
@@ -34,6 +40,19 @@ bool canActivate()
 }
 
 } // namespace
+
+ToolkitWindowSystem::ToolkitWindowSystem()
+{
+    m_nextActivation.setSingleShot(true);
+    QObject::connect(&m_nextActivation, &QTimer::timeout, &m_nextActivation, [this] { activateAgain(); });
+    QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, &m_nextActivation,
+                     [this](const QWindow *window) {
+                         // Later the user may move on.
+                         if (window != nullptr && window == toolkitWindow(m_activated)) {
+                             m_nextActivation.stop();
+                         }
+                     });
+}
 
 std::optional<std::uint32_t> ToolkitWindowSystem::timeOf(const QString &token)
 {
@@ -94,8 +113,23 @@ void ToolkitWindowSystem::bringToFront(WindowId window)
     }
     if (canActivate()) {
         x11::activate(id, m_userTime);
+        m_activated = window;
+        m_nextActivation.start(firstDelay);
     } else if (QWindow *known = toolkitWindow(window)) {
         known->requestActivate();
+    }
+}
+
+void ToolkitWindowSystem::activateAgain()
+{
+    const QWindow *window = toolkitWindow(m_activated);
+    if (window == nullptr || !window->isVisible() || window == QGuiApplication::focusWindow()) {
+        return;
+    }
+    m_userTime = x11::serverTime().value_or(m_userTime);
+    x11::activate(static_cast<std::uint32_t>(m_activated), m_userTime);
+    if (m_nextActivation.intervalAsDuration() < lastDelay) {
+        m_nextActivation.start(2 * m_nextActivation.intervalAsDuration());
     }
 }
 

@@ -7,6 +7,7 @@
 #include "Corvane/Utilities/WindowSystem.h"
 
 #include <QString>
+#include <QTimer>
 
 #include <cstdint>
 #include <functional>
@@ -22,8 +23,13 @@ namespace corvane {
 /// action in the active window. The bell belongs to another program, so the server's timestamp of the click
 /// never arrives here. The time in the desktop's activation token is used instead, or else the server's time
 /// when the request arrives.
+///
+/// The X server ignores a request for the keyboard that is older than its last change of focus. A busy window
+/// manager changes the focus late, for example when it learns that the panel has gone. So a window that still
+/// lacks the keyboard is activated again with the current time.
 class ToolkitWindowSystem final : public WindowSystem {
 public:
+    ToolkitWindowSystem();
     [[nodiscard]] bool isComposited() const override;
     void userAsked(const QString &token) override;
     void keepOutOfTaskBar(WindowId window) override;
@@ -34,9 +40,13 @@ public:
     [[nodiscard]] static std::optional<std::uint32_t> timeOf(const QString &token);
 
 private:
+    void activateAgain();
+
     std::uint32_t m_userTime = 0; ///< the user's last request in server time, milliseconds; 0 if unknown
     QString m_token;              ///< of the last request, until a window has used it
     std::unique_ptr<x11::PressWatch> m_presses;
+    WindowId m_activated = 0; ///< the last window that was brought to the front
+    QTimer m_nextActivation;
 };
 
 } // namespace corvane
