@@ -164,17 +164,25 @@ private Q_SLOTS:
         use(manager);
         oppose();
         clickBell({640, 790});
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_menuBarPanel->window()), windowTimeout);
         m_menuBarPanel->stayOpenBesideWindows();
         open(u"setup"_s, u"Welcome to Quillet"_s);
         QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_scenes->window(u"setup"_s)), windowTimeout);
         QVERIFY(m_menuBarPanel->isOpen());
         m_scenes->window(u"setup"_s)->move(10, 60);
+        QTRY_COMPARE_WITH_TIMEOUT(m_scenes->window(u"setup"_s)->pos(), QPoint(10, 60), windowTimeout);
         auto *button = m_menuBarPanel->window()->findChild<QPushButton *>();
         QSignalSpy clicks(button, &QAbstractButton::clicked);
         m_menuBarPanel->window()->raise();
         // Where the window covers the panel, the panel stays behind it until it is clicked.
-        QTRY_VERIFY_WITH_TIMEOUT((click(button), QCoreApplication::processEvents(), !clicks.isEmpty()),
-                                 windowTimeout);
+        const auto isClicked = [&] {
+            if (clicks.isEmpty() && m_menuBarPanel->isOpen()) {
+                click(button);
+                QCoreApplication::processEvents();
+            }
+            return !clicks.isEmpty();
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(isClicked() || !m_menuBarPanel->isOpen(), windowTimeout);
         QVERIFY(m_menuBarPanel->isOpen());
         QVERIFY(m_scenes->window(u"setup"_s) != nullptr);
         keepPicture(u"beside-"_s + QString::fromLatin1(QTest::currentDataTag()).replace(u' ', u'-'));

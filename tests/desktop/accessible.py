@@ -27,7 +27,7 @@ import sys
 import time
 
 import pyatspi
-from gi.repository import Atspi
+from gi.repository import Atspi, GLib
 
 PRESSABLE = (pyatspi.ROLE_PUSH_BUTTON, pyatspi.ROLE_CHECK_BOX, pyatspi.ROLE_RADIO_BUTTON)
 
@@ -119,7 +119,10 @@ def answer(pid, command, name=None, title=None):
                 return roles(found)
         elif program is not None:
             nodes = showing(program if title is None else window(program, title))
-            done = names(nodes) or None if command == "texts" else act(nodes, command, name)
+            try:
+                done = names(nodes) or None if command == "texts" else act(nodes, command, name)
+            except GLib.GError:
+                done = None  # a node has gone since it was listed
             if done is not None:
                 return done
         time.sleep(0.1)
