@@ -21,10 +21,10 @@ namespace corvane::x11 {
 
 namespace {
 
-// The window around an icon in a tray belongs to another program.
-bool isEmbeddedInTray(std::uint32_t window)
+// What surrounds a window without a frame belongs to another program: the tray around an icon in it.
+bool hasFrame(const QWindow &window)
 {
-    return !property(window, "_XEMBED_INFO").empty();
+    return !window.flags().testFlag(Qt::FramelessWindowHint);
 }
 
 bool isPointerOnOwnWindow()
@@ -37,7 +37,7 @@ bool isPointerOnOwnWindow()
         }
         const auto id = static_cast<std::uint32_t>(window->winId());
         return std::ranges::find(under, id) != under.end() ||
-               (!isEmbeddedInTray(id) && topLevelOf(id) == under.front());
+               (hasFrame(*window) && topLevelOf(id) == under.front());
     });
 }
 
