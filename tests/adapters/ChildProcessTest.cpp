@@ -38,8 +38,12 @@ private Q_SLOTS:
         QVERIFY(server > 0);
         QCOMPARE(::waitpid(test, nullptr, 0), test);
         int status = 0;
-        pid_t ended = 0;
-        QTRY_VERIFY(ended == server || (ended = ::waitpid(server, &status, WNOHANG)) == server);
+        pid_t ended = 0; // QTRY_VERIFY evaluates its condition again after it was true
+        const auto hasEnded = [&] {
+            ended = ended == server ? ended : ::waitpid(server, &status, WNOHANG);
+            return ended == server;
+        };
+        QTRY_VERIFY(hasEnded());
         QVERIFY(WIFSIGNALED(status));
         ::close(ends[0]);
         ::close(ends[1]);
