@@ -53,7 +53,7 @@ QStringList AgentInterface::PendingRequests()
             bytes += bytesPerString + identifier.size() * maximumBytesPerUnit;
         }
         if (!mayReplyWith(bytes)) {
-            refuse(limitsExceeded, u"former answers have not been taken yet"_s);
+            refuse(limitsExceeded, u"earlier answers have not been read yet"_s);
             return {};
         }
     }

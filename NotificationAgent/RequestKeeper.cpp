@@ -194,8 +194,7 @@ bool RequestKeeper::invalidate(const QStringList &identifiers)
         return true;
     }
     const auto written = m_file.write(m_queue);
-    m_log(u"queue file "_s + invalidated.error() +
-          (written ? u"; written anew"_s : u"; "_s + written.error()));
+    m_log(u"queue file "_s + invalidated.error() + (written ? u"; rewritten"_s : u"; "_s + written.error()));
     return written.has_value();
 }
 

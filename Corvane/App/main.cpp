@@ -150,7 +150,7 @@ int startAnew(const QByteArray &programPath, QByteArrayList arguments)
     }
     pointers.push_back(nullptr);
     ::execv(programPath.constData(), pointers.data());
-    say("Quillet could not start anew.\n");
+    say("Quillet could not restart.\n");
     return 1;
 }
 

@@ -94,7 +94,7 @@ QCoro::Task<Readiness> FirstLessonLook::examine(Self self)
 QCoro::Task<void> FirstLessonLook::tell(Self self, Readiness found)
 {
     if (!found.showsNotifications) {
-        self->log(u"before the first lesson: not told, nobody shows notifications"_s);
+        self->log(u"before the first lesson: not reported, no service shows notifications"_s);
         co_return;
     }
     const Date now = currentDate();

@@ -31,7 +31,7 @@ void ZoneFollower::look()
         return;
     }
     m_logger.log(u"time zone changed from="_s + QString::fromUtf8(m_startZone) + u" to="_s +
-                 QString::fromUtf8(zone) + u"; starting anew"_s);
+                 QString::fromUtf8(zone) + u"; restarting"_s);
     std::exchange(m_restart, {})();
 }
 

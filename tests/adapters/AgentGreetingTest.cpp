@@ -119,7 +119,7 @@ private Q_SLOTS:
 
     void anOldAgentIsGreetedOnceAndItsSuccessorAgain()
     {
-        m_agent->isOfBefore = true;
+        m_agent->lacksNewerMethods = true;
         m_greeting->setLessons(lessons);
         QTRY_COMPARE(m_lines.size(), 1);
         m_greeting->setLessons({lessonFrom(start, Seconds{60})});
@@ -129,7 +129,7 @@ private Q_SLOTS:
         m_agent = std::make_unique<RecordingAgent>(connection());
         QTRY_COMPARE(m_agent->calls.size(), 1);
         m_greeting.reset();
-        m_agent->isOfBefore = true;
+        m_agent->lacksNewerMethods = true;
         QTRY_COMPARE(m_agent->calls.last(), u"unknown Goodbye"_s);
     }
 

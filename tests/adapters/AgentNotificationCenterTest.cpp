@@ -67,7 +67,7 @@ private Q_SLOTS:
     void withAnOldAgentNoRequestIsLost()
     {
         startAgent();
-        m_agent->isOfBefore = true;
+        m_agent->lacksNewerMethods = true;
         NotificationRequest quiet = request(u"quillet.calendar-gap.1"_s);
         quiet.isQuiet = true;
         QVERIFY(QCoro::waitFor(center().add(quiet)).has_value());

@@ -68,7 +68,7 @@ private Q_SLOTS:
         QCOMPARE(load(), QStringList{u"Zoom - Anna"_s});
         QVERIFY(status().usesLastAnswer);
         QVERIFY(!status().isGap());
-        QCOMPARE(m_room->logged(u"lastAnswerStands=yes"_s), 1);
+        QCOMPARE(m_room->logged(u"usesLastAnswer=yes"_s), 1);
         const auto since = status().failingSince;
         QVERIFY(since.has_value());
         QTRY_VERIFY(currentDate() > *since);

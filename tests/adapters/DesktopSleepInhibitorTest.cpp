@@ -158,7 +158,7 @@ private Q_SLOTS:
         m_services.clear();
         m_inhibitor->keepAwake();
         QTRY_VERIFY(!m_logger->latestLines().isEmpty());
-        QVERIFY(m_logger->latestLines().constLast().contains(u"nobody takes the wish"_s));
+        QVERIFY(m_logger->latestLines().constLast().contains(u"no service accepts the request"_s));
         start(Kind::sessionManager);
         QTRY_COMPARE(holds(), 1);
     }
@@ -203,7 +203,7 @@ private Q_SLOTS:
         m_inhibitor->letSleep();
         const QStringList lines = m_logger->latestLines();
         QCOMPARE(lines.size(), 2);
-        QVERIFY(lines.at(0).endsWith(u"automatic sleep held off through=org.freedesktop.portal.Desktop"_s));
+        QVERIFY(lines.at(0).endsWith(u"automatic sleep prevented through=org.freedesktop.portal.Desktop"_s));
         QVERIFY(lines.at(1).endsWith(u"automatic sleep allowed again"_s));
     }
 

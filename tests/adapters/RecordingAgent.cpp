@@ -93,7 +93,7 @@ void RecordingAgent::Goodbye()
 
 bool RecordingAgent::isKnownAndServed(const QString &call)
 {
-    if (isOfBefore) {
+    if (lacksNewerMethods) {
         calls.append(u"unknown "_s + call);
         sendErrorReply(QDBusError::UnknownMethod, u"No such method"_s);
         return false;

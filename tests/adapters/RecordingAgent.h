@@ -36,14 +36,14 @@ public:
 
     std::vector<Added> pending;
     /// All calls, in order: the method and its identifiers or other arguments, preceded by "unknown " if
-    /// `isOfBefore` makes it unknown.
+    /// `lacksNewerMethods` makes it unknown.
     QStringList calls;
     /// When set, no call is answered.
     bool hangs = false;
     /// When not empty, each call fails with this text.
     QString refusal;
     /// When set, it has only the methods of the first agent version.
-    bool isOfBefore = false;
+    bool lacksNewerMethods = false;
 
     // The methods of the bus interface.
     QStringList PendingRequests();

@@ -42,7 +42,7 @@ class Online(unittest.TestCase):
             server.hang()
 
             program = desktop.start_quillet()
-            told = program.wait_for('^calendar did not answer name="Online" .*lastAnswerStands=yes$', 20)
+            told = program.wait_for('^calendar did not answer name="Online" .*usesLastAnswer=yes$', 20)
             self.assertLess(told.time - program.started, 8)
             program.wait_for(LOADED + "1$", 20, count=2)
             self.assertEqual(sorted(desktop.pending()), sorted(identifiers(start, "Anna")))
@@ -100,7 +100,7 @@ class Online(unittest.TestCase):
             desktop.write_folder_calendar("School.ics", calendar(lesson)[:-60])
             program = desktop.start_quillet(session.environment)
             program.wait_for(LOADED + "1$", 30)
-            program.wait_for('^calendar did not answer name="School.ics" .*lastAnswerStands=no$')
+            program.wait_for('^calendar did not answer name="School.ics" .*usesLastAnswer=no$')
 
             server.put("ben", event("Zoom - Ben", start + 3600, start + 5100, uid="ben"))
             session.wake()

@@ -103,7 +103,7 @@ class World(unittest.TestCase):
             link(file, there := neighbour(local))
             program.wait_for("^app started$", count=2)
             self.assertEqual(program.find("^time zone changed ")[0].message,
-                             f"time zone changed from={here} to={there}; starting anew")
+                             f"time zone changed from={here} to={there}; restarting")
             banner = program.wait_for_banner(2)
             self.assertEqual(banner.state, "joinPlatform")
             desktop.wait_until_shown(banner, "another-zone")
@@ -140,7 +140,7 @@ class World(unittest.TestCase):
             desktop.skip_to(start - 3600)
             # Of the portal's four flags, only the one for suspending (4).
             self.assertEqual(portal.stdout.readline(), "held 4\n")
-            program.wait_for("^automatic sleep held off through=org.freedesktop.portal.Desktop$")
+            program.wait_for("^automatic sleep prevented through=org.freedesktop.portal.Desktop$")
             # Wait for this load to end: it would bring the lesson back, and the next one is only due in a minute.
             program.wait_for("^calendar reload success lessons=1 ", count=2)
             desktop.write_lessons()

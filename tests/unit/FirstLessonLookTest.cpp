@@ -190,8 +190,8 @@ private Q_SLOTS:
         f.center.authorization = false;
         f.start({lessonAt("10:00:00")});
         f.clock.advance(Seconds{40});
-        QCOMPARE(f.said(),
-                 (QStringList{u"missing notifications"_s, u"not told, nobody shows notifications"_s}));
+        QCOMPARE(f.said(), (QStringList{u"missing notifications"_s,
+                                        u"not reported, no service shows notifications"_s}));
         QVERIFY(f.told().empty());
         // The agent is not started needlessly, either.
         QVERIFY(!f.center.calls.contains(u"pending"_s));

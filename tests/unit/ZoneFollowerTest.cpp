@@ -45,7 +45,7 @@ private Q_SLOTS:
         f.setZone("America/Havana");
         QCOMPARE(f.restarts, 1);
         QVERIFY(f.logger.latestLines().last().endsWith(
-            u"time zone changed from=Europe/Berlin to=America/Havana; starting anew"));
+            u"time zone changed from=Europe/Berlin to=America/Havana; restarting"));
     }
 
     void aRestartIsRequestedOnce()

@@ -332,10 +332,10 @@ void SourceCalendar::takeFailure(const CalendarError &error, bool hasLastAnswer)
     const QString reason = logText(error.reason);
     const QString stands = hasLastAnswer ? u"yes"_s : u"no"_s;
     if (error.condition == CalendarStatus::Condition::leftOut) {
-        log(u"calendar file left out path=\"%1\" reason=\"%2\" lastAnswerStands=%3"_s.arg(name, reason,
-                                                                                          stands));
+        log(u"calendar file left out path=\"%1\" reason=\"%2\" usesLastAnswer=%3"_s.arg(name, reason,
+                                                                                        stands));
     } else {
-        log(u"calendar did not answer name=\"%1\" step=\"%2\" reason=\"%3\" lastAnswerStands=%4"_s.arg(
+        log(u"calendar did not answer name=\"%1\" step=\"%2\" reason=\"%3\" usesLastAnswer=%4"_s.arg(
             name, error.step, reason, stands));
     }
 }

@@ -191,7 +191,7 @@ QCoro::Task<void> DesktopSleepInhibitor::acquire(Self self, int attempt, std::si
             co_return;
         }
     }
-    self->m_logger.log(u"automatic sleep cannot be held off: nobody takes the wish"_s);
+    self->m_logger.log(u"automatic sleep cannot be prevented: no service accepts the request"_s);
 }
 
 void DesktopSleepInhibitor::take(Hold hold)
@@ -199,7 +199,7 @@ void DesktopSleepInhibitor::take(Hold hold)
     if (const auto earlier = std::exchange(m_hold, std::move(hold))) {
         giveBack(busOf(earlier->service), earlier->service, earlier->ticket);
     }
-    m_logger.log(u"automatic sleep held off through="_s + services.at(m_hold->service).name);
+    m_logger.log(u"automatic sleep prevented through="_s + services.at(m_hold->service).name);
 }
 
 void DesktopSleepInhibitor::handleOwnerChange(std::size_t service, bool isThere)
