@@ -73,6 +73,20 @@ private Q_SLOTS:
         QVERIFY(weak.expired());
     }
 
+    void aResultThatNobodyTakesIsDeletedWithThePool()
+    {
+        auto owned = std::make_shared<int>(42);
+        const std::weak_ptr<int> weak = owned;
+        {
+            WorkerPool pool(1);
+            const auto answer = startOnPool(pool.threads(), [owned = std::move(owned)] { return owned; });
+            QVERIFY(pool.threads().waitForDone());
+            QVERIFY(!answer.isResolved());
+            QVERIFY(!weak.expired());
+        }
+        QVERIFY(weak.expired());
+    }
+
     void droppedWorkIsNeverDelivered()
     {
         WorkerPool pool(1);

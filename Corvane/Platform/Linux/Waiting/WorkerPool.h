@@ -65,36 +65,30 @@ public:
     using Result = std::invoke_result_t<Work &>;
     using Delivery = Pending<std::shared_ptr<Result>>;
 
-    PoolJob(Work work, Delivery delivery) : m_work(std::move(work)), m_delivery(std::move(delivery)) {}
-    ~PoolJob() override
+    PoolJob(QThreadPool &pool, Work work, Delivery delivery)
+        : m_pool(pool)
+        , m_work(std::move(work))
+        , m_delivery(std::move(delivery))
     {
-        if (m_receiver != nullptr) {
-            m_receiver->deleteLater(); // dropped by the pool
-        }
     }
-    PoolJob(const PoolJob &) = delete;
-    PoolJob &operator=(const PoolJob &) = delete;
 
     void run() override
     {
         auto result = std::make_shared<Result>((*m_work)());
         m_work.reset();
-        QObject *receiver = std::exchange(m_receiver, nullptr);
         // A single event, so that the main thread wakes up once. It takes the delivery along, because that
-        // belongs to the main thread.
+        // belongs to the main thread. The pool lives there, too, and outlives its threads; if it is deleted
+        // before the event is handled, so is the event.
         QMetaObject::invokeMethod(
-            receiver,
-            [receiver, delivery = std::move(m_delivery), result = std::move(result)] {
-                receiver->deleteLater();
-                delivery.resolve(result);
-            },
+            &m_pool,
+            [delivery = std::move(m_delivery), result = std::move(result)] { delivery.resolve(result); },
             Qt::QueuedConnection);
     }
 
 private:
+    QThreadPool &m_pool;
     std::optional<Work> m_work;
     Delivery m_delivery;
-    QObject *m_receiver = new QObject; ///< on the main thread; null once it has the result
 };
 
 /// Runs `work` on a thread of `pool` and delivers its result on the main thread. Values in, values out. If
@@ -103,7 +97,7 @@ template <typename Work>
 [[nodiscard]] auto startOnPool(QThreadPool &pool, Work work)
 {
     typename PoolJob<Work>::Delivery pending;
-    pool.start(new PoolJob<Work>(std::move(work), pending)); // the pool deletes it
+    pool.start(new PoolJob<Work>(pool, std::move(work), pending)); // the pool deletes it
     return pending;
 }
 
