@@ -113,6 +113,7 @@ class Panel(unittest.TestCase):
             poll("the new window to have the keyboard", lambda: desktop.active_window() == setup)
             desktop.click(*bell)
             self.wait_until_closed(desktop)
+            poll("the window to have the keyboard again", lambda: desktop.active_window() == setup)
             desktop.click(*bell)
             panel = self.wait_for_panel(desktop)
             # It stays there, also once the other window has come to the front.
