@@ -5,14 +5,12 @@
 
 #include "Corvane/Platform/Linux/Waiting/Pending.h"
 
-#include <QObject>
-#include <QRunnable>
+#include <QFutureWatcher>
+#include <QPromise>
 #include <QThreadPool>
 
 #include <chrono>
 #include <memory>
-#include <optional>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -28,8 +26,7 @@ public:
         : m_courtesy(courtesy)
     {
         m_pool->setMaxThreadCount(threads);
-        // A thread ends with its work: one that waited for more would wake up only to end.
-        m_pool->setExpiryTimeout(0);
+        m_pool->setExpiryTimeout(5000);
     }
     ~WorkerPool()
     {
@@ -58,46 +55,30 @@ private:
     QThreadPool *m_pool = new QThreadPool;
 };
 
-/// One piece of work for a pool, and the event that delivers its result.
-template <typename Work>
-class PoolJob final : public QRunnable {
-public:
-    using Result = std::invoke_result_t<Work &>;
-    using Delivery = Pending<std::shared_ptr<Result>>;
-
-    PoolJob(QThreadPool &pool, Work work, Delivery delivery)
-        : m_pool(pool)
-        , m_work(std::move(work))
-        , m_delivery(std::move(delivery))
-    {
-    }
-
-    void run() override
-    {
-        auto result = std::make_shared<Result>((*m_work)());
-        m_work.reset();
-        // A single event, so that the main thread wakes up once. It takes the delivery along, because that
-        // belongs to the main thread. The pool lives there, too, and outlives its threads; if it is deleted
-        // before the event is handled, so is the event.
-        QMetaObject::invokeMethod(
-            &m_pool,
-            [delivery = std::move(m_delivery), result = std::move(result)] { delivery.resolve(result); },
-            Qt::QueuedConnection);
-    }
-
-private:
-    QThreadPool &m_pool;
-    std::optional<Work> m_work;
-    Delivery m_delivery;
-};
-
 /// Runs `work` on a thread of `pool` and delivers its result on the main thread. Values in, values out. If
 /// the pool drops it, the result never arrives.
 template <typename Work>
 [[nodiscard]] auto startOnPool(QThreadPool &pool, Work work)
 {
-    typename PoolJob<Work>::Delivery pending;
-    pool.start(new PoolJob<Work>(pool, std::move(work), pending)); // the pool deletes it
+    using Result = decltype(work());
+    Pending<std::shared_ptr<Result>> pending;
+    QPromise<std::shared_ptr<Result>> promise;
+    auto *watcher = new QFutureWatcher<std::shared_ptr<Result>>;
+    QObject::connect(watcher, &QFutureWatcherBase::finished, watcher, [watcher, pending] {
+        if (watcher->future().resultCount() > 0) {
+            pending.resolve(watcher->result());
+        }
+        watcher->deleteLater();
+    });
+    promise.start();
+    watcher->setFuture(promise.future());
+    // QThreadPool needs a copyable function, but a promise can only be moved.
+    pool.start([promise = std::make_shared<QPromise<std::shared_ptr<Result>>>(std::move(promise)),
+                work = std::make_shared<Work>(std::move(work))]() mutable {
+        promise->addResult(std::make_shared<Result>((*work)()));
+        work.reset();
+        promise->finish();
+    });
     return pending;
 }
 
