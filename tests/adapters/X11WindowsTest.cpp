@@ -9,10 +9,12 @@
 #include "tests/support/TestProgram.h"
 
 #include <QDeadlineTimer>
+#include <QGuiApplication>
 #include <QTest>
 #include <QWindow>
 
 #include <algorithm>
+#include <utility>
 
 using namespace corvane;
 using namespace Qt::StringLiterals;
@@ -111,6 +113,30 @@ private Q_SLOTS:
         TestDesktop::xdotool({u"windowfocus"_s, opponent.trimmed()});
         m_windowSystem.bringToFront(window->winId());
         QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window), windowTimeout);
+    }
+
+    void aFocusThatAnotherWindowTakesAtOnceIsTakenAgain_data() { everyManager(); }
+    void aFocusThatAnotherWindowTakesAtOnceIsTakenAgain()
+    {
+        QFETCH(WindowManager, manager);
+        use(manager);
+        open(u"setup"_s, u"Welcome to Quillet"_s);
+        const QWidget *other = m_scenes->window(u"setup"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(other), windowTimeout);
+        bool isGiven = false;
+        bool isTaken = false;
+        QObject guard;
+        connect(qGuiApp, &QGuiApplication::focusWindowChanged, &guard, [&](const QWindow *focus) {
+            if (focus == other->windowHandle()) {
+                isTaken = isGiven;
+            } else if (focus != nullptr && !std::exchange(isGiven, true)) {
+                // As a busy window manager does that changes the focus late.
+                TestDesktop::xdotool({u"windowfocus"_s, QString::number(other->winId())});
+            }
+        });
+        open(u"help"_s, u"Quillet Help"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(isTaken, windowTimeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(m_scenes->window(u"help"_s)), windowTimeout);
     }
 
     void aWindowThatHadTheFocusDoesNotTakeItBack_data() { everyManager(); }

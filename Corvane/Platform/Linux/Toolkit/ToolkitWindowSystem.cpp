@@ -19,9 +19,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // A window that lacks the keyboard is activated again after the first delay, then after twice and four times
-// that.
+// that. It must keep the keyboard for the first delay, unless another program takes it.
 constexpr std::chrono::milliseconds firstDelay{250};
-constexpr std::chrono::milliseconds lastDelay = 4 * firstDelay;
+constexpr int mostActivationsAgain = 3;
 
 QWindow *toolkitWindow(WindowId id)
 {
@@ -46,12 +46,7 @@ ToolkitWindowSystem::ToolkitWindowSystem()
     m_nextActivation.setSingleShot(true);
     QObject::connect(&m_nextActivation, &QTimer::timeout, &m_nextActivation, [this] { activateAgain(); });
     QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, &m_nextActivation,
-                     [this](const QWindow *window) {
-                         // Later the user may move on.
-                         if (window != nullptr && window == toolkitWindow(m_activated)) {
-                             m_nextActivation.stop();
-                         }
-                     });
+                     [this](const QWindow *window) { focusMoved(window); });
 }
 
 std::optional<std::uint32_t> ToolkitWindowSystem::timeOf(const QString &token)
@@ -114,9 +109,24 @@ void ToolkitWindowSystem::bringToFront(WindowId window)
     if (canActivate()) {
         x11::activate(id, m_userTime);
         m_activated = window;
+        m_hadFocus = false;
+        m_activationsLeft = mostActivationsAgain;
         m_nextActivation.start(firstDelay);
     } else if (QWindow *known = toolkitWindow(window)) {
         known->requestActivate();
+    }
+}
+
+void ToolkitWindowSystem::focusMoved(const QWindow *window)
+{
+    if (!m_nextActivation.isActive()) {
+        return;
+    }
+    if (window != nullptr && window == toolkitWindow(m_activated)) {
+        m_hadFocus = true;
+        m_nextActivation.start(firstDelay);
+    } else if (window == nullptr && m_hadFocus) {
+        m_nextActivation.stop();
     }
 }
 
@@ -128,8 +138,9 @@ void ToolkitWindowSystem::activateAgain()
     }
     m_userTime = x11::serverTime().value_or(m_userTime);
     x11::activate(static_cast<std::uint32_t>(m_activated), m_userTime);
-    if (m_nextActivation.intervalAsDuration() < lastDelay) {
-        m_nextActivation.start(2 * m_nextActivation.intervalAsDuration());
+    --m_activationsLeft;
+    if (m_activationsLeft > 0) {
+        m_nextActivation.start(firstDelay * (1 << (mostActivationsAgain - m_activationsLeft)));
     }
 }
 

@@ -25,8 +25,9 @@ namespace corvane {
 /// when the request arrives.
 ///
 /// The X server ignores a request for the keyboard that is older than its last change of focus. A busy window
-/// manager changes the focus late, for example when it learns that the panel has gone. So a window that still
-/// lacks the keyboard is activated again with the current time.
+/// manager changes the focus late, for example when it learns that the panel has gone. So a window that lacks
+/// the keyboard, or loses it to another window of this program within a moment, is activated again with the
+/// current time, three times at most.
 class ToolkitWindowSystem final : public WindowSystem {
 public:
     ToolkitWindowSystem();
@@ -40,12 +41,15 @@ public:
     [[nodiscard]] static std::optional<std::uint32_t> timeOf(const QString &token);
 
 private:
+    void focusMoved(const QWindow *window);
     void activateAgain();
 
     std::uint32_t m_userTime = 0; ///< the user's last request in server time, milliseconds; 0 if unknown
     QString m_token;              ///< of the last request, until a window has used it
     std::unique_ptr<x11::PressWatch> m_presses;
     WindowId m_activated = 0; ///< the last window that was brought to the front
+    bool m_hadFocus = false;  ///< since that
+    int m_activationsLeft = 0;
     QTimer m_nextActivation;
 };
 
