@@ -133,6 +133,28 @@ private Q_SLOTS:
         QTRY_COMPARE(m_agent->calls.last(), u"unknown Goodbye"_s);
     }
 
+    void aLateAnswerOfAnEarlierAgentDoesNotConcernItsSuccessor()
+    {
+        const QDBusConnection earlier = connection();
+        m_agent.reset();
+        m_agent = std::make_unique<RecordingAgent>(earlier);
+        m_agent->hangs = true;
+        m_greeting->setLessons(lessons);
+        QTRY_COMPARE(m_agent->unansweredCalls.size(), 1U);
+        const QDBusMessage call = m_agent->unansweredCalls.front();
+        m_agent.reset();
+        m_agent = std::make_unique<RecordingAgent>(connection());
+        QTRY_COMPARE(m_agent->calls, QStringList{greeting});
+        QVERIFY(earlier.send(call.createErrorReply(QDBusError::UnknownMethod, u"No such method"_s)));
+        // A further answer from the same connection comes after it.
+        const QDBusPendingCallWatcher last(m_program.asyncCall(QDBusMessage::createMethodCall(
+            earlier.baseService(), u"/"_s, u"org.freedesktop.DBus.Peer"_s, u"Ping"_s)));
+        QTRY_VERIFY(last.isFinished());
+        m_greeting->setLessons({lessonFrom(start, Seconds{60})});
+        QTRY_COMPARE(m_agent->calls.size(), 2);
+        QCOMPARE(m_lines, QStringList());
+    }
+
     void aRefusedGreetingIsRepeatedWithTheNextLoad()
     {
         m_agent->refusal = u"not now"_s;

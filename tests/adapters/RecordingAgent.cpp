@@ -35,6 +35,7 @@ bool RecordingAgent::isServed(const QString &call)
     calls.append(call);
     if (hangs) {
         setDelayedReply(true);
+        unansweredCalls.push_back(message());
         return false;
     }
     if (!refusal.isEmpty()) {

@@ -5,6 +5,7 @@
 
 #include <QDBusConnection>
 #include <QDBusContext>
+#include <QDBusMessage>
 #include <QObject>
 #include <QStringList>
 
@@ -40,6 +41,7 @@ public:
     QStringList calls;
     /// When set, no call is answered.
     bool hangs = false;
+    std::vector<QDBusMessage> unansweredCalls;
     /// When not empty, each call fails with this text.
     QString refusal;
     /// When set, it has only the methods of the first agent version.

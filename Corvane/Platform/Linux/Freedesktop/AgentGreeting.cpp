@@ -101,13 +101,13 @@ void AgentGreeting::greet()
 
 void AgentGreeting::handleAnswer(const QDBusMessage &answer, int agent)
 {
-    if (answer.type() == QDBusMessage::ReplyMessage) {
+    if (answer.type() == QDBusMessage::ReplyMessage || agent != m_agentNumber) {
         return;
     }
     if (QDBusError(answer).type() == QDBusError::UnknownMethod) {
         m_isUnknown = true;
         m_log(u"the notification agent is of an earlier version: a crash would not be mended"_s);
-    } else if (agent == m_agentNumber) {
+    } else {
         // The next load tries again.
         m_told = 0;
         m_log(u"notification agent not greeted error="_s + answer.errorMessage());
