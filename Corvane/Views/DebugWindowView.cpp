@@ -38,8 +38,8 @@ DebugWindowView::DebugWindowView(const MenuBarViewModel &viewModel, const DebugS
     , m_viewModel(viewModel)
     , m_sources(sources)
     , m_openLink(std::move(openLink))
-    , m_told(new Text(u"In a copied report students stand with their initials only."_s,
-                      TextStyle::subheadline, Ink::secondary))
+    , m_told(new Text(u"A copied report shows only the initials of students."_s, TextStyle::subheadline,
+                      Ink::secondary))
 {
     auto *cards = column(settings::spacing,
                          {header(), card(m_snapshot, debugReport::snapshotSection(), u"info.circle.fill"_s),
@@ -160,7 +160,7 @@ void DebugWindowView::copyReport()
                                          .logLines = m_sources.log.latestLines(),
                                          .now = currentDate()};
     QGuiApplication::clipboard()->setText(debugReport::text(contents, m_sources.parser, locale()));
-    tell(u"The report is on the clipboard. In it, students stand with their initials only."_s);
+    tell(u"The report is on the clipboard. It shows only the initials of students."_s);
 }
 
 void DebugWindowView::openLog()

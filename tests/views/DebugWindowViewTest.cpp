@@ -53,7 +53,7 @@ private Q_SLOTS:
         room.show();
         QCOMPARE(viewWalk::texts(*room.view).join(u'|'),
                  u"Debug Window|What Quillet sees at this moment.|Copy Report|Open Log|"
-                 "In a copied report students stand with their initials only.|Now|Calendars|"
+                 "A copied report shows only the initials of students.|Now|Calendars|"
                  "No calendars were found.|Not lessons today|No event of today was left out.|Log|"
                  "Nothing has been logged yet."_s);
         QCOMPARE(room.rows(u"Now"_s).mid(1, 3),
@@ -148,10 +148,8 @@ private Q_SLOTS:
         QVERIFY(copied.contains(u"Next lesson, A. (Zoom)"_s) && copied.contains(u"student=\"A.\""_s));
         QVERIFY(copied.contains(u"D., A personal word in the title: dentist"_s));
         QVERIFY(!copied.contains(u"Anna"_s));
-        QVERIFY(
-            viewWalk::texts(*room.view)
-                .contains(
-                    u"The report is on the clipboard. In it, students stand with their initials only."_s));
+        QVERIFY(viewWalk::texts(*room.view)
+                    .contains(u"The report is on the clipboard. It shows only the initials of students."_s));
     }
 
     void openLogOpensTheFileOrSaysThatItCannot()
