@@ -180,8 +180,7 @@ private Q_SLOTS:
         service.hangs = true;
         makeInhibitor();
         m_inhibitor->keepAwake();
-        // There is a second request if the bus announces the service late.
-        QTRY_VERIFY(!service.wishes.isEmpty());
+        QTRY_COMPARE(service.wishes.size(), 1);
         m_inhibitor->letSleep();
         service.answerHeld();
         QTRY_COMPARE(holds(), 0);
@@ -257,6 +256,8 @@ private:
     void makeInhibitor()
     {
         m_inhibitor.reset();
+        // A connection of its own: an earlier one may still announce services that started before.
+        QDBusConnection::disconnectFromBus(u"inhibitor"_s);
         const QDBusConnection bus = QDBusConnection::connectToBus(m_bus->address(), u"inhibitor"_s);
         m_inhibitor = std::make_unique<DesktopSleepInhibitor>(bus, bus, *m_logger);
     }
