@@ -114,6 +114,14 @@ class Desktop(contextlib.AbstractContextManager):
     def popen(self, *command, **options):
         return subprocess.Popen(command, env=self.environment, **{"stdin": subprocess.DEVNULL, **options})
 
+    def start_bus(self, *arguments):
+        """Starts a bus daemon, and returns when it accepts connections."""
+        daemon = self.popen("dbus-daemon", "--nofork", "--nopidfile", "--print-address=1", *arguments,
+                            stdout=subprocess.PIPE)
+        with daemon.stdout:
+            assert daemon.stdout.readline(), "the bus did not come up"
+        return daemon
+
     def run(self, *command, text=True, seconds=20):
         """Runs a command on the desktop and returns its output; fails when its exit status is not 0."""
         done = subprocess.run(command, env=self.environment, stdin=subprocess.DEVNULL, capture_output=True,

@@ -27,8 +27,7 @@ class SessionManager(contextlib.AbstractContextManager):
         self.environment = {"DBUS_SYSTEM_BUS_ADDRESS": f"unix:path={socket}"}
         configuration = desktop.room / "system-bus.conf"
         configuration.write_text(CONFIGURATION.format(socket=socket))
-        self.bus = desktop.popen("dbus-daemon", "--nofork", "--nopidfile", f"--config-file={configuration}")
-        poll("the system bus", socket.exists)
+        self.bus = desktop.start_bus(f"--config-file={configuration}")
         self.manager = subprocess.Popen(["/usr/bin/python3", "-m", "dbusmock", "--system", "--template", "logind"],
                                         env={**desktop.environment, **self.environment}, stdin=subprocess.DEVNULL,
                                         stdout=subprocess.DEVNULL)

@@ -54,8 +54,7 @@ class World(unittest.TestCase):
     def afterAClockSetBackDuringSleepLessonsBannersAndBackupsAreRight(self):
         with BackupDesktop(movable_clock=True) as desktop:
             address = f"unix:path={desktop.room}/run/system-bus"
-            daemon = desktop.popen("dbus-daemon", "--session", "--nofork", "--nopidfile", f"--address={address}")
-            poll("the system bus", (desktop.room / "run/system-bus").exists)
+            daemon = desktop.start_bus("--session", f"--address={address}")
             start = math.ceil(desktop.now()) + 1800
             desktop.write_lessons(event("Zoom - Anna", start, start + 1500))
             desktop.skip_to(desktop.now() + SIX_HOURS)
