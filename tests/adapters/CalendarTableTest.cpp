@@ -51,6 +51,23 @@ QString describe(const CalendarEvent &event, const CalendarRow &row, const QTime
     return event.isAllDay ? line + u" (whole day)"_s : line;
 }
 
+/// The titles and starts of the events that only one of both has.
+QString difference(const std::vector<CalendarEvent> &served, const std::vector<CalendarEvent> &filed)
+{
+    QStringList lines;
+    const auto add = [&](const QString &name, const auto &events, const auto &others) {
+        for (const CalendarEvent &event : events) {
+            if (std::ranges::find(others, event) == others.end()) {
+                lines << name + event.title.value_or(QString()) + u' ' +
+                             toDateTime(event.startDate).toUTC().toString(Qt::ISODate);
+            }
+        }
+    };
+    add(u"only from the service: "_s, served, filed);
+    add(u"only from the folder: "_s, filed, served);
+    return lines.isEmpty() ? u"in another order"_s : lines.join(u'\n');
+}
+
 QByteArray componentsOf(const std::vector<CalendarRow> &rows)
 {
     QByteArray components = definedZones();
@@ -207,7 +224,8 @@ private Q_SLOTS:
                 const auto served = QCoro::waitFor(m_served->events(month));
                 const auto filed = QCoro::waitFor(m_filed->events(month));
                 QVERIFY(served.has_value() && filed.has_value());
-                QVERIFY2(*served == *filed, qPrintable(QString::fromLatin1(zone) + date.toString()));
+                QVERIFY2(*served == *filed, qPrintable(QString::fromLatin1(zone) + date.toString() + u'\n' +
+                                                       difference(*served, *filed)));
             }
         }
     }

@@ -169,6 +169,13 @@ std::vector<CalendarRow> folderRows()
          event("DTSTART:20250512T110000Z\nDTEND:20250512T113000Z\nRRULE:FREQ=DAILY;;COUNT=2"),
          wednesday,
          {}},
+        // The calendar service hands over such a note; what followed the private part is missing from it.
+        {"note of a rule that was cut",
+         event("DTSTART:20250512T110000Z\nDTEND:20250512T113000Z\n"
+               "X-LIC-ERROR;X-LIC-ERRORTYPE=VALUE-PARSE-ERROR:Can't parse as RECUR value in RRULE property. "
+               "Removing entire property: FREQ=DAILY\\;X-SOURCE=app\\;"),
+         wednesday,
+         {}},
         {"rule until a time without seconds, ended",
          weekly("RRULE:FREQ=WEEKLY;UNTIL=20250514T1059Z"),
          wednesday,
