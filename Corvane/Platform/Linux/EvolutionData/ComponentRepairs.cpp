@@ -79,6 +79,10 @@ void restore(ICalComponent *event)
             continue;
         }
         const bool isRule = lost->name == "RRULE" || lost->name == "EXRULE";
+        if (isRule && lost->value.endsWith(';')) {
+            // The library has cut it after a part that it does not know: its count or end may be missing.
+            continue;
+        }
         const QByteArray value = isRule ? repairedRule(lost->value) : repairedTime(lost->value);
         QByteArray name = lost->name;
         if (!isRule && !zone.isEmpty() && !value.endsWith('Z') && value.contains('T')) {
