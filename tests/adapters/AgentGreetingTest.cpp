@@ -140,8 +140,8 @@ private Q_SLOTS:
         m_agent = std::make_unique<RecordingAgent>(earlier);
         m_agent->hangs = true;
         m_greeting->setLessons(lessons);
-        QTRY_COMPARE(m_agent->unansweredCalls.size(), 1U);
-        const QDBusMessage call = m_agent->unansweredCalls.front();
+        QTRY_VERIFY(m_agent->calls.contains(greeting));
+        const QDBusMessage call = m_agent->unansweredCalls.back();
         m_agent.reset();
         m_agent = std::make_unique<RecordingAgent>(connection());
         QTRY_COMPARE(m_agent->calls, QStringList{greeting});
@@ -163,6 +163,19 @@ private Q_SLOTS:
         m_agent->refusal.clear();
         m_greeting->setLessons(lessons);
         QTRY_COMPARE(m_agent->calls.size(), 2);
+    }
+
+    void aRefusedGreetingWithoutLessonsIsRepeatedToo()
+    {
+        m_greeting->setLessons(lessons);
+        QTRY_COMPARE(m_agent->calls.size(), 1);
+        m_agent->refusal = u"not now"_s;
+        m_greeting->setLessons({});
+        QTRY_COMPARE(m_lines.size(), 1);
+        m_agent->refusal.clear();
+        m_greeting->setLessons({});
+        QTRY_COMPARE(m_agent->calls.size(), 3);
+        QVERIFY(m_agent->calls.last().startsWith(u"Hello 0 "_s));
     }
 
     void aBusThatHangsDelaysTheEndOnlyBriefly()

@@ -19,6 +19,8 @@ namespace corvane {
 
 namespace {
 
+/// After a failed greeting, what the agent knows is unknown.
+constexpr qint64 unknown = -1;
 constexpr int helloTimeoutMilliseconds = 15'000;
 /// The longest that the program's end waits for a bus that hangs.
 constexpr int goodbyeTimeoutMilliseconds = 500;
@@ -109,7 +111,7 @@ void AgentGreeting::handleAnswer(const QDBusMessage &answer, int agent)
         m_log(u"the notification agent is of an earlier version: a crash would not be mended"_s);
     } else {
         // The next load tries again.
-        m_told = 0;
+        m_told = unknown;
         m_log(u"notification agent not greeted error="_s + answer.errorMessage());
     }
 }
