@@ -156,6 +156,23 @@ private Q_SLOTS:
         QVERIFY(!hasFocus(window));
     }
 
+    void anOldRequestDoesNotTakeTheKeyboard()
+    {
+        use(WindowManager::xfwm4);
+        open(u"help"_s, u"Quillet Help"_s);
+        const QWidget *window = m_scenes->window(u"help"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(hasFocus(window), windowTimeout);
+        const auto time = x11::serverTime();
+        QVERIFY(time.has_value());
+        oppose(); // a click: the user's last action
+        QTRY_VERIFY_WITH_TIMEOUT(!hasFocus(window), windowTimeout);
+        m_windowSystem.userAsked(u"launcher_TIME%1"_s.arg(*time));
+        m_windowSystem.bringToFront(window->winId());
+        const QDeadlineTimer end(2000); // longer than a repeated request would take
+        QTRY_VERIFY_WITH_TIMEOUT(end.hasExpired() || hasFocus(window), windowTimeout);
+        QVERIFY(!hasFocus(window));
+    }
+
     void aMinimizedWindowComesToTheFrontAgain_data() { everyManager(); }
     void aMinimizedWindowComesToTheFrontAgain()
     {

@@ -111,7 +111,12 @@ void ToolkitWindowSystem::bringToFront(WindowId window)
         m_activated = window;
         m_hadFocus = false;
         m_activationsLeft = mostActivationsAgain;
-        m_nextActivation.start(firstDelay);
+        if (timeOf(token)) {
+            // The user may have done something else since then: the window manager decides.
+            m_nextActivation.stop();
+        } else {
+            m_nextActivation.start(firstDelay);
+        }
     } else if (QWindow *known = toolkitWindow(window)) {
         known->requestActivate();
     }
@@ -136,8 +141,7 @@ void ToolkitWindowSystem::activateAgain()
     if (window == nullptr || !window->isVisible() || window == QGuiApplication::focusWindow()) {
         return;
     }
-    m_userTime = x11::serverTime().value_or(m_userTime);
-    x11::activate(static_cast<std::uint32_t>(m_activated), m_userTime);
+    x11::activate(static_cast<std::uint32_t>(m_activated), x11::serverTime().value_or(m_userTime));
     --m_activationsLeft;
     if (m_activationsLeft > 0) {
         m_nextActivation.start(firstDelay * (1 << (mostActivationsAgain - m_activationsLeft)));

@@ -27,7 +27,8 @@ namespace corvane {
 /// The X server ignores a request for the keyboard that is older than its last change of focus. A busy window
 /// manager changes the focus late, for example when it learns that the panel has gone. So a window that lacks
 /// the keyboard, or loses it to another window of this program within a moment, is activated again with the
-/// current time, three times at most.
+/// current time, three times at most. A request with a token's time is not repeated: the user may have done
+/// something else since then.
 class ToolkitWindowSystem final : public WindowSystem {
 public:
     ToolkitWindowSystem();
