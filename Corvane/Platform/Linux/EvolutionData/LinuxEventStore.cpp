@@ -16,6 +16,8 @@
 #include <QFile>
 #include <QPointer>
 
+#include <glib.h>
+
 #include <cstdio>
 #include <utility>
 #include <vector>
@@ -50,6 +52,9 @@ std::unique_ptr<EventStore> makeLinuxEventStore(const std::shared_ptr<CalendarSe
     if (qEnvironmentVariableIsEmpty("EDS_CAMEL_PROVIDER_DIR")) {
         qputenv("EDS_CAMEL_PROVIDER_DIR", QFile::encodeName(QDir::rootPath()));
     }
+    // The calendar library reads on threads of its own once a minute. One that stays for the next reading
+    // wakes up after fifteen seconds, only to end.
+    g_thread_pool_set_max_unused_threads(0);
     std::vector<std::shared_ptr<CalendarSource>> sources;
     // The folders first: their existence is known at once, so that a service that hangs delays no grant.
     [[maybe_unused]] const auto cleaning =

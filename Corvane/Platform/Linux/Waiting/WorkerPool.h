@@ -26,7 +26,8 @@ public:
         : m_courtesy(courtesy)
     {
         m_pool->setMaxThreadCount(threads);
-        m_pool->setExpiryTimeout(5000);
+        // A thread ends with its work: one that waited for more would wake up only to end.
+        m_pool->setExpiryTimeout(0);
     }
     ~WorkerPool()
     {
