@@ -31,7 +31,8 @@ public:
     /// shown.
     virtual void keepOutOfTaskBar(WindowId window) = 0;
 
-    /// Raises `window`, which is shown, above all others and gives it the keyboard focus.
+    /// Raises `window`, which is shown, above all others and gives it the keyboard focus. May repeat the
+    /// request for two seconds, until the window has the focus.
     virtual void bringToFront(WindowId window) = 0;
 
     /// Calls `pressed`, on a later turn of the event loop, for each press of a pointer button outside the
