@@ -33,7 +33,7 @@ struct NotificationRequest {
 /// thread only; used by the backup scheduler and by the notices about what is missing.
 ///
 /// Calls are carried out in the order in which they were made. Each completes once its effect is durable,
-/// even across a reboot, and within 30 seconds in any case.
+/// even across a reboot, and within 35 seconds in any case.
 class UserNotificationCenter {
 public:
     virtual ~UserNotificationCenter() = default;
