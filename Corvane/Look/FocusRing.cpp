@@ -58,7 +58,10 @@ FocusRing::FocusRing(QObject *parent) : QObject(parent)
 FocusRing::~FocusRing()
 {
     if (m_frame != nullptr) {
-        m_frame->setWidget(nullptr);
+        // It would ask the application's style, which is being destroyed at the program's end.
+        if (!QCoreApplication::closingDown()) {
+            m_frame->setWidget(nullptr);
+        }
         m_frame->deleteLater(); // the toolkit iterates over all widgets while it replaces a style
     }
 }
