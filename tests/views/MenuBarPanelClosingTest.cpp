@@ -239,8 +239,8 @@ private Q_SLOTS:
         open();
         m_windowSystem.calls.clear();
         const WindowId menuBarPanel = m_menuBarPanel->window()->winId();
-        QMetaObject::invokeMethod(
-            this, [this] { m_windowSystem.bringToFront(1); }, Qt::QueuedConnection);
+        const auto raiseAnother = [this] { m_windowSystem.bringToFront(1); };
+        QMetaObject::invokeMethod(this, raiseAnother, Qt::QueuedConnection);
         m_menuBarPanel->returnToFront();
         QTRY_COMPARE(m_windowSystem.broughtToFront, (QList<WindowId>{menuBarPanel, 1, menuBarPanel}));
         // With a request of its own: that of the other window may be too old by then.
