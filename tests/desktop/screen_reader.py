@@ -7,17 +7,22 @@ import subprocess
 
 from waiting import poll
 
-# Orca reads this when it starts. It makes no sound, does not echo keys, and writes every utterance at once: the debug
-# log of Orca 43 stays in a buffer until later text fills it.
+# Orca reads this when it starts. It makes no sound, does not echo keys, and writes every utterance at once: its debug
+# log stays in a buffer until later text fills it. Orca 43 speaks through a logger of its own, Orca 48 does not.
 CUSTOMIZATIONS = """
 import logging
 import orca.settings
+import orca.speech
 orca.settings.enableKeyEcho = False
 orca.settings.speechServerFactory = "none"
 orca.settings.speechFactoryModules = []
 spoken = logging.getLogger("speech")
 spoken.setLevel(logging.INFO)
 spoken.addHandler(logging.FileHandler({log!r}, encoding="utf-8"))
+if not hasattr(orca.speech, "log"):
+    def report(text, *rest):
+        spoken.info("SPEECH OUTPUT: '" + text + "'")
+    orca.speech._speak = report
 """
 SPOKEN = re.compile(r"^SPEECH OUTPUT: '(.*)'(?: voice=\w+)?$", re.MULTILINE)
 # A date with its time of day, which differs from run to run.
