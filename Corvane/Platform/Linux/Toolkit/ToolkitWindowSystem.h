@@ -14,6 +14,8 @@
 #include <memory>
 #include <optional>
 
+class QWindow;
+
 namespace corvane {
 
 /// The window system behind the toolkit's windows: what the toolkit supports, and on X11 also the window
