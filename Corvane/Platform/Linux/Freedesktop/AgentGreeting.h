@@ -48,8 +48,8 @@ private:
     std::function<void(const QString &)> m_log;
     QTimer m_patience;
     std::optional<Date> m_lessonsUntil;
-    qint64 m_told =
-        0; ///< end of the lessons as told to the agent, in seconds since 1970; 0 for none, -1 if unknown
+    /// The end of the lessons as told to the agent, in seconds since 1970; 0 for none, -1 if unknown.
+    qint64 m_told = 0;
     int m_agentNumber = 0;    ///< counts agents, so that answers of earlier ones are ignored
     bool m_isUnknown = false; ///< whether this agent does not know the greeting
 };
