@@ -154,6 +154,13 @@ private Q_SLOTS:
         m_bus.reset();
     }
 
+    /// Runs in a program of its own, because tests before it register types with the toolkit.
+    void theFirstAppearanceOfAProgramHearsChanges()
+    {
+        m_portal->set(group, u"color-scheme"_s, 1U);
+        QTRY_COMPARE_WITH_TIMEOUT(desktop().appearance().scheme, Scheme::dark, timeout);
+    }
+
     void thePortalsSettingsAreReadAtTheStart()
     {
         m_appearance.reset();

@@ -76,6 +76,8 @@ PortalAppearance::PortalAppearance(const QDBusConnection &sessionBus, QObject *p
     , m_bus(sessionBus)
     , m_watcher(service, sessionBus)
 {
+    // The toolkit does not connect a slot whose argument types have no name yet, and does not name this one.
+    qRegisterMetaType<QDBusVariant>();
     m_bus.connect({}, path, interface, u"SettingChanged"_s, this,
                   SLOT(settingChanged(QString, QString, QDBusVariant)));
     connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, this, &PortalAppearance::readAll);
