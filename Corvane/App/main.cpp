@@ -7,6 +7,7 @@
 #include "Corvane/Platform/Linux/Freedesktop/SingleInstance.h"
 #include "Corvane/Platform/Linux/Toolkit/DisplayChoice.h"
 #include "Corvane/Platform/Linux/Toolkit/ToolkitWindowSystem.h"
+#include "Corvane/Platform/Linux/X11/DesktopScale.h"
 #include "Corvane/Utilities/CommandLine.h"
 #include "Corvane/Utilities/Names.h"
 #include "Corvane/Utilities/Spawn.h"
@@ -21,6 +22,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <functional>
 #include <optional>
@@ -33,6 +35,9 @@ namespace {
 
 /// The exit status after an unknown option.
 constexpr int wrongUse = 2;
+
+/// A user who sets one of these has scaled the toolkit's programs already.
+constexpr std::array scaleVariables = {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS", "QT_FONT_DPI"};
 
 void say(const char *text)
 {
@@ -68,23 +73,53 @@ struct Run {
     QByteArray programPath;
 };
 
-constexpr auto platformVariable = "QT_QPA_PLATFORM";
-
-/// Restores QT_QPA_PLATFORM as the caller set it: for programs that this one starts, and for a restart.
-void restorePlatform(const std::optional<QByteArray> &asked)
-{
-    if (asked) {
-        qputenv(platformVariable, *asked);
-    } else {
-        qunsetenv(platformVariable);
+/// Sets an environment variable during its lifetime. Programs that this one starts later, and a restart, get
+/// the caller's value.
+class TemporaryVariable {
+public:
+    TemporaryVariable(const char *name, const QByteArray &value)
+        : m_name(name)
+        , m_before(qEnvironmentVariableIsSet(name) ? std::optional(qgetenv(name)) : std::nullopt)
+    {
+        qputenv(name, value);
     }
+    ~TemporaryVariable()
+    {
+        if (m_before) {
+            qputenv(m_name, *m_before);
+        } else {
+            qunsetenv(m_name);
+        }
+    }
+    Q_DISABLE_COPY_MOVE(TemporaryVariable)
+
+private:
+    const char *m_name;
+    std::optional<QByteArray> m_before;
+};
+
+/// Starts the toolkit on `platform`, at the desktop's scale.
+void startToolkit(std::optional<QApplication> &application, const QByteArray &platform, int &argc,
+                  char **argv)
+{
+    const TemporaryVariable chosenPlatform("QT_QPA_PLATFORM", platform);
+    std::optional<TemporaryVariable> scale;
+    const bool isScaled =
+        std::ranges::any_of(scaleVariables, [](const char *name) { return qEnvironmentVariableIsSet(name); });
+    if (platform.startsWith("xcb") && !isScaled) {
+        if (const auto factor = desktopScale::missingFactor(desktopScale::publishedSettings(),
+                                                            qgetenv("XDG_CURRENT_DESKTOP"))) {
+            scale.emplace("QT_SCALE_FACTOR", QByteArray::number(*factor));
+        }
+    }
+    application.emplace(argc, argv);
+    // QApplication takes ownership.
+    QApplication::setStyle(new look::Style([] { return ToolkitWindowSystem().isComposited(); }));
 }
 
 Run run(int argc, char *argv[], CorvaneApp::StartedBy startedBy)
 {
-    const auto asked =
-        qEnvironmentVariableIsSet(platformVariable) ? std::optional(qgetenv(platformVariable)) : std::nullopt;
-    const auto platform = displayChoice::platform(asked.value_or(QByteArray()));
+    const auto platform = displayChoice::platform(qgetenv("QT_QPA_PLATFORM"));
     if (!platform) {
         std::fprintf(stderr,
                      "Quillet has no screen: neither an X server nor a Wayland compositor answers "
@@ -92,37 +127,34 @@ Run run(int argc, char *argv[], CorvaneApp::StartedBy startedBy)
                      qgetenv("DISPLAY").constData(), qgetenv("WAYLAND_DISPLAY").constData());
         return {.status = 1, .programPath = {}};
     }
-    qputenv(platformVariable, *platform);
-    QApplication application(argc, argv);
-    restorePlatform(asked);
-    // QApplication takes ownership.
-    QApplication::setStyle(new look::Style([] { return ToolkitWindowSystem().isComposited(); }));
+    std::optional<QApplication> application;
+    startToolkit(application, *platform, argc, argv);
     // Read before an upgrade can replace the file, so that a restart runs the new program under the same
     // path.
     Run run{.programPath = QFile::encodeName(QCoreApplication::applicationFilePath())};
     // A signal ends the program for good, even while a restart is pending.
     const EndSignals endSignals;
-    QObject::connect(&endSignals, &EndSignals::received, &application, [&run] {
+    QObject::connect(&endSignals, &EndSignals::received, &*application, [&run] {
         run.startsAnew = false;
         QCoreApplication::quit();
     });
     SingleInstance instance(QDBusConnection::sessionBus(), SingleInstance::userLockDirectories());
     // Destroyed before the instance, so that the bus name is released only after the program has stopped.
     std::optional<CorvaneApp> program;
-    QObject::connect(&instance, &SingleInstance::quitRequested, &application, &QCoreApplication::quit);
-    QObject::connect(&instance, &SingleInstance::activationRequested, &application,
+    QObject::connect(&instance, &SingleInstance::quitRequested, &*application, &QCoreApplication::quit);
+    QObject::connect(&instance, &SingleInstance::activationRequested, &*application,
                      [&program](const QString &token) {
                          if (program) {
                              program->activate(token);
                          }
                      });
-    QObject::connect(&instance, &SingleInstance::busLost, &application, [&program] {
+    QObject::connect(&instance, &SingleInstance::busLost, &*application, [&program] {
         if (program) {
             program->logger().log(u"session bus lost"_s);
         }
     });
     // Deferred to the event loop: exit() has no effect before the loop runs.
-    QTimer::singleShot(0, &application, [&] {
+    QTimer::singleShot(0, &*application, [&] {
         spawn(launch(&instance, &program, startedBy, [&run] {
             run.startsAnew = true;
             QCoreApplication::quit();

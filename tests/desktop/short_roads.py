@@ -14,6 +14,7 @@ import subprocess
 import tempfile
 import unittest
 
+from program import PANEL
 from quillet_desktop import PREFIX, SOURCE, Desktop, calendar, event, poll, report_lateness
 
 HERE = pathlib.Path(__file__).resolve().parent
@@ -95,6 +96,25 @@ class Roads(unittest.TestCase):
                                              "QT_QPA_PLATFORM": "wayland;xcb"})
             desktop.wait_until_shown(program.wait_for_banner(), "wayland-session")
             self.assertEqual(program.quit(), 0)
+
+    def itFollowsXfcesScale(self):
+        with Desktop() as desktop:
+            def width_of_panel(**environment):
+                program = desktop.start_quillet({"XDG_CURRENT_DESKTOP": "XFCE", **environment})
+                program.open_panel()
+                width = desktop.place(desktop.windows(PANEL)[0])[2]
+                self.assertEqual(program.quit(), 0)
+                return width
+
+            plain = width_of_panel()
+            publisher = desktop.popen(os.environ["QUILLET_TEST_SCALE_PUBLISHER"], "2", stdout=subprocess.PIPE)
+            with publisher.stdout:
+                self.assertEqual(publisher.stdout.readline(), b"published\n")
+            self.assertEqual(width_of_panel(), 2 * plain)
+            # The teacher's own factor holds.
+            self.assertEqual(width_of_panel(QT_SCALE_FACTOR="1"), plain)
+            publisher.kill()
+            publisher.wait()
 
     def withoutADisplayItExitsWithOneLine(self):
         with Desktop() as desktop:

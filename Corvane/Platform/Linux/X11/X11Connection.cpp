@@ -3,30 +3,20 @@
 
 #include "Corvane/Platform/Linux/X11/X11Connection.h"
 
+#include "Corvane/Platform/Linux/X11/XcbRef.h"
+
 #include <xcb/xcb.h>
 
 #include <QGuiApplication>
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <string>
 
 namespace corvane::x11 {
 
 namespace {
-
-struct Free {
-    void operator()(void *reply) const { std::free(reply); }
-};
-template <typename Reply>
-using Owned = std::unique_ptr<Reply, Free>;
-
-struct Disconnect {
-    void operator()(xcb_connection_t *server) const { xcb_disconnect(server); }
-};
 
 // Interns the atom: the server creates it if it does not exist yet.
 xcb_atom_t madeAtom(const char *name)
@@ -161,7 +151,7 @@ std::optional<std::uint32_t> serverTime()
     }
     // The server reports its time only in events. They are read on a separate connection, because the
     // toolkit reads all events of Qt's.
-    const std::unique_ptr<xcb_connection_t, Disconnect> server(xcb_connect(nullptr, nullptr));
+    const OwnConnection server(xcb_connect(nullptr, nullptr));
     if (xcb_connection_has_error(server.get()) != 0) {
         return std::nullopt;
     }

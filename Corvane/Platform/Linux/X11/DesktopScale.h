@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The Quillet authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QByteArray>
+
+#include <optional>
+
+/// How much the desktop enlarges programs, read from the settings that it publishes on the X server
+/// (XSETTINGS). Works before the toolkit starts, over its own connection.
+namespace corvane::desktopScale {
+
+/// The number `name` in `settings`, the value of the property _XSETTINGS_SETTINGS; none if it is missing, is
+/// not a number, or the settings end before it.
+[[nodiscard]] std::optional<int> number(const QByteArray &settings, const QByteArray &name);
+
+/// The factor that the toolkit has to be told, 2 to 4; none if it needs no telling. Only Xfce needs it: its
+/// factor for windows reaches programs of its own toolkit only, while other desktops also raise the
+/// resolution of fonts, which this program's toolkit follows. `desktop` is $XDG_CURRENT_DESKTOP.
+[[nodiscard]] std::optional<int> missingFactor(const QByteArray &settings, const QByteArray &desktop);
+
+/// The settings of the default screen; empty if nobody publishes any or no X server answers. Blocks until the
+/// server answers.
+[[nodiscard]] QByteArray publishedSettings();
+
+} // namespace corvane::desktopScale
