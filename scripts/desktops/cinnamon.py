@@ -36,6 +36,9 @@ class Cinnamon(X11Session):
                  "Adwaita-dark" if dark else "Adwaita")
         self.run("gsettings", "set", "org.x.apps.portal", "color-scheme", "prefer-dark" if dark else "prefer-light")
 
+    def set_scale(self, scale):
+        self.run("gsettings", "set", "org.cinnamon.desktop.interface", "scaling-factor", str(scale))
+
     def lock(self):
         self.run("cinnamon-screensaver-command", "--lock", seconds=60)
 

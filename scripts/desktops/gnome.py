@@ -65,6 +65,7 @@ class Gnome(Session):
         authority = poll("its authority file", lambda: list(RUNTIME.glob(".mutter-Xwaylandauth.*")), 10)
         self.environment.update(DISPLAY=display, XAUTHORITY=str(authority[-1]), WAYLAND_DISPLAY="wayland-0")
         self.tell_bus("DISPLAY", "XAUTHORITY", "WAYLAND_DISPLAY", "XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE")
+        self.start("settings", "/usr/libexec/gsd-xsettings")  # tells X11 programs the scale
 
     def after_start(self):
         poll("the console", lambda: self.evaluate("Main.overview !== undefined"), 20, 0.3)

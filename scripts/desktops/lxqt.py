@@ -12,6 +12,16 @@ from session import HOME, X11Session
 SESSION = """[General]
 window_manager=openbox
 """
+# As its settings write it.
+DARK = """
+[Palette]
+base_color=#202020
+highlight_color=#3a6ea5
+highlighted_text_color=#ffffff
+text_color=#f0f0f0
+window_color=#303030
+window_text_color=#f0f0f0
+"""
 
 
 class Lxqt(X11Session):
@@ -43,6 +53,11 @@ class Lxqt(X11Session):
         poll("the bar", self.has_host, 20, 0.5)
         self.side = side
         time.sleep(2)  # no signal reports that the bar is complete
+
+    def set_dark(self, dark):
+        file = HOME / ".config/lxqt/lxqt.conf"
+        text = file.read_text() if file.exists() else ""
+        file.write_text(text.replace(DARK, "") + (DARK if dark else ""))
 
     def set_scale(self, scale):
         # Its settings write this variable to the session's environment.

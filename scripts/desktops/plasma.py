@@ -39,7 +39,7 @@ class Plasma(Session):
         before = set(pathlib.Path("/tmp/.X11-unix").iterdir())
         for path in RUNTIME.glob("wayland-*"):
             path.unlink()
-        width, height = (size * self.scale for size in self.size)
+        width, height = self.size  # in points
         for name in ("WAYLAND_DISPLAY", "XAUTHORITY"):
             self.environment.pop(name, None)
         self.environment["DISPLAY"] = OUTER

@@ -4,6 +4,8 @@
 import math
 import time
 
+from PIL import ImageChops
+
 from bell_finder import LIKE, find, images_of
 from program import PANEL
 from quillet_desktop import calendar, event, poll
@@ -98,15 +100,30 @@ def windows_of_panel(session):
     return session.windows(PANEL)
 
 
+def drew_menu(session, before):
+    """Whether something as large as the menu was drawn near the bell since this picture. A tool tip is lower."""
+    changed = ImageChops.difference(before, session.shot()).convert("L").point(lambda value: 255 if value > 12 else 0)
+    middle = round(session.bell_at[0])
+    box = changed.crop((middle - 300, 0, middle + 300, changed.height)).getbbox()
+    return box is not None and box[2] - box[0] >= 100 and box[3] - box[1] >= 120
+
+
+def reloads(session):
+    """How often Quillet has read the calendars, which it does when its menu opens."""
+    return sum(line.message.startswith("calendar reload success") for line in session.programs[-1].lines())
+
+
 def click_and_see(session, step, button, times):
-    """Clicks the bell and returns what opens."""
+    """Clicks the bell and returns what opens. A menu counts if the accessibility tree contains it; of a bar that is not
+    in the tree, if it is drawn while Quillet hears that its menu opens."""
+    before, read = session.shot(), reloads(session)
     session.click(*session.bell_at, button=button, times=times)
     deadline = time.monotonic() + 12  # searching all programs for a menu takes seconds
     while time.monotonic() < deadline:
         if windows_of_panel(session):
             time.sleep(0.8)
             return "panel" if windows_of_panel(session) else "panel, and closed it"
-        if session.menu_is_open():
+        if session.menu_is_open() or (reloads(session) > read and drew_menu(session, before)):
             return "menu"
         time.sleep(0.2)
     return "nothing"
