@@ -113,8 +113,7 @@ void startToolkit(std::optional<QApplication> &application, const QByteArray &pl
         }
     }
     application.emplace(argc, argv);
-    // QApplication takes ownership.
-    QApplication::setStyle(new look::Style([] { return ToolkitWindowSystem().isComposited(); }));
+    look::Style::install([] { return ToolkitWindowSystem().isComposited(); });
 }
 
 Run run(int argc, char *argv[], CorvaneApp::StartedBy startedBy)

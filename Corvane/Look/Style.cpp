@@ -73,6 +73,29 @@ Style::Style(std::function<bool()> isComposited)
 {
 }
 
+Style::~Style()
+{
+    if (!m_isKept || qApp == nullptr) {
+        return;
+    }
+    // Queued: the application is still changing its style.
+    const auto installAgain = [isComposited = m_isComposited, appearance = m_appearance] {
+        install(isComposited);
+        static_cast<Style *>(QApplication::style())->follow(appearance);
+    };
+    QMetaObject::invokeMethod(qApp, installAgain, Qt::QueuedConnection);
+}
+
+void Style::install(std::function<bool()> isComposited)
+{
+    if (auto *earlier = qobject_cast<Style *>(QApplication::style())) {
+        earlier->m_isKept = false;
+    }
+    auto *style = new Style(std::move(isComposited));
+    style->m_isKept = true;
+    QApplication::setStyle(style); // takes ownership
+}
+
 void Style::polish(QApplication *application)
 {
     QProxyStyle::polish(application);

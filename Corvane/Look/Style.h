@@ -22,6 +22,12 @@ class Style final : public QProxyStyle {
 public:
     /// `isComposited` returns whether windows can be translucent.
     explicit Style(std::function<bool()> isComposited = [] { return true; });
+    ~Style() override;
+
+    /// Makes a style the application's, and keeps it: the platform themes of some desktops (LXQt, Plasma) set
+    /// the desktop's style for the application when the user changes it. Then a style with the same
+    /// appearance is set again, in the event loop.
+    static void install(std::function<bool()> isComposited);
 
     [[nodiscard]] bool isComposited() const { return m_isComposited(); }
 
@@ -58,6 +64,7 @@ private:
 
     std::function<bool()> m_isComposited;
     Appearance m_appearance;
+    bool m_isKept = false; ///< whether to install another when the application's style is replaced
     Habits *m_habits;
     FocusRing *m_ring = nullptr;
 };
