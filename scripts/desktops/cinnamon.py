@@ -38,6 +38,7 @@ class Cinnamon(X11Session):
 
     def set_scale(self, scale):
         self.run("gsettings", "set", "org.cinnamon.desktop.interface", "scaling-factor", str(scale))
+        self.relaunch()
 
     def lock(self):
         self.run("cinnamon-screensaver-command", "--lock", seconds=60)

@@ -72,7 +72,8 @@ class Gnome(Session):
         self.evaluate("const C = imports.gi.Clutter; const seat = C.get_default_backend().get_default_seat();"
                       "global.pointer = seat.create_virtual_device(C.InputDeviceType.POINTER_DEVICE);"
                       "global.keys = seat.create_virtual_device(C.InputDeviceType.KEYBOARD_DEVICE); 1")
-        poll("the overview to go", lambda: self.evaluate("Main.overview.hide(); !Main.overview.visible"), 20, 0.5)
+        poll("the overview to go", lambda: self.evaluate(
+            "!Main.layoutManager._startingUp && (Main.overview.hide(), !Main.overview.visible)"), 20, 0.5)
         # Starts Xwayland.
         self.run("xdotool", "getdisplaygeometry")
 

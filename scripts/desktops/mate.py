@@ -28,6 +28,11 @@ class Mate(X11Session):
     def set_dark(self, dark):
         self.run("gsettings", "set", "org.mate.interface", "gtk-theme", "Adwaita-dark" if dark else "Adwaita")
 
+    def add_monitor(self):
+        # Compositing draws nothing on a monitor that is added here.
+        self.run("gsettings", "set", "org.mate.Marco.general", "compositing-manager", "false")
+        return super().add_monitor()
+
     def set_scale(self, scale):
         self.run("gsettings", "set", "org.mate.interface", "window-scaling-factor", str(scale))
 

@@ -3,12 +3,14 @@
 """Plasma on Wayland, nested in an X display that provides pictures, pointer and keyboard."""
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import time
 
 from PIL import Image
 from quillet_desktop import poll
+from report import ToolFailed
 from session import HOME, PASSWORD, RUNTIME, Session, start_xvfb
 
 OUTER = ":90"
@@ -37,7 +39,8 @@ class Plasma(Session):
 
     def start_desktop(self):
         before = set(pathlib.Path("/tmp/.X11-unix").iterdir())
-        for path in RUNTIME.glob("wayland-*"):
+        # The file keeps the scale of an earlier start.
+        for path in [*RUNTIME.glob("wayland-*"), *HOME.glob(".config/kwinoutputconfig.json")]:
             path.unlink()
         width, height = self.size  # in points
         for name in ("WAYLAND_DISPLAY", "XAUTHORITY"):
@@ -68,7 +71,18 @@ class Plasma(Session):
     def outside(self, *command):
         environment = {**self.environment, "DISPLAY": OUTER}
         environment.pop("XAUTHORITY", None)
-        subprocess.run(command, env=environment, stdin=subprocess.DEVNULL, capture_output=True, timeout=30, check=True)
+        return subprocess.run(command, env=environment, stdin=subprocess.DEVNULL, capture_output=True, timeout=30,
+                              check=True).stdout.decode()
+
+    def lay_out_monitors(self):
+        """Places the windows of the monitors side by side; without a window manager they cover each other."""
+        width, height = self.size
+        children = self.outside("xwininfo", "-root", "-children")
+        windows = re.findall(rf"^ +(0x[0-9a-f]+) .* {width}x{height}\+", children, re.MULTILINE)
+        if len(windows) != self.monitors:
+            raise ToolFailed(f"There are no windows of {self.monitors} monitors:\n{children}")
+        for number, window in enumerate(sorted(windows)):
+            self.outside("xdotool", "windowmove", window, str(number * self.size[0]), "0")
 
     def move(self, x, y):
         self.outside("xdotool", "mousemove", str(round(x)), str(round(y)))
@@ -111,14 +125,19 @@ class Plasma(Session):
         self.key("Return")
 
     def set_notifications(self, allowed):
-        self.run(f"kwriteconfig{self.version}", "--notify", "--file", "plasmanotifyrc", "--group", "Applications",
+        self.run(f"kwriteconfig{self.version}", "--file", "plasmanotifyrc", "--group", "Applications",
                  "--group", "com.ordwinsoftware.Quillet", "--key", "ShowPopups", "--type", "bool",
                  "true" if allowed else "false")
+        # As the tool of Plasma 6 tells it with an option that the one of Plasma 5 lacks.
+        self.run("gdbus", "emit", "--session", "--object-path", "/plasmanotifyrc", "--signal",
+                 "org.kde.kconfig.notify.ConfigChanged",
+                 "{'Applications\x1dcom.ordwinsoftware.Quillet': [b'ShowPopups']}")
 
     def set_scale(self, scale):
         self.relaunch(scale=scale)
 
     def add_monitor(self):
         self.relaunch(monitors=2)
+        self.lay_out_monitors()
         width, height = self.size
         return width, 0, width, height

@@ -357,8 +357,9 @@ class X11Session(Session):
         self.run("sh", "-c", f"xrandr --newmode {mode} 100 {width} {width + 8} {width + 16} {width + 32} {height} "
                  f"{height + 2} {height + 4} {height + 8} 2>/dev/null; xrandr --addmode {output} {mode} 2>/dev/null; "
                  "true")
-        size = FRAMEBUFFER if len(self.outputs) > 1 else ()
-        self.run("xrandr", *size, "--output", output, "--mode", mode, *place)
+        if len(self.outputs) > 1:
+            self.run("xrandr", *FRAMEBUFFER)  # first, since a settings daemon may have made it smaller
+        self.run("xrandr", *(FRAMEBUFFER if len(self.outputs) > 1 else ()), "--output", output, "--mode", mode, *place)
 
     def shot(self):
         return super().shot().crop((0, 0, self.size[0], self.size[1] + self.second_height))

@@ -53,6 +53,11 @@ class Xfce(X11Session):
         else:
             self.run("xfconf-query", "--channel", "xsettings", "--property", "/Net/ThemeName", "--reset")
 
+    def add_monitor(self):
+        # Compositing draws nothing on a monitor that is added here.
+        self.setting("xfwm4", "/general/use_compositing", "bool", "false")
+        return super().add_monitor()
+
     def set_scale(self, scale):
         self.setting("xsettings", "/Gdk/WindowScalingFactor", "int", str(scale))
 
