@@ -38,7 +38,9 @@ class Plasma(Session):
         (HOME / "kwin_wayland").chmod(0o755)
 
     def start_desktop(self):
-        before = set(pathlib.Path("/tmp/.X11-unix").iterdir())
+        before = {pathlib.Path("/tmp/.X11-unix/X" + OUTER[1:])}
+        for path in set(pathlib.Path("/tmp/.X11-unix").iterdir()) - before:
+            path.unlink()  # left by an earlier compositor
         # The file keeps the scale of an earlier start.
         for path in [*RUNTIME.glob("wayland-*"), *HOME.glob(".config/kwinoutputconfig.json")]:
             path.unlink()
@@ -135,6 +137,9 @@ class Plasma(Session):
 
     def set_scale(self, scale):
         self.relaunch(scale=scale)
+        if self.version == "6":  # which makes the window larger, but not what is in it
+            self.run("kscreen-doctor", f"output.1.scale.{scale}")
+            time.sleep(2)
 
     def add_monitor(self):
         self.relaunch(monitors=2)

@@ -142,6 +142,7 @@ def close_all(session):
 def walk_clicks(session, report):
     start_quillet(session, lesson(session, 7200)[1])
     session.bell_at, _ = find_bell(session)
+    time.sleep(2)  # no signal reports that the host has fetched the menu
     for name, button, times, right in (("Left click", 1, 1, session.left_opens), ("Right click", 3, 1, ("menu",)),
                                        ("Double click", 1, 2, session.double_opens)):
         with report.step(session, name) as step:

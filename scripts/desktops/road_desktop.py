@@ -118,17 +118,34 @@ def brightness(session, window, scale=1):
     return grey.getpixel((0, 0))
 
 
+def open_settings(session):
+    """Starts Quillet and opens the settings."""
+    start_quillet(session, lesson(session, 7200)[1])
+    open_panel(session)
+    time.sleep(1)
+    session.key(*["Tab"] * 5, "Return")  # the fifth command
+    return poll("the settings", lambda: session.windows("Quillet Settings"), 10)[0]
+
+
+def is_dark_after_restart(session):
+    window = open_settings(session)
+    time.sleep(1)
+    return brightness(session, window) < 100
+
+
 def walk_dark(session, report):
     with report.step(session, "Dark and light while a window is open") as step:
-        start_quillet(session, lesson(session, 7200)[1])
-        open_panel(session)
-        time.sleep(1)
-        session.key(*["Tab"] * 5, "Return")  # the fifth command
-        window = poll("the settings", lambda: session.windows("Quillet Settings"), 10)[0]
+        window = open_settings(session)
         poll("the light window", lambda: brightness(session, window) > 150, 15, 0.5)
         try:
             session.set_dark(True)
-            poll("the window to turn dark", lambda: brightness(session, window) < 100, 15, 0.5)
+            try:
+                poll("the window to turn dark", lambda: brightness(session, window) < 100, 15, 0.5)
+            except AssertionError:
+                if is_dark_after_restart(session):
+                    step.picture(session.shot(), "dark at the next start")
+                    step.note("Only at the next start.")
+                raise
             time.sleep(0.5)
             step.picture(session.shot(), "dark")
         finally:
