@@ -50,13 +50,19 @@ QCoro::Task<void> launch(SingleInstance *instance, std::optional<CorvaneApp> *pr
 {
     const QString token = SingleInstance::takeActivationToken();
     // Not awaited inside the switch: GCC 12 loses the coroutine frame there.
-    const SingleInstance::Start start = co_await instance->claim(token);
+    const SingleInstance::Start start = co_await instance->claim(
+        token, startedBy == CorvaneApp::StartedBy::login ? SingleInstance::Wish::nothing
+                                                         : SingleInstance::Wish::activation);
     switch (start) {
     case SingleInstance::Start::first:
         program->emplace(startedBy, restart);
         co_return;
     case SingleInstance::Start::handedOver:
         say("Quillet is running already; look for its bell in the panel.\n");
+        QCoreApplication::exit(0);
+        co_return;
+    case SingleInstance::Start::leftAlone:
+        // A desktop that restores a session may start the program twice.
         QCoreApplication::exit(0);
         co_return;
     case SingleInstance::Start::otherSilent:

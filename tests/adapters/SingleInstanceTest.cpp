@@ -71,6 +71,17 @@ private Q_SLOTS:
         QCOMPARE(activations.first().first().toString(), u"token-7"_s);
     }
 
+    void aSecondStartByTheDesktopLeavesTheFirstAlone()
+    {
+        SingleInstance &first = make(u"one"_s);
+        QCOMPARE(claim(first), Start::first);
+        QSignalSpy activations(&first, &SingleInstance::activationRequested);
+        QCOMPARE(claim(make(u"one"_s), {}, SingleInstance::Wish::nothing), Start::leftAlone);
+        QCOMPARE(claim(make(u"other"_s), {}, SingleInstance::Wish::nothing), Start::leftAlone);
+        QCOMPARE(claim(make(u"one"_s)), Start::handedOver);
+        QTRY_COMPARE(activations.size(), 1); // only that of the last
+    }
+
     void aSecondStartWithOtherFoldersHandsOver()
     {
         SingleInstance &first = make(u"one"_s);
@@ -286,9 +297,10 @@ private:
         return *m_instances.back();
     }
 
-    static Start claim(SingleInstance &instance, const QString &token = {})
+    static Start claim(SingleInstance &instance, const QString &token = {},
+                       SingleInstance::Wish wish = SingleInstance::Wish::activation)
     {
-        return QCoro::waitFor(instance.claim(token));
+        return QCoro::waitFor(instance.claim(token, wish));
     }
 
     QDBusMessage call(const QString &method, const QVariantList &arguments)

@@ -185,6 +185,17 @@ class Roads(unittest.TestCase):
             self.assertEqual([banner.state for banner in first.banners()], ["joinPlatform", "startNow"])
             self.assertEqual(first.quit(), 0)
 
+    def aSecondStartAtLoginOpensNothing(self):
+        with Desktop() as desktop:
+            first = desktop.start_quillet()
+            first.wait_for("^status item registered")
+            second = desktop.start_quillet(arguments=["--login"])
+            self.assertEqual(second.wait_for_end(), 0)
+            self.assertEqual(second.output.read_text(), "")
+            self.assertEqual(first.find("^second start handed over$"), [])
+            self.assertEqual(desktop.windows(PANEL), [])
+            self.assertEqual(first.quit(), 0)
+
     # --- the status item
 
     def theStatusItemSurvivesAClickAndARestartOfItsHost(self):

@@ -182,10 +182,13 @@ void SingleInstance::giveUp()
     }
 }
 
-QCoro::Task<SingleInstance::Start> SingleInstance::claim(QString activationToken)
+QCoro::Task<SingleInstance::Start> SingleInstance::claim(QString activationToken, Wish wish)
 {
     const QDBusConnection bus = m_bus;
     if (!lock()) {
+        if (wish == Wish::nothing) {
+            co_return Start::leftAlone;
+        }
         co_return co_await handOver(bus, activationToken);
     }
     if (!m_bus.isConnected()) {
@@ -204,6 +207,9 @@ QCoro::Task<SingleInstance::Start> SingleInstance::claim(QString activationToken
         // by a program that is about to end.
         alive->m_bus.unregisterObject(applicationPath);
         alive->unlock();
+    }
+    if (wish == Wish::nothing) {
+        co_return Start::leftAlone;
     }
     co_return co_await handOver(bus, activationToken);
 }

@@ -24,7 +24,14 @@ public:
     enum class Start {
         first,      ///< this is the only one: go on
         handedOver, ///< another one runs and has been activated: end
+        leftAlone,  ///< another one runs and has not been asked for anything: end
         otherSilent ///< another one runs and did not answer, or cannot be reached: say so and end
+    };
+
+    /// What this start wants from another instance.
+    enum class Wish {
+        activation, ///< the user started the program and wants to see it
+        nothing     ///< the desktop started it
     };
 
     /// claim() locks a file in each of `lockDirectories` that can be written; see userLockDirectories().
@@ -35,10 +42,10 @@ public:
     /// of two starts.
     [[nodiscard]] static QStringList userLockDirectories();
 
-    /// Becomes the first instance, or hands over to it. Called once, at the start, before anything that a
-    /// teacher could notice. Returns within 11 seconds, whatever hangs. `activationToken` is the launcher's
-    /// token for raising a window, or empty; see takeActivationToken().
-    QCoro::Task<Start> claim(QString activationToken);
+    /// Becomes the first instance, or hands over to it if `wish` says so. Called once, at the start, before
+    /// anything that a teacher could notice. Returns within 11 seconds, whatever hangs. `activationToken` is
+    /// the launcher's token for raising a window, or empty; see takeActivationToken().
+    QCoro::Task<Start> claim(QString activationToken, Wish wish = Wish::activation);
 
     /// Releases name and locks before this process executes the program again, which would otherwise find
     /// another instance. Blocks for at most a second. Nothing else of the program may act after this.
