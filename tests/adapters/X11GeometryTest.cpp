@@ -51,6 +51,37 @@ class X11GeometryTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void aWorkAreaInPointsIsEnlarged_data()
+    {
+        QTest::addColumn<QRectF>("available");
+        QTest::addColumn<QRectF>("screen");
+        QTest::addColumn<double>("ratio");
+        QTest::addColumn<QRectF>("visible");
+
+        const QRectF screen(0, 0, 1280, 800);
+        QTest::newRow("twice, in points")
+            << QRectF(0, 0, 640, 380) << screen << 2.0 << QRectF(0, 0, 1280, 760);
+        QTest::newRow("twice, bar at the top")
+            << QRectF(0, 20, 640, 380) << screen << 2.0 << QRectF(0, 40, 1280, 760);
+        QTest::newRow("no bar") << QRectF(0, 0, 640, 400) << screen << 2.0 << screen;
+        QTest::newRow("one and a half, rounded")
+            << QRectF(0, 0, 853.5, 506.5) << screen << 1.5 << QRectF(0, 0, 1280, 759.75);
+        QTest::newRow("twice, in pixels")
+            << QRectF(0, 0, 1280, 760) << screen << 2.0 << QRectF(0, 0, 1280, 760);
+        QTest::newRow("wide bars") << QRectF(300, 0, 680, 800) << screen << 2.0 << QRectF(300, 0, 680, 800);
+        QTest::newRow("once") << QRectF(0, 0, 640, 380) << screen << 1.0 << QRectF(0, 0, 640, 380);
+        QTest::newRow("a second monitor")
+            << QRectF(2560, 0, 640, 380) << QRectF(2560, 0, 1280, 800) << 2.0 << QRectF(2560, 0, 1280, 760);
+    }
+
+    void aWorkAreaInPointsIsEnlarged()
+    {
+        QFETCH(QRectF, available);
+        QFETCH(QRectF, screen);
+        QFETCH(double, ratio);
+        QTEST(inPoints(available, screen, ratio), "visible");
+    }
+
     void aScreenWithoutDocksIsWhollyVisible()
     {
         QCOMPARE(with(oneMonitor, {}).visiblePart(leftMonitor), leftMonitor);

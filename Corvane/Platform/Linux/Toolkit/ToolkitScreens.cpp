@@ -63,7 +63,7 @@ Screen describe(const QScreen &screen, const ReservedAreas &reserved)
     const QRectF points(frame.topLeft() + QPointF(visible.topLeft() - pixels.topLeft()) / ratio,
                         QSizeF(visible.size()) / ratio);
     // With a single monitor, Qt also knows work areas that only the window manager announces.
-    const QRectF both = points & QRectF(screen.availableGeometry());
+    const QRectF both = points & inPoints(screen.availableGeometry(), frame, ratio);
     return {.name = screen.name(),
             .frame = pointsUp(QRectF(frame)),
             .visibleFrame = pointsUp(both.isEmpty() ? QRectF(frame) : both)};

@@ -90,4 +90,13 @@ QRect ReservedAreas::visiblePart(const QRect &screen) const
     return both.isEmpty() ? visible : both;
 }
 
+QRectF inPoints(const QRectF &available, const QRectF &screen, double ratio)
+{
+    constexpr double rounding = 1; // points
+    const QRectF enlarged(screen.topLeft() + (available.topLeft() - screen.topLeft()) * ratio,
+                          available.size() * ratio);
+    const bool fits = screen.adjusted(-rounding, -rounding, rounding, rounding).contains(enlarged);
+    return ratio > 1 && fits ? enlarged & screen : available;
+}
+
 } // namespace corvane

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QRect>
+#include <QRectF>
 #include <QSize>
 
 #include <cstdint>
@@ -34,5 +35,10 @@ struct ReservedAreas {
     /// nothing is ignored.
     [[nodiscard]] QRect visiblePart(const QRect &screen) const;
 };
+
+/// The part of the monitor `screen` that windows may use, from `available`, the toolkit's idea of it, both in
+/// points of `ratio` pixels. KWin announces that part in points, which the toolkit takes for pixels: what
+/// fits `ratio` times into the monitor both ways is enlarged.
+[[nodiscard]] QRectF inPoints(const QRectF &available, const QRectF &screen, double ratio);
 
 } // namespace corvane
