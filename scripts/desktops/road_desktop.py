@@ -44,7 +44,7 @@ class Listener:
 
 def changed_area(before, after):
     """The rectangle in which two pictures differ; None if it is no larger than a clock's change."""
-    difference = ImageChops.difference(before, after).convert("L").point(lambda value: 255 * (value > 30))
+    difference = ImageChops.difference(before, after).convert("L").point(lambda value: 255 * (value > 12))
     box = difference.getbbox()
     return box if box and (box[2] - box[0]) * (box[3] - box[1]) > 8000 else None
 
