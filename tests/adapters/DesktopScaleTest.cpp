@@ -3,7 +3,7 @@
 
 #include "Corvane/Platform/Linux/X11/DesktopScale.h"
 
-#include "tests/support/PublishedSettings.h"
+#include "tests/adapters/PublishedSettings.h"
 #include "tests/support/TestDesktop.h"
 #include "tests/support/TestProgram.h"
 

@@ -4,7 +4,7 @@
 // Publishes the factor for windows that Xfce's settings publish: scale-publisher FACTOR. Ends with the
 // X server.
 
-#include "tests/support/PublishedSettings.h"
+#include "tests/adapters/PublishedSettings.h"
 
 #include <cstdio>
 #include <cstdlib>
