@@ -134,7 +134,12 @@ qint64 CalendarService::process(Part part)
 
 void CalendarService::signal(Part part, int signal)
 {
-    signalTree(m_connection.interface()->servicePid(nameOf(part)).value(), signal);
+    const qint64 process = m_connection.interface()->servicePid(nameOf(part)).value();
+    if (process <= 1) {
+        // The system would take this for the whole process group.
+        qFatal("the part of the calendar service does not run");
+    }
+    signalTree(process, signal);
 }
 
 bool CalendarService::isRunning(Part part) const

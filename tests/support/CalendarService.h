@@ -36,7 +36,8 @@ public:
 
     /// Returns the process id of a part of the service, which is started if necessary.
     [[nodiscard]] qint64 process(Part part);
-    /// Sends `signal` to that process and its descendants. The destructor resumes stopped ones.
+    /// Sends `signal` to that process and its descendants. The destructor resumes stopped ones. Ends the test
+    /// program if the part does not run.
     void signal(Part part, int signal);
     [[nodiscard]] bool isRunning(Part part) const;
 
