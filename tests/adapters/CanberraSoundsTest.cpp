@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QDataStream>
 #include <QDateTime>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -168,6 +169,31 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(QCoro::waitFor(m_sounds->play(u"Glass"_s)), 20000);
     }
 
+    void theConnectionEndsAfterTheSound()
+    {
+        QVERIFY(QCoro::waitFor(m_sounds->play(u"Glass"_s)));
+        QVERIFY(isConnected());
+        QTRY_VERIFY_WITH_TIMEOUT(!isConnected(), 30000);
+    }
+
+    void aLongSoundKeepsItsConnection()
+    {
+        QVERIFY(QCoro::waitFor(m_sounds->play(minute())));
+        const QDeadlineTimer secondRest(
+            std::chrono::ceil<std::chrono::milliseconds>(CanberraSounds::rest * 2.5));
+        QTRY_VERIFY_WITH_TIMEOUT(secondRest.hasExpired(), 30000);
+        QVERIFY(isConnected());
+    }
+
+    void aServerThatRestartsBetweenTwoSoundsCostsNone()
+    {
+        QVERIFY(QCoro::waitFor(m_sounds->play(u"Glass"_s)));
+        QTRY_VERIFY_WITH_TIMEOUT(!isConnected(), 30000);
+        m_server.reset();
+        m_server = std::make_unique<PrivateSoundServer>();
+        QVERIFY(QCoro::waitFor(m_sounds->play(u"Glass"_s)));
+    }
+
     void aServerThatHangsCostsOneSecondAndNeverBlocksTheMainThread()
     {
         QVERIFY(connectWithTheShippedLimit());
@@ -287,6 +313,14 @@ private Q_SLOTS:
     }
 
 private:
+    // Whether the server lists this program as a client.
+    static bool isConnected()
+    {
+        QProcess list;
+        list.start(u"pactl"_s, {u"list"_s, u"clients"_s});
+        return list.waitForFinished(10000) && list.readAllStandardOutput().contains("\"Quillet\"");
+    }
+
     void makeSounds(Seconds limit)
     {
         m_sounds = std::make_unique<CanberraSounds>([this] { ++m_plainBells; }, limit);

@@ -5,6 +5,7 @@
 
 #include "Corvane/Platform/Linux/Waiting/Pending.h"
 #include "Corvane/Utilities/Names.h"
+#include "Corvane/Utilities/Spawn.h"
 
 #include <canberra.h>
 
@@ -12,6 +13,7 @@
 #include <QDeadlineTimer>
 
 #include <atomic>
+#include <memory>
 #include <utility>
 
 namespace corvane {
@@ -36,8 +38,34 @@ struct CanberraSounds::Call {
     Pending<std::shared_ptr<bool>> isBack;
 };
 
-// Owns libcanberra's context. It is kept, because making one means connecting to the sound server. After any
-// failure it is made anew, because it remembers a theme that it did not find and a server that went away.
+namespace {
+
+using SoundCount = std::shared_ptr<std::atomic<int>>;
+
+/// A sound that has started and not yet ended.
+class PlayingSound {
+public:
+    explicit PlayingSound(SoundCount count) : m_count(std::move(count)) { ++*m_count; }
+    ~PlayingSound() { --*m_count; }
+    PlayingSound(const PlayingSound &) = delete;
+    PlayingSound &operator=(const PlayingSound &) = delete;
+
+    /// On a thread of libcanberra, which calls it once for each sound that it accepted.
+    static void end(ca_context *, std::uint32_t, int, void *sound)
+    {
+        delete static_cast<PlayingSound *>(sound);
+    }
+
+private:
+    SoundCount m_count;
+};
+
+} // namespace
+
+// Owns libcanberra's context, which is connected to the sound server. It is closed when there has been no
+// sound for a while: it needs 300 KiB, and a server that restarts is noticed only by a sound that fails.
+// After any failure it is made anew, because it remembers a theme that it did not find and a server that went
+// away.
 class CanberraSounds::Context {
 public:
     Context() = default;
@@ -63,6 +91,15 @@ public:
         return true;
     }
 
+    /// Closes the context unless a sound is playing. Returns whether it is closed.
+    bool closeIfSilent()
+    {
+        if (*m_count == 0) {
+            close();
+        }
+        return m_context == nullptr;
+    }
+
 private:
     bool hasStarted(const Call &call)
     {
@@ -78,9 +115,15 @@ private:
         if (call.theme == Theme::own) {
             ca_proplist_sets(properties, CA_PROP_CANBERRA_XDG_THEME_NAME, "quillet");
         }
-        const int result = ca_context_play_full(m_context, call.id, properties, nullptr, nullptr);
+        auto sound = std::make_unique<PlayingSound>(m_count);
+        const int result =
+            ca_context_play_full(m_context, call.id, properties, &PlayingSound::end, sound.get());
         ca_proplist_destroy(properties);
-        return result == CA_SUCCESS;
+        if (result != CA_SUCCESS) {
+            return false;
+        }
+        [[maybe_unused]] const auto *owned = sound.release(); // by libcanberra until the sound ends
+        return true;
     }
 
     bool open()
@@ -103,6 +146,7 @@ private:
     }
 
     ca_context *m_context = nullptr;
+    SoundCount m_count = std::make_shared<std::atomic<int>>(0);
 };
 
 CanberraSounds::CanberraSounds(std::function<void()> plainBell, Seconds limit, QObject *parent)
@@ -111,6 +155,9 @@ CanberraSounds::CanberraSounds(std::function<void()> plainBell, Seconds limit, Q
     , m_limit(std::chrono::ceil<std::chrono::milliseconds>(limit))
     , m_context(std::make_shared<Context>())
 {
+    m_rest.setSingleShot(true);
+    m_rest.setInterval(std::chrono::ceil<std::chrono::milliseconds>(rest));
+    connect(&m_rest, &QTimer::timeout, this, [this] { spawn(close(this)); });
 }
 
 CanberraSounds::~CanberraSounds()
@@ -141,6 +188,7 @@ QCoro::Task<bool> CanberraSounds::start(QByteArray event, Theme theme)
     if (m_isEnding || isStuck()) {
         co_return false;
     }
+    m_rest.start();
     const auto call = std::make_shared<Call>(++m_lastId, std::move(event), theme, m_limit);
     call->isBack =
         startOnPool(m_thread.threads(), [context = m_context, call] { return context->play(*call); });
@@ -148,6 +196,16 @@ QCoro::Task<bool> CanberraSounds::start(QByteArray event, Theme theme)
     [[maybe_unused]] const bool isBack = co_await call->isBack.until(call->deadline);
     // From here on the object may be gone.
     co_return call->isDecided.exchange(true);
+}
+
+QCoro::Task<void> CanberraSounds::close(QPointer<CanberraSounds> self)
+{
+    const auto closing = startOnPool(self->m_thread.threads(),
+                                     [context = self->m_context] { return context->closeIfSilent(); });
+    co_await closing.untilResolved();
+    if (!*closing.value() && self != nullptr) {
+        self->m_rest.start();
+    }
 }
 
 /// Whether a call is still running after its deadline.

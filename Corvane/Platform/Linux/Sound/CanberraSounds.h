@@ -8,6 +8,8 @@
 #include "Corvane/Utilities/Clock.h"
 
 #include <QObject>
+#include <QPointer>
+#include <QTimer>
 
 #include <chrono>
 #include <cstdint>
@@ -30,6 +32,9 @@ public:
     /// The time limit of a call, from the request on.
     static constexpr Seconds timeout{1.0};
 
+    /// How long after a sound the connection to the sound server is kept, at least.
+    static constexpr Seconds rest{5.0};
+
     /// Does not contact the sound server before the first sound. `plainBell` is called when the desktop's
     /// bell sound cannot be played; by default it rings the window system's bell.
     explicit CanberraSounds(std::function<void()> plainBell = {}, Seconds limit = timeout,
@@ -47,6 +52,7 @@ private:
     enum class Theme { own, desktop };
 
     QCoro::Task<bool> start(QByteArray event, Theme theme);
+    static QCoro::Task<void> close(QPointer<CanberraSounds> self);
     [[nodiscard]] bool isStuck();
 
     std::function<void()> m_plainBell;
@@ -56,6 +62,7 @@ private:
     WorkerPool m_thread{1, std::chrono::milliseconds(200)};
     /// Calls that had not returned when last checked, oldest first.
     std::vector<std::shared_ptr<Call>> m_calls;
+    QTimer m_rest;
     std::uint32_t m_lastId = 0;
     /// Set by the destructor: nothing is played any more.
     bool m_isEnding = false;
