@@ -112,9 +112,9 @@ void startToolkit(std::optional<QApplication> &application, const QByteArray &pl
     std::optional<TemporaryVariable> scale;
     const bool isScaled =
         std::ranges::any_of(scaleVariables, [](const char *name) { return qEnvironmentVariableIsSet(name); });
-    if (platform.startsWith("xcb") && !isScaled) {
-        if (const auto factor = desktopScale::missingFactor(desktopScale::publishedSettings(),
-                                                            qgetenv("XDG_CURRENT_DESKTOP"))) {
+    if (platform.startsWith("xcb") && !isScaled &&
+        desktopScale::isMissingOn(qgetenv("XDG_CURRENT_DESKTOP"))) {
+        if (const auto factor = desktopScale::missingFactor(desktopScale::publishedSettings())) {
             scale.emplace("QT_SCALE_FACTOR", QByteArray::number(*factor));
         }
     }

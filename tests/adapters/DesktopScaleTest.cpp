@@ -69,11 +69,18 @@ private Q_SLOTS:
 
     void onlyXfcesFactorIsMissing()
     {
-        const QByteArray twice = littleEndian().number(factorName, 2).bytes();
-        QCOMPARE(desktopScale::missingFactor(twice, "XFCE"), std::optional(2));
-        QCOMPARE(desktopScale::missingFactor(twice, "Ours:xfce"), std::optional(2));
+        QVERIFY(desktopScale::isMissingOn("XFCE"));
+        QVERIFY(desktopScale::isMissingOn("Ours:xfce"));
         for (const char *other : {"", "GNOME", "MATE", "X-Cinnamon", "KDE"}) {
-            QVERIFY(!desktopScale::missingFactor(twice, other));
+            QVERIFY(!desktopScale::isMissingOn(other));
+        }
+    }
+
+    void theFactorIsInTheSettings()
+    {
+        for (const qint32 factor : {2, 3, 4}) {
+            const QByteArray settings = littleEndian().number(factorName, factor).bytes();
+            QCOMPARE(desktopScale::missingFactor(settings), std::optional(factor));
         }
     }
 
@@ -81,9 +88,9 @@ private Q_SLOTS:
     {
         for (const qint32 factor : {-2, 0, 1, 5}) {
             const QByteArray settings = littleEndian().number(factorName, factor).bytes();
-            QVERIFY(!desktopScale::missingFactor(settings, "XFCE"));
+            QVERIFY(!desktopScale::missingFactor(settings));
         }
-        QVERIFY(!desktopScale::missingFactor({}, "XFCE"));
+        QVERIFY(!desktopScale::missingFactor({}));
     }
 
     void publishedSettingsAreReadFromTheServer()

@@ -100,12 +100,14 @@ std::optional<int> desktopScale::number(const QByteArray &settings, const QByteA
     return std::nullopt;
 }
 
-std::optional<int> desktopScale::missingFactor(const QByteArray &settings, const QByteArray &desktop)
+bool desktopScale::isMissingOn(const QByteArray &desktop)
+{
+    return desktop.toLower().split(':').contains("xfce");
+}
+
+std::optional<int> desktopScale::missingFactor(const QByteArray &settings)
 {
     constexpr int largest = 4;
-    if (!desktop.toLower().split(':').contains("xfce")) {
-        return std::nullopt;
-    }
     const auto factor = number(settings, "Gdk/WindowScalingFactor");
     return factor && *factor > 1 && *factor <= largest ? factor : std::nullopt;
 }

@@ -15,10 +15,13 @@ namespace corvane::desktopScale {
 /// not a number, or the settings end before it.
 [[nodiscard]] std::optional<int> number(const QByteArray &settings, const QByteArray &name);
 
-/// The factor that the toolkit has to be told, 2 to 4; none if it needs no telling. Only Xfce needs it: its
-/// factor for windows reaches programs of its own toolkit only, while other desktops also raise the
-/// resolution of fonts, which this program's toolkit follows. `desktop` is $XDG_CURRENT_DESKTOP.
-[[nodiscard]] std::optional<int> missingFactor(const QByteArray &settings, const QByteArray &desktop);
+/// Whether the toolkit has to be told the factor of `desktop` ($XDG_CURRENT_DESKTOP). Only Xfce's: it reaches
+/// only programs of its own toolkit, while other desktops also raise the resolution of fonts, which this
+/// program's toolkit follows.
+[[nodiscard]] bool isMissingOn(const QByteArray &desktop);
+
+/// The factor that the toolkit has to be told, 2 to 4; none if it needs no telling.
+[[nodiscard]] std::optional<int> missingFactor(const QByteArray &settings);
 
 /// The settings of the default screen; empty if nobody publishes any or no X server answers. Blocks until the
 /// server answers.
