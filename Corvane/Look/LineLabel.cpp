@@ -35,7 +35,11 @@ void LineLabel::setLine(const QString &text)
     m_line = line;
     setText(line);
     setAccessibleName(line);
-    fit();
+    if (m_hasWidth) {
+        fit();
+    } else {
+        m_shown = line;
+    }
 }
 
 QSize LineLabel::sizeHint() const
@@ -60,7 +64,11 @@ void LineLabel::fit()
         font.setPixelSize(size);
         return QFontMetricsF(font).horizontalAdvance(m_line) <= room;
     };
-    // The largest size that fits, or the smallest allowed.
+    // The largest size that fits, or the smallest allowed. Usually the largest of all fits, and each size
+    // that is tried costs the memory of a font.
+    if (fits(high)) {
+        low = high;
+    }
     while (low < high) {
         const int middle = (low + high + 1) / 2;
         if (fits(middle)) {
@@ -93,7 +101,8 @@ void LineLabel::paintEvent(QPaintEvent *)
 void LineLabel::resizeEvent(QResizeEvent *event)
 {
     QLabel::resizeEvent(event);
-    if (event->size().width() != event->oldSize().width()) {
+    if (!m_hasWidth || event->size().width() != event->oldSize().width()) {
+        m_hasWidth = true;
         fit();
     }
 }

@@ -35,6 +35,7 @@ private:
     QString m_line;
     QString m_shown; ///< m_line, or its beginning and an ellipsis
     QFont m_fitted;
+    bool m_hasWidth = false; ///< whether the layout has given it its width
 };
 
 } // namespace corvane::look

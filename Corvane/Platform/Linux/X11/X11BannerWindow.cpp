@@ -10,6 +10,8 @@
 #include <xcb/xcb.h>
 
 #include <QGuiApplication>
+#include <QIcon>
+#include <QPixmap>
 #include <QScreen>
 #include <QWindow>
 
@@ -23,6 +25,11 @@ X11BannerWindow::X11BannerWindow(const Setting &setting)
                               Qt::WindowDoesNotAcceptFocus)
 {
     setAttribute(Qt::WA_AlwaysShowToolTips); // the program is never active while a banner is up
+    // No list of windows shows it. Without an icon of its own, the toolkit would draw the program's in four
+    // sizes.
+    QPixmap icon(1, 1);
+    icon.fill(Qt::transparent);
+    setWindowIcon(icon);
     place();
 }
 
