@@ -7,6 +7,7 @@
 #include "Corvane/Settings/SettingsView.h"
 #include "Corvane/Utilities/InformationDictionary.h"
 #include "Corvane/Utilities/Resources.h"
+#include "Corvane/Utilities/Spawn.h"
 #include "Corvane/Utilities/WindowPresentation.h"
 #include "Corvane/Views/AboutCorvaneView.h"
 #include "Corvane/Views/FirstRunSetupView.h"
@@ -96,6 +97,9 @@ void AppScenes::addWindows()
                                                   &QDesktopServices::openUrl);
     });
     add(windowNames::debug(), {620, 700}, [this] {
+        // It should show the calendars as they are now.
+        m_refreshCalendars();
+        spawn(m_viewModel.reloadLessons());
         return std::make_unique<DebugWindowView>(m_viewModel, m_debugSources, &QDesktopServices::openUrl);
     });
 }

@@ -177,6 +177,14 @@ private Q_SLOTS:
         // The call still ends.
         [[maybe_unused]] const auto either = QCoro::waitFor(std::move(call));
     }
+
+    void aSeriesWithAnUnreadableRuleIsLoggedOnALaterDay()
+    {
+        writeLessons(u"a.ics"_s, {lesson("Zoom - One", "RRULE:FREQ=SOMETIMES\n")});
+        QVERIFY(!load(7).contains(u"Zoom - One"_s));
+        QCOMPARE(m_room->logged(u"Zoom - One"_s), 1);
+        QCOMPARE(m_room->logged(u"its RRULE cannot be read"_s), 1);
+    }
 };
 
 QUILLET_TEST(CalendarFoldersTest, runTest<CalendarFoldersTest>);

@@ -27,8 +27,8 @@ struct CalendarRow {
 [[nodiscard]] std::vector<CalendarRow> plainRows();
 /// Rows with irregular text that other programs write.
 [[nodiscard]] std::vector<CalendarRow> foreignRows();
-/// Rows that calendar folders can read but the calendar service cannot: when it reads its file, it drops a
-/// rule with such a part, and everything after an empty part, so that no client can request these events.
+/// Rows that calendar folders can read but the calendar service cannot: when it reads its file, it silently
+/// drops what follows an empty part of a rule, so that no client can know it.
 [[nodiscard]] std::vector<CalendarRow> folderRows();
 
 /// The definitions of the rows' own time zones.

@@ -23,6 +23,8 @@ protected:
 
     [[nodiscard]] QStringList load(int daysLater = 0) { return m_room->load(daysLater); }
     [[nodiscard]] auto beginLoad() { return CalendarRoom::load(m_room->store(), testDay()); }
+    /// Makes the next load ask the service even if nothing has changed.
+    void wishForNews() { m_room->store().refresh(CalendarRefresh::wished); }
     [[nodiscard]] qsizetype logged(const QString &part) const { return m_room->logged(part); }
 
     std::unique_ptr<CalendarRoom> m_room;

@@ -159,6 +159,7 @@ private Q_SLOTS:
     {
         loadAndRemember();
         m_service->signal(CalendarService::Part::factory, SIGSTOP);
+        refresh();
         QCOMPARE(load(), (QStringList{u"Zoom - Anna"_s, u"Zoom - Ben"_s}));
         QCOMPARE(online().condition, CalendarStatus::Condition::silent);
         QVERIFY(online().usesLastAnswer);

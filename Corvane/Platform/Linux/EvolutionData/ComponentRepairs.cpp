@@ -6,6 +6,8 @@
 #include "Corvane/Platform/Linux/EvolutionData/CalendarRepairs.h"
 #include "Corvane/Platform/Linux/EvolutionData/EventRules.h"
 
+#include <algorithm>
+#include <iterator>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -15,7 +17,7 @@ namespace corvane {
 namespace {
 
 /// A component with more errors is not repaired.
-constexpr std::size_t maximumErrors = 20;
+constexpr int maximumErrors = 20;
 
 /// A property that the library could not read and has dropped.
 struct LostProperty {
@@ -69,7 +71,7 @@ bool add(ICalComponent *event, const QByteArray &line)
 void restore(ICalComponent *event)
 {
     const auto notes = properties(event, I_CAL_XLICERROR_PROPERTY);
-    if (notes.empty() || notes.size() > maximumErrors) {
+    if (notes.empty() || std::ssize(notes) > maximumErrors) {
         return;
     }
     const QByteArray zone = zoneOfOthers(event);
@@ -121,6 +123,18 @@ void repairComponent(ICalComponent *event)
             i_cal_component_remove_property(event, duration.get());
         }
     }
+}
+
+bool hasLostRule(ICalComponent *event)
+{
+    const int notes = i_cal_component_count_properties(event, I_CAL_XLICERROR_PROPERTY);
+    if (notes == 0 || notes > maximumErrors) {
+        return false;
+    }
+    return std::ranges::any_of(properties(event, I_CAL_XLICERROR_PROPERTY), [](const auto &note) {
+        const auto lost = lostProperty(note.get());
+        return lost && (lost->name == "RRULE" || lost->name == "RDATE");
+    });
 }
 
 QString unreadablePart(ICalComponent *event)

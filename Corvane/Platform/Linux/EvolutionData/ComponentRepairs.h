@@ -13,6 +13,10 @@ namespace corvane {
 /// restores what the library dropped when it read the text, and drops the duration if there is also an end.
 void repairComponent(ICalComponent *event);
 
+/// Whether the library has dropped a rule or a list of dates by which an event occurs more than once. False
+/// if it has dropped so much that the event is not repaired.
+[[nodiscard]] bool hasLostRule(ICalComponent *event);
+
 /// The first time property of a component that is unreadable, for the log; empty if there is none.
 [[nodiscard]] QString unreadablePart(ICalComponent *event);
 

@@ -101,7 +101,9 @@ void GroupExpansion::refuse(const QString &reason)
 std::optional<GroupOutcome> GroupExpansion::run()
 {
     for (const EventComponent &event : m_group.components) {
-        if (isCancelled(event) || isFarOff(event)) {
+        // Without its rule, a series looks like a single event.
+        const bool mayRecur = hasLostRule(event.component.get());
+        if (isCancelled(event) || (isFarOff(event) && !mayRecur)) {
             continue;
         }
         const QString part = unreadablePart(event.component.get());

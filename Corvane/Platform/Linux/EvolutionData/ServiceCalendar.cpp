@@ -4,6 +4,7 @@
 #include "Corvane/Platform/Linux/EvolutionData/ServiceCalendar.h"
 
 #include "Corvane/Platform/Linux/EvolutionData/CalendarCapture.h"
+#include "Corvane/Platform/Linux/EvolutionData/ServiceComponents.h"
 #include "Corvane/Utilities/Spawn.h"
 
 #include <algorithm>
@@ -25,53 +26,11 @@ constexpr auto watchTime = 1000ms;
 constexpr std::size_t maximumSingleFetches = 1'000;
 /// After this time the series are fetched again even if the watch reports no change.
 constexpr auto seriesRefetchInterval = 10min;
+/// After this time the service is asked again even if the watch reports no change: it may hang.
+constexpr auto knownTime = 5min;
 /// The service first looks for a stored password: only a wait that lasts for several readings is reported.
 constexpr int lastingPasswordWaits = 2;
 constexpr int lastingConnections = 2;
-
-std::set<QByteArray> zonesOf(const Components &components)
-{
-    std::set<QByteArray> zones;
-    for (const auto &component : components) {
-        zones.merge(timeZoneIdentifiers(component.get()));
-    }
-    return zones;
-}
-
-std::set<QByteArray> identifiersOfComponents(const Components &components)
-{
-    std::set<QByteArray> identifiers;
-    for (const auto &component : components) {
-        if (const char *uid = i_cal_component_get_uid(component.get()); uid != nullptr) {
-            identifiers.insert(uid);
-        }
-    }
-    return identifiers;
-}
-
-using FindZone = std::function<ICalTimezone *(const char *tzid)>;
-
-/// The events of `components` with the zones that the service defines for them. For a worker thread.
-std::vector<ComponentGroup> groupsOf(const Components &components, const FindZone &findZone)
-{
-    std::vector<GObjectRef<ICalComponent>> definitions;
-    for (const QByteArray &identifier : zonesOf(components)) {
-        ICalTimezone *zone = findZone(identifier.constData());
-        const auto definition =
-            GObjectRef<ICalComponent>::adopt(zone != nullptr ? i_cal_timezone_get_component(zone) : nullptr);
-        if (definition) {
-            // Cloned, because all threads share the client's component and reading it moves its iterators.
-            definitions.push_back(GObjectRef<ICalComponent>::adopt(i_cal_component_clone(definition.get())));
-        }
-    }
-    const auto zones = std::make_shared<DefinedZones>(std::move(definitions));
-    std::vector<EventComponent> events;
-    events.reserve(components.size());
-    for (const auto &component : components) {
-        events.push_back({component, zones});
-    }
-    return groupByIdentifier(std::move(events));
-}
 
 CalendarError passwordError()
 {
@@ -135,13 +94,16 @@ QCoro::Task<void> ServiceCalendar::openClient(std::shared_ptr<ServiceCalendar> s
                                               Pending<std::optional<CalendarError>> opening)
 {
     const std::weak_ptr<SourceCalendar> weak = self->weak_from_this();
-    auto onChange = [weak] {
+    const auto onChange = [weak] {
         const auto calendar = std::static_pointer_cast<ServiceCalendar>(weak.lock());
         if (calendar && !calendar->isClosed()) {
             calendar->services().announceNews();
         }
     };
-    auto client = co_await ServiceClient::open(self->m_source, std::move(onChange));
+    if (!self->m_lostRules) {
+        self->m_lostRules = std::make_shared<LostRules>(onChange);
+    }
+    auto client = co_await ServiceClient::open(self->m_source, onChange);
     std::optional<CalendarError> error;
     if (client) {
         self->m_client = std::move(client->client);
@@ -215,6 +177,11 @@ QCoro::Task<SourceCalendar::Reading> ServiceCalendar::readOnce(CalendarQuestion 
     }
     // The next reading sees whatever changes from here on.
     const QByteArray versionNow = version(client, question);
+    const int wishes = m_wishes;
+    if (isKnown(question, versionNow)) {
+        CalendarReading known = m_known->reading; // GCC 12 would move from the member
+        co_return known;
+    }
     const bool areSeriesKnown = m_series && m_series->question == question && !versionNow.isEmpty() &&
                                 m_series->version == versionNow && !m_series->refetch.hasExpired();
     auto fetched = co_await fetch(client, question, !areSeriesKnown);
@@ -230,7 +197,8 @@ QCoro::Task<SourceCalendar::Reading> ServiceCalendar::readOnce(CalendarQuestion 
     }
     if (!areSeriesKnown) {
         m_series.reset();
-        const auto expanded = co_await expandSeries(client, question, std::move(fetched->series), versionNow);
+        const auto whole = std::make_shared<Fetched>(std::move(*fetched));
+        const auto expanded = co_await expandSeries(client, question, whole, versionNow);
         if (!expanded) {
             co_return std::unexpected(expanded.error());
         }
@@ -238,7 +206,8 @@ QCoro::Task<SourceCalendar::Reading> ServiceCalendar::readOnce(CalendarQuestion 
     CalendarReading reading{.events = std::move(singles->events),
                             .skippedEvents = std::move(singles->skippedEvents),
                             .unknownZones = std::move(singles->unknownZones),
-                            .version = versionNow};
+                            .version = versionNow,
+                            .askedAt = currentDate()};
     if (m_series) {
         std::ranges::copy(m_series->events, std::back_inserter(reading.events));
         std::ranges::copy(m_series->skippedEvents, std::back_inserter(reading.skippedEvents));
@@ -249,13 +218,27 @@ QCoro::Task<SourceCalendar::Reading> ServiceCalendar::readOnce(CalendarQuestion 
     if (m_passwordWaits >= lastingPasswordWaits) {
         reading.outdated = passwordError();
     }
+    const bool isWhole = singles->isComplete && m_series && m_series->version == versionNow;
+    m_known.reset();
+    if (isWhole && m_passwordWaits == 0 && wishes == m_wishes) {
+        m_known = Known{question, reading, uptime() + knownTime};
+    }
+    client->watchLostRules(m_lostRules);
     co_return reading;
+}
+
+bool ServiceCalendar::isKnown(const CalendarQuestion &question, const QByteArray &version) const
+{
+    return m_known && !version.isEmpty() && m_known->reading.version == version &&
+           m_known->question == question && uptime() < m_known->expiry && !awaitsPassword();
 }
 
 QByteArray ServiceCalendar::version(const Client &client, const CalendarQuestion &question) const
 {
-    const auto changes = client->changes(rememberedSpan(question));
-    return changes ? QByteArray::number(m_clientNumber) + '.' + QByteArray::number(*changes) : QByteArray();
+    const auto watched = client->version(rememberedSpan(question));
+    return watched ? QByteArray::number(m_clientNumber) + '.' + *watched + '.' +
+                         QByteArray::number(m_lostRules->changes())
+                   : QByteArray();
 }
 
 // First step: fetch.
@@ -263,11 +246,12 @@ QByteArray ServiceCalendar::version(const Client &client, const CalendarQuestion
 QCoro::Task<std::expected<ServiceCalendar::Fetched, CalendarError>>
 ServiceCalendar::fetch(Client client, CalendarQuestion question, bool withSeries)
 {
+    auto fetched = std::make_shared<Fetched>();
+    fetched->lostRules = withSeries ? m_lostRules->identifiers() : m_series->lostRules;
     auto singles = co_await ServiceClient::singles(client, question.interval);
     if (!singles) {
         co_return std::unexpected(queryError(singles.error()));
     }
-    auto fetched = std::make_shared<Fetched>();
     fetched->singles = std::move(*singles);
     if (withSeries) {
         auto series = co_await ServiceClient::series(client);
@@ -276,7 +260,9 @@ ServiceCalendar::fetch(Client client, CalendarQuestion question, bool withSeries
         }
         fetched->series = std::move(*series);
         co_await completeSeries(client, fetched);
+        co_await addLostRules(client, fetched);
     }
+    removeComponents(fetched->singles, fetched->lostRules);
     std::set<QByteArray> zones = zonesOf(fetched->singles);
     zones.merge(zonesOf(fetched->series));
     co_await ServiceClient::bringZones(client, std::move(zones));
@@ -286,19 +272,32 @@ ServiceCalendar::fetch(Client client, CalendarQuestion question, bool withSeries
 /// Second step: other services may list a changed instance as a single event. Fetches the whole series.
 QCoro::Task<void> ServiceCalendar::completeSeries(Client client, std::shared_ptr<Fetched> fetched)
 {
-    const std::set<QByteArray> identifiers = identifiersOfComponents(fetched->series);
+    const std::set<QByteArray> identifiers = identifiersOf(fetched->series);
     if (m_isLocal || identifiers.empty() || identifiers.size() > maximumSingleFetches) {
         co_return;
     }
-    Components whole = co_await ServiceClient::components(client, identifiers);
-    if (whole.empty()) {
+    auto whole = co_await ServiceClient::components(client, identifiers);
+    if (!whole || whole->empty()) {
         co_return;
     }
-    std::erase_if(fetched->singles, [&identifiers](const auto &component) {
-        const char *uid = i_cal_component_get_uid(component.get());
-        return uid != nullptr && identifiers.contains(QByteArray(uid));
-    });
-    fetched->series = std::move(whole);
+    removeComponents(fetched->singles, identifiers);
+    fetched->series = std::move(*whole);
+}
+
+/// Fetches the series that the service lists as single events. If that fails, they stay single events.
+QCoro::Task<void> ServiceCalendar::addLostRules(Client client, std::shared_ptr<Fetched> fetched)
+{
+    if (fetched->lostRules.empty()) {
+        co_return;
+    }
+    auto found = co_await ServiceClient::components(client, fetched->lostRules);
+    if (!found) {
+        fetched->lostRules.clear();
+        fetched->isWhole = false;
+        co_return;
+    }
+    removeComponents(fetched->series, fetched->lostRules);
+    std::ranges::move(*found, std::back_inserter(fetched->series));
 }
 
 // Third step: expand. Single events first, so that they are available whatever the series cost.
@@ -320,12 +319,11 @@ ServiceCalendar::expandSingles(Client client, CalendarQuestion question, Compone
     co_return std::move(outcome->expansion);
 }
 
-QCoro::Task<std::expected<void, CalendarError>> ServiceCalendar::expandSeries(Client client,
-                                                                              CalendarQuestion question,
-                                                                              Components components,
-                                                                              QByteArray version)
+QCoro::Task<std::expected<void, CalendarError>>
+ServiceCalendar::expandSeries(Client client, CalendarQuestion question, std::shared_ptr<Fetched> fetched,
+                              QByteArray version)
 {
-    CalendarExpander::Work work = [components = std::move(components), findZone = client->customZone(),
+    CalendarExpander::Work work = [components = std::move(fetched->series), findZone = client->customZone(),
                                    span = rememberedSpan(question)](const ExpansionRequest &request,
                                                                     ExpansionControl &control) {
         const std::vector<ComponentGroup> groups = groupsOf(components, findZone);
@@ -346,7 +344,8 @@ QCoro::Task<std::expected<void, CalendarError>> ServiceCalendar::expandSeries(Cl
                       std::move(expansion.skippedEvents),
                       std::move(expansion.unknownZones),
                       std::move(outcome->text),
-                      expansion.isComplete ? version : QByteArray(),
+                      std::move(fetched->lostRules),
+                      expansion.isComplete && fetched->isWhole ? version : QByteArray(),
                       QDeadlineTimer(seriesRefetchInterval)};
     co_return {};
 }
@@ -361,10 +360,12 @@ QCoro::Task<std::optional<QByteArray>> ServiceCalendar::capture(CalendarQuestion
         co_return std::nullopt;
     }
     const QByteArray seriesText = *m_series->text;
+    const std::set<QByteArray> lostRules = m_series->lostRules;
     auto singles = co_await ServiceClient::singles(client, span.interval);
     if (!singles) {
         co_return std::nullopt;
     }
+    removeComponents(*singles, lostRules);
     co_await ServiceClient::bringZones(client, zonesOf(*singles));
     const auto writing = startOnPool(services().workers.threads(),
                                      [components = std::move(*singles), findZone = client->customZone(),
@@ -381,6 +382,10 @@ QCoro::Task<std::optional<QByteArray>> ServiceCalendar::capture(CalendarQuestion
 
 void ServiceCalendar::refresh(CalendarRefresh kind)
 {
+    if (kind == CalendarRefresh::wished) {
+        ++m_wishes;
+        m_known.reset();
+    }
     m_refresh->ask(m_client, kind);
 }
 

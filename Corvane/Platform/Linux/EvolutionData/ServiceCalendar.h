@@ -20,8 +20,9 @@
 
 namespace corvane {
 
-/// A calendar of the desktop's calendar service. It stays open between readings. Its series are fetched and
-/// expanded again only after a change, for another question, or after ten minutes.
+/// A calendar of the desktop's calendar service. It stays open between readings. While its watch reports no
+/// change, the service is asked again only for another question, after refresh(), or after five minutes; the
+/// series are fetched and expanded again only after a change, for another question, or after ten minutes.
 class ServiceCalendar final : public SourceCalendar {
 public:
     ServiceCalendar(std::shared_ptr<CalendarServices> services, const ServiceEntry &entry);
@@ -36,7 +37,8 @@ public:
     /// Opens the calendar unless it is open. None on success, otherwise why it cannot be opened.
     static QCoro::Task<std::optional<CalendarError>> open(std::shared_ptr<ServiceCalendar> self);
 
-    /// Asks the calendar's server for news, or does so as soon as the calendar is open.
+    /// Asks the calendar's server for news, or does so as soon as the calendar is open. If that is wished,
+    /// the next reading asks the service, too.
     void refresh(CalendarRefresh kind);
 
     void close() override;
@@ -54,13 +56,25 @@ private:
         std::set<QByteArray> unknownZones;
         /// Calendar text of those that matter in the remembered span; none if it was not available.
         std::optional<QByteArray> text;
+        /// The series among them that the service lists as single events.
+        std::set<QByteArray> lostRules;
         QByteArray version;
         QDeadlineTimer refetch;
+    };
+    /// The last complete reading, valid while the version stays the same, until someone wishes for news.
+    struct Known {
+        CalendarQuestion question;
+        CalendarReading reading;
+        Seconds expiry; ///< as uptime
     };
     using Client = std::shared_ptr<ServiceClient>;
     struct Fetched {
         Components singles;
         Components series;
+        /// The series that the service lists as single events; they are in `series` only.
+        std::set<QByteArray> lostRules;
+        /// Whether these could be fetched.
+        bool isWhole = true;
     };
 
     static QCoro::Task<void> openClient(std::shared_ptr<ServiceCalendar> self,
@@ -69,10 +83,13 @@ private:
     QCoro::Task<std::expected<Fetched, CalendarError>> fetch(Client client, CalendarQuestion question,
                                                              bool withSeries);
     QCoro::Task<void> completeSeries(Client client, std::shared_ptr<Fetched> fetched);
+    QCoro::Task<void> addLostRules(Client client, std::shared_ptr<Fetched> fetched);
     QCoro::Task<std::expected<Expansion, CalendarError>>
     expandSingles(Client client, CalendarQuestion question, Components components);
     QCoro::Task<std::expected<void, CalendarError>> expandSeries(Client client, CalendarQuestion question,
-                                                                 Components components, QByteArray version);
+                                                                 std::shared_ptr<Fetched> fetched,
+                                                                 QByteArray version);
+    [[nodiscard]] bool isKnown(const CalendarQuestion &question, const QByteArray &version) const;
     [[nodiscard]] QByteArray version(const Client &client, const CalendarQuestion &question) const;
     [[nodiscard]] bool awaitsPassword() const;
     void notePassword();
@@ -85,6 +102,10 @@ private:
     quint64 m_clientNumber = 0;
     std::optional<Pending<std::optional<CalendarError>>> m_opening;
     std::optional<Series> m_series;
+    std::optional<Known> m_known;
+    /// How often someone wished for news: a reading that began before a wish is not kept.
+    int m_wishes = 0;
+    std::shared_ptr<LostRules> m_lostRules;
     int m_passwordWaits = 0;
     int m_connections = 0;
 

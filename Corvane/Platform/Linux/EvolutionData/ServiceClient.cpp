@@ -48,7 +48,12 @@ using Flag = std::shared_ptr<std::atomic<bool>>;
 /// Shared by the client and the signals of a view, however long either lives.
 struct ServiceClient::Watch {
     DateInterval span;
+    int number = 0;
     std::atomic<quint64> changes = 0;
+    /// Until then the service reports no change.
+    std::atomic<bool> isComplete = false;
+    /// Main thread only; resolved once the watch is complete.
+    Pending<bool> made;
     /// Called on the main thread.
     std::function<void()> onChange;
 
@@ -58,6 +63,14 @@ struct ServiceClient::Watch {
         ++watch->changes;
         QMetaObject::invokeMethod(
             QCoreApplication::instance(), [watch] { watch->onChange(); }, Qt::QueuedConnection);
+    }
+
+    static void noteComplete(ECalClientView *, const GError *error, gpointer data)
+    {
+        const auto watch = *static_cast<std::shared_ptr<Watch> *>(data);
+        watch->isComplete = error == nullptr;
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(), [watch] { watch->made.resolve(true); }, Qt::QueuedConnection);
     }
 
     /// Makes the view on a GLib thread, because these calls have no form that does not block.
@@ -73,12 +86,16 @@ struct ServiceClient::Watch {
             g_task_return_error(task, error);
             return;
         }
-        for (const char *signal : {"objects-added", "objects-modified", "objects-removed"}) {
+        const auto connect = [view, &watch](const char *signal, GCallback handler) {
             g_signal_connect_data(
-                view, signal, G_CALLBACK(&Watch::noteChange), new std::shared_ptr<Watch>(watch),
+                view, signal, handler, new std::shared_ptr<Watch>(watch),
                 [](gpointer shared, GClosure *) { delete static_cast<std::shared_ptr<Watch> *>(shared); },
                 GConnectFlags{});
-        }
+        };
+        connect("objects-added", G_CALLBACK(&Watch::noteChange));
+        connect("objects-modified", G_CALLBACK(&Watch::noteChange));
+        connect("objects-removed", G_CALLBACK(&Watch::noteChange));
+        connect("complete", G_CALLBACK(&Watch::noteComplete));
         e_cal_client_view_set_flags(view, E_CAL_CLIENT_VIEW_FLAGS_NONE, &error);
         if (error == nullptr) {
             e_cal_client_view_start(view, &error);
@@ -163,10 +180,11 @@ QCoro::Task<ServiceClient::Listing> ServiceClient::list(std::shared_ptr<ServiceC
     co_return components;
 }
 
-QCoro::Task<Components> ServiceClient::components(std::shared_ptr<ServiceClient> self,
-                                                  std::set<QByteArray> uids)
+QCoro::Task<ServiceClient::Listing> ServiceClient::components(std::shared_ptr<ServiceClient> self,
+                                                              std::set<QByteArray> uids)
 {
     Components components;
+    std::optional<QString> failure;
     auto next = uids.begin();
     while (next != uids.end()) {
         std::vector<Pending<GObjectRef<GAsyncResult>>> calls;
@@ -179,14 +197,24 @@ QCoro::Task<Components> ServiceClient::components(std::shared_ptr<ServiceClient>
         for (const auto &call : calls) {
             co_await call.untilResolved();
             GSList *objects = nullptr;
+            GError *error = nullptr;
             e_cal_client_get_objects_for_uid_finish(self->m_client.get(), call.value().get(), &objects,
-                                                    nullptr);
+                                                    &error);
+            if (g_error_matches(error, E_CAL_CLIENT_ERROR, E_CAL_CLIENT_ERROR_OBJECT_NOT_FOUND) != FALSE) {
+                g_clear_error(&error);
+            }
+            if (error != nullptr) {
+                failure = messageOf(error);
+            }
             for (GSList *item = objects; item != nullptr; item = item->next) {
                 components.push_back(GObjectRef<ICalComponent>::share(
                     e_cal_component_get_icalcomponent(static_cast<ECalComponent *>(item->data))));
             }
             g_slist_free_full(objects, g_object_unref);
         }
+    }
+    if (failure) {
+        co_return std::unexpected(*failure);
     }
     co_return components;
 }
@@ -212,7 +240,7 @@ QCoro::Task<void> ServiceClient::bringZones(std::shared_ptr<ServiceClient> self,
     }
 }
 
-std::function<ICalTimezone *(const char *tzid)> ServiceClient::customZone() const
+FindZone ServiceClient::customZone() const
 {
     // Releases the client on the main thread, wherever its last user runs.
     g_object_ref(m_client.get());
@@ -235,7 +263,8 @@ std::optional<Pending<bool>> ServiceClient::beginWatch(const std::shared_ptr<Ser
                                                        DateInterval span)
 {
     const bool isBeingMade = self->m_making && self->m_making->first == span;
-    if (isBeingMade || self->changes(span)) {
+    const bool isMade = self->m_watch && self->m_watch->span == span;
+    if (isBeingMade || isMade) {
         return std::nullopt;
     }
     Pending<bool> made;
@@ -249,6 +278,8 @@ QCoro::Task<void> ServiceClient::makeWatch(std::shared_ptr<ServiceClient> self, 
 {
     const auto watch = std::make_shared<Watch>();
     watch->span = span;
+    watch->number = ++self->m_watchCount;
+    watch->made = made;
     watch->onChange = self->m_onChange;
     const auto making = startGioCall([&](GAsyncReadyCallback callback, gpointer data) {
         using Arguments = std::pair<GObjectRef<ECalClient>, std::shared_ptr<Watch>>;
@@ -267,16 +298,17 @@ QCoro::Task<void> ServiceClient::makeWatch(std::shared_ptr<ServiceClient> self, 
     if (view) {
         self->m_view = std::move(view);
         self->m_watch = watch;
+    } else {
+        made.resolve(true);
     }
-    made.resolve(true);
 }
 
-std::optional<quint64> ServiceClient::changes(DateInterval span) const
+std::optional<QByteArray> ServiceClient::version(DateInterval span) const
 {
-    if (!m_watch || m_watch->span != span) {
+    if (!m_watch || m_watch->span != span || !m_watch->isComplete) {
         return std::nullopt;
     }
-    return m_watch->changes.load();
+    return QByteArray::number(m_watch->number) + '.' + QByteArray::number(m_watch->changes.load());
 }
 
 // The server.

@@ -7,9 +7,12 @@
 
 #include <libecal/libecal.h>
 
+#include "Corvane/Platform/Linux/EvolutionData/LostRules.h"
 #include "Corvane/Platform/Linux/EvolutionData/RefreshableClient.h"
+#include "Corvane/Platform/Linux/EvolutionData/ServiceComponents.h"
 #include "Corvane/Platform/Linux/Waiting/Pending.h"
 #include "Corvane/Utilities/DayCalendar.h"
+#include "Corvane/Utilities/Spawn.h"
 
 #include <qcoro/qcorotask.h>
 
@@ -26,8 +29,6 @@
 #include <vector>
 
 namespace corvane {
-
-using Components = std::vector<GObjectRef<ICalComponent>>;
 
 /// An open connection to one calendar of the service. Main thread only, unless stated otherwise. Calls take
 /// as long as the service does, and end at once when the client is closed.
@@ -58,20 +59,26 @@ public:
     /// All series, and events whose start the service cannot read.
     static QCoro::Task<Listing> series(std::shared_ptr<ServiceClient> self);
     /// All components with these identifiers. A missing one is not a failure.
-    static QCoro::Task<Components> components(std::shared_ptr<ServiceClient> self, std::set<QByteArray> uids);
+    static QCoro::Task<Listing> components(std::shared_ptr<ServiceClient> self, std::set<QByteArray> uids);
     /// Loads the zones into the client's cache, where customZone() finds them.
     static QCoro::Task<void> bringZones(std::shared_ptr<ServiceClient> self,
                                         std::set<QByteArray> identifiers);
 
     /// Returns a function that finds zones in the cache, on any thread, and that keeps the cache alive.
-    [[nodiscard]] std::function<ICalTimezone *(const char *tzid)> customZone() const;
+    [[nodiscard]] FindZone customZone() const;
 
-    /// Starts to watch the series and the single events of `span`. Resolves when that has succeeded or
-    /// failed. None if they are already watched, or about to be.
+    /// Starts to watch the series and the single events of `span`. Resolves when changes are reported from
+    /// then on, or when that has failed. None if they are already watched, or about to be.
     [[nodiscard]] static std::optional<Pending<bool>> beginWatch(const std::shared_ptr<ServiceClient> &self,
                                                                  DateInterval span);
-    /// How often the watched events have changed; none if `span` is not watched.
-    [[nodiscard]] std::optional<quint64> changes(DateInterval span) const;
+    /// Changes with the watched events, and with the watch; none if `span` is not watched.
+    [[nodiscard]] std::optional<QByteArray> version(DateInterval span) const;
+
+    /// Lets `rules` watch this calendar.
+    void watchLostRules(std::shared_ptr<LostRules> rules) const
+    {
+        spawn(LostRules::watch(std::move(rules), m_client, m_cancellable));
+    }
 
     [[nodiscard]] bool canRefresh() const override;
     QCoro::Task<bool> refresh() override;
@@ -88,6 +95,7 @@ private:
     std::function<void()> m_onChange;
     GObjectRef<ECalClientView> m_view;
     std::shared_ptr<Watch> m_watch;
+    int m_watchCount = 0;
     /// The watch that is being made.
     std::optional<std::pair<DateInterval, Pending<bool>>> m_making;
 };

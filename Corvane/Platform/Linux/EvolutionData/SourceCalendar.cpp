@@ -290,7 +290,7 @@ void SourceCalendar::takeAnswer(const CalendarQuestion &question, CalendarReadin
     if (reading.outdated) {
         takeFailure(*reading.outdated, true);
     } else {
-        takeSuccess();
+        takeSuccess(reading.askedAt.value_or(currentDate()));
     }
     m_status.eventCount = static_cast<int>(reading.events.size());
     logSkippedEvents(reading.skippedEvents);
@@ -301,7 +301,7 @@ void SourceCalendar::takeAnswer(const CalendarQuestion &question, CalendarReadin
     m_answer = Answer{question, std::move(reading)};
 }
 
-void SourceCalendar::takeSuccess()
+void SourceCalendar::takeSuccess(Date lastRead)
 {
     if (m_status.condition == CalendarStatus::Condition::leftOut) {
         log(u"calendar file read again path=\"%1\""_s.arg(logText(m_status.name)));
@@ -312,7 +312,7 @@ void SourceCalendar::takeSuccess()
     m_status.reason.clear();
     m_status.failingSince.reset();
     m_status.usesLastAnswer = false;
-    m_status.lastRead = currentDate();
+    m_status.lastRead = lastRead;
 }
 
 void SourceCalendar::takeFailure(const CalendarError &error, bool hasLastAnswer)

@@ -47,6 +47,8 @@ struct CalendarReading {
     QByteArray version = {};
     /// Why the service cannot ask the server, if it answered from its cache.
     std::optional<CalendarError> outdated = {};
+    /// When the calendar gave these events, if that may have been before this reading.
+    std::optional<Date> askedAt = {};
 };
 
 /// The span that is remembered with an answer: the day that `question` asks for and the seven after it, one
@@ -153,7 +155,7 @@ private:
     static QCoro::Task<bool> recall(std::shared_ptr<SourceCalendar> self, QDeadlineTimer deadline);
 
     void takeAnswer(const CalendarQuestion &question, CalendarReading reading, CalendarAnswers &answers);
-    void takeSuccess();
+    void takeSuccess(Date lastRead);
     void takeFailure(const CalendarError &error, bool hasLastAnswer);
     void logZones(const std::set<QByteArray> &unknownZones);
     void logSkippedEvents(const std::vector<SkippedEvent> &skippedEvents);
