@@ -20,7 +20,10 @@
 #include <QPixmapCache>
 
 #include <malloc.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -63,12 +66,24 @@ void chooseBanners(LiveServices &services)
     }
 }
 
+/// Gives back the pages of the stack that only painting needs. Main thread only: below its stack, nothing
+/// else is mapped, and nothing happens to pages that it has never reached.
+void giveBackStack()
+{
+    constexpr int inUse = 16 * 1024; // the calls from here, and signal handlers
+    constexpr int deepest = 256 * 1024;
+    auto *const here = static_cast<char *>(__builtin_frame_address(0));
+    const auto inPage = reinterpret_cast<std::uintptr_t>(here) % static_cast<std::uintptr_t>(::getpagesize());
+    ::madvise(here - inPage - inUse - deepest, deepest, MADV_DONTNEED);
+}
+
 /// Gives the memory of a banner's pictures back to the system. Otherwise the C library keeps it, almost two
 /// megabytes.
 void giveBackMemory()
 {
     QPixmapCache::clear();
     ::malloc_trim(0);
+    giveBackStack();
 }
 
 } // namespace
