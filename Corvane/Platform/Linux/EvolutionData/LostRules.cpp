@@ -102,14 +102,14 @@ QCoro::Task<void> LostRules::watch(std::shared_ptr<LostRules> self, GObjectRef<E
 // On a GLib thread, because these calls have no form that does not block.
 void LostRules::make(GTask *task, gpointer, gpointer data, GCancellable *cancellable)
 {
-    const auto &[client, rules] = *static_cast<Request *>(data);
+    const auto &request = *static_cast<Request *>(data);
     GError *error = nullptr;
     ECalClientView *view = nullptr;
-    if (e_cal_client_get_view_sync(client.get(), "#t", &view, cancellable, &error) == FALSE) {
+    if (e_cal_client_get_view_sync(request.client.get(), "#t", &view, cancellable, &error) == FALSE) {
         g_task_return_error(task, error);
         return;
     }
-    const auto connect = [view, &rules](const char *signal, GCallback handler) {
+    const auto connect = [view, rules = request.rules](const char *signal, GCallback handler) {
         g_signal_connect_data(
             view, signal, handler, new Receiver{rules},
             [](gpointer receiver, GClosure *) { delete static_cast<Receiver *>(receiver); }, GConnectFlags{});

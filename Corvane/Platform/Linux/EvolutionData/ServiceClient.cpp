@@ -86,7 +86,7 @@ struct ServiceClient::Watch {
             g_task_return_error(task, error);
             return;
         }
-        const auto connect = [view, &watch](const char *signal, GCallback handler) {
+        const auto connect = [view, watch = watch](const char *signal, GCallback handler) {
             g_signal_connect_data(
                 view, signal, handler, new std::shared_ptr<Watch>(watch),
                 [](gpointer shared, GClosure *) { delete static_cast<std::shared_ptr<Watch> *>(shared); },
