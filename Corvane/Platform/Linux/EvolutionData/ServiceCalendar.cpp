@@ -203,10 +203,27 @@ QCoro::Task<SourceCalendar::Reading> ServiceCalendar::readOnce(CalendarQuestion 
             co_return std::unexpected(expanded.error());
         }
     }
-    CalendarReading reading{.events = std::move(singles->events),
-                            .skippedEvents = std::move(singles->skippedEvents),
-                            .unknownZones = std::move(singles->unknownZones),
-                            .version = versionNow,
+    const bool isWhole = singles->isComplete && m_series && m_series->version == versionNow;
+    CalendarReading reading = combined(std::move(*singles), versionNow);
+    notePassword();
+    if (m_passwordWaits >= lastingPasswordWaits) {
+        reading.outdated = passwordError();
+    }
+    m_known.reset();
+    if (isWhole && m_passwordWaits == 0 && wishes == m_wishes) {
+        m_known = Known{question, reading, uptime() + knownTime};
+    }
+    client->watchLostRules(m_lostRules);
+    co_return reading;
+}
+
+/// What `singles` and the series contain together.
+CalendarReading ServiceCalendar::combined(Expansion singles, const QByteArray &version) const
+{
+    CalendarReading reading{.events = std::move(singles.events),
+                            .skippedEvents = std::move(singles.skippedEvents),
+                            .unknownZones = std::move(singles.unknownZones),
+                            .version = version,
                             .askedAt = currentDate()};
     if (m_series) {
         std::ranges::copy(m_series->events, std::back_inserter(reading.events));
@@ -214,17 +231,7 @@ QCoro::Task<SourceCalendar::Reading> ServiceCalendar::readOnce(CalendarQuestion 
         std::ranges::copy(m_series->unknownZones,
                           std::inserter(reading.unknownZones, reading.unknownZones.end()));
     }
-    notePassword();
-    if (m_passwordWaits >= lastingPasswordWaits) {
-        reading.outdated = passwordError();
-    }
-    const bool isWhole = singles->isComplete && m_series && m_series->version == versionNow;
-    m_known.reset();
-    if (isWhole && m_passwordWaits == 0 && wishes == m_wishes) {
-        m_known = Known{question, reading, uptime() + knownTime};
-    }
-    client->watchLostRules(m_lostRules);
-    co_return reading;
+    return reading;
 }
 
 bool ServiceCalendar::isKnown(const CalendarQuestion &question, const QByteArray &version) const
@@ -278,6 +285,7 @@ QCoro::Task<void> ServiceCalendar::completeSeries(Client client, std::shared_ptr
     }
     auto whole = co_await ServiceClient::components(client, identifiers);
     if (!whole || whole->empty()) {
+        fetched->isWhole = whole.has_value();
         co_return;
     }
     removeComponents(fetched->singles, identifiers);

@@ -21,8 +21,9 @@
 namespace corvane {
 
 /// A calendar of the desktop's calendar service. It stays open between readings. While its watch reports no
-/// change, the service is asked again only for another question, after refresh(), or after five minutes; the
-/// series are fetched and expanded again only after a change, for another question, or after ten minutes.
+/// change, the last complete answer is known: the service is asked again only for another question, after a
+/// wished refresh() or after five minutes. Series are fetched and expanded again only after a change, for
+/// another question, or after ten minutes.
 class ServiceCalendar final : public SourceCalendar {
 public:
     ServiceCalendar(std::shared_ptr<CalendarServices> services, const ServiceEntry &entry);
@@ -73,7 +74,7 @@ private:
         Components series;
         /// The series that the service lists as single events; they are in `series` only.
         std::set<QByteArray> lostRules;
-        /// Whether these could be fetched.
+        /// Whether all series could be fetched.
         bool isWhole = true;
     };
 
@@ -89,6 +90,7 @@ private:
     QCoro::Task<std::expected<void, CalendarError>> expandSeries(Client client, CalendarQuestion question,
                                                                  std::shared_ptr<Fetched> fetched,
                                                                  QByteArray version);
+    [[nodiscard]] CalendarReading combined(Expansion singles, const QByteArray &version) const;
     [[nodiscard]] bool isKnown(const CalendarQuestion &question, const QByteArray &version) const;
     [[nodiscard]] QByteArray version(const Client &client, const CalendarQuestion &question) const;
     [[nodiscard]] bool awaitsPassword() const;
