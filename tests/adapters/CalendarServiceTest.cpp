@@ -50,7 +50,8 @@ private Q_SLOTS:
         timer.start();
         QCOMPARE(load().size(), 3);
         QVERIFY(timer.elapsed() < limit);
-        QVERIFY(logged(u"calendar opened again"_s) > 0);
+        // The library tells a moment later that the service has died; until then the answer is known.
+        QTRY_VERIFY((static_cast<void>(load()), logged(u"calendar opened again"_s)) > 0);
     }
 
     void aServiceKilledDuringALoadKeepsTheLessons()

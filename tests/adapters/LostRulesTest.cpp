@@ -83,7 +83,9 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(load().contains(u"Zoom - Dora"_s), patience);
         m_service->signal(CalendarService::Part::factory, SIGKILL);
         QTRY_VERIFY_WITH_TIMEOUT(!m_service->isRunning(CalendarService::Part::factory), 5000);
+        wishForNews();
         QVERIFY(load().contains(u"Zoom - Dora"_s));
+        QVERIFY(logged(u"calendar opened again"_s) > 0);
     }
 
     void aChangedInstanceOfSuchASeriesReplacesIt()
