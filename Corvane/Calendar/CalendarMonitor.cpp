@@ -9,6 +9,12 @@
 
 namespace corvane {
 
+void CalendarMonitor::addViewer(const QObject &viewer)
+{
+    ++m_viewers;
+    connect(&viewer, &QObject::destroyed, this, [this] { --m_viewers; });
+}
+
 void CalendarMonitor::setCalendars(std::vector<CalendarStatus> calendars, const QString &gap)
 {
     std::ranges::sort(calendars, {}, [](const CalendarStatus &calendar) {

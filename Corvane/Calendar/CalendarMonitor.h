@@ -63,6 +63,11 @@ public:
     /// The events of the last answer, all-day events included, sorted by start.
     [[nodiscard]] const std::vector<CalendarEvent> &events() const { return m_events; }
 
+    /// Until `viewer` is destroyed, every load asks each calendar, so that no state is older than the last
+    /// load.
+    void addViewer(const QObject &viewer);
+    [[nodiscard]] bool isViewed() const { return m_viewers > 0; }
+
     /// Called by the event store. They emit changed() only if something changed.
     void setCalendars(std::vector<CalendarStatus> calendars, const QString &gap = {});
     void setEvents(std::vector<CalendarEvent> events);
@@ -78,6 +83,7 @@ private:
     std::vector<CalendarStatus> m_calendars;
     QString m_gap;
     std::vector<CalendarEvent> m_events;
+    int m_viewers = 0;
 };
 
 } // namespace corvane

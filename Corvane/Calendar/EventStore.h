@@ -44,7 +44,8 @@ public:
     /// Ends within 5 seconds, and 0.2 s later for each query of another interval that still waits. If a
     /// calendar does not answer, that is logged and its last good answer for the same interval is used;
     /// without one, monitor().gap() says so when the call ends. The call fails only if no calendar answers.
-    /// A calendar that reports its changes, and has reported none, may be asked only every five minutes.
+    /// A calendar that reports its changes, and has reported none, may be asked only every five minutes,
+    /// unless monitor().isViewed().
     virtual QCoro::Task<std::expected<std::vector<CalendarEvent>, Failure>> events(DateInterval interval) = 0;
 
     /// Asks online calendars to fetch news from their servers; returns at once. A server is not asked again

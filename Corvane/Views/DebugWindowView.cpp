@@ -105,6 +105,7 @@ void DebugWindowView::follow()
     m_pause.setInterval(1s);
     connect(&m_pause, &QTimer::timeout, this, &DebugWindowView::refresh);
     connect(&m_viewModel, &MenuBarViewModel::debugSnapshotChanged, this, [this] { setStale(m_snapshot); });
+    m_sources.calendars.addViewer(*this);
     connect(&m_sources.calendars, &CalendarMonitor::changed, this, [this] {
         setStale(m_calendars);
         setStale(m_notLessons);

@@ -23,7 +23,7 @@ class MenuBarViewModel;
 
 /// The sources of the debug window; borrowed.
 struct DebugSources {
-    const CalendarMonitor &calendars;
+    CalendarMonitor &calendars;
     const CalendarLessonParser &parser;
     const DebugLogService &log;
 };

@@ -7,6 +7,7 @@
 
 #include <QTest>
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 
@@ -21,6 +22,13 @@ class KnownAnswerTest final : public CalendarServiceFixture {
     ManualClock m_clock{testDay().start + std::chrono::hours(9)};
 
     void stopService() { m_service->signal(CalendarService::Part::factory, SIGSTOP); }
+
+    [[nodiscard]] bool hasFailing() const
+    {
+        return std::ranges::any_of(m_room->monitor().calendars(), [](const CalendarStatus &calendar) {
+            return calendar.condition != CalendarStatus::Condition::answers;
+        });
+    }
 
     /// Loads until an answer is kept: changes that the service reports late may take a second load.
     void settle()
@@ -47,6 +55,31 @@ private Q_SLOTS:
         wishForNews();
         QCOMPARE(load(), lessons);
         QCOMPARE(logged(u"calendar did not answer"_s), 2);
+    }
+
+    void whileItsStateIsViewedEveryLoadAsks()
+    {
+        settle();
+        stopService();
+        {
+            const QObject viewer;
+            const QObject another;
+            m_room->monitor().addViewer(viewer);
+            m_room->monitor().addViewer(another);
+            QCOMPARE(load(), lessons);
+            QCOMPARE(logged(u"calendar did not answer"_s), 2);
+            m_service->signal(CalendarService::Part::factory, SIGCONT);
+            QTRY_VERIFY_WITH_TIMEOUT((static_cast<void>(load()), !hasFailing()), 20000);
+            stopService();
+            static_cast<void>(load());
+            QVERIFY(hasFailing());
+            m_service->signal(CalendarService::Part::factory, SIGCONT);
+            QTRY_VERIFY_WITH_TIMEOUT((static_cast<void>(load()), !hasFailing()), 20000);
+        }
+        QCOMPARE(load(), lessons);
+        stopService();
+        QCOMPARE(load(), lessons);
+        QVERIFY(!hasFailing());
     }
 
     void aRegularRefreshDoesNotAskLocalCalendars()

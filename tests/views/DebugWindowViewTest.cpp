@@ -102,6 +102,14 @@ private Q_SLOTS:
         QCOMPARE(room.rows(u"Log"_s).size(), 3);
     }
 
+    void whileItExistsTheCalendarsAreAskedAtEveryLoad()
+    {
+        Room room;
+        QVERIFY(room.monitor.isViewed());
+        room.view.reset();
+        QVERIFY(!room.monitor.isViewed());
+    }
+
     void itUpdatesAtMostOnceASecond()
     {
         Room room;

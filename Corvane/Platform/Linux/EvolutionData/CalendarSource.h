@@ -46,6 +46,9 @@ public:
     /// Every event that overlaps the question's interval. One query runs at a time.
     virtual QCoro::Task<CalendarAnswers> query(CalendarQuestion question, QDeadlineTimer deadline) = 0;
 
+    /// The next query that begins asks every calendar, also those whose last answer is still right.
+    virtual void askAnew() {}
+
     /// Asks servers for news. Returns at once.
     virtual void refresh(CalendarRefresh) {}
 

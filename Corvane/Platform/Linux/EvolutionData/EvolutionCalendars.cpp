@@ -50,6 +50,13 @@ public:
         }
     }
 
+    void askAnew()
+    {
+        for (const auto &[uid, calendar] : m_calendars) {
+            calendar->askAnew();
+        }
+    }
+
     void refresh(CalendarRefresh kind)
     {
         for (const auto &[uid, calendar] : m_calendars) {
@@ -241,6 +248,11 @@ QCoro::Task<std::expected<bool, Failure>> EvolutionCalendars::checkAvailability(
 QCoro::Task<CalendarAnswers> EvolutionCalendars::query(CalendarQuestion question, QDeadlineTimer deadline)
 {
     return Impl::query(m_impl, std::move(question), deadline);
+}
+
+void EvolutionCalendars::askAnew()
+{
+    m_impl->askAnew();
 }
 
 void EvolutionCalendars::refresh(CalendarRefresh kind)

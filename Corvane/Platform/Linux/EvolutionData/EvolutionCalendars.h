@@ -25,6 +25,7 @@ public:
 
     QCoro::Task<std::expected<bool, Failure>> checkAvailability(QDeadlineTimer deadline) override;
     QCoro::Task<CalendarAnswers> query(CalendarQuestion question, QDeadlineTimer deadline) override;
+    void askAnew() override;
     void refresh(CalendarRefresh kind) override;
     void close() override;
 

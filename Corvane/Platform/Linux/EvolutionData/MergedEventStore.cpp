@@ -139,7 +139,11 @@ private:
             const CalendarQuestion question{query.interval, self->m_timeZoneId()};
             CalendarAnswers all;
             std::vector<QCoro::Task<CalendarAnswers>> tasks;
+            const bool isViewed = self->m_monitor != nullptr && self->m_monitor->isViewed();
             for (const auto &source : self->m_sources) {
+                if (isViewed) {
+                    source->askAnew();
+                }
                 tasks.push_back(source->query(question, deadline));
             }
             for (auto &task : tasks) {

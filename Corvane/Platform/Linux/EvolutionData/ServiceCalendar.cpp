@@ -391,8 +391,7 @@ QCoro::Task<std::optional<QByteArray>> ServiceCalendar::capture(CalendarQuestion
 void ServiceCalendar::refresh(CalendarRefresh kind)
 {
     if (kind == CalendarRefresh::wished) {
-        ++m_wishes;
-        m_known.reset();
+        askAnew();
     }
     m_refresh->ask(m_client, kind);
 }

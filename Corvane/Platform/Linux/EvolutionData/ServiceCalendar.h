@@ -38,6 +38,13 @@ public:
     /// Opens the calendar unless it is open. None on success, otherwise why it cannot be opened.
     static QCoro::Task<std::optional<CalendarError>> open(std::shared_ptr<ServiceCalendar> self);
 
+    /// The next reading that begins asks the service, even if its last answer is still right.
+    void askAnew()
+    {
+        ++m_wishes;
+        m_known.reset();
+    }
+
     /// Asks the calendar's server for news, or does so as soon as the calendar is open. If that is wished,
     /// the next reading asks the service, too.
     void refresh(CalendarRefresh kind);
