@@ -260,14 +260,23 @@ class Roads(unittest.TestCase):
             program.wait_for("^calendar reload success lessons=1 ")
             factories = desktop.processes("evolution-calendar-factory")
             self.assertTrue(factories)
-            for pid in factories:
-                os.kill(pid, signal.SIGSTOP)
-            # The debug window asks for news.
+
+            def signal_all(number):
+                for pid in factories:
+                    os.kill(pid, number)
+
+            signal_all(signal.SIGSTOP)
+            # The debug window asks for news, and while it is open, each minute's load asks.
             program.open_panel()
             program.press("Show Debug Window")
             program.wait_for("^calendar did not answer ", 15)
-            for pid in factories:
-                os.kill(pid, signal.SIGKILL)
+            signal_all(signal.SIGCONT)
+            desktop.skip_to(desktop.now() + 60)
+            program.wait_for("^calendar answers again ", 15)
+            signal_all(signal.SIGSTOP)
+            desktop.skip_to(desktop.now() + 60)
+            program.wait_for("^calendar did not answer ", 15, count=2)
+            signal_all(signal.SIGKILL)
             desktop.write_system_calendar(anna, ben)
             desktop.skip_to(desktop.now() + 60)
             program.wait_for("^calendar reload success lessons=2 ", 70)
