@@ -22,7 +22,8 @@ struct CalendarStatus {
         answers,        ///< read by the last load
         awaitsPassword, ///< its account needs a password
         silent,         ///< did not answer in time
-        unopened,       ///< could not be opened, or is incomplete
+        unopened,       ///< the calendar service could not open it
+        unreadable,     ///< a file that could not be read, or is incomplete
         leftOut,        ///< a file that contains no calendar
     };
 

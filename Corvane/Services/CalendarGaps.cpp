@@ -69,13 +69,14 @@ QString advice(const std::vector<CalendarStatus> &gaps)
     switch (commonCondition(gaps).value_or(Condition::unopened)) {
     case Condition::awaitsPassword:
         return u"Please sign in to the account in your calendar program."_s;
-    case Condition::leftOut:
+    case Condition::unreadable:
         return u"Please check whether the file is complete, or save it again."_s;
     case Condition::silent:
         return u"Please check your internet connection. Quillet keeps trying."_s;
     case Condition::unopened:
     case Condition::unread:
     case Condition::answers:
+    case Condition::leftOut:
         return u"Please check in your calendar program. Quillet keeps trying."_s;
     }
     Q_UNREACHABLE();
@@ -115,6 +116,7 @@ QString calendarGaps::notice(const std::vector<CalendarStatus> &gaps)
     case Condition::awaitsPassword:
         return capitalized(nouns(gaps)) + (isOne ? u" waits for a password"_s : u" wait for a password"_s);
     case Condition::unopened:
+    case Condition::unreadable:
     case Condition::leftOut:
         return capitalized(nouns(gaps)) + u" cannot be read"_s;
     case Condition::unread:

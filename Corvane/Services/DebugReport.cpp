@@ -78,6 +78,8 @@ QString conditionText(CalendarStatus::Condition condition)
         return u"No answer"_s;
     case CalendarStatus::Condition::unopened:
         return u"Could not be opened"_s;
+    case CalendarStatus::Condition::unreadable:
+        return u"Could not be read"_s;
     case CalendarStatus::Condition::leftOut:
         return u"Left out"_s;
     }
@@ -116,6 +118,7 @@ Tone toneOf(const CalendarStatus &calendar)
     case CalendarStatus::Condition::awaitsPassword:
     case CalendarStatus::Condition::silent:
     case CalendarStatus::Condition::unopened:
+    case CalendarStatus::Condition::unreadable:
     case CalendarStatus::Condition::leftOut:
         return calendar.isGap() ? Tone::bad : Tone::warning;
     }

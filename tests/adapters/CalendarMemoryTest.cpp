@@ -248,6 +248,7 @@ private Q_SLOTS:
         start();
         QCOMPARE(load(), QStringList{u"Zoom - Ben"_s});
         QVERIFY(status().isGap());
+        QCOMPARE(status().condition, CalendarStatus::Condition::unreadable);
         QCOMPARE(status().name, u"a.ics"_s);
         QVERIFY(status().failingSince.has_value());
     }

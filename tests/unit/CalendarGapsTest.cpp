@@ -58,8 +58,8 @@ private Q_SLOTS:
                                   << u"The calendars “A” and “B” wait for a password"_s;
         QTest::newRow("unopened") << Condition::unopened << u"The calendar “A” cannot be read"_s
                                   << u"The calendars “A” and “B” cannot be read"_s;
-        QTest::newRow("left out") << Condition::leftOut << u"The calendar “A” cannot be read"_s
-                                  << u"The calendars “A” and “B” cannot be read"_s;
+        QTest::newRow("a file") << Condition::unreadable << u"The calendar “A” cannot be read"_s
+                                << u"The calendars “A” and “B” cannot be read"_s;
     }
 
     void theNoticeSaysWhichCalendarsAndWhy()
@@ -120,8 +120,8 @@ private Q_SLOTS:
                                   << u"Please sign in to the account in your calendar program."_s;
         QTest::newRow("unopened") << Condition::unopened
                                   << u"Please check in your calendar program. Quillet keeps trying."_s;
-        QTest::newRow("left out") << Condition::leftOut
-                                  << u"Please check whether the file is complete, or save it again."_s;
+        QTest::newRow("a file") << Condition::unreadable
+                                << u"Please check whether the file is complete, or save it again."_s;
     }
 
     void theAdviceFollowsTheReason()

@@ -148,6 +148,8 @@ private Q_SLOTS:
             u"No answer since 09:14. Its lessons are missing."_s);
         row("unopened", Condition::unopened, true, u"the server refuses."_s, false,
             u"Could not be opened since 09:14: the server refuses. Its lessons are missing."_s);
+        row("a file", Condition::unreadable, true, u"it ends too early."_s, false,
+            u"Could not be read since 09:14: it ends too early. Its lessons are missing."_s);
         row("left out", Condition::leftOut, false, u"it is no calendar"_s, true,
             u"Left out, shows its last answer: it is no calendar"_s);
     }

@@ -34,14 +34,14 @@ std::expected<Groups, CalendarError> parseFile(const QByteArray &path)
     // Links to any file: others may share their calendars with the user.
     const auto bytes = readRegularFile(path, FileCalendar::maximumSize, LinkTo::anyFile);
     if (!bytes) {
-        return std::unexpected(CalendarError{Condition::unopened, u"read"_s, bytes.error().reason});
+        return std::unexpected(CalendarError{Condition::unreadable, u"read"_s, bytes.error().reason});
     }
     auto calendars = readCalendarText(*bytes);
     if (!calendars) {
         const CalendarTextError &error = calendars.error();
         const bool isHalf = error.isTruncated && !bytes->isEmpty();
         return std::unexpected(
-            CalendarError{isHalf ? Condition::unopened : Condition::leftOut, u"parse"_s, error.reason});
+            CalendarError{isHalf ? Condition::unreadable : Condition::leftOut, u"parse"_s, error.reason});
     }
     return groupsOf(std::move(*calendars));
 }
