@@ -51,6 +51,8 @@ private Q_SLOTS:
         const QString longName(200, u'x');
         const QString digest(64, u'a');
         QTest::newRow("a step") << u"quillet.backup.one-minute.1800000000.Anna"_s << u"1800000000.Anna"_s;
+        QTest::newRow("a step of one letter")
+            << u"quillet.backup.j.1800000000.Anna"_s << u"1800000000.Anna"_s;
         QTest::newRow("dots in a name")
             << u"quillet.backup.join.1800000000.Anna. B. C"_s << u"1800000000.Anna. B. C"_s;
         QTest::newRow("no name") << u"quillet.backup.join.1800000000."_s << u"1800000000."_s;

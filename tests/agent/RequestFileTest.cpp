@@ -170,6 +170,17 @@ private Q_SLOTS:
         QCOMPARE(content(m_path + u".unreadable"_s), before + text + after);
     }
 
+    void anEntryIsFoundBehindFifteenFalseStarts()
+    {
+        const QByteArray start("0123456789abcdef [\"");
+        QByteArray text = encodedRequests(queueOf(2));
+        const qsizetype first = text.indexOf('\n') + 1;
+        put(QByteArray(text).insert(first, start.repeated(15)));
+        QCOMPARE(RequestFile(m_path).read().queue.requests().size(), 2U);
+        put(text.insert(first, start.repeated(16))); // more than occur by accident
+        QCOMPARE(RequestFile(m_path).read().queue.requests().size(), 1U);
+    }
+
     void aGarbageFileIsAnEmptyUsableQueue()
     {
         put(QByteArray("\xff\xfe garbage \0 \n\n\n", 16));

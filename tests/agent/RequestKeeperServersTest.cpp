@@ -141,6 +141,18 @@ private Q_SLOTS:
         QCOMPARE(m_server->handed.size(), 1);
     }
 
+    // The server gives no sign of life that could wake the agent.
+    void aSilentServerDoesNotKeepTheAgentRunning()
+    {
+        m_server->outcome = Outcome::unknown;
+        QVERIFY(add(request(u"a"_s, noon)));
+        QTRY_COMPARE(m_server->handed.size(), 1);
+        settle();
+        m_clock->set(noon + 60);
+        QTRY_VERIFY(m_keeper->isIdle());
+        QVERIFY(logged(u"the server never answered"_s));
+    }
+
     void aRequestHeldByASilentServerIsNotRetriedWithItsReplacement()
     {
         m_server->outcome = Outcome::unknown;

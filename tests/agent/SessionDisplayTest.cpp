@@ -40,6 +40,8 @@ private Q_SLOTS:
         const ListeningSocket server(QByteArray("\0/tmp/.X11-unix/X64998", 22));
         QVERIFY((SessionDisplay{u":64998"_s, {}, {}}.isThere({})));
         QVERIFY((SessionDisplay{u"unix:64998.1"_s, {}, {}}.isThere({})));
+        // The same number on another machine is another server.
+        QVERIFY(!(SessionDisplay{u"far.example:64998"_s, {}, {}}.isThere({})));
     }
 
     void aDisplayWithoutALocalServerDoesNotExist_data()
