@@ -156,6 +156,11 @@ QString AgentRoom::entryPath() const
     return m_folder.filePath(u"config/autostart/com.ordwinsoftware.Quillet.NotificationAgent.desktop"_s);
 }
 
+QString AgentRoom::program()
+{
+    return QUILLET_AGENT;
+}
+
 QString AgentRoom::log() const
 {
     QFile file(m_folder.filePath(u"state/Logs/Quillet/quillet-notification-agent.log"_s));

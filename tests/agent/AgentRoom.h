@@ -39,6 +39,8 @@ public:
     /// Starts the agent without waiting for its name.
     void launchAgent(const QStringList &arguments = {}, const QString &shell = {});
     [[nodiscard]] QProcess &agent() { return *m_agent; }
+    /// The agent's executable.
+    [[nodiscard]] static QString program();
     /// Sends SIGKILL and waits for the end.
     void killAgent();
 

@@ -17,7 +17,9 @@
 
 #include <signal.h>
 
+#include <QDBusReply>
 #include <QDBusServiceWatcher>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QSignalSpy>
@@ -84,6 +86,24 @@ struct LeavingAgent {
 /// When the agent starts and ends.
 class NotificationAgentLifeTest final : public NotificationAgentFixture {
     Q_OBJECT
+
+    struct Ended {
+        int status = -1;
+        QByteArray output; ///< standard error
+    };
+
+    // Another agent on `bus`, with a state folder of its own.
+    Ended runSecond(const QString &bus)
+    {
+        QProcess second;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, bus);
+        environment.insert(u"XDG_STATE_HOME"_s, m_room->filePath(u"second"_s));
+        second.setProcessEnvironment(environment);
+        second.start(AgentRoom::program(), {});
+        second.waitForFinished(agentTimeout);
+        return {second.exitCode(), second.readAllStandardError()};
+    }
 
 private Q_SLOTS:
     void withNothingPendingItExitsAndLeavesNoLoginEntry()
@@ -170,6 +190,16 @@ private Q_SLOTS:
         m_room->launchAgent({}, u"export DBUS_SESSION_BUS_ADDRESS=unix:path=/nowhere"_s);
         QVERIFY(m_room->agent().waitForFinished(agentTimeout));
         QCOMPARE(m_room->agent().exitCode(), 1);
+        QVERIFY(m_room->log().contains(u"there is no session bus"_s));
+    }
+
+    void aLogThatCannotBeWrittenIsReportedOnStandardError()
+    {
+        QVERIFY(QDir().mkpath(m_room->filePath(u"second/Logs/Quillet/quillet-notification-agent.log"_s)));
+        const Ended second = runSecond(u"unix:path=/nowhere"_s);
+        QCOMPARE(second.status, 1);
+        QVERIFY2(second.output.contains("quillet-notification-agent.log cannot be written: it is "),
+                 second.output.constData());
     }
 
     void thereIsNeverASecondAgent()
@@ -184,11 +214,36 @@ private Q_SLOTS:
         environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, other.address());
         second.setProcessEnvironment(environment);
         second.setStandardErrorFile(QProcess::nullDevice());
-        second.start(m_room->agent().program(), {});
+        second.start(AgentRoom::program(), {});
         QVERIFY(second.waitForFinished(agentTimeout));
         QCOMPARE(second.exitCode(), 0);
         QCOMPARE(m_room->ownerProcess(), first);
         QVERIFY(m_room->log().contains(u"another agent keeps this queue"_s));
+    }
+
+    // As in a second session on the same bus with a folder of its own.
+    void aSecondAgentOnTheSameBusEnds()
+    {
+        m_room->startAgent();
+        QVERIFY(isReply(m_room->add(agentRequest(u"Anna"_s, AgentRoom::now() + 1000))));
+        const Ended second = runSecond(m_room->bus().address());
+        QCOMPARE(second.status, 0);
+        QVERIFY(second.output.contains("the bus does not give the name: it is taken"));
+    }
+
+    void nobodyTakesItsNameOver()
+    {
+        m_room->startAgent();
+        QVERIFY(isReply(m_room->add(agentRequest(u"Anna"_s, AgentRoom::now() + 1000))));
+        constexpr uint replaceExisting = 2;
+        constexpr uint doNotQueue = 4;
+        constexpr uint exists = 3;
+        auto call = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
+                                                   u"org.freedesktop.DBus"_s, u"RequestName"_s);
+        call << QString(names::agent) << (replaceExisting | doNotQueue);
+        const QDBusReply<uint> reply = m_room->connection().call(call);
+        QVERIFY2(reply.isValid(), qPrintable(reply.error().message()));
+        QCOMPARE(reply.value(), exists);
     }
 
     // Systemd does that: for it, an agent without its name has ended.

@@ -98,6 +98,11 @@ private Q_SLOTS:
         QVERIFY(isReply(m_room->add(agentRequest(u"Anna"_s, AgentRoom::now()))));
         QTRY_VERIFY_WITH_TIMEOUT(sound.peak() > 0.01, agentTimeout);
         QCOMPARE(server.shown.size(), 1U);
+        for (const auto &property : {u"application.name = \"Quillet\""_s,
+                                     u"application.id = \"%1\""_s.arg(QLatin1StringView(names::application)),
+                                     u"media.role = \"event\""_s}) {
+            QVERIFY2(sound.hasPlayed(property), qPrintable(property));
+        }
     }
 
     void aHangingSoundServerDelaysNothing()

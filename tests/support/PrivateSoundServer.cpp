@@ -8,6 +8,7 @@
 #include <signal.h>
 
 #include <QDeadlineTimer>
+#include <QFile>
 
 #include <algorithm>
 #include <cmath>
@@ -31,6 +32,7 @@ PrivateSoundServer::PrivateSoundServer()
     m_server.start(u"pulseaudio"_s,
                    {u"-n"_s, u"--daemonize=no"_s, u"--exit-idle-time=-1"_s, u"--use-pid-file=no"_s,
                     u"--disable-shm=yes"_s, u"--realtime=no"_s, u"--high-priority=no"_s,
+                    u"--log-level=info"_s, u"--log-target=newfile:"_s + m_folder.filePath(u"log"_s),
                     u"--load=module-null-sink sink_name=null rate=44100"_s,
                     u"--load=module-native-protocol-unix auth-anonymous=1 socket="_s + socket});
     qputenv("PULSE_SERVER", "unix:" + socket.toUtf8());
@@ -106,6 +108,16 @@ double PrivateSoundServer::peak()
         loudest = std::max(loudest, std::abs(static_cast<int>(sample)));
     }
     return loudest / 32768.0;
+}
+
+bool PrivateSoundServer::hasPlayed(const QString &property) const
+{
+    QFile log(m_folder.filePath(u"log"_s));
+    if (!log.open(QIODevice::ReadOnly)) {
+        qFatal("the private sound server writes no log");
+    }
+    // A new stream is logged with its properties, one a line, indented.
+    return log.readAll().contains("    " + property.toUtf8() + '\n');
 }
 
 bool PrivateSoundServer::isSilent()

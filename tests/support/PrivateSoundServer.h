@@ -35,6 +35,9 @@ public:
     /// The loudest sample recorded so far, 0 to 1.
     [[nodiscard]] double peak();
 
+    /// Whether a stream with `property`, e.g. `media.role = "event"`, has begun.
+    [[nodiscard]] bool hasPlayed(const QString &property) const;
+
     /// Whether something was recorded and all of it is silence. An audible recording is discarded, so that a
     /// later call returns true once there is silence.
     [[nodiscard]] bool isSilent();
