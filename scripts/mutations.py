@@ -116,9 +116,9 @@ PARAMETER = re.compile(r"(?P<type>(?:const )?[\w:<>, ]+ [&*]*)\w+(?: = .*)?", re
 
 
 def cannot_swap(text, begin, parts, end):
-    """Whether a swap has no effect, because these are parameters of a function declared without a body, or never
-    compiles."""
-    if re.search(r"\b(?:dis)?connect$", text[:begin]):
+    """Whether a swap has no effect, because the order does not matter or these are parameters of a function declared
+    without a body, or never compiles."""
+    if re.search(r"\b(?:(?:dis)?connect|std::(?:min|max))$", text[:begin]):
         return True
     parameters = [PARAMETER.fullmatch(text[first:last]) for first, last in parts if last > first]
     if not all(parameters) or any(re.match(r"(?:new|co_await) ", each[0]) for each in parameters):
