@@ -79,6 +79,23 @@ private Q_SLOTS:
         QCOMPARE(onDisk().size(), 500);
     }
 
+    // A peer that never pauses does not postpone the answers to others for ever.
+    void aThousandChangesAreWrittenWithoutWaitingForMore()
+    {
+        int answers = 0;
+        const auto add = [&](int number) {
+            m_keeper->add(request(QString::number(number), noon + 5),
+                          [&](const std::expected<void, QString> &) { ++answers; });
+        };
+        for (int i = 0; i < 999; ++i) {
+            add(i);
+        }
+        QCOMPARE(answers, 0);
+        add(999);
+        QCOMPARE(answers, 1000);
+        QCOMPARE(onDisk().size(), 1000);
+    }
+
     void aRequestIsOffTheDiskBeforeTheServerGetsIt()
     {
         QStringList left{u"not looked"_s};

@@ -155,6 +155,8 @@ private Q_SLOTS:
             (QStringList{u"10:15 Completed"_s, u"09:00 IN PROGRESS In progress"_s, u"11:00 NEXT in 10m"_s}));
     }
 
+    void theListsTitle() { QCOMPARE(title(), u"Today’s schedule"_s); }
+
     void theDaysListIsSortedByStart()
     {
         std::vector<Lesson> lessons = fourLessons();
