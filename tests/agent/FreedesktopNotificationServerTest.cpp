@@ -98,8 +98,11 @@ private Q_SLOTS:
     {
         RecordingServer server(m_bus->address(), {});
         server.behaviour = Behaviour::refuses;
+        QSignalSpy ends(m_server.get(), &NotificationServer::finished);
         QVERIFY(ask());
         QCOMPARE(deliver(), Outcome::notShown);
+        QCOMPARE(ends.first().at(1).toString(),
+                 u"org.freedesktop.Notifications.Error.ExcessNotificationGeneration: too many"_s);
     }
 
     void aServerThatLeavesWithoutAnAnswerHasNotShownIt()
@@ -155,6 +158,7 @@ private Q_SLOTS:
         QSignalSpy departures(m_server.get(), &NotificationServer::left);
         QSignalSpy replacements(m_server.get(), &NotificationServer::replaced);
         QVERIFY(ask());
+        QVERIFY(replacements.isEmpty());
         first.releaseName();
         RecordingServer second(m_bus->address(), {});
         QVERIFY(ask());

@@ -112,6 +112,9 @@ private Q_SLOTS:
         QVERIFY(remove({u"a"_s}));
         m_keeper->tidyUp();
         QVERIFY(!QFile::exists(m_entry->path()));
+        // As in an agent that has tidied up but cannot leave.
+        QVERIFY(add(request(u"b"_s, noon + 1)));
+        QVERIFY(QFile::exists(m_entry->path()));
     }
 
     void aMissingLoginEntryIsRestoredAtTheStart()

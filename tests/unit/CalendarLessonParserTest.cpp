@@ -251,6 +251,8 @@ private Q_SLOTS:
         QCOMPARE(name(u"Zoom \u1E9Eara"_s), u"\u1E9Eara"_s);
         // A combining mark is removed with its letter.
         QCOMPARE(name(u"Zoom\u0302 Anna"_s), u"Anna"_s);
+        // Nor does a character of two units.
+        QCOMPARE(name(u"\U00020000Zoom Anna"_s), u"\U00020000 Anna"_s);
         QCOMPARE(name(u"\U0001D400 Zoom \U00020000"_s), u"\U0001D400 \U00020000"_s);
     }
 

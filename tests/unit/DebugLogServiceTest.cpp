@@ -176,6 +176,24 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(log.logURL().toLocalFile()));
     }
 
+    // Its owner could read the log.
+    void nothingIsWrittenIntoAnotherUsersFolder()
+    {
+        const QTemporaryDir library;
+        const QString folder = library.path() + u"/Logs/Quillet"_s;
+        if (::geteuid() == 0) {
+            QVERIFY(QDir().mkpath(folder));
+            QCOMPARE(::chown(QFile::encodeName(folder).constData(), 65534, 65534), 0);
+        } else {
+            QVERIFY(QDir().mkpath(library.path() + u"/Logs"_s));
+            QVERIFY(QFile::link(u"/var/tmp"_s, folder)); // only root can give a folder away
+        }
+        DebugLogService log(library.path());
+        log.log(u"kept"_s, at("09:00:00"));
+        QCOMPARE(log.latestLines().size(), 1);
+        QVERIFY(!QFile::exists(log.logURL().toLocalFile()));
+    }
+
     void aMovedFileIsRecreated()
     {
         const QTemporaryDir library;

@@ -44,6 +44,7 @@ private Q_SLOTS:
         row("not part of a word", {u"Al"_s, u"Ann"_s, u"Ende"_s}, u"calendar annual calendars Al-Ann"_s,
             u"calendar annual calendars A.-A."_s);
         row("not before an accent", {u"Ann"_s}, u"Ann\u0301"_s, u"An\u0144"_s);
+        row("not before an accent that stays apart", {u"Anq"_s}, u"Anq\u0301"_s, u"Anq\u0301"_s);
         row("beside digits and underscores", {u"Anna"_s}, u"anna12 x_anna_1"_s, u"A.12 x_A._1"_s);
         row("Chinese", {u"王小明"_s}, u"与王小明上课"_s, u"与王.上课"_s);
         row("Latin amid Chinese", {u"Anna"_s}, u"和Anna上课"_s, u"和A.上课"_s);
