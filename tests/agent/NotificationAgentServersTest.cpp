@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quillet authors
 // SPDX-License-Identifier: MIT
 
+#include "Corvane/Utilities/Names.h"
 #include "tests/agent/AgentRoom.h"
 #include "tests/agent/NotificationAgentFixture.h"
 #include "tests/agent/RecordingServer.h"
