@@ -24,9 +24,13 @@ bool isBlank(char c)
     return c == ' ' || c == '\t';
 }
 
-// The length, including its end, of the line that starts at `start`. Sets `isOpen` if the text ends within
-// it.
-qsizetype lineLength(const QByteArray &text, qsizetype start, bool &isOpen)
+struct LineExtent {
+    qsizetype length = 0; ///< including the line's end
+    bool isOpen = false;  ///< the text ends within a quotation or an escape
+    bool isEnded = false; ///< by a line break that is not part of the value
+};
+
+LineExtent lineAt(const QByteArray &text, qsizetype start)
 {
     bool isQuoted = false;
     qsizetype place = start;
@@ -40,8 +44,7 @@ qsizetype lineLength(const QByteArray &text, qsizetype start, bool &isOpen)
             continue;
         }
         if (c == ';' && !isQuoted && place > start) {
-            isOpen = false;
-            return place - start; // the comment that follows is a line of its own
+            return {.length = place - start}; // the comment that follows is a line of its own
         }
         if (c == '"') {
             isQuoted = !isQuoted;
@@ -53,18 +56,20 @@ qsizetype lineLength(const QByteArray &text, qsizetype start, bool &isOpen)
             }
         }
     }
-    isOpen = isQuoted || place > text.size();
+    const bool isOpen = isQuoted || place > text.size();
+    const bool isEnded = place < text.size();
     if (place + 1 < text.size() && text.at(place) == '\r' && text.at(place + 1) == '\n') {
         ++place;
     }
-    return std::min(place + 1, text.size()) - start;
+    return {.length = std::min(place + 1, text.size()) - start, .isOpen = isOpen, .isEnded = isEnded};
 }
 
 enum class Section { general, other, garbage };
 
-IniLine lineOf(const QByteArray &text, bool isOpen, Section &section)
+IniLine lineOf(const QByteArray &text, const LineExtent &extent, Section &section)
 {
-    IniLine line{.text = text};
+    const bool isOpen = extent.isOpen;
+    IniLine line{.text = text, .isEnded = extent.isEnded};
     const QByteArray content = text.trimmed();
     const qsizetype equals = content.indexOf('=');
     if (!isOpen && (content.isEmpty() || content.startsWith(';') || content.startsWith('#'))) {
@@ -252,10 +257,9 @@ std::vector<IniLine> iniLines(const QByteArray &text)
     std::vector<IniLine> lines;
     Section section = Section::general;
     for (qsizetype start = text.startsWith("\xEF\xBB\xBF") ? 3 : 0; start < text.size();) {
-        bool isOpen = false;
-        const qsizetype length = lineLength(text, start, isOpen);
-        lines.push_back(lineOf(text.sliced(start, length), isOpen, section));
-        start += length;
+        const LineExtent extent = lineAt(text, start);
+        lines.push_back(lineOf(text.sliced(start, extent.length), extent, section));
+        start += extent.length;
     }
     return lines;
 }

@@ -18,6 +18,7 @@ struct IniLine {
     enum class Kind { section, entry, other, garbage };
     Kind kind = Kind::other; ///< other: a comment or an empty line
     QByteArray text = {};    ///< as in the file, with its line end
+    bool isEnded = true;     ///< by a line break that is not part of the value
     QByteArray key = {};     ///< of an entry, without its section; of a section, its name
     QByteArray value = {};   ///< of an entry, still encoded
     bool isGeneral = false;  ///< in section "General", or before the first section

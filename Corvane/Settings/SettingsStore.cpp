@@ -60,13 +60,14 @@ void enter(std::vector<IniLine> &lines, const IniLine &entry)
 QByteArray textOf(const std::vector<IniLine> &lines)
 {
     QByteArray text;
+    bool isOnNewLine = true;
     for (const IniLine &line : lines) {
-        const bool isOnNewLine = text.isEmpty() || text.endsWith('\n') || text.endsWith('\r');
         // A comment may follow a value on its line.
         if (!isOnNewLine && !line.text.startsWith(';')) {
             text += '\n';
         }
         text += line.text;
+        isOnNewLine = line.isEnded;
     }
     return text;
 }

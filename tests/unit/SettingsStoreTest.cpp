@@ -130,6 +130,19 @@ private Q_SLOTS:
         QCOMPARE(store.value(u"i"_s, 5), QVariant(5));
     }
 
+    // A backslash makes the line break part of the value.
+    void anEntryAfterAnEscapedLineBreakIsALineOfItsOwn()
+    {
+        put("[General]\na=1\\\n");
+        for (const double value : {2.0, 3.0}) {
+            SettingsStore store(m_path);
+            store.setValue(u"b"_s, value);
+            QVERIFY(store.sync());
+            QCOMPARE(SettingsStore(m_path).value(u"b"_s).toDouble(), value);
+            QCOMPARE(content(), "[General]\na=1\\\n\nb=" + QByteArray::number(value) + '\n');
+        }
+    }
+
     void aGarbledFileIsKeptAsideBeforeItIsReplaced()
     {
         const QByteArray garbled = "[General]\na=1\nnonsense\n[half\nb=\"open\n";
