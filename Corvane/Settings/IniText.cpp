@@ -129,7 +129,6 @@ public:
                 ++m_place;
                 m_wasQuoted = true;
                 m_isQuoted = !m_isQuoted;
-                m_solid = m_text.size();
                 if (!m_isQuoted) {
                     skipBlanks();
                 }
@@ -199,7 +198,7 @@ private:
 
     void finishText()
     {
-        // Quoted and escaped text keeps its blanks.
+        // A value with a quotation keeps all blanks; an escaped character is kept in any case.
         if (!m_wasQuoted) {
             while (m_text.size() > m_solid && (m_text.back() == u' ' || m_text.back() == u'\t')) {
                 m_text.chop(1);
@@ -214,7 +213,7 @@ private:
     qsizetype m_place = 0;
     QStringList m_texts;
     QString m_text;
-    qsizetype m_solid = 0;
+    qsizetype m_solid = 0; ///< up to here the text keeps its blanks
     bool m_isQuoted = false;
     bool m_wasQuoted = false;
 };

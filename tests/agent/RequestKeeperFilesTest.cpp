@@ -42,13 +42,15 @@ private Q_SLOTS:
     void aRequestIsNotDeliveredUntilItCanBeTakenOutOfTheFile()
     {
         QVERIFY(add(request(u"a"_s, noon + 1)));
+        QVERIFY(add(request(u"b"_s, noon + 7)));
         {
             const FullDisk none;
             m_clock->tick();
             QTRY_VERIFY(logged(u"queue file cannot be"_s));
             settle();
             QVERIFY(m_server->handed.isEmpty());
-            QCOMPARE(m_keeper->pendingRequests(), QStringList{u"a"_s});
+            QCOMPARE(m_keeper->pendingRequests(), (QStringList{u"a"_s, u"b"_s}));
+            QCOMPARE(m_clock->alarm(), noon + 7);
         }
         QTRY_COMPARE_WITH_TIMEOUT(m_server->handed, QStringList{u"a"_s}, 10000);
     }

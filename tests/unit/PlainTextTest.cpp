@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "Corvane/Utilities/PlainText.h"
+#include "Corvane/Utilities/OneLine.h"
 #include "tests/support/TestProgram.h"
 
 #include <QTest>
@@ -35,6 +36,21 @@ private Q_SLOTS:
     {
         QCOMPARE(plainText(u"a\u202Ab\u202Bc\u202Cd\u202De\u202Ef"_s), u"abcdef"_s);
         QCOMPARE(plainText(u"\u2066a\u2067b\u2068c\u2069"_s), u"abc"_s);
+    }
+
+    void aLineIsCutAtItsMaximumLength()
+    {
+        QCOMPARE(oneLine(u"abcdef"_s, 6), u"abcdef"_s);
+        QCOMPARE(oneLine(u"abcdefg"_s, 6), u"abcdef"_s);
+        QCOMPARE(oneLine(u"abcdef"_s, 0), QString());
+        QCOMPARE(oneLine(u"abcde fg"_s, 6), u"abcde"_s);
+        // A pair of surrogates is not split.
+        QCOMPARE(oneLine(u"abcde😀g"_s, 6), u"abcde😀"_s);
+    }
+
+    void aLineHasSingleSpacesAndNoDirectionMarks()
+    {
+        QCOMPARE(oneLine(u" \n a\r\n\tb\u00A0\u2003c\u202Ed \x1b"_s), u"a b cd"_s);
     }
 };
 

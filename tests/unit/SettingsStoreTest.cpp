@@ -117,7 +117,7 @@ private Q_SLOTS:
     void handWrittenValuesAreUnderstood()
     {
         put("[General]\na= plain text \nb=\" quoted \"\nc=one, two\nd=\\x41 "
-            "\\\"\ne=\nf=@@x\ng=@String(y)\nh=a;b\n");
+            "\\\"\ne=\nj=\"one \" , two\nf=@@x\ng=@String(y)\nh=a;b\n");
         const SettingsStore store(m_path);
         QCOMPARE(store.value(u"a"_s), QVariant(u"plain text"_s));
         QCOMPARE(store.value(u"b"_s), QVariant(u" quoted "_s));
@@ -128,6 +128,7 @@ private Q_SLOTS:
         QCOMPARE(store.value(u"g"_s), QVariant(u"y"_s));
         QCOMPARE(store.value(u"h"_s), QVariant(u"a"_s));
         QCOMPARE(store.value(u"i"_s, 5), QVariant(5));
+        QCOMPARE(store.value(u"j"_s), QVariant(QStringList{u"one "_s, u"two"_s}));
     }
 
     // A backslash makes the line break part of the value.
