@@ -64,7 +64,8 @@ QByteArray textOf(const std::vector<IniLine> &lines)
     for (const IniLine &line : lines) {
         // A comment may follow a value on its line.
         if (!isOnNewLine && !line.text.startsWith(';')) {
-            text += '\n';
+            // An escaped carriage return and a line feed would be one escaped line break.
+            text += text.endsWith('\r') ? '\r' : '\n';
         }
         text += line.text;
         isOnNewLine = line.isEnded;

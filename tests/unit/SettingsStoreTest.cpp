@@ -132,15 +132,32 @@ private Q_SLOTS:
     }
 
     // A backslash makes the line break part of the value.
+    void anEntryAfterAnEscapedLineBreakIsALineOfItsOwn_data()
+    {
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<QByteArray>("kept");
+        const QByteArray entry("[General]\na=1\\");
+        QTest::newRow("line feed") << entry + '\n' << entry + "\n\n";
+        QTest::newRow("carriage return") << entry + '\r' << entry + "\r\r";
+        QTest::newRow("both") << entry + "\r\n" << entry + "\r\n\n";
+        QTest::newRow("both, reversed") << entry + "\n\r" << entry + "\n\r\r";
+        QTest::newRow("and a comment") << entry + "\n;c" << entry + "\n\n;c";
+    }
+
     void anEntryAfterAnEscapedLineBreakIsALineOfItsOwn()
     {
-        put("[General]\na=1\\\n");
+        QFETCH(QByteArray, before);
+        QFETCH(QByteArray, kept);
+        put(before);
         for (const double value : {2.0, 3.0}) {
             SettingsStore store(m_path);
             store.setValue(u"b"_s, value);
             QVERIFY(store.sync());
             QCOMPARE(SettingsStore(m_path).value(u"b"_s).toDouble(), value);
-            QCOMPARE(content(), "[General]\na=1\\\n\nb=" + QByteArray::number(value) + '\n');
+            const qsizetype comment = kept.indexOf(';');
+            QByteArray expected = kept;
+            expected.insert(comment < 0 ? kept.size() : comment, "b=" + QByteArray::number(value) + '\n');
+            QCOMPARE(content(), expected);
         }
     }
 
