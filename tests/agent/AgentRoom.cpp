@@ -135,8 +135,9 @@ QDBusMessage AgentRoom::call(const QString &method, const QVariantList &argument
 
 QDBusMessage AgentRoom::add(const PendingRequest &request) const
 {
-    return call(u"Add"_s, {request.identifier, request.title, request.body, request.categoryIdentifier,
-                           request.fireDate, request.expirationDate});
+    return call(request.isQuiet ? u"AddQuietly"_s : u"Add"_s,
+                {request.identifier, request.title, request.body, request.categoryIdentifier,
+                 request.fireDate, request.expirationDate});
 }
 
 QDBusMessage AgentRoom::remove(const QStringList &identifiers) const

@@ -75,6 +75,18 @@ private Q_SLOTS:
         QCOMPARE(m_server->handed, QStringList{identifier(u"one-minute"_s)});
     }
 
+    void aStepThatIsAddedLateReplacesTheOneBeforeItInTheSameSecond()
+    {
+        m_server->isThere = false;
+        m_clock->set(lateStart - 55);
+        settle();
+        QCOMPARE(onDisk().first(), identifier(u"one-minute"_s));
+        add(u"changed"_s, lateStart - 57, lateStart);
+        settle();
+        QVERIFY(!onDisk().contains(identifier(u"one-minute"_s)));
+        QVERIFY(onDisk().contains(identifier(u"changed"_s)));
+    }
+
     void aStepThatBecomesDueWhileTheServerIsAskedIsDeliveredAlone()
     {
         m_server->isSilent = true;

@@ -60,6 +60,20 @@ private Q_SLOTS:
         QCOMPARE(one.hints.value(u"sound-name"_s).toString(), u"message-new-instant"_s);
     }
 
+    void aQuietRequestIsShownWithItsTextsAndWithoutASound()
+    {
+        RecordingServer server(m_room->bus().address(), {u"body"_s, u"sound"_s});
+        m_room->startAgent();
+        PendingRequest quiet = agentRequest(u"Anna"_s, AgentRoom::now());
+        quiet.isQuiet = true;
+        QVERIFY(isReply(m_room->add(quiet)));
+        QTRY_COMPARE_WITH_TIMEOUT(server.shown.size(), 1U, agentTimeout);
+        const RecordingServer::Shown &one = server.shown.front();
+        QCOMPARE(one.summary, quiet.title);
+        QCOMPARE(one.body, quiet.body);
+        QCOMPARE(one.hints.value(u"suppress-sound"_s), QVariant(true));
+    }
+
     void aConfirmedRequestSurvivesTheAgent()
     {
         m_room->startAgent();

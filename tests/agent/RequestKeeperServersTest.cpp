@@ -179,6 +179,22 @@ private Q_SLOTS:
         QCOMPARE(onDisk(), QStringList());
     }
 
+    void aRequestRefusedAfterARemovedOneIsRetried()
+    {
+        m_server->outcome = Outcome::notShown;
+        m_server->onDeliver = [this](const PendingRequest &delivered) {
+            if (delivered.identifier == u"a"_s) {
+                m_keeper->remove({u"a"_s}, [](const std::expected<void, QString> &) {});
+            }
+        };
+        QVERIFY(add(request(u"a"_s, noon)));
+        QVERIFY(add(request(u"b"_s, noon)));
+        QTRY_COMPARE(m_server->handed, (QStringList{u"a"_s, u"b"_s}));
+        QTRY_COMPARE(onDisk(), QStringList{u"b"_s});
+        m_server->outcome = Outcome::shown;
+        QTRY_COMPARE_WITH_TIMEOUT(m_server->handed, (QStringList{u"a"_s, u"b"_s, u"b"_s}), 10'000);
+    }
+
     void aReplacedRequestIsRetriedOnlyAsItsSuccessor()
     {
         m_server->outcome = Outcome::notShown;

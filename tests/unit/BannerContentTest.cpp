@@ -177,6 +177,8 @@ private Q_SLOTS:
                                       lessonOf(u"Anna"_s, dateSince1970(static_cast<double>(seconds))));
             QCOMPARE(secondsUntilLessonStart(far, dateSince1970(0)), seconds);
         }
+        const auto farther = actionIn(LessonState::joinPlatform, lessonOf(u"Anna"_s, dateSince1970(1e300)));
+        QCOMPARE(secondsUntilLessonStart(farther, dateSince1970(0)), farthest);
     }
 
     void aWrapUpGivesLongTimesInMinutes()

@@ -249,6 +249,8 @@ private Q_SLOTS:
         QCOMPARE(name(u"Clasß Anna"_s), u"Clasß Anna"_s);
         QCOMPARE(name(u"İpek Zoom"_s), u"İpek"_s);
         QCOMPARE(name(u"Zoom \u1E9Eara"_s), u"\u1E9Eara"_s);
+        // "ﬂ" folds to two units, too: no word begins with its second.
+        QCOMPARE(name(u"\uFB02esson Anna"_s), u"\uFB02esson Anna"_s);
         // A combining mark is removed with its letter.
         QCOMPARE(name(u"Zoom\u0302 Anna"_s), u"Anna"_s);
         // Nor does a character of two units.
@@ -272,6 +274,22 @@ private Q_SLOTS:
     void theTitleIsNeitherTrimmedNorCapitalised()
     {
         QCOMPARE(described(u"  zoom   anna   de  vries "_s), u"Zoom|anna de vries|1500"_s);
+    }
+
+    void ofTwoPlatformsTheEarlierInTheOrderCounts()
+    {
+        const QStringList keywords{u"LingoAce"_s,        u"Lingo Ace"_s, u"teams.microsoft.com"_s,
+                                   u"Microsoft Teams"_s, u"MS Teams"_s,  u"zoom.us"_s,
+                                   u"zoom.com"_s,        u"Zoom"_s,      u"meet.google.com"_s,
+                                   u"Google Meet"_s};
+        for (const QString &earlier : keywords) {
+            const auto alone = CalendarLessonParser::platform(booked(earlier));
+            QVERIFY(alone);
+            for (const QString &later : keywords.mid(keywords.indexOf(earlier))) {
+                const QString title = later + u" - "_s + earlier;
+                QVERIFY2(CalendarLessonParser::platform(booked(title)) == alone, qPrintable(title));
+            }
+        }
     }
 
     void eventsWithTheSameTitleAreParsedByTheirOtherTextsToo()

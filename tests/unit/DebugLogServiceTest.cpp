@@ -135,6 +135,7 @@ private Q_SLOTS:
             const StandardErrorIn redirected(said);
             DebugLogService log(library.path());
             log.log(u"one"_s, at("09:00:00"));
+            QCOMPARE(contents(QUrl::fromLocalFile(said)).count('\n'), 1);
             log.log(u"two"_s, at("09:00:00"));
         }
         const QString text = QString::fromUtf8(contents(QUrl::fromLocalFile(said)));

@@ -74,6 +74,7 @@ private Q_SLOTS:
         QTest::newRow("with quotation marks") << u"student=\"Ben \"Big\" Ox\" platform=\"Zoom\""_s
                                               << u"student=\"B. B. O.\" platform=\"Zoom\""_s;
         QTest::newRow("no end") << u"title=\"Ben Ox"_s << u"title=\"B. O."_s;
+        QTest::newRow("a word at the end") << u"title=\"Ben\" Ox"_s << u"title=\"B. O."_s;
         QTest::newRow("line breaks") << u"student=\"Ben\nOx\" platform=\"Zoom\""_s
                                      << u"student=\"B. O.\" platform=\"Zoom\""_s;
         QTest::newRow("no field") << u"subtitle=\"Ben\" student=Ben"_s << u"subtitle=\"Ben\" student=Ben"_s;

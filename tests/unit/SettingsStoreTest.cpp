@@ -114,6 +114,15 @@ private Q_SLOTS:
         QCOMPARE(content(), QByteArray("[General]\na=2\nb=3\nc=4\n"));
     }
 
+    // A teacher may look for her settings with an editor.
+    void aTextStaysReadableInTheFile()
+    {
+        SettingsStore store(m_path);
+        store.setValue(u"a"_s, u"Anna Maria Ö"_s);
+        QVERIFY(store.sync());
+        QCOMPARE(content(), QByteArray("[General]\na=Anna Maria Ö\n"));
+    }
+
     void handWrittenValuesAreUnderstood()
     {
         put("[General]\na= plain text \nb=\" quoted \"\nc=one, two\nd=\\x41 "
