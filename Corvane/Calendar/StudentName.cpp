@@ -104,7 +104,7 @@ FoldedText folded(const QString &original)
 }
 
 /// Removes every occurrence of `word`, ignoring case and diacritics. Only whole characters are removed: one
-/// that folds to several units, such as "ß", is never split.
+/// that folds to several units, such as a Korean syllable, is never split.
 QString without(const QString &text, const QString &word)
 {
     const FoldedText haystack = folded(text);
