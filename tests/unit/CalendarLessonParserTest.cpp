@@ -253,7 +253,7 @@ private Q_SLOTS:
         QCOMPARE(name(u"\uFB02esson Anna"_s), u"\uFB02esson Anna"_s);
         // A combining mark is removed with its letter.
         QCOMPARE(name(u"Zoom\u0302 Anna"_s), u"Anna"_s);
-        // Nor does a character of two units.
+        // A character of two units is kept whole.
         QCOMPARE(name(u"\U00020000Zoom Anna"_s), u"\U00020000 Anna"_s);
         QCOMPARE(name(u"\U0001D400 Zoom \U00020000"_s), u"\U0001D400 \U00020000"_s);
     }
