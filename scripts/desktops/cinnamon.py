@@ -1,8 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
 """Cinnamon, with the session's settings and status item services."""
-import time
-
 from session import X11Session, start_xvfb
 
 
@@ -24,12 +22,12 @@ class Cinnamon(X11Session):
         self.start("screen-saver", "cinnamon-screensaver")
 
     def after_start(self):
-        time.sleep(6)  # no signal reports that the bar is complete
+        self.still_shot(2, 20)
 
     def bar_to(self, side):
         self.run("gsettings", "set", "org.cinnamon", "panels-enabled", f"['1:0:{side}']")
         self.side = side
-        time.sleep(3)
+        self.still_shot()
 
     def set_dark(self, dark):
         self.run("gsettings", "set", "org.cinnamon.desktop.interface", "gtk-theme",

@@ -3,10 +3,9 @@
 """LXQt with Openbox, started by its session manager."""
 import os
 import signal
-import time
 
 from quillet_desktop import poll
-from report import NotSeen
+from report import NotSeen, ToolFailed
 from session import HOME, X11Session
 
 SESSION = """[General]
@@ -39,7 +38,7 @@ class Lxqt(X11Session):
         self.start("session", "lxqt-session")
 
     def after_start(self):
-        time.sleep(3)  # no signal reports that the session is complete
+        self.still_shot(2, 20)
 
     def bar_to(self, side):
         for pid in self.pids_of("lxqt-panel"):
@@ -52,7 +51,7 @@ class Lxqt(X11Session):
         self.start("panel", "lxqt-panel")
         poll("the bar", self.has_host, 20, 0.5)
         self.side = side
-        time.sleep(2)  # no signal reports that the bar is complete
+        self.still_shot()
 
     def set_dark(self, dark):
         file = HOME / ".config/lxqt/lxqt.conf"
@@ -67,8 +66,14 @@ class Lxqt(X11Session):
     def lock(self):
         # Its session starts no locker, but recommends this one.
         self.start("screen-saver", "xscreensaver", "--no-splash")
-        time.sleep(3)  # until it accepts commands
+        poll("the screen saver", self.has_saver, 15, 0.3)
         self.run("xscreensaver-command", "--lock")
+
+    def has_saver(self):
+        try:
+            return "XScreenSaver" in self.run("xscreensaver-command", "-version")
+        except ToolFailed:
+            return False
 
     def unlock(self):
         # Ends the saver for the next steps.

@@ -1,8 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Quillet authors
 # SPDX-License-Identifier: MIT
 """MATE, started by its session manager."""
-import time
-
 from session import X11Session
 
 
@@ -15,7 +13,7 @@ class Mate(X11Session):
         self.start("session", "mate-session")
 
     def after_start(self):
-        time.sleep(4)  # no signal reports that the session is complete
+        self.still_shot(2, 20)
 
     def bar_to(self, side):
         # The default layout has a bar at both edges; the upper one contains the bell.
@@ -23,7 +21,7 @@ class Mate(X11Session):
                  "top" if side == "bottom" else "bottom")
         self.run("gsettings", "set", "org.mate.panel.toplevel:/org/mate/panel/toplevels/top/", "orientation", side)
         self.side = side
-        time.sleep(2)
+        self.still_shot()
 
     def set_dark(self, dark):
         self.run("gsettings", "set", "org.mate.interface", "gtk-theme", "Adwaita-dark" if dark else "Adwaita")

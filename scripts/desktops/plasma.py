@@ -66,7 +66,7 @@ class Plasma(Session):
         self.start("shell", "plasmashell")
 
     def after_start(self):
-        time.sleep(4)  # no signal reports that the bar is complete
+        self.still_shot(2, 20)
 
     # --- input and pictures, through the outer display
 
@@ -88,7 +88,7 @@ class Plasma(Session):
 
     def move(self, x, y):
         self.outside("xdotool", "mousemove", str(round(x)), str(round(y)))
-        time.sleep(0.3)
+        time.sleep(0.3)  # the bar ignores a click right after a motion
 
     def click(self, x, y, button=1, times=1):
         self.move(x, y)
@@ -112,7 +112,7 @@ class Plasma(Session):
     def bar_to(self, side):
         self.script(f"panels().forEach(panel => panel.location = '{side}')")
         self.side = side
-        time.sleep(2)
+        self.still_shot()
 
     def set_dark(self, dark):
         self.run("plasma-apply-colorscheme", "BreezeDark" if dark else "BreezeLight", seconds=60)
@@ -122,7 +122,7 @@ class Plasma(Session):
 
     def unlock(self):
         self.key("Shift_L")  # shows where to type
-        time.sleep(2)
+        self.still_shot()
         self.outside("xdotool", "type", "--delay", "100", PASSWORD)
         self.key("Return")
 
@@ -139,7 +139,7 @@ class Plasma(Session):
         self.relaunch(scale=scale)
         if self.version == "6":  # which makes the window larger, but not what is in it
             self.run("kscreen-doctor", f"output.1.scale.{scale}")
-            time.sleep(2)
+            self.still_shot()
 
     def add_monitor(self):
         self.relaunch(monitors=2)

@@ -67,8 +67,16 @@ def seen_bell(session, report):
         step.note(f"It is at {session.bell_at[0]:.0f}, {session.bell_at[1]:.0f}, likeness {likeness:.2f}.")
         step.picture(session.shot(), "with the bell")
         session.move(*session.bell_at)
-        time.sleep(1.5)
-        step.picture(session.bar_of(session.shot(), 160), "pointed at")
+        step.picture(session.bar_of(session.still_shot(1.5), 160), "pointed at")
+
+
+def text_beside_bell(session):
+    """The text that the host shows beside the bell, which is the bell's title; None if unknown."""
+    shown = session.label()
+    if shown is not None:
+        poll("the host to show the bell's title", lambda: session.label() == session.property_of_bell("Title"), 3)
+        shown = session.label()
+    return shown
 
 
 def walk_phases(session, report):
@@ -84,10 +92,8 @@ def walk_phases(session, report):
                 banner = program.wait_for_banner(banners, max(begin - session.now(), 0) + 8)
                 assert banner.state == state, f"The banner {banner.state} appeared instead of {state}."
             poll(f"the title {title}", lambda title=title: session.property_of_bell("Title") == title, 12)
-            time.sleep(0.5)
-            shown = session.label()
+            shown = text_beside_bell(session)
             labels.append(f"{title}: {shown!r}" if shown is not None else title)
-            assert shown is None or shown == title, f"The host shows {shown!r} instead of {title!r}."
             step.picture(session.bar_of(session.shot()), title)
         step.note("Reported to the host, "
                   + ("and shown by it: " if session.label() is not None else "which shows none: ")
@@ -121,7 +127,7 @@ def click_and_see(session, step, button, times):
     deadline = time.monotonic() + 12  # searching all programs for a menu takes seconds
     while time.monotonic() < deadline:
         if windows_of_panel(session):
-            time.sleep(0.8)
+            time.sleep(0.8)  # the second of two clicks may close it
             return "panel" if windows_of_panel(session) else "panel, and closed it"
         if session.menu_is_open() or (reloads(session) > read and drew_menu(session, before)):
             return "menu"
@@ -129,14 +135,19 @@ def click_and_see(session, step, button, times):
     return "nothing"
 
 
-def close_all(session):
-    session.key("Escape")
-    deadline = time.monotonic() + 3
+def closes(session, seconds=3.0):
+    """Whether the panel closes within this time."""
+    deadline = time.monotonic() + seconds
     while time.monotonic() < deadline and windows_of_panel(session):
         time.sleep(0.1)
-    if windows_of_panel(session):
+    return not windows_of_panel(session)
+
+
+def close_all(session):
+    session.key("Escape")
+    if not closes(session):
         session.click(*session.bell_at)
-        time.sleep(0.5)
+        closes(session)
 
 
 def walk_clicks(session, report):
@@ -155,12 +166,14 @@ def walk_clicks(session, report):
     with report.step(session, "A click elsewhere closes the panel") as step:
         open_panel(session)
         session.click(session.size[0] / 2, session.size[1] * 0.6)
-        time.sleep(1)
-        if windows_of_panel(session):
+        if closes(session):
+            step.note("A click on the wallpaper closes it.")
+        elif session.hears_clicks or not closes(session, 75):
             step.picture(session.shot(), "still open")
             close_all(session)
             raise AssertionError("A click on the wallpaper leaves it open.")
-        step.note("A click on the wallpaper closes it.")
+        else:
+            step.note("This desktop tells it of no click on the wallpaper; it closes within a minute by itself.")
 
 
 def open_panel(session):
@@ -173,15 +186,14 @@ def walk_keyboard(session, report):
     with report.step(session, "Keyboard only") as step:
         program = session.programs[-1]
         window = open_panel(session)
-        time.sleep(0.5)
+        session.still_shot(0.5)
         session.key("Tab")
-        time.sleep(0.5)
-        step.picture(session.shot(), "after Tab")
+        step.picture(session.still_shot(0.5), "after Tab")
         session.key("Escape")
         poll("the panel to close by Escape", lambda: window not in windows_of_panel(session), 5)
         step.note("A second start opens the panel with the keyboard, Escape closes it.")
         open_panel(session)
-        time.sleep(0.5)
+        session.still_shot(0.5)
         session.key("ctrl+q")
         poll("the end by Ctrl+Q", lambda: program.process.poll() is not None, 8)
         step.note("Ctrl+Q ends the program.")
@@ -204,9 +216,8 @@ def walk_sides(session, report):
                 open_panel(session)
                 step.note("Opened by a second start, since a click opens the menu.")
             window = poll("the panel", lambda: windows_of_panel(session), 8)[0]
-            time.sleep(0.8)
+            image = session.still_shot()
             left, top, width, height = session.place(window)
-            image = session.shot()
             step.picture(image, f"bar at the {side}")
             step.note(f"The bell is at {session.bell_at[0]:.0f}, {session.bell_at[1]:.0f}; the panel takes "
                       f"{left}, {top} to {left + width}, {top + height} of {image.width}x{image.height}.")

@@ -69,20 +69,17 @@ def walk_notification(session, report):
             due = leave_backup(session)
             assert not session.pids_of("quillet"), "Quillet still runs."
             assert session.pids_of("quillet-notification-agent"), "The agent does not run."
-            time.sleep(0.5)  # until the banner has faded
-            before = session.shot()
+            before = session.still_shot(0.5, 3)  # the banner fades
             found = poll("the notification", listener.found, max(due - time.time(), 0) + 8)
             late = time.time() - due
-            time.sleep(1.5)
-            after = session.shot()
+            poll("the desktop to show it", lambda: changed_area(before, session.shot()), 5)
+            after = session.still_shot(limit=4)
             step.picture(after, "notification")
             name, icon, title, body = found[0]
             assert (name, icon) == ("Quillet", "com.ordwinsoftware.Quillet"), found[0]
             step.note(f"Quillet was gone, its agent handed “{title}: {body}” over "
                       f"at most {late:.1f} s late.")
-            area = changed_area(before, after)
-            assert area, "The desktop does not show it."
-            step.picture(after.crop(area), "what changed on the screen")
+            step.picture(after.crop(changed_area(before, after)), "what changed on the screen")
             step.look("name and icon.")
         finally:
             listener.end()
@@ -94,11 +91,10 @@ def walk_switch(session, report):
         listener = Listener(session)
         try:
             session.move(session.size[0] / 2, session.size[1] / 2)
-            time.sleep(session.notification_stays)
+            time.sleep(session.notification_stays)  # an earlier one is on the screen for so long
             due = leave_backup(session)
-            time.sleep(0.5)  # until the banner has faded
-            before = session.shot()
-            time.sleep(max(due - time.time(), 0) + 4)
+            before = session.still_shot(0.5, 3)  # the banner fades
+            time.sleep(max(due - time.time(), 0) + 4)  # nothing is to come up
             after = session.shot()
             area = changed_area(before, after)
             if area:
@@ -122,14 +118,14 @@ def open_settings(session):
     """Starts Quillet and opens the settings."""
     start_quillet(session, lesson(session, 7200)[1])
     open_panel(session)
-    time.sleep(1)
+    session.still_shot()
     session.key(*["Tab"] * 5, "Return")  # the fifth command
     return poll("the settings", lambda: session.windows("Quillet Settings"), 10)[0]
 
 
 def is_dark_after_restart(session):
     window = open_settings(session)
-    time.sleep(1)
+    session.still_shot()
     return brightness(session, window) < 100
 
 
@@ -146,8 +142,7 @@ def walk_dark(session, report):
                     step.picture(session.shot(), "dark at the next start")
                     step.note("Only at the next start.")
                 raise
-            time.sleep(0.5)
-            step.picture(session.shot(), "dark")
+            step.picture(session.still_shot(), "dark")
         finally:
             session.set_dark(False)
         poll("the window to turn light", lambda: brightness(session, window) > 150, 15, 0.5)
@@ -161,15 +156,13 @@ def walk_scale(session, report):
         try:
             session.resize(2)
             session.set_scale(2)
-            time.sleep(3)  # no signal reports that the desktop has followed
+            session.still_shot(2)
             start_with_banner(session)
-            time.sleep(1.5)
-            image = session.shot()
+            image = session.still_shot()
             step.picture(image, "banner")
             large = pixels_of(image, ACCENT["joinPlatform"])
             open_panel(session)
-            time.sleep(1)
-            step.picture(session.shot(), "panel")
+            step.picture(session.still_shot(), "panel")
             step.note(f"The banner's symbol has {large} pixels.")
             if large < LARGE_SYMBOL:
                 step.wrong("It is not twice as large.")
@@ -183,11 +176,10 @@ def walk_scale(session, report):
 def walk_monitors(session, report):
     with report.step(session, "Two monitors") as step:
         left, top, width, height = session.add_monitor()
-        time.sleep(3)
+        session.still_shot(2)
         session.move(left + width / 2, top + height / 2)
         _, banner = start_with_banner(session)
-        time.sleep(1.5)
-        image = session.shot()
+        image = session.still_shot()
         step.picture(image, "pointer on the second")
         # A shell with monitors of different scales takes the picture at the largest one.
         factor = image.width // (left + width)
@@ -211,7 +203,7 @@ def walk_memory(session, report):
         # Without the preloaded library for the clock.
         program = start_quillet(session, lesson(session, 7200)[1], movable=False)
         program.wait_for("^scheduled system backup notifications", 20)
-        time.sleep(5)
+        time.sleep(5)  # as a teacher finds it; its start takes more
         step.note(f"Quillet {pss(program.process.pid):.1f} MiB a few seconds after the start")
         agents = session.pids_of("quillet-notification-agent")
         step.note(f"and its agent {pss(agents[0]):.1f} MiB (proportional set size).")

@@ -11,7 +11,7 @@ import signal
 import subprocess
 import time
 
-from PIL import Image
+from PIL import Image, ImageChops
 from quillet_desktop import Desktop, poll
 from report import NotSeen, ToolFailed
 from waiting import WallClock
@@ -53,6 +53,7 @@ class Session(Desktop):
     left_opens = ("panel",)
     double_opens = ("nothing", "panel", "panel, and closed it")
     platforms = ("x11",)  # kinds of windows
+    hears_clicks = True  # an X11 window learns of a click on the wallpaper
     notification_stays = 11  # seconds until the desktop's notification has gone
     monitors_note = "both monitors; an X server has one scale for all."
 
@@ -202,6 +203,17 @@ class Session(Desktop):
         self.run("import", "-silent", "-window", "root", str(path), seconds=30)
         with Image.open(path) as image:
             return image.convert("RGB")
+
+    def still_shot(self, seconds=1.0, limit=10.0):
+        """A picture of the screen once nothing in it has changed for `seconds`, or after `limit`: a clock that shows
+        seconds never stops. For changes that no signal reports."""
+        last, since, deadline = self.shot(), time.monotonic(), time.monotonic() + limit
+        while time.monotonic() < min(since + seconds, deadline):
+            time.sleep(0.1)
+            image = self.shot()
+            if ImageChops.difference(image, last).getbbox():
+                last, since = image, time.monotonic()
+        return last
 
     def bar_of(self, image, thickness=64):
         """The strip of a picture that contains the bar."""

@@ -3,7 +3,6 @@
 """sway with waybar, nested in an X display that provides pictures, pointer and keyboard."""
 import json
 import signal
-import time
 
 from plasma import OUTER, Plasma
 from quillet_desktop import poll
@@ -54,7 +53,7 @@ class Sway(Plasma):
         self.bar = self.start("bar", "waybar")
 
     def after_start(self):
-        time.sleep(2)  # until the bar is drawn
+        self.still_shot(2, 20)
 
     def bar_to(self, side):
         self.side = side
@@ -63,7 +62,7 @@ class Sway(Plasma):
         self.write_bar()
         self.bar = self.start("bar", "waybar")
         poll("the bar", self.has_host, 20)
-        time.sleep(2)
+        self.still_shot()
 
     def set_dark(self, dark):
         self.run("gsettings", "set", "org.gnome.desktop.interface", "color-scheme",

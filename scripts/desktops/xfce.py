@@ -2,7 +2,6 @@
 # SPDX-License-Identifier: MIT
 """Xfce, started by its session manager."""
 import shutil
-import time
 
 from report import NotSeen
 from session import HOME, X11Session
@@ -37,7 +36,7 @@ class Xfce(X11Session):
         self.run("xfconf-query", "--channel", channel, "--property", key, "--create", "--type", kind, "--set", value)
 
     def after_start(self):
-        time.sleep(3)  # no signal reports that the session is complete
+        self.still_shot(2, 20)
 
     def bar_to(self, side):
         places = {"top": "p=6;x=0;y=0", "bottom": "p=8;x=0;y=0"}
@@ -45,7 +44,7 @@ class Xfce(X11Session):
         if side == "bottom":
             self.setting("xfce4-panel", "/panels/panel-2/position", "string", places["top"])
         self.side = side
-        time.sleep(1)
+        self.still_shot()
 
     def set_dark(self, dark):
         if dark:
