@@ -8,6 +8,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QRegularExpression>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <algorithm>
@@ -88,6 +89,19 @@ private Q_SLOTS:
         timer.start();
         QCOMPARE(load(), QStringList{u"Zoom - Bea"_s});
         QVERIFY2(timer.elapsed() < limit, qPrintable(QString::number(timer.elapsed())));
+    }
+
+    void aListOfCalendarsThatComesLateIsNews()
+    {
+        m_room->writeEvents(u"a.ics"_s, lesson("Zoom - Bea"));
+        QVERIFY(m_service->process(CalendarService::Part::registry) > 0);
+        m_service->signal(CalendarService::Part::registry, SIGSTOP);
+        const QSignalSpy news(&m_room->monitor(), &CalendarMonitor::newsArrived);
+        QCOMPARE(load(), QStringList{u"Zoom - Bea"_s});
+        QCOMPARE(news.count(), 0);
+        m_service->signal(CalendarService::Part::registry, SIGCONT);
+        QTRY_COMPARE_WITH_TIMEOUT(news.count(), 1, 20000);
+        QCOMPARE(load().size(), 4);
     }
 
     void loadsDoNotPileUpWhileTheServiceHangs()

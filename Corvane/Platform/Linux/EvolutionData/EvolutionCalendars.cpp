@@ -221,7 +221,8 @@ private:
     }
 
     std::shared_ptr<CalendarServices> m_services;
-    std::shared_ptr<ServiceRegistry> m_registry = std::make_shared<ServiceRegistry>();
+    std::shared_ptr<ServiceRegistry> m_registry =
+        std::make_shared<ServiceRegistry>([services = m_services] { services->announceNews(); });
     std::map<QByteArray, std::shared_ptr<ServiceCalendar>> m_calendars;
     RememberedCalendars m_remembered{m_services, ServiceCalendar::identifierPrefix};
     /// Calendars that are no longer listed, until they are forgotten.

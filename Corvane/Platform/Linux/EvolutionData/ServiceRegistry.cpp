@@ -55,6 +55,7 @@ QCoro::Task<ServiceRegistry::Found> ServiceRegistry::find(std::shared_ptr<Servic
         spawn(connect(self, call));
     }
     if (!co_await call.until(deadline)) {
+        self->m_isLate = true;
         co_return Found{State::silent, u"the list of calendars did not come in time"_s};
     }
     co_return call.value();
@@ -64,8 +65,13 @@ QCoro::Task<ServiceRegistry::Found> ServiceRegistry::find(std::shared_ptr<Servic
 QCoro::Task<void> ServiceRegistry::connect(std::shared_ptr<ServiceRegistry> self, Pending<Found> call)
 {
     Found found = co_await open(self);
+    const bool isNews = std::exchange(self->m_isLate, false) && found.state == State::there;
     self->m_call.reset();
     call.resolve(std::move(found));
+    if (isNews) {
+        // Otherwise a list that is late at login would be used a minute later, at the next load.
+        self->m_listCameLate();
+    }
 }
 
 QCoro::Task<ServiceRegistry::Found> ServiceRegistry::open(std::shared_ptr<ServiceRegistry> self)

@@ -15,8 +15,10 @@
 #include <QDeadlineTimer>
 #include <QString>
 
+#include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace corvane {
@@ -40,6 +42,9 @@ public:
         QString error;
     };
 
+    /// `listCameLate` is called when a list arrives after a find() has stopped waiting for it.
+    explicit ServiceRegistry(std::function<void()> listCameLate) : m_listCameLate(std::move(listCameLate)) {}
+
     /// Looks for the service. Ends at `deadline`.
     static QCoro::Task<Found> find(std::shared_ptr<ServiceRegistry> self, QDeadlineTimer deadline);
 
@@ -52,8 +57,11 @@ private:
     [[nodiscard]] bool isEmpty() const;
     [[nodiscard]] QString accountOf(ESource *source) const;
 
+    std::function<void()> m_listCameLate;
     GObjectRef<ESourceRegistry> m_registry;
     std::optional<Pending<Found>> m_call;
+    /// Whether a find() has stopped waiting for `m_call`.
+    bool m_isLate = false;
 };
 
 /// The message of `error`, which it frees.
