@@ -11,6 +11,7 @@
 #include "tests/support/TestProgram.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QMouseEvent>
@@ -18,6 +19,7 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
+#include <csignal>
 #include <xcb/xcb.h>
 
 using namespace corvane;
@@ -306,6 +308,32 @@ private Q_SLOTS:
         other->setFrame({500, 300, 300, 100});
         QTRY_COMPARE(pixel({520, 450}), QColor(Qt::darkGreen));
         QTRY_VERIFY(pixel({1280 + 220, 450}) != QColor(Qt::darkGreen));
+    }
+
+    void thePointersMonitorIsTheOneThatTheCompositorFocuses()
+    {
+        QVERIFY(startTwoMonitors() != 0);
+        const WaylandScreens screens(m_connection);
+        for (const int left : {1280, 0, 1280}) {
+            point({left + 300, 200});
+            QTRY_VERIFY((screens.pointerLocation() == Point{left + 640.0, 400}));
+        }
+    }
+
+    void aCompositorThatHangsDelaysABannerOnlyBriefly()
+    {
+        QVERIFY(startTwoMonitors() != 0);
+        const WaylandScreens screens(m_connection);
+        point({1280 + 300, 200});
+        QTRY_VERIFY((screens.pointerLocation() == Point{1280 + 640.0, 400}));
+        m_compositor->signal(SIGSTOP);
+        QElapsedTimer timer;
+        timer.start();
+        (void)screens.pointerLocation();
+        const qint64 waited = timer.elapsed();
+        m_compositor->signal(SIGCONT);
+        QVERIFY2(waited < 500, qPrintable(QString::number(waited)));
+        QTRY_VERIFY((screens.pointerLocation() == Point{1280 + 640.0, 400}));
     }
 
     void aRemovedMonitorTakesItsBannerAlong()

@@ -5,6 +5,10 @@
 
 #include "tests/support/ChildProcess.h"
 
+#include <QFile>
+
+#include <csignal>
+
 using namespace Qt::StringLiterals;
 
 namespace corvane {
@@ -52,6 +56,16 @@ void TestCompositor::end()
 void TestCompositor::enter() const
 {
     qputenv("WAYLAND_DISPLAY", m_environment.value(u"WAYLAND_DISPLAY"_s).toUtf8());
+}
+
+void TestCompositor::signal(int number) const
+{
+    // The compositor is the only child of the script that runs it.
+    QFile children(u"/proc/%1/task/%1/children"_s.arg(m_process.processId()));
+    const int process = children.open(QIODevice::ReadOnly) ? children.readAll().trimmed().toInt() : 0;
+    if (process <= 0 || ::kill(process, number) != 0) {
+        qFatal("the compositor cannot be signalled");
+    }
 }
 
 bool TestCompositor::unplug(const QString &output) const

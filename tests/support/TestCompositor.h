@@ -34,6 +34,9 @@ public:
     /// error.
     [[nodiscard]] QString execute(const QStringList &command) const;
 
+    /// Sends this signal to the compositor.
+    void signal(int number) const;
+
     /// Ends the compositor before the object is destroyed.
     void end();
 

@@ -191,7 +191,8 @@ bool WaylandConnection::open()
     m_registry.reset(wl_display_get_registry(m_display));
     wl_registry_add_listener(m_registry.get(), &Listeners::registry, this);
     // The first round trip lists the globals, the second brings their properties.
-    if (!waitForAnswer() || !waitForAnswer()) {
+    constexpr std::chrono::seconds timeout{1};
+    if (!waitForAnswer(timeout) || !waitForAnswer(timeout)) {
         close();
         return false;
     }
@@ -205,9 +206,8 @@ bool WaylandConnection::open()
     return true;
 }
 
-bool WaylandConnection::waitForAnswer()
+bool WaylandConnection::waitForAnswer(std::chrono::milliseconds timeout)
 {
-    constexpr std::chrono::seconds timeout{1};
     const QDeadlineTimer deadline(timeout);
     bool isAnswered = false;
     const std::unique_ptr<wl_callback, void (*)(wl_callback *)> callback(wl_display_sync(m_display),

@@ -11,6 +11,7 @@
 #include <QRect>
 #include <QString>
 
+#include <chrono>
 #include <cstdint>
 #include <list>
 #include <memory>
@@ -81,6 +82,10 @@ public:
     /// Sends queued requests; until then they have no effect.
     void flush();
 
+    /// Sends queued requests and blocks until the compositor has processed them, at most for `timeout`. Its
+    /// events arrive meanwhile. False if it does not answer.
+    [[nodiscard]] bool waitForAnswer(std::chrono::milliseconds timeout);
+
 Q_SIGNALS:
     void outputsChanged();
     /// Emitted before a lost connection is closed: receivers must destroy all objects made through it.
@@ -89,7 +94,6 @@ Q_SIGNALS:
 private:
     struct Listeners;
 
-    bool waitForAnswer();
     bool dispatch();
     void readEvents();
     void close();

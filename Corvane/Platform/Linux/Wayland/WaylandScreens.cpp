@@ -3,6 +3,7 @@
 
 #include "Corvane/Platform/Linux/Wayland/WaylandScreens.h"
 
+#include "Corvane/Platform/Linux/Wayland/PreferredOutput.h"
 #include "Corvane/Platform/Linux/Wayland/WaylandConnection.h"
 #include "Corvane/Utilities/DesktopPoints.h"
 
@@ -47,6 +48,12 @@ std::optional<Screen> WaylandScreens::keyWindowScreen() const
 
 Point WaylandScreens::pointerLocation() const
 {
+    if (m_connection.outputs().size() > 1) {
+        if (const WaylandOutput *preferred = preferredOutput(m_connection)) {
+            const Rect frame = describe(*preferred).frame;
+            return {frame.midX(), frame.midY()};
+        }
+    }
     // The middle of the pixel: flipping y gives its edges to its neighbours.
     constexpr QPointF middle(0.5, 0.5);
     const QPointF seen = QPointF(QCursor::pos()) + middle;
