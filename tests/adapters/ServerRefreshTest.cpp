@@ -4,10 +4,14 @@
 #include "Corvane/Platform/Linux/EvolutionData/ServerRefresh.h"
 
 #include "Corvane/Platform/Linux/Waiting/Pending.h"
+#include "tests/support/ManualClock.h"
+#include "tests/support/Samples.h"
 #include "tests/support/TestProgram.h"
 
 #include <QTest>
 
+#include <chrono>
+#include <initializer_list>
 #include <vector>
 
 using namespace corvane;
@@ -45,11 +49,28 @@ public:
 class ServerRefreshTest : public QObject {
     Q_OBJECT
 
+    ManualClock m_clock{at("09:00:00")};
     std::shared_ptr<ServerRefresh> m_refresh;
     std::shared_ptr<ScriptedClient> m_client;
 
     void ask(CalendarRefresh kind) const { m_refresh->ask(m_client, kind); }
     [[nodiscard]] std::size_t refreshes() const { return m_client->refreshes.size(); }
+
+    /// Asks a server that fails, again and again. Checks that it is left alone for these minutes each time.
+    void fail(std::initializer_list<int> pauses)
+    {
+        constexpr Seconds shortTime{0.01};
+        for (const int minutes : pauses) {
+            const std::size_t before = refreshes();
+            ask(CalendarRefresh::regular);
+            QCOMPARE(refreshes(), before + 1);
+            m_client->answer(false);
+            m_clock.advance(std::chrono::minutes(minutes) - shortTime);
+            ask(CalendarRefresh::regular);
+            QCOMPARE(refreshes(), before + 1);
+            m_clock.advance(2 * shortTime);
+        }
+    }
 
 private Q_SLOTS:
     void init()
@@ -82,6 +103,20 @@ private Q_SLOTS:
         ask(CalendarRefresh::regular);
         QCOMPARE(refreshes(), std::size_t{3});
         m_client->answer(true);
+    }
+
+    void theLongerAServerFailsTheLessOftenItIsAsked() { fail({2, 4, 8, 16, 32, 64, 64}); }
+
+    void anAnswerOrARequestShortensThePauseAgain()
+    {
+        fail({2, 4, 8});
+        ask(CalendarRefresh::regular);
+        m_client->answer(true);
+        fail({2, 4, 8});
+        ask(CalendarRefresh::wished);
+        m_client->answer(false);
+        m_clock.advance(std::chrono::minutes(2));
+        fail({4, 8});
     }
 
     void aCalendarWithoutAServerIsNotRefreshed()

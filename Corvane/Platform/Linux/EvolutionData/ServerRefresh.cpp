@@ -23,11 +23,11 @@ constexpr int maximumDoublings = 5;
 void ServerRefresh::ask(const std::shared_ptr<RefreshableClient> &client, CalendarRefresh kind)
 {
     if (kind == CalendarRefresh::wished) {
-        m_next = QDeadlineTimer(0);
+        m_next = uptime();
         m_failures = 0;
     }
     m_isWaitingForClient = !client || client->isDead();
-    if (!m_isWaitingForClient && !m_isRunning && m_next.hasExpired() && client->canRefresh()) {
+    if (!m_isWaitingForClient && !m_isRunning && m_next <= uptime() && client->canRefresh()) {
         spawn(run(shared_from_this(), client));
     }
 }
@@ -49,7 +49,7 @@ QCoro::Task<void> ServerRefresh::run(std::shared_ptr<ServerRefresh> self,
         self->m_failures = 0;
         co_return;
     }
-    self->m_next = QDeadlineTimer(shortestPause * (1 << self->m_failures));
+    self->m_next = uptime() + shortestPause * (1 << self->m_failures);
     self->m_failures = std::min(self->m_failures + 1, maximumDoublings);
 }
 

@@ -5,10 +5,9 @@
 
 #include "Corvane/Calendar/EventStore.h"
 #include "Corvane/Platform/Linux/EvolutionData/RefreshableClient.h"
+#include "Corvane/Utilities/Clock.h"
 
 #include <qcoro/qcorotask.h>
-
-#include <QDeadlineTimer>
 
 #include <memory>
 
@@ -29,7 +28,7 @@ private:
     bool m_isWaitingForClient = false;
     bool m_isRunning = false;
     int m_failures = 0;
-    QDeadlineTimer m_next{0};
+    Seconds m_next{0}; ///< by uptime()
 };
 
 } // namespace corvane
