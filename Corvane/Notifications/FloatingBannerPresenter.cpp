@@ -129,8 +129,8 @@ Screen FloatingBannerPresenter::activeScreen() const
     if (const auto screen = m_screens.keyWindowScreen()) {
         return *screen;
     }
-    const std::vector<Screen> screens = m_screens.screens();
     const Point pointer = m_screens.pointerLocation();
+    const std::vector<Screen> screens = m_screens.screens();
     const auto underPointer =
         std::ranges::find_if(screens, [&](const Screen &screen) { return screen.frame.contains(pointer); });
     if (underPointer != screens.end()) {

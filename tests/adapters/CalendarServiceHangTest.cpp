@@ -102,6 +102,7 @@ private Q_SLOTS:
         m_service->signal(CalendarService::Part::registry, SIGCONT);
         QTRY_COMPARE_WITH_TIMEOUT(news.count(), 1, 20000);
         QCOMPARE(load().size(), 4);
+        QCOMPARE(news.count(), 1);
     }
 
     void loadsDoNotPileUpWhileTheServiceHangs()

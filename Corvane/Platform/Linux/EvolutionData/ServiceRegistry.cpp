@@ -16,6 +16,8 @@ namespace corvane {
 
 namespace {
 
+constexpr Seconds pauseAfterNews{60};
+
 bool isBusInReach()
 {
     // Without either of these, GLib would start a separate bus for this program.
@@ -68,8 +70,10 @@ QCoro::Task<void> ServiceRegistry::connect(std::shared_ptr<ServiceRegistry> self
     const bool isNews = std::exchange(self->m_isLate, false) && found.state == State::there;
     self->m_call.reset();
     call.resolve(std::move(found));
-    if (isNews) {
-        // Otherwise a list that is late at login would be used a minute later, at the next load.
+    if (isNews && self->m_nextNews <= uptime()) {
+        // Otherwise a list that is late at login would be used a minute later, at the next load. A service
+        // that ends again and again must not cause a load each time.
+        self->m_nextNews = uptime() + pauseAfterNews;
         self->m_listCameLate();
     }
 }

@@ -8,6 +8,7 @@
 #include <libecal/libecal.h>
 
 #include "Corvane/Platform/Linux/Waiting/Pending.h"
+#include "Corvane/Utilities/Clock.h"
 
 #include <qcoro/qcorotask.h>
 
@@ -42,7 +43,8 @@ public:
         QString error;
     };
 
-    /// `listCameLate` is called when a list arrives after a find() has stopped waiting for it.
+    /// `listCameLate` is called when a list arrives after a find() has stopped waiting for it, at most once a
+    /// minute.
     explicit ServiceRegistry(std::function<void()> listCameLate) : m_listCameLate(std::move(listCameLate)) {}
 
     /// Looks for the service. Ends at `deadline`.
@@ -62,6 +64,7 @@ private:
     std::optional<Pending<Found>> m_call;
     /// Whether a find() has stopped waiting for `m_call`.
     bool m_isLate = false;
+    Seconds m_nextNews{0}; ///< by uptime()
 };
 
 /// The message of `error`, which it frees.

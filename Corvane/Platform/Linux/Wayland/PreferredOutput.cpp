@@ -18,9 +18,10 @@ namespace corvane {
 
 namespace {
 
-constexpr std::chrono::milliseconds patience{50};
+constexpr std::chrono::milliseconds patience{100};
 
-/// A transparent pixel behind all windows, without the pointer.
+/// A transparent pixel above all windows, without the pointer. Below them, some compositors would not say
+/// where it is.
 class Probe final : public WaylandPointerTarget {
 public:
     explicit Probe(WaylandConnection &connection);
@@ -55,7 +56,7 @@ struct Probe::Listeners {
         listener.enter = [](void *data, wl_surface *, wl_output *output) {
             static_cast<Probe *>(static_cast<WaylandPointerTarget *>(data))->m_output = output;
         };
-        listener.leave = [](void *, wl_surface *, wl_output *) {};
+        listener.leave = [](void *, wl_surface *, wl_output *) {}; // it never moves
         return listener;
     }();
 
@@ -76,7 +77,7 @@ Probe::Probe(WaylandConnection &connection)
 {
     wl_surface_add_listener(m_surface.get(), &Listeners::surface, static_cast<WaylandPointerTarget *>(this));
     m_layerSurface.reset(zwlr_layer_shell_v1_get_layer_surface(connection.layerShell(), m_surface.get(),
-                                                               nullptr, ZWLR_LAYER_SHELL_V1_LAYER_BACKGROUND,
+                                                               nullptr, ZWLR_LAYER_SHELL_V1_LAYER_OVERLAY,
                                                                "quillet-monitor"));
     zwlr_layer_surface_v1_add_listener(m_layerSurface.get(), &Listeners::layerSurface, this);
     zwlr_layer_surface_v1_set_size(m_layerSurface.get(), 1, 1);
@@ -89,7 +90,8 @@ Probe::Probe(WaylandConnection &connection)
 
 wl_output *Probe::output()
 {
-    if (!m_connection.waitForAnswer(patience) || !m_isConfigured) {
+    const QDeadlineTimer deadline(patience, Qt::PreciseTimer);
+    if (!m_connection.waitUntil([this] { return m_isConfigured; }, deadline)) {
         return nullptr;
     }
     SharedMemoryBuffers::Buffer *buffer = m_buffers.next(m_connection.sharedMemory(), QSize(1, 1));
@@ -101,7 +103,7 @@ wl_output *Probe::output()
     constexpr std::int32_t all = std::numeric_limits<std::int32_t>::max();
     wl_surface_damage(m_surface.get(), 0, 0, all, all);
     wl_surface_commit(m_surface.get());
-    return m_connection.waitForAnswer(patience) ? m_output : nullptr;
+    return m_connection.waitUntil([this] { return m_output != nullptr; }, deadline) ? m_output : nullptr;
 }
 
 } // namespace

@@ -191,8 +191,7 @@ bool WaylandConnection::open()
     m_registry.reset(wl_display_get_registry(m_display));
     wl_registry_add_listener(m_registry.get(), &Listeners::registry, this);
     // The first round trip lists the globals, the second brings their properties.
-    constexpr std::chrono::seconds timeout{1};
-    if (!waitForAnswer(timeout) || !waitForAnswer(timeout)) {
+    if (!waitForAnswer() || !waitForAnswer()) {
         close();
         return false;
     }
@@ -206,34 +205,44 @@ bool WaylandConnection::open()
     return true;
 }
 
-bool WaylandConnection::waitForAnswer(std::chrono::milliseconds timeout)
+bool WaylandConnection::waitForAnswer()
 {
-    const QDeadlineTimer deadline(timeout);
+    constexpr std::chrono::seconds timeout{1};
     bool isAnswered = false;
     const std::unique_ptr<wl_callback, void (*)(wl_callback *)> callback(wl_display_sync(m_display),
                                                                          wl_callback_destroy);
     wl_callback_add_listener(callback.get(), &Listeners::answer, &isAnswered);
-    while (!isAnswered) {
+    return waitUntil([&isAnswered] { return isAnswered; }, QDeadlineTimer(timeout, Qt::PreciseTimer));
+}
+
+bool WaylandConnection::waitUntil(const std::function<bool()> &isDone, QDeadlineTimer deadline)
+{
+    while (isOpen() && !isDone()) {
         while (wl_display_prepare_read(m_display) != 0) {
             if (wl_display_dispatch_pending(m_display) < 0) {
                 return false;
             }
         }
-        if (isAnswered) {
+        if (isDone()) {
             wl_display_cancel_read(m_display);
             break;
         }
         wl_display_flush(m_display);
         pollfd file{.fd = wl_display_get_fd(m_display), .events = POLLIN, .revents = 0};
-        if (poll(&file, 1, static_cast<int>(deadline.remainingTime())) <= 0) {
+        const int ready = poll(&file, 1, static_cast<int>(deadline.remainingTime()));
+        if (ready <= 0) {
+            const bool isInterrupted = ready < 0 && errno == EINTR;
             wl_display_cancel_read(m_display);
+            if (isInterrupted) {
+                continue;
+            }
             return false;
         }
         if (wl_display_read_events(m_display) < 0 || wl_display_dispatch_pending(m_display) < 0) {
             return false;
         }
     }
-    return true;
+    return isOpen();
 }
 
 bool WaylandConnection::dispatch()

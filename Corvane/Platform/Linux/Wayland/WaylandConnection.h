@@ -6,13 +6,14 @@
 #include "Corvane/Platform/Linux/Wayland/WaylandCursor.h"
 #include "Corvane/Platform/Linux/Wayland/WaylandRef.h"
 
+#include <QDeadlineTimer>
 #include <QObject>
 #include <QPointF>
 #include <QRect>
 #include <QString>
 
-#include <chrono>
 #include <cstdint>
+#include <functional>
 #include <list>
 #include <memory>
 
@@ -82,9 +83,9 @@ public:
     /// Sends queued requests; until then they have no effect.
     void flush();
 
-    /// Sends queued requests and blocks until the compositor has processed them, at most for `timeout`. Its
-    /// events arrive meanwhile. False if it does not answer.
-    [[nodiscard]] bool waitForAnswer(std::chrono::milliseconds timeout);
+    /// Sends queued requests and blocks while the compositor's events arrive, until `isDone` or `deadline`.
+    /// False if it is not done, or if the connection is not open.
+    [[nodiscard]] bool waitUntil(const std::function<bool()> &isDone, QDeadlineTimer deadline);
 
 Q_SIGNALS:
     void outputsChanged();
@@ -94,6 +95,7 @@ Q_SIGNALS:
 private:
     struct Listeners;
 
+    bool waitForAnswer();
     bool dispatch();
     void readEvents();
     void close();

@@ -48,7 +48,7 @@ std::optional<Screen> WaylandScreens::keyWindowScreen() const
 
 Point WaylandScreens::pointerLocation() const
 {
-    if (m_connection.outputs().size() > 1) {
+    if (screens().size() > 1) {
         if (const WaylandOutput *preferred = preferredOutput(m_connection)) {
             const Rect frame = describe(*preferred).frame;
             return {frame.midX(), frame.midY()};
