@@ -36,7 +36,7 @@ public:
     /// The screen of the program's window with the keyboard focus, if there is one.
     [[nodiscard]] virtual std::optional<Screen> keyWindowScreen() const = 0;
 
-    /// May block for a tenth of a second. The screens may be others afterwards.
+    /// May block for a quarter of a second. The screens may be others afterwards.
     [[nodiscard]] virtual Point pointerLocation() const = 0;
 };
 

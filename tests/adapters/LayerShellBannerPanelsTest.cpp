@@ -342,7 +342,7 @@ private Q_SLOTS:
         const Point seen = screens.pointerLocation();
         const qint64 waited = timer.elapsed();
         m_compositor->signal(SIGCONT);
-        QVERIFY2(waited < 500, qPrintable(QString::number(waited)));
+        QVERIFY2(waited < 1000, qPrintable(QString::number(waited)));
         QVERIFY((seen == Point{1280 + 300.5, 800 - 200.5})); // as the toolkit sees it
         QTRY_VERIFY((screens.pointerLocation() == Point{1280 + 640.0, 400}));
     }

@@ -18,7 +18,7 @@ namespace corvane {
 
 namespace {
 
-constexpr std::chrono::milliseconds patience{100};
+constexpr std::chrono::milliseconds patience{250};
 
 /// A transparent pixel above all windows, without the pointer. Below them, some compositors would not say
 /// where it is.
