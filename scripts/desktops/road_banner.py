@@ -49,7 +49,15 @@ def wait_until_shown(session, banner, seconds=12.0, scale=1):
     return poll(f"the banner {banner.state} in a picture", look, seconds)
 
 
-def start_opponent(session, platform):
+def is_covered(image, monitor):
+    """Whether the full-screen window covers this monitor of the picture: left, top, width, height."""
+    left, top, width, height = monitor
+    return all(near(image.getpixel((left + x, top + y)), OPPONENT) for x, y in
+               ((20, 3), (20, height - 4), (width - 20, height - 4)))
+
+
+def start_opponent(session, platform, monitors=()):
+    """Starts a full-screen window on any of these monitors. Returns the file of the keys that it reads."""
     environment = {**session.environment, "GDK_BACKEND": platform, "NO_AT_BRIDGE": "1"}
     keys = session.room / "keys"
     with keys.open("wb") as output:
@@ -59,8 +67,7 @@ def start_opponent(session, platform):
 
     def covers():
         image = session.shot()
-        return all(near(image.getpixel(at), OPPONENT) for at in
-                   ((20, 3), (20, image.height - 4), (image.width - 20, image.height - 4)))
+        return any(is_covered(image, monitor) for monitor in monitors or ((0, 0, image.width, image.height),))
     try:
         poll("the full-screen window", covers, 12, 0.3)
     except AssertionError:

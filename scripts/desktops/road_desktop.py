@@ -11,7 +11,7 @@ from pictures import ACCENT
 from quillet_desktop import poll
 from report import NotSeen
 from road_bell import lesson, open_panel, start_quillet, start_with_banner
-from road_banner import pixels_of, wait_until_shown
+from road_banner import is_covered, pixels_of, start_opponent, wait_until_shown
 
 
 SYMBOL = 3000  # pixels of its colour at least; at 100 % there are about 6,000
@@ -175,22 +175,36 @@ def walk_scale(session, report):
 
 def walk_monitors(session, report):
     with report.step(session, "Two monitors") as step:
-        left, top, width, height = session.add_monitor()
-        session.still_shot(2)
-        session.move(left + width / 2, top + height / 2)
-        _, banner = start_with_banner(session)
-        image = session.still_shot()
-        step.picture(image, "pointer on the second")
+        second = session.add_monitor()
+        left, top, width, height = second
+        image = session.still_shot(2)
+        step.note(f"The second monitor is at {left}, {top}, {width}x{height}.")
         # A shell with monitors of different scales takes the picture at the largest one.
         factor = image.width // (left + width)
-        second = image.crop(tuple(factor * value for value in (left, top, left + width, top + height)))
-        if pixels_of(image, ACCENT[banner.state]) < SYMBOL:
-            raise NotSeen("The picture shows no banner: not every compositor draws on a monitor that was added here.")
-        place = "second" if pixels_of(second, ACCENT[banner.state]) >= SYMBOL else "first"
-        step.note(f"The second monitor is at {left}, {top}, {width}x{height}. The pointer is on it, the banner on the "
-                  f"{place}.")
+        monitors = {name: tuple(factor * value for value in monitor) for name, monitor in
+                    (("first", (0, 0, *session.first_monitor())), ("second", second))}
+        centres = {"first": [value / 2 for value in session.first_monitor()],
+                   "second": [left + width / 2, top + height / 2]}
+        for pointed in monitors:
+            session.click(*centres[pointed])
+            show_on_monitors(session, step, monitors, f"a click on the {pointed}")
+        start_opponent(session, session.platforms[0], monitors.values())
+        covered = next(name for name, monitor in monitors.items() if is_covered(session.shot(), monitor))
+        show_on_monitors(session, step, monitors, f"a full-screen window on the {covered}")
         step.look(session.monitors_note)
-        session.quit_quillet()
+
+
+def show_on_monitors(session, step, monitors, situation):
+    """Shows a banner. `monitors` are their places in pictures."""
+    _, banner = start_with_banner(session)
+    image = session.still_shot()
+    step.picture(image, f"after {situation}")
+    for name, (left, top, width, height) in monitors.items():
+        if pixels_of(image.crop((left, top, left + width, top + height)), ACCENT[banner.state]) >= SYMBOL:
+            step.note(f"After {situation}: the banner is on the {name}.")
+            session.quit_quillet()
+            return
+    raise NotSeen("The picture shows no banner: not every compositor draws on a monitor that was added here.")
 
 
 def pss(pid):

@@ -187,6 +187,10 @@ class Session(Desktop):
         """Adds a monitor beside or below the first. Returns left, top, width and height."""
         raise NotSeen("No way is known to add a second monitor here.")
 
+    def first_monitor(self):
+        """Its width and height."""
+        return self.size
+
     def told_bell(self):
         """The centre of the bell if the desktop reports it."""
         return None
@@ -199,8 +203,8 @@ class Session(Desktop):
     # --- looking
 
     def shot(self):
-        path = self.room / "shot.png"
-        self.run("import", "-silent", "-window", "root", str(path), seconds=30)
+        path = self.room / "shot.ppm"
+        self.run("import", "-silent", "-depth", "8", "-window", "root", str(path), seconds=30)
         with Image.open(path) as image:
             return image.convert("RGB")
 

@@ -8,10 +8,10 @@ from plasma import OUTER, Plasma
 from quillet_desktop import poll
 from session import HOME, RUNTIME
 
-CONFIG = """output * resolution {width}x{height} scale {scale}
+CONFIG = """{outputs}
 output * bg #35506b solid_color
 default_border none
-focus_follows_mouse no
+focus_follows_mouse yes
 exec sh {home}/announce
 """
 BAR = {"layer": "top", "height": 30, "modules-left": ["sway/workspaces"], "modules-right": ["tray", "clock"],
@@ -20,6 +20,7 @@ BAR = {"layer": "top", "height": 30, "modules-left": ["sway/workspaces"], "modul
 
 class Sway(Plasma):
     desktop_name = "sway"
+    monitors_note = "both monitors, the second at 200 %."
     side = "top"
     variables = {"XDG_SESSION_DESKTOP": "sway", "DESKTOP_SESSION": "sway"}
     nearness = 2000  # sway centres the panel on the screen
@@ -41,8 +42,9 @@ class Sway(Plasma):
         told.unlink(missing_ok=True)
         (HOME / "announce").write_text(f"env | grep -E '^(WAYLAND_DISPLAY|DISPLAY|SWAYSOCK)=' >{told}.new\n"
                                        f"mv {told}.new {told}\n")
-        width, height = (size * self.scale for size in self.size)
-        (HOME / "sway").write_text(CONFIG.format(width=width, height=height, scale=self.scale, home=HOME))
+        outputs = (f"output X11-{number + 1} resolution {width}x{height} scale {width // self.size[0]} "
+                   f"position {number * self.size[0]} 0" for number, (width, height) in enumerate(self.pixels()))
+        (HOME / "sway").write_text(CONFIG.format(outputs="\n".join(outputs), home=HOME))
         self.start("compositor", "sway", "--config", str(HOME / "sway"), environment={
             "WLR_BACKENDS": "x11", "WLR_RENDERER": "pixman", "WLR_X11_OUTPUTS": str(self.monitors),
             "WLR_LIBINPUT_NO_DEVICES": "1"})
@@ -51,6 +53,14 @@ class Sway(Plasma):
         self.tell_bus("DISPLAY", "WAYLAND_DISPLAY", "SWAYSOCK", "XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE")
         self.start("notifications", "mako")
         self.bar = self.start("bar", "waybar")
+
+    def pixels(self):
+        """Width and height of each monitor in pixels."""
+        width, height = self.size
+        return [(width * factor, height * factor) for factor in ([self.scale] if self.monitors == 1 else [1, 2])]
+
+    def scale_one(self):
+        """The configuration has scaled it."""
 
     def after_start(self):
         self.still_shot(2, 20)
