@@ -20,8 +20,7 @@ private Q_SLOTS:
     void aRegistryKilledBetweenLoadsKeepsTheLessons()
     {
         QCOMPARE(load().size(), 3);
-        m_service->signal(CalendarService::Part::registry, SIGKILL);
-        QTRY_VERIFY_WITH_TIMEOUT(!m_service->isRunning(CalendarService::Part::registry), 5000);
+        m_service->kill(CalendarService::Part::registry);
         for (int round = 0; round < 3; ++round) {
             QCOMPARE(load().size(), 3);
         }

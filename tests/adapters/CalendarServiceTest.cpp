@@ -44,8 +44,7 @@ private Q_SLOTS:
     void aServiceKilledBetweenLoadsIsOpenedAgain()
     {
         QCOMPARE(load().size(), 3);
-        m_service->signal(CalendarService::Part::factory, SIGKILL);
-        QTRY_VERIFY_WITH_TIMEOUT(!m_service->isRunning(CalendarService::Part::factory), 5000);
+        m_service->kill(CalendarService::Part::factory);
         QElapsedTimer timer;
         timer.start();
         QCOMPARE(load().size(), 3);

@@ -81,8 +81,7 @@ private Q_SLOTS:
     {
         write(lesson("Zoom - Cleo") + series("Zoom - Dora", "FREQ=WEEKLY;X-SOURCE=app"));
         QTRY_VERIFY_WITH_TIMEOUT(load().contains(u"Zoom - Dora"_s), patience);
-        m_service->signal(CalendarService::Part::factory, SIGKILL);
-        QTRY_VERIFY_WITH_TIMEOUT(!m_service->isRunning(CalendarService::Part::factory), 5000);
+        m_service->kill(CalendarService::Part::factory);
         wishForNews();
         QVERIFY(load().contains(u"Zoom - Dora"_s));
         QVERIFY(logged(u"calendar opened again"_s) > 0);

@@ -45,8 +45,7 @@ class OnlineCalendarTest : public QObject {
     {
         m_news.reset();
         m_room->stop();
-        m_service->signal(CalendarService::Part::factory, SIGKILL);
-        QTRY_VERIFY(!m_service->isRunning(CalendarService::Part::factory));
+        m_service->kill(CalendarService::Part::factory);
         startStore();
     }
 

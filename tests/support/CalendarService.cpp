@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFile>
 #include <QSaveFile>
+#include <QTest>
 
 #include <csignal>
 
@@ -140,6 +141,16 @@ void CalendarService::signal(Part part, int signal)
         qFatal("the part of the calendar service does not run");
     }
     signalTree(process, signal);
+}
+
+void CalendarService::kill(Part part)
+{
+    const auto process = [this, part] { return m_connection.interface()->servicePid(nameOf(part)).value(); };
+    const qint64 killed = process();
+    signal(part, SIGKILL);
+    if (!QTest::qWaitFor([&] { return process() != killed; })) {
+        qFatal("the part of the calendar service survives");
+    }
 }
 
 bool CalendarService::isRunning(Part part) const

@@ -39,6 +39,9 @@ public:
     /// Sends `signal` to that process and its descendants. The destructor resumes stopped ones. Ends the test
     /// program if the part does not run.
     void signal(Part part, int signal);
+    /// Kills that process and returns when the bus knows. A call that is under way may start the part again
+    /// at once.
+    void kill(Part part);
     [[nodiscard]] bool isRunning(Part part) const;
 
 private:
