@@ -110,8 +110,8 @@ class Plasma(Session):
         self.outside("xdotool", "key", *names)
 
     def shot(self):
-        path = self.room / "shot.ppm"
-        self.outside("import", "-silent", "-depth", "8", "-window", "root", str(path))
+        path = self.room / "shot.png"
+        self.outside("import", "-silent", "-window", "root", str(path))
         with Image.open(path) as image:
             widths, heights = zip(*self.pixels())
             return image.convert("RGB").crop((0, 0, sum(widths), max(heights)))

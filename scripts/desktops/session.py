@@ -203,8 +203,8 @@ class Session(Desktop):
     # --- looking
 
     def shot(self):
-        path = self.room / "shot.ppm"
-        self.run("import", "-silent", "-depth", "8", "-window", "root", str(path), seconds=30)
+        path = self.room / "shot.png"
+        self.run("import", "-silent", "-window", "root", str(path), seconds=30)
         with Image.open(path) as image:
             return image.convert("RGB")
 
