@@ -61,6 +61,16 @@ def leave_backup(session, settings=("hasCompletedWelcome=true",)):
     return start - 60
 
 
+def notification_picture(session, before):
+    """A picture with the notification, which slides in and may go after seconds."""
+    def look():
+        image = session.shot()
+        return image if changed_area(before, image) else None
+    shown = poll("the desktop to show it", look, 5)
+    settled = session.still_shot(0.5, 1.5)
+    return settled if changed_area(before, settled) else shown
+
+
 def walk_notification(session, report):
     with report.step(session, "The agent alone after Quillet is gone, and the desktop's own notification") as step:
         listener = Listener(session)
@@ -72,8 +82,7 @@ def walk_notification(session, report):
             before = session.still_shot(0.5, 3)  # the banner fades
             found = poll("the notification", listener.found, max(due - time.time(), 0) + 8)
             late = time.time() - due
-            poll("the desktop to show it", lambda: changed_area(before, session.shot()), 5)
-            after = session.still_shot(limit=4)
+            after = notification_picture(session, before)
             step.picture(after, "notification")
             name, icon, title, body = found[0]
             assert (name, icon) == ("Quillet", "com.ordwinsoftware.Quillet"), found[0]
