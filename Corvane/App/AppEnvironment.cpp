@@ -34,8 +34,9 @@ namespace corvane {
 
 namespace {
 
-/// Decides once how banners are shown: by the compositor if it places surfaces above full-screen windows,
-/// else through the X server, which a Wayland session provides for X11 programs.
+/// Decides once how banners are shown, by the compositor if it places surfaces above full-screen windows,
+/// else through the X server, which a Wayland session provides for X11 programs; and how the pointer is
+/// found.
 void chooseBanners(LiveServices &services)
 {
     const auto makeContent = [](const TeachingAction &action,
@@ -49,13 +50,17 @@ void chooseBanners(LiveServices &services)
     auto wayland = std::make_unique<WaylandConnection>();
     if (isWayland && wayland->open() && wayland->offersOverlays()) {
         services.wayland = std::move(wayland);
+        services.screens = std::make_unique<ToolkitScreens>();
         services.bannerScreens = std::make_unique<WaylandScreens>(*services.wayland);
         services.bannerPanels = std::make_unique<LayerShellBannerPanels>(*services.wayland, makeContent,
                                                                          shape, *services.debugLogger);
         services.debugLogger->log(u"banners in the compositor's overlay layer"_s);
         return;
     }
-    services.bannerScreens = std::make_unique<ToolkitScreens>();
+    const auto pointer =
+        isWayland ? ToolkitScreens::Pointer::fromWindowManager : ToolkitScreens::Pointer::fromServer;
+    services.screens = std::make_unique<ToolkitScreens>(pointer);
+    services.bannerScreens = std::make_unique<ToolkitScreens>(pointer);
     services.bannerPanels = std::make_unique<X11BannerPanels>(makeContent, shape);
     if (isWayland) {
         services.debugLogger->log(
@@ -110,7 +115,6 @@ AppEnvironment AppEnvironment::live(LiveServices &services)
 
     services.sounds = std::make_unique<CanberraSounds>();
     services.soundPlayer = std::make_unique<SystemSoundPlayer>(*services.debugLogger, *services.sounds);
-    services.screens = std::make_unique<ToolkitScreens>();
     chooseBanners(services);
     services.bannerPanels->setWhenGone(giveBackMemory);
     services.notificationPresenter = std::make_unique<FloatingBannerPresenter>(

@@ -19,13 +19,13 @@ constexpr int timeout = 30'000; // milliseconds
 
 } // namespace
 
-TestCompositor::TestCompositor(QSize size, int monitors)
+TestCompositor::TestCompositor(QSize size, int monitors, Kind kind)
     : m_environment(QProcessEnvironment::systemEnvironment())
 {
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     endWithThisProcess(m_process, SIGTERM); // it then ends the compositor
     m_process.start(QStringLiteral(QUILLET_NESTED_COMPOSITOR),
-                    {u"--monitors"_s, QString::number(monitors), u"sway"_s,
+                    {u"--monitors"_s, QString::number(monitors), kind == Kind::sway ? u"sway"_s : u"mutter"_s,
                      u"%1x%2"_s.arg(size.width()).arg(size.height())});
     QByteArray told;
     while (!told.endsWith("\n\n")) {
@@ -56,6 +56,15 @@ void TestCompositor::end()
 void TestCompositor::enter() const
 {
     qputenv("WAYLAND_DISPLAY", m_environment.value(u"WAYLAND_DISPLAY"_s).toUtf8());
+}
+
+void TestCompositor::enterX11() const
+{
+    for (const QString &name : {u"DISPLAY"_s, u"XAUTHORITY"_s}) {
+        if (m_environment.contains(name)) {
+            qputenv(name.toLatin1().constData(), m_environment.value(name).toUtf8());
+        }
+    }
 }
 
 void TestCompositor::signal(int number) const

@@ -11,12 +11,15 @@
 
 namespace corvane {
 
-/// A private Wayland compositor in a window at the upper left corner of the test's X display. It offers
-/// overlay surfaces and contains an X server. The constructor ends the test program if the compositor does
-/// not come up; the destructor ends the compositor.
+/// A private Wayland compositor in a window at the upper left corner of the test's X display. It contains an
+/// X server. The constructor ends the test program if the compositor does not come up; the destructor ends
+/// the compositor.
 class TestCompositor {
 public:
-    explicit TestCompositor(QSize size, int monitors = 1);
+    /// sway offers overlay surfaces, GNOME's mutter does not.
+    enum class Kind { sway, mutter };
+
+    explicit TestCompositor(QSize size, int monitors = 1, Kind kind = Kind::sway);
     ~TestCompositor();
     TestCompositor(const TestCompositor &) = delete;
     TestCompositor &operator=(const TestCompositor &) = delete;
@@ -27,10 +30,13 @@ public:
     /// Points WAYLAND_DISPLAY at this compositor, for later connections of the test program.
     void enter() const;
 
-    /// Unplugs the monitor `output`. Returns false if the compositor has no such command.
+    /// Points DISPLAY at this compositor's X server.
+    void enterX11() const;
+
+    /// Unplugs the monitor `output` of a sway. Returns false if the compositor has no such command.
     [[nodiscard]] bool unplug(const QString &output) const;
 
-    /// Has the compositor execute `command`, waits for it and returns the answer. Ends the test program on an
+    /// Has a sway execute `command`, waits for it and returns the answer. Ends the test program on an
     /// error.
     [[nodiscard]] QString execute(const QStringList &command) const;
 

@@ -104,14 +104,16 @@ std::unique_ptr<QProcess> TestDesktop::startOpponent(const QStringList &argument
     return opponent;
 }
 
-QString TestDesktop::xdotool(const QStringList &arguments)
+QString TestDesktop::xdotool(const QStringList &arguments, const QProcessEnvironment &environment)
 {
-    return run(u"xdotool"_s, arguments);
+    return run(u"xdotool"_s, arguments, environment);
 }
 
-QString TestDesktop::run(const QString &program, const QStringList &arguments)
+QString TestDesktop::run(const QString &program, const QStringList &arguments,
+                         const QProcessEnvironment &environment)
 {
     QProcess process;
+    process.setProcessEnvironment(environment);
     process.start(program, arguments);
     if (!process.waitForFinished(desktopTimeout) || process.exitCode() != 0) {
         qFatal("%s failed: %s", qPrintable(program), process.readAllStandardError().constData());

@@ -46,11 +46,14 @@ public:
     startOpponent(const QStringList &arguments = {},
                   const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment());
 
-    /// Runs xdotool, waits for its end and returns its output. Ends the test program on an error.
-    static QString xdotool(const QStringList &arguments);
+    /// Runs xdotool in `environment`, waits for its end and returns its output. Ends the test program on an
+    /// error.
+    static QString xdotool(const QStringList &arguments,
+                           const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment());
 
     /// Runs another tool for the display in the same way.
-    static QString run(const QString &program, const QStringList &arguments);
+    static QString run(const QString &program, const QStringList &arguments,
+                       const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment());
 
 private:
     void startServer(const QString &program, const QStringList &arguments);

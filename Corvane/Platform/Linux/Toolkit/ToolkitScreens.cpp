@@ -5,6 +5,7 @@
 
 #include "Corvane/Platform/Linux/Banners/DesktopGeometry.h"
 #include "Corvane/Platform/Linux/X11/ReservedAreas.h"
+#include "Corvane/Platform/Linux/X11/WindowPlacement.h"
 #include "Corvane/Platform/Linux/X11/X11Connection.h"
 
 #include <QCursor>
@@ -102,7 +103,12 @@ Point ToolkitScreens::pointerLocation() const
     // The middle of the pixel: after y is flipped, its edges belong to the neighbouring pixels. The position
     // comes from the server, because Qt rounds to whole points, which may lie outside the screen.
     constexpr QPointF middle(0.5, 0.5);
-    if (const auto pixel = x11::pointer()) {
+    const bool isHidden = m_pointer == Pointer::fromWindowManager && QGuiApplication::screens().size() > 1;
+    auto pixel = isHidden ? x11::placeOfNewWindow() : std::nullopt;
+    if (!pixel) {
+        pixel = x11::pointer();
+    }
+    if (pixel) {
         for (const QScreen *screen : QGuiApplication::screens()) {
             const QRect pixels = pixelsOf(*screen);
             if (pixels.contains(pixel->x, pixel->y)) {
