@@ -34,9 +34,8 @@ namespace corvane {
 
 namespace {
 
-/// Decides once how banners are shown, by the compositor if it places surfaces above full-screen windows,
-/// else through the X server, which a Wayland session provides for X11 programs; and how the pointer is
-/// found.
+/// Decides once how banners are shown: by the compositor if it places surfaces above full-screen windows,
+/// else through the X server, which a Wayland session provides for X11 programs.
 void chooseBanners(LiveServices &services)
 {
     const auto makeContent = [](const TeachingAction &action,
@@ -50,21 +49,23 @@ void chooseBanners(LiveServices &services)
     auto wayland = std::make_unique<WaylandConnection>();
     if (isWayland && wayland->open() && wayland->offersOverlays()) {
         services.wayland = std::move(wayland);
-        services.screens = std::make_unique<ToolkitScreens>();
         services.bannerScreens = std::make_unique<WaylandScreens>(*services.wayland);
         services.bannerPanels = std::make_unique<LayerShellBannerPanels>(*services.wayland, makeContent,
                                                                          shape, *services.debugLogger);
         services.debugLogger->log(u"banners in the compositor's overlay layer"_s);
         return;
     }
-    const auto pointer =
-        isWayland ? ToolkitScreens::Pointer::fromWindowManager : ToolkitScreens::Pointer::fromServer;
-    services.screens = std::make_unique<ToolkitScreens>(pointer);
-    services.bannerScreens = std::make_unique<ToolkitScreens>(pointer);
+    const bool isX11 = QGuiApplication::platformName() == "xcb"_L1;
+    if (isX11 && wayland->isOpen()) {
+        services.wayland = std::move(wayland);
+        services.bannerScreens = std::make_unique<ToolkitScreens>(*services.wayland);
+    } else {
+        services.bannerScreens = std::make_unique<ToolkitScreens>();
+    }
     services.bannerPanels = std::make_unique<X11BannerPanels>(makeContent, shape);
     if (isWayland) {
         services.debugLogger->log(
-            QGuiApplication::platformName() == "xcb"_L1
+            isX11
                 ? u"banners through XWayland"_s
                 : u"banners as ordinary windows, which a full-screen one covers: this Wayland compositor has "
                   u"neither an overlay layer nor XWayland"_s);
@@ -115,6 +116,7 @@ AppEnvironment AppEnvironment::live(LiveServices &services)
 
     services.sounds = std::make_unique<CanberraSounds>();
     services.soundPlayer = std::make_unique<SystemSoundPlayer>(*services.debugLogger, *services.sounds);
+    services.screens = std::make_unique<ToolkitScreens>();
     chooseBanners(services);
     services.bannerPanels->setWhenGone(giveBackMemory);
     services.notificationPresenter = std::make_unique<FloatingBannerPresenter>(

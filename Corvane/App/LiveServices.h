@@ -41,7 +41,7 @@ struct LiveServices {
     std::unique_ptr<CanberraSounds> sounds;
     std::unique_ptr<SystemSoundPlayer> soundPlayer;
     std::unique_ptr<ToolkitScreens> screens;    ///< for the toolkit's windows
-    std::unique_ptr<WaylandConnection> wayland; ///< only where the compositor shows the banners
+    std::unique_ptr<WaylandConnection> wayland; ///< only in a Wayland session
     std::unique_ptr<Screens> bannerScreens;     ///< for the banners
     std::unique_ptr<CardBannerPanels> bannerPanels;
     std::unique_ptr<FloatingBannerPresenter> notificationPresenter;

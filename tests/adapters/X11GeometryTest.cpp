@@ -3,6 +3,7 @@
 
 #include "Corvane/Platform/Linux/Banners/BannerPanelMotion.h"
 #include "Corvane/Platform/Linux/Banners/CardShape.h"
+#include "Corvane/Platform/Linux/Toolkit/SessionMonitors.h"
 #include "Corvane/Platform/Linux/X11/ReservedAreas.h"
 #include "tests/support/TestProgram.h"
 
@@ -51,6 +52,32 @@ class X11GeometryTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void monitorsOfDifferentScalesShareTheLargestOnesResolution()
+    {
+        const std::vector<SessionMonitor> sideways{{QPoint(0, 0), QRect(0, 0, 1280, 800)},
+                                                   {QPoint(2560, 0), QRect(1280, 0, 1920, 1080)}};
+        QVERIFY((shownParts(sideways) ==
+                 std::vector<QRect>{QRect(0, 0, 2560, 1600), QRect(2560, 0, 3840, 2160)}));
+        const std::vector<SessionMonitor> below{{QPoint(0, 1600), QRect(0, 800, 1280, 800)},
+                                                {QPoint(0, 0), QRect(0, 0, 1280, 800)}};
+        QVERIFY(
+            (shownParts(below) == std::vector<QRect>{QRect(0, 1600, 2560, 1600), QRect(0, 0, 2560, 1600)}));
+    }
+
+    void monitorsThatAreNotEnlargedKeepTheirSize()
+    {
+        const std::vector<SessionMonitor> monitors{{QPoint(0, 0), QRect(0, 0, 1280, 800)},
+                                                   {QPoint(1280, 200), QRect(1280, 200, 1920, 1080)}};
+        QVERIFY((shownParts(monitors) ==
+                 std::vector<QRect>{QRect(0, 0, 1280, 800), QRect(1280, 200, 1920, 1080)}));
+    }
+
+    void oneMonitorDoesNotTellTheScale()
+    {
+        QVERIFY(!shownParts({{QPoint(0, 0), QRect(0, 0, 1280, 800)}}));
+        QVERIFY(!shownParts({}));
+    }
+
     void aWorkAreaInPointsIsEnlarged_data()
     {
         QTest::addColumn<QRectF>("available");

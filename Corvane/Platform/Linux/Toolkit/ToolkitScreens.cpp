@@ -4,6 +4,8 @@
 #include "Corvane/Platform/Linux/Toolkit/ToolkitScreens.h"
 
 #include "Corvane/Platform/Linux/Banners/DesktopGeometry.h"
+#include "Corvane/Platform/Linux/Toolkit/SessionMonitors.h"
+#include "Corvane/Platform/Linux/Wayland/WaylandConnection.h"
 #include "Corvane/Platform/Linux/X11/ReservedAreas.h"
 #include "Corvane/Platform/Linux/X11/WindowPlacement.h"
 #include "Corvane/Platform/Linux/X11/X11Connection.h"
@@ -13,6 +15,8 @@
 #include <QScreen>
 #include <QWindow>
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 
 namespace corvane {
@@ -48,34 +52,62 @@ ReservedAreas reservedAreas()
     return areas;
 }
 
-/// The screen in the server's pixels: Qt reports its position in those, but its size in logical pixels.
-QRect pixelsOf(const QScreen &screen)
+/// The screen in the server's pixels as the toolkit sees it: Qt reports its position in those, but its size
+/// in logical pixels.
+QRect reportedPixels(const QScreen &screen)
 {
     return {screen.geometry().topLeft(),
             (QSizeF(screen.geometry().size()) * screen.devicePixelRatio()).toSize()};
 }
 
-Screen describe(const QScreen &screen, const ReservedAreas &reserved)
+/// The same as the compositor sees it; none if it does not know the screen.
+std::optional<QRect> shownPixels(const QScreen &screen, const WaylandConnection &compositor)
 {
-    const QRect frame = screen.geometry();
+    std::vector<SessionMonitor> monitors;
+    std::optional<std::size_t> own;
+    for (const QScreen *each : QGuiApplication::screens()) {
+        const auto output = std::ranges::find(compositor.outputs(), each->name(), &WaylandOutput::name);
+        if (output != compositor.outputs().end() && !output->area.isEmpty()) {
+            if (each == &screen) {
+                own = monitors.size();
+            }
+            monitors.push_back({.corner = each->geometry().topLeft(), .area = output->area});
+        }
+    }
+    const auto parts = shownParts(monitors);
+    return own && parts ? std::optional(parts->at(*own)) : std::nullopt;
+}
+
+} // namespace
+
+QRect ToolkitScreens::pixelsOf(const QScreen &screen) const
+{
+    const auto shown = m_compositor != nullptr ? shownPixels(screen, *m_compositor) : std::nullopt;
+    return shown.value_or(reportedPixels(screen));
+}
+
+Screen ToolkitScreens::describe(const QScreen &screen, const ReservedAreas &reserved) const
+{
     const double ratio = screen.devicePixelRatio();
     const QRect pixels = pixelsOf(screen);
+    const bool isAsReported = pixels == reportedPixels(screen);
+    const QRectF frame = isAsReported ? QRectF(screen.geometry())
+                                      : QRectF(screen.geometry().topLeft(), QSizeF(pixels.size()) / ratio);
     const QRect visible = reserved.visiblePart(pixels);
     const QRectF points(frame.topLeft() + QPointF(visible.topLeft() - pixels.topLeft()) / ratio,
                         QSizeF(visible.size()) / ratio);
     // With a single monitor, Qt also knows work areas that only the window manager announces.
-    const QRectF both = points & inPoints(screen.availableGeometry(), frame, ratio);
+    const QRectF both =
+        isAsReported ? points & inPoints(screen.availableGeometry(), frame, ratio) : points & frame;
     return {.name = screen.name(),
-            .frame = pointsUp(QRectF(frame)),
-            .visibleFrame = pointsUp(both.isEmpty() ? QRectF(frame) : both)};
+            .frame = pointsUp(frame),
+            .visibleFrame = pointsUp(both.isEmpty() ? frame : both)};
 }
 
-std::optional<Screen> describe(const QScreen *screen)
+std::optional<Screen> ToolkitScreens::describe(const QScreen *screen) const
 {
     return screen != nullptr ? std::optional(describe(*screen, reservedAreas())) : std::nullopt;
 }
-
-} // namespace
 
 std::vector<Screen> ToolkitScreens::screens() const
 {
@@ -103,7 +135,7 @@ Point ToolkitScreens::pointerLocation() const
     // The middle of the pixel: after y is flipped, its edges belong to the neighbouring pixels. The position
     // comes from the server, because Qt rounds to whole points, which may lie outside the screen.
     constexpr QPointF middle(0.5, 0.5);
-    const bool isHidden = m_pointer == Pointer::fromWindowManager && QGuiApplication::screens().size() > 1;
+    const bool isHidden = m_compositor != nullptr && QGuiApplication::screens().size() > 1;
     auto pixel = isHidden ? x11::placeOfNewWindow() : std::nullopt;
     if (!pixel) {
         pixel = x11::pointer();

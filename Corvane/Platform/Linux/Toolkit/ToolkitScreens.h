@@ -5,23 +5,27 @@
 
 #include "Corvane/Notifications/Screens.h"
 
+#include <QRect>
+
 #include <optional>
 #include <vector>
 
+class QScreen;
+
 namespace corvane {
+
+struct ReservedAreas;
+class WaylandConnection;
 
 /// The screens that the toolkit reports. On X11 the visible frame leaves out what window manager and docks
 /// reserve. Points are the toolkit's logical pixels; y = 0 is the lower edge of the primary screen.
 class ToolkitScreens final : public Screens {
 public:
-    /// How the pointer's position is found.
-    enum class Pointer {
-        fromServer,        ///< asks the X server
-        fromWindowManager, ///< with several monitors, has the window manager place a window: in a Wayland
-                           ///< session, the X server knows the pointer only while it is over X11 windows
-    };
-
-    explicit ToolkitScreens(Pointer pointer = Pointer::fromServer) : m_pointer(pointer) {}
+    ToolkitScreens() = default;
+    /// Under XWayland, in the session of `compositor` (borrowed). Its X server knows the pointer only while
+    /// it is over X11 windows, and not always the monitors' sizes. So with several monitors the compositor's
+    /// layout is used, and the pointer counts as where the window manager places a window.
+    explicit ToolkitScreens(const WaylandConnection &compositor) : m_compositor(&compositor) {}
 
     [[nodiscard]] std::vector<Screen> screens() const override;
     [[nodiscard]] std::optional<Screen> mainScreen() const override;
@@ -29,7 +33,11 @@ public:
     [[nodiscard]] Point pointerLocation() const override;
 
 private:
-    Pointer m_pointer;
+    [[nodiscard]] QRect pixelsOf(const QScreen &screen) const;
+    [[nodiscard]] Screen describe(const QScreen &screen, const ReservedAreas &reserved) const;
+    [[nodiscard]] std::optional<Screen> describe(const QScreen *screen) const;
+
+    const WaylandConnection *m_compositor = nullptr; ///< null on X11
 };
 
 } // namespace corvane

@@ -23,6 +23,7 @@ namespace {
 
 constexpr std::chrono::milliseconds patience{250};
 constexpr std::uint8_t bitsOfNumber = 32;
+constexpr std::int16_t created = 0; // where the pixel is created, in x and y
 
 /// A transparent pixel on a connection of its own: the toolkit would take its events.
 class Probe {
@@ -39,7 +40,7 @@ private:
     void createWindow();
     void describeWindow();
     void set(xcb_atom_t name, xcb_atom_t type, std::span<const std::uint32_t> values);
-    [[nodiscard]] bool waitUntilMapped(QDeadlineTimer deadline);
+    [[nodiscard]] bool waitUntilPlaced(QDeadlineTimer deadline);
 
     OwnConnection m_server{xcb_connect(nullptr, nullptr)}; // takes the window along when it ends
     const xcb_screen_t *m_screen = nullptr;
@@ -86,9 +87,10 @@ void Probe::createWindow()
     constexpr std::uint32_t transparent = 0;
     const std::array<std::uint32_t, 4> values{transparent, transparent, XCB_EVENT_MASK_STRUCTURE_NOTIFY,
                                               colours};
-    xcb_create_window(
-        server(), withAlpha, m_window, m_screen->root, 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, visual,
-        XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP, values.data());
+    xcb_create_window(server(), withAlpha, m_window, m_screen->root, created, created, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, visual,
+                      XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP,
+                      values.data());
 }
 
 void Probe::set(xcb_atom_t name, xcb_atom_t type, std::span<const std::uint32_t> values)
@@ -106,25 +108,34 @@ void Probe::describeWindow()
     set(atom("_NET_WM_STATE"), XCB_ATOM_ATOM,
         std::array{atom("_NET_WM_STATE_BELOW"), atom("_NET_WM_STATE_SKIP_TASKBAR"),
                    atom("_NET_WM_STATE_SKIP_PAGER")});
-    // It takes no input, and no user action led to it: either keeps the focus where it is.
+    // A window that takes no input leaves the focus where it is. A user time of zero would too, but then
+    // mutter keeps it clear of the focused window, and says that it demands attention.
     constexpr std::uint32_t saysInput = 1;
     constexpr std::array<std::uint32_t, 9> noInput{saysInput, 0};
     set(XCB_ATOM_WM_HINTS, XCB_ATOM_WM_HINTS, noInput);
-    set(atom("_NET_WM_USER_TIME"), XCB_ATOM_CARDINAL, std::array<std::uint32_t, 1>{0});
     constexpr std::uint32_t saysDecorations = 2;
     constexpr std::array<std::uint32_t, 5> noDecorations{saysDecorations, 0, 0, 0, 0};
     const xcb_atom_t hints = atom("_MOTIF_WM_HINTS");
     set(hints, hints, noDecorations);
 }
 
-bool Probe::waitUntilMapped(QDeadlineTimer deadline)
+bool Probe::waitUntilPlaced(QDeadlineTimer deadline)
 {
     constexpr std::uint8_t typeMask = 0x7f;
+    bool isMapped = false;
+    bool isMoved = false;
     while (xcb_connection_has_error(server()) == 0) {
         while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(server())}) {
-            if ((event->response_type & typeMask) == XCB_MAP_NOTIFY) {
-                return true;
+            const int type = event->response_type & typeMask;
+            isMapped = isMapped || type == XCB_MAP_NOTIFY;
+            if (type == XCB_CONFIGURE_NOTIFY) {
+                isMoved = reinterpret_cast<const xcb_configure_notify_event_t *>(event.get())->x != created;
             }
+        }
+        // Some versions of mutter map first and move then, others the other way round. Before both, they may
+        // move it down, below the bar.
+        if (isMapped && isMoved) {
+            return true;
         }
         pollfd file{.fd = xcb_get_file_descriptor(server()), .events = POLLIN, .revents = 0};
         const int ready = poll(&file, 1, static_cast<int>(deadline.remainingTime()));
@@ -142,7 +153,7 @@ std::optional<PixelPoint> Probe::place()
     }
     xcb_map_window(server(), m_window);
     xcb_flush(server());
-    if (!waitUntilMapped(QDeadlineTimer(patience, Qt::PreciseTimer))) {
+    if (!waitUntilPlaced(QDeadlineTimer(patience, Qt::PreciseTimer))) {
         return std::nullopt;
     }
     const auto asked = xcb_translate_coordinates(server(), m_window, m_screen->root, 0, 0);
@@ -155,7 +166,7 @@ std::optional<PixelPoint> Probe::place()
 
 std::optional<PixelPoint> placeOfNewWindow()
 {
-    return Probe().place();
+    return connection() != nullptr ? Probe().place() : std::nullopt;
 }
 
 } // namespace corvane::x11

@@ -15,10 +15,29 @@
 #include <QScreen>
 #include <QWindow>
 
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
 namespace corvane {
+
+namespace {
+
+/// XWayland may report a screen as smaller than it is, so a banner's centre may lie beside all of them.
+QScreen *nearestScreen(QPoint centre)
+{
+    const auto distance = [centre](const QScreen *screen) {
+        const QRect area = screen->geometry();
+        const QPoint nearest(std::clamp(centre.x(), area.left(), area.right()),
+                             std::clamp(centre.y(), area.top(), area.bottom()));
+        return (centre - nearest).manhattanLength();
+    };
+    const QList<QScreen *> screens = QGuiApplication::screens();
+    const auto found = std::ranges::min_element(screens, {}, distance);
+    return found != screens.end() ? *found : nullptr;
+}
+
+} // namespace
 
 X11BannerWindow::X11BannerWindow(const Setting &setting)
     : BannerCard(setting, Qt::ToolTip | Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint |
@@ -55,7 +74,7 @@ QRectF X11BannerWindow::onDesktop(const Rect &points) const
 
 void X11BannerWindow::moveWindow(QPoint corner, QPoint centre)
 {
-    if (QScreen *screen = QGuiApplication::screenAt(centre)) {
+    if (QScreen *screen = nearestScreen(centre)) {
         setScreen(screen);
     }
     move(corner);
