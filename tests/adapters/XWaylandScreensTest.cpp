@@ -14,6 +14,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <chrono>
 #include <csignal>
 #include <cstddef>
 #include <memory>
@@ -24,6 +25,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize monitorSize(1280, 800);
+constexpr std::chrono::seconds patience(20); // beside other tests, the compositor is slow
 
 } // namespace
 
@@ -74,7 +76,7 @@ private:
     QProcessEnvironment m_outside;
     TestCompositor &m_compositor;
     WaylandConnection m_connection;
-    ToolkitScreens m_screens{m_connection};
+    ToolkitScreens m_screens{m_connection, patience};
     std::unique_ptr<QProcess> m_opponent;
     QStringList m_heard;
 
@@ -101,7 +103,7 @@ private Q_SLOTS:
             point({left + 300, 200});
             QTRY_VERIFY(m_screens.pointerLocation().x > left);
             for (int i = 0; i < many; ++i) {
-                const auto place = x11::placeOfNewWindow();
+                const auto place = x11::placeOfNewWindow(patience);
                 QVERIFY(place.has_value());
                 QVERIFY(place->x > left && place->x < left + monitorSize.width() && place->y > 0);
             }
@@ -156,7 +158,7 @@ private Q_SLOTS:
         m_compositor.signal(SIGSTOP);
         QElapsedTimer timer;
         timer.start();
-        const Point seen = m_screens.pointerLocation();
+        const Point seen = ToolkitScreens(m_connection).pointerLocation();
         const qint64 waited = timer.elapsed();
         m_compositor.signal(SIGCONT);
         QVERIFY2(waited < 1000, qPrintable(QString::number(waited)));

@@ -136,7 +136,7 @@ Point ToolkitScreens::pointerLocation() const
     // comes from the server, because Qt rounds to whole points, which may lie outside the screen.
     constexpr QPointF middle(0.5, 0.5);
     const bool isHidden = m_compositor != nullptr && QGuiApplication::screens().size() > 1;
-    auto pixel = isHidden ? x11::placeOfNewWindow() : std::nullopt;
+    auto pixel = isHidden ? x11::placeOfNewWindow(m_patience) : std::nullopt;
     if (!pixel) {
         pixel = x11::pointer();
     }

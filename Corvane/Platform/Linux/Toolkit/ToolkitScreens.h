@@ -7,6 +7,7 @@
 
 #include <QRect>
 
+#include <chrono>
 #include <optional>
 #include <vector>
 
@@ -24,8 +25,14 @@ public:
     ToolkitScreens() = default;
     /// Under XWayland, in the session of `compositor` (borrowed). Its X server knows the pointer only while
     /// it is over X11 windows, and not always the monitors' sizes. So with several monitors the compositor's
-    /// layout is used, and the pointer counts as where the window manager places a window.
-    explicit ToolkitScreens(const WaylandConnection &compositor) : m_compositor(&compositor) {}
+    /// layout is used, and the pointer counts as where the window manager places a window, unless that takes
+    /// longer than `patience`.
+    explicit ToolkitScreens(const WaylandConnection &compositor,
+                            std::chrono::milliseconds patience = std::chrono::milliseconds(250))
+        : m_compositor(&compositor)
+        , m_patience(patience)
+    {
+    }
 
     [[nodiscard]] std::vector<Screen> screens() const override;
     [[nodiscard]] std::optional<Screen> mainScreen() const override;
@@ -38,6 +45,7 @@ private:
     [[nodiscard]] std::optional<Screen> describe(const QScreen *screen) const;
 
     const WaylandConnection *m_compositor = nullptr; ///< null on X11
+    std::chrono::milliseconds m_patience{0};
 };
 
 } // namespace corvane

@@ -12,120 +12,122 @@
 
 #include <array>
 #include <cerrno>
-#include <chrono>
 #include <cstdint>
-#include <cstring>
 #include <span>
 
 namespace corvane::x11 {
 
 namespace {
 
-constexpr std::chrono::milliseconds patience{250};
 constexpr std::uint8_t bitsOfNumber = 32;
+constexpr std::uint8_t depthWithAlpha = 32;
 constexpr std::int16_t created = 0; // where the pixel is created, in x and y
 
-/// A transparent pixel on a connection of its own: the toolkit would take its events.
+/// A transparent pixel. It is made through the toolkit's connection, which does not use a window's number
+/// again soon: a window manager that still removes the last such pixel would take the next for the same.
 class Probe {
 public:
     Probe();
+    ~Probe();
+    Probe(const Probe &) = delete;
+    Probe &operator=(const Probe &) = delete;
 
     /// Shows the pixel and returns its place on the root window.
-    [[nodiscard]] std::optional<PixelPoint> place();
+    [[nodiscard]] std::optional<PixelPoint> place(std::chrono::milliseconds patience);
 
 private:
-    [[nodiscard]] xcb_connection_t *server() const { return m_server.get(); }
-    [[nodiscard]] xcb_atom_t atom(const char *name) const;
-    [[nodiscard]] xcb_visualid_t translucentVisual() const;
-    void createWindow();
-    void describeWindow();
-    void set(xcb_atom_t name, xcb_atom_t type, std::span<const std::uint32_t> values);
-    [[nodiscard]] bool waitUntilPlaced(QDeadlineTimer deadline);
+    void createWindow(xcb_visualid_t visual);
+    void describeWindow() const;
+    [[nodiscard]] bool isListening() const;
+    [[nodiscard]] bool waitUntilPlaced(QDeadlineTimer deadline) const;
 
-    OwnConnection m_server{xcb_connect(nullptr, nullptr)}; // takes the window along when it ends
-    const xcb_screen_t *m_screen = nullptr;
+    xcb_connection_t *m_server = connection();
+    OwnConnection m_listener{xcb_connect(nullptr, nullptr)}; // the toolkit takes all events of its own
+    xcb_colormap_t m_colours = XCB_NONE;
     xcb_window_t m_window = XCB_NONE;
 };
 
-Probe::Probe()
+/// A visual with alpha; none if the server has no such.
+xcb_visualid_t translucentVisual(xcb_connection_t *server)
 {
-    if (xcb_connection_has_error(server()) == 0) {
-        m_screen = xcb_setup_roots_iterator(xcb_get_setup(server())).data;
-        createWindow();
-        describeWindow();
-    }
-}
-
-xcb_atom_t Probe::atom(const char *name) const
-{
-    const auto asked = xcb_intern_atom(server(), 0, static_cast<std::uint16_t>(std::strlen(name)), name);
-    const Owned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(server(), asked, nullptr));
-    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-}
-
-xcb_visualid_t Probe::translucentVisual() const
-{
-    constexpr std::uint8_t withAlpha = 32;
-    for (auto depth = xcb_screen_allowed_depths_iterator(m_screen); depth.rem > 0; xcb_depth_next(&depth)) {
-        if (depth.data->depth == withAlpha && depth.data->visuals_len > 0) {
+    auto depth = xcb_screen_allowed_depths_iterator(xcb_setup_roots_iterator(xcb_get_setup(server)).data);
+    for (; depth.rem > 0; xcb_depth_next(&depth)) {
+        if (depth.data->depth == depthWithAlpha && depth.data->visuals_len > 0) {
             return xcb_depth_visuals_iterator(depth.data).data->visual_id;
         }
     }
     return XCB_NONE;
 }
 
-void Probe::createWindow()
+Probe::Probe()
 {
-    constexpr std::uint8_t withAlpha = 32;
-    const xcb_visualid_t visual = translucentVisual();
-    if (visual == XCB_NONE) {
-        return;
+    const xcb_visualid_t visual = translucentVisual(m_server);
+    if (visual != XCB_NONE) {
+        createWindow(visual);
+        describeWindow();
     }
-    const xcb_colormap_t colours = xcb_generate_id(server());
-    xcb_create_colormap(server(), XCB_COLORMAP_ALLOC_NONE, colours, m_screen->root, visual);
-    m_window = xcb_generate_id(server());
+}
+
+Probe::~Probe()
+{
+    if (m_window != XCB_NONE) {
+        xcb_destroy_window(m_server, m_window);
+        xcb_free_colormap(m_server, m_colours);
+        xcb_flush(m_server);
+    }
+}
+
+void Probe::createWindow(xcb_visualid_t visual)
+{
+    m_colours = xcb_generate_id(m_server);
+    xcb_create_colormap(m_server, XCB_COLORMAP_ALLOC_NONE, m_colours, rootWindow(), visual);
+    m_window = xcb_generate_id(m_server);
     constexpr std::uint32_t transparent = 0;
-    const std::array<std::uint32_t, 4> values{transparent, transparent, XCB_EVENT_MASK_STRUCTURE_NOTIFY,
-                                              colours};
-    xcb_create_window(server(), withAlpha, m_window, m_screen->root, created, created, 1, 1, 0,
+    const std::array<std::uint32_t, 3> values{transparent, transparent, m_colours};
+    xcb_create_window(m_server, depthWithAlpha, m_window, rootWindow(), created, created, 1, 1, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, visual,
-                      XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP,
-                      values.data());
+                      XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_COLORMAP, values.data());
 }
 
-void Probe::set(xcb_atom_t name, xcb_atom_t type, std::span<const std::uint32_t> values)
+void Probe::describeWindow() const
 {
-    xcb_change_property(server(), XCB_PROP_MODE_REPLACE, m_window, name, type, bitsOfNumber,
-                        static_cast<std::uint32_t>(values.size()), values.data());
-}
-
-void Probe::describeWindow()
-{
-    if (m_window == XCB_NONE) {
-        return;
-    }
-    set(atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, std::array{atom("_NET_WM_WINDOW_TYPE_SPLASH")});
-    set(atom("_NET_WM_STATE"), XCB_ATOM_ATOM,
-        std::array{atom("_NET_WM_STATE_BELOW"), atom("_NET_WM_STATE_SKIP_TASKBAR"),
-                   atom("_NET_WM_STATE_SKIP_PAGER")});
+    appendAtoms(m_window, "_NET_WM_WINDOW_TYPE", {"_NET_WM_WINDOW_TYPE_SPLASH"});
+    appendAtoms(m_window, "_NET_WM_STATE",
+                {"_NET_WM_STATE_BELOW", "_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"});
+    const auto set = [this](xcb_atom_t name, std::span<const std::uint32_t> values) {
+        xcb_change_property(m_server, XCB_PROP_MODE_REPLACE, m_window, name, name, bitsOfNumber,
+                            static_cast<std::uint32_t>(values.size()), values.data());
+    };
     // A window that takes no input leaves the focus where it is. A user time of zero would too, but then
     // mutter keeps it clear of the focused window, and says that it demands attention.
     constexpr std::uint32_t saysInput = 1;
-    constexpr std::array<std::uint32_t, 9> noInput{saysInput, 0};
-    set(XCB_ATOM_WM_HINTS, XCB_ATOM_WM_HINTS, noInput);
+    set(XCB_ATOM_WM_HINTS, std::array<std::uint32_t, 9>{saysInput, 0});
     constexpr std::uint32_t saysDecorations = 2;
-    constexpr std::array<std::uint32_t, 5> noDecorations{saysDecorations, 0, 0, 0, 0};
-    const xcb_atom_t hints = atom("_MOTIF_WM_HINTS");
-    set(hints, hints, noDecorations);
+    set(atom("_MOTIF_WM_HINTS"), std::array<std::uint32_t, 5>{saysDecorations, 0});
 }
 
-bool Probe::waitUntilPlaced(QDeadlineTimer deadline)
+bool Probe::isListening() const
+{
+    if (m_window == XCB_NONE || xcb_connection_has_error(m_listener.get()) != 0) {
+        return false;
+    }
+    // The server must have made the window before the other connection asks for its events.
+    const Owned<xcb_get_input_focus_reply_t> made(
+        xcb_get_input_focus_reply(m_server, xcb_get_input_focus(m_server), nullptr));
+    const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    const auto asked =
+        xcb_change_window_attributes_checked(m_listener.get(), m_window, XCB_CW_EVENT_MASK, &events);
+    const Owned<xcb_generic_error_t> error(xcb_request_check(m_listener.get(), asked));
+    return made && !error;
+}
+
+bool Probe::waitUntilPlaced(QDeadlineTimer deadline) const
 {
     constexpr std::uint8_t typeMask = 0x7f;
     bool isMapped = false;
     bool isMoved = false;
-    while (xcb_connection_has_error(server()) == 0) {
-        while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(server())}) {
+    while (xcb_connection_has_error(m_listener.get()) == 0) {
+        while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(m_listener.get())}) {
             const int type = event->response_type & typeMask;
             isMapped = isMapped || type == XCB_MAP_NOTIFY;
             if (type == XCB_CONFIGURE_NOTIFY) {
@@ -137,7 +139,7 @@ bool Probe::waitUntilPlaced(QDeadlineTimer deadline)
         if (isMapped && isMoved) {
             return true;
         }
-        pollfd file{.fd = xcb_get_file_descriptor(server()), .events = POLLIN, .revents = 0};
+        pollfd file{.fd = xcb_get_file_descriptor(m_listener.get()), .events = POLLIN, .revents = 0};
         const int ready = poll(&file, 1, static_cast<int>(deadline.remainingTime()));
         if (ready == 0 || (ready < 0 && errno != EINTR)) {
             return false;
@@ -146,27 +148,27 @@ bool Probe::waitUntilPlaced(QDeadlineTimer deadline)
     return false;
 }
 
-std::optional<PixelPoint> Probe::place()
+std::optional<PixelPoint> Probe::place(std::chrono::milliseconds patience)
 {
-    if (m_window == XCB_NONE) {
+    if (!isListening()) {
         return std::nullopt;
     }
-    xcb_map_window(server(), m_window);
-    xcb_flush(server());
+    xcb_map_window(m_server, m_window);
+    xcb_flush(m_server);
     if (!waitUntilPlaced(QDeadlineTimer(patience, Qt::PreciseTimer))) {
         return std::nullopt;
     }
-    const auto asked = xcb_translate_coordinates(server(), m_window, m_screen->root, 0, 0);
+    const auto asked = xcb_translate_coordinates(m_server, m_window, rootWindow(), 0, 0);
     const Owned<xcb_translate_coordinates_reply_t> reply(
-        xcb_translate_coordinates_reply(server(), asked, nullptr));
+        xcb_translate_coordinates_reply(m_server, asked, nullptr));
     return reply ? std::optional(PixelPoint{reply->dst_x, reply->dst_y}) : std::nullopt;
 }
 
 } // namespace
 
-std::optional<PixelPoint> placeOfNewWindow()
+std::optional<PixelPoint> placeOfNewWindow(std::chrono::milliseconds patience)
 {
-    return connection() != nullptr ? Probe().place() : std::nullopt;
+    return connection() != nullptr ? Probe().place(patience) : std::nullopt;
 }
 
 } // namespace corvane::x11
