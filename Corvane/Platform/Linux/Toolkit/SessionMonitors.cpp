@@ -24,6 +24,7 @@ std::optional<std::vector<QRect>> shownParts(const std::vector<SessionMonitor> &
         return std::nullopt;
     }
     std::vector<QRect> parts;
+    parts.reserve(monitors.size());
     for (const SessionMonitor &monitor : monitors) {
         parts.emplace_back(monitor.corner, (QSizeF(monitor.area.size()) * pixelsPerPoint).toSize());
     }
