@@ -99,7 +99,7 @@ void Probe::describeWindow() const
                             static_cast<std::uint32_t>(values.size()), values.data());
     };
     // A window that takes no input leaves the focus where it is. A user time of zero would too, but then
-    // mutter keeps it clear of the focused window, and says that it demands attention.
+    // mutter keeps it clear of the focused window instead of centring it.
     constexpr std::uint32_t saysInput = 1;
     set(XCB_ATOM_WM_HINTS, std::array<std::uint32_t, 9>{saysInput, 0});
     constexpr std::uint32_t saysDecorations = 2;
