@@ -4,8 +4,8 @@
 import os
 import signal
 
+import xscreensaver
 from quillet_desktop import poll
-from report import NotSeen, ToolFailed
 from session import HOME, X11Session
 
 SESSION = """[General]
@@ -64,19 +64,7 @@ class Lxqt(X11Session):
         self.relaunch()
 
     def lock(self):
-        # Its session starts no locker, but recommends this one.
-        self.start("screen-saver", "xscreensaver", "--no-splash")
-        poll("the screen saver", self.has_saver, 15, 0.3)
-        self.run("xscreensaver-command", "--lock")
-
-    def has_saver(self):
-        try:
-            return "XScreenSaver" in self.run("xscreensaver-command", "-version")
-        except ToolFailed:
-            return False
+        xscreensaver.lock(self)
 
     def unlock(self):
-        # Ends the saver for the next steps.
-        for pid in self.pids_below("/usr/libexec/xscreensaver", "/usr/bin/xscreensaver"):
-            os.kill(pid, signal.SIGKILL)
-        raise NotSeen("Unlocking needs a password.")
+        xscreensaver.end(self)

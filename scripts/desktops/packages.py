@@ -53,7 +53,7 @@ ROOTS = (
     _root("sway", "trixie", "sway",
           "sway waybar swaylock mako-notifier grim wtype xwayland adwaita-icon-theme fonts-font-awesome "
           "xdg-desktop-portal xdg-desktop-portal-gtk qt6-gtk-platformtheme"),
-    _root("xfce", "bookworm", "xfce4-panel", _XFCE),
+    _root("xfce", "bookworm", "xfce4-panel", _XFCE + " xscreensaver"),
     _root("gnome", "bookworm", "gnome-shell", _GNOME),
     _root("plasma", "bookworm", "plasma-workspace", _PLASMA + " plasma-workspace-wayland"),
 )
